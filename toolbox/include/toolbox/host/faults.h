@@ -1,0 +1,46 @@
+// Making file and memory calls fail on purpose.
+//
+// Every File Manager call passes one table on its way in. A fault planned here
+// makes the chosen call answer an error instead of doing its work (FSClose
+// does close, and then answers the error; FSWrite writes nothing, *count 0).
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "toolbox/types.h"
+
+namespace toolbox {
+
+enum class FileCall {
+    create, open, close, read, write, getEOF, setEOF, getFPos, setFPos, remove, rename,
+    getFInfo, setFInfo, flushVol, openResFile, createResFile, findFolder
+};
+inline constexpr int fileCallKinds = 17;
+
+namespace faults {
+
+// The nth call (from 1) of the kind from now on answers error; with onward set
+// every later one as well.
+void failFileCall(FileCall kind, int nth, OSErr error, bool onward = false);
+// The nth call (from 1) of any kind from now on answers error.
+void failAnyFileCall(int nth, OSErr error, bool onward = false);
+// The nth allocation (from 1) from now on has no room.
+void failAllocation(int nth, bool onward = false);
+// Forgets all plans and counts from here.
+void clear();
+
+// Whether a planned fault has happened since clear().
+bool met();
+// Calls of the kind since clear().
+int count(FileCall kind);
+
+const char *name(FileCall kind);                       // "rename"
+std::optional<FileCall> kindNamed(const std::string &name);
+
+// For the File and Memory Managers: noErr, or the error this call is to answer.
+OSErr check(FileCall kind);
+bool allocationFails();
+
+}  // namespace faults
+}  // namespace toolbox

@@ -1,0 +1,25 @@
+// Linux paths and what the File Manager calls them, for hosts.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "toolbox/types.h"
+
+namespace toolbox::folders {
+
+// The working directory number for a folder; the same number for the same
+// folder while the Toolbox runs. Nothing when there is no such folder.
+std::optional<std::int16_t> workingDirectory(const std::filesystem::path &folder);
+// The folder a vRefNum and directory number stand for; empty when unknown.
+std::filesystem::path pathOf(std::int16_t vRefNum, std::int32_t dirID = 0);
+// The path of a file the File Manager knows by name.
+std::filesystem::path pathOf(std::int16_t vRefNum, std::int32_t dirID, const unsigned char *name);
+// The Mac OS Roman name (63 bytes at most, no length byte) by which the File
+// Manager will find the Linux name in that folder. A name that fits is only
+// converted (a ':' in it becomes '/'); one that does not gets a shortened name
+// that stays the same while the Toolbox runs.
+std::string macName(const std::filesystem::path &folder, const std::string &linuxName);
+
+}  // namespace toolbox::folders

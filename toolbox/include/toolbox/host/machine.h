@@ -1,0 +1,72 @@
+// The seam between the Toolbox and the machine it runs on.
+//
+// All that the Toolbox wants from outside comes through one Machine: input,
+// time, screens, the clipboard, sound. Two exist: headless (memory only, time
+// virtual) and a window on the desktop. The Toolbox calls it on one thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "toolbox/types.h"
+
+namespace toolbox {
+
+struct Screen {
+    Rect bounds;   // global; the main screen's top left is 0, 0
+    int depth;     // bits a pixel: 1, 2, 4, 8 or 32
+};
+
+struct Input {
+    enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, screensChanged, clipboardChanged, quit };
+    Kind kind;
+    Point where{};                // global, for the mouse kinds
+    std::uint8_t character = 0;   // Mac OS Roman, for the key kinds
+    std::uint8_t keyCode = 0;
+    std::uint16_t modifiers = 0;  // cmdKey, shiftKey, optionKey, controlKey, alphaLock
+};
+
+// Pixels ready to be shown: 32 bits each, 0x00RRGGBB, rows one after another.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+struct Machine {
+    virtual ~Machine() = default;
+
+    // The next input, in order. With none there, waits up to waitTicks, lets
+    // that time pass and answers nothing. Never answers input out of order.
+    virtual std::optional<Input> nextInput(std::uint32_t waitTicks) = 0;
+    // Whether nextInput(0) would answer something; nothing is taken.
+    virtual bool inputWaiting() = 0;
+
+    // Ticks of 1/60 s since start; never runs backwards.
+    virtual std::uint32_t ticks() = 0;
+    // Lets time pass without taking input.
+    virtual void passTicks(std::uint32_t count) = 0;
+
+    // At least one; the first is the main screen. May change between calls,
+    // announced by Input screensChanged.
+    virtual std::vector<Screen> screens() = 0;
+    // The pixels of screen number index as they are now to be seen. Borrowed
+    // for the call.
+    virtual void present(int index, const Picture &picture) = 0;
+
+    // UTF-8 with \n line ends; empty when there is no text.
+    virtual std::string clipboardText() = 0;
+    virtual void setClipboardText(const std::string &text) = 0;
+    // Changes whenever somebody else changes the clipboard.
+    virtual std::uint32_t clipboardSerial() = 0;
+
+    virtual void beep() = 0;
+    // Unsigned 8-bit samples, one channel; returns when played.
+    virtual void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) = 0;
+    enum class CursorShape { arrow, text, busy };
+    virtual void setCursor(CursorShape shape) = 0;
+};
+
+}  // namespace toolbox

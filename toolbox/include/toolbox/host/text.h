@@ -1,0 +1,30 @@
+// Mac OS Roman inside, UTF-8 outside: the only place where one becomes the
+// other.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "toolbox/types.h"
+
+namespace toolbox {
+
+// One byte as UTF-8. All 256 have a place; 0xF0 is U+F8FF.
+std::string utf8FromRoman(std::string_view roman);
+std::string utf8FromPascal(const unsigned char *pascalString);
+// Decomposed letters are composed first. Nothing where a character has no
+// place in Mac OS Roman or the bytes are no UTF-8.
+std::optional<std::string> romanFromUtf8(std::string_view utf8);
+// The same, with '?' for what has no place.
+std::string romanFromUtf8Lossy(std::string_view utf8);
+
+// Copies into a Pascal string with the given capacity (255, 63, 31 or 15),
+// cutting what is too long.
+void setPascal(unsigned char *pascalString, std::string_view roman, int capacity = 255);
+inline std::string_view pascalView(const unsigned char *pascalString)
+{
+    return {reinterpret_cast<const char *>(pascalString) + 1, pascalString[0]};
+}
+
+}  // namespace toolbox

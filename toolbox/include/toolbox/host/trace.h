@@ -1,0 +1,34 @@
+// A record of what happened, one line each, in order.
+//
+// The managers write the session trace: dialogs, texts, beeps, menus, files.
+// QuickDraw writes the drawing trace, kept apart and off unless wanted. Lines
+// are UTF-8; CR inside a text is written \r, a quote \", a backslash \\.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "toolbox/types.h"
+
+namespace toolbox::trace {
+
+using Sink = std::function<void(const std::string &line)>;
+
+// Where lines go from now on; an empty function drops them.
+void setSink(Sink sink);
+void setDrawingSink(Sink sink);
+bool drawingWanted();
+
+// printf-style; no line end.
+void line(const char *format, ...) __attribute__((format(printf, 1, 2)));
+void drawing(const char *format, ...) __attribute__((format(printf, 1, 2)));
+
+// A Pascal string as it stands in a trace line, with its quotes, as UTF-8.
+std::string quoted(const unsigned char *pascalString);
+std::string quoted(const std::string &utf8);
+
+// A sink that appends to lines. The vector must outlive its use as a sink.
+Sink into(std::vector<std::string> &lines);
+
+}  // namespace toolbox::trace

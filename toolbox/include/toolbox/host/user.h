@@ -1,0 +1,96 @@
+// The scripted user: a person at the headless machine.
+//
+// Steps are queued and carried out one after the other, each when the Toolbox
+// next waits for input, through nothing but mouse and keyboard: a step looks
+// where an item is, goes there and presses. A step that finds nothing to act
+// on ends the session with ScriptError, as does waiting for input when the
+// steps have run out.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "toolbox/host/headless.h"
+
+namespace toolbox {
+
+struct ScriptError {
+    int line;              // of the step, 0 where steps have no lines
+    std::string message;
+};
+
+class ScriptedUser {
+public:
+    // Becomes the machine's input source.
+    explicit ScriptedUser(HeadlessMachine &machine);
+    ScriptedUser(const ScriptedUser &) = delete;
+    ~ScriptedUser();
+
+    // The line given to steps queued from here on, for ScriptError.
+    void atLine(int line);
+    // The dialog ('DLOG' or 'ALRT' number) that steps queued from here on
+    // expect in front; 0 any. Another one in front is a surprise.
+    void in(int dialogID);
+
+    // Presses and releases item number item of the front dialog or alert.
+    void press(int item, std::uint16_t modifiers = 0);
+    void clickAt(Point global, std::uint16_t modifiers = 0);
+    // Presses the popup at the dialog item, drags to the menu item (from 1)
+    // and releases there.
+    void choose(int item, int menuItem);
+    // The same by the menu item's text (UTF-8, trailing blanks not compared).
+    void choose(int item, const std::string &menuText);
+    // Opens the popup and releases outside the menu.
+    void chooseNothing(int item);
+    // Types the text (UTF-8) key by key.
+    void type(const std::string &text);
+    // "return", "enter", "escape", "tab", "backspace", "left", "right", "up",
+    // "down", or one character.
+    void key(const std::string &name, std::uint16_t modifiers = 0);
+    // Answers the save dialog that is up: goes to the folder, if one is named,
+    // by its popup and list, replaces the name and presses Save. Where the
+    // dialog then asks whether to replace a file, presses what replace says.
+    void answerSave(const std::filesystem::path &name, bool replace = true);
+    // Answers the open dialog: goes to the folder, chooses the file in the
+    // list and presses Open.
+    void answerOpen(const std::filesystem::path &name);
+    // Cancels the save or open dialog that is up.
+    void cancelFile();
+    void wait(std::uint32_t ticks);
+    // As another program would put it there.
+    void putOnClipboard(const std::string &text);
+    void setDepth(int bits);
+    // Anything else, at that moment: a fault to plan, a picture to take.
+    void then(std::function<void()> action);
+
+    // Called when a step expects one dialog and finds another in front: true
+    // when the handler has changed the steps (forgetRest and new ones) and they
+    // are to go on; false or no handler: ScriptError.
+    void onSurprise(std::function<bool(int dialogID)> handler);
+    // Drops the steps not yet done.
+    void forgetRest();
+    bool idle() const;
+
+    // Steps a host carries out between calls of the plug-in, such as choosing
+    // a menu command. Met while a dialog is up they are a ScriptError.
+    void atHost(std::function<void()> action);
+    // Carries out host steps until the steps run out. A step that needs a
+    // dialog, met here, is a ScriptError: nothing is open.
+    void run();
+
+    struct Step;
+
+private:
+    std::optional<Input> nextInput();
+
+    HeadlessMachine &machine_;
+    std::deque<Step> steps_;
+    std::deque<Input> pending_;
+    std::function<bool(int)> surprise_;
+    int line_ = 0;
+    int expectedDialog_ = 0;
+};
+
+}  // namespace toolbox

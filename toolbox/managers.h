@@ -1,0 +1,41 @@
+// What a session calls in each manager, in the order of start; stop runs
+// backwards. Private to the Toolbox.
+#pragma once
+
+#include "toolbox/host/session.h"
+
+namespace toolbox::managers {
+
+void startMemory(const Configuration &configuration);
+void startFiles(const Configuration &configuration);
+void startResources(const Configuration &configuration);
+void startQuickDraw(const Configuration &configuration);
+void startEvents(const Configuration &configuration);
+void startWindows(const Configuration &configuration);
+void startDialogs(const Configuration &configuration);   // controls and TextEdit too
+void startMenus(const Configuration &configuration);
+void startScrap(const Configuration &configuration);
+void startSystem(const Configuration &configuration);
+void startStandardFile(const Configuration &configuration);
+
+void stopMemory();
+void stopFiles();
+void stopResources();
+void stopQuickDraw();
+void stopEvents();
+void stopWindows();
+void stopDialogs();
+void stopMenus();
+void stopScrap();
+void stopSystem();
+void stopStandardFile();
+
+// For the leak report. What a manager keeps for itself it allocates at start,
+// where it is not counted as left behind.
+int pointerCount();
+int handleCount();          // resources not among them
+int openFileCount();
+int openWindowCount();
+int loadedResourceCount();  // those that cannot be purged, in files that are open
+
+}  // namespace toolbox::managers
