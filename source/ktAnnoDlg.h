@@ -1,0 +1,39 @@
+// The annotation dialog: text, font and size of the line that a riders file
+// adds to each page.
+#pragma once
+
+#include "toolbox/dialogs.h"
+
+enum { kAnnoDialogID = 16302 };
+
+// What cancelling the dialog puts back.
+struct AnnoPrefs {
+    int16_t fontItem;
+    Str15 sizeStr;
+    Str255 text;
+};
+
+static_assert(sizeof(AnnoPrefs) == 274);
+
+// Good while the dialog is open.
+extern AnnoPrefs *gSavedAnnoPrefs;
+extern Handle gAnnoFontPopInfo;
+extern Handle gAnnoSizePopInfo;
+// The annotation font's name as the riders file will have it, 63 characters at
+// most of it used.
+extern Str255 gFontNameStr;
+extern Str255 gAnnoSavedFontNameStr;
+
+void AnnoInit();
+// Runs the dialog over the settings dialog, which must be open. True: stored.
+// False: cancelled, everything is back as it was.
+Boolean HandleAnnoDialog();
+// Whether the text is a size, a whole number from 4 to 30. With report set it
+// shows what is wrong and corrects the dialog's field; without, it touches
+// nothing.
+Boolean DoSizeStrCheck(Str255 text, Boolean report);
+Boolean AnnoFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
+void AnnoProc(DialogPtr dialog, int16_t item);
+void SetupAnnoDialog();
+// Checks and stores what is in the fields.
+Boolean DoAnnoDone();

@@ -1,0 +1,63 @@
+// The pop-up menu control: a framed box that shows the current choice and pops
+// a menu up where it stands.
+//
+// The control is no dialog item. The owner draws it from a user item's
+// procedure, tests clicks against bounds, and reads curItem. Its state lives in
+// a block of the owner's, of sizeof(PopupInfo) bytes, zero-filled before
+// SetupPopup. Drawing calls draw in the current port, which is the owner's
+// dialog.
+#pragma once
+
+#include "toolbox/menus.h"
+#include "toolbox/quickdraw.h"
+
+struct PopupInfo {
+    Rect bounds;        // the whole control, as handed to SetupPopup
+    Rect popupRect;     // the framed box: bounds less the title
+    Rect titleRect;     // inverted while the menu is down; all zero without a title
+    MenuHandle menu;
+    int16_t menuID;
+    int16_t prevItem;   // current before the latest change
+    int16_t curItem;    // from 1; 0 none
+    int16_t titleWidth; // pixels, 8 more than the text
+    Point menuPos;      // where the menu's item comes up, local
+    Str31 title;
+};
+
+// The menus whose last item stands for a value of the user's own.
+enum {
+    kFreqMenu = 16136,
+    kAngleMenu = 16137,
+    kSpotMenu = 16138,
+    kFlatMenu = 16139,
+    kAnnoMenu = 16140,
+    kErrorMenu = 16141,
+    kAnnoFontMenu = 16134,
+    kAnnoSizeMenu = 16135
+};
+
+// The degree sign in Mac OS Roman.
+enum { kDegreeSign = 0xA1 };
+
+// Fills the record and puts the menu into the list of pop-up menus. The title
+// may be empty. menu nil: loaded by menuID; missing: fatal. Item 1 of the menu
+// is lengthened with spaces until the menu is as wide as the box, so whoever
+// reads item texts strips trailing spaces.
+void SetupPopup(Handle popup, Rect itemRect, ConstStr255Param title, MenuHandle menu, int16_t menuID, int16_t item);
+void DrawPopup(Handle popup);
+// Erases what DrawPopup draws for a control of these bounds, shadow included.
+void ErasePopup(Rect bounds);
+// Pops the menu up and tracks it; the mouse button must be down. True when an
+// item was chosen, the current one too. With redraw the control is drawn anew
+// after a choice.
+Boolean HandlePopupClick(Handle popup, Boolean redraw);
+// Takes the menu out of the list and releases it; the handle stays the owner's.
+void DisposePopup(Handle popup, Boolean erase);
+// These two change choice and check mark, and leave the drawing to the caller.
+void RevertPopup(Handle popup);
+void SetPopupMenuItem(Handle popup, int16_t item);
+// Whether the item reads exactly "Other..." or "Import...".
+Boolean CheckMenuExceptions(MenuHandle menu, int16_t item);
+// The text to show in place of such an item; out is left as it was for a menu
+// without a value of its own.
+void DoMenuExceptionString(Handle popup, Str255 out);
