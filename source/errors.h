@@ -1,0 +1,41 @@
+// Error reports and alerts: every word the plug-in says about a failure.
+//
+// Messages are 'STR ' resources; callers pass numbers and a short context text
+// such as " (fsopen)". All reports are modal. A fatal one ends the process
+// once the user has seen it, so nothing after such a call runs. A message that
+// is missing from the resources is always fatal.
+#pragma once
+
+#include "toolbox/dialogs.h"
+
+// The dialogs that TheErrorHandler is called with.
+enum { kErrorDialog = 16129, kWarningDialog = 16131 };
+
+// What kind of alert to show.
+enum { kStopAlert = 0, kCautionAlert = 1, kNoteAlert = 2 };
+
+// Set by DoWriteError; cleared at each entry and at the start of each make.
+extern Boolean gHaveWriteError;
+
+void ErrorInit();
+
+// Shows the message (and, unless 0, "ID = " number) and the context text in
+// the dialog, in front of everything, with a beep. True: the user pressed item
+// 1; false: item 5.
+Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, ConstStr255Param context,
+                        Boolean fatal);
+// Its key filter: Return and Enter press item 1, Escape and Command-period
+// item 5.
+Boolean ErrorFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
+// The same report as an alert. True, or no return when fatal.
+Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context,
+                         Boolean fatal);
+// Reports a failed write in words that fit the error, and sets
+// gHaveWriteError. True.
+Boolean DoWriteError(OSErr error, ConstStr255Param context);
+// Reports a failed read; what TheErrorHandler answers.
+Boolean DoReadError(OSErr error, ConstStr255Param context);
+// Shows four texts of the caller's in an alert; the item hit. An unknown kind
+// shows nothing and answers 2.
+int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,
+                ConstStr255Param text3);
