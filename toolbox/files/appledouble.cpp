@@ -1,0 +1,199 @@
+#include "files/appledouble.h"
+
+#include <algorithm>
+
+namespace toolbox::files {
+namespace {
+
+constexpr std::uint32_t magic = 0x00051607;
+constexpr std::uint32_t version = 0x00020000;
+constexpr std::size_t headerBytes = 26;
+constexpr std::size_t tableEntryBytes = 12;
+constexpr std::size_t fillerAt = 8;
+constexpr std::size_t countAt = 24;
+
+std::uint64_t numberAt(std::string_view bytes, std::size_t offset, int size)
+{
+    std::uint64_t value = 0;
+    for (int i = 0; i < size; ++i)
+        value = value << 8 | static_cast<unsigned char>(bytes[offset + static_cast<std::size_t>(i)]);
+    return value;
+}
+
+void appendNumber(std::string &bytes, std::uint64_t value, int size)
+{
+    for (int shift = (size - 1) * 8; shift >= 0; shift -= 8)
+        bytes += static_cast<char>(value >> shift & 0xFF);
+}
+
+struct Extent {
+    std::uint64_t start;
+    std::uint64_t end;
+};
+
+bool overlapping(std::vector<Extent> extents)
+{
+    std::sort(extents.begin(), extents.end(), [](auto &a, auto &b) { return a.start < b.start; });
+    for (std::size_t i = 1; i < extents.size(); ++i)
+        if (extents[i].start < extents[i - 1].end)
+            return true;
+    return false;
+}
+
+bool anyTwice(std::vector<std::uint32_t> ids)
+{
+    std::sort(ids.begin(), ids.end());
+    return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
+}
+
+std::size_t bytesBeforeEntries(const AppleDouble &file)
+{
+    return headerBytes + tableEntryBytes * file.entries.size();
+}
+
+// Where every entry but the fork stays, if each may stay where it was.
+bool canStay(const AppleDouble &file)
+{
+    std::vector<Extent> extents{{0, bytesBeforeEntries(file)}};
+    for (const AppleDouble::Entry &entry : file.entries) {
+        if (entry.id == resourceForkEntry || entry.bytes.empty())
+            continue;
+        if (entry.offset == 0)
+            return false;
+        extents.push_back({entry.offset, entry.offset + entry.bytes.size()});
+    }
+    return !overlapping(extents);
+}
+
+std::vector<std::uint32_t> laidOut(const AppleDouble &file)
+{
+    bool stay = canStay(file);
+    std::vector<std::uint32_t> offsets(file.entries.size());
+    std::uint64_t end = bytesBeforeEntries(file);
+    for (std::size_t i = 0; i < file.entries.size(); ++i) {
+        const AppleDouble::Entry &entry = file.entries[i];
+        if (entry.id == resourceForkEntry)
+            continue;
+        bool moves = !stay || entry.bytes.empty();
+        offsets[i] = moves ? static_cast<std::uint32_t>(end) : entry.offset;
+        end = std::max<std::uint64_t>(end, offsets[i] + entry.bytes.size());
+    }
+    for (std::size_t i = 0; i < file.entries.size(); ++i) {
+        const AppleDouble::Entry &entry = file.entries[i];
+        if (entry.id == resourceForkEntry)
+            offsets[i] = stay && entry.offset >= end ? entry.offset : static_cast<std::uint32_t>(end);
+    }
+    return offsets;
+}
+
+}  // namespace
+
+const AppleDouble::Entry *AppleDouble::find(std::uint32_t id) const
+{
+    for (const Entry &entry : entries)
+        if (entry.id == id)
+            return &entry;
+    return nullptr;
+}
+
+std::string_view AppleDouble::bytes(std::uint32_t id) const
+{
+    const Entry *entry = find(id);
+    return entry ? std::string_view(entry->bytes) : std::string_view();
+}
+
+void AppleDouble::set(std::uint32_t id, std::string_view bytes)
+{
+    for (Entry &entry : entries) {
+        if (entry.id == id) {
+            entry.bytes = bytes;
+            return;
+        }
+    }
+    entries.push_back({id, std::string(bytes)});
+}
+
+std::string AppleDouble::finderInfo() const
+{
+    std::string info(bytes(finderInfoEntry).substr(0, finderInfoBytes));
+    info.resize(finderInfoBytes, '\0');
+    return info;
+}
+
+void AppleDouble::setFinderInfo(std::string_view info)
+{
+    std::string_view before = bytes(finderInfoEntry);
+    std::string after(info.substr(0, finderInfoBytes));
+    after.resize(finderInfoBytes, '\0');
+    if (before.size() > finderInfoBytes)
+        after += before.substr(finderInfoBytes);
+    set(finderInfoEntry, after);
+}
+
+AppleDouble newAppleDouble()
+{
+    AppleDouble file;
+    file.set(finderInfoEntry, std::string(finderInfoBytes, '\0'));
+    file.set(resourceForkEntry, {});
+    return file;
+}
+
+std::optional<AppleDouble> parseAppleDouble(std::string_view bytes)
+{
+    if (bytes.size() < headerBytes || numberAt(bytes, 0, 4) != magic || numberAt(bytes, 4, 4) != version)
+        return std::nullopt;
+    std::size_t count = numberAt(bytes, countAt, 2);
+    std::size_t tableEnd = headerBytes + tableEntryBytes * count;
+    if (tableEnd > bytes.size())
+        return std::nullopt;
+
+    AppleDouble file;
+    file.filler = bytes.substr(fillerAt, countAt - fillerAt);
+    std::vector<Extent> extents{{0, tableEnd}};
+    std::vector<std::uint32_t> ids;
+    for (std::size_t at = headerBytes; at < tableEnd; at += tableEntryBytes) {
+        auto id = static_cast<std::uint32_t>(numberAt(bytes, at, 4));
+        std::uint64_t offset = numberAt(bytes, at + 4, 4);
+        std::uint64_t length = numberAt(bytes, at + 8, 4);
+        if (id == 0 || offset + length > bytes.size())
+            return std::nullopt;
+        ids.push_back(id);
+        if (length > 0)
+            extents.push_back({offset, offset + length});
+    }
+    if (anyTwice(ids) || overlapping(extents))
+        return std::nullopt;
+
+    // Only now are bytes copied: without overlaps they cannot be more than the file's.
+    for (std::size_t at = headerBytes; at < tableEnd; at += tableEntryBytes) {
+        auto offset = static_cast<std::uint32_t>(numberAt(bytes, at + 4, 4));
+        file.entries.push_back({static_cast<std::uint32_t>(numberAt(bytes, at, 4)),
+                                std::string(bytes.substr(offset, numberAt(bytes, at + 8, 4))), offset});
+    }
+    return file;
+}
+
+std::string composeAppleDouble(const AppleDouble &file)
+{
+    std::vector<std::uint32_t> offsets = laidOut(file);
+    std::string bytes;
+    appendNumber(bytes, magic, 4);
+    appendNumber(bytes, version, 4);
+    std::string filler = file.filler;
+    filler.resize(countAt - fillerAt, '\0');
+    bytes += filler;
+    appendNumber(bytes, file.entries.size(), 2);
+    std::size_t end = bytesBeforeEntries(file);
+    for (std::size_t i = 0; i < file.entries.size(); ++i) {
+        appendNumber(bytes, file.entries[i].id, 4);
+        appendNumber(bytes, offsets[i], 4);
+        appendNumber(bytes, file.entries[i].bytes.size(), 4);
+        end = std::max(end, offsets[i] + file.entries[i].bytes.size());
+    }
+    bytes.resize(end, '\0');
+    for (std::size_t i = 0; i < file.entries.size(); ++i)
+        bytes.replace(offsets[i], file.entries[i].bytes.size(), file.entries[i].bytes);
+    return bytes;
+}
+
+}  // namespace toolbox::files
