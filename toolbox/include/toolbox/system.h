@@ -1,4 +1,7 @@
 // What the system knows of itself, and small utilities.
+//
+// May be called at any time between start and stop of the Toolbox; the string
+// utilities at any time at all. None of them allocates from the heap.
 #pragma once
 
 #include "toolbox/types.h"
@@ -12,19 +15,27 @@ extern "C" {
 // untouched.
 OSErr Gestalt(OSType selector, int32_t *response);
 // The number format (0) as a handle whose first byte is the decimal
-// separator; nil where the locale has none. The Toolbox's: never dispose.
+// separator; nil where the locale has none, and for other numbers. The
+// Toolbox's: never dispose.
 Handle IUGetIntl(int16_t id);
 // Sounds the beep; count is the length in ticks and is not used.
 void SysBeep(int16_t count);
-// Plays an 'snd ' resource; async is not needed and refused with paramErr.
+// Plays the sampled sound (8 bits, one channel, not compressed) of a format 1
+// 'snd ' resource and returns when it is over; channel is not used. nilHandleErr
+// for nil or a purged resource; paramErr for other forms, for bytes that are
+// cut short, and for async, which the Toolbox does not do.
 OSErr SndPlay(void *channel, Handle sound, Boolean async);
-// Ends the process after open files are closed. Does not return.
+// Ends the process: does not return, and nothing after it in the caller runs.
+// Open files are closed and all memory is freed when the session stops.
 void ExitToShell(void) __attribute__((noreturn));
 // Decimal, with a minus sign where needed.
 void NumToString(int32_t number, Str255 text);
+// A sign and digits; stops at the first other character, 0 without a digit.
+// Wraps around beyond 32 bits.
 void StringToNum(ConstStr255Param text, int32_t *number);
 // The address that a trap word stands for; equal addresses mean the same
-// routine. Traps are told apart, none can be called.
+// routine. Traps of calls the Toolbox has are told apart, all others have the
+// address of 0xA89F. None can be called.
 int32_t NGetTrapAddress(uint16_t trap, int16_t type);
 enum { OSTrap = 0, ToolTrap = 1 };
 
@@ -33,6 +44,8 @@ enum { OSTrap = 0, ToolTrap = 1 };
 StringPtr ql_quorum_passtr(const char *text);
 // Turns a Pascal string into a C string in place and answers it.
 char *P2CStr(StringPtr text);
+// Turns a C string, cut at 255, into a Pascal string in place: the room must
+// hold its terminator, which the length byte takes the place of.
 StringPtr C2PStr(char *text);
 
 #ifdef __cplusplus

@@ -1,0 +1,96 @@
+// Menus as a whole: where they come from, and the list of those installed.
+#include <algorithm>
+#include <vector>
+
+#include "managers.h"
+#include "menus/menu_bytes.h"
+#include "menus/open_menu.h"
+#include "toolbox/bigendian.h"
+#include "toolbox/host/text.h"
+#include "toolbox/memory.h"
+#include "toolbox/resources.h"
+
+namespace toolbox {
+namespace {
+
+struct Installed {
+    std::int16_t id;
+    MenuHandle menu;
+};
+
+std::vector<Installed> installed;
+
+}  // namespace
+
+void managers::startMenus(const Configuration &)
+{
+    installed.clear();
+    menus::forgetOpenMenu();
+}
+
+void managers::stopMenus()
+{
+    installed.clear();
+    menus::forgetOpenMenu();
+}
+
+}  // namespace toolbox
+
+using namespace toolbox;
+using namespace toolbox::menus;
+
+extern "C" {
+
+MenuHandle GetMenu(int16_t id)
+{
+    Handle menu = GetResource('MENU', id);
+    if (!isMenu(menu))
+        return nullptr;
+    HNoPurge(menu);
+    return menu;
+}
+
+MenuHandle NewMenu(int16_t id, ConstStr255Param title)
+{
+    struct Head {
+        BigInt16 id, width = 0, height = 0, definition = 0, reserved = 0;
+        BigUInt32 flags = 0xFFFFFFFF;
+    };
+    static_assert(sizeof(Head) == titleOffset);
+    Head head;
+    head.id = id;
+    std::string bytes(reinterpret_cast<char *>(&head), sizeof head);
+    bytes += static_cast<char>(title[0]);
+    bytes += pascalView(title);
+    bytes += '\0';
+    Handle menu = nullptr;
+    PtrToHand(bytes.data(), &menu, static_cast<Size>(bytes.size()));
+    return menu;
+}
+
+void DisposeMenu(MenuHandle menu)
+{
+    std::erase_if(installed, [&](const Installed &entry) { return entry.menu == menu; });
+    DisposeHandle(menu);
+}
+
+void InsertMenu(MenuHandle menu, int16_t)
+{
+    if (isMenu(menu) && !GetMHandle(menuID(menu)))
+        installed.push_back({menuID(menu), menu});
+}
+
+void DeleteMenu(int16_t id)
+{
+    std::erase_if(installed, [&](const Installed &entry) { return entry.id == id; });
+}
+
+MenuHandle GetMHandle(int16_t id)
+{
+    for (const Installed &entry : installed)
+        if (entry.id == id)
+            return entry.menu;
+    return nullptr;
+}
+
+}  // extern "C"
