@@ -2,6 +2,7 @@
 // file, so nothing here reads past the block. Private to the Menu Manager.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

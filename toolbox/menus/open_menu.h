@@ -2,6 +2,7 @@
 // screen without eyes.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 

@@ -3,6 +3,11 @@
 // A menu is its resource: the block holds the 'MENU' bytes, and the calls here
 // change them in place. GetMenu of a menu already loaded gives the same
 // handle, with its changes; ReleaseResource forgets them.
+//
+// Items count from 1. Calls that change an item do nothing for an item number
+// of 0 or beyond the menu, nor when memory is full; a nil menu has no items.
+// May be called at any time between start and stop of the Toolbox. Those that
+// add to a menu or lengthen a text allocate, and so does PopUpMenuSelect.
 #pragma once
 
 #include "toolbox/types.h"
@@ -13,30 +18,47 @@ extern "C" {
 
 typedef Ptr *MenuHandle;
 
-// Loads 'MENU' id; nil when missing. A resource: ReleaseResource.
+// Loads 'MENU' id; nil when missing or when its bytes are no menu. A resource:
+// ReleaseResource, after DeleteMenu. Never purged.
 MenuHandle GetMenu(int16_t id);
-// An empty menu that is no resource: DisposeMenu.
+// An empty menu that is no resource: DisposeMenu. Nil: memory is full.
 MenuHandle NewMenu(int16_t id, ConstStr255Param title);
+// Takes the menu out of the list and frees it.
 void DisposeMenu(MenuHandle menu);
 int16_t CountMItems(MenuHandle menu);
-// Text of an item (from 1); empty beyond the menu.
+// Text of an item; empty beyond the menu.
 void GetItem(MenuHandle menu, int16_t item, Str255 text);
-// Replaces an item's text as it stands, up to 255 characters.
+// Replaces an item's text as it stands, up to 255 characters. An empty text
+// becomes one blank, since an empty item would end the menu.
 void SetItem(MenuHandle menu, int16_t item, ConstStr255Param text);
+// Adds items: ';' or CR between them, '(' disables, '!' and a character marks,
+// '/' and a character gives a key, '^' and a digit an icon, '<' and one of
+// B I U O S a style. A text that begins with '-' is a divider.
 void AppendMenu(MenuHandle menu, ConstStr255Param data);
-// Adds the names of all resources of the type, sorted. For 'FONT': the fonts.
+// Adds the names of all resources of the type, sorted, each once, leaving out
+// those that begin with '.' or '%'. For 'FONT' the families of the installed
+// fonts are among them.
 void AddResMenu(MenuHandle menu, ResType type);
+// Sets the mark to the check mark (0x12) or to none (0), whatever it was.
 void CheckItem(MenuHandle menu, int16_t item, Boolean checked);
 void GetItemMark(MenuHandle menu, int16_t item, int16_t *mark);
+// Item 0 is the whole menu; an item keeps its own state under it. Items beyond
+// 31 are enabled as the menu is.
 void EnableItem(MenuHandle menu, int16_t item);
 void DisableItem(MenuHandle menu, int16_t item);
-// before -1: into the list of pop-up and submenus.
+// Into the list, where GetMHandle finds it; before is -1 for the list of
+// pop-up and submenus, the only one there is. A second menu of an ID is left
+// out.
 void InsertMenu(MenuHandle menu, int16_t before);
+// Out of the list; the menu itself stays.
 void DeleteMenu(int16_t id);
 MenuHandle GetMHandle(int16_t id);
-// Shows the menu with the item's top left at the global point, tracks until
-// the mouse is released, and answers menu ID and item in the high and low
-// words; 0 in the high word when nothing was chosen. The button must be down.
+// Shows the menu with the item's top left at the global point, moved as far as
+// needed to lie on the screen that holds the point, and tracks until the mouse
+// is released. Answers menu ID and item in the high and low words; 0 when
+// nothing was chosen: released outside, over a divider or over a disabled
+// item. A menu higher than the screen scrolls as the mouse moves over its
+// first and last rows. The button must be down. Marks stay as they are.
 int32_t PopUpMenuSelect(MenuHandle menu, int16_t top, int16_t left, int16_t item);
 
 static inline int16_t HiWord(int32_t value) { return (int16_t)((uint32_t)value >> 16); }
