@@ -1,0 +1,66 @@
+// What the plug-in's tests stand on: the plug-in's own fork, open and current,
+// in the test's folder, a scripted user, and a host that calls main_entry.
+#pragma once
+
+#include <functional>
+
+#include "support/toolbox_test.h"
+#include "toolbox/host/user.h"
+#include "toolbox/resources.h"
+#include "riders/plugin.h"
+#include "initUtilities.h"
+#include "ktPrefs.h"
+
+class PluginTest : public ToolboxTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    // Starts afresh with the configuration as it is now: Toolbox, fork and
+    // globals. Files and removed resources stay as they are.
+    void restartPlugin();
+
+    // Calls the plug-in as a host does; 0 when the process ended. Afterwards
+    // nothing may be left behind.
+    int32_t call(int selector, int command = 0);
+    int32_t runCommand(int command) { return call(kSelectCommand, command); }
+    // The same for anything else that may end the process; false when it did.
+    bool guarded(const std::function<void()> &action);
+    // What is there beyond what was there when the plug-in's fork was opened.
+    toolbox::LeakReport leftBehind() const;
+
+    // For calling a module's procedures without main_entry: environment as
+    // measured, settings at their defaults. Records of the test's own.
+    void makeRecords();
+
+    // Takes a resource out of the copied fork for the rest of the test.
+    void removeResource(ResType type, int16_t id);
+    // Puts the bytes in the resource's place.
+    void replaceResource(ResType type, int16_t id, const std::string &bytes);
+    // A string of an 'STR#' or 'STR ' as it stands in the fork.
+    std::string text(int16_t listID, int16_t index) const;
+    std::string message(int16_t id) const;
+    // Presses item 1 of the error or warning dialog that is to come.
+    void dismiss(int16_t dialogID = 16129, int item = 1);
+    // Tells what a report's parameters line must be.
+    static std::string params(const std::string &p0, const std::string &p1 = "", const std::string &p2 = "",
+                              const std::string &p3 = "");
+
+    std::filesystem::path preferencesFile() const;
+
+    struct Registered {
+        std::string group, text;
+        int32_t number;
+    };
+    // What the plug-in registered, and what its host answers.
+    std::vector<Registered> registered;
+    std::function<bool(DialogPtr, EventRecord *, int16_t *)> hostFilter;
+
+    toolbox::ScriptedUser user{machine};
+    bool ended = false;             // the plug-in ended the process
+    EnvirInfo environment{};
+    PrefsRec settings{}, savedSettings{};
+
+private:
+    void openPlugin();
+    toolbox::LeakReport atOpening_;
+};
