@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "toolbox/host/headless.h"
 
@@ -42,6 +43,10 @@ public:
     void choose(int item, int menuItem);
     // The same by the menu item's text (UTF-8, trailing blanks not compared).
     void choose(int item, const std::string &menuText);
+    // The same by what is there to choose: pick is given the texts of the open
+    // menu (UTF-8, without trailing blanks) and answers an item number, or 0 to
+    // release outside.
+    void chooseWhere(int item, std::function<int(const std::vector<std::string> &)> pick);
     // Opens the popup and releases outside the menu.
     void chooseNothing(int item);
     // Types the text (UTF-8) key by key.
@@ -64,10 +69,15 @@ public:
     void setDepth(int bits);
     // Anything else, at that moment: a fault to plan, a picture to take.
     void then(std::function<void()> action);
+    // Steps that add queues go in front of those already queued. For handlers
+    // and for pick, which find out only then what is to be done next.
+    void insertNext(const std::function<void()> &add);
 
-    // Called when a step expects one dialog and finds another in front: true
-    // when the handler has changed the steps (forgetRest and new ones) and they
-    // are to go on; false or no handler: ScriptError.
+    // Called when a step expects one dialog and finds another in front, when a
+    // host step (atHost) is reached with a dialog still open, and when the
+    // steps run out with one open: true when the handler has changed the steps
+    // (forgetRest and new ones) and they are to go on; false or no handler:
+    // ScriptError.
     void onSurprise(std::function<bool(int dialogID)> handler);
     // Drops the steps not yet done.
     void forgetRest();
