@@ -2,6 +2,10 @@
 //
 // Times are ticks of 1/60 second. On the headless machine they are virtual:
 // Delay and waiting for events move them, nothing sleeps.
+//
+// Input is taken from the machine in order, and only when one of these calls
+// needs it. Mouse position, button and modifier keys are those at the newest
+// input taken. All of it may be called from the start of the Toolbox on.
 #pragma once
 
 #include "toolbox/types.h"
@@ -29,21 +33,41 @@ enum {
     alphaLock = 0x0400, optionKey = 0x0800, controlKey = 0x1000
 };
 
-// The next event of the mask: activates first, then input in order, then
-// updates front to back, and a null event once sleep ticks have passed. False
-// for a null event; where, when and modifiers are filled in any case.
+// A mask has bit 1 << what set for each kind wanted; events of other kinds stay
+// queued. btnState in modifiers is set while the button is up.
+
+// The next event of the mask: activates first, then mouse and keys in order,
+// then the latest key repeat, then updates front to back, and a null event once
+// sleep ticks (at least one) have passed. False for a null event; where, when
+// and modifiers are filled in any case. Keys going up make no events. An update
+// event comes again until the window's update region is empty. What has been
+// drawn is shown before the wait. An exception of the machine's passes through.
 Boolean WaitNextEvent(int16_t mask, EventRecord *event, uint32_t sleep);
+// The same with the shortest sleep.
 Boolean GetNextEvent(int16_t mask, EventRecord *event);
+// The same with the shortest sleep, and the event stays queued.
 Boolean EventAvail(int16_t mask, EventRecord *event);
+// Removes mouse and key events of the mask up to the first one of stopMask (0:
+// all), those that have arrived but were not yet taken included. Activates and
+// updates stay.
 void FlushEvents(int16_t mask, int16_t stopMask);
-// Where the mouse is, in the current port's local coordinates.
+// Where the mouse is, in the current port's local coordinates. Takes no input.
 void GetMouse(Point *where);
+// Whether the button is down. Takes one input, or lets a tick pass when there
+// is none, so that a loop that waits for the button comes to an end; what it
+// takes becomes an event as usual.
 Boolean Button(void);
+// Whether the button is still down since the last mouseDown event taken. False
+// when a mouse event is queued; takes input as Button does while it is down.
 Boolean StillDown(void);
+// Ticks since the machine was started.
 uint32_t TickCount(void);
+// Ticks for which a caret is shown or hidden, and within which two clicks are
+// one double click.
 uint32_t GetCaretTime(void);
 uint32_t GetDblTime(void);
-// Lets the given ticks pass; *finalTicks, when not nil, is the time after.
+// Shows what has been drawn and lets the given ticks pass; *finalTicks, when
+// not nil, is the time after.
 void Delay(uint32_t ticks, uint32_t *finalTicks);
 
 #ifdef __cplusplus

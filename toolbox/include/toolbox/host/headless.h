@@ -13,17 +13,21 @@ class HeadlessMachine : public Machine {
 public:
     explicit HeadlessMachine(std::vector<Screen> screens = {{{0, 0, 480, 640}, 8}});
 
-    // Asked for more when the queue is empty: answers the next input, or
-    // nothing to let time pass. May throw to end the session. Without one,
-    // time passes and nothing ever comes.
+    // Asked for more when somebody waits for input and the queue is empty, and
+    // never at another moment: answers the next input, or nothing to let time
+    // pass. May look at and act on everything; may throw to end the session.
+    // Without one, time passes and nothing ever comes.
     using Source = std::function<std::optional<Input>()>;
     void setSource(Source source);
+    // Input that has arrived: it comes before what the source would give.
     void push(const Input &input);
 
-    // Takes effect at once and announces screensChanged.
+    // At least one. Takes effect at once and announces screensChanged.
     void setScreens(std::vector<Screen> screens);
     // As another program would; the serial changes.
     void putOnClipboard(const std::string &text);
+    // What was last presented; empty before that. std::out_of_range when there
+    // is no such screen.
     const Picture &lastPicture(int index) const;
     int beeps() const;
     int soundsPlayed() const;

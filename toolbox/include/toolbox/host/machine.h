@@ -19,13 +19,21 @@ struct Screen {
     int depth;     // bits a pixel: 1, 2, 4, 8 or 32
 };
 
+// Something the person at the machine did. The Event Manager takes inputs in
+// order, one at a time and no sooner than it needs them, and keeps the state
+// they describe: mouse, button and modifiers are those of the newest input
+// taken.
 struct Input {
+    // mouseMoved may stand for several moves that came one after another.
+    // keyUp makes no event; it ends the repeats that autoKey inputs make.
+    // quit asks the program to end. clipboardChanged says that the serial of
+    // the clipboard differs.
     enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, screensChanged, clipboardChanged, quit };
     Kind kind;
     Point where{};                // global, for the mouse kinds
     std::uint8_t character = 0;   // Mac OS Roman, for the key kinds
     std::uint8_t keyCode = 0;
-    std::uint16_t modifiers = 0;  // cmdKey, shiftKey, optionKey, controlKey, alphaLock
+    std::uint16_t modifiers = 0;  // for mouse and keys: cmdKey, shiftKey, optionKey, controlKey, alphaLock
 };
 
 // Pixels ready to be shown: 32 bits each, 0x00RRGGBB, rows one after another.
@@ -39,20 +47,27 @@ struct Machine {
     virtual ~Machine() = default;
 
     // The next input, in order. With none there, waits up to waitTicks, lets
-    // that time pass and answers nothing. Never answers input out of order.
+    // that time pass and answers nothing; it may come back sooner with
+    // nothing. Never answers input out of order. May throw to end the session:
+    // the exception goes through the Toolbox and its caller to whoever started
+    // the session.
     virtual std::optional<Input> nextInput(std::uint32_t waitTicks) = 0;
-    // Whether nextInput(0) would answer something; nothing is taken.
+    // Whether input has arrived that nextInput(0) would answer; nothing is
+    // taken and nobody is asked. A machine whose user acts only when waited
+    // for may answer false here and yet give input from nextInput.
     virtual bool inputWaiting() = 0;
 
     // Ticks of 1/60 s since start; never runs backwards.
     virtual std::uint32_t ticks() = 0;
-    // Lets time pass without taking input.
+    // Lets time pass without taking input: what comes meanwhile is kept.
     virtual void passTicks(std::uint32_t count) = 0;
 
     // At least one; the first is the main screen. May change between calls,
-    // announced by Input screensChanged.
+    // announced by Input screensChanged. Bounds do not overlap and are not
+    // empty.
     virtual std::vector<Screen> screens() = 0;
-    // The pixels of screen number index as they are now to be seen. Borrowed
+    // The pixels of screen number index (as in screens) as they are now to be
+    // seen; called before the Toolbox waits, when they have changed. Borrowed
     // for the call.
     virtual void present(int index, const Picture &picture) = 0;
 
@@ -62,6 +77,7 @@ struct Machine {
     // Changes whenever somebody else changes the clipboard.
     virtual std::uint32_t clipboardSerial() = 0;
 
+    // Does not wait for the end of the sound.
     virtual void beep() = 0;
     // Unsigned 8-bit samples, one channel; returns when played.
     virtual void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) = 0;

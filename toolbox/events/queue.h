@@ -1,0 +1,25 @@
+// What the Event Manager takes from the Window Manager, and what it keeps for
+// others. Private to the Toolbox.
+#pragma once
+
+#include <functional>
+
+#include "toolbox/windows.h"
+
+namespace toolbox::events {
+
+// Queues an activate (or deactivate) event. They are delivered in the order
+// posted, before all others.
+void postActivate(WindowPtr window, bool active);
+// Drops what is queued for a window that is going away.
+void forgetWindow(WindowPtr window);
+
+// Set by the Window Manager: the frontmost window with something to draw, nil
+// when there is none. Asked whenever an update event could be delivered; the
+// same window is answered again until its update region is empty.
+extern std::function<WindowPtr()> nextWindowNeedingUpdate;
+
+// Whether the person at the machine has asked the program to end.
+bool quitWanted();
+
+}  // namespace toolbox::events

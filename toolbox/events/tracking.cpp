@@ -1,0 +1,47 @@
+#include "events/tracking.h"
+
+#include <algorithm>
+
+#include "events/input_state.h"
+#include "toolbox/host/session.h"
+
+namespace toolbox::events {
+namespace {
+
+bool isMouseEvent(const EventRecord &event)
+{
+    return event.what == mouseDown || event.what == mouseUp;
+}
+
+std::optional<Input> queuedMouseInput()
+{
+    auto found = std::find_if(state.queue.begin(), state.queue.end(), isMouseEvent);
+    if (found == state.queue.end())
+        return std::nullopt;
+    Input input{.kind = found->what == mouseDown ? Input::Kind::mouseDown : Input::Kind::mouseUp,
+                .where = found->where,
+                .modifiers = static_cast<std::uint16_t>(found->modifiers & ~btnState)};
+    state.queue.erase(found);
+    return input;
+}
+
+}  // namespace
+
+std::optional<Input> nextTrackingInput()
+{
+    constexpr std::uint32_t second = 60, hour = 3600 * second;
+    if (std::optional<Input> queued = queuedMouseInput())
+        return queued;
+    const std::uint32_t start = machine().ticks();
+    while (state.buttonDown && !state.quit && machine().ticks() - start < hour) {
+        std::optional<Input> input = takeInput(second);
+        if (!input)
+            continue;
+        if (isMouse(*input))
+            return input;
+        queueEventFor(*input);
+    }
+    return std::nullopt;
+}
+
+}  // namespace toolbox::events

@@ -1,0 +1,18 @@
+// The mouse, input by input, for managers that track it until it is released.
+// Private to the Toolbox.
+#pragma once
+
+#include <optional>
+
+#include "toolbox/host/machine.h"
+
+namespace toolbox::events {
+
+// Waits for the next mouseMoved, mouseDown or mouseUp, takes it (no event will
+// be made of it) and answers it. Keys typed meanwhile become events as usual.
+// Nothing when there is no more to come: the button is up and no mouse input
+// was queued, the program is asked to end, or an hour has passed with the
+// button held. A tracking loop ends then as it does at a mouseUp outside.
+std::optional<Input> nextTrackingInput();
+
+}  // namespace toolbox::events

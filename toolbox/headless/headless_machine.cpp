@@ -1,0 +1,129 @@
+#include "toolbox/host/headless.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace toolbox {
+
+HeadlessMachine::HeadlessMachine(std::vector<Screen> screens) : screens_(std::move(screens))
+{
+    if (screens_.empty())
+        throw std::invalid_argument("a machine has at least one screen");
+    pictures_.resize(screens_.size());
+}
+
+void HeadlessMachine::setSource(Source source)
+{
+    source_ = std::move(source);
+}
+
+void HeadlessMachine::push(const Input &input)
+{
+    queue_.push_back(input);
+}
+
+void HeadlessMachine::setScreens(std::vector<Screen> screens)
+{
+    if (screens.empty())
+        throw std::invalid_argument("a machine has at least one screen");
+    screens_ = std::move(screens);
+    pictures_.resize(screens_.size());
+    push({.kind = Input::Kind::screensChanged});
+}
+
+void HeadlessMachine::putOnClipboard(const std::string &text)
+{
+    clipboard_ = text;
+    ++clipboardSerial_;
+    push({.kind = Input::Kind::clipboardChanged});
+}
+
+const Picture &HeadlessMachine::lastPicture(int index) const
+{
+    return pictures_.at(index);
+}
+
+int HeadlessMachine::beeps() const
+{
+    return beeps_;
+}
+
+int HeadlessMachine::soundsPlayed() const
+{
+    return soundsPlayed_;
+}
+
+// What was pushed comes first; the source is asked only when that has run out,
+// and only here, so that it acts when somebody waits and at no other moment.
+std::optional<Input> HeadlessMachine::nextInput(std::uint32_t waitTicks)
+{
+    if (queue_.empty() && source_)
+        if (std::optional<Input> input = source_())
+            queue_.push_back(*input);
+    if (queue_.empty()) {
+        passTicks(waitTicks);
+        return std::nullopt;
+    }
+    Input input = queue_.front();
+    queue_.pop_front();
+    return input;
+}
+
+bool HeadlessMachine::inputWaiting()
+{
+    return !queue_.empty();
+}
+
+std::uint32_t HeadlessMachine::ticks()
+{
+    return ticks_;
+}
+
+void HeadlessMachine::passTicks(std::uint32_t count)
+{
+    ticks_ += count;
+}
+
+std::vector<Screen> HeadlessMachine::screens()
+{
+    return screens_;
+}
+
+void HeadlessMachine::present(int index, const Picture &picture)
+{
+    pictures_.at(index) = picture;
+}
+
+std::string HeadlessMachine::clipboardText()
+{
+    return clipboard_;
+}
+
+void HeadlessMachine::setClipboardText(const std::string &text)
+{
+    clipboard_ = text;
+}
+
+std::uint32_t HeadlessMachine::clipboardSerial()
+{
+    return clipboardSerial_;
+}
+
+void HeadlessMachine::beep()
+{
+    ++beeps_;
+}
+
+void HeadlessMachine::playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
+{
+    ++soundsPlayed_;
+    if (samplesPerSecond > 0)
+        passTicks(static_cast<std::uint32_t>(static_cast<double>(samples.size()) * 60 / samplesPerSecond));
+}
+
+void HeadlessMachine::setCursor(CursorShape shape)
+{
+    cursor_ = shape;
+}
+
+}  // namespace toolbox

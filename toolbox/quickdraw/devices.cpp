@@ -1,0 +1,126 @@
+#include "quickdraw/devices.h"
+
+#include <deque>
+
+#include "quickdraw/globals.h"
+#include "quickdraw/region_data.h"
+#include "quickdraw/screens.h"
+#include "toolbox/host/session.h"
+
+namespace toolbox::quickdraw {
+
+std::function<void()> screensDidChange;
+
+namespace {
+
+// Devices are never moved nor freed while the Toolbox runs, so a handle to one
+// stays good when its screen is gone.
+struct Device {
+    GDevice record{};
+    GDPtr master = &record;
+    PixMap map{};
+    PixMapPtr mapMaster = &map;
+};
+std::deque<Device> devices;
+RgnHandle grayRegion;
+
+constexpr int menuBarHeight = 20;
+
+void fillDevice(Device &device, const Screen &screen, bool main)
+{
+    constexpr unsigned color = 1, allInitialised = 1u << 12;
+    unsigned flags = color | allInitialised | 1u << screenDevice | 1u << screenActive;
+    if (main)
+        flags |= 1u << mainScreen;
+    device.record.gdFlags = static_cast<int16_t>(flags);
+    device.record.gdRect = screen.bounds;
+    device.record.gdPMap = &device.mapMaster;
+    device.map = {screen.bounds, static_cast<int16_t>(screen.depth)};
+}
+
+void fillDevices(const std::vector<Screen> &screens)
+{
+    while (devices.size() < screens.size())
+        devices.emplace_back();
+    for (Device &device : devices) {
+        device.record.gdFlags = 0;
+        device.record.gdNextGD = nullptr;
+    }
+    for (std::size_t i = 0; i < screens.size(); ++i) {
+        fillDevice(devices[i], screens[i], i == 0);
+        if (i > 0)
+            devices[i - 1].record.gdNextGD = &devices[i].master;
+    }
+}
+
+Area menuBarArea(const Rect &mainScreen)
+{
+    Rect bar = mainScreen;
+    bar.bottom = static_cast<int16_t>(bar.top + menuBarHeight);
+    return Area(bar);
+}
+
+}  // namespace
+
+void rebuildDevices()
+{
+    const std::vector<Screen> screens = machine().screens();
+    if (!setScreens(screens))
+        return;
+    fillDevices(screens);
+    qd.screenBits.bounds = screens.front().bounds;
+    storeArea(desktopArea() - menuBarArea(screens.front().bounds), grayRegion);
+    fitDesktopPort(desktopArea());
+    if (screensDidChange)
+        screensDidChange();
+}
+
+void startDevices()
+{
+    grayRegion = NewRgn();
+    rebuildDevices();
+}
+
+void stopDevices()
+{
+    forgetScreens();
+    DisposeRgn(grayRegion);
+    grayRegion = nullptr;
+    devices.clear();
+    screensDidChange = nullptr;
+}
+
+}  // namespace toolbox::quickdraw
+
+using namespace toolbox::quickdraw;
+
+RgnHandle GetGrayRgn(void)
+{
+    rebuildDevices();
+    return grayRegion;
+}
+
+// A changed depth is to be seen at once, before the change has come in as
+// input.
+GDHandle GetMainDevice(void)
+{
+    rebuildDevices();
+    return &devices.front().master;
+}
+
+GDHandle GetDeviceList(void)
+{
+    return GetMainDevice();
+}
+
+GDHandle GetNextDevice(GDHandle device)
+{
+    return device ? (*device)->gdNextGD : nullptr;
+}
+
+Boolean TestDeviceAttribute(GDHandle device, int16_t attribute)
+{
+    if (!device || attribute < 0 || attribute > 15)
+        return false;
+    return static_cast<uint16_t>((*device)->gdFlags) >> attribute & 1;
+}

@@ -1,0 +1,14 @@
+// Pixels out of the screens and back. Private to the Toolbox; what hosts may
+// use is in toolbox/host/picture.h.
+#pragma once
+
+#include "toolbox/host/picture.h"
+
+namespace toolbox::quickdraw {
+
+// The pixels of a global rectangle, white where there is no screen.
+Picture saveBits(const Rect &global);
+// Puts back what saveBits took from the same rectangle. Not clipped.
+void restoreBits(const Rect &global, const Picture &bits);
+
+}  // namespace toolbox::quickdraw

@@ -1,0 +1,9 @@
+// Handing finished pixels to the machine. Private to the Toolbox.
+#pragma once
+
+namespace toolbox::quickdraw {
+
+// Presents every screen that was drawn on since it was last presented.
+void presentScreens();
+
+}  // namespace toolbox::quickdraw

@@ -1,0 +1,133 @@
+#include "quickdraw/screens.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "quickdraw/pictures.h"
+#include "quickdraw/present.h"
+#include "toolbox/host/session.h"
+
+namespace toolbox {
+namespace quickdraw {
+namespace {
+
+std::vector<Surface> all;
+
+bool sameRect(const Rect &a, const Rect &b)
+{
+    return EqualRect(&a, &b);
+}
+
+Surface surfaceFor(const Screen &screen)
+{
+    auto kept = std::find_if(all.begin(), all.end(),
+                             [&](const Surface &surface) { return sameRect(surface.bounds(), screen.bounds); });
+    if (kept == all.end())
+        return Surface(screen.bounds, screen.depth);
+    Surface surface = std::move(*kept);
+    all.erase(kept);
+    surface.setDepth(screen.depth);
+    return surface;
+}
+
+}  // namespace
+
+bool setScreens(const std::vector<Screen> &screens)
+{
+    bool same = screens.size() == all.size();
+    for (std::size_t i = 0; same && i < all.size(); ++i)
+        same = sameRect(screens[i].bounds, all[i].bounds()) && screens[i].depth == all[i].depth();
+    if (same)
+        return false;
+    std::vector<Surface> now;
+    for (const Screen &screen : screens)
+        now.push_back(surfaceFor(screen));
+    all = std::move(now);
+    return true;
+}
+
+void forgetScreens()
+{
+    all.clear();
+}
+
+std::vector<Surface> &surfaces()
+{
+    return all;
+}
+
+Area desktopArea()
+{
+    Area area;
+    for (const Surface &surface : all)
+        area = area | Area(surface.bounds());
+    return area;
+}
+
+void fillOnScreens(const Area &global, const Ink &ink)
+{
+    for (Surface &surface : all)
+        surface.fill(global, ink);
+}
+
+Area scrollOnScreens(const Area &global, int dh, int dv)
+{
+    const Rect extent = global.bounds();
+    const Picture before = saveBits(extent);
+    const Area reached = global & global.movedBy(dh, dv) & desktopArea().movedBy(dh, dv);
+    for (Surface &surface : all) {
+        const Area here = reached & Area(surface.bounds());
+        for (const Box &box : here.boxes())
+            for (int v = box.y1; v < box.y2; ++v)
+                for (int h = box.x1; h < box.x2; ++h) {
+                    std::size_t from = std::size_t(v - dv - extent.top) * before.width + (h - dh - extent.left);
+                    surface.setPixel(h, v, before.pixels[from]);
+                }
+    }
+    return global - reached;
+}
+
+Picture saveBits(const Rect &global)
+{
+    Picture bits;
+    if (emptyRect(global))
+        return bits;
+    bits.width = global.right - global.left;
+    bits.height = global.bottom - global.top;
+    bits.pixels.assign(std::size_t(bits.width) * bits.height, 0xFFFFFF);
+    for (const Surface &surface : all) {
+        const Area here = Area(global) & Area(surface.bounds());
+        for (const Box &box : here.boxes())
+            for (int v = box.y1; v < box.y2; ++v)
+                for (int h = box.x1; h < box.x2; ++h)
+                    bits.pixels[std::size_t(v - global.top) * bits.width + (h - global.left)] = surface.pixel(h, v);
+    }
+    return bits;
+}
+
+void restoreBits(const Rect &global, const Picture &bits)
+{
+    for (Surface &surface : all) {
+        const Area here = Area(global) & Area(surface.bounds());
+        for (const Box &box : here.boxes())
+            for (int v = box.y1; v < box.y2; ++v)
+                for (int h = box.x1; h < box.x2; ++h)
+                    surface.setPixel(h, v, bits.pixels[std::size_t(v - global.top) * bits.width + (h - global.left)]);
+    }
+}
+
+void presentScreens()
+{
+    for (std::size_t i = 0; i < all.size(); ++i)
+        if (all[i].takeChanged())
+            machine().present(static_cast<int>(i), all[i].picture());
+}
+
+}  // namespace quickdraw
+
+Picture screenPicture(int index)
+{
+    return quickdraw::surfaces().at(index).picture();
+}
+
+}  // namespace toolbox

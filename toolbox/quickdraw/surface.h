@@ -1,0 +1,71 @@
+// The pixels of one screen. Private to QuickDraw.
+//
+// Everything is given in global coordinates. A surface may hold several device
+// pixels for each of QuickDraw's: its scale, an integer. What is drawn covers
+// scale by scale device pixels for each pixel; glyphs come at device size.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "quickdraw/area.h"
+#include "quickdraw/ink.h"
+#include "toolbox/host/machine.h"
+
+namespace toolbox::quickdraw {
+
+// How much of each device pixel a glyph covers, 0 to 255, rows one after
+// another; topLeft in device pixels relative to the pen.
+struct GlyphImage {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> coverage;
+};
+
+class Surface {
+public:
+    Surface(const Rect &bounds, int depth, int scale = 1);
+
+    const Rect &bounds() const { return bounds_; }
+    int depth() const { return depth_; }
+    int scale() const { return scale_; }
+    // Everything already there becomes what the new depth can show.
+    void setDepth(int depth);
+
+    // Fills the part of the area that lies on the surface.
+    void fill(const Area &area, const Ink &ink);
+    // Lets the ink's black action through the glyph, in the part of it that
+    // lies in clip. The pen is a global point.
+    void drawGlyph(const GlyphImage &glyph, Point pen, const Area &clip, const Ink &ink);
+
+    // One pixel (the top left device pixel of it).
+    std::uint32_t pixel(int h, int v) const;
+    void setPixel(int h, int v, std::uint32_t value);
+
+    const Picture &picture() const { return picture_; }
+    // Whether anything was drawn since the last call.
+    bool takeChanged();
+
+private:
+    struct ImageUnref {
+        void operator()(pixman_image_t *image) const { pixman_image_unref(image); }
+    };
+
+    std::uint32_t *row(int deviceRow) { return picture_.pixels.data() + std::size_t(deviceRow) * picture_.width; }
+    std::vector<Box> deviceBoxes(const Area &area) const;
+    void fillSolid(const std::vector<Box> &boxes, std::uint32_t value);
+    void fillPatterned(const Box &box, const Ink &ink);
+    void act(std::uint32_t &pixel, Action action, const Ink &ink) const;
+
+    Rect bounds_;
+    int depth_;
+    int scale_;
+    Picture picture_;
+    std::unique_ptr<pixman_image_t, ImageUnref> image_;
+    bool changed_ = false;
+};
+
+}  // namespace toolbox::quickdraw
