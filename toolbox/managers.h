@@ -35,6 +35,7 @@ void stopStandardFile();
 int pointerCount();
 int handleCount();          // resources not among them
 int openFileCount();
+int openResourceFileCount();
 int openWindowCount();
 int loadedResourceCount();  // those that cannot be purged, in files that are open
 

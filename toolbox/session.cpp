@@ -36,7 +36,7 @@ constexpr Manager inOrder[] = {
 
 LeakReport everything()
 {
-    return {managers::pointerCount(), managers::handleCount(), managers::openFileCount(),
+    return {managers::pointerCount(), managers::handleCount(), managers::openFileCount() + managers::openResourceFileCount(),
             managers::openWindowCount(), managers::loadedResourceCount()};
 }
 

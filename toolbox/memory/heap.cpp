@@ -10,11 +10,6 @@
 #include "memory/heapcore.h"
 #include "toolbox/host/faults.h"
 
-// Until the fault table is there, nothing fails.
-namespace toolbox::faults {
-bool allocationFails() __attribute__((weak));
-}
-
 namespace toolbox::heap {
 namespace {
 
@@ -105,7 +100,7 @@ bool makeRoom(std::int64_t bytes, Handle keep)
 {
     if (heap.moveBlocks)
         moveEverything();
-    if (&faults::allocationFails && faults::allocationFails())
+    if (faults::allocationFails())
         return false;
     if (heap.used + bytes > heap.capacity)
         purgeAll(keep);

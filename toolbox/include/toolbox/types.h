@@ -84,6 +84,7 @@ enum {
     resNotFound = -192,
     resFNotFound = -193,
     addResFailed = -194,
+    rmvResFailed = -196,
     resAttrErr = -198,
     mapReadErr = -199,
     notAFileErr = -1302,
