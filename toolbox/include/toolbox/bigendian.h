@@ -56,6 +56,14 @@ struct BigPoint {
     BigInt16 h;
 };
 
+// Four coordinates as a Rect stores them; a 'DLOG' and an 'ALRT' begin with one.
+struct BigRect {
+    BigInt16 top;
+    BigInt16 left;
+    BigInt16 bottom;
+    BigInt16 right;
+};
+
 static_assert(sizeof(BigInt16) == 2 && alignof(BigInt16) == 1);
 static_assert(sizeof(BigInt32) == 4 && alignof(BigInt32) == 1);
-static_assert(sizeof(BigPointer) == 4 && sizeof(BigPoint) == 4);
+static_assert(sizeof(BigPointer) == 4 && sizeof(BigPoint) == 4 && sizeof(BigRect) == 8);

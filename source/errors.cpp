@@ -1,0 +1,179 @@
+#include "errors.h"
+
+#include "initUtilities.h"
+#include "ktColor.h"
+#include "ktCustomDlg.h"
+#include "ktPrefs.h"
+#include "strings.h"
+#include "toolbox/memory.h"
+#include "toolbox/resources.h"
+#include "toolbox/system.h"
+#include "utilities.h"
+
+Boolean gHaveWriteError = false;
+
+namespace {
+
+constexpr int16_t kAlertID = 16128;
+constexpr int16_t kFrameItem = 2;
+constexpr int16_t kSecondButton = 5;
+
+struct ErrorMessage {
+    OSErr error;
+    int16_t stringID;
+};
+
+constexpr ErrorMessage kWriteMessages[] = {
+    {ioErr, 16134},   {dskFulErr, 16137}, {fnfErr, 16149},  {wPrErr, 16138},
+    {fLckdErr, 16156}, {vLckdErr, 16138},  {fBsyErr, 16158}, {wrPermErr, 16157},
+};
+constexpr ErrorMessage kReadMessages[] = {{ioErr, 16134}, {fnfErr, 16149}};
+
+template <size_t count>
+int16_t MessageFor(OSErr error, const ErrorMessage (&messages)[count], int16_t otherwise)
+{
+    for (const ErrorMessage &message : messages)
+        if (message.error == error)
+            return message.stringID;
+    return otherwise;
+}
+
+int16_t ShowAlert(int16_t kind, int16_t unknownKind)
+{
+    SetCursor(&qd.arrow);
+    CenterAlert(gCustomDialog, kAlertID);
+    switch (kind) {
+    case kStopAlert: return StopAlert(kAlertID, nullptr);
+    case kCautionAlert: return CautionAlert(kAlertID, nullptr);
+    case kNoteAlert: return NoteAlert(kAlertID, nullptr);
+    default: return unknownKind;
+    }
+}
+
+// Where a message is missing there is nothing left to say but this.
+void EndWithFixedText()
+{
+    StringPtr none = ql_quorum_passtr("");
+    ParamText(ql_quorum_passtr("Sorry, a Fatal Error has occured!"),
+              ql_quorum_passtr("\r\rID = 8 (string resource)"), none, none);
+    // Without alert and message alike, reporting the alert would end up here
+    // again.
+    if (GetResource('ALRT', kAlertID) || GetString(16129)) {
+        CenterAlert(gCustomDialog, kAlertID);
+        StopAlert(kAlertID, nullptr);
+    }
+    ExitToShell();
+}
+
+void SetReportTexts(int16_t stringID, int32_t number, ConstStr255Param context)
+{
+    Str255 numberText, digits;
+    CopyPStr(ql_quorum_passtr("\r\rID = "), numberText, 255);
+    if (number != 0) {
+        NumToString(number, digits);
+        ConcatPStr(digits, numberText, 255);
+    }
+    Handle message = reinterpret_cast<Handle>(GetString(stringID));
+    if (!message)
+        EndWithFixedText();
+    MoveHHi(message);
+    HLock(message);
+    ConstStr255Param text = reinterpret_cast<ConstStr255Param>(*message);
+    StringPtr none = ql_quorum_passtr("");
+    if (number != 0)
+        ParamText(text, numberText, context, none);
+    else
+        ParamText(text, context, none, none);
+    HUnlock(message);
+}
+
+// Colours the dialog, draws its outline, and fills in the texts.
+void PrepareReport(DialogPtr dialog, int16_t stringID, int32_t number, ConstStr255Param context)
+{
+    // While the host registers the commands there are no settings.
+    if (gPrefsPtr && gPrefsPtr->useColor)
+        ColorTheDialog(true, dialog);
+    int16_t type = 0;
+    Handle item = nullptr;
+    Rect box{};
+    GetDItem(dialog, kFrameItem, &type, &item, &box);
+    SetDItem(dialog, kFrameItem, type, reinterpret_cast<Handle>(OutlineDefault), &box);
+    SetReportTexts(stringID, number, context);
+}
+
+Boolean RunReport(DialogPtr dialog)
+{
+    SysBeep(1);
+    CenterWindow(gCustomDialog, dialog, kCenterThird);
+    SelectWindow(dialog);
+    ShowWindow(dialog);
+    SetCursor(&qd.arrow);
+    int16_t hit = 0;
+    do {
+        ModalDialog(ErrorFilter, &hit);
+    } while (hit != ok && hit != kSecondButton);
+    HideWindow(dialog);
+    return hit == ok;
+}
+
+}  // namespace
+
+void ErrorInit()
+{
+}
+
+Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, ConstStr255Param context,
+                        Boolean fatal)
+{
+    DialogPtr dialog = GetNewDialog(dialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
+    if (!dialog) {
+        // Without the dialog the alert has to do; without either, nothing can.
+        if (!GetResource('ALRT', kAlertID))
+            ExitToShell();
+        return AlrtErrorHandler(kStopAlert, stringID, number, context, true);
+    }
+    GrafPtr savedPort;
+    GetPort(&savedPort);
+    SetPort(dialog);
+    PrepareReport(dialog, stringID, number, context);
+    Boolean result = RunReport(dialog);
+    if (fatal)
+        ExitToShell();
+    DisposDialog(dialog);
+    SetPort(savedPort);
+    return result;
+}
+
+Boolean ErrorFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
+{
+    return TwoButtonKeys(dialog, event, itemHit, kSecondButton);
+}
+
+Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context,
+                         Boolean fatal)
+{
+    SetReportTexts(stringID, number, context);
+    ShowAlert(kind, 0);
+    if (fatal)
+        ExitToShell();
+    return true;
+}
+
+Boolean DoWriteError(OSErr error, ConstStr255Param context)
+{
+    TheErrorHandler(kErrorDialog, MessageFor(error, kWriteMessages, 16139), error, context, false);
+    gHaveWriteError = true;
+    return true;
+}
+
+Boolean DoReadError(OSErr error, ConstStr255Param context)
+{
+    return TheErrorHandler(kErrorDialog, MessageFor(error, kReadMessages, 16150), error, context, false);
+}
+
+int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,
+                ConstStr255Param text3)
+{
+    ParamText(text0, text1, text2, text3);
+    return ShowAlert(kind, 2);
+}

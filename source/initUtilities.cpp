@@ -1,0 +1,72 @@
+#include "initUtilities.h"
+
+#include "errors.h"
+#include "toolbox/system.h"
+#include "utilities.h"
+
+EnvirInfo *gEnvirInfo = nullptr;
+
+namespace {
+
+constexpr int32_t kColorQuickDraw = 0x100;
+constexpr uint16_t kUnimplementedTrap = 0xA89F;
+
+void MeasureScreen()
+{
+    Rect screen = qd.screenBits.bounds;
+    if (gEnvirInfo->hasColorQD) {
+        GDHandle device = GetMainDevice();
+        if (device)
+            screen = (*device)->gdRect;
+    }
+    // The top keeps its place.
+    screen.left += 4;
+    screen.right -= 4;
+    screen.bottom -= 4;
+    gEnvirInfo->screenRect = screen;
+}
+
+}  // namespace
+
+void GetEnvirInfo()
+{
+    // A report that QuickDraw is missing needs a place to appear.
+    gEnvirInfo->hasColorQD = 0;
+    MeasureScreen();
+
+    SystemVersionCheck();
+    int32_t answer = 0;
+    if (Gestalt('qd  ', &answer) != noErr)
+        TheErrorHandler(kErrorDialog, 16129, 2, ql_quorum_passtr(" (gestalt QD)"), true);
+    gEnvirInfo->hasColorQD = answer >= kColorQuickDraw;
+    GetAppVersionStr(gEnvirInfo->versionStr);
+    GetCurPixDepth();
+    MeasureScreen();
+
+    Handle format = IUGetIntl(0);
+    gEnvirInfo->decimalPt = format ? **format : '.';
+}
+
+OSErr SystemVersionCheck()
+{
+    return Gestalt('sysv', &gEnvirInfo->sysVersion);
+}
+
+Boolean TrapAvailable(uint16_t trap)
+{
+    int16_t type = GetTrapType(trap);
+    if (type == ToolTrap && (trap & 0x07FF) >= NumToolboxTraps())
+        trap = kUnimplementedTrap;
+    return NGetTrapAddress(trap, type) != NGetTrapAddress(kUnimplementedTrap, ToolTrap);
+}
+
+int16_t GetTrapType(uint16_t trap)
+{
+    return trap & 0x0800 ? ToolTrap : OSTrap;
+}
+
+int16_t NumToolboxTraps()
+{
+    // A small table repeats after 512 entries, so that both are the same.
+    return NGetTrapAddress(0xA86E, ToolTrap) == NGetTrapAddress(0xAA6E, ToolTrap) ? 512 : 1024;
+}

@@ -1,0 +1,184 @@
+#include "ktPlugMain.h"
+
+#include <type_traits>
+
+#include "errors.h"
+#include "initUtilities.h"
+#include "ktAboutDlg.h"
+#include "ktAnnoDlg.h"
+#include "ktColor.h"
+#include "ktCustomDlg.h"
+#include "ktDeleteRiders.h"
+#include "ktFreqDlg.h"
+#include "ktPrefs.h"
+#include "ktSpot.h"
+#include "toolbox/memory.h"
+#include "toolbox/resources.h"
+#include "toolbox/system.h"
+
+namespace {
+
+constexpr int16_t kMenuStrings = 16500;
+constexpr int16_t kGroupIndex = 1;
+constexpr int16_t kFirstCommandIndex = 2;
+constexpr int32_t kCommands = 2;
+
+void DisposeEnvironment()
+{
+    DisposePtr(reinterpret_cast<Ptr>(gEnvirInfo));
+    gEnvirInfo = nullptr;
+}
+
+void DisposeSettings()
+{
+    DisposePtr(reinterpret_cast<Ptr>(gPrefsPtr));
+    gPrefsPtr = nullptr;
+}
+
+// There is no room for a record, so the report does without.
+void ReportNoRecord()
+{
+    static EnvirInfo spare;
+    EnvirInfo *kept = gEnvirInfo;
+    gEnvirInfo = &spare;
+    GetEnvirInfo();
+    TheErrorHandler(kErrorDialog, 16129, 94, ql_quorum_passtr(" (newptr)"), false);
+    gEnvirInfo = kept;
+}
+
+// The records start out zero, so that a report made while they are being
+// filled finds no colour wanted. False after a report; nothing is left then.
+Boolean MakeEnvironment()
+{
+    gPrefsPtr = nullptr;
+    gSavedPrefs = nullptr;
+    gEnvirInfo = reinterpret_cast<EnvirInfo *>(NewPtrClear(sizeof(EnvirInfo)));
+    if (!gEnvirInfo)
+        ReportNoRecord();
+    return gEnvirInfo != nullptr;
+}
+
+Boolean OpenSettings()
+{
+    if (!MakeEnvironment())
+        return false;
+    gPrefsPtr = reinterpret_cast<PrefsRec *>(NewPtrClear(sizeof(PrefsRec)));
+    if (!gPrefsPtr) {
+        ReportNoRecord();
+        DisposeEnvironment();
+        return false;
+    }
+    gSavedSpotHandle = nullptr;
+    GetEnvirInfo();
+    GetPrefs();
+    return true;
+}
+
+// Settings that could not be written leave their spot text behind.
+void CloseSettings()
+{
+    DisposeHandle(gSpotHandle);
+    gSpotHandle = nullptr;
+    gSavedSpotHandle = nullptr;
+    DisposeSettings();
+    DisposeEnvironment();
+}
+
+Boolean GetMenuString(Str255 text, int16_t index)
+{
+    GetIndString(text, kMenuStrings, index);
+    return text[0] != 0;
+}
+
+Boolean RegisterCommands(const HostProcs *hostProcs)
+{
+    auto addMenuItem = hostProcs->addMenuItem.as<std::remove_pointer_t<AddMenuItemProc>>();
+    Str255 group, text;
+    if (!GetMenuString(group, kGroupIndex))
+        return false;
+    for (int32_t command = 0; command < kCommands; ++command) {
+        if (!GetMenuString(text, static_cast<int16_t>(kFirstCommandIndex + command)))
+            return false;
+        addMenuItem(group, text, command);
+    }
+    return true;
+}
+
+int32_t StartUp(const MessageBlock *block)
+{
+    if (!MakeEnvironment())
+        return 1;
+    GetEnvirInfo();
+    Boolean registered = RegisterCommands(block->hostProcs.as<HostProcs>());
+    if (!registered)
+        TheErrorHandler(kErrorDialog, 16129, 90, ql_quorum_passtr(" (STR# resource)"), false);
+    DisposeEnvironment();
+    return registered ? 0 : 1;
+}
+
+void ShowAbout()
+{
+    if (!OpenSettings())
+        return;
+    HandleAboutDialog();
+    WritePrefs();
+    CloseSettings();
+}
+
+void RunSettingsDialog(MessageBlock *block)
+{
+    gSavedPrefs = reinterpret_cast<PrefsRec *>(NewPtrClear(sizeof(PrefsRec)));
+    if (!gSavedPrefs) {
+        ReportNoRecord();
+        return;
+    }
+    HandleCustomDialog(block);
+    DisposePtr(reinterpret_cast<Ptr>(gSavedPrefs));
+    gSavedPrefs = nullptr;
+}
+
+void RunCommand(MessageBlock *block)
+{
+    if (!OpenSettings())
+        return;
+    if (gEnvirInfo->hasColorQD)
+        GetKTColor();
+    if (block->command == kCommandSettings)
+        RunSettingsDialog(block);
+    else if (block->command == kCommandRemove)
+        RemoveRiders();
+    WritePrefs();
+    if (gEnvirInfo->hasColorQD)
+        DisposeKTColor();
+    CloseSettings();
+}
+
+// All are empty so far; the order is kept for those that come to have work.
+void CallInitHooks()
+{
+    CustomInit();
+    AnnoInit();
+    FreqInit();
+    AboutInit();
+    CreditsInit();
+    ErrorInit();
+}
+
+}  // namespace
+
+__attribute__((visibility("default"))) int32_t main_entry(MessageBlock *block)
+{
+    CallInitHooks();
+    gHaveWriteError = false;
+    // Unsigned, so that negative selectors are refused with the large ones.
+    uint16_t selector = static_cast<uint16_t>(static_cast<int16_t>(block->selector));
+    if (selector >= 5)
+        return 0;
+    switch (selector) {
+    case kSelectIdentify: return kRidersInterface;
+    case kSelectStartUp: return StartUp(block);
+    case kSelectAbout: ShowAbout(); break;
+    case kSelectCommand: RunCommand(block); break;
+    }
+    return 0;
+}
