@@ -1,0 +1,50 @@
+// A menu as it lies on the screen: where its rows are and how they look.
+// Private to the Menu Manager.
+#pragma once
+
+#include <vector>
+
+#include "toolbox/menus.h"
+#include "toolbox/quickdraw.h"
+
+namespace toolbox::menus {
+
+// Draws into the current port, which is in global coordinates.
+class MenuView {
+public:
+    // Places the menu with the item's top left at the point, or as near as the
+    // screen that holds the point lets it be.
+    MenuView(MenuHandle menu, Point where, int item);
+
+    // All that is drawn on, frame and shadow included.
+    Rect covered() const;
+    void draw();
+    // The item at the point that can be chosen, else 0.
+    int itemAt(Point where) const;
+    // Inverts this item and no other; 0 none.
+    void highlight(int item);
+    // Where the point is over a row that shows there is more, moves the rows
+    // by one. True when they moved.
+    bool scrollAt(Point where);
+    // Global rectangle of each item, empty for one that does not show.
+    std::vector<Rect> itemRects() const;
+
+private:
+    int rowsShown() const { return (rows_.bottom - rows_.top) / rowHeight; }
+    bool moreAbove() const { return first_ > 1; }
+    bool moreBelow() const { return first_ + rowsShown() - 1 < count_; }
+    bool shows(int item) const;
+    Rect rowOf(int item) const;
+    void drawRow(int item) const;
+    void drawArrow(const Rect &row, int direction) const;
+
+    static constexpr int rowHeight = 16;
+
+    MenuHandle menu_;
+    int count_;
+    Rect rows_{};
+    int first_ = 1;        // the item in the first row
+    int highlighted_ = 0;
+};
+
+}  // namespace toolbox::menus
