@@ -74,7 +74,7 @@ std::vector<std::uint32_t> laidOut(const AppleDouble &file)
         const AppleDouble::Entry &entry = file.entries[i];
         if (entry.id == resourceForkEntry)
             continue;
-        bool moves = !stay || entry.bytes.empty();
+        bool moves = !stay || entry.offset == 0;
         offsets[i] = moves ? static_cast<std::uint32_t>(end) : entry.offset;
         end = std::max<std::uint64_t>(end, offsets[i] + entry.bytes.size());
     }

@@ -28,7 +28,7 @@ struct AppleDouble {
     };
 
     std::string filler = std::string(16, '\0');
-    std::vector<Entry> entries;   // in the order of the table
+    std::vector<Entry> entries;  // in the order of the table
 
     const Entry *find(std::uint32_t id) const;
     // Empty where there is no such entry.

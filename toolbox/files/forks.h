@@ -11,7 +11,7 @@ namespace toolbox::files {
 struct ForkAddress {
     std::int16_t vRefNum;
     std::int32_t dirID;
-    std::string name;   // Mac OS Roman, no length byte
+    std::string name;  // Mac OS Roman, no length byte
 };
 
 // The bytes of the resource fork, empty where the file has none. fnfErr when

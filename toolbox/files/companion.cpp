@@ -1,0 +1,151 @@
+#include "files/companion.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "files/linuxfile.h"
+
+namespace fs = std::filesystem;
+
+namespace toolbox::files {
+namespace {
+
+constexpr std::size_t beginningBytes = 1024;
+// A fork holds 16 MiB; nothing else in a companion comes near that.
+constexpr std::size_t companionLimit = 64 * 1024 * 1024;
+
+bool isControl(char c)
+{
+    auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r' && byte != '\f') || byte == 0x7F;
+}
+
+bool isBlank(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == '\0'; });
+}
+
+// What the file is without a companion.
+std::string plainFinderInfo(const fs::path &file)
+{
+    std::string info = fileLooksLikeText(file) ? "TEXTttxt" : "????????";
+    info.resize(finderInfoBytes, '\0');
+    return info;
+}
+
+bool saysNothing(const fs::path &file, const AppleDouble &contents)
+{
+    for (const AppleDouble::Entry &entry : contents.entries)
+        if (entry.id != finderInfoEntry && !entry.bytes.empty())
+            return false;
+    if (contents.bytes(finderInfoEntry).size() > finderInfoBytes)
+        return false;
+    std::string info = contents.finderInfo();
+    return isBlank(info) || info == plainFinderInfo(file);
+}
+
+OSErr removeCompanion(const fs::path &companion)
+{
+    if (unlink(companion.c_str()) != 0 && errno != ENOENT && errno != ENAMETOOLONG)
+        return errorOf(errno, Aim::change);
+    return noErr;
+}
+
+}  // namespace
+
+fs::path companionOf(const fs::path &file)
+{
+    return file.parent_path() / ("._" + file.filename().string());
+}
+
+bool looksLikeText(std::string_view beginning)
+{
+    if (beginning.find('\0') != std::string_view::npos)
+        return false;
+    // A few controls are common in PostScript, such as the one that ends a job.
+    auto controls = static_cast<std::size_t>(std::count_if(beginning.begin(), beginning.end(), isControl));
+    return controls <= 1 + beginning.size() / 20;
+}
+
+bool fileLooksLikeText(const fs::path &file)
+{
+    Descriptor opened = openPath(file, O_RDONLY);
+    if (!opened.open())
+        return false;
+    char beginning[beginningBytes];
+    std::size_t count;
+    OSErr error = readAt(opened.number(), beginning, sizeof beginning, 0, count);
+    return (error == noErr || error == eofErr) && looksLikeText({beginning, count});
+}
+
+Companion loadCompanion(const fs::path &file, AppleDouble &contents)
+{
+    contents = newAppleDouble();
+    fs::path companion = companionOf(file);
+    struct stat status;
+    if (lstat(companion.c_str(), &status) != 0)
+        return errno == ENOENT || errno == ENAMETOOLONG ? Companion::none : Companion::damaged;
+    std::string bytes;
+    if (readWhole(companion, companionLimit, bytes) != noErr)
+        return Companion::damaged;
+    auto parsed = parseAppleDouble(bytes);
+    if (!parsed)
+        return Companion::damaged;
+    contents = std::move(*parsed);
+    return Companion::present;
+}
+
+OSErr storeCompanion(const fs::path &file, const AppleDouble &contents)
+{
+    fs::path companion = companionOf(file);
+    struct stat data, old;
+    if (OSErr error = statusOf(file, Aim::change, data))
+        return error;
+    bool existed = stat(companion.c_str(), &old) == 0;
+    if (isLocked(data) || (existed && isLocked(old)))
+        return fLckdErr;
+    if (saysNothing(file, contents))
+        return removeCompanion(companion);
+    mode_t mode = (existed ? old.st_mode : data.st_mode) & 0666;
+    return replaceWhole(companion, composeAppleDouble(contents), mode);
+}
+
+std::string finderInfoOf(const fs::path &file)
+{
+    AppleDouble contents;
+    loadCompanion(file, contents);
+    std::string info = contents.finderInfo();
+    if (isBlank({info.data(), 8}))
+        info.replace(0, 8, plainFinderInfo(file), 0, 8);
+    return info;
+}
+
+bool hasTypeOfItsOwn(const fs::path &file)
+{
+    AppleDouble contents;
+    loadCompanion(file, contents);
+    return !isBlank(contents.finderInfo().substr(0, 8));
+}
+
+OSErr setFinderInfoOf(const fs::path &file, std::string_view firstBytes)
+{
+    AppleDouble contents;
+    if (loadCompanion(file, contents) == Companion::damaged)
+        return ioErr;
+    std::string info = contents.finderInfo();
+    info.replace(0, firstBytes.size(), firstBytes);
+    contents.setFinderInfo(info);
+    return storeCompanion(file, contents);
+}
+
+OSType typeIn(std::string_view finderInfo)
+{
+    OSType type = 0;
+    for (char c : finderInfo.substr(0, 4))
+        type = type << 8 | static_cast<unsigned char>(c);
+    return type;
+}
+
+}  // namespace toolbox::files

@@ -1,0 +1,43 @@
+// Names: Mac OS Roman of up to 63 bytes on this side, UTF-8 on the other.
+//
+// A '/' in a Mac name is a ':' in Linux and the other way round. A Linux name
+// that has no Mac form gets an alias, which is remembered while the Toolbox
+// runs.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "toolbox/types.h"
+
+namespace toolbox::files {
+
+inline constexpr std::size_t longestName = 63;
+
+// bdNamErr: empty, too long, with a ':' or NUL, a companion's name, or one of
+// the two that every Linux folder has.
+OSErr linuxNameOf(std::string_view macName, std::string &linuxName);
+
+// Equal where two names are the same but for upper and lower case.
+std::string foldedCase(std::string_view macName);
+// Below 0, 0 or above: as people sort, without case and accents first, digits
+// by the number they make.
+int compareNames(std::string_view macName, std::string_view other);
+
+enum class Match {
+    literal,   // the name as it is, whether such a file exists or not
+    spelling,  // else a file whose name differs only in how accents are encoded
+    anyCase    // else a file whose name differs only in case
+};
+// The path the name stands for in the folder, aliases included. Where nothing
+// matches: the path of the literal name.
+OSErr pathFor(const std::filesystem::path &folder, std::string_view macName, Match match,
+              std::filesystem::path &path);
+
+// The name by which pathFor finds the file.
+std::string macNameFor(const std::filesystem::path &folder, const std::string &linuxName);
+
+void forgetAliases();
+
+}  // namespace toolbox::files
