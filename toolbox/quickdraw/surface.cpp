@@ -1,7 +1,7 @@
 #include "quickdraw/surface.h"
 
 #include <algorithm>
-#include <stdexcept>
+#include <new>
 
 namespace toolbox::quickdraw {
 
@@ -117,10 +117,10 @@ static std::uint32_t mixed(std::uint32_t under, std::uint32_t over, unsigned cov
     return result;
 }
 
-void Surface::drawGlyph(const GlyphImage &glyph, Point pen, const Area &clip, const Ink &ink)
+void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &clip, const Ink &ink)
 {
-    const int left = (pen.h - bounds_.left) * scale_ + glyph.left;
-    const int top = (pen.v - bounds_.top) * scale_ + glyph.top;
+    const int left = (penH - bounds_.left) * scale_ + glyph.left;
+    const int top = (penV - bounds_.top) * scale_ + glyph.top;
     const bool graded = depth_ > 1 && ink.onBlack != Action::invert;
     for (const Box &box : deviceBoxes(clip)) {
         for (int y = std::max(box.y1, top); y < std::min(box.y2, top + glyph.height); ++y) {

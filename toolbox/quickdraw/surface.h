@@ -38,8 +38,8 @@ public:
     // Fills the part of the area that lies on the surface.
     void fill(const Area &area, const Ink &ink);
     // Lets the ink's black action through the glyph, in the part of it that
-    // lies in clip. The pen is a global point.
-    void drawGlyph(const GlyphImage &glyph, Point pen, const Area &clip, const Ink &ink);
+    // lies in clip. The pen is at a global point.
+    void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &clip, const Ink &ink);
 
     // One pixel (the top left device pixel of it).
     std::uint32_t pixel(int h, int v) const;

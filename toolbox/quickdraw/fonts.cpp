@@ -1,0 +1,221 @@
+#include "quickdraw/fonts.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_ADVANCES_H
+#include FT_SYNTHESIS_H
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <stdexcept>
+#include <tuple>
+
+#include "quickdraw/font_files.h"
+#include "quickdraw/mark_glyphs.h"
+#include "toolbox/host/text.h"
+
+namespace toolbox::quickdraw {
+
+const char *const usualFontFolder = "/usr/share/fonts/opentype/urw-base35";
+
+namespace {
+
+struct LibraryDone {
+    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
+};
+struct FaceDone {
+    void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
+using Face = std::unique_ptr<FT_FaceRec_, FaceDone>;
+
+struct OpenFont {
+    FontFile file;
+    Face face;
+    std::array<FT_UInt, 256> glyphs{};
+    std::array<int, 256> designWidths{};
+    int unitsPerEm = 1000;
+};
+
+using GlyphKey = std::tuple<const OpenFont *, int /* device size */, uint8_t, bool /* graded */>;
+
+struct Fonts {
+    std::filesystem::path folder = usualFontFolder;
+    std::unique_ptr<FT_LibraryRec_, LibraryDone> library;
+    std::map<std::tuple<std::string, bool, bool>, OpenFont> open;
+    std::map<std::pair<int16_t, uint8_t>, const OpenFont *> chosen;
+    std::map<GlyphKey, GlyphImage> images;
+
+    void forget()
+    {
+        images.clear();
+        chosen.clear();
+        open.clear();
+    }
+};
+Fonts fonts;
+
+char32_t firstCodePoint(const std::string &utf8)
+{
+    if (utf8.empty())
+        return 0;
+    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    if (utf8.size() >= 3 && byte(0) >= 0xE0)
+        return (byte(0) & 0x0Fu) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
+    if (utf8.size() >= 2 && byte(0) >= 0xC0)
+        return (byte(0) & 0x1Fu) << 6 | (byte(1) & 0x3Fu);
+    return byte(0);
+}
+
+FT_UInt glyphIndex(const OpenFont &font, int character)
+{
+    const auto byte = static_cast<char>(character);
+    const char32_t code = font.file.ownEncoding ? static_cast<char32_t>(character)
+                                                : firstCodePoint(utf8FromRoman({&byte, 1}));
+    return FT_Get_Char_Index(font.face.get(), code);
+}
+
+void findGlyphs(OpenFont &font)
+{
+    FT_Select_Charmap(font.face.get(), font.file.ownEncoding ? FT_ENCODING_ADOBE_CUSTOM : FT_ENCODING_UNICODE);
+    font.unitsPerEm = std::max<int>(font.face->units_per_EM, 1);
+    for (int character = 0; character < 256; ++character) {
+        FT_UInt glyph = glyphIndex(font, character);
+        font.glyphs[character] = glyph ? glyph : glyphIndex(font, '?');
+        FT_Fixed width = 0;
+        FT_Get_Advance(font.face.get(), font.glyphs[character], FT_LOAD_NO_SCALE, &width);
+        font.designWidths[character] = static_cast<int>(width);
+    }
+}
+
+Face openFace(const std::string &name)
+{
+    if (!fonts.library) {
+        FT_Library library = nullptr;
+        if (FT_Init_FreeType(&library))
+            throw std::runtime_error("FreeType does not start");
+        fonts.library.reset(library);
+    }
+    const std::string path = (fonts.folder / (name + ".otf")).string();
+    FT_Face face = nullptr;
+    if (FT_New_Face(fonts.library.get(), path.c_str(), 0, &face))
+        throw std::runtime_error("the font " + path +
+                                 " is missing or damaged: install the Debian package fonts-urw-base35");
+    return Face(face);
+}
+
+const OpenFont &fontFor(const TextStyle &style)
+{
+    const std::pair<int16_t, uint8_t> asked(style.font, style.face & (bold | italic));
+    if (auto known = fonts.chosen.find(asked); known != fonts.chosen.end())
+        return *known->second;
+    const FontFile file = fontFileFor(style.font, style.face);
+    const auto key = std::make_tuple(file.name, file.makeBold, file.makeItalic);
+    auto found = fonts.open.find(key);
+    if (found == fonts.open.end()) {
+        OpenFont font{.file = file, .face = openFace(file.name)};
+        findGlyphs(font);
+        found = fonts.open.emplace(key, std::move(font)).first;
+    }
+    fonts.chosen[asked] = &found->second;
+    return found->second;
+}
+
+// Beyond the largest size glyphs would take more memory than anybody means.
+int pixelSize(const TextStyle &style)
+{
+    constexpr int usual = 12, largest = 1000;
+    return style.size <= 0 ? usual : std::min<int>(style.size, largest);
+}
+
+GlyphImage imageFrom(const FT_GlyphSlot slot)
+{
+    const FT_Bitmap &bitmap = slot->bitmap;
+    GlyphImage image{slot->bitmap_left, -slot->bitmap_top, static_cast<int>(bitmap.width),
+                     static_cast<int>(bitmap.rows), {}};
+    for (unsigned y = 0; y < bitmap.rows; ++y) {
+        const unsigned char *row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
+        for (unsigned x = 0; x < bitmap.width; ++x)
+            image.coverage.push_back(bitmap.pixel_mode == FT_PIXEL_MODE_MONO
+                                         ? (row[x / 8] & 0x80u >> x % 8 ? 255 : 0)
+                                         : row[x]);
+    }
+    return image;
+}
+
+GlyphImage renderGlyph(const OpenFont &font, uint8_t character, int deviceSize, bool graded)
+{
+    FT_Face face = font.face.get();
+    FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(deviceSize));
+    if (FT_Load_Glyph(face, font.glyphs[character], graded ? FT_LOAD_TARGET_LIGHT : FT_LOAD_TARGET_MONO))
+        return {};
+    if (font.file.makeItalic)
+        FT_GlyphSlot_Oblique(face->glyph);
+    if (FT_Render_Glyph(face->glyph, graded ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO))
+        return {};
+    return imageFrom(face->glyph);
+}
+
+// Each pixel also inks its right neighbour.
+GlyphImage emboldened(const GlyphImage &thin)
+{
+    GlyphImage thick{thin.left, thin.top, thin.width + 1, thin.height, {}};
+    for (int y = 0; y < thin.height; ++y)
+        for (int x = 0; x <= thin.width; ++x) {
+            const std::uint8_t *row = thin.coverage.data() + std::size_t(y) * thin.width;
+            thick.coverage.push_back(std::max<std::uint8_t>(x < thin.width ? row[x] : 0, x > 0 ? row[x - 1] : 0));
+        }
+    return thick;
+}
+
+}  // namespace
+
+int advanceOf(const TextStyle &style, uint8_t character)
+{
+    const int size = pixelSize(style);
+    int width = markAdvance(size);
+    bool widened = false;
+    if (!isMark(character)) {
+        const OpenFont &font = fontFor(style);
+        width = (2 * font.designWidths[character] * size + font.unitsPerEm) / (2 * font.unitsPerEm);
+        widened = font.file.makeBold;
+    }
+    width += (widened ? 1 : 0) + (style.face & extend ? 1 : 0) - (style.face & condense ? 1 : 0);
+    return std::max(width, 0);
+}
+
+const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, bool graded)
+{
+    const int deviceSize = pixelSize(style) * scale;
+    const OpenFont *font = isMark(character) ? nullptr : &fontFor(style);
+    const GlyphKey key(font, deviceSize, character, graded);
+    if (auto known = fonts.images.find(key); known != fonts.images.end())
+        return known->second;
+    GlyphImage image = font ? renderGlyph(*font, character, deviceSize, graded) : markImage(character, deviceSize);
+    if (font && font->file.makeBold)
+        image = emboldened(image);
+    return fonts.images.emplace(key, std::move(image)).first->second;
+}
+
+// 12, 3 and 1 at size 12, where dialogs expect lines of 16 pixels. The fonts'
+// own ascent leaves no room for accents on capitals.
+FontInfo fontInfoOf(const TextStyle &style)
+{
+    const int size = pixelSize(style);
+    const OpenFont &font = fontFor(style);
+    const int widest = *std::max_element(font.designWidths.begin(), font.designWidths.end());
+    FontInfo info;
+    info.ascent = static_cast<int16_t>((size * 19 + 19) / 20);
+    info.descent = static_cast<int16_t>((size + 3) / 4);
+    info.leading = static_cast<int16_t>((size + 11) / 12);
+    info.widMax = static_cast<int16_t>((widest * size + font.unitsPerEm - 1) / font.unitsPerEm);
+    return info;
+}
+
+void setFontFolder(const std::filesystem::path &folder)
+{
+    fonts.forget();
+    fonts.folder = folder;
+}
+
+}  // namespace toolbox::quickdraw

@@ -1,0 +1,163 @@
+#include "toolbox/quickdraw.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "quickdraw/drawing.h"
+#include "quickdraw/globals.h"
+#include "quickdraw/region_data.h"
+#include "quickdraw/screens.h"
+#include "toolbox/host/trace.h"
+
+using namespace toolbox;
+using namespace toolbox::quickdraw;
+
+static void traceRect(const char *call, const Rect &r)
+{
+    trace::drawing("%s %d,%d,%d,%d", call, r.left, r.top, r.right, r.bottom);
+}
+
+static Rect withinPen(const Rect &r, Point penSize)
+{
+    Rect inner = r;
+    InsetRect(&inner, penSize.h, penSize.v);
+    return inner;
+}
+
+void FrameRect(const Rect *r)
+{
+    const GrafPort &port = currentPort();
+    traceRect("frameRect", *r);
+    paintWithPen(port, Area(*r) - Area(withinPen(*r, port.pnSize)));
+}
+
+void PaintRect(const Rect *r)
+{
+    traceRect("paintRect", *r);
+    paintWithPen(currentPort(), Area(*r));
+}
+
+void EraseRect(const Rect *r)
+{
+    const GrafPort &port = currentPort();
+    traceRect("eraseRect", *r);
+    paintShape(port, Area(*r), Ink::background(port));
+}
+
+void InvertRect(const Rect *r)
+{
+    const GrafPort &port = currentPort();
+    traceRect("invertRect", *r);
+    paintShape(port, Area(*r), Ink::inverting(port));
+}
+
+void FillRect(const Rect *r, const Pattern *pattern)
+{
+    const GrafPort &port = currentPort();
+    traceRect("fillRect", *r);
+    paintShape(port, Area(*r), Ink::of(port, *pattern, patCopy));
+}
+
+// How far the corner's oval is in from the rectangle's side, row by row from
+// the top: a pixel belongs to the oval when its centre does.
+static int cornerInset(int row, int ovalWidth, int ovalHeight)
+{
+    const double up = 1 - (row + 0.5) / (ovalHeight / 2.0);
+    const double halfWidth = ovalWidth / 2.0 * std::sqrt(std::max(0.0, 1 - up * up));
+    return static_cast<int>(std::ceil(ovalWidth / 2.0 - halfWidth - 0.5));
+}
+
+static Area roundRectArea(const Rect &r, int ovalWidth, int ovalHeight)
+{
+    if (emptyRect(r))
+        return {};
+    ovalWidth = std::clamp(ovalWidth, 0, r.right - r.left);
+    ovalHeight = std::clamp(ovalHeight, 0, r.bottom - r.top);
+    const int rows = ovalWidth > 0 ? (ovalHeight + 1) / 2 : 0;
+    std::vector<Box> boxes{{r.left, r.top + rows, r.right, r.bottom - rows}};
+    for (int row = 0; row < rows; ++row) {
+        const int inset = cornerInset(row, ovalWidth, ovalHeight);
+        boxes.push_back({r.left + inset, r.top + row, r.right - inset, r.top + row + 1});
+        boxes.push_back({r.left + inset, r.bottom - row - 1, r.right - inset, r.bottom - row});
+    }
+    return Area(boxes);
+}
+
+static void traceRoundRect(const char *call, const Rect &r, int ovalWidth, int ovalHeight)
+{
+    trace::drawing("%s %d,%d,%d,%d %d,%d", call, r.left, r.top, r.right, r.bottom, ovalWidth, ovalHeight);
+}
+
+void FrameRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
+{
+    const GrafPort &port = currentPort();
+    const Point pen = port.pnSize;
+    trace::drawing("roundRect %d,%d,%d,%d %d,%d pen %d,%d", r->left, r->top, r->right, r->bottom, ovalWidth,
+                   ovalHeight, pen.h, pen.v);
+    const Area inner = roundRectArea(withinPen(*r, pen), ovalWidth - 2 * pen.h, ovalHeight - 2 * pen.v);
+    paintWithPen(port, roundRectArea(*r, ovalWidth, ovalHeight) - inner);
+}
+
+void PaintRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
+{
+    traceRoundRect("paintRoundRect", *r, ovalWidth, ovalHeight);
+    paintWithPen(currentPort(), roundRectArea(*r, ovalWidth, ovalHeight));
+}
+
+void EraseRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
+{
+    const GrafPort &port = currentPort();
+    traceRoundRect("eraseRoundRect", *r, ovalWidth, ovalHeight);
+    paintShape(port, roundRectArea(*r, ovalWidth, ovalHeight), Ink::background(port));
+}
+
+void InvertRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
+{
+    const GrafPort &port = currentPort();
+    traceRoundRect("invertRoundRect", *r, ovalWidth, ovalHeight);
+    paintShape(port, roundRectArea(*r, ovalWidth, ovalHeight), Ink::inverting(port));
+}
+
+void LineTo(int16_t h, int16_t v)
+{
+    GrafPort &port = currentPort();
+    const Point from = port.pnLoc, to{v, h};
+    port.pnLoc = to;
+    if (polygonOpen()) {
+        addToPolygon(from, to);
+        return;
+    }
+    trace::drawing("line %d,%d to %d,%d", from.h, from.v, to.h, to.v);
+    paintWithPen(port, lineArea(from, to, port.pnSize));
+}
+
+void Line(int16_t dh, int16_t dv)
+{
+    const Point from = currentPort().pnLoc;
+    LineTo(static_cast<int16_t>(from.h + dh), static_cast<int16_t>(from.v + dv));
+}
+
+void EraseRgn(RgnHandle region)
+{
+    const GrafPort &port = currentPort();
+    const Area area = areaOf(region);
+    traceRect("eraseRgn", area.bounds());
+    paintShape(port, area, Ink::background(port));
+}
+
+void PaintRgn(RgnHandle region)
+{
+    const Area area = areaOf(region);
+    traceRect("paintRgn", area.bounds());
+    paintWithPen(currentPort(), area);
+}
+
+void ScrollRect(const Rect *r, int16_t dh, int16_t dv, RgnHandle update)
+{
+    const GrafPort &port = currentPort();
+    trace::drawing("scrollRect %d,%d,%d,%d by %d,%d", r->left, r->top, r->right, r->bottom, dh, dv);
+    const Area moving = toGlobal(port, Area(*r)) & visibleArea(port);
+    const Area vacated = scrollOnScreens(moving, dh, dv);
+    fillOnScreens(vacated, Ink::background(port));
+    storeArea(vacated.movedBy(-port.portBits.bounds.left, -port.portBits.bounds.top), update);
+}
