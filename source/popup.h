@@ -24,7 +24,13 @@ struct PopupInfo {
     Str31 title;
 };
 
-// The menus whose last item stands for a value of the user's own.
+// The record as it stands, good until the next call that may allocate.
+inline PopupInfo *PopupRecord(Handle popup)
+{
+    return reinterpret_cast<PopupInfo *>(*popup);
+}
+
+// The menus by resource number.
 enum {
     kFreqMenu = 16136,
     kAngleMenu = 16137,

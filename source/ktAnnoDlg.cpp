@@ -1,0 +1,351 @@
+#include "ktAnnoDlg.h"
+
+#include "dialogItems.h"
+#include "errors.h"
+#include "ktColor.h"
+#include "ktCustomDlg.h"
+#include "ktFreqDlg.h"
+#include "ktPrefs.h"
+#include "popup.h"
+#include "strings.h"
+#include "toolbox/memory.h"
+#include "toolbox/resources.h"
+#include "toolbox/system.h"
+#include "utilities.h"
+
+AnnoPrefs *gSavedAnnoPrefs = nullptr;
+Handle gAnnoFontPopInfo = nullptr;
+Handle gAnnoSizePopInfo = nullptr;
+Str255 gFontNameStr = {0};
+Str255 gAnnoSavedFontNameStr = {0};
+
+enum { kOKItem = 1, kCancelItem = 2, kOutlineItem = 3, kTextItem = 4, kFontItem = 6, kSizePopupItem = 7 };
+enum { kSizeItem = 8, kPanelItem = 9 };
+enum { kTextLimit = 254, kSizeLimit = 4 };
+enum { kTabKey = 9 };
+enum { kDialogMissing = 80, kStringMissing = 90 };
+enum {
+    kInvalidCharacter = 16132,
+    kTextLength = 16145,
+    kTextPasteTooLong = 16163,
+    kSizeNotWhole = 16165,
+    kSizeOutOfRange = 16166,
+    kSizePasteTooLong = 16167
+};
+
+void AnnoInit()
+{
+}
+
+// --- The checks -------------------------------------------------------------
+
+// Says why, corrects the field, and answers false.
+static Boolean RefuseField(int16_t message, int16_t item, ConstStr255Param replacement)
+{
+    TheErrorHandler(kErrorDialog, message, 0, ql_quorum_passtr(""), false);
+    SetItemText(gTheDialog, item, replacement);
+    SelectItemText(gTheDialog, item);
+    return false;
+}
+
+static Boolean RefuseSize(Boolean report, int16_t message, ConstStr255Param replacement)
+{
+    return report ? RefuseField(message, kSizeItem, replacement) : false;
+}
+
+Boolean DoSizeStrCheck(Str255 text, Boolean report)
+{
+    double value;
+    int16_t status = PStrToDouble(text, &value);
+    if (status == kNumberWithDecimals)
+        return RefuseSize(report, kSizeNotWhole, gPrefsPtr->annoSizeStr);
+    if (status == kNotANumber)
+        return RefuseSize(report, kInvalidCharacter, gPrefsPtr->annoSizeStr);
+    // Several separators and an empty text are worth 0.
+    if (value < 4.0)
+        return RefuseSize(report, kSizeOutOfRange, ql_quorum_passtr("4"));
+    if (value > 30.0)
+        return RefuseSize(report, kSizeOutOfRange, ql_quorum_passtr("30"));
+    return true;
+}
+
+static Boolean CheckText(Str255 text)
+{
+    if (text[0] == 0)
+        return RefuseField(kTextLength, kTextItem, gSavedAnnoPrefs->text);
+    if (text[0] <= kTextLimit)
+        return true;
+    text[0] = kTextLimit;
+    return RefuseField(kTextLength, kTextItem, text);
+}
+
+// The text is stored before the size is looked at. Zeros behind the separator
+// are only removed after the check, which refuses any separator.
+Boolean DoAnnoDone()
+{
+    Str255 text, size;
+    GetItemText(gTheDialog, kTextItem, text);
+    if (!CheckText(text))
+        return false;
+    CopyPStr(text, gPrefsPtr->annoText, 255);
+    GetItemText(gTheDialog, kSizeItem, size);
+    if (size[0] > 15)
+        size[0] = 15;
+    RemoveLeadingZeros(size);
+    if (!DoSizeStrCheck(size, true))
+        return false;
+    RemoveTrailingZeros(size);
+    CopyPStr(size, gPrefsPtr->annoSizeStr, 15);
+    return true;
+}
+
+// --- Keys -------------------------------------------------------------------
+
+// The field being edited: its length without the selection, and its limit.
+struct Field {
+    Boolean isText;
+    int16_t used;
+    int16_t limit;
+};
+
+static Field CurrentField(DialogPtr dialog)
+{
+    Field field = {};
+    int16_t item = reinterpret_cast<DialogPeek>(dialog)->editField + 1;
+    field.isText = item == kTextItem;
+    field.limit = field.isText ? kTextLimit : kSizeLimit;
+    field.used = LengthLessSelection(dialog, item);
+    return field;
+}
+
+static Boolean HasRoom(const Field &field)
+{
+    return field.used < field.limit;
+}
+
+static Boolean AnnoCommandKey(DialogPtr dialog, int16_t key, const Field &field)
+{
+    KeyFate fate = CommandKey(dialog, key, field.used, field.limit + 1);
+    if (fate == kPasteRefused)
+        TheErrorHandler(kErrorDialog, field.isText ? kTextPasteTooLong : kSizePasteTooLong, 0,
+                        ql_quorum_passtr(""), false);
+    return fate != kKeyPassed;
+}
+
+static Boolean TypedKey(int16_t key, const Field &field)
+{
+    Boolean wanted = field.isText || IsDigit(key);
+    return wanted && HasRoom(field) ? false : RefuseKey();
+}
+
+static Boolean IsMovingKey(int16_t key)
+{
+    return IsEditingKey(key) || key == kTabKey;
+}
+
+static Boolean AnnoKeyDown(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
+{
+    int16_t key = event.message & charCodeMask;
+    if (ButtonKey(dialog, event, itemHit))
+        return true;
+    if (event.modifiers & cmdKey)
+        return AnnoCommandKey(dialog, key, CurrentField(dialog));
+    return IsMovingKey(key) ? false : TypedKey(key, CurrentField(dialog));
+}
+
+// In the text field a held key of any kind needs room.
+static Boolean AnnoRepeat(DialogPtr dialog, const EventRecord &event)
+{
+    int16_t key = event.message & charCodeMask;
+    Field field = CurrentField(dialog);
+    return !field.isText && IsMovingKey(key) ? false : TypedKey(key, field);
+}
+
+// --- Popups -----------------------------------------------------------------
+
+static void DoFontPopup()
+{
+    HandlePopupClick(gAnnoFontPopInfo, true);
+    int16_t item = PopupRecord(gAnnoFontPopInfo)->curItem;
+    gPrefsPtr->annoFontItem = item;
+    GetItem(PopupRecord(gAnnoFontPopInfo)->menu, item, gFontNameStr);
+    RemoveTrailingSpaces(gFontNameStr);
+}
+
+// The item whose text is what the field holds, 0 when there is none.
+static int16_t ItemOfSize(MenuHandle menu, ConstStr255Param size)
+{
+    for (int16_t item = 1; item <= CountMItems(menu); ++item) {
+        Str255 text;
+        GetItem(menu, item, text);
+        if (ComparePStr(text, size))
+            return item;
+    }
+    return 0;
+}
+
+static void MarkTypedSize(DialogPtr dialog)
+{
+    Str255 size;
+    MenuHandle menu = PopupRecord(gAnnoSizePopInfo)->menu;
+    GetItemText(dialog, kSizeItem, size);
+    CheckItem(menu, PopupRecord(gAnnoSizePopInfo)->curItem, false);
+    int16_t item = ItemOfSize(menu, size);
+    PopupRecord(gAnnoSizePopInfo)->curItem = item;
+    if (item != 0)
+        CheckItem(menu, item, true);
+}
+
+static void DoSizePopup(DialogPtr dialog)
+{
+    MarkTypedSize(dialog);
+    HandlePopupClick(gAnnoSizePopInfo, true);
+    int16_t item = PopupRecord(gAnnoSizePopInfo)->curItem;
+    if (item != 0) {
+        Str255 text;
+        GetItem(PopupRecord(gAnnoSizePopInfo)->menu, item, text);
+        CopyPStr(text, gPrefsPtr->annoSizeStr, 15);
+        SetItemText(dialog, kSizeItem, gPrefsPtr->annoSizeStr);
+    }
+    SelectItemText(dialog, kSizeItem);
+}
+
+static Boolean AnnoClick(DialogPtr dialog, Point where)
+{
+    GlobalToLocal(&where);
+    Rect font = PopupRecord(gAnnoFontPopInfo)->bounds;
+    Rect size = PopupRecord(gAnnoSizePopInfo)->bounds;
+    if (PtInRect(where, &font))
+        DoFontPopup();
+    else if (PtInRect(where, &size))
+        DoSizePopup(dialog);
+    else
+        return false;
+    return true;
+}
+
+Boolean AnnoFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
+{
+    switch (event->what) {
+    case autoKey:
+        return AnnoRepeat(dialog, *event);
+    case keyDown:
+        return AnnoKeyDown(dialog, *event, itemHit);
+    case mouseDown:
+        return AnnoClick(dialog, event->where);
+    }
+    return false;
+}
+
+void AnnoProc(DialogPtr dialog, int16_t)
+{
+    GrafPtr savedPort;
+    GetPort(&savedPort);
+    SetPort(dialog);
+    ColorDialogRect(gPrefsPtr->useColor, ItemBox(dialog, kPanelItem), kAnnoDialogID);
+    DrawPopup(gAnnoFontPopInfo);
+    DrawPopup(gAnnoSizePopInfo);
+    SetPort(savedPort);
+}
+
+// --- The dialog -------------------------------------------------------------
+
+static void SetupAnnoPopups()
+{
+    Str255 title;
+    GetIndString(title, 16128, 4);
+    if (title[0] == 0)
+        TheErrorHandler(kErrorDialog, 16129, kStringMissing, ql_quorum_passtr(" (STR# resource)"), true);
+    gAnnoFontPopInfo = NewHandleClear(sizeof(PopupInfo));
+    SetupPopup(gAnnoFontPopInfo, ItemBox(gTheDialog, kFontItem), title, nullptr, kAnnoFontMenu,
+               gPrefsPtr->annoFontItem);
+    gAnnoSizePopInfo = NewHandleClear(sizeof(PopupInfo));
+    SetupPopup(gAnnoSizePopInfo, ItemBox(gTheDialog, kSizePopupItem), ql_quorum_passtr(""), nullptr, kAnnoSizeMenu,
+               0);
+}
+
+// The font's name keeps the spaces that its popup may have added.
+void SetupAnnoDialog()
+{
+    GetItem(PopupRecord(gAnnoFontPopInfo)->menu, PopupRecord(gAnnoFontPopInfo)->curItem, gFontNameStr);
+    gSavedAnnoPrefs->fontItem = gPrefsPtr->annoFontItem;
+    SetItemText(gTheDialog, kSizeItem, gPrefsPtr->annoSizeStr);
+    SetItemText(gTheDialog, kTextItem, gPrefsPtr->annoText);
+    SelectItemText(gTheDialog, kTextItem);
+}
+
+static void SaveAnnoSettings()
+{
+    CopyPStr(gPrefsPtr->annoText, gSavedAnnoPrefs->text, 255);
+    CopyPStr(gPrefsPtr->annoSizeStr, gSavedAnnoPrefs->sizeStr, 15);
+    CopyPStr(gFontNameStr, gAnnoSavedFontNameStr, 63);
+}
+
+static void RestoreAnnoSettings()
+{
+    CopyPStr(gSavedAnnoPrefs->text, gPrefsPtr->annoText, 255);
+    CopyPStr(gAnnoSavedFontNameStr, gFontNameStr, 63);
+    gPrefsPtr->annoFontItem = gSavedAnnoPrefs->fontItem;
+    CopyPStr(gSavedAnnoPrefs->sizeStr, gPrefsPtr->annoSizeStr, 15);
+}
+
+static void OpenAnnoDialog()
+{
+    gTheDialog = GetNewDialog(kAnnoDialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
+    if (!gTheDialog)
+        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
+    gSavedAnnoPrefs = reinterpret_cast<AnnoPrefs *>(NewPtr(sizeof(AnnoPrefs)));
+    SetPort(gTheDialog);
+    if (gPrefsPtr->useColor)
+        ColorTheDialog(true, gTheDialog);
+    InstallUserProc(gTheDialog, kOutlineItem, OutlineDefault);
+    InstallUserProc(gTheDialog, kPanelItem, AnnoProc);
+    SetupAnnoPopups();
+    SetupAnnoDialog();
+    SaveAnnoSettings();
+    CenterWindowInWindow(gCustomDialog, gTheDialog);
+    SelectWindow(gTheDialog);
+    ShowWindow(gTheDialog);
+    SetCursor(&qd.arrow);
+}
+
+static Boolean RunAnnoDialog()
+{
+    for (;;) {
+        int16_t itemHit = 0;
+        ModalDialog(AnnoFilter, &itemHit);
+        if (itemHit == kOKItem && DoAnnoDone()) {
+            HideWindow(gTheDialog);
+            return true;
+        }
+        if (itemHit == kCancelItem) {
+            HideWindow(gTheDialog);
+            RestoreAnnoSettings();
+            return false;
+        }
+    }
+}
+
+static void CloseAnnoDialog()
+{
+    DisposePopup(gAnnoFontPopInfo, false);
+    DisposePopup(gAnnoSizePopInfo, false);
+    DisposDialog(gTheDialog);
+    gTheDialog = nullptr;
+    DisposePtr(reinterpret_cast<Ptr>(gSavedAnnoPrefs));
+    gSavedAnnoPrefs = nullptr;
+    DisposeHandle(gAnnoFontPopInfo);
+    DisposeHandle(gAnnoSizePopInfo);
+    gAnnoFontPopInfo = gAnnoSizePopInfo = nullptr;
+}
+
+Boolean HandleAnnoDialog()
+{
+    GrafPtr savedPort;
+    GetPort(&savedPort);
+    OpenAnnoDialog();
+    Boolean confirmed = RunAnnoDialog();
+    CloseAnnoDialog();
+    SetPort(savedPort);
+    return confirmed;
+}
