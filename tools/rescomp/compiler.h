@@ -1,0 +1,20 @@
+// From a resource source, with all it includes, to resources.
+#pragma once
+
+#include <filesystem>
+
+#include "resources.h"
+
+namespace rescomp {
+
+// Throws SourceError at the first thing that is wrong.
+Resources compile(const std::filesystem::path &source);
+
+// Writes the bytes to a file of another name beside it, then renames that, so
+// that the file is the old one or wholly the new. Throws std::runtime_error.
+void writeWhole(const std::filesystem::path &path, const std::string &bytes);
+
+// The fork inside an AppleDouble file, with blank Finder information.
+std::string appleDoubleAround(const std::string &fork);
+
+}  // namespace rescomp
