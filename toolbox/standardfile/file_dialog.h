@@ -1,0 +1,93 @@
+// What the save and the open dialog have in common: a folder, its popup, its
+// list, and the keys. Private to Standard File.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "standardfile/file_list.h"
+#include "standardfile/state.h"
+#include "toolbox/host/session.h"
+#include "toolbox/standardfile.h"
+
+namespace toolbox::standardfile {
+
+class FileDialog {
+public:
+    struct Items {
+        std::int16_t cancel, name, list, scrollBar;   // name 0: there is none
+    };
+
+    // Made from 'DLOG' dialogID, not yet shown; not made where it is missing or
+    // has too few items.
+    FileDialog(std::int16_t dialogID, Point where, Items items, DlgHookProcPtr hook, ModalFilterProcPtr filter);
+    virtual ~FileDialog() = default;
+    FileDialog(const FileDialog &) = delete;
+
+    bool made() const { return dialog_ != nullptr; }
+    // Shows the dialog and runs it until it is cancelled (false) or a file is
+    // accepted (true), and closes it.
+    bool run();
+    State state() const;
+    const std::filesystem::path &folder() const { return folder_; }
+
+protected:
+    virtual std::vector<Row> rowsOf(const std::filesystem::path &folder) const = 0;
+    virtual void prepare() {}
+    virtual bool acceptPossible() const = 0;
+    // Whether the dialog is over. May ask, refuse in words, or open a folder.
+    virtual bool accept() = 0;
+    // A key that is none of the dialog's own; true when it is dealt with.
+    virtual bool key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t when) = 0;
+
+    DialogPtr dialog() const { return dialog_; }
+    FileList &list() { return list_; }
+    const FileList &list() const { return list_; }
+    void goTo(const std::filesystem::path &folder);
+    bool openSelectedFolder();
+    Handle item(std::int16_t number, Rect *box = nullptr) const;
+    void refuse(int message, const std::string &about = {});
+    // The folder's number, or the news that there is no such folder any more.
+    bool folderThere(std::int16_t &workingDirectory);
+
+private:
+    static Boolean filterProc(DialogPtr dialog, EventRecord *event, std::int16_t *itemHit);
+    static void drawItemProc(DialogPtr dialog, std::int16_t item);
+
+    bool filter(EventRecord *event, std::int16_t *itemHit);
+    bool mouse(const EventRecord &event, std::int16_t *itemHit);
+    bool keyPressed(const EventRecord &event, std::int16_t *itemHit);
+    bool press(std::int16_t button, std::int16_t *itemHit);
+    void drawItem(std::int16_t item);
+    void drawFolder() const;
+    void drawOutline() const;
+    void placeItems();
+    void followFolderPopup();
+    void showWhatIsPossible();
+    void redrawContents();
+
+    DialogPtr dialog_ = nullptr;
+    Items items_;
+    DlgHookProcPtr hook_;
+    ModalFilterProcPtr callersFilter_;
+    std::filesystem::path folder_;
+    FileList list_;
+};
+
+// The folder the next dialog opens in.
+std::filesystem::path startingFolder();
+void rememberFolder(const std::filesystem::path &folder);
+// The folder, or the nearest one above it that is there.
+std::filesystem::path nearestFolder(std::filesystem::path folder);
+// Lets the user choose the folder or one above it, with the popup's top left
+// at the global point; empty: none chosen.
+std::filesystem::path chooseAbove(const std::filesystem::path &folder, Point where);
+
+// Numbers of what the dialogs say, in 'STR#' messageStrings. ^0 stands for
+// what a message is about.
+enum Message { nameHasSeparator = 1, nameTooLong, nameNotUsable, nameIsFolder, folderIsGone };
+inline constexpr std::int16_t messageStrings = 16402;
+inline constexpr std::int16_t messageAlert = 16402;
+inline constexpr std::int16_t replaceAlert = 16403;
+
+}  // namespace toolbox::standardfile

@@ -1,0 +1,131 @@
+// SFPPutFile: a name to save under.
+#include <string>
+
+#include "files/directory.h"
+#include "standardfile/file_dialog.h"
+#include "toolbox/host/folders.h"
+#include "toolbox/host/text.h"
+#include "toolbox/scrap.h"
+
+namespace fs = std::filesystem;
+
+namespace toolbox::standardfile {
+namespace {
+
+constexpr std::int16_t promptItem = 3, nameItem = 7;
+constexpr std::size_t longestName = 63;
+
+class SaveDialog : public FileDialog {
+public:
+    SaveDialog(std::int16_t dialogID, Point where, DlgHookProcPtr hook, ModalFilterProcPtr filter,
+               ConstStr255Param prompt, ConstStr255Param originalName)
+        : FileDialog(dialogID, where, {2, nameItem, 8, 9}, hook, filter), prompt_(prompt), originalName_(originalName)
+    {
+    }
+
+    const std::string &chosenName() const { return chosenName_; }
+    std::int16_t workingDirectory() const { return workingDirectory_; }
+
+protected:
+    std::vector<Row> rowsOf(const fs::path &folder) const override
+    {
+        std::vector<Row> rows;
+        for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst))
+            rows.push_back({entry.macName, entry.linuxName, entry.isFolder, entry.isFolder, entry.type});
+        return rows;
+    }
+    void prepare() override;
+    bool acceptPossible() const override { return !name().empty(); }
+    bool accept() override;
+    bool key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t when) override;
+
+private:
+    std::string name() const
+    {
+        Str255 text;
+        GetIText(item(nameItem), text);
+        return std::string(pascalView(text));
+    }
+    bool nameGood(const std::string &name);
+    bool mayReplace(const std::string &name);
+
+    ConstStr255Param prompt_, originalName_;
+    std::string chosenName_;
+    std::int16_t workingDirectory_ = 0;
+};
+
+void SaveDialog::prepare()
+{
+    SetIText(item(promptItem), prompt_);
+    SetIText(item(nameItem), originalName_);
+    SelIText(dialog(), nameItem, 0, 32767);
+}
+
+bool SaveDialog::nameGood(const std::string &name)
+{
+    if (name.find_first_of(":/") != name.npos)
+        return refuse(nameHasSeparator), false;
+    if (name.size() > longestName)
+        return refuse(nameTooLong), false;
+    if (!files::nameUsable(name))
+        return refuse(nameNotUsable, name), false;
+    return true;
+}
+
+bool SaveDialog::mayReplace(const std::string &name)
+{
+    Str255 text, empty = {0};
+    setPascal(text, name);
+    if (fs::is_directory(folders::pathOf(workingDirectory_, 0, text)))
+        return refuse(nameIsFolder, name), false;
+    if (!files::nameTaken(folder(), name))
+        return true;
+    ParamText(text, empty, empty, empty);
+    return CautionAlert(replaceAlert, nullptr) == ok;
+}
+
+bool SaveDialog::accept()
+{
+    chosenName_ = name();
+    return !chosenName_.empty() && nameGood(chosenName_) && folderThere(workingDirectory_) &&
+           mayReplace(chosenName_);
+}
+
+// Typing goes to the name; here only what Command does.
+bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t)
+{
+    if (!(modifiers & cmdKey))
+        return false;
+    if (character == 'x' || character == 'c') {
+        if (character == 'x')
+            DlgCut(dialog());
+        else
+            DlgCopy(dialog());
+        ZeroScrap();
+        TEToScrap();
+    } else if (character == 'v') {
+        TEFromScrap();
+        DlgPaste(dialog());
+    }
+    return true;
+}
+
+}  // namespace
+}  // namespace toolbox::standardfile
+
+using namespace toolbox;
+using namespace toolbox::standardfile;
+
+extern "C" void SFPPutFile(Point where, ConstStr255Param prompt, ConstStr255Param originalName, DlgHookProcPtr hook,
+                           SFReply *reply, int16_t dialogID, ModalFilterProcPtr filter)
+{
+    static const Str255 none = {0};
+    *reply = SFReply{};
+    SaveDialog dialog(dialogID, where, hook, filter, prompt ? prompt : none, originalName ? originalName : none);
+    if (!dialog.made() || !dialog.run())
+        return;
+    rememberFolder(dialog.folder());
+    reply->good = true;
+    reply->vRefNum = dialog.workingDirectory();
+    setPascal(reply->fName, dialog.chosenName(), longestName);
+}

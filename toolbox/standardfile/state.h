@@ -1,0 +1,31 @@
+// What is to be seen in the file dialog that is up, for those who have to find
+// their way on the screen without eyes. Private to the Toolbox.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "standardfile/file_list.h"
+#include "toolbox/standardfile.h"
+
+namespace toolbox::standardfile {
+
+enum Item : std::int16_t { acceptItem = 1, folderItem = 4, outlineItem = 5 };
+
+struct State {
+    DialogPtr dialog;
+    bool saving;
+    std::filesystem::path folder;
+    std::vector<Row> rows;
+    std::vector<Rect> rowRects;   // global; empty for a row scrolled away
+    Rect arrowUp, arrowDown;      // of the scroll bar, global
+    int selected;                 // index of a row, -1 for none
+    std::int16_t cancelItem;
+    std::int16_t nameItem;        // 0 in the open dialog
+};
+
+// Nothing while no file dialog is up.
+std::optional<State> state();
+
+}  // namespace toolbox::standardfile
