@@ -1,0 +1,46 @@
+// The open dialogs and their items. Private to the Dialog Manager.
+#pragma once
+
+#include <list>
+#include <string>
+#include <vector>
+
+#include "toolbox/dialogs.h"
+
+namespace toolbox::dialogs {
+
+struct Item {
+    int16_t type = 0;        // itemDisable included
+    Rect box{};
+    // As GetDItem gives it: control, text, icon, procedure.
+    Handle handle = nullptr;
+
+    int16_t kind() const { return type & ~itemDisable; }
+    bool enabled() const { return !(type & itemDisable); }
+    bool isControl() const { return (kind() & ~3) == ctrlItem; }
+    bool isText() const { return kind() == statText || kind() == editText; }
+};
+
+struct Dialog {
+    DialogPeek record = nullptr;
+    int16_t id = 0;
+    bool alert = false;
+    bool ownsRecord = false;
+    int16_t alertIcon = -1;      // 0 stop, 1 note, 2 caution
+    std::vector<Item> items;
+    // DialogRecord.items is a handle to this.
+    Ptr master = nullptr;
+
+    DialogPtr pointer() const { return &record->window.port; }
+    // Nil when there is no such item; numbers count from 1.
+    Item *item(int number);
+    bool isCurrent(int number) const { return record->textH && record->editField == number - 1; }
+};
+
+// Addresses stay good until the dialog is taken out.
+extern std::list<Dialog> dialogs;
+// Nil for what is no dialog.
+Dialog *find(DialogPtr dialog);
+inline DialogPeek peek(DialogPtr dialog) { return reinterpret_cast<DialogPeek>(dialog); }
+
+}  // namespace toolbox::dialogs

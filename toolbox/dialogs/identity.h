@@ -1,0 +1,12 @@
+// Which resource a dialog was made from. Private to the Toolbox.
+#pragma once
+
+#include "toolbox/dialogs.h"
+
+namespace toolbox::dialogs {
+
+// The number of its 'DLOG' or 'ALRT'; 0 for what is no dialog.
+std::int16_t idOf(DialogPtr dialog);
+bool isAlert(DialogPtr dialog);
+
+}  // namespace toolbox::dialogs

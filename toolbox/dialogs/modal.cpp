@@ -1,0 +1,251 @@
+#include "dialogs/modal.h"
+
+#include <stdexcept>
+
+#include "dialogs/drawing.h"
+#include "dialogs/edit_field.h"
+#include "textedit/scrap.h"
+#include "toolbox/events.h"
+#include "toolbox/host/session.h"
+#include "toolbox/scrap.h"
+#include "toolbox/system.h"
+#include "windows/port_scope.h"
+#include "windows/window_list.h"
+
+namespace toolbox::dialogs {
+namespace {
+
+enum Key { enter = 0x03, backspace = 0x08, tab = 0x09, carriageReturn = 0x0D, leftArrow = 0x1C, downArrow = 0x1F };
+constexpr int flashTicks = 8;
+constexpr int16_t nothing = 0;
+
+int characterOf(const EventRecord &event)
+{
+    return static_cast<int>(event.message & charCodeMask);
+}
+
+Boolean standardFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
+{
+    int key = characterOf(*event);
+    if (event->what != keyDown || (key != carriageReturn && key != enter))
+        return false;
+    Dialog *found = find(dialog);
+    int16_t number = found->record->aDefItem;
+    Item *item = found->item(number);
+    if (!item || !item->isControl() || !item->handle)
+        return false;
+    ControlHandle button = reinterpret_cast<ControlHandle>(item->handle);
+    if ((**button).contrlHilite == 255)
+        return false;
+    HiliteControl(button, inButton);
+    Delay(flashTicks, nullptr);
+    HiliteControl(button, 0);
+    *itemHit = number;
+    return true;
+}
+
+bool isMovable(const Dialog &dialog)
+{
+    return dialog.record->window.procID == movableDBoxProc;
+}
+
+// A press beside a dialog that cannot be moved concerns nobody.
+bool isOutside(const Dialog &dialog, const EventRecord &event)
+{
+    if (event.what != mouseDown || isMovable(dialog))
+        return false;
+    WindowPtr window;
+    return FindWindow(event.where, &window) != inContent || window != dialog.pointer();
+}
+
+// The number of the item if it answers.
+int16_t ifEnabled(Dialog &dialog, int number)
+{
+    Item *item = dialog.item(number);
+    return item && item->enabled() ? static_cast<int16_t>(number) : nothing;
+}
+
+int16_t pressInEditItem(Dialog &dialog, int number, const EventRecord &event, Point local)
+{
+    if (makeCurrent(dialog, number))
+        TEClick(local, (event.modifiers & shiftKey) != 0, dialog.record->textH);
+    return ifEnabled(dialog, number);
+}
+
+int16_t press(Dialog &dialog, const EventRecord &event)
+{
+    Point local = event.where;
+    PortScope current(dialog.pointer());
+    GlobalToLocal(&local);
+    int number = FindDItem(dialog.pointer(), local) + 1;
+    Item *item = dialog.item(number);
+    if (!item)
+        return nothing;
+    if (item->kind() == editText)
+        return pressInEditItem(dialog, number, event, local);
+    if (!item->isControl())
+        return ifEnabled(dialog, number);
+    ControlHandle control = reinterpret_cast<ControlHandle>(item->handle);
+    return control && TrackControl(control, local, nullptr) ? ifEnabled(dialog, number) : nothing;
+}
+
+// Command keys edit from system 7 on, where the desk scrap is the one that
+// counts; earlier the caller's filter does it, or nobody.
+void commandKey(Dialog &dialog, int key)
+{
+    if (configuration().systemVersion < 0x0700)
+        return;
+    DialogPtr pointer = dialog.pointer();
+    if (key == 'x' || key == 'X')
+        DlgCut(pointer);
+    else if (key == 'c' || key == 'C')
+        DlgCopy(pointer);
+    else if (key == 'v' || key == 'V')
+        DlgPaste(pointer);
+    else
+        return;
+    if (key == 'v' || key == 'V')
+        return;
+    ZeroScrap();
+    TEToScrap();
+}
+
+bool isTyped(int key)
+{
+    return key >= 0x20 || key == backspace || key == carriageReturn || (key >= leftArrow && key <= downArrow);
+}
+
+int16_t typeKey(Dialog &dialog, const EventRecord &event)
+{
+    int key = characterOf(event);
+    if (dialog.record->editField < 0)
+        return nothing;
+    if (event.modifiers & cmdKey)
+        commandKey(dialog, key);
+    else if (key == tab)
+        tabToNext(dialog);
+    else if (isTyped(key))
+        TEKey(static_cast<int16_t>(key), dialog.record->textH);
+    return ifEnabled(dialog, dialog.record->editField + 1);
+}
+
+// Any dialog's; other windows are drawn by whoever owns them, after us.
+void update(WindowPtr window)
+{
+    Dialog *dialog = find(window);
+    if (!dialog)
+        return windows::holdUpdates(window);
+    BeginUpdate(window);
+    drawAll(*dialog);
+    EndUpdate(window);
+}
+
+void activate(const EventRecord &event)
+{
+    Dialog *dialog = find(reinterpret_cast<WindowPtr>(event.message));
+    if (!dialog || dialog->record->editField < 0)
+        return;
+    if (event.modifiers & activeFlag)
+        TEActivate(dialog->record->textH);
+    else
+        TEDeactivate(dialog->record->textH);
+}
+
+int16_t handle(Dialog &dialog, const EventRecord &event)
+{
+    switch (event.what) {
+    case mouseDown: return isOutside(dialog, event) ? nothing : press(dialog, event);
+    case keyDown:
+    case autoKey: return typeKey(dialog, event);
+    case updateEvt: update(reinterpret_cast<WindowPtr>(event.message)); return nothing;
+    case activateEvt: activate(event); return nothing;
+    case nullEvent:
+        if (dialog.record->editField >= 0)
+            TEIdle(dialog.record->textH);
+        return nothing;
+    default: return nothing;
+    }
+}
+
+struct ReleaseUpdates {
+    ~ReleaseUpdates() { windows::releaseUpdates(); }
+};
+
+}  // namespace
+
+int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
+{
+    ReleaseUpdates atEnd;
+    if (!filter)
+        filter = standardFilter;
+    int16_t hit = nothing;
+    for (;;) {
+        EventRecord event;
+        WaitNextEvent(everyEvent, &event, 1);
+        Dialog *running = find(dialog);
+        if (isOutside(*running, event)) {
+            SysBeep(1);
+            continue;
+        }
+        SetPort(dialog);
+        if (filter(dialog, &event, &hit))
+            return hit;
+        if (!find(dialog))
+            return hit;   // the filter closed it
+        hit = handle(*running, event);
+        if (hit != nothing)
+            return hit;
+    }
+}
+
+}  // namespace toolbox::dialogs
+
+using namespace toolbox;
+using namespace toolbox::dialogs;
+
+void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit)
+{
+    WindowPtr front = FrontWindow();
+    if (!find(front))
+        throw std::logic_error("ModalDialog: the front window is no dialog");
+    GrafPtr before;
+    GetPort(&before);
+    SetPort(front);
+    int16_t hit = runModally(front, filter);
+    SetPort(before);
+    if (itemHit)
+        *itemHit = hit;
+}
+
+static TEHandle editedText(DialogPtr dialog)
+{
+    Dialog *found = find(dialog);
+    return found && found->record->editField >= 0 ? found->record->textH : nullptr;
+}
+
+void DlgCut(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TECut(text);
+}
+
+void DlgCopy(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TECopy(text);
+}
+
+void DlgPaste(DialogPtr dialog)
+{
+    TEHandle text = editedText(dialog);
+    if (!text)
+        return;
+    textedit::bringInNewerDeskScrap();
+    TEPaste(text);
+}
+
+void DlgDelete(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TEDelete(text);
+}

@@ -1,0 +1,13 @@
+// The modal loop, for dialogs and alerts. Private to the Dialog Manager.
+#pragma once
+
+#include "dialogs/dialog_list.h"
+
+namespace toolbox::dialogs {
+
+// Until an enabled item of the dialog is hit or the filter answers true; what
+// the filter stored, or the item. Nil filter: Return and Enter answer the
+// default item.
+int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter);
+
+}  // namespace toolbox::dialogs

@@ -1,0 +1,12 @@
+// Where a dialog's template asks to be put. Private to the Dialog Manager.
+#pragma once
+
+#include "toolbox/types.h"
+
+namespace toolbox::dialogs {
+
+// The bounds moved as the template's position word says: centred, or in the
+// upper fifth as alerts are, on the main screen. Other words leave it alone.
+Rect placed(Rect bounds, int16_t position);
+
+}  // namespace toolbox::dialogs

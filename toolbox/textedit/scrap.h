@@ -1,0 +1,13 @@
+// TextEdit's private scrap. Private to the Toolbox.
+#pragma once
+
+namespace toolbox::textedit {
+
+void startScrap();
+void stopScrap();
+// Takes the desk scrap's text into the private scrap when the desk scrap has
+// changed since the two last had to do with each other: a person expects to
+// paste what was copied last, wherever it was.
+void bringInNewerDeskScrap();
+
+}  // namespace toolbox::textedit

@@ -1,0 +1,27 @@
+// Window and control colour tables: 'wctb', 'dctb', 'actb', 'cctb'. Private to
+// the Toolbox.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+
+#include "toolbox/types.h"
+
+namespace toolbox::windows {
+
+struct Color {
+    std::uint16_t red, green, blue;
+};
+
+using ColorTable = std::map<int, Color>;   // by part number
+
+// Reads the resource's bytes; entries beyond its end are left out.
+ColorTable readColorTable(Handle bytes);
+std::optional<Color> colorOf(const ColorTable &table, int part);
+// The one of the eight colour constants that is nearest.
+std::int32_t nearestConstant(Color color);
+// Whether the main screen shows colours at all.
+bool screenHasColors();
+
+}  // namespace toolbox::windows

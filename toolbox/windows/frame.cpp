@@ -1,0 +1,179 @@
+#include "windows/frame.h"
+
+#include "quickdraw/region_data.h"
+#include "windows/port_scope.h"
+
+namespace toolbox::windows {
+namespace {
+
+constexpr int titleBarHeight = 18;   // above the frame's top line
+constexpr int dialogBorder = 8;
+constexpr int movableBorder = 5;
+constexpr int shadowOffset = 2;
+constexpr int goAwaySize = 11;
+
+enum class Style { document, dialog, plain, shadowed, movable };
+
+Style styleOf(int16_t procID)
+{
+    switch (procID) {
+    case dBoxProc: return Style::dialog;
+    case plainDBox: return Style::plain;
+    case altDBoxProc: return Style::shadowed;
+    case movableDBoxProc: return Style::movable;
+    default: return Style::document;
+    }
+}
+
+Rect grown(Rect r, int by)
+{
+    InsetRect(&r, static_cast<int16_t>(-by), static_cast<int16_t>(-by));
+    return r;
+}
+
+// The frame around the content, without title bar and shadow.
+Rect border(Style style, const Rect &content)
+{
+    switch (style) {
+    case Style::dialog: return grown(content, dialogBorder);
+    case Style::movable: return grown(content, movableBorder);
+    default: return grown(content, 1);
+    }
+}
+
+Rect titleBar(const Window &window)
+{
+    Rect bar = border(styleOf(window.record->procID), window.contentRect);
+    bar.bottom = bar.top + 1;
+    bar.top -= titleBarHeight;
+    return bar;
+}
+
+Rect goAwayBox(const Window &window)
+{
+    Rect bar = titleBar(window);
+    Rect box;
+    SetRect(&box, bar.left + 9, bar.top + 4, bar.left + 9 + goAwaySize, bar.top + 4 + goAwaySize);
+    return box;
+}
+
+Rect shadowOf(Rect frame, int offset)
+{
+    OffsetRect(&frame, static_cast<int16_t>(offset), static_cast<int16_t>(offset));
+    return frame;
+}
+
+void frameLine(const Rect &r, int thickness)
+{
+    PenSize(static_cast<int16_t>(thickness), static_cast<int16_t>(thickness));
+    FrameRect(&r);
+    PenSize(1, 1);
+}
+
+void drawTitleLines(const Rect &bar)
+{
+    for (int line = 4; line < titleBarHeight - 2; line += 2) {
+        MoveTo(bar.left + 2, static_cast<int16_t>(bar.top + line));
+        LineTo(bar.right - 3, static_cast<int16_t>(bar.top + line));
+    }
+}
+
+void drawTitle(const WindowRecord &record, const Rect &bar)
+{
+    int16_t width = StringWidth(record.title);
+    int16_t left = (bar.left + bar.right - width) / 2;
+    Rect behind;
+    SetRect(&behind, left - 6, bar.top + 1, left + width + 6, bar.bottom - 1);
+    if (width > 0)
+        EraseRect(&behind);
+    MoveTo(left, bar.top + 13);
+    DrawString(record.title);
+}
+
+void drawTitleBar(const Window &window)
+{
+    const WindowRecord &record = *window.record;
+    Rect bar = titleBar(window);
+    FrameRect(&bar);
+    ClipScope clip(bar);
+    if (record.hilited)
+        drawTitleLines(bar);
+    if (record.goAwayFlag && record.hilited) {
+        Rect box = goAwayBox(window);
+        Rect room = grown(box, 1);
+        EraseRect(&room);
+        FrameRect(&box);
+    }
+    drawTitle(record, bar);
+}
+
+void drawBorder(Style style, const Rect &content)
+{
+    Rect outer = border(style, content);
+    frameLine(outer, 1);
+    if (style == Style::dialog)
+        frameLine(grown(content, 5), 2);
+    else if (style == Style::movable)
+        frameLine(grown(content, 3), 2);
+}
+
+}  // namespace
+
+bool hasTitleBar(const WindowRecord &record)
+{
+    Style style = styleOf(record.procID);
+    return style == Style::document || style == Style::movable;
+}
+
+void shapeWindow(Window &window, const Rect &content)
+{
+    WindowPeek record = window.record;
+    Style style = styleOf(record->procID);
+    Rect frame = border(style, content);
+    window.contentRect = content;
+    window.content = Area(content);
+    window.structure = Area(frame);
+    if (hasTitleBar(*record))
+        window.structure = window.structure | Area(titleBar(window));
+    if (style == Style::shadowed)
+        window.structure = window.structure | Area(shadowOf(frame, shadowOffset));
+    if (style == Style::document)
+        window.structure = window.structure | Area(shadowOf(frame, 1));
+    quickdraw::storeArea(window.content, record->contRgn);
+    quickdraw::storeArea(window.structure, record->strucRgn);
+}
+
+void drawFrame(const Window &window)
+{
+    const WindowRecord &record = *window.record;
+    Style style = styleOf(record.procID);
+    Rect content = window.contentRect;
+    Rect frame = border(style, content);
+    // What is left black of the structure is the shadow.
+    Rect all = window.structure.bounds();
+    PaintRect(&all);
+    EraseRect(&frame);
+    if (hasTitleBar(record)) {
+        Rect bar = titleBar(window);
+        EraseRect(&bar);
+    }
+    if (auto color = colorOf(window.colors, 1); color && screenHasColors())
+        ForeColor(nearestConstant(*color));
+    drawBorder(style, content);
+    if (hasTitleBar(record))
+        drawTitleBar(window);
+    ForeColor(blackColor);
+}
+
+int16_t partOfFrame(const Window &window, Point global)
+{
+    if (!hasTitleBar(*window.record))
+        return inDesk;
+    Rect box = goAwayBox(window);
+    if (window.record->goAwayFlag && window.record->hilited && PtInRect(global, &box))
+        return inGoAway;
+    Rect bar = titleBar(window);
+    return PtInRect(global, &bar) ? inDrag : inDesk;
+}
+
+}  // namespace toolbox::windows

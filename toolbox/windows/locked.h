@@ -1,0 +1,28 @@
+// A relocatable record held still for as long as this lives.
+#pragma once
+
+#include "toolbox/memory.h"
+
+namespace toolbox {
+
+// Nested ones are fine: each puts back the state it found.
+template <typename Record>
+class Locked {
+public:
+    explicit Locked(Record **handle)
+        : handle_(reinterpret_cast<Handle>(handle)), state_(HGetState(handle_))
+    {
+        HLock(handle_);
+    }
+    ~Locked() { HSetState(handle_, state_); }
+    Locked(const Locked &) = delete;
+
+    Record *operator->() const { return reinterpret_cast<Record *>(*handle_); }
+    Record &operator*() const { return *reinterpret_cast<Record *>(*handle_); }
+
+private:
+    Handle handle_;
+    int8_t state_;
+};
+
+}  // namespace toolbox

@@ -1,0 +1,25 @@
+// Who sees what of the screen, and painting what has come to light. Private to
+// the Window Manager.
+#pragma once
+
+#include "windows/window_list.h"
+
+namespace toolbox::windows {
+
+// The global point at the port's local 0, 0.
+Point globalOrigin(const WindowRecord &record);
+// The part of the screens that no window in front of that position covers.
+// Global; the menu bar is nobody's.
+Area uncovered(size_t position);
+// Gives each window's port its visible region anew.
+void recalculateVisible();
+// Paints the area, global: frames, contents white (and to be updated),
+// desktop. To be called after recalculateVisible.
+void paint(const Area &exposed);
+// Draws a window's frame again, where it is to be seen.
+void paintFrame(const Window &window);
+void setUpdate(Window &window, const Area &update);
+// Menu bar and desktop, and all windows.
+void paintAll();
+
+}  // namespace toolbox::windows

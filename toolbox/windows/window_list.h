@@ -1,0 +1,49 @@
+// The windows, front to back, and what the Window Manager knows beyond their
+// records. Private to the Toolbox.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "quickdraw/area.h"
+#include "toolbox/windows.h"
+#include "windows/color_table.h"
+
+namespace toolbox::windows {
+
+using quickdraw::Area;
+
+struct Window {
+    WindowPeek record = nullptr;
+    ColorTable colors{};   // the copy that SetWinColor made
+    // Global. The record's regions say the same, for whoever reads them.
+    Rect contentRect{};
+    Area structure{};
+    Area content{};
+    Area update{};
+    std::optional<Area> visibleBefore{};   // local, between BeginUpdate and EndUpdate
+    bool updateHeld = false;               // no update events for now
+};
+
+// Front to back. The records' nextWindow links say the same.
+extern std::vector<Window> list;
+
+Window *find(const void *window);
+inline WindowPtr portOf(WindowPeek record) { return &record->port; }
+inline WindowPeek peek(WindowPtr window) { return reinterpret_cast<WindowPeek>(window); }
+void putAt(size_t position, const Window &window);
+void takeOut(WindowPeek record);
+size_t positionOf(WindowPeek record);
+
+// Told of each window that becomes visible, is hidden, or is about to close.
+enum class Change { shown, hidden, closing };
+extern std::function<void(WindowPtr, Change)> watcher;
+void tellWatcher(WindowPeek record, Change change);
+
+// Keeps a window's update events back until the next releaseUpdates, so that
+// one nobody draws does not keep all other events from being seen.
+void holdUpdates(WindowPtr window);
+void releaseUpdates();
+
+}  // namespace toolbox::windows

@@ -1,0 +1,310 @@
+// Making and closing windows, and their order.
+#include "toolbox/windows.h"
+
+#include <cstring>
+
+#include "events/queue.h"
+#include "managers.h"
+#include "toolbox/controls.h"
+#include "toolbox/memory.h"
+#include "toolbox/memory.h"
+#include "windows/activation.h"
+#include "windows/desktop.h"
+#include "windows/frame.h"
+#include "windows/port_scope.h"
+#include "windows/screen.h"
+#include "windows/window_list.h"
+
+using namespace toolbox;
+using namespace toolbox::windows;
+
+namespace {
+
+bool started = false;
+
+WindowPtr nextToUpdate()
+{
+    Area visible = uncovered(0);
+    for (const Window &window : list) {
+        if (!window.record->visible)
+            continue;
+        if (!window.updateHeld && !(visible & window.update).empty())
+            return portOf(window.record);
+        visible = visible - window.structure;
+    }
+    return nullptr;
+}
+
+void copyTitle(Str255 to, ConstStr255Param from)
+{
+    to[0] = 0;
+    if (from)
+        std::memcpy(to, from, from[0] + 1u);
+}
+
+// nil: behind all; (WindowPtr)-1: in front of all; else right behind it.
+size_t placeBehind(WindowPtr behind)
+{
+    if (behind == reinterpret_cast<WindowPtr>(-1))
+        return 0;
+    return behind ? positionOf(peek(behind)) + 1 : list.size();
+}
+
+bool makeRegions(WindowPeek record)
+{
+    record->strucRgn = NewRgn();
+    record->contRgn = NewRgn();
+    record->updateRgn = NewRgn();
+    return record->strucRgn && record->contRgn && record->updateRgn && record->port.visRgn && record->port.clipRgn;
+}
+
+void disposeRegions(WindowPeek record)
+{
+    DisposeRgn(record->strucRgn);
+    DisposeRgn(record->contRgn);
+    DisposeRgn(record->updateRgn);
+    quickdraw::closePort(&record->port);
+}
+
+void place(Window &window, const Rect &content)
+{
+    shapeWindow(window, content);
+    quickdraw::placePort(portOf(window.record), Point{content.top, content.left}, content.right - content.left,
+                         content.bottom - content.top);
+}
+
+// Everything that changes who covers whom goes through here: what the change
+// uncovered or moved is painted.
+void afterChange(const Area &exposed)
+{
+    recalculateVisible();
+    paint(exposed);
+    updateActivation();
+}
+
+void disappear(Window &window)
+{
+    window.record->visible = false;
+    setUpdate(window, {});
+    afterChange(Area(window.structure));
+}
+
+}  // namespace
+
+namespace toolbox::managers {
+
+void startWindows(const Configuration &)
+{
+    list.clear();
+    watcher = nullptr;
+    forgetActivation();
+    events::nextWindowNeedingUpdate = nextToUpdate;
+    started = true;
+    paintAll();
+}
+
+void stopWindows()
+{
+    // The blocks themselves go with the heap.
+    started = false;
+    list.clear();
+    watcher = nullptr;
+    forgetActivation();
+    events::nextWindowNeedingUpdate = nullptr;
+}
+
+int openWindowCount()
+{
+    return static_cast<int>(list.size());
+}
+
+}  // namespace toolbox::managers
+
+void windows::screensChanged()
+{
+    if (started)
+        paintAll();
+}
+
+WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible, int16_t procID,
+                    WindowPtr behind, Boolean goAway, intptr_t refCon)
+{
+    Rect content = *bounds;
+    WindowPeek record = static_cast<WindowPeek>(storage);
+    if (!record)
+        record = reinterpret_cast<WindowPeek>(NewPtr(sizeof(WindowRecord)));
+    if (!record)
+        return nullptr;
+    *record = WindowRecord{};
+    quickdraw::openPort(&record->port);
+    record->windowKind = userKind;
+    record->goAwayFlag = goAway;
+    record->procID = procID;
+    record->refCon = refCon;
+    copyTitle(record->title, title);
+    if (!makeRegions(record)) {
+        disposeRegions(record);
+        if (!storage)
+            DisposePtr(reinterpret_cast<Ptr>(record));
+        return nullptr;
+    }
+    Window window{record};
+    place(window, content);
+    SetEmptyRgn(record->port.visRgn);
+    putAt(placeBehind(behind), window);
+    SetPort(portOf(record));
+    if (visible)
+        ShowWindow(portOf(record));
+    return portOf(record);
+}
+
+void CloseWindow(WindowPtr window)
+{
+    Window *closing = find(window);
+    if (!closing)
+        return;
+    WindowPeek record = closing->record;
+    tellWatcher(record, Change::closing);
+    KillControls(window);
+    forgetWindow(record);
+    if (record->visible)
+        disappear(*find(window));
+    takeOut(record);
+    disposeRegions(record);
+}
+
+void DisposeWindow(WindowPtr window)
+{
+    if (!find(window))
+        return;
+    CloseWindow(window);
+    DisposePtr(reinterpret_cast<Ptr>(window));
+}
+
+WindowPtr FrontWindow(void)
+{
+    for (const Window &window : list)
+        if (window.record->visible)
+            return portOf(window.record);
+    return nullptr;
+}
+
+void BringToFront(WindowPtr window)
+{
+    Window *found = find(window);
+    if (!found)
+        return;
+    Window moved = *found;
+    Area exposed = moved.structure - uncovered(positionOf(moved.record));
+    takeOut(moved.record);
+    putAt(0, moved);
+    if (moved.record->visible)
+        afterChange(exposed);
+}
+
+void SelectWindow(WindowPtr window)
+{
+    BringToFront(window);
+}
+
+void ShowWindow(WindowPtr window)
+{
+    Window *found = find(window);
+    if (!found || found->record->visible)
+        return;
+    found->record->visible = true;
+    tellWatcher(found->record, Change::shown);
+    found->record->hilited = FrontWindow() == window;
+    afterChange(Area(found->structure));
+}
+
+void HideWindow(WindowPtr window)
+{
+    Window *found = find(window);
+    if (!found || !found->record->visible)
+        return;
+    tellWatcher(found->record, Change::hidden);
+    disappear(*found);
+}
+
+void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front)
+{
+    Window *found = find(window);
+    if (!found)
+        return;
+    Rect content = found->contentRect;
+    Area before = found->structure;
+    OffsetRect(&content, h - content.left, v - content.top);
+    place(*found, content);
+    setUpdate(*found, {});
+    if (found->record->visible)
+        afterChange(before | found->structure);
+    if (front)
+        BringToFront(window);
+}
+
+void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update)
+{
+    (void)update;   // what is new is always to be updated
+    Window *found = find(window);
+    if (!found)
+        return;
+    Rect content = found->contentRect;
+    Area structure = found->structure;
+    Area kept = found->content;
+    content.right = content.left + width;
+    content.bottom = content.top + height;
+    place(*found, content);
+    if (found->record->visible)
+        afterChange((structure | found->structure) - (kept & found->content));
+}
+
+void SetWTitle(WindowPtr window, ConstStr255Param title)
+{
+    if (Window *found = find(window)) {
+        copyTitle(found->record->title, title);
+        paintFrame(*found);
+    }
+}
+
+void GetWTitle(WindowPtr window, Str255 title)
+{
+    copyTitle(title, find(window) ? peek(window)->title : nullptr);
+}
+
+void SetWRefCon(WindowPtr window, intptr_t value)
+{
+    peek(window)->refCon = value;
+}
+
+intptr_t GetWRefCon(WindowPtr window)
+{
+    return peek(window)->refCon;
+}
+
+int16_t FindWindow(Point where, WindowPtr *window)
+{
+    *window = nullptr;
+    if (!uncovered(0).contains(where.h, where.v))
+        return PtInRect(where, &qd.screenBits.bounds) ? inMenuBar : inDesk;
+    for (const Window &candidate : list) {
+        if (!candidate.record->visible || !candidate.structure.contains(where.h, where.v))
+            continue;
+        *window = portOf(candidate.record);
+        return candidate.content.contains(where.h, where.v) ? inContent : partOfFrame(candidate, where);
+    }
+    return inDesk;
+}
+
+void SetWinColor(WindowPtr window, Handle colorTable)
+{
+    Window *found = find(window);
+    if (!found)
+        return;
+    found->colors = readColorTable(colorTable);
+    PortScope current(window);
+    auto content = colorOf(found->colors, 0);
+    BackColor(content && screenHasColors() ? nearestConstant(*content) : int32_t{whiteColor});
+    if (found->record->visible)
+        paint(Area(found->structure));
+}
