@@ -1,4 +1,6 @@
 // Alerts: dialogs of four stages that answer one item and are gone.
+#include <algorithm>
+
 #include "dialogs/dialog_list.h"
 #include "dialogs/making.h"
 #include "dialogs/modal.h"
@@ -33,6 +35,7 @@ DialogTemplate asDialog(const AlertTemplate &from)
     made.bounds = from.bounds;
     made.procID = dBoxProc;
     made.itemsID = from.itemsID;
+    made.alert = true;
     return made;
 }
 
@@ -58,7 +61,6 @@ int16_t alert(int16_t id, AlertIcon icon, ModalFilterProcPtr filter)
     Dialog *dialog = make(id, asDialog(*from), nullptr, reinterpret_cast<WindowPtr>(-1));
     if (!dialog)
         return noBox;
-    dialog->alert = true;
     dialog->alertIcon = static_cast<int16_t>(icon);
     dialog->record->aDefItem = stage.defaultItem;
     int16_t hit = showAndAsk(*dialog, filter);

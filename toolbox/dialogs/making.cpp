@@ -136,14 +136,17 @@ Dialog *make(int16_t id, const DialogTemplate &from, void *storage, WindowPtr be
     Dialog &dialog = dialogs.emplace_front();
     dialog.record = record;
     dialog.id = id;
+    dialog.alert = from.alert;
     dialog.ownsRecord = !storage;
     record->window.windowKind = dialogKind;
     record->editField = -1;
     record->aDefItem = 1;
     dialog.master = reinterpret_cast<Ptr>(&dialog);
     record->items = &dialog.master;
-    if (makeItems(dialog, *items))
+    if (makeItems(dialog, *items)) {
+        applyColors(dialog);
         return &dialog;
+    }
     CloseDialog(dialog.pointer());
     return nullptr;
 }

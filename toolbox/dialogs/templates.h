@@ -17,6 +17,7 @@ struct DialogTemplate {
     int32_t refCon = 0;
     int16_t itemsID = 0;
     std::string title;       // Mac OS Roman
+    bool alert = false;      // made from an 'ALRT'
 };
 
 struct AlertTemplate {

@@ -291,7 +291,9 @@ int16_t FindWindow(Point where, WindowPtr *window)
         if (!candidate.record->visible || !candidate.structure.contains(where.h, where.v))
             continue;
         *window = portOf(candidate.record);
-        return candidate.content.contains(where.h, where.v) ? inContent : partOfFrame(candidate, where);
+        if (candidate.content.contains(where.h, where.v))
+            return inContent;
+        return partOfFrame(candidate, where);
     }
     return inDesk;
 }
@@ -303,8 +305,10 @@ void SetWinColor(WindowPtr window, Handle colorTable)
         return;
     found->colors = readColorTable(colorTable);
     PortScope current(window);
-    auto content = colorOf(found->colors, 0);
-    BackColor(content && screenHasColors() ? nearestConstant(*content) : int32_t{whiteColor});
+    int32_t background = whiteColor;
+    if (auto content = colorOf(found->colors, 0); content && screenHasColors())
+        background = nearestConstant(*content);
+    BackColor(background);
     if (found->record->visible)
         paint(Area(found->structure));
 }
