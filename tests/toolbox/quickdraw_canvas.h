@@ -1,0 +1,74 @@
+// A blank port in the middle of the screen, and its pixels by local coordinates.
+#pragma once
+
+#include "quickdraw/port.h"
+#include "support/toolbox_test.h"
+#include "toolbox/host/picture.h"
+#include "toolbox/quickdraw.h"
+
+constexpr std::uint32_t white = 0xFFFFFF, black = 0x000000;
+
+class CanvasTest : public ToolboxTest {
+protected:
+    static constexpr int left = 100, top = 60, width = 120, height = 90;
+
+    void SetUp() override
+    {
+        ToolboxTest::SetUp();
+        openCanvas();
+    }
+    void TearDown() override
+    {
+        closeCanvas();
+        ToolboxTest::TearDown();
+    }
+
+    void openCanvas()
+    {
+        toolbox::quickdraw::openPort(&port);
+        toolbox::quickdraw::placePort(&port, {top, left}, width, height);
+        SetRectRgn(port.visRgn, 0, 0, width, height);
+        SetPort(&port);
+        EraseRect(&port.portRect);
+    }
+    void closeCanvas() { toolbox::quickdraw::closePort(&port); }
+
+    // The canvas with a rim of what lies around it.
+    std::vector<std::uint32_t> pixels() const
+    {
+        const toolbox::Picture screen = toolbox::screenPicture(0);
+        std::vector<std::uint32_t> result;
+        for (int v = -rim; v < height + rim; ++v)
+            for (int h = -rim; h < width + rim; ++h)
+                result.push_back(screen.pixels[std::size_t(v + top) * screen.width + (h + left)]);
+        return result;
+    }
+    static std::uint32_t at(const std::vector<std::uint32_t> &from, int h, int v)
+    {
+        return from[std::size_t(v + rim) * (width + 2 * rim) + (h + rim)];
+    }
+    std::uint32_t pixel(int h, int v) const { return at(pixels(), h, v); }
+    // How many pixels of the canvas and its rim are not white.
+    int inked() const
+    {
+        int count = 0;
+        for (std::uint32_t value : pixels())
+            count += value != white;
+        return count;
+    }
+
+    static constexpr int rim = 20;
+    GrafPort port{};
+};
+
+// A bitmap the slow way: what each pixel of the canvas ought to be.
+struct Reference {
+    static constexpr int width = 120, height = 90;
+    std::vector<bool> ink = std::vector<bool>(width * height);
+
+    void set(int h, int v)
+    {
+        if (h >= 0 && h < width && v >= 0 && v < height)
+            ink[v * width + h] = true;
+    }
+};

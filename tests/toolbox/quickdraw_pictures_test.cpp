@@ -1,0 +1,97 @@
+#include "quickdraw/devices.h"
+#include "quickdraw/fonts.h"
+#include "quickdraw/pictures.h"
+#include "quickdraw/surface.h"
+#include "quickdraw_canvas.h"
+
+using QuickDrawPictures = CanvasTest;
+using toolbox::Picture;
+
+TEST_F(QuickDrawPictures, ArePutBackAsTheyWereTaken)
+{
+    const Rect mark{5, 5, 20, 20}, area{70, 90, 90, 130};
+    ForeColor(greenColor);
+    PaintRect(&mark);
+    const auto before = pixels();
+    const Picture bits = toolbox::quickdraw::saveBits(area);
+    EXPECT_EQ(bits.width, 40);
+    EXPECT_EQ(bits.height, 20);
+    InvertRect(&port.portRect);
+    toolbox::quickdraw::restoreBits(area, bits);
+    InvertRect(&port.portRect);
+    toolbox::quickdraw::restoreBits(area, bits);
+    EXPECT_EQ(pixels(), before);
+}
+
+TEST_F(QuickDrawPictures, AreTakenAcrossScreensAndBesideThem)
+{
+    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    GetMainDevice();
+    SetPort(toolbox::quickdraw::desktopPort());
+    const Rect across{100, 630, 110, 650}, beyond{470, 630, 490, 650};
+    PaintRect(&across);
+    const Picture bits = toolbox::quickdraw::saveBits(across);
+    EXPECT_EQ(bits.pixels, std::vector<std::uint32_t>(200, 0));
+    PaintRect(&beyond);
+    const Picture edge = toolbox::quickdraw::saveBits(beyond);
+    EXPECT_EQ(edge.pixels.front(), black);
+    EXPECT_EQ(edge.pixels.back(), white);
+    toolbox::quickdraw::restoreBits(beyond, edge);
+    EXPECT_EQ(toolbox::screenPicture(1).width, 640);
+    EXPECT_THROW(toolbox::screenPicture(2), std::out_of_range);
+}
+
+TEST_F(QuickDrawPictures, AreWrittenAsPngAndReadBack)
+{
+    MoveTo(10, 40);
+    ForeColor(magentaColor);
+    DrawString(P("Riders"));
+    const Picture screen = toolbox::screenPicture(0);
+    ASSERT_TRUE(toolbox::writePng(folder / "screen.png", screen));
+    const Picture back = toolbox::readPng(folder / "screen.png");
+    EXPECT_EQ(back.width, screen.width);
+    EXPECT_EQ(back.height, screen.height);
+    EXPECT_EQ(back.pixels, screen.pixels);
+}
+
+TEST_F(QuickDrawPictures, ThatCannotBeWrittenLeaveNoFile)
+{
+    EXPECT_FALSE(toolbox::writePng(folder / "missing" / "x.png", toolbox::screenPicture(0)));
+    EXPECT_FALSE(toolbox::writePng(folder / "empty.png", Picture{}));
+    EXPECT_FALSE(std::filesystem::exists(folder / "empty.png"));
+    writeFile(folder / "no.png", "this is not a picture");
+    EXPECT_EQ(toolbox::readPng(folder / "no.png").width, 0);
+}
+
+TEST_F(QuickDrawPictures, ChangedScreensAreAnnouncedOnce)
+{
+    int announced = 0;
+    toolbox::quickdraw::screensDidChange = [&] { ++announced; };
+    machine.setScreens({{{0, 0, 600, 800}, 32}});
+    GetMainDevice();
+    toolbox::quickdraw::rebuildDevices();
+    EXPECT_EQ(announced, 1);
+    EXPECT_EQ(toolbox::screenPicture(0).width, 800);
+    toolbox::quickdraw::screensDidChange = nullptr;
+}
+
+TEST(QuickDrawSurface, CoversSeveralDevicePixelsForEachAtAScale)
+{
+    namespace quick = toolbox::quickdraw;
+    quick::Surface surface({10, 10, 20, 30}, 8, 3);
+    EXPECT_EQ(surface.picture().width, 60);
+    EXPECT_EQ(surface.picture().height, 30);
+    GrafPort port{};
+    port.fgColor = blackColor;
+    port.bkColor = whiteColor;
+    const Pattern solid = {{255, 255, 255, 255, 255, 255, 255, 255}}, gray = {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}};
+    surface.fill(quick::Area(Rect{12, 14, 13, 16}), quick::Ink::of(port, solid, patCopy));
+    const auto &pixels = surface.picture().pixels;
+    EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 0u), 2 * 9);
+    EXPECT_EQ(pixels[6 * 60 + 12], 0u);
+    EXPECT_EQ(pixels[8 * 60 + 17], 0u);
+    surface.fill(quick::Area(Rect{10, 10, 20, 30}), quick::Ink::of(port, gray, patCopy));
+    EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 0u), 100 * 9);
+    EXPECT_TRUE(surface.takeChanged());
+    EXPECT_FALSE(surface.takeChanged());
+}
