@@ -1,0 +1,138 @@
+#include "apply/apply.h"
+
+#include <memory>
+
+#include "apply/bytes.h"
+#include "apply/job_structure.h"
+#include "apply/markers.h"
+#include "apply/output.h"
+#include "apply/refusal.h"
+
+namespace riders
+{
+
+namespace
+{
+
+constexpr std::string_view kMagic = "%!Zu3_Riders";
+constexpr size_t kMagicWithin = 15;
+constexpr size_t kLongestFragment = size_t(1) << 20;
+
+bool isRidersFile(std::string_view bytes)
+{
+    return bytes.size() >= kMagicWithin && bytes.substr(0, kMagicWithin).find(kMagic) != std::string_view::npos;
+}
+
+// The first bytes of an input. What is not used of the buffer is never touched
+// and takes no memory.
+class Head
+{
+public:
+    Head(const OpenFile &in, size_t most)
+        : bytes_(std::make_unique_for_overwrite<char[]>(most)), size_(readFully(in, bytes_.get(), most))
+    {
+    }
+
+    std::string_view bytes() const { return {bytes_.get(), size_}; }
+    JobHead asJob(const std::string &name) const
+    {
+        return {bytes().substr(0, kJobHeadSize), size_ <= kJobHeadSize, name};
+    }
+
+private:
+    std::unique_ptr<char[]> bytes_;
+    size_t size_;
+};
+
+Head readRiders(const std::filesystem::path &path)
+{
+    const OpenFile in = openInput(path);
+    Head riders(in, kLongestFragment + 1);
+    if (!isRidersFile(riders.bytes()))
+        throw Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) + ")");
+    if (riders.bytes().size() > kLongestFragment)
+        throw Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
+    return riders;
+}
+
+void refuseSameFile(const OpenFile &in, const Output &out)
+{
+    if (sameFile(in.descriptor(), out.file().descriptor()))
+        throw Refusal(in.name() + ": is the job and where it is to be written; name the output with -o");
+}
+
+std::string markedFragment(const Place &place, std::string_view fragment)
+{
+    const Marker marker{fragment.size(), place.needsLineEnd, !fragment.ends_with('\n')};
+    std::string text = marker.lineEndBefore ? "\n" : "";
+    text += openingLine(marker);
+    text += fragment;
+    if (marker.lineEndAfter)
+        text += '\n';
+    text += kClosingLine;
+    return text;
+}
+
+struct Cut {
+    size_t from = 0, to = 0;
+};
+
+// What of the head is not the job's own: the marked lines and all between.
+Cut cutOf(const JobHead &job, std::string_view bytes)
+{
+    const auto opening = findFragment(job);
+    if (!opening)
+        throw Refusal(job.name + ": has no riders file in it");
+    const Refusal damaged(job.name + ": the riders file in it is damaged; nothing was taken out");
+    std::string_view rest = bytes.substr(*opening);
+    const size_t lineLength = rest.substr(0, kLongestOpening).find('\n') + 1;
+    const auto marker = parseOpening(rest.substr(0, lineLength));
+    if (!marker || marker->length > kLongestFragment)
+        throw damaged;
+    if (marker->lineEndBefore && (*opening == 0 || bytes[*opening - 1] != '\n'))
+        throw damaged;
+    const size_t length = lineLength + marker->length + marker->lineEndAfter;
+    if (rest.size() < length || !rest.substr(length).starts_with(kClosingLine) ||
+        (marker->lineEndAfter && rest[length - 1] != '\n') ||
+        !isRidersFile(rest.substr(lineLength, marker->length)))
+        throw damaged;
+    return {*opening - marker->lineEndBefore, *opening + length + kClosingLine.size()};
+}
+
+} // namespace
+
+void applyRiders(const ApplyRequest &request)
+{
+    const Head riders = readRiders(request.riders);
+    std::error_code none;
+    if (!request.out.empty() && std::filesystem::is_regular_file(request.out, none) &&
+        std::filesystem::equivalent(request.out, request.riders, none))
+        throw Refusal(request.out.string() + ": is the riders file itself; name another output");
+    const OpenFile job = openInput(request.job);
+    const Head head(job, kJobHeadSize + 1);
+    const Place place = findPlace(head.asJob(job.name()));
+
+    Output out(request.out);
+    refuseSameFile(job, out);
+    writeAll(out.file(), head.bytes().substr(0, place.offset));
+    writeAll(out.file(), markedFragment(place, riders.bytes()));
+    writeAll(out.file(), head.bytes().substr(place.offset));
+    copyRest(job, out.file());
+    out.finish();
+}
+
+void stripRiders(const StripRequest &request)
+{
+    const OpenFile job = openInput(request.job);
+    const Head head(job, kJobHeadSize + kLongestFragment + 2 * kLongestOpening);
+    const Cut cut = cutOf(head.asJob(job.name()), head.bytes());
+
+    Output out(request.out);
+    refuseSameFile(job, out);
+    writeAll(out.file(), head.bytes().substr(0, cut.from));
+    writeAll(out.file(), head.bytes().substr(cut.to));
+    copyRest(job, out.file());
+    out.finish();
+}
+
+} // namespace riders

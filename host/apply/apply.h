@@ -1,0 +1,35 @@
+// Adding a riders file to a PostScript job, and taking it out again.
+//
+// Both throw Refusal for whatever is wrong, before anything is written: an
+// output file is then as it was (or not there), and nothing has gone to
+// standard output. Only when a disk fills or a reader goes away while bytes
+// are being copied can standard output hold part of a job; a file never does.
+// Memory: under 7 MiB whatever the size of the job.
+#pragma once
+
+#include <filesystem>
+
+namespace riders
+{
+
+struct ApplyRequest {
+    std::filesystem::path riders;   // the riders file
+    std::filesystem::path job = {}; // empty: standard input
+    std::filesystem::path out = {}; // empty: standard output; may be the job itself
+};
+
+// Writes the job with the riders file in it, between two marked lines, where
+// job-wide setup belongs. Refused: a file that is no riders file, a job that is
+// no PostScript, a job that has a riders file in it already.
+void applyRiders(const ApplyRequest &request);
+
+struct StripRequest {
+    std::filesystem::path job = {}; // empty: standard input
+    std::filesystem::path out = {}; // empty: standard output; may be the job itself
+};
+
+// Writes the job as it was before applyRiders, byte for byte. Refused: a job
+// without a riders file, or one whose marked lines were changed or cut off.
+void stripRiders(const StripRequest &request);
+
+} // namespace riders

@@ -1,0 +1,49 @@
+// Moving bytes between files, pipes and devices, in the kernel where it can.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace riders
+{
+
+// An open file with the name it has in messages. Closed at the end unless it
+// is one of the process's own standard files.
+class OpenFile
+{
+public:
+    OpenFile() = default;
+    OpenFile(int descriptor, std::string name) : descriptor_(descriptor), name_(std::move(name)) {}
+    ~OpenFile();
+    OpenFile(OpenFile &&other) noexcept;
+    OpenFile &operator=(OpenFile &&other) noexcept;
+
+    int descriptor() const { return descriptor_; }
+    const std::string &name() const { return name_; }
+    // Closes now, and says so where the system only now finds that it could not write.
+    void close();
+
+private:
+    int descriptor_ = -1;
+    std::string name_;
+};
+
+// Opens for reading; an empty path is standard input. Throws Refusal.
+OpenFile openInput(const std::string &path);
+
+// Reads until the buffer is full or the input ends; gives the bytes read. Throws Refusal.
+size_t readFully(const OpenFile &in, char *buffer, size_t size);
+
+// Throws Refusal.
+void writeAll(const OpenFile &out, std::string_view bytes);
+
+// Copies from where `in` stands to its end. Throws Refusal.
+void copyRest(const OpenFile &in, const OpenFile &out);
+
+// True where both are the same ordinary file.
+bool sameFile(int one, int other);
+
+} // namespace riders

@@ -1,0 +1,38 @@
+// Where a job goes: a file that is wholly new or as it was, or standard output.
+#pragma once
+
+#include <filesystem>
+
+#include "apply/bytes.h"
+
+namespace riders
+{
+
+// While one of these is there, writing to a pipe whose reader has gone is an
+// error that can be reported, not the end of the process.
+class Output
+{
+public:
+    // Opens for writing; an empty path is standard output. A symbolic link is
+    // followed, an existing file's permissions and owner are kept, and a pipe
+    // or device is written to as it stands. Throws Refusal.
+    explicit Output(const std::filesystem::path &path);
+    ~Output();
+    Output(const Output &) = delete;
+
+    const OpenFile &file() const { return file_; }
+    // Gives the file its name. Until then an existing one is as it was. Throws Refusal.
+    void finish();
+
+private:
+    void openTemporary();
+    void takeAttributes(const std::string &shown);
+    void nameTemporary();
+
+    OpenFile file_;
+    std::filesystem::path target_;    // empty when writing straight to where the bytes go
+    std::filesystem::path temporary_; // its name, once it has one
+    void (*oldPipeHandler_)(int);
+};
+
+} // namespace riders
