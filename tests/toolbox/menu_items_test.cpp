@@ -44,7 +44,7 @@ TEST_F(MenuItems, BlockHoldsTheDocumentedBytes)
 
 TEST_F(MenuItems, AppendUnderstandsItsNotation)
 {
-    MenuHandle menu = newMenu("Plain;!*Marked<BS^3\r(-");
+    MenuHandle menu = newMenu("Plain;!*Marked<B<S^3\r(-");
     ASSERT_EQ(CountMItems(menu), 3);
     EXPECT_EQ(text(menu, 2), "Marked");
     EXPECT_EQ(text(menu, 3), "-");

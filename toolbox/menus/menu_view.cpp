@@ -12,7 +12,6 @@ constexpr int textIndent = 14;      // leaves room for the mark
 constexpr int rightMargin = 14;
 constexpr int baseline = 12;        // below a row's top
 constexpr int menuBarHeight = 20;
-constexpr std::uint8_t checkMark = 0x12;
 
 void useMenuText(std::uint8_t face)
 {
@@ -63,15 +62,6 @@ Rect roomAt(Point where)
 int placed(int start, int length, int low, int high)
 {
     return std::max(low, std::min(start, high - length));
-}
-
-void drawCheckMark(int16_t left, int16_t base)
-{
-    for (int16_t offset : {0, 1}) {
-        MoveTo(static_cast<int16_t>(left + offset), static_cast<int16_t>(base - 4));
-        Line(3, 3);
-        Line(5, -7);
-    }
 }
 
 void dim(const Rect &r)
@@ -162,9 +152,7 @@ void MenuView::drawRow(int item) const
     std::uint8_t mark = attribute(menu_, *place, markByte);
     useMenuText(0);
     MoveTo(static_cast<int16_t>(row.left + 2), base);
-    if (mark == checkMark)
-        drawCheckMark(static_cast<int16_t>(row.left + 2), base);
-    else if (mark)
+    if (mark)
         DrawChar(mark);
     Str255 text;
     setPascal(text, itemText(menu_, *place));
