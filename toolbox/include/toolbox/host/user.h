@@ -7,9 +7,9 @@
 // steps have run out.
 #pragma once
 
-#include <deque>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -90,17 +90,9 @@ public:
     // dialog, met here, is a ScriptError: nothing is open.
     void run();
 
-    struct Step;
-
 private:
-    std::optional<Input> nextInput();
-
-    HeadlessMachine &machine_;
-    std::deque<Step> steps_;
-    std::deque<Input> pending_;
-    std::function<bool(int)> surprise_;
-    int line_ = 0;
-    int expectedDialog_ = 0;
+    struct Script;
+    std::unique_ptr<Script> script_;
 };
 
 }  // namespace toolbox

@@ -1,0 +1,79 @@
+// One step of the scripted user, as it is carried out. Private to the scripted
+// user.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "user/hand.h"
+
+namespace toolbox::user {
+
+enum class Progress {
+    done,
+    more,    // ask again when the hand has nothing left to give
+    wait     // ask again after the program has gone on by itself
+};
+
+// Asked to go on whenever the program waits for input and all that the hand
+// did has been taken. Throws Problem when it cannot.
+struct Activity {
+    virtual ~Activity() = default;
+    virtual Progress advance(Hand &hand) = 0;
+};
+
+// Something done at once.
+class Act : public Activity {
+public:
+    explicit Act(std::function<void(Hand &)> act) : act_(std::move(act)) {}
+    Progress advance(Hand &hand) override
+    {
+        act_(hand);
+        return Progress::done;
+    }
+
+private:
+    std::function<void(Hand &)> act_;
+};
+
+class Press : public Activity {
+public:
+    explicit Press(int item, std::uint16_t modifiers = 0) : item_(item), modifiers_(modifiers) {}
+    Progress advance(Hand &hand) override;
+
+private:
+    int item_;
+    std::uint16_t modifiers_;
+    int waited_ = 0;
+};
+
+// Opens the popup at the item and releases over the menu item that pick
+// answers, given the texts; outside for 0.
+class Choose : public Activity {
+public:
+    using Pick = std::function<int(const std::vector<std::string> &)>;
+    Choose(int item, Pick pick) : item_(item), pick_(std::move(pick)) {}
+    Progress advance(Hand &hand) override;
+
+private:
+    void release(Hand &hand);
+
+    int item_;
+    Pick pick_;
+    bool pressed_ = false;
+};
+
+class Wait : public Activity {
+public:
+    explicit Wait(std::uint32_t ticks) : ticks_(ticks) {}
+    Progress advance(Hand &hand) override;
+
+private:
+    std::uint32_t ticks_;
+    std::uint32_t start_ = 0, lastAsked_ = 0;
+    bool started_ = false;
+};
+
+}  // namespace toolbox::user

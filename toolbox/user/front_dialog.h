@@ -1,0 +1,24 @@
+// What the scripted user sees of the dialog in front. Private to the scripted
+// user.
+#pragma once
+
+#include "toolbox/dialogs.h"
+
+namespace toolbox::user {
+
+// Nil when no window is open or the front one is no dialog.
+DialogPtr frontDialog();
+// Its number; 0 when none is in front.
+int frontDialogID();
+
+// Whether the item is a control that is dimmed now.
+bool isDimmed(int item);
+// The middle of the item, global. Throws Problem for an item that is not
+// there, or not to be seen.
+Point middleOf(int item);
+// The same; a dimmed control is a Problem too.
+Point pressableMiddleOf(int item);
+
+Point middle(const Rect &r);
+
+}  // namespace toolbox::user
