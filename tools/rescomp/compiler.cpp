@@ -109,17 +109,21 @@ void readStatement(Cursor &source, Chain &chain, Resources &resources)
     source.wrong("expected one of " + words);
 }
 
+void readStatements(Cursor source, Chain &chain, Resources &resources)
+{
+    for (source.skipSeparators(); !source.atEnd(); source.skipSeparators()) {
+        readStatement(source, chain, resources);
+        source.endStatement();
+    }
+}
+
 void readSource(const std::filesystem::path &path, const Place &from, Chain &chain, Resources &resources)
 {
     std::filesystem::path plain = std::filesystem::weakly_canonical(path);
     if (std::find(chain.begin(), chain.end(), plain) != chain.end())
         throw SourceError(from, "\"" + path.string() + "\" includes itself");
     chain.push_back(plain);
-    Cursor source(path.string(), fileBytes(path, from));
-    for (source.skipSeparators(); !source.atEnd(); source.skipSeparators()) {
-        readStatement(source, chain, resources);
-        source.endStatement();
-    }
+    readStatements(Cursor(path.string(), fileBytes(path, from)), chain, resources);
     chain.pop_back();
 }
 
@@ -130,6 +134,14 @@ Resources compile(const std::filesystem::path &source)
     Resources resources;
     Chain chain;
     readSource(source, {source.string(), 1}, chain, resources);
+    return resources;
+}
+
+Resources compileText(const std::string &name, const std::string &utf8)
+{
+    Resources resources;
+    Chain chain;
+    readStatements(Cursor(name, utf8), chain, resources);
     return resources;
 }
 

@@ -9,6 +9,9 @@ namespace rescomp {
 
 // Throws SourceError at the first thing that is wrong.
 Resources compile(const std::filesystem::path &source);
+// The same for a text that need not be in a file; files it names are looked
+// for beside name.
+Resources compileText(const std::string &name, const std::string &utf8);
 
 // Writes the bytes to a file of another name beside it, then renames that, so
 // that the file is the old one or wholly the new. Throws std::runtime_error.
