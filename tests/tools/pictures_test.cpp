@@ -146,7 +146,7 @@ TEST_F(Compile, BlackAndWhitePictureIsOneBitUnpacked)
     std::string black(3, '\0'), white(3, '\xFF');
     writeFile(folder / "x.png", pngOf(2, 2, black + white + white + black));
     EXPECT_EQ(asHex(bytes("picture 1 file \"x.png\"")),
-              asHex(fromHex("0082 0000 0000 0002 0002"
+              asHex(fromHex("0094 0000 0000 0002 0002"
                             "0011 02FF 0C00 FFFE 0000 00480000 00480000 0000 0000 0002 0002 00000000"
                             "0001 000A 0000 0000 0002 0002"
                             "0090 8002 0000 0000 0002 0002 0000 0000 00000000 00480000 00480000"

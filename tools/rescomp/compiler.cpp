@@ -47,7 +47,7 @@ void readOptions(Cursor &source, Compiled &resource)
     auto set = [&](int bit) { resource.attributes |= static_cast<std::uint8_t>(bit); };
     for (;;) {
         if (source.accept("named"))
-            resource.name = source.text("a name");
+            resource.name = source.singleText();   // the resource's own text may follow
         else if (source.accept("purgeable"))
             set(resPurgeable);
         else if (source.accept("fixed"))

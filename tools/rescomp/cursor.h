@@ -35,7 +35,7 @@ public:
     // Neighbouring texts joined, on this line or, where the caller's kind of
     // list allows it, over following lines. Never over 255 bytes.
     std::string text(const std::string &what, bool overLines = false);
-    // One text, not joined with its neighbours.
+    // One text, not joined with its neighbours. Never over 255 bytes.
     std::string singleText();
     // file "name": a path beside this source.
     std::filesystem::path file();
