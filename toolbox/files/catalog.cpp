@@ -65,9 +65,9 @@ OSErr locate(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, Ma
 // A companion without a file would otherwise pass its fork to a new one.
 OSErr removeOrphan(const fs::path &file)
 {
-    if (unlink(companionOf(file).c_str()) != 0 && errno != ENOENT && errno != ENAMETOOLONG)
-        return errorOf(errno, Aim::change);
-    return noErr;
+    if (unlink(companionOf(file).c_str()) == 0 || errno == ENOENT || errno == ENAMETOOLONG || errno == EISDIR)
+        return noErr;
+    return errorOf(errno, Aim::change);
 }
 
 // 0 or errno; EEXIST rather than replacing anything.

@@ -30,7 +30,8 @@ bool isBlank(std::string_view bytes)
 // What the file is without a companion.
 std::string plainFinderInfo(const fs::path &file)
 {
-    std::string info = fileLooksLikeText(file) ? "TEXTttxt" : "????????";
+    Descriptor opened = openPath(file, O_RDONLY);
+    std::string info = opened.open() && openFileLooksLikeText(opened.number()) ? "TEXTttxt" : "????????";
     info.resize(finderInfoBytes, '\0');
     return info;
 }
@@ -69,14 +70,11 @@ bool looksLikeText(std::string_view beginning)
     return controls <= 1 + beginning.size() / 20;
 }
 
-bool fileLooksLikeText(const fs::path &file)
+bool openFileLooksLikeText(int descriptor)
 {
-    Descriptor opened = openPath(file, O_RDONLY);
-    if (!opened.open())
-        return false;
     char beginning[beginningBytes];
     std::size_t count;
-    OSErr error = readAt(opened.number(), beginning, sizeof beginning, 0, count);
+    OSErr error = readAt(descriptor, beginning, sizeof beginning, 0, count);
     return (error == noErr || error == eofErr) && looksLikeText({beginning, count});
 }
 

@@ -18,7 +18,7 @@ std::filesystem::path companionOf(const std::filesystem::path &file);
 
 // An empty beginning is text: a new file is what is then written to it.
 bool looksLikeText(std::string_view beginning);
-bool fileLooksLikeText(const std::filesystem::path &file);
+bool openFileLooksLikeText(int descriptor);
 
 enum class Companion { none, present, damaged };
 // Contents are those of newAppleDouble where there is none.

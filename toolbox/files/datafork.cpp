@@ -44,12 +44,12 @@ OSErr openData(const fs::path &path, const struct stat &status, std::int8_t perm
 // A plain file that counted as text and no longer looks it keeps its type.
 void keepTextType(const OpenFile &file)
 {
+    if (!file.written || !file.lookedLikeText || openFileLooksLikeText(file.descriptor.number()))
+        return;
     struct stat status;
     bool still = statusOf(file.path, Aim::open, status) == noErr && status.st_dev == file.device &&
                  status.st_ino == file.inode;
-    if (!file.written || !file.lookedLikeText || !still || fileLooksLikeText(file.path))
-        return;
-    if (!hasTypeOfItsOwn(file.path))
+    if (still && !hasTypeOfItsOwn(file.path))
         setFinderInfoOf(file.path, "TEXTttxt");
 }
 
@@ -89,7 +89,7 @@ OSErr openFork(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, 
     file.device = status.st_dev;
     file.inode = status.st_ino;
     file.name = pascalView(name);
-    file.lookedLikeText = file.writable && (status.st_size == 0 || fileLooksLikeText(file.path));
+    file.lookedLikeText = file.writable && (status.st_size == 0 || openFileLooksLikeText(file.descriptor.number()));
     refNum = openFiles().add(std::move(file));
     return refNum ? noErr : tmfoErr;
 }
