@@ -1,6 +1,7 @@
 // A blank port in the middle of the screen, and its pixels by local coordinates.
 #pragma once
 
+#include "quickdraw/devices.h"
 #include "quickdraw/port.h"
 #include "support/toolbox_test.h"
 #include "toolbox/host/picture.h"
@@ -23,13 +24,17 @@ protected:
         ToolboxTest::TearDown();
     }
 
+    // Nobody else draws on the screen, and it is blank.
     void openCanvas()
     {
+        toolbox::quickdraw::screensDidChange = nullptr;
+        const GrafPtr desktop = toolbox::quickdraw::desktopPort();
+        SetPort(desktop);
+        EraseRect(&desktop->portRect);
         toolbox::quickdraw::openPort(&port);
         toolbox::quickdraw::placePort(&port, {top, left}, width, height);
         SetRectRgn(port.visRgn, 0, 0, width, height);
         SetPort(&port);
-        EraseRect(&port.portRect);
     }
     void closeCanvas() { toolbox::quickdraw::closePort(&port); }
 
