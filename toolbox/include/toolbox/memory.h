@@ -3,6 +3,8 @@
 // The heap counts what its callers asked for plus 16 bytes a block, whatever
 // the machine has left. Any call here that allocates may move every block that
 // is not locked; Resource, Dialog and Menu Manager calls allocate too.
+// Every call sets MemError; a handle that is nil gives nilHandleErr there, one
+// that was freed or never was one memWZErr, and nothing is done.
 // May be called at any time between start and stop of the Toolbox.
 #pragma once
 
@@ -17,7 +19,7 @@ extern "C" {
 Ptr NewPtr(Size byteCount);
 // The same, zero-filled.
 Ptr NewPtrClear(Size byteCount);
-// Frees the block; nil does nothing.
+// Frees the block; nil does nothing. memWZErr for what is no such block.
 void DisposePtr(Ptr block);
 
 // A relocatable block and its master pointer; size 0 is legal and not nil.
@@ -30,11 +32,13 @@ Handle NewHandleClear(Size byteCount);
 void DisposeHandle(Handle handle);
 // Bytes in the block; 0 with nilHandleErr for a purged one.
 Size GetHandleSize(Handle handle);
-// Grows or shrinks in place of its contents, keeping what fits. The block may
-// move unless locked. memFullErr: the size is unchanged.
+// Keeps the contents as far as they fit; what is new is undefined. The block
+// may move unless locked; a locked one can shrink but not grow. memFullErr: the
+// size is unchanged.
 void SetHandleSize(Handle handle, Size byteCount);
 
-// Locked is a flag, not a count: one HUnlock undoes any number of HLocks.
+// Locked is a flag, not a count: one HUnlock undoes any number of HLocks. A
+// locked block neither moves nor is purged. nilHandleErr for a purged one.
 void HLock(Handle handle);
 void HUnlock(Handle handle);
 // Lets the Memory Manager empty the block when it needs room (HPurge), or not
@@ -42,9 +46,11 @@ void HUnlock(Handle handle);
 void HPurge(Handle handle);
 void HNoPurge(Handle handle);
 // Bit 7 locked, bit 6 purgeable, bit 5 a resource; for saving and restoring.
+// HSetState leaves bit 5 as it is.
 int8_t HGetState(Handle handle);
 void HSetState(Handle handle, int8_t state);
-// Moves an unlocked block out of the way of others before it is locked.
+// Moves an unlocked block out of the way of others before it is locked; here
+// there is nothing to move. memLockedErr when it is locked already.
 void MoveHHi(Handle handle);
 
 // Purges what may be purged and answers the largest block that could now be
@@ -52,20 +58,24 @@ void MoveHHi(Handle handle);
 Size MaxMem(Size *grow);
 // As MaxMem, but purges nothing.
 Size CompactMem(Size needed);
-// Empties every purgeable, unlocked block.
+// Empties every purgeable, unlocked block. memFullErr when there is still no
+// room for needed bytes.
 void PurgeMem(Size needed);
 // Bytes not in use.
 Size FreeMem(void);
 // The result of the last Memory Manager call, noErr after a success.
 OSErr MemError(void);
 
-// Copies byteCount bytes; source and destination may overlap.
+// Copies byteCount bytes, none when negative; source and destination may
+// overlap.
 void BlockMove(const void *source, void *destination, Size byteCount);
 // Makes a new handle holding a copy; *handle is nil on failure.
 OSErr PtrToHand(const void *source, Handle *handle, Size byteCount);
-// Replaces *handle by a new handle with the same contents.
+// Replaces *handle by a new handle with the same contents, unlocked, not
+// purgeable and no resource. On failure *handle is as before.
 OSErr HandToHand(Handle *handle);
-// Appends the bytes at source.
+// Appends the bytes at source, which must not move: not the contents of an
+// unlocked block. On failure the block is as before.
 OSErr PtrAndHand(const void *source, Handle handle, Size byteCount);
 // The address itself: the address space is flat.
 Ptr StripAddress(void *address);
@@ -73,9 +83,12 @@ Ptr StripAddress(void *address);
 // A byte-string search and edit in a relocatable block (Toolbox Utilities).
 // With target not nil and replacement nil: answers the offset of the first
 // occurrence of the target at or after offset, or a negative value. With a
-// target and a replacement: replaces it and answers the offset behind the
-// replacement. Target nil: replaces targetLength bytes at offset (all to the
-// end when negative).
+// target and a replacement: replaces the first occurrence and answers the
+// offset behind the replacement; a target of no bytes is found at offset, so
+// that the replacement is inserted there. Target nil: replaces targetLength
+// bytes at offset (all to the end when negative). An offset outside the text,
+// or no room (MemError): a negative value, and the text is as before. The
+// replacement must not be the contents of an unlocked block.
 int32_t Munger(Handle text, int32_t offset, const void *target, int32_t targetLength,
                const void *replacement, int32_t replacementLength);
 
