@@ -3,6 +3,7 @@
 #include "quickdraw/pictures.h"
 #include "quickdraw/surface.h"
 #include "quickdraw_canvas.h"
+#include "toolbox/events.h"
 
 using QuickDrawPictures = CanvasTest;
 using toolbox::Picture;
@@ -73,6 +74,35 @@ TEST_F(QuickDrawPictures, ChangedScreensAreAnnouncedOnce)
     EXPECT_EQ(announced, 1);
     EXPECT_EQ(toolbox::screenPicture(0).width, 800);
     toolbox::quickdraw::screensDidChange = nullptr;
+}
+
+TEST_F(QuickDrawPictures, NobodyWantsAreNotKeptButTextIsMeasuredAndTraced)
+{
+    const int16_t seenWidth = StringWidth(P("Riders"));
+    closeCanvas();
+    toolbox::stop();
+    machine.wantPictures(false);
+    toolbox::start(configuration, machine);
+    openCanvas();
+    std::vector<std::string> drawing;
+    toolbox::trace::setDrawingSink(toolbox::trace::into(drawing));
+    RgnHandle update = NewRgn();
+    const Rect r{0, 0, 40, 40};
+    MoveTo(10, 30);
+    DrawString(P("Riders"));
+    InvertRect(&r);
+    ScrollRect(&r, 0, -5, update);
+    EXPECT_EQ(drawing.size(), 3u);
+    EXPECT_FALSE(EmptyRgn(update));
+    EXPECT_EQ(port.pnLoc.h, 10 + seenWidth);
+    EXPECT_EQ(toolbox::screenPicture(0).pixels.size(), 0u);
+    const Picture bits = toolbox::quickdraw::saveBits({100, 100, 110, 110});
+    EXPECT_EQ(bits.pixels, std::vector<std::uint32_t>(100, white));
+    toolbox::quickdraw::restoreBits({100, 100, 110, 110}, bits);
+    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    Delay(10, nullptr);
+    EXPECT_EQ(machine.lastPicture(0).width, 0);
+    DisposeRgn(update);
 }
 
 TEST(QuickDrawSurface, CoversSeveralDevicePixelsForEachAtAScale)

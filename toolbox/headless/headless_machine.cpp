@@ -94,6 +94,16 @@ void HeadlessMachine::present(int index, const Picture &picture)
     pictures_.at(index) = picture;
 }
 
+void HeadlessMachine::wantPictures(bool wanted)
+{
+    picturesWanted_ = wanted;
+}
+
+bool HeadlessMachine::picturesWanted()
+{
+    return picturesWanted_;
+}
+
 std::string HeadlessMachine::clipboardText()
 {
     return clipboard_;

@@ -23,7 +23,8 @@ Surface surfaceFor(const Screen &screen)
     auto kept = std::find_if(all.begin(), all.end(),
                              [&](const Surface &surface) { return sameRect(surface.bounds(), screen.bounds); });
     if (kept == all.end())
-        return Surface(screen.bounds, screen.depth);
+        return Surface(screen.bounds, screen.depth, 1,
+                       machine().picturesWanted() ? Surface::Kind::seen : Surface::Kind::blind);
     Surface surface = std::move(*kept);
     all.erase(kept);
     surface.setDepth(screen.depth);

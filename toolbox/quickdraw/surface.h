@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "quickdraw/area.h"
@@ -27,11 +26,14 @@ struct GlyphImage {
 
 class Surface {
 public:
-    Surface(const Rect &bounds, int depth, int scale = 1);
+    // A blind surface holds no pixels and takes no drawing; it reads as white.
+    enum class Kind { seen, blind };
+    Surface(const Rect &bounds, int depth, int scale = 1, Kind kind = Kind::seen);
 
     const Rect &bounds() const { return bounds_; }
     int depth() const { return depth_; }
     int scale() const { return scale_; }
+    bool blind() const { return picture_.pixels.empty(); }
     // Everything already there becomes what the new depth can show.
     void setDepth(int depth);
 
@@ -45,26 +47,21 @@ public:
     std::uint32_t pixel(int h, int v) const;
     void setPixel(int h, int v, std::uint32_t value);
 
+    // Empty when blind.
     const Picture &picture() const { return picture_; }
     // Whether anything was drawn since the last call.
     bool takeChanged();
 
 private:
-    struct ImageUnref {
-        void operator()(pixman_image_t *image) const { pixman_image_unref(image); }
-    };
-
     std::uint32_t *row(int deviceRow) { return picture_.pixels.data() + std::size_t(deviceRow) * picture_.width; }
     std::vector<Box> deviceBoxes(const Area &area) const;
-    void fillSolid(const std::vector<Box> &boxes, std::uint32_t value);
+    void fillSolid(const Box &box, std::uint32_t value);
     void fillPatterned(const Box &box, const Ink &ink);
-    void act(std::uint32_t &pixel, Action action, const Ink &ink) const;
 
     Rect bounds_;
     int depth_;
     int scale_;
     Picture picture_;
-    std::unique_ptr<pixman_image_t, ImageUnref> image_;
     bool changed_ = false;
 };
 

@@ -51,7 +51,7 @@ void drawGlyphs(const GrafPort &port, std::string_view text, const Ink &ink)
     const Area visible = visibleArea(port);
     for (Surface &surface : surfaces()) {
         const Area clip = visible & Area(surface.bounds());
-        if (clip.empty())
+        if (clip.empty() || surface.blind())
             continue;
         const bool graded = surface.depth() > 1 && ink.onBlack != Action::invert;
         int h = port.pnLoc.h + port.portBits.bounds.left;

@@ -24,6 +24,9 @@ public:
 
     // At least one. Takes effect at once and announces screensChanged.
     void setScreens(std::vector<Screen> screens);
+    // For sessions nobody looks at: no pixels are kept. Before the Toolbox is
+    // started; true unless set.
+    void wantPictures(bool wanted);
     // As another program would; the serial changes.
     void putOnClipboard(const std::string &text);
     // What was last presented; empty before that. std::out_of_range when there
@@ -38,6 +41,7 @@ public:
     void passTicks(std::uint32_t count) override;
     std::vector<Screen> screens() override;
     void present(int index, const Picture &picture) override;
+    bool picturesWanted() override;
     std::string clipboardText() override;
     void setClipboardText(const std::string &text) override;
     std::uint32_t clipboardSerial() override;
@@ -53,6 +57,7 @@ private:
     std::uint32_t ticks_ = 0;
     std::string clipboard_;
     std::uint32_t clipboardSerial_ = 0;
+    bool picturesWanted_ = true;
     int beeps_ = 0;
     int soundsPlayed_ = 0;
     CursorShape cursor_ = CursorShape::arrow;

@@ -71,6 +71,11 @@ struct Machine {
     // for the call.
     virtual void present(int index, const Picture &picture) = 0;
 
+    // Whether anybody will look at pictures. Asked at start and for each new
+    // screen. False: shapes and text are measured and traced as ever, but no
+    // pixel is kept, nothing is presented and screenPicture is empty.
+    virtual bool picturesWanted() { return true; }
+
     // UTF-8 with \n line ends; empty when there is no text.
     virtual std::string clipboardText() = 0;
     virtual void setClipboardText(const std::string &text) = 0;

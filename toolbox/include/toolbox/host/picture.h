@@ -8,15 +8,15 @@
 namespace toolbox {
 
 // The pixels of screen number index (from 0) as they are at this moment, also
-// what has not been presented yet. std::out_of_range when there is no such
-// screen.
+// what has not been presented yet; empty when the machine wants no pictures.
+// std::out_of_range when there is no such screen.
 Picture screenPicture(int index);
 
 // Writes an 8-bit RGB PNG, replacing a file of that name. False, and no file
 // left behind, when it cannot be written.
 bool writePng(const std::filesystem::path &path, const Picture &picture);
-// Reads what writePng has written (any PNG without an alpha channel's worth of
-// meaning); an empty picture when it cannot be read.
+// Reads any PNG, what is transparent on white; an empty picture when it cannot
+// be read.
 Picture readPng(const std::filesystem::path &path);
 
 }  // namespace toolbox
