@@ -130,6 +130,8 @@ WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, B
                     WindowPtr behind, Boolean goAway, intptr_t refCon)
 {
     Rect content = *bounds;
+    // Opening its port must not take the port from the caller.
+    PortScope callers(qd.thePort);
     WindowPeek record = static_cast<WindowPeek>(storage);
     if (!record)
         record = reinterpret_cast<WindowPeek>(NewPtr(sizeof(WindowRecord)));
@@ -152,7 +154,6 @@ WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, B
     place(window, content);
     SetEmptyRgn(record->port.visRgn);
     putAt(placeBehind(behind), window);
-    SetPort(portOf(record));
     if (visible)
         ShowWindow(portOf(record));
     return portOf(record);

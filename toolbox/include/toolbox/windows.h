@@ -32,7 +32,8 @@ enum { dialogKind = 2, userKind = 8 };
 enum { documentProc = 0, dBoxProc = 1, plainDBox = 2, altDBoxProc = 3, noGrowDocProc = 4, movableDBoxProc = 5 };
 enum { inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6 };
 
-// storage nil: allocated. behind (WindowPtr)-1: in front of all; nil: last.
+// storage nil: allocated. behind (WindowPtr)-1: in front of all; nil: last. The
+// current port stays what it was.
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible,
                     int16_t procID, WindowPtr behind, Boolean goAway, intptr_t refCon);
 // Takes the window off the screen and frees what belongs to it, but not the
