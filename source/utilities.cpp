@@ -274,7 +274,9 @@ void CenterWindow(WindowPtr reference, WindowPtr window, int16_t mode)
 
 void CenterWindowInWindow(WindowPtr outer, WindowPtr inner)
 {
-    Point where{};
+    if (!outer)
+        return;
+    Point where;
     GetWindowPosition(outer, &where);
     MoveWindow(inner, static_cast<int16_t>(where.h + (WidthOf(outer) - WidthOf(inner)) / 2),
                static_cast<int16_t>(where.v + (HeightOf(outer) - HeightOf(inner)) / 2), false);

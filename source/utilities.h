@@ -47,7 +47,7 @@ void GetCurDevRect(WindowPtr window, Rect *screen);
 // middle across, and a third or half of the free height down. Not brought to
 // the front.
 void CenterWindow(WindowPtr reference, WindowPtr window, int16_t mode);
-// Centres inner over outer; neither may be nil.
+// Centres inner over outer; with outer nil it stays.
 void CenterWindowInWindow(WindowPtr outer, WindowPtr inner);
 // Makes the alert open on the window's screen (nil: the main screen), in the
 // middle across and a third of the free height down, by changing its resource
