@@ -223,9 +223,7 @@ TEST_F(Preferences, RecordIsLookedForInThePreferencesFileAlone)
 {
     store("other", "", 'ABCD', 128);
     // The plug-in's own fork has one of the type and number.
-    Handle data = NewHandleClear(444);
-    AddResource(data, 'STUF', 128, P(""));
-    SetResAttrs(data, resPurgeable);
+    addResource('STUF', 128, std::string(444, '\0'));
     dismiss(16131);
     call(kSelectCommand, nothing);
     expectReport(16130, 50, " (GetPrefs)");
@@ -466,7 +464,7 @@ TEST_F(Preferences, FileIsAlwaysBuiltAnew)
 // is left behind (call() looks), the process goes on, and the next call works.
 TEST_F(Preferences, AnyFileCallMayFail)
 {
-    for (OSErr error : {OSErr(dskFulErr), OSErr(ioErr), OSErr(fnfErr), OSErr(fLckdErr), OSErr(wrPermErr)}) {
+    for (OSErr error : {OSErr(dskFulErr), OSErr(ioErr), OSErr(fnfErr)}) {
         for (int nth = 1;; ++nth) {
             store(imported(), "{ add }");
             toolbox::faults::clear();

@@ -150,6 +150,11 @@ void PluginTest::removeResource(ResType type, int16_t id)
 void PluginTest::replaceResource(ResType type, int16_t id, const std::string &bytes)
 {
     removeResource(type, id);
+    addResource(type, id, bytes);
+}
+
+void PluginTest::addResource(ResType type, int16_t id, const std::string &bytes)
+{
     Handle data = NewHandle(static_cast<Size>(bytes.size()));
     ASSERT_NE(data, nullptr);
     BlockMove(bytes.data(), *data, static_cast<Size>(bytes.size()));

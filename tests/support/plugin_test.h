@@ -34,7 +34,8 @@ protected:
 
     // Takes a resource out of the copied fork for the rest of the test.
     void removeResource(ResType type, int16_t id);
-    // Puts the bytes in the resource's place.
+    // Adds a purgeable one, or puts the bytes in the place of one that is there.
+    void addResource(ResType type, int16_t id, const std::string &bytes);
     void replaceResource(ResType type, int16_t id, const std::string &bytes);
     // A string of an 'STR#' or 'STR ' as it stands in the fork.
     std::string text(int16_t listID, int16_t index) const;
