@@ -175,7 +175,8 @@ void setPascal(unsigned char *pascalString, std::string_view roman, int capacity
 {
     std::size_t length = std::min<std::size_t>(roman.size(), static_cast<std::size_t>(std::clamp(capacity, 0, 255)));
     // The text may lie in the string itself, so the length is written last.
-    std::memmove(pascalString + 1, roman.data(), length);
+    if (length > 0)
+        std::memmove(pascalString + 1, roman.data(), length);
     pascalString[0] = static_cast<unsigned char>(length);
 }
 

@@ -1,7 +1,7 @@
 #include <cctype>
 #include <fstream>
+#include <iterator>
 #include <optional>
-#include <sstream>
 
 #include "source.h"
 #include "toolbox/host/text.h"
@@ -193,10 +193,12 @@ std::string fileBytes(const std::filesystem::path &path, const Place &place)
 {
     std::error_code ignored;
     std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!in || std::filesystem::is_directory(path, ignored) || !(bytes << in.rdbuf() || in.eof()))
+    if (!in || !std::filesystem::is_regular_file(path, ignored))
         throw SourceError(place, "cannot read \"" + path.string() + "\"");
-    return bytes.str();
+    std::string bytes(std::istreambuf_iterator<char>(in), {});
+    if (in.bad())
+        throw SourceError(place, "cannot read all of \"" + path.string() + "\"");
+    return bytes;
 }
 
 }  // namespace rescomp
