@@ -139,7 +139,7 @@ TEST(JobStructure, WhatPrinterDriversSendAheadIsPassed)
 {
     const std::string language = "\033%-12345X@PJL JOB\r\n@PJL SET RESOLUTION=600\r\n\r\n@PJL ENTER LANGUAGE = "
                                  "POSTSCRIPT \r\n";
-    for (const std::string ahead : {std::string("\x04"), std::string("\x04\x04"), std::string("\033%-12345X"),
+    for (const std::string &ahead : {std::string("\x04"), std::string("\x04\x04"), std::string("\033%-12345X"),
                                     language, "\x04" + language + "\x04"})
         EXPECT_EQ(before(ahead + "%!PS\nshowpage\n"), ahead + "%!PS\n");
 }
