@@ -233,7 +233,7 @@ TEST_F(FileModelTest, RandomCallsAgreeWithTheModel)
                               &FileModelTest::read,   &FileModelTest::setEnd,  &FileModelTest::setMark,
                               &FileModelTest::remove, &FileModelTest::rename,  &FileModelTest::setInfo,
                               &FileModelTest::setFork};
-    for (int turn = 0; turn < 3000 && !HasFatalFailure(); ++turn) {
+    for (int turn = 0; turn < 1500 && !HasFatalFailure(); ++turn) {
         (this->*steps[below(std::size(steps))])();
         if (turn % 50 == 0)
             compare();
