@@ -2,7 +2,14 @@
 //
 // Every File Manager call passes one table on its way in. A fault planned here
 // makes the chosen call answer an error instead of doing its work (FSClose
-// does close, and then answers the error; FSWrite writes nothing, *count 0).
+// does close, and then answers the error; FSWrite and FSRead move nothing,
+// *count 0; FSOpen gives refNum 0). The pairs of calls that differ only in how
+// a place is given (FSOpen and HOpen, ...) are one kind. A resource fork being
+// written passes as a write too, and leaves the old fork when it fails.
+//
+// Plans outlive sessions and are kept until clear(). Each counts the calls made
+// after it was planned; where several strike the same call, the error of the
+// first planned counts.
 #pragma once
 
 #include <optional>
@@ -21,7 +28,7 @@ inline constexpr int fileCallKinds = 17;
 namespace faults {
 
 // The nth call (from 1) of the kind from now on answers error; with onward set
-// every later one as well.
+// every later one as well. error is not noErr.
 void failFileCall(FileCall kind, int nth, OSErr error, bool onward = false);
 // The nth call (from 1) of any kind from now on answers error.
 void failAnyFileCall(int nth, OSErr error, bool onward = false);
@@ -35,10 +42,11 @@ bool met();
 // Calls of the kind since clear().
 int count(FileCall kind);
 
-const char *name(FileCall kind);                       // "rename"
+// As the enumerator is spelled: "rename".
+const char *name(FileCall kind);
 std::optional<FileCall> kindNamed(const std::string &name);
 
-// For the File and Memory Managers: noErr, or the error this call is to answer.
+// For the managers, once a call: noErr, or the error this call is to answer.
 OSErr check(FileCall kind);
 bool allocationFails();
 

@@ -2,7 +2,11 @@
 //
 // The managers write the session trace: dialogs, texts, beeps, menus, files.
 // QuickDraw writes the drawing trace, kept apart and off unless wanted. Lines
-// are UTF-8; CR inside a text is written \r, a quote \", a backslash \\.
+// are UTF-8; inside a quoted text CR is written \r, a newline \n, a quote \", a
+// backslash \\ and other controls \xHH, so that a line is a line.
+//
+// Sinks outlive sessions and are called on the Toolbox's thread, in the middle
+// of the call they tell of: they must not call the Toolbox.
 #pragma once
 
 #include <functional>
