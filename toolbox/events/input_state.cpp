@@ -3,6 +3,7 @@
 #include "quickdraw/devices.h"
 #include "quickdraw/present.h"
 #include "toolbox/host/session.h"
+#include "windows/desktop.h"
 
 namespace toolbox::events {
 
@@ -39,6 +40,7 @@ static void note(const Input &input)
     switch (input.kind) {
     case Kind::screensChanged:
         quickdraw::rebuildDevices();
+        windows::screensChanged();
         return;
     case Kind::clipboardChanged:
         return;  // whoever wants to know asks for the clipboard's serial

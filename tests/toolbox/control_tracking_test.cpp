@@ -1,0 +1,166 @@
+// Controls: what a press on them does, and what they look like.
+#include "support/dialog_test.h"
+#include "toolbox/host/picture.h"
+#include "toolbox/resources.h"
+
+using Kind = toolbox::Input::Kind;
+
+namespace {
+
+class Controls : public DialogTest {
+protected:
+    void SetUp() override
+    {
+        DialogTest::SetUp();
+        Rect bounds{100, 100, 300, 300};
+        window = NewWindow(nullptr, &bounds, P(""), true, plainDBox, reinterpret_cast<WindowPtr>(-1), false, 0);
+        SetPort(window);
+    }
+
+    ControlHandle make(int procID, int left, int top, int right, int bottom, int max = 1)
+    {
+        Rect r;
+        SetRect(&r, left, top, right, bottom);
+        return NewControl(window, &r, P("Title"), true, 0, 0, max, procID, 0);
+    }
+
+    // Presses at the first point (local), moves to the second, releases.
+    int16_t drag(ControlHandle control, Point from, Point to, ProcPtr action = nullptr)
+    {
+        mouse(Kind::mouseDown, from.h + 100, from.v + 100);
+        EventRecord event;
+        WaitNextEvent(1 << mouseDown, &event, 1);
+        mouse(Kind::mouseMoved, to.h + 100, to.v + 100);
+        mouse(Kind::mouseUp, to.h + 100, to.v + 100);
+        return TrackControl(control, from, action);
+    }
+
+    uint32_t pixel(int h, int v)
+    {
+        toolbox::Picture picture = toolbox::screenPicture(0);
+        return picture.pixels[static_cast<size_t>(v + 100) * picture.width + h + 100];
+    }
+
+    WindowPtr window = nullptr;
+};
+
+}  // namespace
+
+TEST_F(Controls, AButtonAnswersItsPartWhenReleasedInside)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    EXPECT_EQ(drag(button, {20, 20}, {20, 40}), inButton);
+    EXPECT_TRUE(traced("press \"Title\""));
+    EXPECT_EQ((**button).contrlHilite, 0);
+}
+
+TEST_F(Controls, AButtonAnswersNothingWhenReleasedOutside)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    EXPECT_EQ(drag(button, {20, 20}, {20, 140}), 0);
+    EXPECT_FALSE(traced("press"));
+    EXPECT_EQ((**button).contrlHilite, 0);
+}
+
+TEST_F(Controls, TheReleaseIsNotLeftForLater)
+{
+    drag(make(pushButProc, 10, 10, 90, 30), {20, 20}, {20, 40});
+    EventRecord event;
+    EXPECT_FALSE(WaitNextEvent(1 << mouseUp, &event, 1));
+}
+
+TEST_F(Controls, AButtonHilitedByCodeIsTracedAndInverted)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    uint32_t plain = pixel(15, 20);
+    HiliteControl(button, 10);
+    EXPECT_NE(pixel(15, 20), plain);
+    HiliteControl(button, 0);
+    EXPECT_EQ(pixel(15, 20), plain);
+    EXPECT_EQ(tracedTimes("flash \"Title\""), 1);
+}
+
+TEST_F(Controls, ADimmedOrHiddenControlIsDead)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    Point inside{20, 20};
+    ControlHandle found;
+    EXPECT_EQ(FindControl(inside, window, &found), inButton);
+    EXPECT_EQ(found, button);
+    HiliteControl(button, 255);
+    EXPECT_EQ(FindControl(inside, window, &found), 0);
+    HiliteControl(button, 0);
+    HideControl(button);
+    EXPECT_EQ(TestControl(button, inside), 0);
+    ShowControl(button);
+    EXPECT_EQ(TestControl(button, inside), inButton);
+}
+
+TEST_F(Controls, ValuesStayBetweenTheirLimits)
+{
+    ControlHandle box = make(checkBoxProc, 10, 10, 90, 30);
+    SetCtlValue(box, 7);
+    EXPECT_EQ(GetCtlValue(box), 1);
+    SetCtlValue(box, -7);
+    EXPECT_EQ(GetCtlValue(box), 0);
+    EXPECT_EQ(drag(box, {20, 20}, {20, 20}), inCheckBox);
+    EXPECT_EQ(GetCtlValue(box), 0) << "its owner sets the value";
+}
+
+TEST_F(Controls, TheArrowsAndPagesOfAScrollBarCallTheActionWhileHeld)
+{
+    static ControlHandle bar;
+    static std::vector<int> parts;
+    bar = make(scrollBarProc, 100, 10, 116, 110, 10);
+    parts.clear();
+    auto action = +[](ControlHandle control, int16_t part) {
+        parts.push_back(part);
+        SetCtlValue(control, GetCtlValue(control) + 1);
+    };
+    EXPECT_EQ(drag(bar, {105, 105}, {105, 105}, reinterpret_cast<ProcPtr>(action)), inDownButton);
+    ASSERT_FALSE(parts.empty());
+    EXPECT_EQ(parts.front(), inDownButton);
+    EXPECT_GT(GetCtlValue(bar), 0);
+    parts.clear();
+    drag(bar, {90, 105}, {90, 105}, reinterpret_cast<ProcPtr>(action));
+    ASSERT_FALSE(parts.empty());
+    EXPECT_EQ(parts.front(), inPageDown);
+    EventRecord event;
+    EXPECT_FALSE(WaitNextEvent(1 << mouseUp, &event, 1));
+}
+
+TEST_F(Controls, TheThumbOfAScrollBarSetsTheValue)
+{
+    ControlHandle bar = make(scrollBarProc, 100, 10, 116, 110, 10);
+    EXPECT_EQ(drag(bar, {30, 105}, {90, 105}), inThumb);
+    EXPECT_EQ(GetCtlValue(bar), 10);
+    EXPECT_EQ(drag(bar, {80, 105}, {80, 290}), 0) << "far off the bar the thumb springs back";
+    EXPECT_EQ(GetCtlValue(bar), 10);
+}
+
+TEST_F(Controls, AColourTableIsCopied)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    ResourceBytes table;
+    table.longWord(0).word(0).word(0).word(1).word(0xFC00).word(0xF37D).word(0x052F).add('cctb', 7);
+    Handle resource = GetResource('cctb', 7);
+    SetCtlColor(button, resource);
+    ReleaseResource(resource);
+    Draw1Control(button);
+    EXPECT_EQ(pixel(15, 20), 0xFCF305u);
+    DisposeControl(button);
+    DisposeWindow(window);
+    EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
+}
+
+TEST_F(Controls, MovingAndSizingTakeTheOldPixelsAway)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    EXPECT_EQ(pixel(50, 10), 0u);
+    MoveControl(button, 10, 60);
+    EXPECT_EQ(pixel(50, 10), 0xFFFFFFu);
+    EXPECT_EQ(pixel(50, 60), 0u);
+    SizeControl(button, 40, 20);
+    EXPECT_EQ((**button).contrlRect.right, 50);
+    EXPECT_EQ(pixel(70, 60), 0xFFFFFFu);
+}
