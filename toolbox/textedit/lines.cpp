@@ -1,5 +1,8 @@
 #include "textedit/lines.h"
 
+#include <algorithm>
+#include <array>
+
 #include "windows/port_scope.h"
 
 namespace toolbox::textedit {
@@ -11,40 +14,36 @@ std::string_view withoutHangingBlanks(std::string_view line)
     return line.substr(0, last == line.npos ? 0 : last + 1);
 }
 
-// The end of the word that begins at or after start, before stop.
-int wordEnd(std::string_view text, int start, int stop)
-{
-    int at = start;
-    while (at < stop && text[at] == ' ')
-        ++at;
-    while (at < stop && text[at] != ' ')
-        ++at;
-    return at;
-}
-
-int charactersThatFit(std::string_view text, int start, int stop, int width)
-{
-    int at = start + 1;
-    while (at < stop && widthOf(text.substr(start, at + 1 - start)) <= width)
-        ++at;
-    return at;
-}
-
-// Where the next line begins, given that this one begins at start.
-int breakAfter(std::string_view text, int start, int stop, int width)
-{
-    int fits = start;
-    while (fits < stop) {
-        int end = wordEnd(text, fits, stop);
-        if (widthOf(withoutHangingBlanks(text.substr(start, end - start))) > width)
-            break;
-        fits = end;
+// Of each character in the current port's text settings, measured once.
+class Advances {
+public:
+    int of(char character)
+    {
+        int &advance = known_[static_cast<unsigned char>(character)];
+        if (advance < 0)
+            advance = CharWidth(static_cast<unsigned char>(character));
+        return advance;
     }
-    if (fits == start && fits < stop)
-        return charactersThatFit(text, start, stop, width);
-    while (fits < stop && text[fits] == ' ')
-        ++fits;
-    return fits;
+    Advances() { known_.fill(-1); }
+
+private:
+    std::array<int, 256> known_;
+};
+
+// Where the next line begins, given that this one begins at start. Blanks may
+// hang over the edge, nothing else.
+int breakAfter(std::string_view text, int start, int stop, int width, Advances &advances)
+{
+    int used = 0;
+    int wordStart = start;
+    for (int at = start; at < stop; ++at) {
+        used += advances.of(text[at]);
+        if (text[at] == ' ')
+            wordStart = at + 1;
+        else if (used > width)
+            return wordStart > start ? wordStart : std::max(at, start + 1);
+    }
+    return stop;
 }
 
 }  // namespace
@@ -52,6 +51,7 @@ int breakAfter(std::string_view text, int start, int stop, int width)
 std::vector<Line> breakLines(std::string_view text, int width, bool wrap)
 {
     std::vector<Line> lines;
+    Advances advances;
     int length = static_cast<int>(text.size());
     int start = 0;
     for (;;) {
@@ -59,7 +59,7 @@ std::vector<Line> breakLines(std::string_view text, int width, bool wrap)
         int stop = cr == text.npos ? length : static_cast<int>(cr);
         int next = start;
         do {
-            next = wrap ? breakAfter(text, start, stop, width) : stop;
+            next = wrap ? breakAfter(text, start, stop, width, advances) : stop;
             lines.push_back({start, next});
             start = next;
         } while (next < stop);
