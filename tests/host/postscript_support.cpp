@@ -5,9 +5,9 @@
 #include <cmath>
 #include <complex>
 #include <fstream>
+#include <iomanip>
 #include <map>
 #include <numbers>
-#include <regex>
 #include <sstream>
 
 namespace
@@ -20,12 +20,14 @@ std::map<int, std::filesystem::path> readPieces()
 {
     const std::filesystem::path folder = std::filesystem::path(RIDERS_SOURCE_DIR) / "resources";
     std::ifstream in(folder / "pieces.res");
-    const std::regex statement("text (\\d+) file \"(.*)\"");
     std::map<int, std::filesystem::path> pieces;
-    std::smatch found;
-    for (std::string line; std::getline(in, line);)
-        if (std::regex_match(line, found, statement))
-            pieces[std::stoi(found[1])] = folder / found[2].str();
+    for (std::string line, word; std::getline(in, line);) {
+        std::istringstream words(line);
+        int id = 0;
+        std::string file;
+        if (words >> word >> id && word == "text" && words >> word >> std::quoted(file))
+            pieces[id] = folder / file;
+    }
     return pieces;
 }
 
