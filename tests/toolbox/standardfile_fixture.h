@@ -16,9 +16,10 @@ class StandardFileTest : public ToolboxTest {
 protected:
     void SetUp() override
     {
-        fs::create_directory(folder / "files");
-        configuration.startFolder = folder / "files";
         ToolboxTest::SetUp();
+        fs::create_directory(here());
+        configuration.startFolder = here();
+        restart();
         openDialogs();
     }
     // The dialogs as they ship, compiled.
@@ -30,6 +31,7 @@ protected:
         int16_t wd = *toolbox::folders::workingDirectory(folder.path());
         ASSERT_NE(HOpenResFile(wd, 0, P("dialogs"), 1), -1);
         before = toolbox::leftBehind();
+        trace.clear();
     }
     void TearDown() override
     {
@@ -56,7 +58,8 @@ protected:
     static std::vector<std::string> names()
     {
         std::vector<std::string> names;
-        for (const auto &row : toolbox::standardfile::state()->rows)
+        auto state = toolbox::standardfile::state();
+        for (const auto &row : state->rows)
             names.push_back(row.name + (row.isFolder ? "/" : row.selectable ? "" : " (dim)"));
         return names;
     }
