@@ -8,7 +8,8 @@ namespace toolbox::quickdraw {
 
 // The pixels of a global rectangle, white where there is no screen.
 Picture saveBits(const Rect &global);
-// Puts back what saveBits took from the same rectangle. Not clipped.
+// Puts back what saveBits took from a rectangle of the same size. Not clipped.
+// A picture of another size is left alone.
 void restoreBits(const Rect &global, const Picture &bits);
 
 }  // namespace toolbox::quickdraw

@@ -108,6 +108,8 @@ Picture saveBits(const Rect &global)
 
 void restoreBits(const Rect &global, const Picture &bits)
 {
+    if (bits.width != global.right - global.left || bits.height != global.bottom - global.top)
+        return;
     for (Surface &surface : all) {
         const Area here = Area(global) & Area(surface.bounds());
         for (const Box &box : here.boxes())

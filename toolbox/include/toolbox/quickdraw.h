@@ -1,8 +1,15 @@
 // QuickDraw: ports, pens, shapes, text, regions, screens.
 //
 // Coordinates are int16 lines between pixels; a pixel lies below and right of
-// its coordinate. Everything draws into the current port, in its local
-// coordinates, clipped to the port, its visible and its clip region.
+// its coordinate, and belongs to a round or slanted shape when its centre does.
+// Everything draws into the current port, in its local coordinates, clipped to
+// the port, its visible and its clip region. Sums that leave the 16 bits wrap.
+//
+// All may be called from the start of the Toolbox on. No call here fails for
+// want of memory but those that make or change a region or polygon (nil, or
+// unchanged; MemError tells), and those that make none may be called with
+// unlocked handles about: drawing moves no blocks. A font file that is missing
+// ends the call with an exception that names it.
 #pragma once
 
 #include "toolbox/types.h"
@@ -78,67 +85,108 @@ enum {
 enum { normal = 0, bold = 1, italic = 2, underline = 4, outline = 8, shadow = 16, condense = 32, extend = 64 };
 enum { systemFont = 0, applFont = 1, geneva = 3, monaco = 4 };
 
+// The current port; the desktop's until one is set, and again when the current
+// one is closed.
 void GetPort(GrafPtr *port);
+// nil: the desktop's. The port is borrowed for as long as it is current.
 void SetPort(GrafPtr port);
+// Gives the top left of the current port's portRect these coordinates. Pixels,
+// pen and clip region keep theirs.
 void SetOrigin(int16_t h, int16_t v);
+// Between the current port's coordinates and those of the desktop.
 void LocalToGlobal(Point *point);
 void GlobalToLocal(Point *point);
 
 void SetRect(Rect *r, int16_t left, int16_t top, int16_t right, int16_t bottom);
 void OffsetRect(Rect *r, int16_t dh, int16_t dv);
+// Moves each side inwards (negative: outwards); all zero when nothing is left.
 void InsetRect(Rect *r, int16_t dh, int16_t dv);
 // *result is the overlap, all zero when there is none; true when there is one.
 Boolean SectRect(const Rect *a, const Rect *b, Rect *result);
+// The smallest rectangle around both; empty ones do not count. *result may be
+// one of the sources, here and in SectRect.
 void UnionRect(const Rect *a, const Rect *b, Rect *result);
 Boolean PtInRect(Point point, const Rect *r);
 Boolean EqualRect(const Rect *a, const Rect *b);
 Boolean EmptyRect(const Rect *r);
 void SetPt(Point *point, int16_t h, int16_t v);
 
+// One pixel, patCopy, black.
 void PenNormal(void);
+// In pixels; a pen with a side of 0 or less draws nothing.
 void PenSize(int16_t width, int16_t height);
+// One of the pat modes.
 void PenMode(int16_t mode);
 void PenPat(const Pattern *pattern);
 void MoveTo(int16_t h, int16_t v);
 void Move(int16_t dh, int16_t dv);
+// Inks every pixel under the pen, which hangs below and to the right of its
+// point, on the way to the new point, both ends included; the pen stays there.
+// The same pixels backwards.
 void LineTo(int16_t h, int16_t v);
 void Line(int16_t dh, int16_t dv);
 void GetPen(Point *point);
+// Frame draws the rim inside the rectangle, as wide as the pen; Paint fills
+// with the pen's pattern and mode; Erase with the background; Invert flips
+// every pixel, so that twice is as before; Fill takes a pattern, anchored to
+// the port's origin. None moves the pen; empty rectangles draw nothing.
 void FrameRect(const Rect *r);
 void PaintRect(const Rect *r);
 void EraseRect(const Rect *r);
 void InvertRect(const Rect *r);
 void FillRect(const Rect *r, const Pattern *pattern);
+// The same with rounded corners: quarters of an oval with these diameters, at
+// most as large as the rectangle.
 void FrameRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void PaintRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void EraseRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void InvertRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
+// One of the eight constants; any other is drawn as black, and on a screen of
+// one bit a pixel all but white is.
 void ForeColor(int32_t color);
 void BackColor(int32_t color);
 
-// One polygon is open at a time; lines drawn meanwhile are collected, not shown.
-// The caller owns what OpenPoly answers: KillPoly.
+// One polygon is open at a time (nil for a second one, and without memory);
+// lines drawn meanwhile are collected, not shown. The caller owns what OpenPoly
+// answers: KillPoly. Its points are there after ClosePoly; 8188 at most are
+// kept.
 PolyHandle OpenPoly(void);
 void ClosePoly(void);
+// Fills what the points enclose, closed from the last to the first; what is
+// enclosed twice is outside.
 void PaintPoly(PolyHandle polygon);
+// Draws the lines again with the pen as it is now; the pen stays where it is.
 void FramePoly(PolyHandle polygon);
 void KillPoly(PolyHandle polygon);
 
+// Fonts: 0 system, 1 application, 3 Geneva, 4 Monaco, 2 and 20 to 23 New York,
+// Times, Helvetica, Courier, Symbol; any other number is the application font.
 void TextFont(int16_t font);
+// In pixels an em; 0 is 12, and above 1000 is 1000.
 void TextSize(int16_t points);
+// Sums of the style bits. Outline and shadow change nothing.
 void TextFace(int16_t face);
+// One of the src modes; srcOr, the usual one, leaves the background.
 void TextMode(int16_t mode);
 typedef struct FontInfo { int16_t ascent, descent, widMax, leading; } FontInfo;
+// In pixels. A line is ascent, descent and leading together high: 16 at size 12.
 void GetFontInfo(FontInfo *info);
-// Pixels the pen would advance, in the port's font, size and face.
+// Pixels the pen would advance, in the port's font, size and face: the sum of
+// the characters' own widths, 32767 at most, the same on every screen.
 int16_t StringWidth(ConstStr255Param text);
+// count characters from byte first on.
 int16_t TextWidth(const void *text, int16_t first, int16_t count);
 int16_t CharWidth(int16_t character);
+// Draws on the baseline from the pen on and leaves the pen behind the text. A
+// character that the font lacks is drawn as '?'; 0x11 to 0x14 are the Command
+// sign, a check mark, a diamond and an apple in every font.
 void DrawString(ConstStr255Param text);
 void DrawText(const void *text, int16_t first, int16_t count);
 void DrawChar(int16_t character);
 
-// The caller owns a region it makes: DisposeRgn.
+// The caller owns a region it makes: DisposeRgn. Empty at first; nil without
+// memory. A nil region counts as empty, and as a result is left alone. Calls
+// that change a region may move blocks.
 RgnHandle NewRgn(void);
 void DisposeRgn(RgnHandle region);
 void SetRectRgn(RgnHandle region, int16_t left, int16_t top, int16_t right, int16_t bottom);
@@ -158,25 +206,36 @@ Boolean PtInRgn(Point point, RgnHandle region);
 Boolean RectInRgn(const Rect *r, RgnHandle region);
 void EraseRgn(RgnHandle region);
 void PaintRgn(RgnHandle region);
+// The current port's clip region; SetClip and GetClip copy.
 void ClipRect(const Rect *r);
 void SetClip(RgnHandle region);
 void GetClip(RgnHandle region);
+// Moves the pixels of the rectangle that are visible to the right and down;
+// what leaves it is lost, what is vacated is erased and becomes the update
+// region (nil: it is not wanted).
 void ScrollRect(const Rect *r, int16_t dh, int16_t dv, RgnHandle update);
 // All screens less the menu bar, global. The Toolbox's: neither change nor
 // dispose.
 RgnHandle GetGrayRgn(void);
 
+// The screens as they are at this moment, the main one first, nil behind the
+// last. The Toolbox's, and not to be moved or disposed; a device whose screen
+// is gone stays readable but is no longer active.
 GDHandle GetMainDevice(void);
 GDHandle GetDeviceList(void);
 GDHandle GetNextDevice(GDHandle device);
+// Whether the bit of gdFlags is set; false for nil.
 Boolean TestDeviceAttribute(GDHandle device, int16_t attribute);
 
+// The machine has an arrow and one other shape: qd.arrow or not.
 void SetCursor(const Cursor *cursor);
 void InitCursor(void);
 void HideCursor(void);
 void ShowCursor(void);
 
-// Signed 16 bits, from qd.randSeed by the minimal standard generator.
+// -32767 to 32767, from qd.randSeed by the minimal standard generator (16807
+// times the seed modulo 2^31 - 1). Set the seed for a sequence of one's own;
+// it is 1 at start.
 int16_t Random(void);
 
 #ifdef __cplusplus
