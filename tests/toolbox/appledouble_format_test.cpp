@@ -121,7 +121,18 @@ TEST(AppleDoubleFormat, EntryThatGrowsIntoTheNextIsLaidOutAfresh)
     EXPECT_EQ(again->bytes(resourceForkEntry), "the fork");
 }
 
-TEST(AppleDoubleFormat, EveryTruncationIsRefusedOrTheSame)
+TEST(AppleDoubleFormat, NewEntryMakesRoomForItselfInTheTable)
+{
+    auto file = parseAppleDouble(minimal);
+    ASSERT_TRUE(file);
+    file->set(4, "a comment");
+    auto again = parseAppleDouble(composeAppleDouble(*file));
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->bytes(4), "a comment");
+    EXPECT_EQ(again->finderInfo(), file->finderInfo());
+}
+
+TEST(AppleDoubleFormat, EveryTruncationIsRefused)
 {
     std::string bytes = composeAppleDouble(rich());
     for (std::size_t length = 0; length < bytes.size(); ++length)

@@ -40,10 +40,44 @@ bool overlapping(std::vector<Extent> extents)
     return false;
 }
 
+struct TableEntry {
+    std::uint32_t id;
+    std::uint32_t offset;
+    std::uint32_t length;
+};
+
+std::vector<TableEntry> tableOf(std::string_view bytes, std::size_t count)
+{
+    std::vector<TableEntry> table;
+    for (std::size_t i = 0; i < count; ++i) {
+        std::size_t at = headerBytes + tableEntryBytes * i;
+        table.push_back({static_cast<std::uint32_t>(numberAt(bytes, at, 4)),
+                         static_cast<std::uint32_t>(numberAt(bytes, at + 4, 4)),
+                         static_cast<std::uint32_t>(numberAt(bytes, at + 8, 4))});
+    }
+    return table;
+}
+
 bool anyTwice(std::vector<std::uint32_t> ids)
 {
     std::sort(ids.begin(), ids.end());
     return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
+}
+
+// Every entry has an id of its own and a place of its own within the file.
+bool isSound(const std::vector<TableEntry> &table, std::size_t fileBytes)
+{
+    std::vector<Extent> extents{{0, headerBytes + tableEntryBytes * table.size()}};
+    std::vector<std::uint32_t> ids;
+    for (const TableEntry &entry : table) {
+        std::uint64_t end = std::uint64_t{entry.offset} + entry.length;
+        if (entry.id == 0 || end > fileBytes)
+            return false;
+        ids.push_back(entry.id);
+        if (entry.length > 0)
+            extents.push_back({entry.offset, end});
+    }
+    return !anyTwice(ids) && !overlapping(extents);
 }
 
 std::size_t bytesBeforeEntries(const AppleDouble &file)
@@ -143,33 +177,17 @@ std::optional<AppleDouble> parseAppleDouble(std::string_view bytes)
     if (bytes.size() < headerBytes || numberAt(bytes, 0, 4) != magic || numberAt(bytes, 4, 4) != version)
         return std::nullopt;
     std::size_t count = numberAt(bytes, countAt, 2);
-    std::size_t tableEnd = headerBytes + tableEntryBytes * count;
-    if (tableEnd > bytes.size())
+    if (bytes.size() < headerBytes + tableEntryBytes * count)
         return std::nullopt;
-
-    AppleDouble file;
-    file.filler = bytes.substr(fillerAt, countAt - fillerAt);
-    std::vector<Extent> extents{{0, tableEnd}};
-    std::vector<std::uint32_t> ids;
-    for (std::size_t at = headerBytes; at < tableEnd; at += tableEntryBytes) {
-        auto id = static_cast<std::uint32_t>(numberAt(bytes, at, 4));
-        std::uint64_t offset = numberAt(bytes, at + 4, 4);
-        std::uint64_t length = numberAt(bytes, at + 8, 4);
-        if (id == 0 || offset + length > bytes.size())
-            return std::nullopt;
-        ids.push_back(id);
-        if (length > 0)
-            extents.push_back({offset, offset + length});
-    }
-    if (anyTwice(ids) || overlapping(extents))
+    std::vector<TableEntry> table = tableOf(bytes, count);
+    if (!isSound(table, bytes.size()))
         return std::nullopt;
 
     // Only now are bytes copied: without overlaps they cannot be more than the file's.
-    for (std::size_t at = headerBytes; at < tableEnd; at += tableEntryBytes) {
-        auto offset = static_cast<std::uint32_t>(numberAt(bytes, at + 4, 4));
-        file.entries.push_back({static_cast<std::uint32_t>(numberAt(bytes, at, 4)),
-                                std::string(bytes.substr(offset, numberAt(bytes, at + 8, 4))), offset});
-    }
+    AppleDouble file;
+    file.filler = bytes.substr(fillerAt, countAt - fillerAt);
+    for (const TableEntry &entry : table)
+        file.entries.push_back({entry.id, std::string(bytes.substr(entry.offset, entry.length)), entry.offset});
     return file;
 }
 
