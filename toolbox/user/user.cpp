@@ -201,7 +201,11 @@ void ScriptedUser::clickAt(Point global, std::uint16_t modifiers)
 
 void ScriptedUser::choose(int item, int menuItem)
 {
-    chooseWhere(item, [=](const std::vector<std::string> &) { return menuItem > 0 ? menuItem : -1; });
+    chooseWhere(item, [=](const std::vector<std::string> &) {
+        if (menuItem < 1)
+            throw Problem{"menus have no item " + std::to_string(menuItem)};
+        return menuItem;
+    });
 }
 
 void ScriptedUser::choose(int item, const std::string &menuText)
