@@ -10,7 +10,10 @@ protected:
             DisposeHandle(text);
         ToolboxTest::TearDown();
     }
-    void holds(const std::string &bytes) { ASSERT_EQ(PtrToHand(bytes.data(), &text, static_cast<Size>(bytes.size())), noErr); }
+    void holds(const std::string &bytes)
+    {
+        ASSERT_EQ(PtrToHand(bytes.data(), &text, static_cast<Size>(bytes.size())), noErr);
+    }
     std::string now() { return std::string(*text, static_cast<size_t>(GetHandleSize(text))); }
     Handle text = nullptr;
 };

@@ -29,7 +29,10 @@ protected:
         auto companion = toolbox::files::parseAppleDouble(contentsOf(folder / ("._" + name)));
         return companion ? std::string(companion->bytes(toolbox::files::resourceForkEntry)) : std::string();
     }
-    int16_t open(const std::string &name, int8_t permission = 0) { return HOpenResFile(0, 0, P(name), permission); }
+    int16_t open(const std::string &name, int8_t permission = 0)
+    {
+        return HOpenResFile(0, 0, P(name), permission);
+    }
     // A new file, open for writing.
     int16_t openNew(const std::string &name)
     {
@@ -390,10 +393,12 @@ TEST_F(Resources, WritingOneLeavesOtherChangesForLater)
     ChangedResource(two);
     AddResource(added, 'TEXT', 3, nullptr);
     WriteResource(one);
-    EXPECT_EQ(forkOf("file"), toolbox::resources::forkBytes({{'TEXT', 1, 0, {}, "ONE"}, {'TEXT', 2, 0, {}, "two"}}));
+    std::vector<ForkEntry> expected = {{'TEXT', 1, 0, {}, "ONE"}, {'TEXT', 2, 0, {}, "two"}};
+    EXPECT_EQ(forkOf("file"), toolbox::resources::forkBytes(expected));
     UpdateResFile(refNum);
-    EXPECT_EQ(forkOf("file"), toolbox::resources::forkBytes(
-                                  {{'TEXT', 1, 0, {}, "ONE"}, {'TEXT', 2, 0, {}, "TWO"}, {'TEXT', 3, 0, {}, "three"}}));
+    expected[1].data = "TWO";
+    expected.push_back({'TEXT', 3, 0, {}, "three"});
+    EXPECT_EQ(forkOf("file"), toolbox::resources::forkBytes(expected));
     EXPECT_EQ(GetResAttrs(added), 0);
 }
 
@@ -498,8 +503,7 @@ TEST_F(Resources, ProtectedResourcesAreNeitherChangedNorRemoved)
 
 TEST_F(Resources, GetStringTracesAndAnswersNilWhenMissing)
 {
-    makeFile("file", {{'STR ', 1, 0, {}, std::string_view("\x02Hi", 3)}, {'STR ', 2, 0, {}, std::string_view("\x09Hi", 3)},
-                      {'STR ', 3, 0, {}, ""}});
+    makeFile("file", {{'STR ', 1, 0, {}, "\x02Hi"}, {'STR ', 2, 0, {}, "\x09Hi"}, {'STR ', 3, 0, {}, ""}});
     open("file");
     StringHandle text = GetString(1);
     ASSERT_TRUE(text);

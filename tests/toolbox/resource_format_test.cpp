@@ -136,7 +136,8 @@ TEST(ResourceFormat, AcceptsATypeListElsewhereGarbageAndTrailingBytes)
 TEST(ResourceFormat, TheMapMayComeBeforeTheData)
 {
     std::string normal = greeting();
-    std::string fork = fromHex("00000048 00000010 00000007 00000038") + normal.substr(0x107) + normal.substr(0x100, 7);
+    std::string fork = fromHex("00000048 00000010 00000007 00000038");
+    fork += normal.substr(0x107) + normal.substr(0x100, 7);
     std::vector<ForkEntry> entries;
     ASSERT_EQ(parsed(fork, entries), noErr);
     EXPECT_EQ(entries[0].data, std::string_view("\x02Hi", 3));

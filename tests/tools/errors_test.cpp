@@ -65,7 +65,8 @@ TEST_F(Compile, TextsAreTwoHundredFiftyFiveBytesAtMost)
     EXPECT_EQ(complaint("string 1 \"" + most + "\""), "compiled");
     EXPECT_EQ(complaint("string 1 \"" + most + "\"\n\"x\""), "1: a text of 256 bytes; 255 is the most");
     EXPECT_EQ(complaint("strings 1 {\n\"" + most + "x\"\n}"), "2: a text of 256 bytes; 255 is the most");
-    EXPECT_EQ(complaint("items 1 {\ntext 0 0 1 1 \"" + most + "x\"\n}"), "2: a text of 256 bytes; 255 is the most");
+    EXPECT_EQ(complaint("items 1 {\ntext 0 0 1 1 \"" + most + "x\"\n}"),
+              "2: a text of 256 bytes; 255 is the most");
     // Letters that take two bytes outside take one here.
     std::string umlauts;
     for (int i = 0; i < 255; ++i)

@@ -31,16 +31,17 @@ Outcome rescompWith(const std::string &arguments)
 
 TEST_F(Compile, ProgramWritesTheForkBareAndInACompanion)
 {
-    std::string in = (folder / "in.res").string(), out = (folder / "._x").string(), fork = (folder / "x.fork").string();
+    std::string in = (folder / "in.res").string(), out = (folder / "._x").string();
+    std::string fork = (folder / "x.fork").string();
     writeFile(in, "string 128 named \"greet\" \"Hi\"");
     Outcome outcome = rescompWith(in + " -o " + out + " --fork " + fork);
     EXPECT_EQ(outcome.status, 0) << outcome.said;
     EXPECT_EQ(outcome.said, "");
     std::string bare = contentsOf(fork), companion = contentsOf(out);
     EXPECT_EQ(bare.size(), 0x13Fu);
-    EXPECT_EQ(asHex(companion.substr(0, 50)), asHex(fromHex("00051607 00020000 00000000 00000000 00000000 00000000 0002"
-                                                            "00000009 00000032 00000020"
-                                                            "00000002 00000052 0000013F")));
+    EXPECT_EQ(asHex(companion.substr(0, 50)),
+              asHex(fromHex("00051607 00020000 00000000 00000000 00000000 00000000 0002"
+                            "00000009 00000032 00000020 00000002 00000052 0000013F")));
     EXPECT_EQ(companion.substr(50), std::string(32, '\0') + bare);
 }
 

@@ -72,7 +72,8 @@ bool readReference(const Fork &fork, std::uint64_t place, ForkEntry entry, std::
 {
     entry.id = static_cast<std::int16_t>(wordAt(fork.map, place));
     entry.attributes = static_cast<std::uint8_t>(fork.map[place + 4]);
-    if (!readName(fork, wordAt(fork.map, place + 2), entry) || !readData(fork, bytesAt(fork.map, place + 5, 3), entry))
+    if (!readName(fork, wordAt(fork.map, place + 2), entry) ||
+        !readData(fork, bytesAt(fork.map, place + 5, 3), entry))
         return false;
     entries.push_back(entry);
     return true;

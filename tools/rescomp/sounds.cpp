@@ -53,8 +53,8 @@ bool readFormat(std::string_view format, Wave &wave)
     wave.channels = littleAt(format, 2, 2);
     wave.rate = littleAt(format, 4, 4);
     wave.bits = littleAt(format, 14, 2);
-    return kind == plainFormat && (wave.channels == 1 || wave.channels == 2) && (wave.bits == 8 || wave.bits == 16) &&
-           wave.rate >= 1 && wave.rate <= 0xFFFF;
+    bool shape = (wave.channels == 1 || wave.channels == 2) && (wave.bits == 8 || wave.bits == 16);
+    return kind == plainFormat && shape && wave.rate >= 1 && wave.rate <= 0xFFFF;
 }
 
 Wave waveIn(std::string_view bytes, const Place &place)
