@@ -96,6 +96,7 @@ int main(int count, char **words)
         peak = std::max(peak, run.peakKilobytes);
     }
     fs::remove_all(folder);
-    printf("apply, %zu MB job: %.0f ms; cat: %.0f ms; ratio %.2f (aim 1.0); peak memory %.1f MiB (aim 16)\n", megabytes,
-           1000 * median(applying), 1000 * median(copying), median(ratios), static_cast<double>(peak) / 1024);
+    printf("apply, %zu MB job: %.0f ms; cat: %.0f ms; ratio %.2f (aim 1.0); peak memory %.1f MiB (aim 16)\n",
+           megabytes, 1000 * median(applying), 1000 * median(copying), median(ratios),
+           static_cast<double>(peak) / 1024);
 }

@@ -184,7 +184,8 @@ TEST_F(Apply, PipesAndFilesGiveTheSame)
 TEST_F(Apply, StandardFilesMayBeFiles)
 {
     const std::string expected = applied(longJob());
-    const int in = open(job.c_str(), O_RDONLY), to = open((folder / "two").c_str(), O_RDWR | O_CREAT | O_APPEND, 0600);
+    const int in = open(job.c_str(), O_RDONLY),
+              to = open((folder / "two").c_str(), O_RDWR | O_CREAT | O_APPEND, 0600);
     const Piped result = runOn(in, to, [&] { riders::applyRiders({riders}); });
     EXPECT_EQ(result.exitCode, 0) << result.message;
     EXPECT_TRUE(contentsOf(folder / "two") == expected) << "also when it is appended to";

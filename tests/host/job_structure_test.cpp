@@ -140,7 +140,7 @@ TEST(JobStructure, WhatPrinterDriversSendAheadIsPassed)
     const std::string language = "\033%-12345X@PJL JOB\r\n@PJL SET RESOLUTION=600\r\n\r\n@PJL ENTER LANGUAGE = "
                                  "POSTSCRIPT \r\n";
     for (const std::string &ahead : {std::string("\x04"), std::string("\x04\x04"), std::string("\033%-12345X"),
-                                    language, "\x04" + language + "\x04"})
+                                     language, "\x04" + language + "\x04"})
         EXPECT_EQ(before(ahead + "%!PS\nshowpage\n"), ahead + "%!PS\n");
 }
 
@@ -149,7 +149,8 @@ TEST(JobStructure, WhatIsNoPostScriptIsRefusedInWords)
     EXPECT_EQ(refusalOf(""), "job: is empty, not a PostScript job");
     EXPECT_NE(refusalOf(std::string("\xC5\xD0\xD3\xC6 ...")).find("preview"), std::string::npos);
     EXPECT_NE(refusalOf("%PDF-1.7\n").find("PDF"), std::string::npos);
-    for (const std::string job : {"%", "hello\n%!PS\n", "\x04", "\033%-12345X", " %!PS\n", "\033%-12345X\n@PJL\nx%!"})
+    for (const std::string job :
+         {"%", "hello\n%!PS\n", "\x04", "\033%-12345X", " %!PS\n", "\033%-12345X\n@PJL\nx%!"})
         EXPECT_EQ(refusalOf(job), "job: is not a PostScript job (it does not begin with %!)");
 }
 

@@ -57,7 +57,8 @@ TEST_F(PostScriptPage, AllCombinationsLeaveTheStacksAsTheyWere)
         if (bits & 16)
             choice.annotation = "page (of " + std::to_string(bits);
         choice.errorHandler = bits & 32;
-        job += "save\n" + composeRiders(choice) + "(" + std::to_string(bits) + " ) print count =only ( ) print "
+        job += "save\n" + composeRiders(choice) + "(" + std::to_string(bits) +
+               " ) print count =only ( ) print "
                "countdictstack =\nshowpage restore\n";
         expected += std::to_string(bits) + " 4 4\n";
     }
@@ -75,10 +76,11 @@ TEST_F(PostScriptPage, FlatnessIsSet)
 
 TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
 {
-    const std::string job = "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
-                            composeRiders({.frequency = "60", .angle = "5", .spotBody = piece(16128),
-                                           .annotation = "x", .errorHandler = true}) +
-                            "add riderSpot =\nshowpage\n";
+    const std::string job =
+        "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
+        composeRiders(
+            {.frequency = "60", .angle = "5", .spotBody = piece(16128), .annotation = "x", .errorHandler = true}) +
+        "add riderSpot =\nshowpage\n";
     EXPECT_EQ(outputOf(job), "job's own add\njob's\n");
 }
 
@@ -119,12 +121,14 @@ TEST_F(PostScriptPage, JobsOwnEndOfPageProcedureStillRuns)
 
 TEST_F(PostScriptPage, AnnotationKeepsTheGraphicsStateOfTheJob)
 {
-    const std::string state = "2 3 scale 5 setlinewidth 1 setlinecap 2 setlinejoin 4 setmiterlimit [3 1] 2 setdash "
-                              "9 setflat {dup mul} settransfer 33 11 {pop} setscreen\n";
+    const std::string state =
+        "2 3 scale 5 setlinewidth 1 setlinecap 2 setlinejoin 4 setmiterlimit [3 1] 2 setdash "
+        "9 setflat {dup mul} settransfer 33 11 {pop} setscreen\n";
     const std::string tell = "matrix currentmatrix == currentlinewidth = currentlinecap = currentlinejoin = "
                              "currentmiterlimit = currentdash = == currentflat = currenttransfer == "
                              "currentscreen == = =\n";
-    EXPECT_EQ(outputOf("%!PS\n" + state + composeRiders({.annotation = "x"}) + tell), outputOf("%!PS\n" + state + tell));
+    EXPECT_EQ(outputOf("%!PS\n" + state + composeRiders({.annotation = "x"}) + tell),
+              outputOf("%!PS\n" + state + tell));
 }
 
 std::string numbers(const std::string &text)
@@ -141,9 +145,10 @@ TEST_F(PostScriptPage, AnnotationTextIsDataWhateverItsBytes)
     for (int byte = 1; byte < 256; ++byte)
         all += static_cast<char>(byte);
     const std::string nearlyTheMark = piece(16511).substr(0, 255);
-    for (const std::string &text : {std::string(), std::string("(unbalanced"), std::string(") quit ("), all,
-                                    std::string("\\"), std::string("\n\r\n\r"), std::string("% comment"),
-                                    std::string("\0\0", 2), nearlyTheMark, std::string("%-"), std::string("%%%-%-")})
+    for (const std::string &text :
+         {std::string(), std::string("(unbalanced"), std::string(") quit ("), all, std::string("\\"),
+          std::string("\n\r\n\r"), std::string("% comment"), std::string("\0\0", 2), nearlyTheMark,
+          std::string("%-"), std::string("%%%-%-")})
         EXPECT_EQ(outputOf("%!PS\n" + readAnnotation(text)), numbers(text)) << text;
 }
 
@@ -210,8 +215,8 @@ TEST_P(PostScriptErrors, ArePaintedAndReportedAsEver)
 
 INSTANTIATE_TEST_SUITE_P(Kinds, PostScriptErrors,
                          ::testing::Values("undefinedName", "1 0 div", "(x) 1 add", "pop", "{1} loop",
-                                           "{userdict begin} loop", "/f {f 1} def f", "$error /newerror 5 put stop1",
-                                           "(no such file) run"));
+                                           "{userdict begin} loop", "/f {f 1} def f",
+                                           "$error /newerror 5 put stop1", "(no such file) run"));
 
 TEST_F(PostScriptPage, ErrorHandlerIsSilentWithoutAnError)
 {

@@ -10,7 +10,8 @@ constexpr double kDpi = 600;
 
 std::string tintJob(const std::string &riders, double ink)
 {
-    return "%!PS\n{} settransfer\n" + riders + std::to_string(1 - ink) + " setgray 0 0 144 144 rectfill showpage\n";
+    return "%!PS\n{} settransfer\n" + riders + std::to_string(1 - ink) +
+           " setgray 0 0 144 144 rectfill showpage\n";
 }
 
 double angleApart(double one, double other, double period)
@@ -155,8 +156,8 @@ TEST_F(PostScriptScreen, WhatWasNotChosenLeavesTheScreenAlone)
 }
 
 // Prints the kind of spot function, frequency and angle of each plate.
-const std::string kTellScreens =
-    "currentcolorscreen 4 {type 3 1 roll 12 3 roll} repeat 4 {3 1 roll exch =only ( ) print =only ( ) print =} repeat\n";
+const std::string kTellScreens = "currentcolorscreen 4 {type 3 1 roll 12 3 roll} repeat 4 {3 1 roll exch =only ( "
+                                 ") print =only ( ) print =} repeat\n";
 
 std::string screensAfter(const std::string &before, const RidersChoice &choice)
 {

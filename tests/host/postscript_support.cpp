@@ -168,7 +168,8 @@ GhostscriptResult runGhostscript(const TemporaryFolder &folder, const std::strin
                                 " -sOutputFile=" + quoted(folder / page) + " " + quoted(folder / "job.ps") +
                                 " </dev/null >" + quoted(folder / "output") + " 2>" + quoted(folder / "errors");
     const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentsOf(folder / "output"), contentsOf(folder / "errors")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentsOf(folder / "output"),
+            contentsOf(folder / "errors")};
 }
 
 double Bitmap::share(int left, int top, int right, int bottom) const

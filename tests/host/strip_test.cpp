@@ -14,8 +14,8 @@ using Strip = ApplyTest;
 TEST_F(Strip, GivesBackTheJobByteForByte)
 {
     for (const std::string &bytes :
-         {plainJob, std::string("%!"), std::string("%!PS\r\n\0\n\r%%EndSetup", 18), std::string("%!PS\r%%Page: 1 1\r"),
-          std::string("\x04%!PS\n\x04"), "%!" + std::string(5 << 20, '\n')})
+         {plainJob, std::string("%!"), std::string("%!PS\r\n\0\n\r%%EndSetup", 18),
+          std::string("%!PS\r%%Page: 1 1\r"), std::string("\x04%!PS\n\x04"), "%!" + std::string(5 << 20, '\n')})
         EXPECT_TRUE(stripped(applied(bytes)) == bytes);
 }
 
@@ -65,7 +65,8 @@ TEST_F(Strip, DamagedFragmentIsRefused)
         damaged[at] = damaged[at] == '7' ? '8' : '7';
         writeFile(job, damaged);
         const std::string message = strip(job, folder / "stripped");
-        EXPECT_TRUE(message.ends_with("damaged; nothing was taken out") || message.ends_with("has no riders file in it"))
+        EXPECT_TRUE(message.ends_with("damaged; nothing was taken out") ||
+                    message.ends_with("has no riders file in it"))
             << at << ": " << message;
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "stripped"));
@@ -100,11 +101,30 @@ TEST_F(Strip, PipesAndTheJobItself)
 
 std::string jobByChance(std::mt19937 &random)
 {
-    static const std::string lines[] = {
-        "%%EndComments", "%%BeginProlog", "%%EndProlog", "%%BeginSetup", "%%EndSetup", "%%Page: 1 1", "%%Trailer",
-        "%%EOF", "%%BeginDocument: x", "%%EndDocument", "%%BeginData: 20 Hex Bytes", "%%BeginData: 2 ASCII Lines",
-        "%%BeginData:", "%%EndData", "%%BeginBinary: 7", "%%EndBinary", "", "showpage", "% RidersBegin", "\x04",
-        "/x (%!Zu3_Riders) def", "\033%-12345X", "%%", "%%+"};
+    static const std::string lines[] = {"%%EndComments",
+                                        "%%BeginProlog",
+                                        "%%EndProlog",
+                                        "%%BeginSetup",
+                                        "%%EndSetup",
+                                        "%%Page: 1 1",
+                                        "%%Trailer",
+                                        "%%EOF",
+                                        "%%BeginDocument: x",
+                                        "%%EndDocument",
+                                        "%%BeginData: 20 Hex Bytes",
+                                        "%%BeginData: 2 ASCII Lines",
+                                        "%%BeginData:",
+                                        "%%EndData",
+                                        "%%BeginBinary: 7",
+                                        "%%EndBinary",
+                                        "",
+                                        "showpage",
+                                        "% RidersBegin",
+                                        "\x04",
+                                        "/x (%!Zu3_Riders) def",
+                                        "\033%-12345X",
+                                        "%%",
+                                        "%%+"};
     static const std::string ends[] = {"\n", "\r", "\r\n", "\n", ""};
     std::string job = "%!PS-Adobe-3.0";
     job += ends[random() % 5];
