@@ -1,6 +1,6 @@
 #include "errors.h"
 
-#include "initUtilities.h"
+#include "dialogItems.h"
 #include "ktColor.h"
 #include "ktCustomDlg.h"
 #include "ktPrefs.h"
@@ -93,11 +93,7 @@ void PrepareReport(DialogPtr dialog, int16_t stringID, int32_t number, ConstStr2
     // While the host registers the commands there are no settings.
     if (gPrefsPtr && gPrefsPtr->useColor)
         ColorTheDialog(true, dialog);
-    int16_t type = 0;
-    Handle item = nullptr;
-    Rect box{};
-    GetDItem(dialog, kFrameItem, &type, &item, &box);
-    SetDItem(dialog, kFrameItem, type, reinterpret_cast<Handle>(OutlineDefault), &box);
+    InstallUserProc(dialog, kFrameItem, OutlineDefault);
     SetReportTexts(stringID, number, context);
 }
 

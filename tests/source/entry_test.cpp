@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "ktSpot.h"
 #include "toolbox/memory.h"
+#include "utilities.h"
 
 namespace fs = std::filesystem;
 
@@ -92,8 +93,9 @@ TEST_F(Entry, AboutShowsTheVersionAndSavesTheSettings)
 {
     dismiss(16128);
     EXPECT_EQ(call(kSelectAbout), 0);
-    Handle version = Get1Resource('vers', 1);
-    ASSERT_NE(version, nullptr);
+    Str255 version;
+    GetAppVersionLongStr(version);
+    EXPECT_TRUE(traced("params " + toolbox::trace::quoted(version)));
     EXPECT_EQ(tracedTimes("alert 16128 shown"), 1);
     EXPECT_TRUE(fs::exists(preferencesFile()));
 }
@@ -106,6 +108,32 @@ TEST_F(Entry, UnknownCommandsRewriteTheSettingsAndShowNothing)
         EXPECT_EQ(call(kSelectCommand, command), 0);
         EXPECT_FALSE(traced(" shown"));
         EXPECT_TRUE(fs::exists(preferencesFile()));
+    }
+}
+
+TEST_F(Entry, ImportedSpotTextSurvivesTheSettingsDialog)
+{
+    call(kSelectCommand, 2);
+    // The stored record lies in the fork as it stands: an import, and its name.
+    fs::path fork = preferencesFile().parent_path() / ("._" + preferencesFile().filename().string());
+    std::string file = contentsOf(fork);
+    size_t record = file.find('\x0A' + std::string("Riders 1.0"));
+    ASSERT_NE(record, std::string::npos);
+    file[record + 49] = 1;
+    writeFile(fork, file);
+    for (const char *key : {"escape", "return"}) {
+        writeFile(preferencesFile(), "{ 2 copy }");
+        user.in(16300);
+        user.key(key);
+        if (*key == 'r') {
+            user.in(0);
+            user.cancelFile();
+        }
+        trace.clear();
+        EXPECT_EQ(runCommand(kCommandSettings), 0);
+        EXPECT_TRUE(traced("dialog 16300 closed"));
+        EXPECT_EQ(contentsOf(preferencesFile()), "{ 2 copy }") << key;
+        EXPECT_EQ(contentsOf(fork)[record + 49], 1) << key;
     }
 }
 
