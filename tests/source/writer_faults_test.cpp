@@ -1,6 +1,6 @@
 // Every file call of a make failing in turn, once and from then on, over a new
 // file and over one that is replaced.
-#include "support/making.h"
+#include "source/making.h"
 
 #include <algorithm>
 #include <map>
@@ -48,11 +48,8 @@ protected:
     // Answers the save dialog and whatever is reported.
     void makeThroughReports(int call)
     {
+        toolbox::faults::failAnyFileCall(call, GetParam().error, GetParam().onward);
         user.answerSave(file());
-        planFault([this, call] {
-            trace.clear();
-            toolbox::faults::failAnyFileCall(call, GetParam().error, GetParam().onward);
-        });
         for (int i = 0; i < 5; ++i)
             dismiss();
         guarded([] { EXPECT_EQ(MakeCustomRiders(), 1); });

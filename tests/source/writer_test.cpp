@@ -1,5 +1,5 @@
-#include "support/open_settings.h"
-#include "support/riders_pieces.h"
+#include "source/making.h"
+#include "source/riders_pieces.h"
 
 #include <algorithm>
 
@@ -8,7 +8,6 @@
 #include "ktCustomDlg.h"
 #include "ktMakeRiders.h"
 #include "ktSpot.h"
-#include "support/making.h"
 #include "toolbox/files.h"
 
 namespace fs = std::filesystem;
@@ -130,7 +129,7 @@ TEST_F(Writer, AsksToCloseAfterAMakeWithoutAWriteErrorOnly)
     make();
     EXPECT_FALSE(gDone);
     settings.closeAfterMake = 1;
-    failNext(FileCall::write, 1, ioErr);
+    toolbox::faults::failFileCall(FileCall::write, 1, ioErr);
     make(1);
     EXPECT_FALSE(gDone);
     EXPECT_TRUE(gHaveWriteError);
@@ -144,7 +143,7 @@ TEST_F(Writer, FailedSpotIsFollowedByAReportOfTheFrequency)
     choose(&PrefsRec::spotItem, 3);
     choose(&PrefsRec::freqItem, 5);
     choose(&PrefsRec::angleItem, 6);
-    failNext(FileCall::write, 3, dskFulErr);
+    toolbox::faults::failFileCall(FileCall::write, 3, dskFulErr);
     make(2);
     EXPECT_EQ(reports(), (std::vector<std::string>{"-34 (writespot)", "-51 (writefreq)"}));
     EXPECT_TRUE(files().empty());
@@ -153,7 +152,7 @@ TEST_F(Writer, FailedSpotIsFollowedByAReportOfTheFrequency)
 TEST_F(Writer, FailedScreenCheckIsFollowedByAReportOfTheFrequency)
 {
     choose(&PrefsRec::freqItem, 5);
-    failNext(FileCall::write, 3, dskFulErr);
+    toolbox::faults::failFileCall(FileCall::write, 3, dskFulErr);
     make(2);
     EXPECT_EQ(reports(), (std::vector<std::string>{"-34 (writespot)", "-51 (writefreq)"}));
 }
@@ -162,14 +161,14 @@ TEST_F(Writer, FailedSpotWithoutAFrequencyIsReportedOnce)
 {
     choose(&PrefsRec::spotItem, 3);
     choose(&PrefsRec::angleItem, 6);
-    failNext(FileCall::write, 3, dskFulErr);
+    toolbox::faults::failFileCall(FileCall::write, 3, dskFulErr);
     make(1);
     EXPECT_EQ(reports(), (std::vector<std::string>{"-34 (writespot)"}));
 }
 
 TEST_F(Writer, FileOfAFailedMakeIsClosedOnceMore)
 {
-    failNext(FileCall::write, 1, ioErr);
+    toolbox::faults::failFileCall(FileCall::write, 1, ioErr);
     make(1);
     EXPECT_EQ(tracedTimes("file close"), 2);
     EXPECT_TRUE(traced("-> -51"));

@@ -1,4 +1,4 @@
-#include "support/open_settings.h"
+#include "source/open_settings.h"
 
 #include "ktCustomDlg.h"
 #include "ktSpot.h"

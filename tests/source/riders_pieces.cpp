@@ -1,4 +1,4 @@
-#include "support/riders_pieces.h"
+#include "source/riders_pieces.h"
 
 #include <map>
 #include <regex>

@@ -1,0 +1,283 @@
+#include "source/open_settings.h"
+
+#include <algorithm>
+
+#include "ktCustomDlg.h"
+#include "ktFreqDlg.h"
+#include "popup.h"
+#include "toolbox/memory.h"
+
+namespace {
+
+class Popup : public OpenSettings {
+protected:
+    void TearDown() override
+    {
+        if (popup_ && !ended) {
+            DisposePopup(popup_, false);
+            DisposeHandle(popup_);
+        }
+        OpenSettings::TearDown();
+    }
+
+    // A popup of a menu of the plug-in's that no dialog has open.
+    PopupInfo &make(const Rect &box, const std::string &title = "", int16_t menuID = kAnnoFontMenu, int16_t item = 1)
+    {
+        popup_ = NewHandleClear(sizeof(PopupInfo));
+        SetupPopup(popup_, box, P(title), nullptr, menuID, item);
+        return record();
+    }
+
+    PopupInfo &record() { return *PopupRecord(popup_); }
+
+    std::vector<std::string> drawn(Handle popup)
+    {
+        std::vector<std::string> lines;
+        toolbox::trace::setDrawingSink(toolbox::trace::into(lines));
+        DrawPopup(popup);
+        toolbox::trace::setDrawingSink({});
+        return lines;
+    }
+
+    // The text that a popup shows.
+    std::string shown(Handle popup)
+    {
+        std::string last;
+        for (const std::string &line : drawn(popup))
+            if (line.starts_with("text "))
+                last = line;
+        auto from = last.find('"');
+        return last.substr(from + 1, last.rfind('"') - from - 1);
+    }
+
+    std::string item(MenuHandle menu, int16_t number)
+    {
+        Str255 text;
+        GetItem(menu, number, text);
+        return plain(text);
+    }
+
+    int16_t mark(MenuHandle menu, int16_t number)
+    {
+        int16_t mark = 0;
+        GetItemMark(menu, number, &mark);
+        return mark;
+    }
+
+    Handle popup_ = nullptr;
+};
+
+const Rect kBox = {20, 30, 40, 230};
+
+std::vector<int> sides(const Rect &r)
+{
+    return {r.left, r.top, r.right, r.bottom};
+}
+
+TEST_F(Popup, WithoutATitleTheBoxIsTheWholeControl)
+{
+    PopupInfo info = make(kBox);
+    EXPECT_EQ(sides(info.bounds), sides(kBox));
+    EXPECT_EQ(sides(info.popupRect), sides(kBox));
+    EXPECT_EQ(sides(info.titleRect), (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(info.titleWidth, 8);
+    EXPECT_EQ(info.menuPos.h, 31);
+    EXPECT_EQ(info.menuPos.v, 21);
+}
+
+TEST_F(Popup, TitleStandsLeftOfTheBox)
+{
+    PopupInfo info = make(kBox, "Font:");
+    int width = StringWidth(P("Font:")) + 8;
+    EXPECT_EQ(info.titleWidth, width);
+    EXPECT_EQ(sides(info.popupRect), (std::vector<int>{30 + width, 20, 230, 40}));
+    EXPECT_EQ(sides(info.titleRect), (std::vector<int>{30, 21, 30 + width, 39}));
+    auto lines = drawn(popup_);
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                            [](const std::string &line) { return line.starts_with("text 34,35 \"Font:\""); }));
+}
+
+TEST_F(Popup, TitleIsCutTo31)
+{
+    PopupInfo info = make(kBox, std::string(40, 'i'));
+    EXPECT_EQ(plain(info.title), std::string(31, 'i'));
+    EXPECT_EQ(info.titleWidth, StringWidth(P(std::string(40, 'i'))) + 8);
+}
+
+TEST_F(Popup, FirstItemIsWidenedToTheBox)
+{
+    PopupInfo info = make({0, 0, 20, 100}, "", kAnnoSizeMenu);
+    std::string text = item(info.menu, 1);
+    EXPECT_GT(StringWidth(P(text)), 72);
+    EXPECT_LE(StringWidth(P(text.substr(0, text.size() - 1))), 72);
+    EXPECT_EQ(text.substr(0, 2), "6 ");
+}
+
+TEST_F(Popup, FirstItemStaysWithin255)
+{
+    PopupInfo info = make({0, 0, 20, 4000}, "", kAnnoSizeMenu);
+    EXPECT_EQ(item(info.menu, 1).size(), 255u);
+}
+
+TEST_F(Popup, MissingMenuIsFatal)
+{
+    removeResource('MENU', kAnnoSizeMenu);
+    dismiss();
+    EXPECT_FALSE(guarded([&] { make(kBox, "", kAnnoSizeMenu); }));
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 7", " (menu resource)")));
+}
+
+TEST_F(Popup, ChoiceFrameShadowAndArrowAreDrawnInPlace)
+{
+    make(kBox, "", kAnnoFontMenu, 5);
+    std::vector<std::string> lines = drawn(popup_);
+    ASSERT_GE(lines.size(), 6u);
+    EXPECT_EQ(lines[0].substr(0, 23), "frameRect 30,20,230,40");
+    std::string all;
+    for (const std::string &line : lines)
+        all += line + "\n";
+    EXPECT_NE(all.find("line 31,40 to 230,40"), std::string::npos) << all;
+    EXPECT_NE(all.find("line 230,40 to 230,21"), std::string::npos) << all;
+    EXPECT_NE(all.find("eraseRect 31,21,229,39"), std::string::npos) << all;
+    EXPECT_NE(all.find("text 45,35 \"Helvetica\""), std::string::npos) << all;
+    EXPECT_NE(all.find("poly (225,26) (213,26) (219,32) (225,26)"), std::string::npos) << all;
+}
+
+TEST_F(Popup, TextThatJustFitsIsWhole)
+{
+    int16_t width = StringWidth(P("Helvetica-Bold"));
+    make({0, 0, 20, static_cast<int16_t>(width + 34)}, "", kAnnoFontMenu, 6);
+    EXPECT_EQ(shown(popup_), "Helvetica-Bold");
+}
+
+TEST_F(Popup, TextOnePixelTooWideEndsInAnEllipsis)
+{
+    int16_t width = StringWidth(P("Helvetica-Bold"));
+    make({0, 0, 20, static_cast<int16_t>(width + 33)}, "", kAnnoFontMenu, 6);
+    EXPECT_EQ(shown(popup_), "Helvetica-" "…");
+}
+
+TEST_F(Popup, EllipsisNeverFollowsASpace)
+{
+    make(kBox);
+    // Cut to 12 characters first, then by 3: the ninth is a space.
+    SetItem(record().menu, 2, P("Twelve a b cdefgh"));
+    SetPopupMenuItem(popup_, 2);
+    int16_t width = StringWidth(P("Twelve a b c"));
+    record().popupRect.right = record().popupRect.left + width + 34;
+    EXPECT_EQ(shown(popup_), "Twelve a…");
+}
+
+TEST_F(Popup, TextCutBelowThreeCharactersHasNoEllipsis)
+{
+    make(kBox);
+    SetPopupMenuItem(popup_, 2);
+    record().popupRect.right = record().popupRect.left + 34 + StringWidth(P("Ti"));
+    EXPECT_EQ(shown(popup_), "Ti");
+    record().popupRect.right = record().popupRect.left + 24;
+    EXPECT_EQ(shown(popup_), "");
+}
+
+TEST_F(Popup, ExceptionItemOfAnotherMenuShowsAnEmptyBox)
+{
+    make(kBox);
+    SetItem(record().menu, 2, P("Other..."));
+    SetPopupMenuItem(popup_, 2);
+    EXPECT_EQ(shown(popup_), "");
+}
+
+TEST_F(Popup, ExceptionsAreExactTexts)
+{
+    MenuHandle menu = make(kBox).menu;
+    const std::pair<const char *, bool> texts[] = {{"Other...", true},  {"Import...", true}, {"other...", false},
+                                                   {"Other..", false},  {"Other... ", false}, {"Import", false}};
+    for (auto [text, exception] : texts) {
+        SetItem(menu, 2, P(text));
+        EXPECT_EQ(CheckMenuExceptions(menu, 2), exception) << text;
+    }
+}
+
+TEST_F(Popup, OtherShowsTheValueWithItsUnit)
+{
+    toolbox::setPascal(settings.freqStr, "133", 15);
+    toolbox::setPascal(settings.angleStr, "45", 15);
+    toolbox::setPascal(settings.flatStr, "0.7", 15);
+    for (auto setting : {&PrefsRec::freqItem, &PrefsRec::angleItem, &PrefsRec::flatItem})
+        chooseLast(setting);
+    EXPECT_EQ(shown(gFreqPopInfo), "133 lpi");
+    EXPECT_EQ(shown(gAnglePopInfo), "45°");
+    EXPECT_EQ(shown(gFlatPopInfo), "0.7");
+}
+
+TEST_F(Popup, ImportShowsTheImportsNameOrThePreviousItem)
+{
+    choose(&PrefsRec::spotItem, 4);
+    chooseLast(&PrefsRec::spotItem);
+    EXPECT_EQ(shown(gSpotPopInfo), "Ellipse");
+    settings.spotImported = 1;
+    toolbox::setPascal(settings.spotName, "Stars", 63);
+    EXPECT_EQ(shown(gSpotPopInfo), "Stars");
+}
+
+TEST_F(Popup, SpacesOfTheFirstItemAreNotShown)
+{
+    EXPECT_EQ(shown(gFlatPopInfo), "Printer's own");
+}
+
+TEST_F(Popup, SettingAnItemMovesTheMarkAndRemembersThePrevious)
+{
+    MenuHandle menu = make(kBox, "", kAnnoFontMenu, 3).menu;
+    EXPECT_NE(mark(menu, 3), 0);
+    SetPopupMenuItem(popup_, 7);
+    EXPECT_EQ(mark(menu, 3), 0);
+    EXPECT_NE(mark(menu, 7), 0);
+    EXPECT_EQ(record().curItem, 7);
+    EXPECT_EQ(record().prevItem, 3);
+    RevertPopup(popup_);
+    EXPECT_EQ(record().curItem, 3);
+    EXPECT_EQ(record().prevItem, 3);
+    EXPECT_EQ(mark(menu, 7), 0);
+    EXPECT_NE(mark(menu, 3), 0);
+}
+
+TEST_F(Popup, RevertingAtOnceChangesNothing)
+{
+    MenuHandle menu = make(kBox, "", kAnnoFontMenu, 3).menu;
+    RevertPopup(popup_);
+    EXPECT_EQ(record().curItem, 3);
+    EXPECT_NE(mark(menu, 3), 0);
+}
+
+TEST_F(Popup, NoCurrentItemMarksNothing)
+{
+    MenuHandle menu = make(kBox, "", kAnnoSizeMenu, 0).menu;
+    for (int16_t number = 1; number <= CountMItems(menu); ++number)
+        EXPECT_EQ(mark(menu, number), 0);
+}
+
+TEST_F(Popup, ErasingTakesTheShadowToo)
+{
+    std::vector<std::string> lines;
+    toolbox::trace::setDrawingSink(toolbox::trace::into(lines));
+    ErasePopup(kBox);
+    toolbox::trace::setDrawingSink({});
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].substr(0, 22), "eraseRect 30,20,231,41");
+}
+
+TEST_F(Popup, DisposingErasesOnlyWhenTold)
+{
+    for (bool erase : {false, true}) {
+        make(kBox);
+        std::vector<std::string> lines;
+        toolbox::trace::setDrawingSink(toolbox::trace::into(lines));
+        DisposePopup(popup_, erase);
+        toolbox::trace::setDrawingSink({});
+        EXPECT_EQ(lines.size(), erase ? 1u : 0u);
+        DisposeHandle(popup_);
+        popup_ = nullptr;
+        EXPECT_EQ(GetMHandle(kAnnoFontMenu), nullptr);
+    }
+}
+
+}  // namespace

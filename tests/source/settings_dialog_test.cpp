@@ -1,0 +1,626 @@
+// The settings command, from the host's call to its return.
+#include "support/plugin_test.h"
+
+#include <cstring>
+
+#include "ktAnnoDlg.h"
+#include "ktCustomDlg.h"
+#include "ktFreqDlg.h"
+#include "ktSpot.h"
+#include "popup.h"
+#include "source/riders_pieces.h"
+#include "toolbox/files.h"
+#include "toolbox/memory.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+enum { kMake = 1, kCancel = 2, kFreq = 4, kAngle, kSpot, kFlat, kAnno, kError };
+
+class SettingsDialog : public PluginTest {
+protected:
+    void SetUp() override
+    {
+        PluginTest::SetUp();
+        user.in(kCustomDialogID);
+    }
+
+    int32_t run() { return runCommand(kCommandSettings); }
+    fs::path made() const { return folder / "made"; }
+
+    // The settings as they are stored now.
+    PrefsRec stored()
+    {
+        PrefsRec kept{};
+        makeRecords();
+        GetPrefs();
+        kept = settings;
+        if (gSpotHandle) {
+            spotText.assign(*gSpotHandle, gSpotLength);
+            DisposeHandle(gSpotHandle);
+            gSpotHandle = nullptr;
+        } else {
+            spotText.clear();
+        }
+        gPrefsPtr = nullptr;
+        gSavedPrefs = nullptr;
+        gEnvirInfo = nullptr;
+        return kept;
+    }
+
+    // Stores settings as an earlier run would have left them.
+    void store(const std::function<void(PrefsRec &)> &change, const std::string &spot = "")
+    {
+        makeRecords();
+        change(settings);
+        if (!spot.empty()) {
+            gSpotHandle = NewHandle(static_cast<Size>(spot.size()));
+            BlockMove(spot.data(), *gSpotHandle, static_cast<Size>(spot.size()));
+            gSpotLength = static_cast<int32_t>(spot.size());
+            settings.spotImported = 1;
+            settings.spotItem = 11;
+            toolbox::setPascal(settings.spotName, "Old spot", 63);
+        }
+        WritePrefs();
+        gPrefsPtr = nullptr;
+        gSavedPrefs = nullptr;
+        gEnvirInfo = nullptr;
+    }
+
+    void writeSpotFile(const std::string &name, const std::string &body)
+    {
+        writeFile(folder / name, "%!KT1_Spot\r" + body);
+    }
+
+    void importSpot(const std::string &name)
+    {
+        user.in(kCustomDialogID);
+        user.choose(kSpot, "Import...");
+        dismiss(16132);
+        user.answerOpen(folder / name);
+        user.in(kCustomDialogID);
+    }
+
+    void cancel() { user.in(kCustomDialogID); user.press(kCancel); }
+
+    void make()
+    {
+        user.in(kCustomDialogID);
+        user.press(kMake);
+        user.in(0);
+        user.answerSave(made());
+    }
+
+    int16_t curItem(Handle popup) { return PopupRecord(popup)->curItem; }
+    int16_t markOf(Handle popup, int16_t item)
+    {
+        int16_t mark = 0;
+        GetItemMark(PopupRecord(popup)->menu, item, &mark);
+        return mark;
+    }
+
+    std::string spotText;
+};
+
+TEST_F(SettingsDialog, OpensMakesAndCloses)
+{
+    make();
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(traced("dialog 16300 shown"));
+    EXPECT_TRUE(traced("dialog 16300 closed"));
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "35" + pieceBytes(16502)), std::string::npos);
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16503) + "45" + pieceBytes(16504)), std::string::npos);
+}
+
+TEST_F(SettingsDialog, ReturnAndEnterMake)
+{
+    for (const char *key : {"return", "enter"}) {
+        fs::remove(made());
+        user.in(kCustomDialogID);
+        user.key(key);
+        user.in(0);
+        user.answerSave(made());
+        run();
+        EXPECT_TRUE(fs::exists(made())) << key;
+    }
+    EXPECT_TRUE(traced("flash \"Make\""));
+}
+
+TEST_F(SettingsDialog, EscapeAndCommandPeriodCancel)
+{
+    user.key("escape");
+    run();
+    EXPECT_EQ(tracedTimes("flash \"Cancel\""), 1);
+    user.in(kCustomDialogID);
+    user.key(".", cmdKey);
+    run();
+    EXPECT_EQ(tracedTimes("flash \"Cancel\""), 2);
+}
+
+TEST_F(SettingsDialog, PeriodAloneGoesToTheHost)
+{
+    std::vector<int> keys;
+    hostFilter = [&](DialogPtr, EventRecord *event, int16_t *) {
+        if (event->what == keyDown)
+            keys.push_back(event->message & charCodeMask);
+        return false;
+    };
+    user.key(".");
+    cancel();
+    run();
+    EXPECT_EQ(keys, std::vector<int>{'.'});
+}
+
+TEST_F(SettingsDialog, ClickOutsideEveryPopupGoesToTheHost)
+{
+    int clicks = 0;
+    hostFilter = [&](DialogPtr, EventRecord *event, int16_t *) {
+        clicks += event->what == mouseDown;
+        return false;
+    };
+    user.choose(kFreq, "60 lpi");
+    user.press(16);
+    cancel();
+    run();
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(SettingsDialog, EscapeWithAnInactiveCancelGoesToTheHostAsItem2)
+{
+    int16_t seen = 0;
+    hostFilter = [&](DialogPtr dialog, EventRecord *event, int16_t *itemHit) {
+        if (event->what != keyDown)
+            return false;
+        seen = *itemHit;
+        int16_t type;
+        Handle item;
+        Rect box;
+        GetDItem(dialog, kCancel, &type, &item, &box);
+        HiliteControl(reinterpret_cast<ControlHandle>(item), 0);
+        *itemHit = 0;
+        return true;
+    };
+    user.then([] {
+        int16_t type;
+        Handle item;
+        Rect box;
+        GetDItem(gCustomDialog, kCancel, &type, &item, &box);
+        HiliteControl(reinterpret_cast<ControlHandle>(item), 255);
+    });
+    user.key("escape");
+    user.key("escape");
+    run();
+    EXPECT_EQ(seen, 2);
+    EXPECT_EQ(tracedTimes("flash \"Cancel\""), 1);
+}
+
+TEST_F(SettingsDialog, ReturnWithNothingChosenRefusesAndStays)
+{
+    user.choose(kFreq, 1);
+    user.choose(kAngle, 1);
+    user.key("return");
+    dismiss();
+    user.in(kCustomDialogID);
+    user.choose(kError, 2);
+    user.key("escape");
+    run();
+    EXPECT_EQ(tracedTimes("flash \"Make\""), 1);
+    EXPECT_TRUE(traced(params(message(16155))));
+    EXPECT_FALSE(traced("dialog 16399"));
+}
+
+TEST_F(SettingsDialog, ChoicesAreStoredAndComeBack)
+{
+    user.choose(kFreq, "60 lpi");
+    user.choose(kAngle, "22.5°");
+    user.choose(kSpot, "Diamond");
+    user.choose(kFlat, "2");
+    user.choose(kAnno, "Annotation");
+    user.choose(kError, "Print errors");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.freqItem, 10);
+    EXPECT_EQ(kept.angleItem, 4);
+    EXPECT_EQ(kept.spotItem, 7);
+    EXPECT_EQ(kept.flatItem, 5);
+    EXPECT_EQ(kept.annoItem, 2);
+    EXPECT_EQ(kept.errorItem, 2);
+    user.in(kCustomDialogID);
+    user.then([&] { EXPECT_EQ(curItem(gSpotPopInfo), 7); });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, CancelPutsEveryChoiceBack)
+{
+    PrefsRec before{};
+    user.then([&] { before = *gPrefsPtr; });
+    user.choose(kFreq, "60 lpi");
+    user.choose(kAngle, "22.5°");
+    user.choose(kSpot, "Diamond");
+    user.choose(kFlat, "2");
+    user.choose(kAnno, "Annotation");
+    user.choose(kError, "Print errors");
+    cancel();
+    run();
+    PrefsRec after = stored();
+    EXPECT_EQ(memcmp(&before.freqItem, &after.freqItem, offsetof(PrefsRec, customDlgPos) - 32), 0);
+    EXPECT_EQ(memcmp(before.freqStr, after.freqStr, 16 * 4), 0);
+}
+
+TEST_F(SettingsDialog, ChoosingTheCurrentItemAgainIsAChoice)
+{
+    user.choose(kFreq, "60 lpi");
+    user.choose(kFreq, "60 lpi");
+    user.then([&] {
+        EXPECT_EQ(PopupRecord(gFreqPopInfo)->curItem, 10);
+        EXPECT_EQ(PopupRecord(gFreqPopInfo)->prevItem, 10);
+    });
+    cancel();
+    run();
+    EXPECT_EQ(tracedTimes("popup 16136 gave 10"), 2);
+}
+
+TEST_F(SettingsDialog, LeavingAMenuSetsThePreviousItemToTheCurrentOne)
+{
+    user.choose(kFreq, "60 lpi");
+    user.chooseNothing(kFreq);
+    user.then([&] {
+        EXPECT_EQ(PopupRecord(gFreqPopInfo)->curItem, 10);
+        EXPECT_EQ(PopupRecord(gFreqPopInfo)->prevItem, 10);
+    });
+    cancel();
+    run();
+    EXPECT_TRUE(traced("popup 16136 gave nothing"));
+}
+
+TEST_F(SettingsDialog, MenuComesUpAtTheCurrentItem)
+{
+    user.choose(kFreq, "60 lpi");
+    user.chooseNothing(kFreq);
+    cancel();
+    run();
+    EXPECT_TRUE(traced("popup 16136 opened at item 10"));
+}
+
+TEST_F(SettingsDialog, OpensWhereItWasClosed)
+{
+    user.then([] { MoveWindow(gCustomDialog, 40, 77, false); });
+    cancel();
+    run();
+    trace.clear();
+    user.in(kCustomDialogID);
+    make();
+    run();
+    EXPECT_TRUE(traced("dialog 16300 shown at 40,77"));
+}
+
+TEST_F(SettingsDialog, OpensCentredWithoutASavedPosition)
+{
+    store([](PrefsRec &prefs) {
+        prefs.savePosition = 0;
+        prefs.customDlgPos = {77, 40};
+    });
+    cancel();
+    run();
+    EXPECT_FALSE(traced("dialog 16300 shown at 40,77"));
+    EXPECT_TRUE(traced("dialog 16300 shown at 124,"));
+}
+
+TEST_F(SettingsDialog, OpensOnScreenWhenItsScreenHasGone)
+{
+    store([](PrefsRec &prefs) { prefs.customDlgPos = {300, 5000}; });
+    cancel();
+    run();
+    EXPECT_TRUE(traced("dialog 16300 shown at 124,"));
+}
+
+TEST_F(SettingsDialog, MissingDialogIsFatal)
+{
+    removeResource('DITL', 16300);
+    dismiss();
+    run();
+    EXPECT_TRUE(ended);
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 78", " (dlog resource)")));
+}
+
+TEST_F(SettingsDialog, MissingFontMenuIsFatal)
+{
+    removeResource('MENU', kAnnoFontMenu);
+    dismiss();
+    run();
+    EXPECT_TRUE(ended);
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 7", " (menu resource)")));
+}
+
+TEST_F(SettingsDialog, CancelledSaveClosesTheDialog)
+{
+    user.press(kMake);
+    user.in(0);
+    user.cancelFile();
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(traced("dialog 16300 closed"));
+}
+
+TEST_F(SettingsDialog, FailedMakeClosesTheDialog)
+{
+    user.then([] { toolbox::faults::failFileCall(toolbox::FileCall::open, 1, ioErr); });
+    make();
+    dismiss();
+    EXPECT_EQ(run(), 0);
+    EXPECT_TRUE(traced("dialog 16300 closed"));
+}
+
+TEST_F(SettingsDialog, PopupsFillTheirItems)
+{
+    user.then([&] {
+        Rect box = PopupRecord(gFreqPopInfo)->popupRect;
+        EXPECT_EQ(box.right - box.left, 194);
+        EXPECT_EQ(box.bottom - box.top, 20);
+    });
+    cancel();
+    run();
+}
+
+// --- Values of one's own ----------------------------------------------------
+
+class OwnValue : public SettingsDialog {
+protected:
+    void enter(int item, const std::string &text)
+    {
+        user.in(kCustomDialogID);
+        user.choose(item, "Other...");
+        user.in(kFreqDialogID);
+        user.type(text);
+        user.key("return");
+        user.in(kCustomDialogID);
+    }
+};
+
+TEST_F(OwnValue, ThatAnItemHasSelectsTheItem)
+{
+    enter(kFreq, "65");
+    enter(kAngle, "82.5");
+    enter(kFlat, "50");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.freqItem, 11);
+    EXPECT_EQ(kept.angleItem, 14);
+    EXPECT_EQ(kept.flatItem, 11);
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "65" + pieceBytes(16502)), std::string::npos);
+}
+
+TEST_F(OwnValue, ThatNoItemHasKeepsOtherAndIsWritten)
+{
+    enter(kFreq, "47.5");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.freqItem, 21);
+    EXPECT_EQ(plain(kept.freqStr), "47.5");
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "47.5" + pieceBytes(16502)), std::string::npos);
+}
+
+TEST_F(OwnValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
+{
+    user.choose(kFreq, "Other...");
+    user.in(kFreqDialogID);
+    user.type("99");
+    user.key("escape");
+    user.in(kCustomDialogID);
+    user.then([&] {
+        EXPECT_EQ(curItem(gFreqPopInfo), 5);
+        EXPECT_EQ(gPrefsPtr->freqItem, 5);
+        EXPECT_NE(markOf(gFreqPopInfo, 21), 0);
+        EXPECT_EQ(plain(gPrefsPtr->freqStr), "45");
+    });
+    cancel();
+    run();
+}
+
+TEST_F(OwnValue, IsCutTo15WithItsUnitWhenLookedUp)
+{
+    // Fourteen characters and the unit's first.
+    enter(kFreq, "000000000047.5");
+    user.then([&] { EXPECT_EQ(curItem(gFreqPopInfo), 21); });
+    cancel();
+    run();
+}
+
+// --- Spot functions ---------------------------------------------------------
+
+TEST_F(SettingsDialog, ImportIsStoredAndMade)
+{
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.spotItem, 11);
+    EXPECT_EQ(kept.spotImported, 1);
+    EXPECT_EQ(plain(kept.spotName), "Stars");
+    EXPECT_EQ(spotText, "{ my spot }");
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16506) + "{ my spot }" + pieceBytes(16507)), std::string::npos);
+}
+
+TEST_F(SettingsDialog, RefusedImportGoesBackToThePreviousItem)
+{
+    user.choose(kSpot, "Cross");
+    user.choose(kSpot, "Import...");
+    dismiss(16132, 5);
+    user.in(kCustomDialogID);
+    user.then([&] {
+        EXPECT_EQ(curItem(gSpotPopInfo), 8);
+        EXPECT_EQ(gPrefsPtr->spotItem, 8);
+        EXPECT_EQ(markOf(gSpotPopInfo, 11), 0);
+    });
+    cancel();
+    run();
+    EXPECT_TRUE(traced(params(message(16146))));
+    EXPECT_FALSE(traced("dialog 16401"));
+}
+
+TEST_F(SettingsDialog, CancelledImportGoesBackToThePreviousItem)
+{
+    user.choose(kSpot, "Import...");
+    dismiss(16132);
+    user.cancelFile();
+    user.in(kCustomDialogID);
+    user.then([&] { EXPECT_EQ(gPrefsPtr->spotItem, 1); });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, CancelAfterAFreshImportForgetsIt)
+{
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    cancel();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.spotImported, 0);
+    EXPECT_EQ(kept.spotItem, 1);
+}
+
+TEST_F(SettingsDialog, BuiltInAfterAFreshImportForgetsIt)
+{
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    user.choose(kSpot, "Round");
+    user.then([] {
+        EXPECT_EQ(gSpotHandle, nullptr);
+        EXPECT_EQ(gPrefsPtr->spotImported, 0);
+    });
+    make();
+    run();
+    EXPECT_EQ(stored().spotImported, 0);
+}
+
+TEST_F(SettingsDialog, CancelBringsAnEarlierImportBackAfterABuiltIn)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    user.choose(kSpot, "Round");
+    user.then([] {
+        EXPECT_NE(gSpotHandle, nullptr);
+        EXPECT_EQ(gSpotHandle, gSavedSpotHandle);
+        EXPECT_EQ(gPrefsPtr->spotImported, 0);
+    });
+    cancel();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.spotImported, 1);
+    EXPECT_EQ(plain(kept.spotName), "Old spot");
+    EXPECT_EQ(spotText, "{ earlier }");
+}
+
+TEST_F(SettingsDialog, CancelBringsAnEarlierImportBackAfterAnotherImport)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    user.key("escape");
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(plain(kept.spotName), "Old spot");
+    EXPECT_EQ(spotText, "{ earlier }");
+}
+
+TEST_F(SettingsDialog, NewImportReplacesAnEarlierOne)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    make();
+    run();
+    EXPECT_EQ(plain(stored().spotName), "Stars");
+    EXPECT_EQ(spotText, "{ my spot }");
+}
+
+TEST_F(SettingsDialog, SharedSpotBufferIsReleasedOnce)
+{
+    // Freed twice it would be reported as memWZErr, and the leak check counts.
+    store([](PrefsRec &) {}, "{ earlier }");
+    user.choose(kSpot, "Round");
+    make();
+    run();
+    EXPECT_EQ(stored().spotImported, 0);
+    EXPECT_EQ(spotText, "");
+}
+
+TEST_F(SettingsDialog, EarlierImportStaysInUse)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    make();
+    run();
+    EXPECT_NE(contentsOf(made()).find("{ earlier }"), std::string::npos);
+    stored();
+    EXPECT_EQ(spotText, "{ earlier }");
+}
+
+TEST_F(SettingsDialog, ImportAfterABuiltInKeepsTheEarlierOneForCancelling)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    writeSpotFile("Stars", "{ my spot }");
+    user.choose(kSpot, "Round");
+    importSpot("Stars");
+    cancel();
+    run();
+    stored();
+    EXPECT_EQ(spotText, "{ earlier }");
+}
+
+// --- Annotation -------------------------------------------------------------
+
+TEST_F(SettingsDialog, ConfirmedAnnotationSelectsItem2)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.type("Job 17");
+    user.press(1);
+    user.in(kCustomDialogID);
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.annoItem, 2);
+    EXPECT_EQ(plain(kept.annoText), "Job 17");
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16510) + "Job 17" + pieceBytes(16511)), std::string::npos);
+}
+
+TEST_F(SettingsDialog, CancelledAnnotationGoesBackToThePreviousItem)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.type("Job 17");
+    user.press(2);
+    user.in(kCustomDialogID);
+    user.then([&] {
+        EXPECT_EQ(gPrefsPtr->annoItem, 1);
+        EXPECT_EQ(markOf(gAnnoPopInfo, 3), 0);
+        EXPECT_EQ(plain(gPrefsPtr->annoText), text(16131, 5));
+    });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, CancelKeepsTheFontItemButNotTheFontsName)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.choose(6, "Courier");
+    user.press(1);
+    user.in(kCustomDialogID);
+    user.then([] { EXPECT_EQ(plain(gFontNameStr), "Courier"); });
+    cancel();
+    run();
+    EXPECT_EQ(plain(gFontNameStr), "Helvetica");
+    EXPECT_EQ(stored().annoFontItem, 9);
+    user.in(kCustomDialogID);
+    user.then([] { EXPECT_EQ(plain(gFontNameStr), "Courier"); });
+    cancel();
+    run();
+}
+
+}  // namespace
