@@ -125,8 +125,9 @@ protected:
     {
         std::vector<std::string> told = reports();
         EXPECT_EQ(gHaveWriteError, !told.empty());
-        if (!GetParam().onward)
+        if (!GetParam().onward) {
             EXPECT_EQ(told, expectedReports(kind, number));
+        }
         if (told.empty())
             expectNewFile();
         else if (GetParam().onward)
