@@ -1,0 +1,213 @@
+#include "source/open_settings.h"
+
+#include "ktCustomDlg.h"
+#include "ktSpot.h"
+#include "toolbox/files.h"
+#include "toolbox/memory.h"
+
+using toolbox::FileCall;
+
+namespace {
+
+const std::string kMagic = "%!KT1_Spot";
+
+class SpotImport : public OpenSettings {
+protected:
+    // Imports a file of these bytes, dismissing that many reports.
+    bool import(const std::string &bytes, int reports = 0, const std::string &name = "Stars")
+    {
+        writeFile(folder / name, bytes);
+        user.answerOpen(folder / name);
+        for (int i = 0; i < reports; ++i)
+            dismiss();
+        Boolean imported = false;
+        guarded([&] { imported = DoSpotImport(); });
+        EXPECT_TRUE(user.idle());
+        user.forgetRest();
+        return imported;
+    }
+
+    std::string body() const { return gSpotHandle ? std::string(*gSpotHandle, gSpotLength) : "none"; }
+
+    bool reported(int16_t messageID, int number, const std::string &context)
+    {
+        return traced(params(message(messageID), "\r\rID = " + std::to_string(number), context));
+    }
+
+    // A spot function imported before, which must outlast a failure.
+    void haveEarlier() { importSpot("{ earlier }", "Earlier"); }
+
+    void expectEarlier()
+    {
+        EXPECT_EQ(body(), "{ earlier }");
+        EXPECT_EQ(settings.spotImported, 1);
+        EXPECT_EQ(plain(settings.spotName), "Earlier");
+    }
+};
+
+TEST_F(SpotImport, BodyIsAllBehindTheFirstReturn)
+{
+    const std::string text("{ dup\r\0mul\n}\xFF", 13);
+    EXPECT_TRUE(import(kMagic + " by me\r" + text));
+    EXPECT_EQ(body(), text);
+    EXPECT_EQ(settings.spotImported, 1);
+    EXPECT_EQ(plain(settings.spotName), "Stars");
+}
+
+TEST_F(SpotImport, HeaderAloneIsABodyOfNothing)
+{
+    EXPECT_TRUE(import(kMagic + "\r"));
+    EXPECT_EQ(gSpotLength, 0);
+    EXPECT_NE(gSpotHandle, nullptr);
+}
+
+TEST_F(SpotImport, ReturnBeforeTheMagicCounts)
+{
+    EXPECT_TRUE(import("abc\r" + kMagic + "\r{ }"));
+    EXPECT_EQ(body(), kMagic + "\r{ }");
+}
+
+TEST_F(SpotImport, MagicMayEndAtByte96)
+{
+    EXPECT_TRUE(import(std::string(85, 'x') + "\r" + kMagic + "\r{ }"));
+    EXPECT_FALSE(import(std::string(86, 'x') + "\r" + kMagic + "\r{ }", 1, "Later"));
+}
+
+TEST_F(SpotImport, ReturnBeyondByte96IsRefused)
+{
+    EXPECT_FALSE(import(std::string(86, 'x') + kMagic + "\r{ }", 1));
+    EXPECT_TRUE(reported(16164, 52, " (no return offset)"));
+}
+
+TEST_F(SpotImport, MagicBeyondByte96IsRefused)
+{
+    EXPECT_FALSE(import(std::string(90, 'x') + kMagic + "\r{ }", 1));
+    EXPECT_TRUE(reported(16164, 51, " (%!KT1_Spot)"));
+}
+
+TEST_F(SpotImport, EmptyFileIsRefused)
+{
+    EXPECT_FALSE(import("", 1));
+    EXPECT_TRUE(traced(params(message(16151))));
+}
+
+TEST_F(SpotImport, LineFeedIsNoReturn)
+{
+    EXPECT_FALSE(import(kMagic + "\n{ }", 1));
+    EXPECT_TRUE(reported(16164, 52, " (no return offset)"));
+}
+
+TEST_F(SpotImport, CancelChangesNothing)
+{
+    haveEarlier();
+    user.cancelFile();
+    EXPECT_FALSE(DoSpotImport());
+    expectEarlier();
+}
+
+TEST_F(SpotImport, NewImportFreesTheOldOne)
+{
+    haveEarlier();
+    EXPECT_TRUE(import(kMagic + "\r{ new }"));
+    EXPECT_EQ(body(), "{ new }");
+    close();
+}
+
+TEST_F(SpotImport, NewImportLeavesTheOneKeptForCancelling)
+{
+    haveEarlier();
+    gSavedSpotHandle = gSpotHandle;
+    EXPECT_TRUE(import(kMagic + "\r{ new }"));
+    EXPECT_EQ(std::string(*gSavedSpotHandle, 11), "{ earlier }");
+    close();
+}
+
+struct Failure {
+    const char *name;
+    FileCall call;
+    int nth;
+    int16_t message;
+    const char *context;
+    bool clearsFlag;
+};
+
+class FailedImport : public SpotImport, public ::testing::WithParamInterface<Failure> {};
+
+TEST_P(FailedImport, IsReportedAndLeavesTheEarlierOne)
+{
+    const Failure &failure = GetParam();
+    haveEarlier();
+    toolbox::faults::failFileCall(failure.call, failure.nth, ioErr);
+    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_TRUE(reported(failure.message, -36, failure.context));
+    EXPECT_EQ(body(), "{ earlier }");
+    EXPECT_EQ(settings.spotImported, !failure.clearsFlag);
+    EXPECT_EQ(plain(settings.spotName), "Earlier");
+    close();
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, FailedImport,
+                         ::testing::Values(Failure{"Open", FileCall::open, 1, 16134, " (fsopen)", true},
+                                           Failure{"Length", FileCall::getEOF, 1, 16134, " (eof)", true},
+                                           Failure{"Check", FileCall::getEOF, 2, 16134, " (eof -check)", false},
+                                           Failure{"Header", FileCall::read, 1, 16134, " (fsread -check)", false},
+                                           Failure{"Body", FileCall::read, 2, 16134, " (fsread)", false}),
+                         [](const auto &info) { return info.param.name; });
+
+TEST_F(SpotImport, FailedReadWithoutAnEarlierImportKeepsTheNewLengthUnused)
+{
+    toolbox::faults::failFileCall(FileCall::read, 2, ioErr);
+    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_EQ(settings.spotImported, 0);
+    EXPECT_NE(gSpotHandle, nullptr);
+    EXPECT_TRUE(import(kMagic + "\r{ again }"));
+    EXPECT_EQ(body(), "{ again }");
+    close();
+}
+
+TEST_F(SpotImport, FileOpenedIsClosedAgain)
+{
+    import(kMagic + "\r{ }");
+    import("no spot", 1, "Other");
+    EXPECT_EQ(leftBehind().openFiles, 0);
+}
+
+TEST_F(SpotImport, FileLargerThanMemoryIsRefused)
+{
+    configuration.heapBytes = 512 * 1024;
+    reopen();
+    EXPECT_FALSE(import(kMagic + "\r" + std::string(1024 * 1024, ' '), 1));
+    EXPECT_TRUE(reported(16152, 96, " (maxmem)"));
+    EXPECT_EQ(settings.spotImported, 0);
+}
+
+TEST_F(SpotImport, BlockForTheHeaderThatCannotBeHadIsReported)
+{
+    writeFile(folder / "Check", kMagic + "\r{ }");
+    int16_t refNum = 0;
+    int32_t offset = 0;
+    ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);
+    toolbox::faults::failAllocation(1);
+    dismiss();
+    guarded([&] { EXPECT_FALSE(CheckIfSpot(refNum, &offset)); });
+    FSClose(refNum);
+    EXPECT_TRUE(reported(16152, 95, " (newhandle -check)"));
+}
+
+TEST_F(SpotImport, CheckLeavesTheMarkAtTheStart)
+{
+    for (const std::string &bytes : {kMagic + "\r{ }", std::string("something else")}) {
+        writeFile(folder / "Check", bytes);
+        int16_t refNum = 0;
+        ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);
+        int32_t offset = 0, mark = -1;
+        dismiss();
+        guarded([&] { CheckIfSpot(refNum, &offset); });
+        user.forgetRest();
+        EXPECT_EQ(GetFPos(refNum, &mark), noErr);
+        EXPECT_EQ(mark, 0);
+        FSClose(refNum);
+    }
+}
+
+}  // namespace
