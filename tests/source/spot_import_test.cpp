@@ -16,6 +16,8 @@ protected:
     // Imports a file of these bytes, dismissing that many reports.
     bool import(const std::string &bytes, int reports = 0, const std::string &name = "Stars")
     {
+        // Created with its type: with such bytes in it nobody could tell.
+        Create(P(name), *toolbox::folders::workingDirectory(folder.path()), 'SPOT', 'TEXT');
         writeFile(folder / name, bytes);
         user.answerOpen(folder / name);
         for (int i = 0; i < reports; ++i)
