@@ -163,6 +163,46 @@ TEST_F(Removal, FailingCallsAreReportedAndDeleteNothing)
     }
 }
 
+TEST_F(Removal, HeapThatIsNearlyFullIsReported)
+{
+    put(magic + "\r\n% the rest");
+    Handle rest = nullptr;
+    user.then([&] { rest = NewHandle(MaxMem(nullptr) - 4000); });
+    user.answerOpen(riders());
+    dismiss();
+    guarded([] { RemoveRiders(); });
+    EXPECT_NE(rest, nullptr);
+    expectReport(16161, "96", " (maxmem)");
+    EXPECT_TRUE(there());
+    DisposeHandle(rest);
+}
+
+TEST_F(Removal, NoRoomForTheCheckIsReported)
+{
+    bool seen = false, met = true;
+    for (int nth = 1; met && !seen && nth < 1000; ++nth) {
+        restartPlugin();
+        makeRecords();
+        put(magic + "\r\n% the rest");
+        user.forgetRest();
+        user.answerOpen(riders());
+        user.press(1);   // on the report
+        toolbox::faults::failAllocation(nth);
+        // Where the file dialog has no room the steps go astray.
+        try {
+            RemoveRiders();
+        } catch (const toolbox::ProcessEnded &) {
+        } catch (const toolbox::ScriptError &) {
+        }
+        met = toolbox::faults::met();
+        seen = traced(" (newhandle)");
+    }
+    ASSERT_TRUE(seen);
+    expectReport(16161, "95", " (newhandle)");
+    EXPECT_TRUE(there());
+    EXPECT_EQ(leftBehind().text(), toolbox::LeakReport{}.text());
+}
+
 TEST_F(Removal, CommandOneRunsIt)
 {
     put(magic + "\r\n% the rest");
