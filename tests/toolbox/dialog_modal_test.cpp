@@ -262,3 +262,61 @@ TEST_F(DialogModal, AnExceptionThroughItLeavesNothingAfterStop)
     restart();
     EXPECT_EQ(FrontWindow(), nullptr);
 }
+
+TEST_F(DialogModal, AWindowThatNobodyDrawsDoesNotKeepTimeFromPassing)
+{
+    Rect bounds{300, 100, 400, 200};
+    WindowPtr window = NewWindow(nullptr, &bounds, P(""), true, plainDBox, nullptr, false, 0);
+    open();
+    EXPECT_EQ(modal([](DialogPtr, EventRecord *event, int16_t *hit) -> Boolean {
+                  *hit = 3;
+                  return event->what == nullEvent;
+              }),
+              3);
+    EventRecord event;
+    EXPECT_TRUE(WaitNextEvent(1 << updateEvt, &event, 1));
+    EXPECT_EQ(reinterpret_cast<WindowPtr>(event.message), window) << "its owner is asked afterwards";
+}
+
+TEST_F(DialogModal, ADialogBehindIsDrawnToo)
+{
+    static int drawn;
+    drawn = 0;
+    DialogPtr back = open();
+    int16_t type;
+    Handle handle;
+    Rect box;
+    GetDItem(back, 3, &type, &handle, &box);
+    UserItemProcPtr procedure = [](DialogPtr, int16_t) { ++drawn; };
+    SetDItem(back, 3, type, reinterpret_cast<Handle>(procedure), &box);
+    DialogPtr front = open();
+    MoveWindow(front, 100, 300, false);
+    modal([](DialogPtr, EventRecord *event, int16_t *) -> Boolean { return event->what == nullEvent; });
+    EXPECT_EQ(drawn, 1);
+}
+
+TEST_F(DialogModal, AMovableDialogGivesOutsidePressesToTheFilterAndCanBeDragged)
+{
+    ItemList().item(ctrlItem, 40, 70, 70, 20, "OK").add(501);
+    addDialog(501, 100, 100, 300, 100, true, movableDBoxProc);
+    DialogPtr dialog = GetNewDialog(501, nullptr, reinterpret_cast<WindowPtr>(-1));
+    static int presses;
+    presses = 0;
+    click(20, 400);
+    mouse(toolbox::Input::Kind::mouseDown, 200, 85);
+    mouse(toolbox::Input::Kind::mouseMoved, 220, 95);
+    mouse(toolbox::Input::Kind::mouseUp, 230, 105);
+    click(okH + 30, okV + 20);
+    EXPECT_EQ(modal([](DialogPtr, EventRecord *event, int16_t *) -> Boolean {
+                  presses += event->what == mouseDown;
+                  return false;
+              }),
+              1);
+    EXPECT_EQ(presses, 3);
+    EXPECT_EQ(machine.beeps(), 1);
+    SetPort(dialog);
+    Point corner{0, 0};
+    LocalToGlobal(&corner);
+    EXPECT_EQ(corner.h, 130);
+    EXPECT_EQ(corner.v, 120);
+}

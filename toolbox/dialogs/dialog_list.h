@@ -14,6 +14,7 @@ struct Item {
     Rect box{};
     // As GetDItem gives it: control, text, icon, procedure.
     Handle handle = nullptr;
+    int16_t resource = -1;   // the number of its icon or picture
 
     int16_t kind() const { return type & ~itemDisable; }
     bool enabled() const { return !(type & itemDisable); }
@@ -25,6 +26,7 @@ struct Dialog {
     DialogPeek record = nullptr;
     int16_t id = 0;
     bool alert = false;
+    bool complete = false;       // all items made
     bool ownsRecord = false;
     int16_t alertIcon = -1;      // 0 stop, 1 note, 2 caution
     std::vector<Item> items;

@@ -68,7 +68,7 @@ void drawItem(Dialog &dialog, int number)
     switch (item.kind()) {
     case statText: return drawStaticText(item);
     case editText: return drawEditItem(dialog, number);
-    case iconItem: return drawIcon(item.handle, -1, item.box);
+    case iconItem: return drawIcon(item.handle, item.resource, item.box);
     case picItem: return drawPicture(item);
     }
 }

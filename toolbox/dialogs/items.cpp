@@ -84,7 +84,9 @@ void SetDItem(DialogPtr dialog, int16_t number, int16_t type, Handle item, const
     Item *found = itemOf(dialog, number);
     if (!found)
         return;
-    *found = Item{type, *box, item};
+    found->type = type;
+    found->handle = item;
+    found->box = *box;
     if (find(dialog)->isCurrent(number))
         refreshCurrent(*find(dialog));
 }

@@ -52,20 +52,22 @@ bool makeItem(Dialog &dialog, Item &item, const ItemTemplate &from)
         return makeNumberedControl(dialog, item, from.number());
     if (item.isControl())
         return makeControl(dialog, item, from.data);
-    if (item.kind() == iconItem)
-        item.handle = GetResource('ICON', from.number());
-    if (item.kind() == picItem)
-        item.handle = GetResource('PICT', from.number());
+    if (item.kind() == iconItem || item.kind() == picItem) {
+        item.resource = from.number();
+        item.handle = GetResource(item.kind() == iconItem ? 'ICON' : 'PICT', item.resource);
+    }
     return true;
 }
 
-void firstEditItem(Dialog &dialog)
+// False when there is an edit item but no memory to edit it.
+bool selectFirstEditItem(Dialog &dialog)
 {
     for (int number = 1; number <= static_cast<int>(dialog.items.size()); ++number)
         if (dialog.item(number)->kind() == editText) {
             SelIText(dialog.pointer(), static_cast<int16_t>(number), 0, 32767);
-            return;
+            return dialog.isCurrent(number);
         }
+    return true;
 }
 
 bool makeItems(Dialog &dialog, const std::vector<ItemTemplate> &from)
@@ -76,8 +78,7 @@ bool makeItems(Dialog &dialog, const std::vector<ItemTemplate> &from)
         if (!makeItem(dialog, dialog.items.back(), item))
             return false;
     }
-    firstEditItem(dialog);
-    return true;
+    return selectFirstEditItem(dialog);
 }
 
 // A table of colours numbered like the dialog is the dialog's.
@@ -114,7 +115,7 @@ std::string placeAndSize(DialogPtr dialog)
 void watch(WindowPtr window, windows::Change change)
 {
     const Dialog *dialog = find(window);
-    if (!dialog)
+    if (!dialog || !dialog->complete)
         return;
     const char *kind = dialog->alert ? "alert" : "dialog";
     if (change == windows::Change::shown)
@@ -145,6 +146,7 @@ Dialog *make(int16_t id, const DialogTemplate &from, void *storage, WindowPtr be
     record->items = &dialog.master;
     if (makeItems(dialog, *items)) {
         applyColors(dialog);
+        dialog.complete = true;
         return &dialog;
     }
     CloseDialog(dialog.pointer());

@@ -4,6 +4,7 @@
 
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
+#include "events/tracking.h"
 #include "textedit/scrap.h"
 #include "toolbox/events.h"
 #include "toolbox/host/session.h"
@@ -49,13 +50,29 @@ bool isMovable(const Dialog &dialog)
     return dialog.record->window.procID == movableDBoxProc;
 }
 
-// A press beside a dialog that cannot be moved concerns nobody.
 bool isOutside(const Dialog &dialog, const EventRecord &event)
 {
-    if (event.what != mouseDown || isMovable(dialog))
+    if (event.what != mouseDown)
         return false;
     WindowPtr window;
     return FindWindow(event.where, &window) != inContent || window != dialog.pointer();
+}
+
+// A press beside a dialog that can be moved: it may be on its title bar.
+void pressOutside(Dialog &dialog, const EventRecord &event)
+{
+    WindowPtr window;
+    if (FindWindow(event.where, &window) != inDrag || window != dialog.pointer())
+        return SysBeep(1);
+    Point corner{0, 0};
+    {
+        PortScope current(window);
+        LocalToGlobal(&corner);
+    }
+    while (auto input = events::nextTrackingInput())
+        if (input->kind == Input::Kind::mouseUp)
+            return MoveWindow(window, static_cast<int16_t>(corner.h + input->where.h - event.where.h),
+                              static_cast<int16_t>(corner.v + input->where.v - event.where.v), false);
 }
 
 // The number of the item if it answers.
@@ -154,7 +171,11 @@ void activate(const EventRecord &event)
 int16_t handle(Dialog &dialog, const EventRecord &event)
 {
     switch (event.what) {
-    case mouseDown: return isOutside(dialog, event) ? nothing : press(dialog, event);
+    case mouseDown:
+        if (!isOutside(dialog, event))
+            return press(dialog, event);
+        pressOutside(dialog, event);
+        return nothing;
     case keyDown:
     case autoKey: return typeKey(dialog, event);
     case updateEvt: update(reinterpret_cast<WindowPtr>(event.message)); return nothing;
@@ -183,8 +204,8 @@ int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
         EventRecord event;
         WaitNextEvent(everyEvent, &event, 1);
         Dialog *running = find(dialog);
-        if (isOutside(*running, event)) {
-            SysBeep(1);
+        if (isOutside(*running, event) && !isMovable(*running)) {
+            SysBeep(1);   // concerns nobody, not even the filter
             continue;
         }
         SetPort(dialog);
@@ -212,7 +233,8 @@ void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit)
     GetPort(&before);
     SetPort(front);
     int16_t hit = runModally(front, filter);
-    SetPort(before);
+    if (before != front || find(front))
+        SetPort(before);
     if (itemHit)
         *itemHit = hit;
 }
