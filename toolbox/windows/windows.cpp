@@ -130,8 +130,6 @@ WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, B
                     WindowPtr behind, Boolean goAway, intptr_t refCon)
 {
     Rect content = *bounds;
-    // Opening its port must not take the port from the caller.
-    PortScope callers(qd.thePort);
     WindowPeek record = static_cast<WindowPeek>(storage);
     if (!record)
         record = reinterpret_cast<WindowPeek>(NewPtr(sizeof(WindowRecord)));

@@ -1,4 +1,9 @@
 // Control Manager: push buttons, check boxes, radio buttons, scroll bars.
+//
+// A control is drawn by its window's owner (DrawControls, or the Dialog
+// Manager) when the window is updated, and by every call here that changes it.
+// Rectangles and points are local to the window. The current port, pen and
+// text settings are left as they were.
 #pragma once
 
 #include "toolbox/windows.h"
@@ -23,29 +28,40 @@ typedef struct ControlRecord {
 enum { pushButProc = 0, checkBoxProc = 1, radioButProc = 2, scrollBarProc = 16 };
 enum { inButton = 10, inCheckBox = 11, inUpButton = 20, inDownButton = 21, inPageUp = 22, inPageDown = 23, inThumb = 129 };
 
-// Belongs to the window, which disposes it when it closes.
+// Belongs to the window, which disposes it when it closes. Nil when the heap
+// has no room.
 ControlHandle NewControl(WindowPtr window, const Rect *bounds, ConstStr255Param title, Boolean visible,
                          int16_t value, int16_t min, int16_t max, int16_t procID, intptr_t refCon);
+// Takes it off the window and frees it.
 void DisposeControl(ControlHandle control);
 void KillControls(WindowPtr window);
 void DrawControls(WindowPtr window);
 void Draw1Control(ControlHandle control);
-// 0 normal, 10 a button pressed, 255 dimmed and dead; redraws.
+// 0 normal, 10 a button pressed, 255 dimmed and dead; redraws. Traced as a
+// flash when a push button is pressed so.
 void HiliteControl(ControlHandle control, int16_t part);
 void ShowControl(ControlHandle control);
 void HideControl(ControlHandle control);
 void MoveControl(ControlHandle control, int16_t h, int16_t v);
 void SizeControl(ControlHandle control, int16_t width, int16_t height);
+// The part under the point; 0 outside, and for a control hidden or dimmed.
 int16_t TestControl(ControlHandle control, Point where);
 int16_t FindControl(Point where, WindowPtr window, ControlHandle *control);
-// The part if the button is released in it, else 0. Tracks until release.
+// Follows the mouse from the press at where until the release, and answers the
+// part when it was released in the part it was pressed in, else 0. A thumb
+// sets the value and answers inThumb when that changed. action is for arrows
+// and page areas of scroll bars: void action(ControlHandle, int16_t part),
+// called again and again while the button is held there; nil for all else.
+// Values of check boxes and radio buttons are the caller's to set.
 int16_t TrackControl(ControlHandle control, Point where, ProcPtr action);
+// Kept between the control's least and largest value.
 int16_t GetCtlValue(ControlHandle control);
 void SetCtlValue(ControlHandle control, int16_t value);
 void SetCtlMax(ControlHandle control, int16_t value);
 void SetCTitle(ControlHandle control, ConstStr255Param title);
 void GetCTitle(ControlHandle control, Str255 title);
-// Attaches a 'cctb' table; the control keeps its own copy.
+// Attaches a 'cctb' table; the control keeps its own copy, as a handle. Frame,
+// body and text of push buttons take the nearest of the eight colours.
 void SetCtlColor(ControlHandle control, Handle colorTable);
 
 #ifdef __cplusplus

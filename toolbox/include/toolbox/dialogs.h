@@ -1,4 +1,12 @@
 // Dialog Manager: dialogs and alerts from 'DLOG', 'DITL' and 'ALRT' resources.
+//
+// Items are numbered from 1 in the order of their list. Where items overlap,
+// the first one in the list is hit. An item hidden by HideDItem lies 16384 to
+// the right. Pictures are not drawn yet: a frame stands in their place; icons 0
+// to 2 have a drawing of our own where no 'ICON' gives one.
+//
+// All calls here may allocate, and so move blocks; ModalDialog and the alerts
+// call back into filters and user items, and end by whatever those throw.
 #pragma once
 
 #include "toolbox/controls.h"
@@ -19,7 +27,9 @@ typedef struct DialogRecord {
     int16_t aDefItem;
 } DialogRecord, *DialogPeek;
 
-// May call any dialog routine, nested ModalDialogs and alerts too.
+// True: the event is dealt with, and ModalDialog answers what was stored in
+// *itemHit, 0 when nothing was. False: the event is handled as it now stands in
+// *event. May call any dialog routine, nested ModalDialogs and alerts too.
 typedef Boolean (*ModalFilterProcPtr)(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 // Called with the port set to the dialog whenever the item is to be drawn.
 typedef void (*UserItemProcPtr)(DialogPtr dialog, int16_t item);
@@ -30,43 +40,67 @@ enum {
 };
 enum { ok = 1, cancel = 2 };
 
-// Made from 'DLOG' id and its 'DITL'; nil when either is missing. storage nil:
-// allocated. behind (WindowPtr)-1: in front of all.
+// Made from 'DLOG' id and its 'DITL'; nil when either is missing or damaged or
+// the heap has no room, and then nothing is left. storage nil: allocated, else
+// sizeof(DialogRecord) bytes of the caller's. behind (WindowPtr)-1: in front of
+// all. The first edit item is current, all its text selected. A 'dctb' of the
+// same number gives the colours. The current port stays what it is. Shown at
+// once when the resource says so; otherwise ShowWindow.
 DialogPtr GetNewDialog(int16_t id, void *storage, WindowPtr behind);
 // Closes the window and frees the items; the record too with DisposDialog, and
 // with CloseDialog when GetNewDialog allocated it.
 void CloseDialog(DialogPtr dialog);
 void DisposDialog(DialogPtr dialog);
 // Runs until an enabled item is hit or the filter answers true, and sets
-// *itemHit. The front window must be the dialog. Nil filter: Return and Enter
-// answer item 1.
+// *itemHit. The front window must be a dialog (std::logic_error if not); it is
+// the current port meanwhile. The filter sees every event, null events too (one
+// a tick while nothing happens), but not a press outside a dialog that cannot
+// be moved: that beeps. Nil filter: Return and Enter answer item 1.
+// Left to ModalDialog: a control is tracked and answers when released inside;
+// other items answer on the press; keys go to the current edit item, Tab to the
+// next one; from system version 7 on Command-X, C and V edit through the desk
+// scrap. Updates of all dialogs are drawn; those of other windows wait.
 void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit);
 void DrawDialog(DialogPtr dialog);
 void UpdtDialog(DialogPtr dialog, RgnHandle update);
 
 int16_t CountDITL(DialogPtr dialog);
+// Nothing happens for a number that is not there.
 // *item: for controls the ControlHandle, for user items the procedure, for
 // texts a handle to the characters; the type with itemDisable as it is.
 void GetDItem(DialogPtr dialog, int16_t number, int16_t *type, Handle *item, Rect *box);
+// Draws nothing, and does not move a control (MoveControl does).
 void SetDItem(DialogPtr dialog, int16_t number, int16_t type, Handle item, const Rect *box);
 void HideDItem(DialogPtr dialog, int16_t number);
 void ShowDItem(DialogPtr dialog, int16_t number);
+// The number minus 1 of the first item at the local point, -1 for none.
 int16_t FindDItem(DialogPtr dialog, Point where);
+// The first 255 characters of a text item's handle / replaces them and draws
+// the item. While the item is being edited the same handle is textH's hText.
 void GetIText(Handle item, Str255 text);
 void SetIText(Handle item, ConstStr255Param text);
+// Makes the edit item the current one and selects, offsets cut to its length.
 void SelIText(DialogPtr dialog, int16_t number, int16_t start, int16_t end);
-// The four texts put in place of ^0 to ^3 in static text. Copied.
+// The four texts put in place of ^0 to ^3 in static text whenever it is drawn,
+// in all dialogs. Copied; nil leaves a text as it was.
 void ParamText(ConstStr255Param p0, ConstStr255Param p1, ConstStr255Param p2, ConstStr255Param p3);
+// On the dialog's current edit item, through TextEdit's private scrap. DlgPaste
+// takes the desk scrap's text in first where that is newer.
 void DlgCut(DialogPtr dialog);
 void DlgCopy(DialogPtr dialog);
 void DlgPaste(DialogPtr dialog);
 void DlgDelete(DialogPtr dialog);
 
-// The item hit, or -1 when the 'ALRT' is missing or its stage shows no box.
+// Shows 'ALRT' id, its bounds as they are in memory now, and answers the item
+// hit; -1 when the resource or its item list is missing or its stage shows no
+// box. The same alert in succession goes through its four stages, each with
+// its sounds, its box or none, and its default item, which is outlined and
+// which Return and Enter answer.
 int16_t Alert(int16_t id, ModalFilterProcPtr filter);
 int16_t StopAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t NoteAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t CautionAlert(int16_t id, ModalFilterProcPtr filter);
+// 0 to 3, of the latest alert.
 int16_t GetAlrtStage(void);
 void ResetAlrtStage(void);
 

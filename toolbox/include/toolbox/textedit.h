@@ -1,4 +1,10 @@
 // TextEdit: one style of editable text, and its private scrap.
+//
+// Offsets count from 0 and lie between characters. CR ends a line; lines are
+// broken between words at the width of destRect unless crOnly is set, when the
+// text scrolls sideways instead. At most 32767 characters: what would make it
+// longer, or finds no memory, changes nothing. Every call that changes a text
+// or its selection draws it, in inPort, and leaves that port's settings alone.
 #pragma once
 
 #include "toolbox/quickdraw.h"
@@ -23,33 +29,48 @@ typedef struct TERec {
     Boolean crOnly;
 } TERec, **TEHandle;
 
+// In the current port, with its text settings. Nil when the heap has no room.
+// The caller owns it: TEDispose.
 TEHandle TENew(const Rect *destRect, const Rect *viewRect);
 void TEDispose(TEHandle text);
+// Replaces all characters, caret behind the last one; draws nothing.
 void TESetText(const void *characters, int32_t length, TEHandle text);
 Handle TEGetText(TEHandle text);
+// Offsets are cut to the text's length.
 void TESetSelect(int32_t start, int32_t end, TEHandle text);
 // Inserts any character; Backspace and the arrows edit. Command keys are the
 // caller's to keep away.
 void TEKey(int16_t character, TEHandle text);
+// In front of the selection, which stays selected.
 void TEInsert(const void *characters, int32_t length, TEHandle text);
 void TEDelete(TEHandle text);
+// Follows the mouse from the press at the local point until the release; the
+// second press at one place within GetDblTime selects the word. extend: from
+// what is selected to the point.
 void TEClick(Point where, Boolean extend, TEHandle text);
+// Only an active text shows its selection or caret.
 void TEActivate(TEHandle text);
 void TEDeactivate(TEHandle text);
+// Lets the caret blink; to be called often.
 void TEIdle(TEHandle text);
 void TEUpdate(const Rect *r, TEHandle text);
+// The characters were changed through hText: takes its length, cuts the
+// selection to it; draws nothing.
 void TECalText(TEHandle text);
-// To and from the private scrap, which is not the desk scrap.
+// To and from the private scrap, which is not the desk scrap. TECopy with
+// nothing selected empties it.
 void TECut(TEHandle text);
 void TECopy(TEHandle text);
 void TEPaste(TEHandle text);
-// Private scrap to desk scrap (ZeroScrap first) and back.
+// Private scrap to desk scrap (ZeroScrap first) and back; noTypeErr when there
+// is no text to bring back, and the private scrap stays as it was.
 OSErr TEToScrap(void);
 OSErr TEFromScrap(void);
+// The Toolbox's: do not dispose.
 Handle TEScrapHandle(void);
 int32_t TEGetScrapLength(void);
-// Draws text within a rectangle, wrapped at words. just: 0 left, 1 centre,
-// -1 right.
+// Erases the rectangle and draws the text within it in the current port's text
+// settings, wrapped at words. just: 0 left, 1 centre, -1 right.
 void TETextBox(const void *characters, int32_t length, const Rect *box, int16_t just);
 
 #ifdef __cplusplus

@@ -1,4 +1,12 @@
 // Window Manager: a list of windows, the front one first.
+//
+// A window draws straight into the screens, in the part of its content that no
+// window in front covers; nothing is kept of what is covered. What comes to
+// light is erased to the content's colour at once and asked for by an update
+// event, for as long as its owner has not answered with BeginUpdate and
+// EndUpdate. Rectangles given at creation and to MoveWindow are those of the
+// content, global; the frame lies outside. The frontmost visible window is the
+// active one; activate events follow every change of it.
 #pragma once
 
 #include "toolbox/quickdraw.h"
@@ -32,34 +40,51 @@ enum { dialogKind = 2, userKind = 8 };
 enum { documentProc = 0, dBoxProc = 1, plainDBox = 2, altDBoxProc = 3, noGrowDocProc = 4, movableDBoxProc = 5 };
 enum { inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6 };
 
-// storage nil: allocated. behind (WindowPtr)-1: in front of all; nil: last. The
-// current port stays what it was.
+// storage nil: allocated; otherwise sizeof(WindowRecord) bytes of the caller's
+// that stay until CloseWindow. behind (WindowPtr)-1: in front of all; nil, or a
+// window that is not there: behind all. The current port stays what it was.
+// Nil when the heap has no room, and then nothing is left.
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible,
                     int16_t procID, WindowPtr behind, Boolean goAway, intptr_t refCon);
-// Takes the window off the screen and frees what belongs to it, but not the
-// record when the caller gave the storage (CloseWindow) / also the record
-// (DisposeWindow).
+// Takes the window off the screen and frees what belongs to it, its controls
+// among it: all but the record, which is the caller's (CloseWindow), or the
+// record too (DisposeWindow). Events not delivered are dropped. When it is the
+// current port, the desktop's becomes current.
 void CloseWindow(WindowPtr window);
 void DisposeWindow(WindowPtr window);
 // The frontmost visible window, nil when none.
 WindowPtr FrontWindow(void);
+// In front of all others, which makes it the active one when it is visible.
 void SelectWindow(WindowPtr window);
+// Where it stands in the list stays the same. Nothing when it is so already.
 void ShowWindow(WindowPtr window);
 void HideWindow(WindowPtr window);
 void BringToFront(WindowPtr window);
-// Content's top left to (h, v), global; bring to front when front is set.
+// Content's top left to (h, v), global; bring to front when front is set. The
+// whole content is to be updated.
 void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front);
+// Content's size; what is new of it is to be updated whatever update says.
 void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update);
 void SetWTitle(WindowPtr window, ConstStr255Param title);
 void GetWTitle(WindowPtr window, Str255 title);
+// The owner's own number or address; the Window Manager does not look at it.
 void SetWRefCon(WindowPtr window, intptr_t value);
 intptr_t GetWRefCon(WindowPtr window);
+// What a global point lies in. *window is nil for the menu bar and the desktop.
+// The frame of a window without a title bar counts as desktop, with *window
+// set.
 int16_t FindWindow(Point where, WindowPtr *window);
+// Adds a local rectangle of the current port to what its window is to draw /
+// takes it away. Nothing for a port that is no visible window's.
 void InvalRect(const Rect *r);
 void ValidRect(const Rect *r);
+// Between the two, drawing in the window is clipped to what needs it; the
+// update region is empty from BeginUpdate on.
 void BeginUpdate(WindowPtr window);
 void EndUpdate(WindowPtr window);
-// Attaches a 'wctb' or 'dctb' table; the window keeps its own copy.
+// Attaches a 'wctb' or 'dctb' table; the window keeps its own copy until it is
+// closed. Content (part 0) and frame (part 1) take the nearest of the eight
+// QuickDraw colours, as long as the main screen has 2 bits a pixel or more.
 void SetWinColor(WindowPtr window, Handle colorTable);
 
 #ifdef __cplusplus
