@@ -16,6 +16,9 @@ constexpr Faces mono{"NimbusMonoPS-Regular", "NimbusMonoPS-Bold", "NimbusMonoPS-
                      "NimbusMonoPS-BoldItalic"};
 constexpr Faces roman{"NimbusRoman-Regular", "NimbusRoman-Bold", "NimbusRoman-Italic", "NimbusRoman-BoldItalic"};
 
+// The OpenType form of this font does not say where its characters are.
+constexpr const char *symbolFile = "type1/urw-base35/StandardSymbolsPS.t1";
+
 enum { newYork = 2, times = 20, courier = 22, symbol = 23 };
 
 const Faces &facesOf(int16_t font)
@@ -39,8 +42,9 @@ const Faces &facesOf(int16_t font)
 FontFile fontFileFor(int16_t font, uint8_t face)
 {
     if (font == symbol)
-        return {"StandardSymbolsPS", true, (face & bold) != 0, (face & italic) != 0};
-    return {facesOf(font)[(face & bold ? 1 : 0) + (face & italic ? 2 : 0)]};
+        return {symbolFile, true, (face & bold) != 0, (face & italic) != 0};
+    const char *name = facesOf(font)[(face & bold ? 1 : 0) + (face & italic ? 2 : 0)];
+    return {std::string("opentype/urw-base35/") + name + ".otf"};
 }
 
 }  // namespace toolbox::quickdraw

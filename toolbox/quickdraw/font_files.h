@@ -7,7 +7,7 @@
 namespace toolbox::quickdraw {
 
 struct FontFile {
-    std::string name;          // without ".otf"
+    std::string name;          // from the folder of all fonts
     bool ownEncoding = false;  // its characters are not Mac OS Roman
     bool makeBold = false;     // there is no such face: to be made from this one
     bool makeItalic = false;

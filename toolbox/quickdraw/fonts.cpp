@@ -17,7 +17,7 @@
 
 namespace toolbox::quickdraw {
 
-const char *const usualFontFolder = "/usr/share/fonts/opentype/urw-base35";
+const char *const usualFontFolder = "/usr/share/fonts";
 
 namespace {
 
@@ -96,7 +96,7 @@ Face openFace(const std::string &name)
             throw std::runtime_error("FreeType does not start");
         fonts.library.reset(library);
     }
-    const std::string path = (fonts.folder / (name + ".otf")).string();
+    const std::string path = (fonts.folder / name).string();
     FT_Face face = nullptr;
     if (FT_New_Face(fonts.library.get(), path.c_str(), 0, &face))
         throw std::runtime_error("the font " + path +

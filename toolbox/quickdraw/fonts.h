@@ -30,7 +30,7 @@ const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, 
 // Of the size alone, so that lines keep their height when the face changes.
 FontInfo fontInfoOf(const TextStyle &style);
 
-// The folder the fonts are in; forgets all faces. A font that is missing there
+// The folder that the system's fonts are in; forgets all faces. A font that is missing there
 // is a std::runtime_error naming the file and the package it comes from.
 void setFontFolder(const std::filesystem::path &folder);
 extern const char *const usualFontFolder;
