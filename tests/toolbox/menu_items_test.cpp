@@ -1,3 +1,5 @@
+#include <random>
+
 #include "support/toolbox_test.h"
 
 #include "toolbox/memory.h"
@@ -142,6 +144,30 @@ TEST_F(MenuItems, BytesCutShortAreReadOnlyAsFarAsTheyGo)
         if (CountMItems(cut) > 0)
             SetItem(cut, 1, P("First"));
         DisposeHandle(cut);
+    }
+}
+
+TEST_F(MenuItems, AnyBytesAreWalkedAndEditedWithinTheBlock)
+{
+    const unsigned seed = 20261;
+    std::mt19937 random(seed);
+    for (int turn = 0; turn < 3000; ++turn) {
+        SCOPED_TRACE("seed " + std::to_string(seed) + " turn " + std::to_string(turn));
+        std::string bytes(random() % 90, '\0');
+        for (char &byte : bytes)
+            byte = static_cast<char>(random() % (random() % 4 ? 12 : 256));
+        Handle block = nullptr;
+        ASSERT_EQ(PtrToHand(bytes.data(), &block, static_cast<Size>(bytes.size())), noErr);
+        int16_t count = CountMItems(block);
+        auto item = static_cast<int16_t>(random() % 6);
+        SetItem(block, item, P(std::string(random() % 40, 'x')));
+        CheckItem(block, item, true);
+        EXPECT_EQ(CountMItems(block), count);
+        EXPECT_EQ(text(block, item).empty(), item < 1 || item > count);
+        AppendMenu(block, P("New"));
+        bool wholeTitle = bytes.size() > 14 && bytes.size() >= 15u + static_cast<unsigned char>(bytes[14]);
+        EXPECT_EQ(CountMItems(block), wholeTitle ? count + 1 : 0);
+        DisposeHandle(block);
     }
 }
 

@@ -2,8 +2,6 @@
 
 #include <string.h>
 
-#include <algorithm>
-
 #include "toolbox/bigendian.h"
 #include "toolbox/memory.h"
 
@@ -36,7 +34,7 @@ std::int32_t firstItemOffset(MenuHandle menu)
 
 bool isMenu(MenuHandle menu)
 {
-    return menu && *menu && GetHandleSize(menu) > titleOffset;
+    return menu && *menu && GetHandleSize(menu) > titleOffset && GetHandleSize(menu) >= firstItemOffset(menu);
 }
 
 std::int16_t menuID(MenuHandle menu)
@@ -71,7 +69,7 @@ std::optional<ItemPlace> findItem(MenuHandle menu, int item)
 std::int32_t endOfItems(MenuHandle menu)
 {
     auto last = findItem(menu, itemCount(menu));
-    return std::min<std::int32_t>(last ? last->end() : firstItemOffset(menu), GetHandleSize(menu));
+    return last ? last->end() : firstItemOffset(menu);
 }
 
 std::string itemText(MenuHandle menu, const ItemPlace &place)

@@ -32,7 +32,7 @@ inline constexpr std::int32_t flagsOffset = 10;
 inline constexpr std::int32_t titleOffset = 14;
 inline constexpr int lastItemWithFlag = 31;
 
-// Whether there is a block with at least a title in it.
+// Whether there is a block with at least a whole title in it.
 bool isMenu(MenuHandle menu);
 std::int16_t menuID(MenuHandle menu);
 int itemCount(MenuHandle menu);

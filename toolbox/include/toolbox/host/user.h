@@ -1,10 +1,13 @@
 // The scripted user: a person at the headless machine.
 //
 // Steps are queued and carried out one after the other, each when the Toolbox
-// next waits for input, through nothing but mouse and keyboard: a step looks
-// where an item is, goes there and presses. A step that finds nothing to act
-// on ends the session with ScriptError, as does waiting for input when the
-// steps have run out.
+// waits for input with all that came before dealt with and drawn, through
+// nothing but mouse and keyboard: a step looks where an item is, goes there and
+// presses. A step that finds nothing to act on ends the session with
+// ScriptError, as does waiting for input when the steps have run out. The
+// error is thrown through the program that waited; after it the session can
+// only be stopped. A new one may be started with the same user, whose queue is
+// then empty.
 #pragma once
 
 #include <filesystem>
@@ -19,12 +22,13 @@ namespace toolbox {
 
 struct ScriptError {
     int line;              // of the step, 0 where steps have no lines
-    std::string message;
+    std::string message;   // such as "dialog 16300 has no item 9", one line
 };
 
 class ScriptedUser {
 public:
-    // Becomes the machine's input source.
+    // Becomes the machine's input source, until it goes. The machine must
+    // outlive it.
     explicit ScriptedUser(HeadlessMachine &machine);
     ScriptedUser(const ScriptedUser &) = delete;
     ~ScriptedUser();
@@ -32,14 +36,16 @@ public:
     // The line given to steps queued from here on, for ScriptError.
     void atLine(int line);
     // The dialog ('DLOG' or 'ALRT' number) that steps queued from here on
-    // expect in front; 0 any. Another one in front is a surprise.
+    // expect in front; 0 any. Another one in front is a surprise. Steps that
+    // touch no dialog (wait, putOnClipboard, setDepth, then) expect none.
     void in(int dialogID);
 
-    // Presses and releases item number item of the front dialog or alert.
+    // Presses and releases item number item of the front dialog or alert, in
+    // its middle. A hidden item or a dimmed button is an error.
     void press(int item, std::uint16_t modifiers = 0);
     void clickAt(Point global, std::uint16_t modifiers = 0);
     // Presses the popup at the dialog item, drags to the menu item (from 1)
-    // and releases there.
+    // and releases there. A disabled item may be released on; it gives nothing.
     void choose(int item, int menuItem);
     // The same by the menu item's text (UTF-8, trailing blanks not compared).
     void choose(int item, const std::string &menuText);
@@ -51,21 +57,26 @@ public:
     void chooseNothing(int item);
     // Types the text (UTF-8) key by key.
     void type(const std::string &text);
-    // "return", "enter", "escape", "tab", "backspace", "left", "right", "up",
-    // "down", or one character.
+    // "return", "enter", "escape", "tab", "backspace", "delete", "space",
+    // "left", "right", "up", "down", "home", "end", or one character.
     void key(const std::string &name, std::uint16_t modifiers = 0);
     // Answers the save dialog that is up: goes to the folder, if one is named,
     // by its popup and list, replaces the name and presses Save. Where the
-    // dialog then asks whether to replace a file, presses what replace says.
+    // dialog then asks whether to replace a file, presses what replace says;
+    // after Cancel the dialog is still up. A name that is refused leaves the
+    // words about it in front for the next step. A relative folder is taken
+    // from the program's current one.
     void answerSave(const std::filesystem::path &name, bool replace = true);
     // Answers the open dialog: goes to the folder, chooses the file in the
     // list and presses Open.
     void answerOpen(const std::filesystem::path &name);
     // Cancels the save or open dialog that is up.
     void cancelFile();
+    // Lets time pass, at least so much.
     void wait(std::uint32_t ticks);
     // As another program would put it there.
     void putOnClipboard(const std::string &text);
+    // Bits a pixel, on all screens.
     void setDepth(int bits);
     // Anything else, at that moment: a fault to plan, a picture to take.
     void then(std::function<void()> action);
@@ -81,6 +92,7 @@ public:
     void onSurprise(std::function<bool(int dialogID)> handler);
     // Drops the steps not yet done.
     void forgetRest();
+    // Whether all steps are done.
     bool idle() const;
 
     // Steps a host carries out between calls of the plug-in, such as choosing
