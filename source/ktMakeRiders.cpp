@@ -20,6 +20,7 @@ struct Make {
     Str63 working;       // the file being written
     Str63 existing;      // the file it is to replace
     Boolean replacing;
+    Boolean renamed;     // the new file has its name
     int16_t refNum;
     FInfo info;          // the existing file's
     Boolean haveInfo;
@@ -151,23 +152,32 @@ static Boolean FinishContents(Make *make)
     return !Failed(make, error, " (eof)");
 }
 
-static void RestoreInfo(Make *make)
-{
-    if (make->haveInfo)
-        SetFInfo(make->existing, make->reply.vRefNum, &make->info);
-}
-
+// The new file gets the old one's type, creator and flags.
 static void TakeOverInfo(Make *make)
 {
-    FInfo info;
-    GetFInfo(make->working, make->reply.vRefNum, &info);
+    FInfo created;
+    GetFInfo(make->working, make->reply.vRefNum, &created);
     make->haveInfo = GetFInfo(make->existing, make->reply.vRefNum, &make->info) == noErr;
     if (make->haveInfo)
         SetFInfo(make->working, make->reply.vRefNum, &make->info);
 }
 
+// Puts the old file back under its name and takes the new one away. aside: the
+// name the old file has meanwhile, nil while it still has its own.
+static void GiveUpReplacing(Make *make, OSErr error, const char *context, StringPtr aside)
+{
+    DoWriteError(error, ql_quorum_passtr(context));
+    if (make->renamed)
+        Rename(make->existing, make->reply.vRefNum, make->working);
+    if (aside)
+        Rename(aside, make->reply.vRefNum, make->existing);
+    if (make->haveInfo)
+        SetFInfo(make->existing, make->reply.vRefNum, &make->info);
+    CloseAndDelete(make);
+}
+
 // The old file steps aside under a temporary name, the new one takes its name,
-// and the old one goes. A failure leads back step by step.
+// and the old one goes.
 static void Replace(Make *make)
 {
     Str63 aside;
@@ -175,30 +185,16 @@ static void Replace(Make *make)
     TakeOverInfo(make);
     CopyLiteral("KTTemp2", aside);
     GetUniqueTempName(aside);
-
     OSErr error = Rename(make->existing, vRefNum, aside);
-    if (error != noErr) {
-        DoWriteError(error, ql_quorum_passtr(" (rename1)"));
-        RestoreInfo(make);
-        CloseAndDelete(make);
-        return;
-    }
+    if (error != noErr)
+        return GiveUpReplacing(make, error, " (rename1)", nullptr);
     error = Rename(make->working, vRefNum, make->existing);
-    if (error != noErr) {
-        DoWriteError(error, ql_quorum_passtr(" (rename2)"));
-        Rename(aside, vRefNum, make->existing);
-        RestoreInfo(make);
-        CloseAndDelete(make);
-        return;
-    }
+    if (error != noErr)
+        return GiveUpReplacing(make, error, " (rename2)", aside);
+    make->renamed = true;
     error = FSDelete(aside, vRefNum);
-    if (error != noErr) {
-        DoWriteError(error, ql_quorum_passtr(" (fsdelete)"));
-        Rename(make->existing, vRefNum, make->working);
-        Rename(aside, vRefNum, make->existing);
-        RestoreInfo(make);
-        CloseAndDelete(make);
-    }
+    if (error != noErr)
+        GiveUpReplacing(make, error, " (fsdelete)", aside);
 }
 
 static void WriteFile(Make *make)
