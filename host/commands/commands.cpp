@@ -1,0 +1,149 @@
+#include "commands/commands.h"
+
+#include <iostream>
+
+#include "plugin/plugin.h"
+
+namespace riders {
+namespace {
+
+std::string noWindowYet()
+{
+    return "there is no window yet; see riders --help for what the command line does";
+}
+
+std::string hexNumber(std::string &text)
+{
+    std::size_t end = 0;
+    unsigned long value = 0;
+    try {
+        value = std::stoul(text, &end, 16);
+    } catch (const std::exception &) {
+        end = 0;
+    }
+    bool good = end > 0 && end == text.size() && value <= 0xFFFF;
+    return good ? std::string() : text + " is no version number such as 0x0755";
+}
+
+std::string screenList(std::string &text)
+{
+    return screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
+                                         : std::string();
+}
+
+std::string oneCharacter(std::string &text)
+{
+    return text.size() == 1 ? std::string() : "the decimal separator is one character";
+}
+
+}  // namespace
+
+Commands::Commands(CLI::App &app)
+{
+    app.require_subcommand(0, 1);
+    addMake(app);
+    addApply(app);
+    addStrip(app);
+    addPlay(app);
+    name_ = "riders";
+    chosen_ = noWindowYet;
+}
+
+void Commands::addMake(CLI::App &app)
+{
+    CLI::App *make = app.add_subcommand("make", "Make a riders file; what is not named is left to the printer");
+    make->add_option("-o,--output", make_.output, "The riders file to make or replace")->required()->type_name("FILE");
+    make->add_option("--frequency", make_.frequency, "Screen frequency, lines per inch")->type_name("LPI");
+    make->add_option("--angle", make_.angle, "Screen angle, degrees")->type_name("DEG");
+    make->add_option("--spot", make_.spot, "Dot shape by name, or a spot function file")->type_name("NAME|FILE");
+    make->add_option("--flatness", make_.flatness, "Flatness of curves, device pixels")->type_name("N");
+    CLI::Option *annotation =
+        make->add_option("--annotation", make_.annotation, "A line of text for every page")->type_name("TEXT");
+    make->add_option("--font", make_.font, "The annotation's font")->type_name("NAME")->needs(annotation);
+    make->add_option("--size", make_.size, "The annotation's size, points")->type_name("PT")->needs(annotation);
+    make->add_flag("--error-handler", make_.errorHandler, "Print PostScript errors on the page");
+    make->add_flag("--save-settings", make_.saveSettings, "Keep these choices as the saved settings");
+    make->callback([this] {
+        name_ = "riders make";
+        chosen_ = [this] {
+            make_.plugin = pluginBesideProgram();
+            return riders::make(make_);
+        };
+    });
+}
+
+void Commands::addApply(CLI::App &app)
+{
+    CLI::App *apply = app.add_subcommand("apply", "Add a riders file to a PostScript job");
+    apply->add_option("riders", riders_, "The riders file")->required()->type_name("RIDERS");
+    apply->add_option("job", job_, "The job; standard input when left out")->type_name("JOB");
+    apply->add_option("-o,--output", output_, "Where to; standard output when left out")->type_name("OUT");
+    apply->callback([this] {
+        name_ = "riders apply";
+        chosen_ = [this] { return riders::apply({riders_, job_, output_}); };
+    });
+}
+
+void Commands::addStrip(CLI::App &app)
+{
+    CLI::App *strip = app.add_subcommand("strip", "Take a riders file out of a job again");
+    strip->add_option("job", job_, "The job; standard input when left out")->type_name("JOB");
+    strip->add_option("-o,--output", output_, "Where to; standard output when left out")->type_name("OUT");
+    strip->callback([this] {
+        name_ = "riders strip";
+        chosen_ = [this] { return riders::strip({job_, output_}); };
+    });
+}
+
+void Commands::addPlay(CLI::App &app)
+{
+    CLI::App *play = app.add_subcommand("play", "Play a scripted session on the headless screen");
+    play->add_option("script", play_.script, "The session; its form is told in docs/playing.md")
+        ->required()
+        ->type_name("SCRIPT");
+    play->add_option("--trace", play_.traceFile, "Write what happened, a line each")->type_name("FILE");
+    play->add_option("--pictures", play_.picturesFolder, "Where pictures go; here when left out")->type_name("DIR");
+    play->add_option("--preferences", play_.configuration.preferencesFolder, "The folder of the saved settings")
+        ->type_name("DIR");
+    play->add_option("--screen", screens_, "Screens from left to right")
+        ->check(CLI::Validator(screenList, ""))
+        ->type_name("WxHxDEPTH[+...]");
+    play->add_option("--decimal", decimal_, "The locale's decimal separator")
+        ->check(CLI::Validator(oneCharacter, ""))
+        ->type_name("C");
+    play->add_option("--system-version", systemVersion_, "As 0x0755 for 7.5.5")
+        ->check(CLI::Validator(hexNumber, ""))
+        ->type_name("N");
+    play->add_flag("--no-color-quickdraw", noColor_, "A machine without colour");
+    play->add_option("--heap", play_.configuration.heapBytes, "Memory of the session, bytes")
+        ->check(CLI::Range(65536, 2000000000))
+        ->type_name("BYTES");
+    play->callback([this] {
+        name_ = "riders play";
+        chosen_ = [this] {
+            play_.plugin = pluginBesideProgram();
+            play_.screens = screensFromText(screens_);
+            play_.configuration.decimalPoint = decimal_[0];
+            play_.configuration.systemVersion = static_cast<std::int32_t>(std::stoul(systemVersion_, nullptr, 16));
+            if (noColor_)
+                play_.configuration.quickDrawVersion = 0;
+            play_.configuration.startFolder = std::filesystem::current_path();
+            return riders::play(play_);
+        };
+    });
+}
+
+bool Commands::run()
+{
+    std::string problem;
+    try {
+        problem = chosen_();
+    } catch (const std::exception &error) {
+        problem = error.what();
+    }
+    if (!problem.empty())
+        std::cerr << name_ << ": " << problem << '\n';
+    return problem.empty();
+}
+
+}  // namespace riders

@@ -1,0 +1,40 @@
+// The command line: what can be asked for, and who does it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <string>
+
+#include "apply/apply.h"
+#include "make/make.h"
+#include "play/play.h"
+
+namespace riders {
+
+class Commands {
+public:
+    // Adds the subcommands. The app must outlive it.
+    explicit Commands(CLI::App &app);
+    // Does what was asked for; false when it was refused or failed, which has
+    // then been said on standard error.
+    bool run();
+
+private:
+    void addMake(CLI::App &app);
+    void addApply(CLI::App &app);
+    void addStrip(CLI::App &app);
+    void addPlay(CLI::App &app);
+
+    std::string name_;
+    std::function<std::string()> chosen_;   // answers what went wrong, or nothing
+    MakeRequest make_;
+    PlayRequest play_;
+    std::string screens_ = "640x480x8";
+    std::string decimal_ = ".";
+    std::string systemVersion_ = "0x0755";
+    bool noColor_ = false;
+    std::string riders_, job_, output_;
+};
+
+}  // namespace riders

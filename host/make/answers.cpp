@@ -1,0 +1,150 @@
+#include "make/answers.h"
+
+#include "make/menu_match.h"
+#include "toolbox/dialogs.h"
+#include "toolbox/host/dialog_text.h"
+
+namespace riders {
+namespace {
+
+// The plug-in's dialogs and the items a user touches in them.
+enum { settingsDialog = 16300, valueDialog = 16301, annotationDialog = 16302 };
+enum { saveDialog = 16399, spotFileDialog = 16401, importQuestion = 16132 };
+enum { okButton = 1 };
+enum { frequencyPopup = 4, anglePopup = 5, spotPopup = 6, flatnessPopup = 7, annotationPopup = 8, errorPopup = 9 };
+enum { fontPopup = 6 };
+enum { leftToPrinter = 1, errorHandlerOn = 2 };
+
+int last(const std::vector<std::string> &items)
+{
+    return static_cast<int>(items.size());
+}
+
+}  // namespace
+
+Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request) : user_(user), request_(request)
+{
+    user_.onSurprise([this](int) { return surprised(); });
+}
+
+// Everything is chosen, also what was not named: a saved setting must not find
+// its way into a file that did not ask for it.
+void Answers::queue()
+{
+    user_.in(settingsDialog);
+    chooseValue(frequencyPopup, request_.frequency);
+    chooseValue(anglePopup, request_.angle);
+    chooseSpot();
+    chooseValue(flatnessPopup, request_.flatness);
+    chooseAnnotation();
+    user_.choose(errorPopup, request_.errorHandler ? errorHandlerOn : leftToPrinter);
+    user_.press(okButton);
+    user_.in(saveDialog);
+    user_.answerSave(request_.output.filename());
+    user_.in(0);
+    user_.atHost([] {});
+}
+
+void Answers::chooseValue(int popupItem, const std::optional<std::string> &value)
+{
+    if (!value) {
+        user_.choose(popupItem, leftToPrinter);
+        return;
+    }
+    user_.chooseWhere(popupItem, [this, value = *value](const std::vector<std::string> &items) {
+        if (int item = itemWithValue(items, value))
+            return item;
+        user_.in(settingsDialog);
+        user_.insertNext([this, value] {
+            user_.in(valueDialog);
+            paste(value);
+            user_.press(okButton);
+        });
+        return last(items);
+    });
+}
+
+void Answers::chooseSpot()
+{
+    if (!request_.spot) {
+        user_.choose(spotPopup, leftToPrinter);
+        return;
+    }
+    user_.chooseWhere(spotPopup, [this](const std::vector<std::string> &items) {
+        if (int item = itemWithName(items, *request_.spot))
+            return item;
+        user_.insertNext([this] { importSpot(); });
+        return last(items);
+    });
+}
+
+void Answers::importSpot()
+{
+    user_.in(importQuestion);
+    user_.press(okButton);
+    user_.in(spotFileDialog);
+    user_.answerOpen(std::filesystem::absolute(*request_.spot));
+}
+
+void Answers::chooseAnnotation()
+{
+    if (!request_.annotation) {
+        user_.choose(annotationPopup, leftToPrinter);
+        return;
+    }
+    user_.chooseWhere(annotationPopup, [this](const std::vector<std::string> &items) {
+        user_.insertNext([this] { fillAnnotation(); });
+        return last(items);
+    });
+}
+
+void Answers::fillAnnotation()
+{
+    user_.in(annotationDialog);
+    paste(*request_.annotation);
+    if (request_.font)
+        user_.chooseWhere(fontPopup, [this](const std::vector<std::string> &items) {
+            return itemWithName(items, *request_.font);
+        });
+    if (request_.size) {
+        user_.key("tab");
+        paste(*request_.size);
+    }
+    user_.press(okButton);
+}
+
+// Pasted, not typed: a key that a field refuses only beeps and would leave
+// another value than the one asked for; a pasted text is judged as a whole.
+void Answers::paste(const std::string &text)
+{
+    user_.putOnClipboard(text);
+    user_.key("v", cmdKey);
+}
+
+bool Answers::surprised()
+{
+    refuse(toolbox::frontDialogText());
+    return true;
+}
+
+void Answers::refuse(const std::string &words)
+{
+    if (refusal_.empty())
+        refusal_ = words;
+    user_.forgetRest();
+    user_.in(0);
+    user_.key("return");
+    closeDialogs();
+}
+
+void Answers::closeDialogs()
+{
+    user_.then([this] {
+        if (!FrontWindow())
+            return;
+        user_.key("escape");
+        closeDialogs();
+    });
+}
+
+}  // namespace riders

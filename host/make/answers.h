@@ -1,0 +1,40 @@
+// What `riders make` answers in the plug-in's dialogs, as steps of a user.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "make/make.h"
+#include "toolbox/host/user.h"
+
+namespace riders {
+
+class Answers {
+public:
+    // Both must outlive it.
+    Answers(toolbox::ScriptedUser &user, const MakeRequest &request);
+
+    void queue();
+    // The plug-in's words when it refused; empty when it did not.
+    const std::string &refusal() const { return refusal_; }
+
+private:
+    using Match = int (*)(const std::vector<std::string> &, const std::string &);
+
+    void chooseValue(int popupItem, const std::optional<std::string> &value);
+    void chooseSpot();
+    void importSpot();
+    void chooseAnnotation();
+    void fillAnnotation();
+    void paste(const std::string &text);
+    bool surprised();
+    void refuse(const std::string &words);
+    void closeDialogs();
+
+    toolbox::ScriptedUser &user_;
+    const MakeRequest &request_;
+    std::string refusal_;
+};
+
+}  // namespace riders

@@ -1,0 +1,15 @@
+// Finding what a user named on the command line among the items of a menu.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace riders {
+
+// The number (from 1) of the item that means the value: the same number with or
+// without a unit behind it ("85.0" is "85 lpi"). 0 when there is none.
+int itemWithValue(const std::vector<std::string> &items, const std::string &value);
+// The item with that text, capitals or not; 0 when there is none.
+int itemWithName(const std::vector<std::string> &items, const std::string &name);
+
+}  // namespace riders

@@ -1,0 +1,19 @@
+// The text form of a scripted session: one step a line, words parted by
+// blanks, texts in double quotes, # to the end of the line a comment.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace riders {
+
+struct ScriptLine {
+    int number;                       // from 1
+    std::vector<std::string> words;   // the first is the verb; quotes removed
+};
+
+// toolbox::ScriptError for an unclosed quote or an unknown escape.
+std::vector<ScriptLine> splitScript(const std::string &text);
+
+}  // namespace riders

@@ -1,0 +1,232 @@
+#include "play/steps.h"
+
+#include <charconv>
+#include <map>
+
+#include "toolbox/events.h"
+#include "toolbox/host/faults.h"
+#include "toolbox/host/picture.h"
+#include "toolbox/host/trace.h"
+
+namespace riders {
+namespace {
+
+using toolbox::ScriptError;
+
+// The words behind the verb, taken one after the other.
+class Arguments {
+public:
+    explicit Arguments(const ScriptLine &line) : line_(line) {}
+
+    bool more() const { return next_ < line_.words.size(); }
+
+    std::string word(const char *what)
+    {
+        if (!more())
+            throw ScriptError{line_.number, line_.words[0] + " needs " + what};
+        return line_.words[next_++];
+    }
+
+    int number(const char *what)
+    {
+        std::string text = word(what);
+        int value = 0;
+        auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error != std::errc() || end != text.data() + text.size())
+            throw ScriptError{line_.number, line_.words[0] + " needs " + what + ", not \"" + text + "\""};
+        return value;
+    }
+
+    bool take(const std::string &expected)
+    {
+        if (!more() || line_.words[next_] != expected)
+            return false;
+        ++next_;
+        return true;
+    }
+
+    // "with command shift": the rest of the line, when it begins so.
+    std::uint16_t modifiers()
+    {
+        static const std::map<std::string, std::uint16_t> known = {
+            {"command", cmdKey}, {"shift", shiftKey}, {"option", optionKey}, {"control", controlKey}};
+        std::uint16_t all = 0;
+        if (!take("with"))
+            return all;
+        do {
+            std::string name = word("a modifier key");
+            auto found = known.find(name);
+            if (found == known.end())
+                fail("there is no modifier key \"" + name + "\"");
+            all |= found->second;
+        } while (more());
+        return all;
+    }
+
+    void end()
+    {
+        if (more())
+            fail("\"" + line_.words[next_] + "\" is too much for " + line_.words[0]);
+    }
+
+    [[noreturn]] void fail(const std::string &message) { throw ScriptError{line_.number, message}; }
+
+private:
+    const ScriptLine &line_;
+    std::size_t next_ = 1;
+};
+
+bool isNumber(const std::string &word)
+{
+    return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+}
+
+void start(Arguments &, Stage &stage)
+{
+    stage.user.atHost([&stage] { stage.plugin.startUp(); });
+}
+
+void about(Arguments &, Stage &stage)
+{
+    stage.user.atHost([&stage] { stage.plugin.call(kSelectAbout); });
+}
+
+void idle(Arguments &, Stage &stage)
+{
+    stage.user.atHost([&stage] { stage.plugin.call(kSelectIdle); });
+}
+
+void command(Arguments &arguments, Stage &stage)
+{
+    int number = arguments.number("the command's number");
+    stage.user.atHost([&stage, number] { stage.plugin.call(kSelectCommand, number); });
+}
+
+void press(Arguments &arguments, Stage &stage)
+{
+    int item = arguments.number("an item number");
+    stage.user.press(item, arguments.modifiers());
+}
+
+void click(Arguments &arguments, Stage &stage)
+{
+    int h = arguments.number("a horizontal coordinate");
+    int v = arguments.number("a vertical coordinate");
+    Point where{static_cast<std::int16_t>(v), static_cast<std::int16_t>(h)};
+    stage.user.clickAt(where, arguments.modifiers());
+}
+
+void choose(Arguments &arguments, Stage &stage)
+{
+    int item = arguments.number("the item number of a popup");
+    std::string choice = arguments.word("a menu item");
+    if (isNumber(choice))
+        stage.user.choose(item, std::stoi(choice));
+    else
+        stage.user.choose(item, choice);
+}
+
+void leave(Arguments &arguments, Stage &stage)
+{
+    stage.user.chooseNothing(arguments.number("the item number of a popup"));
+}
+
+void type(Arguments &arguments, Stage &stage)
+{
+    stage.user.type(arguments.word("a text"));
+}
+
+void key(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a key");
+    stage.user.key(name, arguments.modifiers());
+}
+
+void save(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a file name");
+    stage.user.answerSave(name, !arguments.take("keep"));
+}
+
+void open(Arguments &arguments, Stage &stage)
+{
+    stage.user.answerOpen(arguments.word("a file name"));
+}
+
+void cancelFile(Arguments &, Stage &stage)
+{
+    stage.user.cancelFile();
+}
+
+void wait(Arguments &arguments, Stage &stage)
+{
+    int ticks = arguments.number("a number of ticks");
+    if (ticks < 0)
+        arguments.fail("time runs forwards only");
+    stage.user.wait(static_cast<std::uint32_t>(ticks));
+}
+
+void clipboard(Arguments &arguments, Stage &stage)
+{
+    stage.user.putOnClipboard(arguments.word("a text"));
+}
+
+void picture(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a name");
+    std::filesystem::path file = stage.picturesFolder / (name + ".png");
+    stage.user.then([file] {
+        if (!toolbox::writePng(file, toolbox::screenPicture(0)))
+            throw ScriptError{0, "the picture " + file.string() + " cannot be written"};
+        toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
+    });
+}
+
+void fail(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a file call");
+    auto kind = toolbox::faults::kindNamed(name);
+    if (!kind && name != "any")
+        arguments.fail("there is no file call \"" + name + "\"");
+    int nth = arguments.number("which call");
+    int error = arguments.number("an error code");
+    bool onward = arguments.take("onward");
+    if (nth < 1 || error >= 0)
+        arguments.fail("fail needs a call from 1 on and an error code below 0");
+    stage.user.then([=] {
+        if (kind)
+            toolbox::faults::failFileCall(*kind, nth, static_cast<OSErr>(error), onward);
+        else
+            toolbox::faults::failAnyFileCall(nth, static_cast<OSErr>(error), onward);
+    });
+}
+
+void depth(Arguments &arguments, Stage &stage)
+{
+    int bits = arguments.number("a number of bits");
+    if (bits != 1 && bits != 2 && bits != 4 && bits != 8 && bits != 32)
+        arguments.fail("a screen has 1, 2, 4, 8 or 32 bits a pixel");
+    stage.user.setDepth(bits);
+}
+
+const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
+    {"start", start},   {"about", about}, {"idle", idle},     {"command", command},       {"press", press},
+    {"click", click},   {"choose", choose}, {"leave", leave}, {"type", type},             {"key", key},
+    {"save", save},     {"open", open},   {"wait", wait},     {"cancel-file", cancelFile}, {"clipboard", clipboard},
+    {"picture", picture}, {"fail", fail}, {"depth", depth},
+};
+
+}  // namespace
+
+void queueStep(const ScriptLine &line, Stage &stage)
+{
+    auto verb = verbs.find(line.words[0]);
+    if (verb == verbs.end())
+        throw ScriptError{line.number, "there is no step \"" + line.words[0] + "\""};
+    stage.user.atLine(line.number);
+    Arguments arguments(line);
+    verb->second(arguments, stage);
+    arguments.end();
+}
+
+}  // namespace riders

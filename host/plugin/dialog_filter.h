@@ -1,0 +1,11 @@
+// The host's standard dialog filter: what every dialog of the host does alike.
+#pragma once
+
+#include "toolbox/dialogs.h"
+
+namespace riders {
+
+// Command-X, C and V on the dialog's edit text; all else is left to the dialog.
+extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
+
+}  // namespace riders

@@ -1,0 +1,95 @@
+#include "plugin/plugin.h"
+
+#include <dlfcn.h>
+
+#include "plugin/dialog_filter.h"
+#include "toolbox/host/folders.h"
+#include "toolbox/host/text.h"
+#include "toolbox/host/trace.h"
+#include "toolbox/resources.h"
+
+namespace riders {
+namespace {
+
+// Static, so that they lie below 4 GiB in a program linked at a fixed address.
+MessageBlock block;
+HostProcs procs;
+std::vector<MenuCommand> registered;
+
+int32_t addMenuItem(ConstStr255Param group, ConstStr255Param text, int32_t number)
+{
+    registered.push_back({toolbox::utf8FromPascal(group), toolbox::utf8FromPascal(text), number});
+    toolbox::trace::line("menu command %d %s %s", static_cast<int>(number), toolbox::trace::quoted(group).c_str(),
+                         toolbox::trace::quoted(text).c_str());
+    return 0;
+}
+
+std::int16_t openForkOf(const std::filesystem::path &file)
+{
+    auto folder = toolbox::folders::workingDirectory(file.parent_path());
+    if (!folder)
+        throw PluginError("there is no folder " + file.parent_path().string());
+    Str255 name;
+    toolbox::setPascal(name, toolbox::folders::macName(file.parent_path(), file.filename().string()), 63);
+    std::int16_t fork = HOpenResFile(*folder, 0, name, 1);
+    if (fork == -1)
+        throw PluginError("the resources of " + file.string() + " cannot be opened (error " +
+                          std::to_string(ResError()) + "); they belong in ._" + file.filename().string() +
+                          " beside it");
+    return fork;
+}
+
+}  // namespace
+
+Plugin::Plugin(const std::filesystem::path &sharedObject)
+{
+    library_ = dlopen(sharedObject.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library_)
+        throw PluginError(std::string("the plug-in cannot be loaded: ") + dlerror());
+    entry_ = reinterpret_cast<MainEntryProc>(dlsym(library_, "main_entry"));
+    if (!entry_)
+        throw PluginError(sharedObject.string() + " is no riders plug-in: it has no main_entry");
+    fork_ = openForkOf(std::filesystem::absolute(sharedObject));
+    registered.clear();
+    procs.addMenuItem.set(&addMenuItem);
+    procs.dialogFilter.set(&standardDialogFilter);
+    block.hostProcs.set(&procs);
+    std::int32_t interface = call(kSelectIdentify);
+    if (interface != kRidersInterface)
+        throw PluginError(sharedObject.string() + " speaks another version of the interface");
+}
+
+// The library stays loaded: a session that ended by an exception may still
+// hold addresses of its procedures until the Toolbox is stopped.
+Plugin::~Plugin()
+{
+    CloseResFile(fork_);
+}
+
+void Plugin::startUp()
+{
+    if (call(kSelectStartUp) != 0)
+        throw PluginError("the plug-in could not register its menu commands");
+}
+
+const std::vector<MenuCommand> &Plugin::commands() const
+{
+    return registered;
+}
+
+std::int32_t Plugin::call(int selector, int command)
+{
+    UseResFile(fork_);
+    block.selector = static_cast<std::int16_t>(selector);
+    block.command = static_cast<std::int16_t>(command);
+    std::int32_t result = entry_(&block);
+    toolbox::trace::line("entry %d/%d -> %d", selector, command, static_cast<int>(result));
+    return result;
+}
+
+std::filesystem::path pluginBesideProgram()
+{
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "riders.so";
+}
+
+}  // namespace riders

@@ -1,0 +1,53 @@
+// Loading the plug-in and calling its one entry point.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "riders/plugin.h"
+
+namespace riders {
+
+// A menu command that the plug-in registered, UTF-8.
+struct MenuCommand {
+    std::string group;
+    std::string text;
+    int number;
+};
+
+// One line for the user: what could not be loaded and why.
+struct PluginError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The plug-in, from loading to the end of the Toolbox's session. The Toolbox
+// must be started, and must outlive it. One at a time.
+class Plugin {
+public:
+    // Loads the shared object and opens the resource fork beside it. PluginError
+    // when either is missing or the interface is another.
+    explicit Plugin(const std::filesystem::path &sharedObject);
+    ~Plugin();
+    Plugin(const Plugin &) = delete;
+
+    // Registers the menu commands. PluginError when the plug-in refuses.
+    void startUp();
+    const std::vector<MenuCommand> &commands() const;
+
+    // Calls the entry point and traces its result. toolbox::ProcessEnded passes
+    // through when the plug-in ends the process.
+    std::int32_t call(int selector, int command = 0);
+
+private:
+    void *library_ = nullptr;
+    MainEntryProc entry_ = nullptr;
+    std::int16_t fork_ = -1;
+};
+
+// riders.so beside the running program.
+std::filesystem::path pluginBesideProgram();
+
+}  // namespace riders
