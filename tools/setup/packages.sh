@@ -1,8 +1,9 @@
-# Sourced by run, test and measure: installs what is missing.
+# Sourced by run, test, fuzz and measure: installs what is missing, builds.
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
                 fonts-urw-base35 ghostscript)
-test_packages=(libgtest-dev clang libclang-rt-14-dev)
+test_packages=(libgtest-dev)
+fuzz_packages=(clang libclang-rt-14-dev)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
@@ -20,20 +21,18 @@ need() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}" >&2
 }
 
-# build FOLDER TARGETS... -- OPTIONS...: configures once, then builds what changed.
+# build PRESET FOLDER TARGET...: configures once, then builds what changed and
+# shows the compiler's words only when they are needed.
 build() {
-  local folder=$1 targets=() log
-  shift
-  while [ $# -gt 0 ] && [ "$1" != -- ]; do targets+=("$1"); shift; done
-  [ $# -gt 0 ] && shift
-  if [ ! -e "$folder/build.ninja" ]; then
-    cmake -S . -B "$folder" -G Ninja "$@" >&2
-  fi
+  local preset=$1 folder=$2 log
+  shift 2
   log=$(mktemp)
-  if ! cmake --build "$folder" --target "${targets[@]}" >"$log" 2>&1; then
+  if { [ -e "$folder/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+     cmake --build "$folder" --target "$@" >>"$log" 2>&1; then
+    rm -f "$log"
+  else
     cat "$log" >&2
     rm -f "$log"
     return 1
   fi
-  rm -f "$log"
 }
