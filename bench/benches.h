@@ -1,0 +1,10 @@
+// The tables that measure prints.
+#pragma once
+
+#include <filesystem>
+
+// `riders make` as a process against cp, and making in one process against
+// plain system calls.
+void measureMake(const std::filesystem::path &riders);
+// `riders apply` on a large job against cat, and its memory.
+void measureApply(const std::filesystem::path &riders);
