@@ -5,16 +5,28 @@
 #include <stdexcept>
 
 namespace riders {
+namespace {
 
+std::filesystem::path newFolderIn(const std::filesystem::path &parent)
+{
+    std::string pattern = (parent / "riders-XXXXXX").string();
+    return mkdtemp(pattern.data()) ? pattern : std::filesystem::path();
+}
+
+}  // namespace
+
+// In memory where that can be had: nobody will read these settings again, so
+// no disk need turn for them.
 PreferencesFolder::PreferencesFolder(bool usersOwn)
 {
     if (usersOwn)
         return;
-    std::string pattern = (std::filesystem::temp_directory_path() / "riders-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
+    path_ = newFolderIn("/dev/shm");
+    if (path_.empty())
+        path_ = newFolderIn(std::filesystem::temp_directory_path());
+    if (path_.empty())
         throw std::runtime_error("no folder for the settings can be made in " +
                                  std::filesystem::temp_directory_path().string());
-    path_ = pattern;
 }
 
 PreferencesFolder::~PreferencesFolder()

@@ -1,0 +1,145 @@
+// `riders make`: one code path with the dialogs.
+#include "make/menu_match.h"
+#include "support/command.h"
+#include "support/toolbox_test.h"
+
+namespace {
+
+class Make : public ::testing::Test {
+protected:
+    CommandResult make(std::vector<std::string> options)
+    {
+        std::vector<std::string> arguments = {"XDG_CONFIG_HOME=" + (folder / "config").string(),
+                                              RIDERS_BINARY_DIR "/riders", "make", "-o", "made"};
+        arguments.insert(arguments.begin(), "env");
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return runProgram(arguments, {}, folder.path());
+    }
+
+    std::string made() const { return contentsOf(folder / "made"); }
+    static std::string piece(const std::string &name)
+    {
+        return contentsOf(std::filesystem::path(RIDERS_SOURCE_DIR) / "resources/ps" / name);
+    }
+    bool holds(const std::string &text) const { return made().find(text) != std::string::npos; }
+
+    TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(Make, WritesWhatWasNamedAndNothingElse)
+{
+    CommandResult result = make({"--frequency", "85"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err + result.out, "");
+    EXPECT_TRUE(holds("85"));
+    std::string onlyFrequency = made();
+    ASSERT_EQ(make({"--frequency", "85", "--angle", "45", "--flatness", "1", "--spot", "round", "--error-handler"}).status,
+              0);
+    EXPECT_GT(made().size(), onlyFrequency.size());
+    ASSERT_EQ(make({"--frequency", "85"}).status, 0);
+    EXPECT_EQ(made(), onlyFrequency);
+}
+
+TEST_F(Make, AValueThatEqualsAMenuItemPicksTheItem)
+{
+    ASSERT_EQ(make({"--frequency", "85"}).status, 0);
+    std::string plain = made();
+    ASSERT_EQ(make({"--frequency", "85.0"}).status, 0);
+    EXPECT_EQ(made(), plain);
+}
+
+TEST_F(Make, NothingNamedIsRefusedInThePluginsWords)
+{
+    CommandResult result = make({});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err.rfind("riders make: ", 0), 0u) << result.err;
+    EXPECT_GT(result.err.size(), 30u) << result.err;
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+}
+
+TEST_F(Make, ARefusalLeavesAnOldFileAsItWas)
+{
+    writeFile(folder / "made", "mine");
+    EXPECT_EQ(make({}).status, 1);
+    EXPECT_EQ(make({"--spot", "octagonal"}).status, 1);
+    EXPECT_EQ(make({"--frequency", "9999"}).status, 1);
+    EXPECT_EQ(made(), "mine");
+}
+
+TEST_F(Make, AnOldFileIsReplacedWhole)
+{
+    writeFile(folder / "made", std::string(100000, 'x'));
+    EXPECT_EQ(make({"--angle", "45"}).status, 0);
+    EXPECT_EQ(made().substr(0, 12), "%!Zu3_Riders");
+    EXPECT_LT(made().size(), 100000u);
+    for (const auto &entry : std::filesystem::directory_iterator(folder.path()))
+        EXPECT_EQ(entry.path().filename().string().find("KTTemp"), std::string::npos) << entry.path();
+}
+
+TEST_F(Make, LeavesTheSavedSettingsAloneUnlessToldToSave)
+{
+    EXPECT_EQ(make({"--frequency", "85"}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "config"));
+    EXPECT_EQ(make({"--frequency", "85", "--save-settings"}).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / "config/riders"));
+}
+
+TEST_F(Make, WhatIsSavedDoesNotFindItsWayIntoAFileThatDidNotAskForIt)
+{
+    ASSERT_EQ(make({"--frequency", "85", "--error-handler", "--save-settings"}).status, 0);
+    ASSERT_EQ(make({"--angle", "45", "--save-settings"}).status, 0);
+    std::string withSaved = made();
+    ASSERT_EQ(make({"--angle", "45"}).status, 0);
+    EXPECT_EQ(made(), withSaved);
+}
+
+TEST_F(Make, AFolderThatIsNotThereIsRefused)
+{
+    CommandResult result = runRiders({"make", "-o", "nowhere/made", "--angle", "45"}, {}, folder.path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("there is no folder"), std::string::npos) << result.err;
+    EXPECT_EQ(runRiders({"make", "-o", folder.path(), "--angle", "45"}).status, 1);
+}
+
+TEST_F(Make, NamesThatNoDialogCouldTypeStillWork)
+{
+    std::string longName(200, 'n');
+    for (const std::string &name : {longName, std::string("Übung 日本.ps"), std::string("a:b")}) {
+        CommandResult result = runRiders({"make", "-o", name, "--angle", "45"}, {}, folder.path());
+        EXPECT_EQ(result.status, 0) << name << ": " << result.err;
+        EXPECT_EQ(contentsOf(folder / name).substr(0, 12), "%!Zu3_Riders") << name;
+    }
+}
+
+TEST_F(Make, WrongUsageExitsWithTwo)
+{
+    EXPECT_EQ(runRiders({"make"}).status, 2);
+    EXPECT_EQ(runRiders({"make", "-o", "x", "--no-such-option"}).status, 2);
+    EXPECT_EQ(runRiders({"make", "-o", "x", "--font", "Courier"}).status, 2);
+    EXPECT_EQ(runRiders({"make", "--help"}).status, 0);
+    EXPECT_EQ(runRiders({"--help"}).status, 0);
+    EXPECT_EQ(runRiders({"frobnicate"}).status, 2);
+}
+
+TEST(MenuMatch, ComparesNumbersNotTexts)
+{
+    std::vector<std::string> items = {"Printer's own", "20 lpi", "85 lpi", "7.5\u00B0", "Other..."};
+    EXPECT_EQ(riders::itemWithValue(items, "85"), 3);
+    EXPECT_EQ(riders::itemWithValue(items, "085.00"), 3);
+    EXPECT_EQ(riders::itemWithValue(items, "7.5"), 4);
+    EXPECT_EQ(riders::itemWithValue(items, "8"), 0);
+    EXPECT_EQ(riders::itemWithValue(items, "85x"), 0);
+    EXPECT_EQ(riders::itemWithValue(items, ""), 0);
+    EXPECT_EQ(riders::itemWithValue(items, "Other..."), 0);
+}
+
+TEST(MenuMatch, NamesMatchWhateverTheirCapitals)
+{
+    std::vector<std::string> items = {"Printer's own   ", "Round", "Square"};
+    EXPECT_EQ(riders::itemWithName(items, "round"), 2);
+    EXPECT_EQ(riders::itemWithName(items, "SQUARE"), 3);
+    EXPECT_EQ(riders::itemWithName(items, "squar"), 0);
+    EXPECT_EQ(riders::itemWithName(items, "printer's own"), 1);
+}

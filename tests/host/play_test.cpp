@@ -1,0 +1,204 @@
+// `riders play`: scripts, their failures, their traces and pictures.
+#include <sstream>
+
+#include "play/play.h"
+#include "support/command.h"
+#include "support/toolbox_test.h"
+
+namespace {
+
+class Play : public ::testing::Test {
+protected:
+    CommandResult play(const std::string &script, std::vector<std::string> options = {})
+    {
+        writeFile(folder / "session.play", script);
+        std::vector<std::string> arguments = {"play", "session.play", "--preferences", "preferences", "--trace",
+                                              "trace"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return runRiders(arguments, {}, folder.path());
+    }
+
+    std::string trace() const { return contentsOf(folder / "trace"); }
+    bool traced(const std::string &line) const { return ("\n" + trace()).find("\n" + line + "\n") != std::string::npos; }
+
+    TemporaryFolder folder;
+};
+
+const char *const makeScript = "start\n"
+                               "command 0\n"
+                               "choose 4 \"85 lpi\"   # frequency\n"
+                               "choose 5 2\n"
+                               "press 1\n"
+                               "save \"Film Positive\"\n";
+
+}  // namespace
+
+TEST_F(Play, ASessionMakesARidersFile)
+{
+    CommandResult result = play(makeScript);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(contentsOf(folder / "Film Positive").substr(0, 12), "%!Zu3_Riders");
+    EXPECT_NE(contentsOf(folder / "Film Positive").find("85"), std::string::npos);
+}
+
+TEST_F(Play, TheTraceTellsWhatHappenedInOrder)
+{
+    play(makeScript);
+    std::istringstream in(trace());
+    std::vector<std::string> wanted = {"menu command 0 ",     "menu command 1 ",      "entry 1/0 -> 0",
+                                       "dialog 16300 shown",  "popup 16136 opened",   "popup 16136 gave",
+                                       "popup 16137 opened",  "press ",               "dialog 16300 hidden",
+                                       "dialog 16399 shown",  "dialog 16399 closed",  "file create \"Film Positive\" -> 0",
+                                       "file setEOF \"Film Positive\" -> 0", "dialog 16300 closed", "entry 4/0 -> 0"};
+    std::size_t next = 0;
+    for (std::string line; std::getline(in, line) && next < wanted.size();)
+        if (line.rfind(wanted[next], 0) == 0)
+            ++next;
+    EXPECT_EQ(next, wanted.size()) << "not reached: " << wanted[std::min(next, wanted.size() - 1)] << "\n" << trace();
+}
+
+TEST_F(Play, TheSameSessionGivesTheSameTraceTwice)
+{
+    play(makeScript);
+    std::string first = trace();
+    std::filesystem::remove(folder / "Film Positive");
+    std::filesystem::remove_all(folder / "preferences");
+    play(makeScript);
+    EXPECT_EQ(trace(), first);
+    EXPECT_FALSE(first.empty());
+}
+
+TEST_F(Play, AScriptThatEndsWithADialogOpenFailsWithItsLastLine)
+{
+    CommandResult result = play("start\ncommand 0\nwait 3\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:3: "), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("16300"), std::string::npos) << result.err;
+}
+
+TEST_F(Play, PressingWhatIsNotThereFailsWithTheLine)
+{
+    CommandResult result = play("start\ncommand 0\n\npress 99\nkey escape\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:4: "), std::string::npos) << result.err;
+}
+
+TEST_F(Play, PressingWithoutADialogFailsWithTheLine)
+{
+    CommandResult result = play("start\npress 1\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:2: "), std::string::npos) << result.err;
+}
+
+TEST_F(Play, ACommandWhileADialogIsOpenFailsWithTheLine)
+{
+    CommandResult result = play("start\ncommand 0\ncommand 1\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:3: "), std::string::npos) << result.err;
+}
+
+TEST_F(Play, AFaultInTheScriptIsFoundBeforeAnythingIsDone)
+{
+    CommandResult result = play(std::string(makeScript) + "frobnicate\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:7: there is no step \"frobnicate\""), std::string::npos) << result.err;
+    EXPECT_FALSE(std::filesystem::exists(folder / "Film Positive"));
+    EXPECT_EQ(play("press four\n").err, "riders play: session.play:1: press needs an item number, not \"four\"\n");
+    EXPECT_EQ(play("press 1 2\n").err, "riders play: session.play:1: \"2\" is too much for press\n");
+    EXPECT_EQ(play("type \"abc\n").err, "riders play: session.play:1: a quote is not closed\n");
+}
+
+TEST_F(Play, EscapeCancelsAndFlashesTheButton)
+{
+    CommandResult result = play("start\ncommand 0\nkey escape\n");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(traced("flash \"Cancel\"")) << trace();
+    EXPECT_TRUE(traced("dialog 16300 closed")) << trace();
+}
+
+TEST_F(Play, ReturnMakes)
+{
+    CommandResult result = play("start\ncommand 0\nkey return\nsave made\n");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "made"));
+}
+
+TEST_F(Play, APlannedFaultIsReportedInTheDialog)
+{
+    CommandResult result = play("start\ncommand 0\npress 1\nfail write 1 -34\nsave made\npress 1\n");
+    EXPECT_EQ(result.status, 0) << result.err << trace();
+    EXPECT_TRUE(traced("string 16137")) << trace();
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+}
+
+TEST_F(Play, AnExistingFileIsReplacedOnlyWhenToldSo)
+{
+    writeFile(folder / "made", "old");
+    EXPECT_EQ(play("start\ncommand 0\npress 1\nsave made keep\ncancel-file\n").status, 0);
+    EXPECT_EQ(contentsOf(folder / "made"), "old");
+    EXPECT_EQ(play("start\ncommand 0\npress 1\nsave made\n").status, 0);
+    EXPECT_EQ(contentsOf(folder / "made").substr(0, 12), "%!Zu3_Riders");
+}
+
+TEST_F(Play, SavesInAnotherFolderByGoingThere)
+{
+    std::filesystem::create_directories(folder / "films" / "august");
+    CommandResult result = play("start\ncommand 0\npress 1\nsave films/august/positive\n");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "films" / "august" / "positive"));
+}
+
+TEST_F(Play, PicturesAreTheSameOnEveryRun)
+{
+    std::string script = "start\ncommand 0\npicture settings\nkey escape\n";
+    ASSERT_EQ(play(script, {"--pictures", "first"}).status, 0);
+    std::filesystem::remove_all(folder / "preferences");
+    ASSERT_EQ(play(script, {"--pictures", "second"}).status, 0);
+    std::string first = contentsOf(folder / "first/settings.png");
+    EXPECT_EQ(first.substr(1, 3), "PNG");
+    EXPECT_EQ(first, contentsOf(folder / "second/settings.png"));
+}
+
+TEST_F(Play, TheSmallestHeapsEndInWordsNotInACrash)
+{
+    for (int heap : {65536, 100000, 200000}) {
+        CommandResult result = play("start\ncommand 0\nkey escape\n", {"--heap", std::to_string(heap)});
+        EXPECT_TRUE(result.status == 0 || result.status == 1) << heap << ": " << result.status << result.err;
+    }
+}
+
+TEST_F(Play, WrongUsageExitsWithTwo)
+{
+    EXPECT_EQ(play("start\n", {"--screen", "640x480"}).status, 2);
+    EXPECT_EQ(play("start\n", {"--decimal", "::"}).status, 2);
+    EXPECT_EQ(play("start\n", {"--system-version", "seven"}).status, 2);
+    EXPECT_EQ(runRiders({"play"}).status, 2);
+    EXPECT_EQ(runRiders({"play", "--help"}).status, 0);
+}
+
+TEST_F(Play, AScriptThatIsNotThereIsRefusedInWords)
+{
+    CommandResult result = runRiders({"play", "nothing.play"}, {}, folder.path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "riders play: the script nothing.play cannot be read\n");
+}
+
+TEST(Screens, AreReadFromLeftToRight)
+{
+    auto screens = riders::screensFromText("640x480x8+1024x768x1");
+    ASSERT_EQ(screens.size(), 2u);
+    EXPECT_EQ(screens[0].bounds.right, 640);
+    EXPECT_EQ(screens[0].depth, 8);
+    EXPECT_EQ(screens[1].bounds.left, 640);
+    EXPECT_EQ(screens[1].bounds.right, 1664);
+    EXPECT_EQ(screens[1].bounds.bottom, 768);
+    EXPECT_EQ(screens[1].depth, 1);
+}
+
+TEST(Screens, WhatDoesNotReadSoIsRefused)
+{
+    for (const char *text : {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8",
+                             "640x99999x8", "-640x480x8"})
+        EXPECT_TRUE(riders::screensFromText(text).empty()) << text;
+}
