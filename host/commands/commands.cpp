@@ -80,7 +80,10 @@ void Commands::addApply(CLI::App &app)
     apply->add_option("-o,--output", output_, "Where to; standard output when left out")->type_name("OUT");
     apply->callback([this] {
         name_ = "riders apply";
-        chosen_ = [this] { return riders::apply({riders_, job_, output_}); };
+        chosen_ = [this] {
+            applyRiders({riders_, job_, output_});
+            return std::string();
+        };
     });
 }
 
@@ -91,7 +94,10 @@ void Commands::addStrip(CLI::App &app)
     strip->add_option("-o,--output", output_, "Where to; standard output when left out")->type_name("OUT");
     strip->callback([this] {
         name_ = "riders strip";
-        chosen_ = [this] { return riders::strip({job_, output_}); };
+        chosen_ = [this] {
+            stripRiders({job_, output_});
+            return std::string();
+        };
     });
 }
 
