@@ -10,7 +10,7 @@ namespace {
 std::filesystem::path newFolderIn(const std::filesystem::path &parent)
 {
     std::string pattern = (parent / "riders-XXXXXX").string();
-    return mkdtemp(pattern.data()) ? pattern : std::filesystem::path();
+    return mkdtemp(pattern.data()) ? std::filesystem::path(pattern) : std::filesystem::path();
 }
 
 }  // namespace
