@@ -3,6 +3,8 @@
 #include "make/menu_match.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/host/dialog_text.h"
+#include "toolbox/host/folders.h"
+#include "toolbox/host/text.h"
 
 namespace riders {
 namespace {
@@ -14,6 +16,14 @@ enum { okButton = 1 };
 enum { frequencyPopup = 4, anglePopup = 5, spotPopup = 6, flatnessPopup = 7, annotationPopup = 8, errorPopup = 9 };
 enum { fontPopup = 6 };
 enum { leftToPrinter = 1, errorHandlerOn = 2 };
+
+// What to type so that the file gets its name: the name itself, or for one
+// that no dialog takes the stand-in that the File Manager keeps for it.
+std::string typedName(const std::filesystem::path &output)
+{
+    std::filesystem::path file = std::filesystem::absolute(output);
+    return toolbox::utf8FromRoman(toolbox::folders::macName(file.parent_path(), file.filename().string()));
+}
 
 int last(const std::vector<std::string> &items)
 {
@@ -40,7 +50,7 @@ void Answers::queue()
     user_.choose(errorPopup, request_.errorHandler ? errorHandlerOn : leftToPrinter);
     user_.press(okButton);
     user_.in(saveDialog);
-    user_.answerSave(request_.output.filename());
+    user_.answerSave(typedName(request_.output));
     user_.in(0);
     user_.atHost([] {});
 }
@@ -73,6 +83,8 @@ void Answers::chooseSpot()
     user_.chooseWhere(spotPopup, [this](const std::vector<std::string> &items) {
         if (int item = itemWithName(items, *request_.spot))
             return item;
+        if (!std::filesystem::exists(*request_.spot))
+            return notOffered("there is no dot shape and no file \"" + *request_.spot + "\"", items);
         user_.insertNext([this] { importSpot(); });
         return last(items);
     });
@@ -104,7 +116,8 @@ void Answers::fillAnnotation()
     paste(*request_.annotation);
     if (request_.font)
         user_.chooseWhere(fontPopup, [this](const std::vector<std::string> &items) {
-            return itemWithName(items, *request_.font);
+            int item = itemWithName(items, *request_.font);
+            return item ? item : notOffered("there is no font \"" + *request_.font + "\"", items);
         });
     if (request_.size) {
         user_.key("tab");
@@ -121,9 +134,24 @@ void Answers::paste(const std::string &text)
     user_.key("v", cmdKey);
 }
 
+// Lets go of the menu without a choice, and gives up.
+int Answers::notOffered(const std::string &words, const std::vector<std::string> &items)
+{
+    std::string offered;
+    for (const std::string &item : items)
+        if (item != "-" && item.find("...") == std::string::npos)
+            offered += (offered.empty() ? "" : ", ") + item;
+    refuse(words + "; there are " + offered);
+    closeDialogs();
+    return 0;
+}
+
+// The plug-in says something instead of going on: its words, and OK.
 bool Answers::surprised()
 {
     refuse(toolbox::frontDialogText());
+    user_.key("return");
+    closeDialogs();
     return true;
 }
 
@@ -133,8 +161,6 @@ void Answers::refuse(const std::string &words)
         refusal_ = words;
     user_.forgetRest();
     user_.in(0);
-    user_.key("return");
-    closeDialogs();
 }
 
 void Answers::closeDialogs()

@@ -20,14 +20,13 @@ public:
     const std::string &refusal() const { return refusal_; }
 
 private:
-    using Match = int (*)(const std::vector<std::string> &, const std::string &);
-
     void chooseValue(int popupItem, const std::optional<std::string> &value);
     void chooseSpot();
     void importSpot();
     void chooseAnnotation();
     void fillAnnotation();
     void paste(const std::string &text);
+    int notOffered(const std::string &words, const std::vector<std::string> &items);
     bool surprised();
     void refuse(const std::string &words);
     void closeDialogs();

@@ -8,6 +8,7 @@
 #include "plugin/plugin.h"
 #include "toolbox/host/session.h"
 #include "toolbox/host/standardfile_folder.h"
+#include "toolbox/host/text.h"
 #include "toolbox/host/user.h"
 
 namespace riders {
@@ -21,6 +22,23 @@ std::string checkOutput(const std::filesystem::path &output)
         return output.string() + " is a folder; name a file for the riders";
     if (!std::filesystem::is_directory(folder, ignored))
         return "there is no folder " + folder.string() + " to make " + output.filename().string() + " in";
+    if (output.filename().string().find(':') != std::string::npos)
+        return "the name of a riders file cannot hold a colon: " + output.filename().string();
+    return {};
+}
+
+// The first character that has no place in the plug-in's text, by name.
+std::string checkAnnotation(const std::string &annotation)
+{
+    for (std::size_t at = 0; at < annotation.size();) {
+        std::size_t next = at + 1;
+        while (next < annotation.size() && (annotation[next] & 0xC0) == 0x80)
+            ++next;
+        std::string character = annotation.substr(at, next - at);
+        if (!toolbox::romanFromUtf8(character) && !toolbox::romanFromUtf8(annotation.substr(0, next)))
+            return "an annotation cannot hold \"" + character + "\": it has no place in Mac OS Roman";
+        at = next;
+    }
     return {};
 }
 
@@ -46,6 +64,8 @@ std::string answerAll(toolbox::HeadlessMachine &machine, const MakeRequest &requ
 std::string make(const MakeRequest &request)
 {
     if (std::string problem = checkOutput(request.output); !problem.empty())
+        return problem;
+    if (std::string problem = checkAnnotation(request.annotation.value_or("")); !problem.empty())
         return problem;
     PreferencesFolder preferences(request.saveSettings);
     toolbox::Configuration configuration;

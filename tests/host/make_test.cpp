@@ -106,11 +106,52 @@ TEST_F(Make, AFolderThatIsNotThereIsRefused)
 TEST_F(Make, NamesThatNoDialogCouldTypeStillWork)
 {
     std::string longName(200, 'n');
-    for (const std::string &name : {longName, std::string("Übung 日本.ps"), std::string("a:b")}) {
+    for (const std::string &name : {longName, std::string("Übung 日本.ps"), std::string("Übung.ps")}) {
         CommandResult result = runRiders({"make", "-o", name, "--angle", "45"}, {}, folder.path());
         EXPECT_EQ(result.status, 0) << name << ": " << result.err;
         EXPECT_EQ(contentsOf(folder / name).substr(0, 12), "%!Zu3_Riders") << name;
     }
+}
+
+TEST_F(Make, ANameWithAColonIsRefusedInWords)
+{
+    CommandResult result = runRiders({"make", "-o", "a:b", "--angle", "45"}, {}, folder.path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("colon"), std::string::npos) << result.err;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(Make, AnyValueAnnotationFontAndSizeGoThroughTheirDialogs)
+{
+    CommandResult result = make({"--frequency", "87.5", "--angle", "33", "--annotation", "Größe (1", "--font",
+                                 "courier-bold", "--size", "14"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(holds("87.5"));
+    EXPECT_TRUE(holds("Courier-Bold"));
+    EXPECT_TRUE(holds("Gr\x9a\xa7" "e (1"));
+}
+
+TEST_F(Make, WhatADialogRefusesIsRefusedInItsOwnWords)
+{
+    EXPECT_NE(make({"--frequency", "9999"}).err.find("from 1 to 999"), std::string::npos);
+    EXPECT_NE(make({"--angle", "1a"}).err.find("not a number"), std::string::npos);
+    EXPECT_NE(make({"--annotation", "x", "--size", "31"}).err.find("from 4 to 30"), std::string::npos);
+    EXPECT_NE(make({"--annotation", ""}).err.find("1 to 254"), std::string::npos);
+    EXPECT_NE(make({"--annotation", std::string(300, 'x')}).err.find("254"), std::string::npos);
+    EXPECT_NE(make({"--annotation", "日"}).err.find("日"), std::string::npos);
+    EXPECT_NE(make({"--annotation", "x", "--font", "Comic"}).err.find("Comic"), std::string::npos);
+    EXPECT_NE(make({"--spot", "octagonal"}).err.find("octagonal"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+}
+
+TEST_F(Make, ASpotFunctionFileIsImported)
+{
+    writeFile(folder / "mine.spot", "%!KT1_Spot\rpop % by rows\r");
+    CommandResult result = make({"--spot", "mine.spot"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(holds("pop % by rows"));
+    writeFile(folder / "other.spot", "pop\r");
+    EXPECT_EQ(make({"--spot", "other.spot"}).status, 1);
 }
 
 TEST_F(Make, WrongUsageExitsWithTwo)

@@ -1,5 +1,6 @@
 #include "toolbox/host/user.h"
 
+#include <algorithm>
 #include <deque>
 #include <utility>
 
@@ -44,6 +45,7 @@ struct ScriptedUser::Script {
     std::deque<Step> *queue = &steps;
     std::function<bool(int)> surprise;
     int line = 0;
+    int lastLine = 0;   // where the script ends
     int expectedDialog = 0;
     int asksInVain = 0;
     int surprises = 0;
@@ -98,12 +100,12 @@ std::optional<Input> ScriptedUser::Script::nextInput()
         if (!ready()) {
             int dialogID = frontDialogID();
             if (dialogID == 0)
-                return steps.empty() ? inVain(line, "the script ended and the program waits for input")
+                return steps.empty() ? inVain(lastLine, "the script ended and the program waits for input")
                                      : inVain(steps.front().line, "no dialog is open");
             if (surprised(dialogID))
                 continue;
             if (steps.empty())
-                return inVain(line, "the script ended with " + numbered(dialogID) + " still open");
+                return inVain(lastLine, "the script ended with " + numbered(dialogID) + " still open");
             const Step &next = steps.front();
             if (next.where == Where::atHost)
                 return inVain(next.line, numbered(dialogID) + " is still open");
@@ -182,6 +184,7 @@ ScriptedUser::~ScriptedUser()
 void ScriptedUser::atLine(int line)
 {
     script_->line = line;
+    script_->lastLine = std::max(script_->lastLine, line);
 }
 
 void ScriptedUser::in(int dialogID)
