@@ -22,7 +22,8 @@ protected:
     }
     void typed(char character, Kind kind = Kind::keyDown, std::uint16_t modifiers = 0)
     {
-        machine.push({.kind = kind, .character = std::uint8_t(character), .keyCode = 0x24, .modifiers = modifiers});
+        const auto byte = static_cast<std::uint8_t>(character);
+        machine.push({.kind = kind, .character = byte, .keyCode = 0x24, .modifiers = modifiers});
     }
     EventRecord next(std::uint32_t sleep = 0, std::int16_t mask = everyEvent)
     {
@@ -141,7 +142,9 @@ TEST_F(Events, FlushingLeavesActivatesAndWhatTheUserHasYetToDo)
 {
     bool done = false;
     machine.setSource([&]() -> std::optional<Input> {
-        return std::exchange(done, true) ? std::nullopt : std::optional<Input>({.kind = Kind::keyDown, .character = 'z'});
+        if (std::exchange(done, true))
+            return std::nullopt;
+        return Input{.kind = Kind::keyDown, .character = 'z'};
     });
     events::postActivate(&first.port, true);
     FlushEvents(everyEvent, 0);

@@ -114,7 +114,8 @@ TEST(QuickDrawSurface, CoversSeveralDevicePixelsForEachAtAScale)
     GrafPort port{};
     port.fgColor = blackColor;
     port.bkColor = whiteColor;
-    const Pattern solid = {{255, 255, 255, 255, 255, 255, 255, 255}}, gray = {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}};
+    const Pattern solid = {{255, 255, 255, 255, 255, 255, 255, 255}};
+    const Pattern gray = {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}};
     surface.fill(quick::Area(Rect{12, 14, 13, 16}), quick::Ink::of(port, solid, patCopy));
     const auto &pixels = surface.picture().pixels;
     EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 0u), 2 * 9);

@@ -183,7 +183,8 @@ TEST_F(QuickDrawShapes, RoundRectanglesHoldThePixelsWhoseCentreIsInside)
     for (int v = 0; v < 40; ++v)
         for (int h = 0; h < 60; ++h) {
             const double fromSide = std::min(h + 0.5, 59.5 - h), fromEdge = std::min(v + 0.5, 39.5 - v);
-            const double x = fromSide < 10 ? (10 - fromSide) / 10 : 0, y = fromEdge < 15 ? (15 - fromEdge) / 15 : 0;
+            const double x = fromSide < 10 ? (10 - fromSide) / 10 : 0;
+            const double y = fromEdge < 15 ? (15 - fromEdge) / 15 : 0;
             EXPECT_EQ(at(drawn, h, v), x * x + y * y <= 1 || x == 0 || y == 0 ? black : white) << h << "," << v;
         }
 }
@@ -315,7 +316,8 @@ TEST_F(QuickDrawPolygons, ATriangleIsFilledWithinItsEdges)
 TEST_F(QuickDrawPolygons, WhatIsEnclosedTwiceIsOutside)
 {
     PolyHandle both = OpenPoly();
-    const Point corners[] = {{0, 0}, {0, 30}, {30, 30}, {30, 0}, {0, 0}, {10, 10}, {10, 20}, {20, 20}, {20, 10}, {10, 10}};
+    const Point corners[] = {{0, 0}, {0, 30}, {30, 30}, {30, 0}, {0, 0},
+                             {10, 10}, {10, 20}, {20, 20}, {20, 10}, {10, 10}};
     MoveTo(0, 0);
     for (Point corner : corners)
         LineTo(corner.h, corner.v);

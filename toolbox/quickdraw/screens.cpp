@@ -31,6 +31,12 @@ Surface surfaceFor(const Screen &screen)
     return surface;
 }
 
+// A pixel of a picture that covers the global rectangle.
+template <typename AnyPicture> auto &pixelAt(AnyPicture &picture, const Rect &global, int h, int v)
+{
+    return picture.pixels[std::size_t(v - global.top) * picture.width + (h - global.left)];
+}
+
 }  // namespace
 
 bool setScreens(const std::vector<Screen> &screens)
@@ -80,10 +86,8 @@ Area scrollOnScreens(const Area &global, int dh, int dv)
         const Area here = reached & Area(surface.bounds());
         for (const Box &box : here.boxes())
             for (int v = box.y1; v < box.y2; ++v)
-                for (int h = box.x1; h < box.x2; ++h) {
-                    std::size_t from = std::size_t(v - dv - extent.top) * before.width + (h - dh - extent.left);
-                    surface.setPixel(h, v, before.pixels[from]);
-                }
+                for (int h = box.x1; h < box.x2; ++h)
+                    surface.setPixel(h, v, pixelAt(before, extent, h - dh, v - dv));
     }
     return global - reached;
 }
@@ -101,7 +105,7 @@ Picture saveBits(const Rect &global)
         for (const Box &box : here.boxes())
             for (int v = box.y1; v < box.y2; ++v)
                 for (int h = box.x1; h < box.x2; ++h)
-                    bits.pixels[std::size_t(v - global.top) * bits.width + (h - global.left)] = surface.pixel(h, v);
+                    pixelAt(bits, global, h, v) = surface.pixel(h, v);
     }
     return bits;
 }
@@ -115,7 +119,7 @@ void restoreBits(const Rect &global, const Picture &bits)
         for (const Box &box : here.boxes())
             for (int v = box.y1; v < box.y2; ++v)
                 for (int h = box.x1; h < box.x2; ++h)
-                    surface.setPixel(h, v, bits.pixels[std::size_t(v - global.top) * bits.width + (h - global.left)]);
+                    surface.setPixel(h, v, pixelAt(bits, global, h, v));
     }
 }
 
