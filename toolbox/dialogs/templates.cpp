@@ -14,15 +14,9 @@ namespace {
 // zero, and complete() tells.
 class Reader {
 public:
-    Reader(ResType type, int16_t id)
-    {
-        Handle resource = GetResource(type, id);
-        found_ = resource && *resource;
-        if (found_)
-            bytes_.assign(*resource, static_cast<size_t>(GetHandleSize(resource)));
-    }
+    explicit Reader(const std::string &bytes) : bytes_(bytes) {}
 
-    bool complete() const { return found_ && at_ <= bytes_.size(); }
+    bool complete() const { return at_ <= bytes_.size(); }
     bool more() const { return at_ < bytes_.size(); }
 
     template <typename Stored>
@@ -55,10 +49,18 @@ public:
     void toEven() { at_ += at_ & 1; }
 
 private:
-    bool found_;
     std::string bytes_;
     size_t at_ = 0;
 };
+
+// Empty when there is none, which is too short for anything.
+std::string bytesOf(ResType type, int16_t id)
+{
+    Handle resource = GetResource(type, id);
+    if (!resource || !*resource)
+        return {};
+    return std::string(*resource, static_cast<size_t>(GetHandleSize(resource)));
+}
 
 AlertTemplate::Stage stageOf(int nibble)
 {
@@ -75,9 +77,9 @@ int16_t ItemTemplate::number() const
     return stored;
 }
 
-std::optional<DialogTemplate> readDialog(int16_t id)
+std::optional<DialogTemplate> parseDialog(const std::string &bytes)
 {
-    Reader in('DLOG', id);
+    Reader in(bytes);
     DialogTemplate made;
     made.bounds = in.rect();
     made.procID = in.word();
@@ -96,9 +98,9 @@ std::optional<DialogTemplate> readDialog(int16_t id)
     return made;
 }
 
-std::optional<AlertTemplate> readAlert(int16_t id)
+std::optional<AlertTemplate> parseAlert(const std::string &bytes)
 {
-    Reader in('ALRT', id);
+    Reader in(bytes);
     AlertTemplate made;
     made.bounds = in.rect();
     made.itemsID = in.word();
@@ -112,9 +114,9 @@ std::optional<AlertTemplate> readAlert(int16_t id)
     return made;
 }
 
-std::optional<std::vector<ItemTemplate>> readItems(int16_t id)
+std::optional<std::vector<ItemTemplate>> parseItems(const std::string &bytes)
 {
-    Reader in('DITL', id);
+    Reader in(bytes);
     int count = static_cast<int16_t>(in.word() + 1);
     std::vector<ItemTemplate> items;
     for (int i = 0; i < count && in.complete(); ++i) {
@@ -132,9 +134,24 @@ std::optional<std::vector<ItemTemplate>> readItems(int16_t id)
     return items;
 }
 
+std::optional<DialogTemplate> readDialog(int16_t id)
+{
+    return parseDialog(bytesOf('DLOG', id));
+}
+
+std::optional<AlertTemplate> readAlert(int16_t id)
+{
+    return parseAlert(bytesOf('ALRT', id));
+}
+
+std::optional<std::vector<ItemTemplate>> readItems(int16_t id)
+{
+    return parseItems(bytesOf('DITL', id));
+}
+
 std::optional<ControlTemplate> readControl(int16_t id)
 {
-    Reader in('CNTL', id);
+    Reader in(bytesOf('CNTL', id));
     ControlTemplate made;
     made.box = in.rect();
     made.value = in.word();
