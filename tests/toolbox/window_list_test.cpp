@@ -266,3 +266,22 @@ TEST_F(Windows, TheReferenceValueHoldsAPointer)
     SetWRefCon(window, reinterpret_cast<intptr_t>(this));
     EXPECT_EQ(GetWRefCon(window), reinterpret_cast<intptr_t>(this));
 }
+
+TEST_F(Windows, AColourThatIsNoneOfTheEightIsShownAsItIs)
+{
+    ResourceBytes table;
+    table.longWord(0).word(0).word(0).word(0).word(0xDDDD).word(0xDDDD).word(0xEEEE).add('dctb', 8);
+    WindowPtr window = make(100, 100, 200, 200, dBoxProc);
+    SetWinColor(window, GetResource('dctb', 8));
+    EXPECT_EQ(pixel(150, 150), 0xDDDDEEu);
+    EXPECT_EQ(pixel(98, 150), 0xDDDDEEu) << "up to the frame";
+    SetPort(window);
+    Rect all = window->portRect;
+    PaintRect(&all);
+    EraseRect(&all);
+    EXPECT_EQ(pixel(150, 150), 0xDDDDEEu);
+    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    update();
+    EraseRect(&all);
+    EXPECT_EQ(pixel(150, 150), white);
+}

@@ -17,7 +17,7 @@ constexpr int16_t buttonCorner = 10;
 constexpr int16_t boxSize = 12;
 constexpr int dimmed = 255;
 
-// Colour constants of a control's parts, its table permitting.
+// Colours of a control's parts, its table permitting.
 struct Colors {
     explicit Colors(const ControlRecord &control)
     {
@@ -26,7 +26,7 @@ struct Colors {
         windows::ColorTable table = windows::readColorTable(control.colorTable);
         auto take = [&](int part, int32_t &into) {
             if (auto color = windows::colorOf(table, part))
-                into = windows::nearestConstant(*color);
+                into = windows::forDrawing(*color);
         };
         take(framePart, frame);
         take(bodyPart, body);

@@ -20,6 +20,15 @@ void closePort(GrafPtr port);
 // caller's to set.
 void placePort(GrafPtr port, Point globalTopLeft, int16_t width, int16_t height);
 
+// A colour that is none of the eight, for ForeColor and BackColor: as colour
+// tables ask for. On a screen of one bit a pixel it is black or white, whichever
+// is nearer.
+constexpr int32_t directColorFlag = 0x40000000;
+constexpr int32_t directColor(uint8_t red, uint8_t green, uint8_t blue)
+{
+    return directColorFlag | red << 16 | green << 8 | blue;
+}
+
 // All screens in global coordinates, clipped by nothing: window frames and
 // menus are drawn here.
 GrafPtr desktopPort();

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "quickdraw/port.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/memory.h"
 #include "toolbox/quickdraw.h"
@@ -16,27 +17,6 @@ struct Entry {
     BigUInt16 red, green, blue;
 };
 static_assert(sizeof(Entry) == 8);
-
-struct Constant {
-    std::int32_t constant;
-    Color color;
-};
-constexpr Constant constants[] = {
-    {blackColor, {0, 0, 0}},
-    {whiteColor, {0xFFFF, 0xFFFF, 0xFFFF}},
-    {redColor, {0xDD6B, 0x08C2, 0x06A2}},
-    {greenColor, {0, 0x8000, 0x11B0}},
-    {blueColor, {0, 0, 0xD400}},
-    {cyanColor, {0x0241, 0xAB54, 0xEAFF}},
-    {magentaColor, {0xF2D7, 0x0856, 0x84EC}},
-    {yellowColor, {0xFC00, 0xF37D, 0x052F}},
-};
-
-std::int64_t distance(Color a, Color b)
-{
-    auto square = [](std::int64_t d) { return d * d; };
-    return square(a.red - b.red) + square(a.green - b.green) + square(a.blue - b.blue);
-}
 
 }  // namespace
 
@@ -62,13 +42,10 @@ std::optional<Color> colorOf(const ColorTable &table, int part)
     return found->second;
 }
 
-std::int32_t nearestConstant(Color color)
+std::int32_t forDrawing(Color color)
 {
-    const Constant *best = constants;
-    for (const Constant &candidate : constants)
-        if (distance(candidate.color, color) < distance(best->color, color))
-            best = &candidate;
-    return best->constant;
+    auto high = [](std::uint16_t part) { return static_cast<std::uint8_t>(part >> 8); };
+    return quickdraw::directColor(high(color.red), high(color.green), high(color.blue));
 }
 
 bool screenHasColors()

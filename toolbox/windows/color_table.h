@@ -19,8 +19,8 @@ using ColorTable = std::map<int, Color>;   // by part number
 // Reads the resource's bytes; entries beyond its end are left out.
 ColorTable readColorTable(Handle bytes);
 std::optional<Color> colorOf(const ColorTable &table, int part);
-// The one of the eight colour constants that is nearest.
-std::int32_t nearestConstant(Color color);
+// For ForeColor and BackColor.
+std::int32_t forDrawing(Color color);
 // Whether the main screen shows colours at all.
 bool screenHasColors();
 

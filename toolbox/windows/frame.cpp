@@ -107,14 +107,23 @@ void drawTitleBar(const Window &window)
     drawTitle(record, bar);
 }
 
-void drawBorder(Style style, const Rect &content)
+// The content's colour goes on up to the frame's inner line.
+void eraseMargin(const Window &window, const Rect &inner)
 {
-    Rect outer = border(style, content);
-    frameLine(outer, 1);
-    if (style == Style::dialog)
-        frameLine(grown(content, 5), 2);
-    else if (style == Style::movable)
-        frameLine(grown(content, 3), 2);
+    if (auto color = colorOf(window.colors, 0); color && screenHasColors())
+        BackColor(forDrawing(*color));
+    EraseRect(&inner);
+    BackColor(whiteColor);
+}
+
+void drawBorder(Style style, const Window &window)
+{
+    frameLine(border(style, window.contentRect), 1);
+    if (style != Style::dialog && style != Style::movable)
+        return;
+    Rect inner = grown(window.contentRect, style == Style::dialog ? 5 : 3);
+    eraseMargin(window, inner);
+    frameLine(inner, 2);
 }
 
 }  // namespace
@@ -147,8 +156,7 @@ void drawFrame(const Window &window)
 {
     const WindowRecord &record = *window.record;
     Style style = styleOf(record.procID);
-    Rect content = window.contentRect;
-    Rect frame = border(style, content);
+    Rect frame = border(style, window.contentRect);
     // What is left black of the structure is the shadow.
     Rect all = window.structure.bounds();
     PaintRect(&all);
@@ -158,8 +166,8 @@ void drawFrame(const Window &window)
         EraseRect(&bar);
     }
     if (auto color = colorOf(window.colors, 1); color && screenHasColors())
-        ForeColor(nearestConstant(*color));
-    drawBorder(style, content);
+        ForeColor(forDrawing(*color));
+    drawBorder(style, window);
     if (hasTitleBar(record))
         drawTitleBar(window);
     ForeColor(blackColor);

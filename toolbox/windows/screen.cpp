@@ -34,7 +34,7 @@ void paintContentIn(Window &window, const Area &exposed)
     setUpdate(window, window.update | exposed);
     DesktopScope scope(exposed);
     if (auto color = colorOf(window.colors, 0); color && screenHasColors())
-        BackColor(nearestConstant(*color));
+        BackColor(forDrawing(*color));
     Rect all = exposed.bounds();
     EraseRect(&all);
 }

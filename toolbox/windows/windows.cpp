@@ -82,6 +82,16 @@ void afterChange(const Area &exposed)
     updateActivation();
 }
 
+// What erases in the window is to erase to its table's colour.
+void useContentColor(Window &window)
+{
+    PortScope current(portOf(window.record));
+    int32_t background = whiteColor;
+    if (auto content = colorOf(window.colors, 0); content && screenHasColors())
+        background = forDrawing(*content);
+    BackColor(background);
+}
+
 void disappear(Window &window)
 {
     window.record->visible = false;
@@ -122,8 +132,12 @@ int openWindowCount()
 
 void windows::screensChanged()
 {
-    if (started)
-        paintAll();
+    if (!started)
+        return;
+    for (Window &window : list)
+        if (!window.colors.empty())
+            useContentColor(window);
+    paintAll();
 }
 
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible, int16_t procID,
@@ -303,11 +317,7 @@ void SetWinColor(WindowPtr window, Handle colorTable)
     if (!found)
         return;
     found->colors = readColorTable(colorTable);
-    PortScope current(window);
-    int32_t background = whiteColor;
-    if (auto content = colorOf(found->colors, 0); content && screenHasColors())
-        background = nearestConstant(*content);
-    BackColor(background);
+    useContentColor(*found);
     if (found->record->visible)
         paint(Area(found->structure));
 }

@@ -60,8 +60,9 @@ void SetCtlValue(ControlHandle control, int16_t value);
 void SetCtlMax(ControlHandle control, int16_t value);
 void SetCTitle(ControlHandle control, ConstStr255Param title);
 void GetCTitle(ControlHandle control, Str255 title);
-// Attaches a 'cctb' table; the control keeps its own copy, as a handle. Frame,
-// body and text of push buttons take the nearest of the eight colours.
+// Attaches a 'cctb' table; the control keeps its own copy, as a handle. It
+// colours frame, body and text of push buttons while the main screen has 2 bits
+// a pixel or more.
 void SetCtlColor(ControlHandle control, Handle colorTable);
 
 #ifdef __cplusplus

@@ -83,8 +83,8 @@ void ValidRect(const Rect *r);
 void BeginUpdate(WindowPtr window);
 void EndUpdate(WindowPtr window);
 // Attaches a 'wctb' or 'dctb' table; the window keeps its own copy until it is
-// closed. Content (part 0) and frame (part 1) take the nearest of the eight
-// QuickDraw colours, as long as the main screen has 2 bits a pixel or more.
+// closed. It colours content (part 0) and frame (part 1) while the main screen
+// has 2 bits a pixel or more.
 void SetWinColor(WindowPtr window, Handle colorTable);
 
 #ifdef __cplusplus
