@@ -247,4 +247,23 @@ TEST_F(OpenDialog, LookingIsNoFileCall)
     EXPECT_EQ(toolbox::faults::count(toolbox::FileCall::getFInfo), 0);
 }
 
+TEST_F(OpenDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
+{
+    bool met = true;
+    for (int nth = 1; met && nth < 500; ++nth) {
+        SCOPED_TRACE("allocation " + std::to_string(nth));
+        user.clickAt({100 + 36, 120 + 100});   // the folder popup
+        user.key("down");
+        user.key("escape");
+        toolbox::faults::failAllocation(nth);
+        EXPECT_FALSE(open().good);
+        met = toolbox::faults::met();
+        toolbox::faults::clear();
+        user.forgetRest();
+        EXPECT_EQ(FrontWindow(), nullptr);
+    }
+    EXPECT_FALSE(met);
+    expectNothingLeft();
+}
+
 }  // namespace

@@ -155,6 +155,21 @@ TEST_F(SaveDialog, ReturnInTheReplaceQuestionKeepsTheOldFile)
     EXPECT_FALSE(save("old").good);
 }
 
+TEST_F(SaveDialog, EscapeAndCommandPeriodInTheReplaceQuestionKeepTheOldFile)
+{
+    for (uint16_t modifiers : {0, int(cmdKey)}) {
+        user.key("return");
+        user.in(16403);
+        user.key(modifiers ? "." : "escape", modifiers);
+        user.in(16399);
+        user.key("escape");
+        writeFile(here() / "old", "precious");
+        EXPECT_FALSE(save("old").good);
+        user.in(0);
+    }
+    EXPECT_EQ(tracedTimes("alert 16403 gave 2"), 2);
+}
+
 TEST_F(SaveDialog, AFolderIsNeverReplaced)
 {
     fs::create_directory(here() / "inner");
@@ -305,6 +320,36 @@ TEST_F(SaveDialog, HookDecidesWhatAnItemDoes)
 {
     user.key("return");
     EXPECT_FALSE(save("x", &cancelInsteadOfSave).good);
+}
+
+TEST_F(SaveDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
+{
+    writeFile(here() / "old", "precious");
+    bool met = true;
+    for (int nth = 1; met && nth < 500; ++nth) {
+        SCOPED_TRACE("allocation " + std::to_string(nth));
+        user.type("x");
+        user.key("backspace");
+        user.type("old");
+        user.key("return");
+        for (int i = 0; i < 3; ++i)
+            user.key("escape");
+        user.then([this] {
+            if (toolbox::standardfile::state() && FrontWindow() != toolbox::standardfile::state()->dialog)
+                user.insertNext([this] { user.key("return"); });
+        });
+        user.key("escape");
+        toolbox::faults::failAllocation(nth);
+        SFReply reply = save();
+        met = toolbox::faults::met();
+        toolbox::faults::clear();
+        user.forgetRest();
+        EXPECT_FALSE(reply.good && plain(reply.fName) == "old");
+        EXPECT_EQ(FrontWindow(), nullptr);
+    }
+    EXPECT_FALSE(met);
+    EXPECT_EQ(contentsOf(here() / "old"), "precious");
+    expectNothingLeft();
 }
 
 }  // namespace

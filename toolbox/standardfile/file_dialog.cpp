@@ -13,7 +13,7 @@ namespace toolbox::standardfile {
 namespace {
 
 enum Character : std::uint8_t {
-    homeKey = 0x01, enterKey = 0x03, returnKey = 0x0D, escapeKey = 0x1B, upArrow = 0x1E, downArrow = 0x1F
+    enterKey = 0x03, returnKey = 0x0D, escapeKey = 0x1B, upArrow = 0x1E, downArrow = 0x1F
 };
 
 // The dialog that is up. A hook may bring up another one: then the inner one.
@@ -38,6 +38,31 @@ Rect globalRect(Rect r)
 }
 
 }  // namespace
+
+bool isCancelKey(std::uint8_t character, std::uint16_t modifiers)
+{
+    return character == escapeKey || (character == '.' && (modifiers & cmdKey));
+}
+
+bool isAcceptKey(std::uint8_t character)
+{
+    return character == returnKey || character == enterKey;
+}
+
+void flashButton(DialogPtr dialog, std::int16_t number)
+{
+    constexpr std::uint32_t flash = 8;
+    std::int16_t type = 0;
+    Handle item = nullptr;
+    Rect box;
+    GetDItem(dialog, number, &type, &item, &box);
+    auto control = reinterpret_cast<ControlHandle>(item);
+    if (!control)
+        return;
+    HiliteControl(control, inButton);
+    Delay(flash, nullptr);
+    HiliteControl(control, 0);
+}
 
 std::optional<State> state()
 {
@@ -155,9 +180,9 @@ bool FileDialog::keyPressed(const EventRecord &event, std::int16_t *itemHit)
     auto character = static_cast<std::uint8_t>(event.message & charCodeMask);
     bool command = event.modifiers & cmdKey;
     *itemHit = items_.list;
-    if (character == returnKey || character == enterKey)
+    if (isAcceptKey(character))
         return press(acceptItem, itemHit);
-    if (character == escapeKey || (command && character == '.'))
+    if (isCancelKey(character, event.modifiers))
         return press(items_.cancel, itemHit);
     if (character == upArrow && command) {
         if (fs::path above = files::parentOf(folder_); !above.empty())
@@ -175,16 +200,12 @@ bool FileDialog::keyPressed(const EventRecord &event, std::int16_t *itemHit)
 // The button as if pressed by hand; a dimmed one beeps.
 bool FileDialog::press(std::int16_t button, std::int16_t *itemHit)
 {
-    constexpr std::uint32_t flash = 8;
     if (button == acceptItem && !acceptPossible()) {
         SysBeep(1);
         return true;
     }
-    auto control = reinterpret_cast<ControlHandle>(item(button));
-    HiliteControl(control, inButton);
-    Delay(flash, nullptr);
-    HiliteControl(control, 0);
     *itemHit = button;
+    flashButton(dialog_, button);
     return true;
 }
 

@@ -74,6 +74,12 @@ private:
     FileList list_;
 };
 
+// Keys that mean Cancel and those that press the default button.
+bool isCancelKey(std::uint8_t character, std::uint16_t modifiers);
+bool isAcceptKey(std::uint8_t character);
+// Shows the button pressed for 8 ticks.
+void flashButton(DialogPtr dialog, std::int16_t item);
+
 // The folder the next dialog opens in.
 std::filesystem::path startingFolder();
 void rememberFolder(const std::filesystem::path &folder);

@@ -15,6 +15,23 @@ namespace {
 constexpr std::int16_t promptItem = 3, nameItem = 7;
 constexpr std::size_t longestName = 63;
 
+// The keys of the question before replacing: Escape and Command-period keep
+// the file, Return and Enter press the default button.
+Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
+{
+    if (event->what != keyDown)
+        return false;
+    auto character = static_cast<std::uint8_t>(event->message & charCodeMask);
+    if (isCancelKey(character, event->modifiers))
+        *hit = cancel;
+    else if (isAcceptKey(character))
+        *hit = reinterpret_cast<DialogPeek>(alert)->aDefItem;
+    else
+        return false;
+    flashButton(alert, *hit);
+    return true;
+}
+
 class SaveDialog : public FileDialog {
 public:
     SaveDialog(std::int16_t dialogID, Point where, DlgHookProcPtr hook, ModalFilterProcPtr filter,
@@ -81,7 +98,7 @@ bool SaveDialog::mayReplace(const std::string &name)
     if (!files::nameTaken(folder(), name))
         return true;
     ParamText(text, empty, empty, empty);
-    return CautionAlert(replaceAlert, nullptr) == ok;
+    return CautionAlert(replaceAlert, &questionFilter) == ok;
 }
 
 bool SaveDialog::accept()
