@@ -71,6 +71,7 @@ std::string make(const MakeRequest &request)
     toolbox::Configuration configuration;
     configuration.preferencesFolder = preferences.path();
     toolbox::HeadlessMachine machine;
+    machine.wantPictures(false);
     toolbox::start(configuration, machine);
     std::string problem;
     try {

@@ -147,7 +147,7 @@ OSErr getEnd(std::int16_t refNum, std::int32_t *logicalEnd)
     OpenFile *file = openFiles().find(refNum);
     if (!file)
         return rfNumErr;
-    std::int64_t end;
+    std::int64_t end = 0;
     OSErr error = endOf(*file, end);
     return error ? error : answer(end, logicalEnd);
 }
@@ -179,7 +179,7 @@ OSErr setPosition(std::int16_t refNum, std::int16_t mode, std::int32_t offset)
     OpenFile *file = openFiles().find(refNum);
     if (!file)
         return rfNumErr;
-    std::int64_t end;
+    std::int64_t end = 0;
     if (OSErr error = endOf(*file, end))
         return error;
     if (mode < fsAtMark || mode > fsFromMark)
