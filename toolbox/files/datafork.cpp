@@ -204,7 +204,8 @@ OSErr flush(std::int16_t vRefNum)
     for (auto &[refNum, file] : openFiles()) {
         if (!file.unflushed || file.device != volume.st_dev)
             continue;
-        bool failed = retried([&] { return fsync(file.descriptor.number()); }) != 0;
+        int descriptor = file.descriptor.number();
+        bool failed = retried([descriptor] { return fsync(descriptor); }) != 0;
         file.unflushed = failed;
         if (failed && first == noErr)
             first = errorOf(errno, Aim::change);
