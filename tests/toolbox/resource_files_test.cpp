@@ -5,6 +5,8 @@
 #include "files/appledouble.h"
 #include "memory/heap.h"
 #include "resources/forkformat.h"
+#include "toolbox/files.h"
+#include "toolbox/host/folders.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 
@@ -207,6 +209,39 @@ TEST_F(Resources, OpeningAnOpenFileAnswersItsNumber)
     EXPECT_EQ(open("one"), one);
     EXPECT_EQ(CurResFile(), one);
     EXPECT_EQ(toolbox::leftBehind().openFiles, 2);
+}
+
+TEST_F(Resources, AnOpenFileIsKnownHoweverItIsNamed)
+{
+    makeFile("file", {});
+    int16_t refNum = open("file");
+    EXPECT_EQ(open("FILE"), refNum);
+    EXPECT_EQ(HOpenResFile(*toolbox::folders::workingDirectory(folder.path()), 0, P("file"), 0), refNum);
+    EXPECT_EQ(toolbox::leftBehind().openFiles, 1);
+}
+
+TEST_F(Resources, AFileIsNotDeletedWhileItsForkIsOpen)
+{
+    makeFile("file", {});
+    makeFile("other", {});
+    int16_t refNum = open("file", 1);
+    EXPECT_EQ(FSDelete(P("file"), 0), fBsyErr);
+    EXPECT_EQ(FSDelete(P("other"), 0), noErr);
+    CloseResFile(refNum);
+    EXPECT_EQ(FSDelete(P("file"), 0), noErr);
+    EXPECT_FALSE(std::filesystem::exists(folder / "._file"));
+}
+
+TEST_F(Resources, AnOpenForkFollowsItsFileToANewName)
+{
+    makeFile("file", {});
+    int16_t refNum = open("file");
+    EXPECT_EQ(Rename(P("file"), 0, P("renamed")), noErr);
+    AddResource(block("words"), 'TEXT', 1, nullptr);
+    CloseResFile(refNum);
+    EXPECT_EQ(ResError(), noErr);
+    EXPECT_EQ(forkOf("renamed"), toolbox::resources::forkBytes({{'TEXT', 1, 0, {}, "words"}}));
+    EXPECT_FALSE(std::filesystem::exists(folder / "file"));
 }
 
 TEST_F(Resources, NamesAreFoundWithoutRegardToCaseButToAccents)

@@ -9,6 +9,7 @@
 
 #include "files/companion.h"
 #include "files/openfiles.h"
+#include "files/openforks.h"
 #include "files/places.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/host/text.h"
@@ -134,7 +135,7 @@ OSErr removeFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
         return error;
     if (isLocked(status))
         return fLckdErr;
-    if (openFiles().isOpen(status))
+    if (openFiles().isOpen(status) || !openForksOf(path).empty())
         return fBsyErr;
     if (unlink(path.c_str()) != 0)
         return errorOf(errno, Aim::change, path);
@@ -151,10 +152,14 @@ OSErr renameFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param oldN
         return error;
     if (isLocked(status))
         return fLckdErr;
-    OSErr error = moveBoth(from, to);
-    if (error == noErr)
-        openFiles().moved(status, to, std::string(pascalView(newName)));
-    return error;
+    std::vector<OpenFork *> forks = openForksOf(from);
+    if (OSErr error = moveBoth(from, to))
+        return error;
+    std::string name(pascalView(newName));
+    openFiles().moved(status, to, name);
+    for (OpenFork *fork : forks)
+        fork->renamed(name);
+    return noErr;
 }
 
 OSErr getInfo(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, FInfo *info)

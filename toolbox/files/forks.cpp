@@ -15,13 +15,6 @@ namespace fs = std::filesystem;
 namespace toolbox::files {
 namespace {
 
-OSErr locate(const ForkAddress &address, fs::path &path)
-{
-    fs::path folder;
-    OSErr error = folderOf(address.vRefNum, address.dirID, folder);
-    return error ? error : pathFor(folder, address.name, Match::anyCase, path);
-}
-
 OSErr replaceFork(const fs::path &path, const std::string &bytes)
 {
     AppleDouble contents;
@@ -34,7 +27,7 @@ OSErr replaceFork(const fs::path &path, const std::string &bytes)
 OSErr write(const ForkAddress &address, const std::string &bytes)
 {
     fs::path path;
-    if (OSErr error = locate(address, path))
+    if (OSErr error = locateFork(address, path))
         return error;
     Descriptor made = openPath(path, O_RDWR | O_CREAT | O_EXCL);
     if (!made.open() && errno != EEXIST)
@@ -47,11 +40,18 @@ OSErr write(const ForkAddress &address, const std::string &bytes)
 
 }  // namespace
 
+OSErr locateFork(const ForkAddress &address, fs::path &path)
+{
+    fs::path folder;
+    OSErr error = folderOf(address.vRefNum, address.dirID, folder);
+    return error ? error : pathFor(folder, address.name, Match::anyCase, path);
+}
+
 OSErr readFork(const ForkAddress &address, std::string &bytes)
 {
     bytes.clear();
     fs::path path;
-    if (OSErr error = locate(address, path))
+    if (OSErr error = locateFork(address, path))
         return error;
     AppleDouble contents;
     switch (loadCompanion(path, contents)) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "toolbox/types.h"
@@ -13,6 +14,9 @@ struct ForkAddress {
     std::int32_t dirID;
     std::string name;  // Mac OS Roman, no length byte
 };
+
+// Where the file of the fork is, or would be.
+OSErr locateFork(const ForkAddress &address, std::filesystem::path &path);
 
 // The bytes of the resource fork, empty where the file has none. fnfErr when
 // there is neither the file nor its companion, ioErr when the companion is

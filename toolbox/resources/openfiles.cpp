@@ -38,8 +38,7 @@ std::int16_t newRefNum()
 ResourceFile *alreadyOpen(const files::ForkAddress &address)
 {
     for (const auto &file : open.files)
-        if (!file->readOnly && file->address.vRefNum == address.vRefNum && file->address.dirID == address.dirID &&
-            file->address.name == address.name)
+        if (!file->readOnly && file->fork.isAt(address))
             return file.get();
     return nullptr;
 }
@@ -58,7 +57,7 @@ std::unique_ptr<Resource> resourceFrom(const ForkEntry &entry, ResourceFile &fil
 
 OSErr read(ResourceFile &file)
 {
-    if (OSErr error = files::readFork(file.address, file.bytes))
+    if (OSErr error = files::readFork(file.fork.address(), file.bytes))
         return error;
     std::vector<ForkEntry> entries;
     if (OSErr error = parseFork(file.bytes, entries))
@@ -82,8 +81,7 @@ OSErr openFile(const files::ForkAddress &address, bool readOnly, std::int16_t &r
         return error;
     ResourceFile *file = readOnly ? nullptr : alreadyOpen(address);
     if (!file) {
-        auto made = std::make_unique<ResourceFile>();
-        made->address = address;
+        auto made = std::make_unique<ResourceFile>(address);
         made->readOnly = readOnly;
         if (OSErr error = read(*made))
             return error;

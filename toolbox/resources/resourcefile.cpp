@@ -143,7 +143,7 @@ OSErr write(ResourceFile &file, const std::vector<Resource *> &changed)
     std::optional<std::string> bytes = forkBytes(entries);
     if (!bytes)
         return addResFailed;
-    if (OSErr error = files::writeFork(file.address, *bytes))
+    if (OSErr error = files::writeFork(file.fork.address(), *bytes))
         return error;
     for (Resource *resource : changed)
         resource->attributes &= static_cast<std::uint8_t>(~resChanged);

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "files/forks.h"
+#include "files/openforks.h"
 #include "toolbox/types.h"
 
 namespace toolbox::resources {
@@ -28,8 +28,10 @@ struct Resource {
 };
 
 struct ResourceFile {
+    explicit ResourceFile(const files::ForkAddress &address) : fork(address) {}
+
     std::int16_t refNum = 0;
-    files::ForkAddress address;
+    files::OpenFork fork;
     bool readOnly = false;
     bool removed = false;                // the fork holds a resource that is here no more
     std::string bytes;                   // the fork as it is on the disk

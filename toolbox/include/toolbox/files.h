@@ -94,8 +94,8 @@ OSErr GetFPos(int16_t refNum, int32_t *position);
 // end: eofErr, and the mark is at the end.
 OSErr SetFPos(int16_t refNum, int16_t mode, int32_t offset);
 
-// Deletes the file, both forks. fnfErr, fLckdErr, fBsyErr while its data fork
-// is open.
+// Deletes the file, both forks. fnfErr, fLckdErr, fBsyErr while either fork is
+// open.
 OSErr FSDelete(ConstStr255Param name, int16_t vRefNum);
 OSErr HDelete(int16_t vRefNum, int32_t dirID, ConstStr255Param name);
 // Renames within the folder, both forks, open or not: open ones stay open
