@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controls/scroll_bar.h"
+#include "quickdraw/dimming.h"
 #include "textedit/lines.h"
 #include "toolbox/host/text.h"
 #include "windows/color_table.h"
@@ -36,15 +37,6 @@ struct Colors {
     int32_t frame = blackColor, body = whiteColor, text = blackColor;
 };
 
-// Every other pixel goes, as of anything that cannot be used now.
-void dim(const Rect &r)
-{
-    PenPat(&qd.gray);
-    PenMode(patBic);
-    PaintRect(&r);
-    PenNormal();
-}
-
 void drawTitle(const ControlRecord &control, const Rect &box, int just)
 {
     std::string_view title = pascalView(control.contrlTitle);
@@ -71,7 +63,7 @@ void drawPushButton(const ControlRecord &control)
     InsetRect(&inside, 1, 2);
     if (control.contrlHilite == dimmed) {
         BackColor(colors.body);
-        dim(inside);
+        quickdraw::dim(inside);
     }
 }
 
@@ -129,7 +121,7 @@ void drawMarked(const ControlRecord &control)
     title.left = static_cast<int16_t>(box.right + 4);
     drawTitle(control, title, 0);
     if (control.contrlHilite == dimmed)
-        dim(r);
+        quickdraw::dim(r);
 }
 
 void drawArrow(const Rect &r, bool vertical, int direction)

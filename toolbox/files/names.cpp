@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 
+#include "text/letters.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
@@ -116,32 +117,11 @@ std::optional<std::string> similarFile(const fs::path &folder, std::string_view 
     return firstWhere(folder, [&](const std::string &candidate) { return foldedCase(candidate) == folded; });
 }
 
-struct LetterPair {
-    unsigned char upper;
-    unsigned char lower;
-};
-constexpr LetterPair letterPairs[] = {
-    {0x80, 0x8A}, {0x81, 0x8C}, {0x82, 0x8D}, {0x83, 0x8E}, {0x84, 0x96}, {0x85, 0x9A}, {0x86, 0x9F}, {0xCB, 0x88},
-    {0xCC, 0x8B}, {0xCD, 0x9B}, {0xCE, 0xCF}, {0xD9, 0xD8}, {0xE5, 0x89}, {0xE6, 0x90}, {0xE7, 0x87}, {0xE8, 0x91},
-    {0xE9, 0x8F}, {0xEA, 0x92}, {0xEB, 0x94}, {0xEC, 0x95}, {0xED, 0x93}, {0xEE, 0x97}, {0xEF, 0x99}, {0xF1, 0x98},
-    {0xF2, 0x9C}, {0xF3, 0x9E}, {0xF4, 0x9D}, {0xAE, 0xBE}, {0xAF, 0xBF}};
-
-unsigned char lowerCase(char c)
-{
-    auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x80)
-        return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + 32) : byte;
-    for (const LetterPair &pair : letterPairs)
-        if (pair.upper == byte)
-            return pair.lower;
-    return byte;
-}
-
 // The plain letter of an accented one, where it sorts.
 unsigned char plainLetter(char c)
 {
     static constexpr char at0x87[] = "aaaaaaceeeeiiiinooooouuuu";
-    unsigned char byte = lowerCase(c);
+    auto byte = static_cast<unsigned char>(smallLetter(c));
     if (byte >= 0x87 && byte <= 0x9F)
         return static_cast<unsigned char>(at0x87[byte - 0x87]);
     switch (byte) {
@@ -197,14 +177,6 @@ OSErr linuxNameOf(std::string_view macName, std::string &linuxName)
     if (startsLikeCompanion(linuxName) || linuxName == "." || linuxName == "..")
         return bdNamErr;
     return noErr;
-}
-
-std::string foldedCase(std::string_view macName)
-{
-    std::string folded(macName);
-    std::transform(folded.begin(), folded.end(), folded.begin(),
-                   [](char c) { return static_cast<char>(lowerCase(c)); });
-    return folded;
 }
 
 int compareNames(std::string_view macName, std::string_view other)

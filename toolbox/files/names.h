@@ -19,8 +19,6 @@ inline constexpr std::size_t longestName = 63;
 // the two that every Linux folder has.
 OSErr linuxNameOf(std::string_view macName, std::string &linuxName);
 
-// Equal where two names are the same but for upper and lower case.
-std::string foldedCase(std::string_view macName);
 // Below 0, 0 or above: as people sort, without case and accents first, digits
 // by the number they make.
 int compareNames(std::string_view macName, std::string_view other);

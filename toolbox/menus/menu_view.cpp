@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "menus/menu_bytes.h"
+#include "quickdraw/dimming.h"
 #include "toolbox/host/text.h"
 
 namespace toolbox::menus {
@@ -62,14 +63,6 @@ Rect roomAt(Point where)
 int placed(int start, int length, int low, int high)
 {
     return std::max(low, std::min(start, high - length));
-}
-
-void dim(const Rect &r)
-{
-    PenPat(&qd.gray);
-    PenMode(patBic);
-    PaintRect(&r);
-    PenNormal();
 }
 
 }  // namespace
@@ -160,7 +153,7 @@ void MenuView::drawRow(int item) const
     MoveTo(static_cast<int16_t>(row.left + textIndent), base);
     DrawString(text);
     if (!canBeChosen(menu_, item))
-        dim(row);
+        quickdraw::dim(row);
 }
 
 void MenuView::drawArrow(const Rect &row, int direction) const

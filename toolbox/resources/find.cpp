@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "memory/heap.h"
-#include "resources/names.h"
 #include "resources/resourcefile.h"
+#include "text/letters.h"
 #include "toolbox/host/text.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
@@ -108,8 +108,8 @@ Handle Get1Resource(ResType type, int16_t id)
 
 Handle GetNamedResource(ResType type, ConstStr255Param name)
 {
-    std::string_view wanted = toolbox::pascalView(name);
-    auto isNamed = [&](const Resource &each) { return each.name && sameName(*each.name, wanted); };
+    std::string wanted = toolbox::foldedCase(toolbox::pascalView(name));
+    auto isNamed = [&](const Resource &each) { return each.name && toolbox::foldedCase(*each.name) == wanted; };
     return loaded(find(fromCurrent(), type, isNamed), type);
 }
 

@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "events/tracking.h"
-#include "files/names.h"
+#include "quickdraw/dimming.h"
+#include "text/letters.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
 
@@ -79,14 +80,6 @@ void drawFitting(const std::string &roman, int width)
     DrawString(text);
 }
 
-void dim(const Rect &r)
-{
-    PenPat(&qd.gray);
-    PenMode(patBic);
-    PaintRect(&r);
-    PenNormal();
-}
-
 void FileList::setPlace(const Rect &list, const Rect &scrollBar)
 {
     list_ = list;
@@ -159,7 +152,7 @@ void FileList::drawRow(int index) const
     MoveTo(static_cast<int16_t>(r.left + textIndent), static_cast<int16_t>(r.top + baseline));
     drawFitting(row.name, r.right - r.left - textIndent - 2);
     if (!row.selectable)
-        dim(r);
+        quickdraw::dim(r);
     if (index == selected_)
         InvertRect(&r);
 }
@@ -249,9 +242,9 @@ void FileList::moveSelection(int step)
 
 void FileList::selectNamed(const std::string &beginning)
 {
-    std::string wanted = files::foldedCase(beginning);
+    std::string wanted = foldedCase(beginning);
     auto found = std::find_if(rows_.begin(), rows_.end(), [&](const Row &row) {
-        return row.selectable && files::foldedCase(row.name).starts_with(wanted);
+        return row.selectable && foldedCase(row.name).starts_with(wanted);
     });
     if (found == rows_.end())
         return;

@@ -75,7 +75,5 @@ void drawFolderPicture(int16_t left, int16_t top);
 void drawFilePicture(int16_t left, int16_t top);
 // Draws the text at the pen, cut and ended by an ellipsis where it is wider.
 void drawFitting(const std::string &roman, int width);
-// Greys what is drawn in the rectangle.
-void dim(const Rect &r);
 
 }  // namespace toolbox::standardfile

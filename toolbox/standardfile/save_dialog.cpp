@@ -93,7 +93,8 @@ bool SaveDialog::mayReplace(const std::string &name)
 {
     Str255 text, empty = {0};
     setPascal(text, name);
-    if (fs::is_directory(folders::pathOf(workingDirectory_, 0, text)))
+    std::error_code cannotTell;
+    if (fs::is_directory(folders::pathOf(workingDirectory_, 0, text), cannotTell))
         return refuse(nameIsFolder, name), false;
     if (!files::nameTaken(folder(), name))
         return true;
