@@ -21,21 +21,40 @@ std::string readText(const std::filesystem::path &file)
     return text.str();
 }
 
+void makeFolder(const std::filesystem::path &folder)
+{
+    std::error_code error;
+    if (!folder.empty())
+        std::filesystem::create_directories(folder, error);
+    if (error)
+        throw PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
+}
+
 // The trace as a file, or as nothing.
 class TraceFile {
 public:
-    explicit TraceFile(const std::filesystem::path &path)
+    explicit TraceFile(const std::filesystem::path &path) : path_(path)
     {
         if (path.empty())
             return;
         file_.open(path, std::ios::binary | std::ios::trunc);
         if (!file_)
-            throw PluginError("the trace " + path.string() + " cannot be written");
+            refuse();
         toolbox::trace::setSink([this](const std::string &line) { file_ << line << '\n'; });
     }
     ~TraceFile() { toolbox::trace::setSink({}); }
 
+    // PluginError where not all of it could be written.
+    void finish()
+    {
+        if (file_.is_open() && !file_.flush())
+            refuse();
+    }
+
 private:
+    [[noreturn]] void refuse() const { throw PluginError("the trace " + path_.string() + " cannot be written"); }
+
+    std::filesystem::path path_;
     std::ofstream file_;
 };
 
@@ -88,8 +107,7 @@ std::string play(const PlayRequest &request)
     std::string problem;
     try {
         std::vector<ScriptLine> lines = splitScript(readText(request.script));
-        if (!request.picturesFolder.empty())
-            std::filesystem::create_directories(request.picturesFolder);
+        makeFolder(request.picturesFolder);
         TraceFile trace(request.traceFile);
         toolbox::HeadlessMachine machine(request.screens);
         toolbox::start(request.configuration, machine);
@@ -102,10 +120,12 @@ std::string play(const PlayRequest &request)
             throw;
         }
         toolbox::stop();
+        trace.finish();
     } catch (const toolbox::ScriptError &error) {
         problem = described(request.script, error);
     } catch (const std::exception &error) {
-        problem = error.what();
+        if (problem.empty())
+            problem = error.what();
     }
     return problem;
 }

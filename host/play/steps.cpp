@@ -1,6 +1,7 @@
 #include "play/steps.h"
 
 #include <charconv>
+#include <cstdint>
 #include <map>
 
 #include "toolbox/events.h"
@@ -27,14 +28,24 @@ public:
         return line_.words[next_++];
     }
 
-    int number(const char *what)
+    int number(const char *what, int least, int most)
     {
         std::string text = word(what);
         int value = 0;
         auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (error != std::errc() || end != text.data() + text.size())
-            throw ScriptError{line_.number, line_.words[0] + " needs " + what + ", not \"" + text + "\""};
+        bool isNumber = error == std::errc() && end == text.data() + text.size();
+        if (!isNumber || value < least || value > most)
+            fail(line_.words[0] + " needs " + what + " from " + std::to_string(least) + " to " +
+                 std::to_string(most) + ", not \"" + text + "\"");
         return value;
+    }
+    // What the Toolbox counts in 16 bits, from 1.
+    int ordinal(const char *what) { return number(what, 1, INT16_MAX); }
+
+    // Takes nothing: whether the next word is all digits.
+    bool numberFollows() const
+    {
+        return more() && line_.words[next_].find_first_not_of("0123456789") == std::string::npos;
     }
 
     bool take(const std::string &expected)
@@ -76,11 +87,6 @@ private:
     std::size_t next_ = 1;
 };
 
-bool isNumber(const std::string &word)
-{
-    return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
-}
-
 void start(Arguments &, Stage &stage)
 {
     stage.user.atHost([&stage] { stage.plugin.startUp(); });
@@ -98,37 +104,36 @@ void idle(Arguments &, Stage &stage)
 
 void command(Arguments &arguments, Stage &stage)
 {
-    int number = arguments.number("the command's number");
+    int number = arguments.number("a command number", INT16_MIN, INT16_MAX);
     stage.user.atHost([&stage, number] { stage.plugin.call(kSelectCommand, number); });
 }
 
 void press(Arguments &arguments, Stage &stage)
 {
-    int item = arguments.number("an item number");
+    int item = arguments.ordinal("an item number");
     stage.user.press(item, arguments.modifiers());
 }
 
 void click(Arguments &arguments, Stage &stage)
 {
-    int h = arguments.number("a horizontal coordinate");
-    int v = arguments.number("a vertical coordinate");
+    int h = arguments.number("a horizontal coordinate", INT16_MIN, INT16_MAX);
+    int v = arguments.number("a vertical coordinate", INT16_MIN, INT16_MAX);
     Point where{static_cast<std::int16_t>(v), static_cast<std::int16_t>(h)};
     stage.user.clickAt(where, arguments.modifiers());
 }
 
 void choose(Arguments &arguments, Stage &stage)
 {
-    int item = arguments.number("the item number of a popup");
-    std::string choice = arguments.word("a menu item");
-    if (isNumber(choice))
-        stage.user.choose(item, std::stoi(choice));
+    int item = arguments.ordinal("an item number");
+    if (arguments.numberFollows())
+        stage.user.choose(item, arguments.ordinal("a menu item"));
     else
-        stage.user.choose(item, choice);
+        stage.user.choose(item, arguments.word("a menu item"));
 }
 
 void leave(Arguments &arguments, Stage &stage)
 {
-    stage.user.chooseNothing(arguments.number("the item number of a popup"));
+    stage.user.chooseNothing(arguments.ordinal("an item number"));
 }
 
 void type(Arguments &arguments, Stage &stage)
@@ -142,15 +147,23 @@ void key(Arguments &arguments, Stage &stage)
     stage.user.key(name, arguments.modifiers());
 }
 
-void save(Arguments &arguments, Stage &stage)
+std::string fileName(Arguments &arguments)
 {
     std::string name = arguments.word("a file name");
+    if (std::filesystem::path(name).filename().empty())
+        arguments.fail("\"" + name + "\" names no file");
+    return name;
+}
+
+void save(Arguments &arguments, Stage &stage)
+{
+    std::string name = fileName(arguments);
     stage.user.answerSave(name, !arguments.take("keep"));
 }
 
 void open(Arguments &arguments, Stage &stage)
 {
-    stage.user.answerOpen(arguments.word("a file name"));
+    stage.user.answerOpen(fileName(arguments));
 }
 
 void cancelFile(Arguments &, Stage &stage)
@@ -160,9 +173,7 @@ void cancelFile(Arguments &, Stage &stage)
 
 void wait(Arguments &arguments, Stage &stage)
 {
-    int ticks = arguments.number("a number of ticks");
-    if (ticks < 0)
-        arguments.fail("time runs forwards only");
+    int ticks = arguments.number("a number of ticks", 0, INT32_MAX);
     stage.user.wait(static_cast<std::uint32_t>(ticks));
 }
 
@@ -188,11 +199,9 @@ void fail(Arguments &arguments, Stage &stage)
     auto kind = toolbox::faults::kindNamed(name);
     if (!kind && name != "any")
         arguments.fail("there is no file call \"" + name + "\"");
-    int nth = arguments.number("which call");
-    int error = arguments.number("an error code");
+    int nth = arguments.number("a call", 1, INT32_MAX);
+    int error = arguments.number("an error code", INT16_MIN, -1);
     bool onward = arguments.take("onward");
-    if (nth < 1 || error >= 0)
-        arguments.fail("fail needs a call from 1 on and an error code below 0");
     stage.user.then([=] {
         if (kind)
             toolbox::faults::failFileCall(*kind, nth, static_cast<OSErr>(error), onward);
@@ -203,7 +212,7 @@ void fail(Arguments &arguments, Stage &stage)
 
 void depth(Arguments &arguments, Stage &stage)
 {
-    int bits = arguments.number("a number of bits");
+    int bits = arguments.number("a number of bits", 1, 32);
     if (bits != 1 && bits != 2 && bits != 4 && bits != 8 && bits != 32)
         arguments.fail("a screen has 1, 2, 4, 8 or 32 bits a pixel");
     stage.user.setDepth(bits);

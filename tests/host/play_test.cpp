@@ -19,6 +19,16 @@ protected:
     }
 
     std::string trace() const { return contentsOf(folder / "trace"); }
+    // The first of the wanted lines (or beginnings of them) that does not stand
+    // in the trace behind the ones before it.
+    std::string firstNotTraced(const std::vector<std::string> &wanted) const
+    {
+        std::istringstream in(trace());
+        std::size_t next = 0;
+        for (std::string line; next < wanted.size() && std::getline(in, line);)
+            next += line.starts_with(wanted[next]);
+        return next < wanted.size() ? wanted[next] : "";
+    }
     bool traced(const std::string &line) const { return ("\n" + trace()).find("\n" + line + "\n") != std::string::npos; }
 
     TemporaryFolder folder;
@@ -45,17 +55,106 @@ TEST_F(Play, ASessionMakesARidersFile)
 TEST_F(Play, TheTraceTellsWhatHappenedInOrder)
 {
     play(makeScript);
-    std::istringstream in(trace());
-    std::vector<std::string> wanted = {"menu command 0 ",     "menu command 1 ",      "entry 1/0 -> 0",
-                                       "dialog 16300 shown",  "popup 16136 opened",   "popup 16136 gave",
-                                       "popup 16137 opened",  "press ",               "dialog 16300 hidden",
-                                       "dialog 16399 shown",  "dialog 16399 closed",  "file create \"Film Positive\" -> 0",
-                                       "file setEOF \"Film Positive\" -> 0", "dialog 16300 closed", "entry 4/0 -> 0"};
-    std::size_t next = 0;
-    for (std::string line; std::getline(in, line) && next < wanted.size();)
-        if (line.rfind(wanted[next], 0) == 0)
-            ++next;
-    EXPECT_EQ(next, wanted.size()) << "not reached: " << wanted[std::min(next, wanted.size() - 1)] << "\n" << trace();
+    EXPECT_EQ(firstNotTraced({"menu command 0 ", "menu command 1 ", "entry 1/0 -> 0", "dialog 16300 shown",
+                              "popup 16136 opened", "popup 16136 gave", "popup 16137 opened", "press ",
+                              "dialog 16300 hidden", "dialog 16399 shown", "dialog 16399 closed",
+                              "file create \"Film Positive\" -> 0", "file setEOF \"Film Positive\" -> 0",
+                              "dialog 16300 closed", "entry 4/0 -> 0"}),
+              "")
+        << trace();
+}
+
+TEST_F(Play, EveryStepDoesWhatItsNameSays)
+{
+    writeFile(folder / "mine.spot", "%!KT1_Spot\rpop % by rows\r");
+    CommandResult result = play("start\n"
+                                "about\nkey return\n"
+                                "idle\n"
+                                "command 0\n"
+                                "leave 4\n"
+                                "choose 4 \"Other...\"\nclipboard 62.57\nkey v with command\nkey left\n"
+                                "key backspace\nkey 3\nkey return\n"
+                                "choose 8 3\ntype AB\nkey left with shift\nkey x with command\nkey tab\n"
+                                "choose 6 2\nclick 445 305\n"
+                                "choose 6 Import...\npress 1\nopen mine.spot\n"
+                                "depth 1\nwait 30\n"
+                                "press 1 with option shift\ncancel-file\n"
+                                "command 0\nfail any 3 -36 onward\npress 1\nsave made\n");
+    EXPECT_EQ(result.status, 1) << "every later file call fails, so a message is still open";
+    EXPECT_EQ(firstNotTraced({"entry 1/0 -> 0", "alert 16128 shown", "flash \"OK\"", "alert 16128 gave 1",
+                              "entry 2/0 -> 0", "entry 3/0 -> 0", "dialog 16300 shown", "popup 16136 opened",
+                              "popup 16136 gave nothing", "popup 16136 opened", "popup 16136 gave 21",
+                              "dialog 16301 shown", "flash \"OK\"", "dialog 16301 closed", "popup 16140 gave 3",
+                              "dialog 16302 shown", "popup 16134 gave 2", "press \"OK\"", "dialog 16302 closed",
+                              "popup 16138 gave 11", "dialog 16132 shown", "press \"Import\"", "dialog 16401 shown",
+                              "press \"Import\"", "file open \"mine.spot\" -> 0", "press \"Make\"",
+                              "dialog 16399 shown", "press \"Cancel\"", "dialog 16399 closed", "entry 4/0 -> 0",
+                              "dialog 16300 shown", "file write \"made\" 0 bytes -> -36", "dialog 16129 shown"}),
+              "")
+        << result.err << trace();
+    std::string settings = contentsOf(folder / "preferences/._Riders Preferences");
+    EXPECT_NE(settings.find("62.37"), std::string::npos) << "pasted, one back, the digit before it replaced";
+}
+
+TEST_F(Play, TheDecimalSeparatorIsTheOneGiven)
+{
+    const std::string typed = "start\ncommand 0\nchoose 4 Other...\n";
+    EXPECT_EQ(play(typed + "type 62,5\nkey return\npress 1\nsave made\n", {"--decimal", ","}).status, 0);
+    EXPECT_NE(contentsOf(folder / "made").find("62.5"), std::string::npos) << "PostScript knows the period only";
+    std::filesystem::remove_all(folder / "preferences");
+    play(typed + "type 62.5\nkey return\n", {"--decimal", ","});
+    EXPECT_EQ(firstNotTraced({"dialog 16301 shown", "beep"}), "") << "the period is no key of that field";
+}
+
+TEST_F(Play, TheMachineIsTheOneAskedFor)
+{
+    const std::string script = "start\ncommand 0\npicture settings\nkey escape\n";
+    auto picture = [&](std::vector<std::string> options) {
+        CommandResult result = play(script, std::move(options));
+        EXPECT_EQ(result.status, 0) << result.err;
+        return contentsOf(folder / "settings.png");
+    };
+    const std::string usual = picture({});
+    EXPECT_TRUE(picture({"--screen", "640x480x8+512x342x1"}) == usual) << "the second screen is another picture";
+    EXPECT_FALSE(picture({"--screen", "640x480x1"}) == usual);
+    EXPECT_FALSE(picture({"--screen", "800x600x8+512x342x1"}) == usual);
+}
+
+TEST_F(Play, CommandVPastesWhateverTheSystem)
+{
+    const std::string script = "start\ncommand 0\nchoose 4 Other...\nclipboard 62.5\nkey v with command\n"
+                               "key return\npress 1\nsave made\n";
+    for (const std::vector<std::string> &machine :
+         {std::vector<std::string>{"--system-version", "0x0607", "--no-color-quickdraw"}, {}}) {
+        CommandResult result = play(script, machine);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_NE(contentsOf(folder / "made").find("62.5"), std::string::npos);
+    }
+}
+
+TEST_F(Play, NumbersBeyondTheirRangeAreFoundBeforeAnythingIsDone)
+{
+    for (const char *step : {"choose 4 99999999999", "choose 4 0", "press 0", "press 40000", "leave -1",
+                             "command 70000", "click 70000 1", "wait -1", "fail any 1 -40000", "fail any 0 -36",
+                             "fail any 1 0", "depth 3", "save \"\"", "save folder/", "open folder/"}) {
+        CommandResult result = play("start\n" + std::string(step) + "\n");
+        EXPECT_EQ(result.status, 1) << step;
+        EXPECT_EQ(result.err.rfind("riders play: session.play:2: ", 0), 0u) << step << ": " << result.err;
+        EXPECT_EQ(trace().find("entry 1/0"), std::string::npos) << step;
+    }
+}
+
+TEST_F(Play, WhatCannotBeWrittenIsSaidInWords)
+{
+    writeFile(folder / "file", "");
+    EXPECT_EQ(play("start\n", {"--pictures", "file/pictures"}).err,
+              "riders play: the folder file/pictures cannot be made: Not a directory\n");
+    writeFile(folder / "session.play", "start\n");
+    for (const char *trace : {"file/trace", "/dev/full"}) {
+        CommandResult result = runRiders({"play", "session.play", "--trace", trace}, {}, folder.path());
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.err, std::string("riders play: the trace ") + trace + " cannot be written\n");
+    }
 }
 
 TEST_F(Play, TheSameSessionGivesTheSameTraceTwice)
@@ -104,7 +203,7 @@ TEST_F(Play, AFaultInTheScriptIsFoundBeforeAnythingIsDone)
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("session.play:7: there is no step \"frobnicate\""), std::string::npos) << result.err;
     EXPECT_FALSE(std::filesystem::exists(folder / "Film Positive"));
-    EXPECT_EQ(play("press four\n").err, "riders play: session.play:1: press needs an item number, not \"four\"\n");
+    EXPECT_EQ(play("press four\n").err, "riders play: session.play:1: press needs an item number from 1 to 32767, not \"four\"\n");
     EXPECT_EQ(play("press 1 2\n").err, "riders play: session.play:1: \"2\" is too much for press\n");
     EXPECT_EQ(play("type \"abc\n").err, "riders play: session.play:1: a quote is not closed\n");
 }
