@@ -1,5 +1,7 @@
 // The program people start.
 
+#include <signal.h>
+
 #include <CLI/CLI.hpp>
 
 #include "commands/commands.h"
@@ -21,6 +23,9 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
 
 int main(int argc, char **argv)
 {
+    // A file that may not grow any further is a full disk, to be told and
+    // tidied up after, not the end of the process.
+    signal(SIGXFSZ, SIG_IGN);
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");
     riders::Commands commands(app);

@@ -2,6 +2,7 @@
 
 #include "make/menu_match.h"
 #include "toolbox/dialogs.h"
+#include "toolbox/files.h"
 #include "toolbox/host/dialog_text.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
@@ -23,6 +24,34 @@ std::string typedName(const std::filesystem::path &output)
 {
     std::filesystem::path file = std::filesystem::absolute(output);
     return toolbox::utf8FromRoman(toolbox::folders::macName(file.parent_path(), file.filename().string()));
+}
+
+bool isText(const std::filesystem::path &file)
+{
+    auto folder = toolbox::folders::workingDirectory(file.parent_path());
+    Str255 name;
+    toolbox::setPascal(name, toolbox::folders::macName(file.parent_path(), file.filename().string()), 63);
+    FInfo info{};
+    return folder && GetFInfo(name, *folder, &info) == noErr && info.fdType == 'TEXT';
+}
+
+// Why the open dialog would not offer the file; empty when it does.
+std::string whyNotOffered(const std::filesystem::path &file)
+{
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(file, ignored))
+        return file.string() + " is no ordinary file";
+    for (const std::filesystem::path &part : file)
+        if (part.string().starts_with('.'))
+            return file.string() + " is hidden or in a hidden folder, where no dialog finds it";
+    return isText(file) ? "" : file.string() + " is no text file";
+}
+
+// As Standard File knows it: a link to a folder is followed, one to a file not.
+std::filesystem::path asListed(const std::filesystem::path &file)
+{
+    std::filesystem::path absolute = std::filesystem::absolute(file);
+    return std::filesystem::weakly_canonical(absolute.parent_path()) / absolute.filename();
 }
 
 int last(const std::vector<std::string> &items)
@@ -83,8 +112,11 @@ void Answers::chooseSpot()
     user_.chooseWhere(spotPopup, [this](const std::vector<std::string> &items) {
         if (int item = itemWithName(items, *request_.spot))
             return item;
-        if (!std::filesystem::exists(*request_.spot))
+        std::error_code ignored;
+        if (!std::filesystem::exists(*request_.spot, ignored))
             return notOffered("there is no dot shape and no file \"" + *request_.spot + "\"", items);
+        if (std::string why = whyNotOffered(asListed(*request_.spot)); !why.empty())
+            return giveUp("the spot function cannot be imported: " + why);
         user_.insertNext([this] { importSpot(); });
         return last(items);
     });
@@ -95,7 +127,7 @@ void Answers::importSpot()
     user_.in(importQuestion);
     user_.press(okButton);
     user_.in(spotFileDialog);
-    user_.answerOpen(std::filesystem::absolute(*request_.spot));
+    user_.answerOpen(asListed(*request_.spot));
 }
 
 void Answers::chooseAnnotation()
@@ -134,14 +166,19 @@ void Answers::paste(const std::string &text)
     user_.key("v", cmdKey);
 }
 
-// Lets go of the menu without a choice, and gives up.
 int Answers::notOffered(const std::string &words, const std::vector<std::string> &items)
 {
     std::string offered;
     for (const std::string &item : items)
-        if (item != "-" && item.find("...") == std::string::npos)
+        if (isValue(item))
             offered += (offered.empty() ? "" : ", ") + item;
-    refuse(words + "; there are " + offered);
+    return giveUp(words + "; there are " + offered);
+}
+
+// Lets go of the menu without a choice, and closes what is open.
+int Answers::giveUp(const std::string &words)
+{
+    refuse(words);
     closeDialogs();
     return 0;
 }

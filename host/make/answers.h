@@ -27,6 +27,7 @@ private:
     void fillAnnotation();
     void paste(const std::string &text);
     int notOffered(const std::string &words, const std::vector<std::string> &items);
+    int giveUp(const std::string &words);
     bool surprised();
     void refuse(const std::string &words);
     void closeDialogs();

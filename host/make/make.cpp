@@ -17,9 +17,13 @@ namespace {
 std::string checkOutput(const std::filesystem::path &output)
 {
     std::error_code ignored;
-    std::filesystem::path folder = std::filesystem::absolute(output).parent_path();
+    if (output.empty())
+        return "name a file for the riders";
     if (output.filename().empty() || std::filesystem::is_directory(output, ignored))
         return output.string() + " is a folder; name a file for the riders";
+    if (std::filesystem::exists(output, ignored) && !std::filesystem::is_regular_file(output, ignored))
+        return output.string() + " is no ordinary file; name another one for the riders";
+    std::filesystem::path folder = std::filesystem::absolute(output).parent_path();
     if (!std::filesystem::is_directory(folder, ignored))
         return "there is no folder " + folder.string() + " to make " + output.filename().string() + " in";
     if (output.filename().string().find(':') != std::string::npos)

@@ -42,10 +42,15 @@ int itemWithValue(const std::vector<std::string> &items, const std::string &valu
     });
 }
 
+bool isValue(const std::string &item)
+{
+    return item != "-" && item.find("...") == std::string::npos;
+}
+
 int itemWithName(const std::vector<std::string> &items, const std::string &name)
 {
     return firstItem(items, [&](const std::string &item) {
-        return strcasecmp(withoutTrailingBlanks(item).c_str(), name.c_str()) == 0;
+        return isValue(item) && strcasecmp(withoutTrailingBlanks(item).c_str(), name.c_str()) == 0;
     });
 }
 

@@ -9,7 +9,9 @@ namespace riders {
 // The number (from 1) of the item that means the value: the same number with or
 // without a unit behind it ("85.0" is "85 lpi"). 0 when there is none.
 int itemWithValue(const std::vector<std::string> &items, const std::string &value);
-// The item with that text, capitals or not; 0 when there is none.
+// Whether the item stands for a value: no divider, and none that opens a dialog.
+bool isValue(const std::string &item);
+// The value with that text, capitals or not; 0 when there is none.
 int itemWithName(const std::vector<std::string> &items, const std::string &name);
 
 }  // namespace riders

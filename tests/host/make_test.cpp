@@ -1,4 +1,9 @@
 // `riders make`: one code path with the dialogs.
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <utility>
+
 #include "make/menu_match.h"
 #include "support/command.h"
 #include "support/toolbox_test.h"
@@ -154,6 +159,63 @@ TEST_F(Make, ASpotFunctionFileIsImported)
     EXPECT_EQ(make({"--spot", "other.spot"}).status, 1);
 }
 
+TEST_F(Make, ASpotFileThatNoDialogWouldOfferIsRefusedInWords)
+{
+    const std::string spot = "%!KT1_Spot\rpop % by rows\r";
+    std::filesystem::create_directories(folder / "folder");
+    std::filesystem::create_directories(folder / ".away");
+    writeFile(folder / ".hidden", spot);
+    writeFile(folder / ".away" / "mine", spot);
+    writeFile(folder / "binary", std::string(100, '\0') + spot);
+    std::filesystem::create_symlink("folder", folder / "link");
+    for (const auto &[name, why] : std::vector<std::pair<std::string, std::string>>{{"folder", "no ordinary file"},
+                                                                                    {"link", "no ordinary file"},
+                                                                                    {".hidden", "hidden"},
+                                                                                    {".away/mine", "hidden"},
+                                                                                    {"binary", "no text file"},
+                                                                                    {"-", "no file \"-\""}}) {
+        CommandResult result = make({"--spot", name});
+        EXPECT_EQ(result.status, 1) << name;
+        EXPECT_NE(result.err.find(why), std::string::npos) << name << ": " << result.err;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+    writeFile(folder / "folder" / "mine", spot);
+    EXPECT_EQ(make({"--spot", "link/mine"}).status, 0);
+}
+
+TEST_F(Make, WhatIsNoOrdinaryFileIsNeverReplaced)
+{
+    ASSERT_EQ(mkfifo((folder / "made").c_str(), 0600), 0);
+    CommandResult result = make({"--frequency", "85"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "riders make: made is no ordinary file; name another one for the riders\n");
+    EXPECT_TRUE(std::filesystem::is_fifo(folder / "made"));
+    EXPECT_EQ(runRiders({"make", "-o", ""}).err, "riders make: name a file for the riders\n");
+}
+
+TEST_F(Make, ANameTooLongForTheDiskIsRefusedInWords)
+{
+    CommandResult result = runRiders({"make", "-o", std::string(256, 'n'), "--frequency", "85"}, {}, folder.path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err.find("filesystem"), std::string::npos) << result.err;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(Make, AFileThatMayNotGrowIsAFullDisk)
+{
+    writeFile(folder / "made", "mine");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    rlimit small = before;
+    small.rlim_cur = 400;
+    setrlimit(RLIMIT_FSIZE, &small);
+    CommandResult result = make({"--spot", "Round", "--error-handler"});
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(result.status, 1) << result.err;
+    EXPECT_NE(result.err.find("full"), std::string::npos) << result.err;
+    EXPECT_EQ(made(), "mine");
+}
+
 TEST_F(Make, WrongUsageExitsWithTwo)
 {
     EXPECT_EQ(runRiders({"make"}).status, 2);
@@ -183,4 +245,12 @@ TEST(MenuMatch, NamesMatchWhateverTheirCapitals)
     EXPECT_EQ(riders::itemWithName(items, "SQUARE"), 3);
     EXPECT_EQ(riders::itemWithName(items, "squar"), 0);
     EXPECT_EQ(riders::itemWithName(items, "printer's own"), 1);
+}
+
+TEST(MenuMatch, DividersAndItemsThatOpenADialogAreNoValues)
+{
+    std::vector<std::string> items = {"Printer's own", "-", "Round", "Import..."};
+    EXPECT_EQ(riders::itemWithName(items, "-"), 0);
+    EXPECT_EQ(riders::itemWithName(items, "Import..."), 0);
+    EXPECT_EQ(riders::itemWithName(items, "round"), 3);
 }
