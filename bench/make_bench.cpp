@@ -95,6 +95,7 @@ void measureMake(const std::filesystem::path &riders)
     toolbox::Configuration configuration;
     configuration.preferencesFolder = place / "preferences";
     toolbox::HeadlessMachine machine;
+    machine.wantPictures(false);
     toolbox::start(configuration, machine);
     measureLoop(place);
     toolbox::stop();

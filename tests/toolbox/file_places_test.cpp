@@ -192,6 +192,23 @@ TEST_F(FilePlacesTest, ListHasNamesTypesAndOrder)
     EXPECT_TRUE(files::listFolder(folder / "missing").empty());
 }
 
+TEST_F(FilePlacesTest, AListWithoutTypesHasTheSameEntries)
+{
+    writeFile(folder / "plain", "text");
+    writeFile(folder / "typed", "text");
+    writeFile(folder / "unseen", "text");
+    FInfo info{'PICT', 'RIDR', 0, {}, 0};
+    ASSERT_EQ(SetFInfo(P("typed"), 0, &info), noErr);
+    info.fdFlags = 0x4000;
+    ASSERT_EQ(SetFInfo(P("unseen"), 0, &info), noErr);
+    auto entries = files::listFolder(folder.path(), files::FolderOrder::mixed, files::FolderTypes::leftOut);
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_EQ(entries[0].macName, "plain");
+    EXPECT_EQ(entries[1].macName, "typed");
+    EXPECT_EQ(entries[0].type, OSType{0});
+    EXPECT_EQ(listed(), (std::vector<std::string>{"plain", "typed"}));
+}
+
 TEST_F(FilePlacesTest, LookingIsNoFileCall)
 {
     writeFile(folder / "a", "");

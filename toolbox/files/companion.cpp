@@ -15,6 +15,8 @@ namespace {
 constexpr std::size_t beginningBytes = 1024;
 // A fork holds 16 MiB; nothing else in a companion comes near that.
 constexpr std::size_t companionLimit = 64 * 1024 * 1024;
+// Header, two entries, Finder information, and a fork with an empty map.
+constexpr off_t sizeWithoutResources = 26 + 2 * 12 + 32 + 286;
 
 bool isControl(char c)
 {
@@ -95,6 +97,8 @@ Companion loadCompanion(const fs::path &file, AppleDouble &contents)
     return Companion::present;
 }
 
+// Only what holds resources can be missed after a power failure, and only then
+// is the disk waited for; a file just made has nothing to lose yet.
 OSErr storeCompanion(const fs::path &file, const AppleDouble &contents)
 {
     fs::path companion = companionOf(file);
@@ -107,7 +111,8 @@ OSErr storeCompanion(const fs::path &file, const AppleDouble &contents)
     if (saysNothing(file, contents))
         return removeCompanion(companion);
     mode_t mode = (existed ? old.st_mode : data.st_mode) & 0666;
-    return replaceWhole(companion, composeAppleDouble(contents), mode);
+    bool precious = existed && old.st_size > sizeWithoutResources;
+    return replaceWhole(companion, composeAppleDouble(contents), mode, precious);
 }
 
 std::string finderInfoOf(const fs::path &file)

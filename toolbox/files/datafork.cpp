@@ -210,7 +210,6 @@ OSErr flush(std::int16_t vRefNum)
         if (failed && first == noErr)
             first = errorOf(errno, Aim::change);
     }
-    syncFolder(folder);
     return first;
 }
 

@@ -15,7 +15,33 @@ namespace {
 
 constexpr unsigned char invisible = 0x40;  // in the high byte of the Finder flags
 
-std::optional<FolderEntry> entryFor(const fs::path &folder, const std::string &linuxName)
+using Names = std::vector<std::string>;
+
+// Sorted: aliases are numbered in this order, whatever order the disk has.
+Names namesIn(const fs::path &folder)
+{
+    Names names;
+    std::error_code failed;
+    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
+        names.push_back(entry->path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The type, or nothing for a file that is not to be seen. What has no companion
+// is a plain file and has no flags.
+std::optional<OSType> typeOf(const fs::path &path, bool hasCompanion, FolderTypes types)
+{
+    if (!hasCompanion && types == FolderTypes::leftOut)
+        return OSType{0};
+    std::string info = finderInfoOf(path);
+    if (static_cast<unsigned char>(info[8]) & invisible)
+        return std::nullopt;
+    return types == FolderTypes::told ? typeIn(info) : OSType{0};
+}
+
+std::optional<FolderEntry> entryFor(const fs::path &folder, const std::string &linuxName, const Names &all,
+                                    FolderTypes types)
 {
     fs::path path = folder / linuxName;
     struct stat status;
@@ -25,10 +51,11 @@ std::optional<FolderEntry> entryFor(const fs::path &folder, const std::string &l
         return FolderEntry{linuxName, macNameFor(folder, linuxName), true, 0};
     if (!S_ISREG(status.st_mode))
         return std::nullopt;
-    std::string info = finderInfoOf(path);
-    if (static_cast<unsigned char>(info[8]) & invisible)
+    bool hasCompanion = std::binary_search(all.begin(), all.end(), companionOf(path).filename().string());
+    std::optional<OSType> type = typeOf(path, hasCompanion, types);
+    if (!type)
         return std::nullopt;
-    return FolderEntry{linuxName, macNameFor(folder, linuxName), false, typeIn(info)};
+    return FolderEntry{linuxName, macNameFor(folder, linuxName), false, *type};
 }
 
 fs::path tidy(const fs::path &folder)
@@ -40,18 +67,12 @@ fs::path tidy(const fs::path &folder)
 
 }  // namespace
 
-std::vector<FolderEntry> listFolder(const fs::path &folder, FolderOrder order)
+std::vector<FolderEntry> listFolder(const fs::path &folder, FolderOrder order, FolderTypes types)
 {
-    std::vector<std::string> names;
-    std::error_code failed;
-    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
-        names.push_back(entry->path().filename().string());
-    // Aliases are numbered in this order, whatever order the disk has.
-    std::sort(names.begin(), names.end());
-
+    Names names = namesIn(folder);
     std::vector<FolderEntry> entries;
     for (const std::string &name : names)
-        if (auto entry = entryFor(folder, name))
+        if (auto entry = entryFor(folder, name, names, types))
             entries.push_back(std::move(*entry));
     std::stable_sort(entries.begin(), entries.end(), [&](const FolderEntry &a, const FolderEntry &b) {
         if (order == FolderOrder::foldersFirst && a.isFolder != b.isFolder)

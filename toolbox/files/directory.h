@@ -15,15 +15,19 @@ struct FolderEntry {
     std::string linuxName;
     std::string macName;  // by which the File Manager finds it
     bool isFolder;
-    OSType type;  // Finder type; 0 for a folder
+    OSType type;  // Finder type; 0 for a folder, and where types were not asked for
 };
 
 enum class FolderOrder { mixed, foldersFirst };
+// A file without a companion is opened to tell its type, which takes time in a
+// large folder.
+enum class FolderTypes { told, leftOut };
 
 // Files and folders in the order people expect: without regard to case,
 // numbers by their value. Hidden ones, companions, and what is neither file
 // nor folder are left out. Empty where the folder cannot be read.
-std::vector<FolderEntry> listFolder(const std::filesystem::path &folder, FolderOrder order = FolderOrder::mixed);
+std::vector<FolderEntry> listFolder(const std::filesystem::path &folder, FolderOrder order = FolderOrder::mixed,
+                                    FolderTypes types = FolderTypes::told);
 
 // Empty for the root.
 std::filesystem::path parentOf(const std::filesystem::path &folder);

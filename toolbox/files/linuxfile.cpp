@@ -172,30 +172,30 @@ OSErr readWhole(const fs::path &path, std::size_t limit, std::string &bytes)
 
 namespace {
 
-OSErr fill(Descriptor &file, const std::string &bytes, mode_t mode)
+OSErr fill(Descriptor &file, const std::string &bytes, mode_t mode, bool sync)
 {
     std::size_t done;
     if (OSErr error = writeAt(file.number(), bytes.data(), bytes.size(), 0, done))
         return error;
-    if (fchmod(file.number(), mode) != 0 || retried([&] { return fsync(file.number()); }) != 0)
+    if (fchmod(file.number(), mode) != 0 || (sync && retried([&] { return fsync(file.number()); }) != 0))
         return errorOf(errno, Aim::change);
     return errorOf(file.close(), Aim::change);
 }
 
 }  // namespace
 
-OSErr replaceWhole(const fs::path &path, const std::string &bytes, mode_t mode)
+OSErr replaceWhole(const fs::path &path, const std::string &bytes, mode_t mode, bool sync)
 {
     std::string temporary = (path.parent_path() / ".riders-XXXXXX").string();
     Descriptor file(mkostemp(temporary.data(), O_CLOEXEC));
     if (!file.open())
         return errorOf(errno, Aim::change, path);
-    OSErr error = fill(file, bytes, mode);
+    OSErr error = fill(file, bytes, mode, sync);
     if (error == noErr && rename(temporary.c_str(), path.c_str()) != 0)
         error = errorOf(errno, Aim::change, path);
     if (error != noErr)
         unlink(temporary.c_str());
-    else
+    else if (sync)
         syncFolder(path.parent_path());
     return error;
 }

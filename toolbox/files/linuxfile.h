@@ -61,9 +61,10 @@ OSErr readAt(int descriptor, char *bytes, std::size_t count, off_t position, std
 
 // The bytes of a regular file; ioErr when it is longer than limit.
 OSErr readWhole(const std::filesystem::path &path, std::size_t limit, std::string &bytes);
-// By way of a temporary file in the same folder: the file is the old one or,
-// on the disk, the new one, and on failure no temporary is left.
-OSErr replaceWhole(const std::filesystem::path &path, const std::string &bytes, mode_t mode);
+// By way of a temporary file in the same folder: the file is the old one or the
+// new one, and on failure no temporary is left. sync: the same holds when the
+// power fails, at the price of waiting for the disk.
+OSErr replaceWhole(const std::filesystem::path &path, const std::string &bytes, mode_t mode, bool sync);
 
 // Best effort: not every file system can.
 void syncFolder(const std::filesystem::path &folder);

@@ -47,7 +47,8 @@ protected:
     std::vector<Row> rowsOf(const fs::path &folder) const override
     {
         std::vector<Row> rows;
-        for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst))
+        for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst,
+                                                                   files::FolderTypes::leftOut))
             rows.push_back({entry.macName, entry.linuxName, entry.isFolder, entry.isFolder, entry.type});
         return rows;
     }

@@ -111,8 +111,9 @@ OSErr GetFInfo(ConstStr255Param name, int16_t vRefNum, FInfo *info);
 OSErr HGetFInfo(int16_t vRefNum, int32_t dirID, ConstStr255Param name, FInfo *info);
 OSErr SetFInfo(ConstStr255Param name, int16_t vRefNum, const FInfo *info);
 
-// Waits until what was written to files now open on the volume of vRefNum, and
-// its folder, is on the disk. The name is not looked at.
+// Waits until what was written to files now open on the volume of vRefNum is on
+// the disk. A name given to a file later is not waited for: the disk then has
+// the old name or the new. The name argument is not looked at.
 OSErr FlushVol(ConstStr255Param name, int16_t vRefNum);
 
 // The folder of a kind, for use as vRefNum and dirID; both 0 on error.
