@@ -8,11 +8,9 @@
 #include "apply/output.h"
 #include "apply/refusal.h"
 
-namespace riders
-{
+namespace riders {
 
-namespace
-{
+namespace {
 
 constexpr std::string_view kMagic = "%!Zu3_Riders";
 constexpr size_t kMagicWithin = 15;
@@ -25,8 +23,7 @@ bool isRidersFile(std::string_view bytes)
 
 // The first bytes of an input. What is not used of the buffer is never touched
 // and takes no memory.
-class Head
-{
+class Head {
 public:
     Head(const OpenFile &in, size_t most)
         : bytes_(std::make_unique_for_overwrite<char[]>(most)), size_(readFully(in, bytes_.get(), most))
@@ -99,7 +96,7 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
     return {*opening - marker->lineEndBefore, *opening + length + kClosingLine.size()};
 }
 
-} // namespace
+}  // namespace
 
 void applyRiders(const ApplyRequest &request)
 {
@@ -135,4 +132,4 @@ void stripRiders(const StripRequest &request)
     out.finish();
 }
 
-} // namespace riders
+}  // namespace riders

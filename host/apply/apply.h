@@ -9,13 +9,12 @@
 
 #include <filesystem>
 
-namespace riders
-{
+namespace riders {
 
 struct ApplyRequest {
-    std::filesystem::path riders;   // the riders file
-    std::filesystem::path job = {}; // empty: standard input
-    std::filesystem::path out = {}; // empty: standard output; may be the job itself
+    std::filesystem::path riders;    // the riders file
+    std::filesystem::path job = {};  // empty: standard input
+    std::filesystem::path out = {};  // empty: standard output; may be the job itself
 };
 
 // Writes the job with the riders file in it, between two marked lines, where
@@ -24,12 +23,12 @@ struct ApplyRequest {
 void applyRiders(const ApplyRequest &request);
 
 struct StripRequest {
-    std::filesystem::path job = {}; // empty: standard input
-    std::filesystem::path out = {}; // empty: standard output; may be the job itself
+    std::filesystem::path job = {};  // empty: standard input
+    std::filesystem::path out = {};  // empty: standard output; may be the job itself
 };
 
 // Writes the job as it was before applyRiders, byte for byte. Refused: a job
 // without a riders file, or one whose marked lines were changed or cut off.
 void stripRiders(const StripRequest &request);
 
-} // namespace riders
+}  // namespace riders

@@ -13,11 +13,9 @@
 
 #include "apply/refusal.h"
 
-namespace riders
-{
+namespace riders {
 
-namespace
-{
+namespace {
 
 constexpr size_t kBuffer = 256 << 10;
 constexpr size_t kAtOnce = size_t(1) << 30;
@@ -76,7 +74,7 @@ size_t readSome(const OpenFile &in, char *buffer, size_t size)
     return static_cast<size_t>(got);
 }
 
-} // namespace
+}  // namespace
 
 void refuseErrno(const std::string &name, int error)
 {
@@ -161,4 +159,4 @@ bool sameFile(int one, int other)
            a.st_ino == b.st_ino;
 }
 
-} // namespace riders
+}  // namespace riders

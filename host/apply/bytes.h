@@ -7,13 +7,11 @@
 #include <string>
 #include <string_view>
 
-namespace riders
-{
+namespace riders {
 
 // An open file with the name it has in messages. Closed at the end unless it
 // is one of the process's own standard files.
-class OpenFile
-{
+class OpenFile {
 public:
     OpenFile() = default;
     OpenFile(int descriptor, std::string name) : descriptor_(descriptor), name_(std::move(name)) {}
@@ -46,4 +44,4 @@ void copyRest(const OpenFile &in, const OpenFile &out);
 // True where both are the same ordinary file.
 bool sameFile(int one, int other);
 
-} // namespace riders
+}  // namespace riders

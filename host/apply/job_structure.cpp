@@ -6,26 +6,23 @@
 #include "apply/markers.h"
 #include "apply/refusal.h"
 
-namespace riders
-{
+namespace riders {
 
-namespace
-{
+namespace {
 
-constexpr char kEndOfJob = 0x04; // ^D, from serial lines and old drivers
+constexpr char kEndOfJob = 0x04;  // ^D, from serial lines and old drivers
 constexpr std::string_view kUniversalExit = "\033%-12345X";
 
 struct Line {
     size_t start = 0;
-    size_t next = 0;       // where the following line starts
-    std::string_view text; // without its line end
-    bool ended = false;    // false: the job ends without a line end
+    size_t next = 0;        // where the following line starts
+    std::string_view text;  // without its line end
+    bool ended = false;     // false: the job ends without a line end
 };
 
 // Lines ending in LF, CR or CRLF. A line that the head cuts off is not given,
 // nor one whose CR is the head's last byte: an LF may follow.
-class Lines
-{
+class Lines {
 public:
     Lines(const JobHead &head, size_t start) : bytes_(head.bytes), whole_(head.whole), at_(start) {}
 
@@ -74,8 +71,7 @@ std::string_view nextWord(std::string_view &text)
 
 // The lines of the job itself: those of embedded documents and of data
 // sections are left out.
-class OwnLines
-{
+class OwnLines {
 public:
     OwnLines(const JobHead &head, size_t start) : lines_(head, start) {}
 
@@ -101,7 +97,7 @@ private:
     void skipData(std::string_view arguments, std::string_view endWord)
     {
         const std::string_view number = nextWord(arguments);
-        nextWord(arguments); // how the data is coded
+        nextWord(arguments);  // how the data is coded
         const bool inLines = nextWord(arguments) == "Lines";
         size_t count = 0;
         const auto parsed = std::from_chars(number.data(), number.data() + number.size(), count);
@@ -157,7 +153,7 @@ size_t findStart(const JobHead &head)
     return at;
 }
 
-} // namespace
+}  // namespace
 
 Place findPlace(const JobHead &head)
 {
@@ -171,7 +167,7 @@ Place findPlace(const JobHead &head)
         if (line.text.starts_with(kOpeningWord))
             throw Refusal(head.name + ": has a riders file in it already; strip it first");
         if (line.next > kJobHeadLimit)
-            continue; // looked at for a marker only
+            continue;  // looked at for a marker only
         if (isComment(line.text, "%%EndSetup") || isComment(line.text, "%%Page"))
             return {line.start, false};
         if (isComment(line.text, "%%Trailer") || isComment(line.text, "%%EOF"))
@@ -195,4 +191,4 @@ std::optional<size_t> findFragment(const JobHead &head)
     return {};
 }
 
-} // namespace riders
+}  // namespace riders

@@ -7,8 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace riders
-{
+namespace riders {
 
 // A fragment stands in the first part of a job, the same from a file and a pipe.
 inline constexpr size_t kJobHeadLimit = size_t(4) << 20;
@@ -17,13 +16,13 @@ inline constexpr size_t kJobHeadSize = kJobHeadLimit + 128;
 
 struct JobHead {
     std::string_view bytes;
-    bool whole = true; // the bytes are the whole job
-    std::string name;  // of the job, for messages
+    bool whole = true;  // the bytes are the whole job
+    std::string name;   // of the job, for messages
 };
 
 struct Place {
-    size_t offset = 0;         // in the head; at the start of a line, or at the end of the job
-    bool needsLineEnd = false; // the line before it has none
+    size_t offset = 0;          // in the head; at the start of a line, or at the end of the job
+    bool needsLineEnd = false;  // the line before it has none
 
     bool operator==(const Place &) const = default;
 };
@@ -40,4 +39,4 @@ Place findPlace(const JobHead &head);
 // an embedded document's), if there is one. Throws Refusal where the job is no PostScript.
 std::optional<size_t> findFragment(const JobHead &head);
 
-} // namespace riders
+}  // namespace riders

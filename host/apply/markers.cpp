@@ -2,11 +2,9 @@
 
 #include <charconv>
 
-namespace riders
-{
+namespace riders {
 
-namespace
-{
+namespace {
 
 std::string_view addedWords(const Marker &marker)
 {
@@ -15,7 +13,7 @@ std::string_view addedWords(const Marker &marker)
     return marker.lineEndAfter ? "after" : "none";
 }
 
-} // namespace
+}  // namespace
 
 std::string openingLine(const Marker &marker)
 {
@@ -45,4 +43,4 @@ std::optional<Marker> parseOpening(std::string_view line)
     return {};
 }
 
-} // namespace riders
+}  // namespace riders

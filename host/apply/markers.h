@@ -6,15 +6,14 @@
 #include <string>
 #include <string_view>
 
-namespace riders
-{
+namespace riders {
 
 // What the opening line says. With it the fragment is taken out byte for byte,
 // whatever the fragment or the job hold.
 struct Marker {
-    size_t length = 0;          // of the fragment in bytes
-    bool lineEndBefore = false; // the job's line before the marker had no line end: one LF was added
-    bool lineEndAfter = false;  // the fragment had no line end: one LF was added
+    size_t length = 0;           // of the fragment in bytes
+    bool lineEndBefore = false;  // the job's line before the marker had no line end: one LF was added
+    bool lineEndAfter = false;   // the fragment had no line end: one LF was added
 
     bool operator==(const Marker &) const = default;
 };
@@ -25,8 +24,8 @@ inline constexpr std::string_view kClosingLine = "%RidersEnd\n";
 // No opening line is longer, its line end included.
 inline constexpr size_t kLongestOpening = 96;
 
-std::string openingLine(const Marker &marker); // with its line end
+std::string openingLine(const Marker &marker);  // with its line end
 // Of the line with its line end; nothing where it is not exactly what openingLine writes.
 std::optional<Marker> parseOpening(std::string_view line);
 
-} // namespace riders
+}  // namespace riders

@@ -10,11 +10,9 @@
 
 namespace fs = std::filesystem;
 
-namespace riders
-{
+namespace riders {
 
-namespace
-{
+namespace {
 
 constexpr int kMostTries = 1000;
 
@@ -41,7 +39,7 @@ fs::path temporaryIn(const fs::path &folder, int number)
     return folder / (".riders-" + std::to_string(getpid()) + "-" + std::to_string(number));
 }
 
-} // namespace
+}  // namespace
 
 Output::Output(const fs::path &path) : oldPipeHandler_(signal(SIGPIPE, SIG_IGN))
 {
@@ -131,4 +129,4 @@ void Output::finish()
     temporary_.clear();
 }
 
-} // namespace riders
+}  // namespace riders

@@ -5,13 +5,11 @@
 
 #include "apply/bytes.h"
 
-namespace riders
-{
+namespace riders {
 
 // While one of these is there, writing to a pipe whose reader has gone is an
 // error that can be reported, not the end of the process.
-class Output
-{
+class Output {
 public:
     // Opens for writing; an empty path is standard output. A symbolic link is
     // followed, an existing file's permissions and owner are kept, and a pipe
@@ -30,9 +28,9 @@ private:
     void nameTemporary();
 
     OpenFile file_;
-    std::filesystem::path target_;    // empty when writing straight to where the bytes go
-    std::filesystem::path temporary_; // its name, once it has one
+    std::filesystem::path target_;     // empty when writing straight to where the bytes go
+    std::filesystem::path temporary_;  // its name, once it has one
     void (*oldPipeHandler_)(int);
 };
 
-} // namespace riders
+}  // namespace riders

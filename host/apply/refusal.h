@@ -4,17 +4,16 @@
 #include <exception>
 #include <string>
 
-namespace riders
-{
+namespace riders {
 
 struct Refusal : std::exception {
     explicit Refusal(std::string text) : message(std::move(text)) {}
     const char *what() const noexcept override { return message.c_str(); }
 
-    std::string message; // without a line end and without the program's name
+    std::string message;  // without a line end and without the program's name
 };
 
 // "name: message of errno", for a call that has just failed.
 [[noreturn]] void refuseErrno(const std::string &name, int error);
 
-} // namespace riders
+}  // namespace riders

@@ -6,8 +6,7 @@
 
 namespace fs = std::filesystem;
 
-namespace
-{
+namespace {
 
 std::string readAll(int descriptor)
 {
@@ -60,7 +59,7 @@ pid_t feed(int descriptor, int unused, const std::string &bytes)
     _exit(0);
 }
 
-} // namespace
+}  // namespace
 
 Piped runOn(int in, int out, const std::function<void()> &work)
 {

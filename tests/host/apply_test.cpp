@@ -9,8 +9,7 @@
 
 namespace fs = std::filesystem;
 
-namespace
-{
+namespace {
 
 using Apply = ApplyTest;
 
@@ -252,4 +251,4 @@ TEST_F(Apply, FileThatCannotBeFinishedIsAsItWas)
     EXPECT_EQ(filesInFolder(), 3u);
 }
 
-} // namespace
+}  // namespace

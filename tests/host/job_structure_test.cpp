@@ -14,8 +14,7 @@ using riders::kJobHeadLimit;
 using riders::Place;
 using riders::Refusal;
 
-namespace
-{
+namespace {
 
 // What stands before the place, for a job given in one string with LF line ends.
 std::string before(const std::string &job)
@@ -112,7 +111,7 @@ TEST(JobStructure, EmbeddedDocumentsArePassedOver)
 
 TEST(JobStructure, DataSectionsArePassedOverByTheirCounts)
 {
-    const std::string data = "%%EndSetup\n%%Page:\n"; // 19 bytes, 2 lines
+    const std::string data = "%%EndSetup\n%%Page:\n";  // 19 bytes, 2 lines
     for (const std::string line : {"%%BeginData: 19 Binary Bytes\n", "%%BeginData: 19\n", "%%BeginBinary: 19\n",
                                    "%%BeginData: 2 ASCII Lines\n"}) {
         const std::string start = kHead + line + data + "%%EndData\n";
@@ -190,4 +189,4 @@ TEST(JobStructure, MarkerIsFoundWhereverAFragmentCanBe)
     EXPECT_EQ(findFragment({kHead + "%%BeginDocument: x\n" + marker, true, "job"}), std::nullopt);
 }
 
-} // namespace
+}  // namespace

@@ -3,11 +3,9 @@
 
 #include "host/postscript_support.h"
 
-namespace
-{
+namespace {
 
-class PostScriptPage : public ::testing::Test
-{
+class PostScriptPage : public ::testing::Test {
 protected:
     GhostscriptResult run(const std::string &job, const std::string &options = "-sDEVICE=pbmraw -r72 -g600x800")
     {
@@ -194,9 +192,7 @@ TEST_F(PostScriptPage, Level1InterpreterAnnotatesAtShowpage)
     EXPECT_GT(readBitmap(folder / "page").share(18, 770, 60, 784), 0.05);
 }
 
-class PostScriptErrors : public PostScriptPage, public ::testing::WithParamInterface<const char *>
-{
-};
+class PostScriptErrors : public PostScriptPage, public ::testing::WithParamInterface<const char *> {};
 
 TEST_P(PostScriptErrors, ArePaintedAndReportedAsEver)
 {
@@ -225,4 +221,4 @@ TEST_F(PostScriptPage, ErrorHandlerIsSilentWithoutAnError)
     EXPECT_EQ(readBitmap(folder / "page").share(0, 0, 600, 800), 0);
 }
 
-} // namespace
+}  // namespace

@@ -3,8 +3,7 @@
 
 #include "host/postscript_support.h"
 
-namespace
-{
+namespace {
 
 constexpr double kDpi = 600;
 
@@ -77,8 +76,7 @@ double likenessTo(const SpotShape &shape, const std::vector<double> &cell, int s
                     likeness(cell, idealCell(shape, side, ink, 0.5), side));
 }
 
-class PostScriptScreen : public ::testing::Test
-{
+class PostScriptScreen : public ::testing::Test {
 protected:
     Bitmap print(const RidersChoice &choice, double ink = 0.25)
     {
@@ -114,7 +112,7 @@ TEST_F(PostScriptScreen, FrequencyAloneKeepsTheAngle)
 {
     const auto measured = measureScreen(print({.frequency = "85"}), kDpi);
     EXPECT_NEAR(measured.frequency, 85, 1.5);
-    EXPECT_LT(angleApart(measured.angle, 45, 90), 1); // Ghostscript's own for grey
+    EXPECT_LT(angleApart(measured.angle, 45, 90), 1);  // Ghostscript's own for grey
 }
 
 TEST_F(PostScriptScreen, EverySpotFunctionGivesItsShape)
@@ -134,7 +132,7 @@ TEST_F(PostScriptScreen, EverySpotFunctionGivesItsShape)
                 most = low + high, best = shape.name;
             if (shape.id == chosen.id) {
                 EXPECT_GT(low, 0.93) << shape.name;
-                EXPECT_GT(high, 0.86) << shape.name; // whole rings of a square are alike
+                EXPECT_GT(high, 0.86) << shape.name;  // whole rings of a square are alike
             }
         }
         EXPECT_EQ(best, chosen.name);
@@ -202,4 +200,4 @@ TEST(PostScriptPlates, ScreenCheckGivesAScreenOfThresholdsRoundDots)
     EXPECT_EQ(screensAfter(thresholds, {.frequency = "30", .spotBody = ""}), fourTimes("dicttype 60.0 0.0\n"));
 }
 
-} // namespace
+}  // namespace

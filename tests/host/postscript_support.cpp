@@ -10,8 +10,7 @@
 #include <numbers>
 #include <sstream>
 
-namespace
-{
+namespace {
 
 constexpr int kWindow = 512;
 using Wave = std::complex<double>;
@@ -98,14 +97,14 @@ std::pair<double, double> strongestWhole(std::vector<Wave> data)
     for (size_t x = 0; x < kWindow; ++x)
         transform(data, x, kWindow);
     size_t best = 0;
-    for (size_t i = 0; i < data.size() / 2; ++i) // the other half mirrors this one
+    for (size_t i = 0; i < data.size() / 2; ++i)  // the other half mirrors this one
         if (std::abs(data[i]) > std::abs(data[best]))
             best = i;
     const double across = static_cast<double>(best % kWindow);
     return {across > kWindow / 2 ? across - kWindow : across, static_cast<double>(best / kWindow)};
 }
 
-} // namespace
+}  // namespace
 
 std::string piece(int id)
 {

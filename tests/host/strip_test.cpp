@@ -6,8 +6,7 @@
 #include "fuzz/job_structure_fuzz.cpp"
 #include "host/apply_support.h"
 
-namespace
-{
+namespace {
 
 using Strip = ApplyTest;
 
@@ -60,7 +59,7 @@ TEST_F(Strip, DamagedFragmentIsRefused)
     const size_t body = whole.find("\n/x 1 def"), bodyEnd = whole.find("%RidersEnd");
     for (size_t at = start; at < end; ++at) {
         if (at >= body && at < bodyEnd)
-            continue; // what the fragment says is its own affair
+            continue;  // what the fragment says is its own affair
         std::string damaged = whole;
         damaged[at] = damaged[at] == '7' ? '8' : '7';
         writeFile(job, damaged);
@@ -155,4 +154,4 @@ TEST(StripFuzz, BytesByChanceNeverLoseTheMarker)
     }
 }
 
-} // namespace
+}  // namespace
