@@ -36,23 +36,26 @@ std::string quotedWord(const std::string &line, std::size_t &position, int numbe
     throw toolbox::ScriptError{number, "a quote is not closed"};
 }
 
-std::vector<std::string> wordsOf(const std::string &line, int number)
+ScriptLine parted(const std::string &line, int number)
 {
-    std::vector<std::string> words;
+    ScriptLine parts{number, {}, {}};
     std::size_t position = 0;
     while (position < line.size() && line[position] != '#') {
         if (line[position] == ' ' || line[position] == '\t' || line[position] == '\r') {
             ++position;
-        } else if (line[position] == '"') {
-            words.push_back(quotedWord(line, position, number));
+            continue;
+        }
+        parts.quoted.push_back(line[position] == '"');
+        if (parts.quoted.back()) {
+            parts.words.push_back(quotedWord(line, position, number));
         } else {
             std::size_t end = line.find_first_of(" \t\r\"", position);
             end = end == std::string::npos ? line.size() : end;
-            words.push_back(line.substr(position, end - position));
+            parts.words.push_back(line.substr(position, end - position));
             position = end;
         }
     }
-    return words;
+    return parts;
 }
 
 }  // namespace
@@ -63,8 +66,8 @@ std::vector<ScriptLine> splitScript(const std::string &text)
     std::istringstream in(text);
     std::string line;
     for (int number = 1; std::getline(in, line); ++number)
-        if (auto words = wordsOf(line, number); !words.empty())
-            lines.push_back({number, std::move(words)});
+        if (ScriptLine parts = parted(line, number); !parts.words.empty())
+            lines.push_back(std::move(parts));
     return lines;
 }
 

@@ -42,10 +42,12 @@ public:
     // What the Toolbox counts in 16 bits, from 1.
     int ordinal(const char *what) { return number(what, 1, INT16_MAX); }
 
-    // Takes nothing: whether the next word is all digits.
+    // Takes nothing: whether the next word is all digits. In quotes they are a
+    // text.
     bool numberFollows() const
     {
-        return more() && line_.words[next_].find_first_not_of("0123456789") == std::string::npos;
+        return more() && !line_.quoted[next_] &&
+               line_.words[next_].find_first_not_of("0123456789") == std::string::npos;
     }
 
     bool take(const std::string &expected)
@@ -219,10 +221,15 @@ void depth(Arguments &arguments, Stage &stage)
 }
 
 const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
-    {"start", start},   {"about", about}, {"idle", idle},     {"command", command},       {"press", press},
-    {"click", click},   {"choose", choose}, {"leave", leave}, {"type", type},             {"key", key},
-    {"save", save},     {"open", open},   {"wait", wait},     {"cancel-file", cancelFile}, {"clipboard", clipboard},
-    {"picture", picture}, {"fail", fail}, {"depth", depth},
+    {"start", start},         {"about", about},
+    {"idle", idle},           {"command", command},
+    {"press", press},         {"click", click},
+    {"choose", choose},       {"leave", leave},
+    {"type", type},           {"key", key},
+    {"save", save},           {"open", open},
+    {"wait", wait},           {"cancel-file", cancelFile},
+    {"clipboard", clipboard}, {"picture", picture},
+    {"fail", fail},           {"depth", depth},
 };
 
 }  // namespace

@@ -223,6 +223,15 @@ TEST_F(Play, ReturnMakes)
     EXPECT_TRUE(std::filesystem::exists(folder / "made"));
 }
 
+TEST_F(Play, DigitsInQuotesAreAMenuItemsText)
+{
+    CommandResult result = play("start\ncommand 0\nchoose 7 \"3\"\nchoose 7 3\nchoose 7 99999999999\nkey escape\n");
+    EXPECT_EQ(result.err, "riders play: session.play:5: choose needs a menu item, not \"99999999999\"\n");
+    EXPECT_EQ(play("start\ncommand 0\nchoose 7 \"3\"\nchoose 7 3\nkey escape\n").status, 0);
+    EXPECT_TRUE(traced("popup 16139 gave 6")) << trace();
+    EXPECT_TRUE(traced("popup 16139 gave 3")) << trace();
+}
+
 TEST_F(Play, APlannedFaultIsReportedInTheDialog)
 {
     CommandResult result = play("start\ncommand 0\npress 1\nfail write 1 -34\nsave made\npress 1\n");
