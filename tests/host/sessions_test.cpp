@@ -9,7 +9,8 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 const fs::path sessions = fs::path(RIDERS_SOURCE_DIR) / "examples" / "sessions";
 
@@ -30,15 +31,16 @@ std::vector<std::string> optionsOf(const fs::path &script)
 }
 
 // Played in a folder that holds nothing but a copy of examples/sessions/files.
-class Session {
+class Session
+{
 public:
     CommandResult play(const std::string &name)
     {
         fs::path script = sessions / (name + ".play");
         fs::remove_all(work_ / "there");
         fs::copy(sessions / "files", work_ / "there", fs::copy_options::recursive);
-        std::vector<std::string> arguments = {"play", script, "--preferences", work_ / "preferences",
-                                              "--trace", work_ / "trace", "--pictures", work_ / "pictures"};
+        std::vector<std::string> arguments = {"play",    script,          "--preferences", work_ / "preferences",
+                                              "--trace", work_ / "trace", "--pictures",    work_ / "pictures"};
         for (const std::string &option : optionsOf(script))
             arguments.push_back(option);
         return runRiders(arguments, {}, work_ / "there");
@@ -91,9 +93,11 @@ std::vector<std::string> names()
     return all;
 }
 
-class Sessions : public ::testing::TestWithParam<std::string> {};
+class Sessions : public ::testing::TestWithParam<std::string>
+{
+};
 
-}  // namespace
+} // namespace
 
 TEST_P(Sessions, LeavesItsTrace)
 {

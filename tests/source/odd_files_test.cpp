@@ -13,13 +13,15 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 const std::string kHeader = "%!KT1_Spot\r";
 const std::string kRiders = "%!Zu3_Riders\r\n% the rest";
 
 // Whoever runs the tests may be allowed everything; this is somebody who is not.
-class Nobody {
+class Nobody
+{
 public:
     Nobody()
     {
@@ -36,7 +38,8 @@ private:
     bool changed_ = false;
 };
 
-class OddFiles : public OpenSettings {
+class OddFiles : public OpenSettings
+{
 protected:
     // Does something to the files when the trace comes to the line.
     void when(const std::string &line, const std::function<void()> &happens)
@@ -81,7 +84,7 @@ protected:
     }
 };
 
-}  // namespace
+} // namespace
 
 TEST_F(OddFiles, HundredMegabytesAreImportedByteForByte)
 {

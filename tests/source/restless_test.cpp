@@ -21,12 +21,13 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 struct Way {
     unsigned seed;
     int events;
-    int forbiddenDialog = 0;   // a walk fails that meets it; to try the shrinking
+    int forbiddenDialog = 0; // a walk fails that meets it; to try the shrinking
 
     char decimal() const { return seed % 3 == 1 ? ',' : '.'; }
     std::string systemVersion() const { return seed % 4 == 1 ? "0x0607" : "0x0755"; }
@@ -68,7 +69,8 @@ std::optional<PrefsRec> storedRecord(const fs::path &file)
     return std::nullopt;
 }
 
-class Restless : public PluginTest {
+class Restless : public PluginTest
+{
 protected:
     // Walks in a process of its own; what it said and the lines it went by are
     // left in the walk's folder. True when nothing was found.
@@ -185,7 +187,8 @@ private:
         EXPECT_TRUE(user.idle());
         EXPECT_EQ(FrontWindow(), nullptr);
         if (!toolbox::faults::met()) {
-            EXPECT_FALSE(traced("string 16130") || traced("string 16153")) << "the saved settings could not be used";
+            EXPECT_FALSE(traced("string 16130") || traced("string 16153"))
+                << "the saved settings could not be used";
             expectNoTemporaryFiles();
             expectSettings();
         } else if (!faultsBefore) {
@@ -262,15 +265,9 @@ private:
         openedSpot_ = gPrefsPtr->spotImported ? spot() : "";
     }
 
-    void record(const std::string &line)
-    {
-        script_ << line << std::endl;
-    }
+    void record(const std::string &line) { script_ << line << std::endl; }
 
-    void queue(const std::string &line)
-    {
-        riders::queueStep(riders::splitScript(line).front(), stage_);
-    }
+    void queue(const std::string &line) { riders::queueStep(riders::splitScript(line).front(), stage_); }
 
     // Steps of a script act on the user alone, but for those between calls.
     alignas(riders::Plugin) unsigned char noPlugin_[sizeof(riders::Plugin)];
@@ -291,7 +288,7 @@ unsigned numberFrom(const char *variable, unsigned otherwise)
 
 constexpr int kEventsOfAWalk = 400;
 
-}  // namespace
+} // namespace
 
 TEST_F(Restless, UserFindsNothing)
 {

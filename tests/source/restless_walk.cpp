@@ -16,8 +16,10 @@
 namespace fs = std::filesystem;
 namespace sf = toolbox::standardfile;
 
-namespace restless {
-namespace {
+namespace restless
+{
+namespace
+{
 
 enum { kSave = 16399, kRemove = 16400, kImport = 16401 };
 
@@ -58,7 +60,8 @@ bool canPress(int item)
 // The popup at the item of the dialog, nil where there is none.
 Handle popupAt(int dialogID, int item)
 {
-    const Handle settings[] = {gFreqPopInfo, gAnglePopInfo, gSpotPopInfo, gFlatPopInfo, gAnnoPopInfo, gErrorPopInfo};
+    const Handle settings[] = {gFreqPopInfo, gAnglePopInfo, gSpotPopInfo,
+                               gFlatPopInfo, gAnnoPopInfo,  gErrorPopInfo};
     if (dialogID == kCustomDialogID && item >= 4 && item <= 9)
         return settings[item - 4];
     if (dialogID == kAnnoDialogID && (item == 6 || item == 7))
@@ -81,7 +84,8 @@ std::vector<std::string> filesToChoose()
     return names;
 }
 
-class Walker {
+class Walker
+{
 public:
     Walker(unsigned seed, int events) : random_(seed), left_(events) {}
 
@@ -101,7 +105,10 @@ public:
 
 private:
     int below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
-    std::string oneOf(const Lines &lines) { return lines[static_cast<std::size_t>(below(static_cast<int>(lines.size())))]; }
+    std::string oneOf(const Lines &lines)
+    {
+        return lines[static_cast<std::size_t>(below(static_cast<int>(lines.size())))];
+    }
     static std::string number(int value) { return std::to_string(value); }
 
     std::string anywhere()
@@ -114,9 +121,10 @@ private:
         case 2:
             return "clipboard " + quoted(text());
         default:
-            return "fail " + oneOf({"create", "open", "close", "read", "write", "getEOF", "setEOF", "setFPos", "remove",
-                                    "rename", "getFInfo", "setFInfo", "flushVol", "openResFile", "createResFile",
-                                    "findFolder", "any"}) +
+            return "fail " +
+                   oneOf({"create", "open", "close", "read", "write", "getEOF", "setEOF", "setFPos", "remove",
+                          "rename", "getFInfo", "setFInfo", "flushVol", "openResFile", "createResFile",
+                          "findFolder", "any"}) +
                    " " + number(1 + below(6)) + " " +
                    oneOf({"-34", "-36", "-39", "-43", "-44", "-45", "-46", "-47", "-48", "-50", "-61", "-120"});
         }
@@ -143,7 +151,9 @@ private:
         if (below(5) == 0)
             return "cancel-file";
         if (dialogID == kSave)
-            return "save " + quoted(oneOf({"Film", "Film", "Käse", "x:y", "Plates/Black", std::string(70, 'x'), "Plates", "Star dot", "Letter"})) +
+            return "save " +
+                   quoted(oneOf({"Film", "Film", "Käse", "x:y", "Plates/Black", std::string(70, 'x'), "Plates",
+                                 "Star dot", "Letter"})) +
                    (below(3) ? "" : " keep");
         return files.empty() ? key() : "open " + quoted(oneOf(files));
     }
@@ -182,8 +192,9 @@ private:
 
     std::string key()
     {
-        const Lines keys = {"return", "enter", "escape", "tab", "backspace", "left", "right", "up", "down", "home",
-                            "end", "delete", "space", "x", "c", "v", "v", ".", ",", "0", "1", "9", "a", "é"};
+        const Lines keys = {"return", "enter", "escape", "tab",    "backspace", "left", "right", "up",
+                            "down",   "home",  "end",    "delete", "space",     "x",    "c",     "v",
+                            "v",      ".",     ",",      "0",      "1",         "9",    "a",     "é"};
         std::string line = "key " + oneOf(keys);
         if (below(4) == 0)
             line += " with " + oneOf({"command", "command", "command", "shift", "option"});
@@ -192,7 +203,8 @@ private:
 
     std::string text()
     {
-        const Lines letters = {"0", "1", "2", "5", "9", "0", ".", ",", "a", "Z", " ", "(", ")", "\\", "é", "\n", "\""};
+        const Lines letters = {"0", "1", "2", "5", "9",  "0", ".",  ",", "a",
+                               "Z", " ", "(", ")", "\\", "é", "\n", "\""};
         std::string all;
         for (int length = below(8) ? below(8) : below(300); length > 0; --length)
             all += oneOf(letters);
@@ -229,7 +241,7 @@ bool fits(const riders::ScriptLine &line, int dialogID)
     return verb != "open";
 }
 
-}  // namespace
+} // namespace
 
 Source walking(unsigned seed, int events)
 {
@@ -267,7 +279,8 @@ Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
     for (std::size_t size = lines.size() / 2; size > 0; size /= 2)
         for (std::size_t at = 0; at < lines.size();) {
             Lines fewer(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(at));
-            fewer.insert(fewer.end(), lines.begin() + static_cast<std::ptrdiff_t>(std::min(at + size, lines.size())),
+            fewer.insert(fewer.end(),
+                         lines.begin() + static_cast<std::ptrdiff_t>(std::min(at + size, lines.size())),
                          lines.end());
             if (fails(fewer))
                 lines = fewer;
@@ -277,4 +290,4 @@ Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
     return lines;
 }
 
-}  // namespace restless
+} // namespace restless

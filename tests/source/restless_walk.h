@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-namespace restless {
+namespace restless
+{
 
 using Lines = std::vector<std::string>;
 
@@ -28,4 +29,4 @@ std::string wayOut(int dialogID);
 // The fewest of the lines, as far as leaving some out can tell, that still fail.
 Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails);
 
-}  // namespace restless
+} // namespace restless

@@ -11,13 +11,14 @@
 #include "ktFreqDlg.h"
 #include "toolbox/menus.h"
 
-namespace {
+namespace
+{
 
 struct Verdict {
     bool passed = true;
-    int message = 0;           // reported, 0 for none
-    std::string text;          // as the check leaves it
-    std::string field;         // what the dialog's field then holds
+    int message = 0;   // reported, 0 for none
+    std::string text;  // as the check leaves it
+    std::string field; // what the dialog's field then holds
 
     bool operator==(const Verdict &) const = default;
 };
@@ -31,7 +32,7 @@ std::ostream &operator<<(std::ostream &out, const Verdict &verdict)
 // Compared of each kind, separator and mode.
 constexpr int kTexts = 100000;
 
-const std::string kSaved = "45";   // what the field held on opening
+const std::string kSaved = "45"; // what the field held on opening
 
 // --- The model --------------------------------------------------------------
 
@@ -45,12 +46,13 @@ struct Number {
 Number numberIn(const std::string &text, char point)
 {
     auto separators = std::count(text.begin(), text.end(), point);
-    bool strange = std::any_of(text.begin(), text.end(), [&](char letter) {
-        return letter != point && (letter < '0' || letter > '9');
-    });
+    bool strange = std::any_of(text.begin(), text.end(),
+                               [&](char letter) { return letter != point && (letter < '0' || letter > '9'); });
     std::size_t at = std::min(text.find(point), text.size());
-    Number number{strange ? Number::strange : separators > 1 ? Number::separators : Number::good, text.substr(0, at),
-                  at < text.size() ? text.substr(at + 1) : "", separators == 1, 0};
+    Number number{strange          ? Number::strange
+                  : separators > 1 ? Number::separators
+                                   : Number::good,
+                  text.substr(0, at), at < text.size() ? text.substr(at + 1) : "", separators == 1, 0};
     if (number.kind == Number::good)
         number.value = std::strtod(("0" + number.whole + "." + number.fraction + "0").c_str(), nullptr);
     return number;
@@ -149,7 +151,10 @@ std::vector<std::string> boundaries(char point)
                 if (scaled < 0)
                     continue;
                 std::string fraction = std::to_string(scaled % unit);
-                fraction.insert(0, static_cast<std::size_t>(decimals) - std::min(fraction.size(), static_cast<std::size_t>(decimals)), '0');
+                fraction.insert(0,
+                                static_cast<std::size_t>(decimals) -
+                                    std::min(fraction.size(), static_cast<std::size_t>(decimals)),
+                                '0');
                 texts.push_back(std::to_string(scaled / unit) + (decimals ? point + fraction : ""));
             }
         }
@@ -177,7 +182,8 @@ std::string randomText(std::mt19937 &random, char point, unsigned digitsOfIt, un
     return text;
 }
 
-class ValueModel : public OpenSettings {
+class ValueModel : public OpenSettings
+{
 protected:
     // Somebody presses Return whenever waited for.
     void SetUp() override
@@ -241,19 +247,15 @@ protected:
 
     // Whether the text is worth its time: each refusal that is reported is a
     // dialog that comes and goes.
-    bool affordable(const Verdict &should, bool report)
-    {
-        return !report || should.passed || --reportsLeft >= 0;
-    }
+    bool affordable(const Verdict &should, bool report) { return !report || should.passed || --reportsLeft >= 0; }
 
     bool agreesOnValue(const std::string &text, const Range &range, char point, bool report)
     {
         Verdict should = modelOf(text, range, point, report);
         if (!affordable(should, report))
             return false;
-        Verdict is = verdict(text, 4, [&](unsigned char *changed) {
-            return DoFreqStrCheck(changed, range.kind, report);
-        });
+        Verdict is =
+            verdict(text, 4, [&](unsigned char *changed) { return DoFreqStrCheck(changed, range.kind, report); });
         EXPECT_EQ(is, should) << "\"" << text << "\" kind " << range.kind << (report ? " reporting" : "");
         return true;
     }
@@ -269,7 +271,8 @@ protected:
     }
 
     // So many random texts that were compared; agrees answers whether one was.
-    void compareMany(const std::function<std::string()> &next, const std::function<bool(const std::string &)> &agrees)
+    void compareMany(const std::function<std::string()> &next,
+                     const std::function<bool(const std::string &)> &agrees)
     {
         reportsLeft = allReports() ? INT_MAX : 300;
         for (int compared = 0; compared < kTexts && !HasFailure();)
@@ -286,7 +289,7 @@ protected:
     std::mt19937 random;
 };
 
-}  // namespace
+} // namespace
 
 TEST_F(ValueModel, ValuesAgreeOnEveryBoundary)
 {
@@ -318,7 +321,8 @@ TEST_F(ValueModel, ValuesAgreeOnManyTexts)
         auto next = [&] { return randomText(random, point, 4, 2); };
         for (const Range &range : ranges(point))
             for (bool report : {false, true})
-                compareMany(next, [&](const std::string &text) { return agreesOnValue(text, range, point, report); });
+                compareMany(next,
+                            [&](const std::string &text) { return agreesOnValue(text, range, point, report); });
         closeDialog();
     }
 }

@@ -12,15 +12,16 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 
 enum { kFailure = 16129, kSettingsWarning = 16131, kQuestion = 16132 };
 
 struct Message {
     int16_t id;
     int16_t dialog;
-    int32_t number;         // shown below it, 0 for none
-    const char *context;    // the longest that comes with it
+    int32_t number;      // shown below it, 0 for none
+    const char *context; // the longest that comes with it
 };
 
 const Message messages[] = {
@@ -58,7 +59,8 @@ const Message messages[] = {
     {16167, kFailure, 0, ""},
 };
 
-class Words : public OpenSettings, public ::testing::WithParamInterface<Message> {
+class Words : public OpenSettings, public ::testing::WithParamInterface<Message>
+{
 protected:
     // The message's own box in the dialog in front.
     static Rect textBox()
@@ -87,9 +89,11 @@ protected:
     }
 };
 
-class Messages : public PluginTest {};
+class Messages : public PluginTest
+{
+};
 
-}  // namespace
+} // namespace
 
 TEST_P(Words, ShowWholeInTheirDialog)
 {
@@ -99,7 +103,7 @@ TEST_P(Words, ShowWholeInTheirDialog)
     std::string shown;
     int room = 0, needed = 0;
     user.in(about.dialog);
-    user.type("");   // waits for the dialog
+    user.type(""); // waits for the dialog
     user.then([&] {
         shown = toolbox::frontDialogText();
         room = textBox().bottom - textBox().top;
