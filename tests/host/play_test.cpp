@@ -225,8 +225,6 @@ TEST_F(Play, ReturnMakes)
 
 TEST_F(Play, DigitsInQuotesAreAMenuItemsText)
 {
-    CommandResult result = play("start\ncommand 0\nchoose 7 \"3\"\nchoose 7 3\nchoose 7 99999999999\nkey escape\n");
-    EXPECT_EQ(result.err, "riders play: session.play:5: choose needs a menu item, not \"99999999999\"\n");
     EXPECT_EQ(play("start\ncommand 0\nchoose 7 \"3\"\nchoose 7 3\nkey escape\n").status, 0);
     EXPECT_TRUE(traced("popup 16139 gave 6")) << trace();
     EXPECT_TRUE(traced("popup 16139 gave 3")) << trace();
