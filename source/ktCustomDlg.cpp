@@ -76,14 +76,10 @@ void SetupCustomDialog()
 
 static void PlaceCustomDialog()
 {
-    if (!gPrefsPtr->savePosition) {
+    if (gPrefsPtr->savePosition)
+        MoveWindow(gCustomDialog, gPrefsPtr->customDlgPos.h, gPrefsPtr->customDlgPos.v, true);
+    else
         CenterWindow(gCustomDialog, gCustomDialog, kCenterThird);
-        return;
-    }
-    // A screen may have gone since the position was saved.
-    Point where = {gPrefsPtr->customDlgPos.v, gPrefsPtr->customDlgPos.h};
-    CheckDlogPos(kCustomDialogID, &where);
-    MoveWindow(gCustomDialog, where.h, where.v, true);
 }
 
 static void OpenCustomDialog(MessageBlock *block)

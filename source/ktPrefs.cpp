@@ -109,28 +109,6 @@ void CheckPopup(const PopupRule &rule, Boolean *reset)
     ReleaseResource(menu);
 }
 
-// A length byte that leads out of its field is nothing this plug-in wrote.
-Boolean TextsFitTheirFields()
-{
-    return gPrefsPtr->freqStr[0] <= 15 && gPrefsPtr->angleStr[0] <= 15 && gPrefsPtr->flatStr[0] <= 15 &&
-           gPrefsPtr->annoSizeStr[0] <= 15 && gPrefsPtr->spotName[0] <= 63;
-}
-
-// The checks may change the text they are given; the stored one stays.
-Boolean ValueIsValid(StringPtr stored, int16_t kind)
-{
-    Str255 text;
-    CopyPStr(stored, text, 15);
-    return DoFreqStrCheck(text, kind, false);
-}
-
-Boolean SizeIsValid(StringPtr stored)
-{
-    Str255 text;
-    CopyPStr(stored, text, 15);
-    return DoSizeStrCheck(text, false);
-}
-
 void CheckAnnoFont(Boolean *reset)
 {
     if (gPrefsPtr->annoFontItem < 1)
@@ -364,18 +342,17 @@ Boolean DoPrefsResCheck()
 {
     Boolean reset = false;
     Require(ComparePStr(gPrefsPtr->prefsVersion, gEnvirInfo->versionStr), &reset);
-    Require(TextsFitTheirFields(), &reset);
     for (const PopupRule &rule : kPopupRules)
         CheckPopup(rule, &reset);
     Require(!gPrefsPtr->spotImported || gPrefsPtr->spotName[0] != 0, &reset);
     Require(gPrefsPtr->annoText[0] != 0, &reset);
-    Require(ValueIsValid(gPrefsPtr->freqStr, kFreqKind), &reset);
-    Require(ValueIsValid(gPrefsPtr->angleStr, kAngleKind), &reset);
-    Require(ValueIsValid(gPrefsPtr->flatStr, kFlatKind), &reset);
+    Require(DoFreqStrCheck(gPrefsPtr->freqStr, kFreqKind, false), &reset);
+    Require(DoFreqStrCheck(gPrefsPtr->angleStr, kAngleKind, false), &reset);
+    Require(DoFreqStrCheck(gPrefsPtr->flatStr, kFlatKind, false), &reset);
     CheckAnnoFont(&reset);
     // Asked twice, and kept so.
     Require(gPrefsPtr->annoText[0] != 0, &reset);
-    Require(SizeIsValid(gPrefsPtr->annoSizeStr), &reset);
+    Require(DoSizeStrCheck(gPrefsPtr->annoSizeStr, false), &reset);
     return reset;
 }
 

@@ -68,6 +68,11 @@ protected:
         gEnvirInfo = nullptr;
     }
 
+    fs::path forkOfPreferences() const
+    {
+        return preferencesFile().parent_path() / ("._" + preferencesFile().filename().string());
+    }
+
     void writeSpotFile(const std::string &name, const std::string &body)
     {
         writeFile(folder / name, "%!KT1_Spot\r" + body);
@@ -309,12 +314,41 @@ TEST_F(SettingsDialog, OpensCentredWithoutASavedPosition)
     EXPECT_TRUE(traced("dialog 16300 shown at 124,"));
 }
 
-TEST_F(SettingsDialog, OpensOnScreenWhenItsScreenHasGone)
+// Also where no screen is: the keys still answer it.
+TEST_F(SettingsDialog, OpensExactlyAtTheSavedPosition)
 {
-    store([](PrefsRec &prefs) { prefs.customDlgPos = {300, 5000}; });
+    for (Point where : {Point{77, 40}, Point{300, 5000}, Point{-900, -10}}) {
+        trace.clear();
+        store([&](PrefsRec &prefs) { prefs.customDlgPos = {where.v, where.h}; });
+        user.in(kCustomDialogID);
+        user.key("escape");
+        run();
+        EXPECT_TRUE(traced("dialog 16300 shown at " + std::to_string(where.h) + "," + std::to_string(where.v)));
+        EXPECT_EQ(stored().customDlgPos.v, where.v);
+        EXPECT_EQ(stored().customDlgPos.h, where.h);
+    }
+}
+
+// Nothing runs out of the field, and the annotation's text is not written over.
+TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
+{
+    std::string annotation;
+    store(
+        [&](PrefsRec &prefs) {
+            annotation = plain(prefs.annoText);
+        },
+        "{ 2 copy }");
+    std::string fork = contentsOf(forkOfPreferences());
+    size_t record = fork.find('\x0A' + std::string("Riders 1.0"));
+    ASSERT_NE(record, std::string::npos);
+    fork[record + offsetof(PrefsRec, spotName)] = '\xFF';
+    writeFile(forkOfPreferences(), fork);
     cancel();
     run();
-    EXPECT_TRUE(traced("dialog 16300 shown at 124,"));
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.spotName[0], 63);
+    EXPECT_EQ(plain(kept.annoText), annotation);
+    EXPECT_EQ(spotText, "{ 2 copy }");
 }
 
 TEST_F(SettingsDialog, MissingDialogIsFatal)

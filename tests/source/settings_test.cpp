@@ -319,15 +319,34 @@ TEST_F(Settings, AnnotationFontGoesFromOneTo13)
     EXPECT_TRUE(silent());
 }
 
-TEST_F(Settings, TextsLongerThanTheirFieldsReset)
+TEST_F(Settings, ValuesRunningOutOfTheirFieldsReset)
 {
-    for (unsigned char *field : {settings.freqStr, settings.angleStr, settings.flatStr, settings.annoSizeStr}) {
-        field[0] = 16;
-        EXPECT_TRUE(resets());
-    }
-    settings.spotName[0] = 64;
-    EXPECT_TRUE(resets());
+    for (unsigned char *field : {settings.freqStr, settings.angleStr, settings.flatStr, settings.annoSizeStr})
+        for (unsigned char length : {16, 255}) {
+            field[0] = length;
+            EXPECT_TRUE(resets()) << int(length);
+        }
     EXPECT_TRUE(silent());
+}
+
+TEST_F(Settings, PopupIsReportedBeforeAnyTextIsLookedAt)
+{
+    settings.freqStr[0] = 16;
+    settings.errorItem = 99;
+    dismiss(16131);
+    EXPECT_TRUE(resets());
+    EXPECT_EQ(reports(), 1);
+    EXPECT_TRUE(traced("ID = 36"));
+}
+
+// The dialog cuts it when it opens; the settings and the import are not lost.
+TEST_F(Settings, SpotNameLongerThanItsFieldStays)
+{
+    settings.spotImported = 1;
+    for (unsigned char length : {64, 255}) {
+        settings.spotName[0] = length;
+        EXPECT_FALSE(resets());
+    }
 }
 
 // --- A remembered position ---------------------------------------------------
