@@ -3,9 +3,8 @@
 #include "initUtilities.h"
 #include "toolbox/scrap.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
-enum { kReturnKey = 13, kEnterKey = 3, kEscapeKey = 27, kBackspaceKey = 8, kLeftArrow = 28, kDownArrow = 31 };
+enum { kBackspaceKey = 8, kLeftArrow = 28, kDownArrow = 31 };
 
 // --- Items ------------------------------------------------------------------
 
@@ -71,19 +70,6 @@ Boolean IsEditingKey(int16_t key)
 Boolean RefuseKey()
 {
     SysBeep(1);
-    return true;
-}
-
-Boolean ButtonKey(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
-{
-    int16_t key = event.message & charCodeMask;
-    if (key == kReturnKey || key == kEnterKey)
-        *itemHit = ok;
-    else if (key == kEscapeKey || (key == '.' && event.modifiers & cmdKey))
-        *itemHit = cancel;
-    else
-        return false;
-    FlashButton(dialog, *itemHit);
     return true;
 }
 

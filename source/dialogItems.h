@@ -22,8 +22,6 @@ Boolean IsDigit(int16_t key);
 Boolean IsEditingKey(int16_t key);
 // Beeps; true, so that nobody else takes the key.
 Boolean RefuseKey();
-// Return and Enter press item 1, Escape and Command-period item 2.
-Boolean ButtonKey(DialogPtr dialog, const EventRecord &event, int16_t *itemHit);
 
 // What is to become of a key with Command held.
 enum KeyFate { kKeyPassed, kKeyTaken, kPasteRefused };

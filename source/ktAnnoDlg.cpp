@@ -23,7 +23,7 @@ enum { kOKItem = 1, kCancelItem = 2, kOutlineItem = 3, kTextItem = 4, kFontItem 
 enum { kSizeItem = 8, kPanelItem = 9 };
 enum { kTextLimit = 254, kSizeLimit = 4 };
 enum { kTabKey = 9 };
-enum { kDialogMissing = 80, kStringMissing = 90 };
+enum { kDialogMissing = 80, kStringMissing = 90, kNoBlock = 94 };
 enum {
     kInvalidCharacter = 16132,
     kTextLength = 16145,
@@ -143,11 +143,9 @@ static Boolean IsMovingKey(int16_t key)
     return IsEditingKey(key) || key == kTabKey;
 }
 
-static Boolean AnnoKeyDown(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
+static Boolean AnnoKeyDown(DialogPtr dialog, const EventRecord &event)
 {
     int16_t key = event.message & charCodeMask;
-    if (ButtonKey(dialog, event, itemHit))
-        return true;
     if (event.modifiers & cmdKey)
         return AnnoCommandKey(dialog, key, CurrentField(dialog));
     return IsMovingKey(key) ? false : TypedKey(key, CurrentField(dialog));
@@ -230,7 +228,7 @@ Boolean AnnoFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     case autoKey:
         return AnnoRepeat(dialog, *event);
     case keyDown:
-        return AnnoKeyDown(dialog, *event, itemHit);
+        return GenericFilter(dialog, event, itemHit) || AnnoKeyDown(dialog, *event);
     case mouseDown:
         return AnnoClick(dialog, event->where);
     }
@@ -256,10 +254,10 @@ static void SetupAnnoPopups()
     GetIndString(title, 16128, 4);
     if (title[0] == 0)
         TheErrorHandler(kErrorDialog, 16129, kStringMissing, ql_quorum_passtr(" (STR# resource)"), true);
-    gAnnoFontPopInfo = NewHandleClear(sizeof(PopupInfo));
+    gAnnoFontPopInfo = NewPopup();
     SetupPopup(gAnnoFontPopInfo, ItemBox(gTheDialog, kFontItem), title, nullptr, kAnnoFontMenu,
                gPrefsPtr->annoFontItem);
-    gAnnoSizePopInfo = NewHandleClear(sizeof(PopupInfo));
+    gAnnoSizePopInfo = NewPopup();
     SetupPopup(gAnnoSizePopInfo, ItemBox(gTheDialog, kSizePopupItem), ql_quorum_passtr(""), nullptr, kAnnoSizeMenu,
                0);
 }
@@ -295,6 +293,8 @@ static void OpenAnnoDialog()
     if (!gTheDialog)
         TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
     gSavedAnnoPrefs = reinterpret_cast<AnnoPrefs *>(NewPtr(sizeof(AnnoPrefs)));
+    if (!gSavedAnnoPrefs)
+        TheErrorHandler(kErrorDialog, 16129, kNoBlock, ql_quorum_passtr(" (newptr)"), true);
     SetPort(gTheDialog);
     if (gPrefsPtr->useColor)
         ColorTheDialog(true, gTheDialog);

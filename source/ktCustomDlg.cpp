@@ -28,7 +28,6 @@ Handle gErrorPopInfo = nullptr;
 Str255 gSavedFontNameStr = {0};
 
 enum { kMakeItem = 1, kCancelItem = 2, kOutlineItem = 3, kFirstPopupItem = 4, kPanelItem = 16 };
-enum { kReturnKey = 13, kEnterKey = 3, kEscapeKey = 27 };
 enum { kQuestionDialog = 16132, kImportQuestion = 16146, kNothingChosen = 16155 };
 enum { kMenuMissing = 7, kDialogMissing = 78 };
 enum { kAnnotationUsedItem = 2 };
@@ -68,7 +67,7 @@ void SetupCustomDialog()
     int16_t item = kFirstPopupItem;
     for (const PopupPlace &place : kPopups) {
         Rect box = ItemBox(gCustomDialog, item++);
-        *place.popup = NewHandleClear(sizeof(PopupInfo));
+        *place.popup = NewPopup();
         SetupPopup(*place.popup, box, ql_quorum_passtr(""), nullptr, place.menuID, gPrefsPtr->*place.setting);
     }
     ReadFontName();
@@ -227,22 +226,21 @@ static Boolean HostFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit
 static Boolean ButtonIsActive(DialogPtr dialog, int16_t number)
 {
     int16_t type;
-    Handle item;
+    Handle item = nullptr;
     Rect box;
     GetDItem(dialog, number, &type, &item, &box);
-    return (*reinterpret_cast<ControlHandle>(item))->contrlHilite == 0;
+    return item && (*reinterpret_cast<ControlHandle>(item))->contrlHilite == 0;
 }
 
 // An inactive Cancel leaves *itemHit at 2 all the same.
 static Boolean CustomKey(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
 {
-    int16_t key = event.message & charCodeMask;
-    if (key == kReturnKey || key == kEnterKey) {
+    if (IsConfirmKey(event)) {
         *itemHit = kMakeItem;
         FlashButton(dialog, kMakeItem);
         return true;
     }
-    if (key != kEscapeKey && !(key == '.' && event.modifiers & cmdKey))
+    if (!IsCancelKey(event))
         return false;
     *itemHit = kCancelItem;
     if (!ButtonIsActive(dialog, kCancelItem))
@@ -254,7 +252,7 @@ static Boolean CustomKey(DialogPtr dialog, const EventRecord &event, int16_t *it
 
 Boolean HandleCustomEvents(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
-    if (event->what == keyDown && CustomKey(dialog, *event, itemHit))
+    if (CustomKey(dialog, *event, itemHit))
         return true;
     if (event->what == mouseDown) {
         Point where = event->where;

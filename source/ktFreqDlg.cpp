@@ -169,7 +169,7 @@ Boolean FreqFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     int16_t used = LengthLessSelection(dialog, kValueItem);
     if (event->what == autoKey)
         return FreqRepeat(*event, used < kFieldLimit);
-    return ButtonKey(dialog, *event, itemHit) || FreqKey(dialog, *event, used);
+    return GenericFilter(dialog, event, itemHit) || FreqKey(dialog, *event, used);
 }
 
 // --- The dialog -------------------------------------------------------------

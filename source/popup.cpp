@@ -9,11 +9,19 @@
 #include "toolbox/system.h"
 #include "utilities.h"
 
-enum { kMenuMissing = 7 };
+enum { kMenuMissing = 7, kNoBlock = 95 };
 enum { kEllipsis = 0xC9 };
 
 // Room in the box for what is not text: in the menu, and in the drawn box.
 enum { kMenuMargin = 28, kTextMargin = 34 };
+
+Handle NewPopup()
+{
+    Handle popup = NewHandleClear(sizeof(PopupInfo));
+    if (!popup)
+        TheErrorHandler(kErrorDialog, 16129, kNoBlock, ql_quorum_passtr(" (newhandle)"), true);
+    return popup;
+}
 
 static int16_t BoxWidth(const PopupInfo &info)
 {

@@ -3,8 +3,8 @@
 //
 // The control is no dialog item. The owner draws it from a user item's
 // procedure, tests clicks against bounds, and reads curItem. Its state lives in
-// a block of the owner's, of sizeof(PopupInfo) bytes, zero-filled before
-// SetupPopup. Drawing calls draw in the current port, which is the owner's
+// a block of the owner's, made by NewPopup and freed after DisposePopup.
+// Drawing calls draw in the current port, which is the owner's
 // dialog.
 #pragma once
 
@@ -45,6 +45,8 @@ enum {
 // The degree sign in Mac OS Roman.
 enum { kDegreeSign = 0xA1 };
 
+// A zero-filled record. Does not return without memory for it.
+Handle NewPopup();
 // Fills the record and puts the menu into the list of pop-up menus. The title
 // may be empty. menu nil: loaded by menuID; missing: fatal. Item 1 of the menu
 // is lengthened with spaces until the menu is as wide as the box, so whoever

@@ -212,15 +212,25 @@ Boolean GenericFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     return TwoButtonKeys(dialog, event, itemHit, cancel);
 }
 
+Boolean IsConfirmKey(const EventRecord &event)
+{
+    int character = event.message & charCodeMask;
+    return event.what == keyDown && (character == kReturnKey || character == kEnterKey);
+}
+
+Boolean IsCancelKey(const EventRecord &event)
+{
+    int character = event.message & charCodeMask;
+    return event.what == keyDown &&
+           (character == kEscapeKey || (character == '.' && (event.modifiers & cmdKey)));
+}
+
 Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, int16_t cancelItem)
 {
-    if (event->what != keyDown)
-        return false;
-    int character = event->message & charCodeMask;
     int16_t answer;
-    if (character == kReturnKey || character == kEnterKey)
+    if (IsConfirmKey(*event))
         answer = ok;
-    else if (character == kEscapeKey || (character == '.' && (event->modifiers & cmdKey)))
+    else if (IsCancelKey(*event))
         answer = IsPushButton(dialog, cancelItem) ? cancelItem : 0;
     else
         return false;

@@ -25,6 +25,9 @@ void OutlineDefault(DialogPtr dialog, int16_t item);
 void FlashButton(DialogPtr dialog, int16_t item);
 // Whether the item is an enabled push button.
 Boolean IsPushButton(DialogPtr dialog, int16_t item);
+// Whether the event is a press of Return or Enter; of Escape or Command-period.
+Boolean IsConfirmKey(const EventRecord &event);
+Boolean IsCancelKey(const EventRecord &event);
 // Key filter of a two-button dialog: Return and Enter answer item 1, Escape
 // and Command-period item 2.
 Boolean GenericFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);

@@ -154,8 +154,17 @@ TEST_F(Entry, ColourTablesAreOnlyLoadedWithColourQuickDraw)
 
 TEST_F(Entry, GlobalsPointToNothingAfterACall)
 {
-    for (int selector : {kSelectStartUp, kSelectCommand}) {
-        call(selector, 2);
+    const std::pair<int, int> calls[] = {{kSelectStartUp, 0},
+                                         {kSelectAbout, 0},
+                                         {kSelectCommand, kCommandSettings},
+                                         {kSelectCommand, kCommandRemove},
+                                         {kSelectCommand, 2}};
+    user.onSurprise([this](int) {
+        user.key("escape");
+        return true;
+    });
+    for (auto [selector, command] : calls) {
+        call(selector, command);
         EXPECT_EQ(gEnvirInfo, nullptr);
         EXPECT_EQ(gPrefsPtr, nullptr);
         EXPECT_EQ(gSavedPrefs, nullptr);
