@@ -4,8 +4,7 @@
 // The control is no dialog item. The owner draws it from a user item's
 // procedure, tests clicks against bounds, and reads curItem. Its state lives in
 // a block of the owner's, made by NewPopup and freed after DisposePopup.
-// Drawing calls draw in the current port, which is the owner's
-// dialog.
+// Drawing calls draw in the current port, which is the owner's dialog.
 #pragma once
 
 #include "toolbox/menus.h"
