@@ -23,10 +23,12 @@ void drawStaticText(const Item &item)
     TETextBox(text.data(), static_cast<int32_t>(text.size()), &item.box, 0);
 }
 
-// Pictures are not drawn yet: a frame shows where one belongs.
+// Stretched to the item.
 void drawPicture(const Item &item)
 {
-    FrameRect(&item.box);
+    if (item.handle && !*item.handle)
+        LoadResource(item.handle);
+    DrawPicture(reinterpret_cast<PicHandle>(item.handle), &item.box);
 }
 
 void drawUserItem(Dialog &dialog, int number)

@@ -77,6 +77,20 @@ void fillOnScreens(const Area &global, const Ink &ink)
         surface.fill(global, ink);
 }
 
+void paintOnScreens(const Area &global,
+                    const std::function<std::uint32_t(int h, int v, std::uint32_t under)> &pixelAt)
+{
+    for (Surface &surface : all) {
+        if (surface.blind())
+            continue;
+        const Area here = global & Area(surface.bounds());
+        for (const Box &box : here.boxes())
+            for (int v = box.y1; v < box.y2; ++v)
+                for (int h = box.x1; h < box.x2; ++h)
+                    surface.setPixel(h, v, pixelAt(h, v, surface.pixel(h, v)));
+    }
+}
+
 Area scrollOnScreens(const Area &global, int dh, int dv)
 {
     const Rect extent = global.bounds();

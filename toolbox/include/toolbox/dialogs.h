@@ -2,8 +2,8 @@
 //
 // Items are numbered from 1 in the order of their list. Where items overlap,
 // the first one in the list is hit. An item hidden by HideDItem lies 16384 to
-// the right. Pictures are not drawn yet: a frame stands in their place; icons 0
-// to 2 have a drawing of our own where no 'ICON' gives one.
+// the right. A picture is stretched to its item. Icons 0 to 2 have a drawing of
+// our own where no 'ICON' gives one.
 //
 // All calls here may allocate, and so move blocks; ModalDialog and the alerts
 // call back into filters and user items, and end by whatever those throw.

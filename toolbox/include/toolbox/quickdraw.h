@@ -184,6 +184,17 @@ void DrawString(ConstStr255Param text);
 void DrawText(const void *text, int16_t first, int16_t count);
 void DrawChar(int16_t character);
 
+// The bytes of a 'PICT' resource, big-endian as it stands.
+typedef struct PictureResource **PicHandle;
+// The resource, loaded; the Resource Manager's. Nil when there is none.
+PicHandle GetPicture(int16_t id);
+// Draws it with its frame stretched to the rectangle, white and black as its own
+// colours say; the port's pen and colours stay. Of versions 1 and 2 it draws
+// lines, rectangles and images of all depths; text, round shapes, polygons and
+// regions are passed over. Draws nothing for nil, for a purged resource, for an
+// empty rectangle, and for bytes that are damaged anywhere.
+void DrawPicture(PicHandle picture, const Rect *box);
+
 // The caller owns a region it makes: DisposeRgn. Empty at first; nil without
 // memory. A nil region counts as empty, and as a result is left alone. Calls
 // that change a region may move blocks.
