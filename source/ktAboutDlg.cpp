@@ -1,8 +1,52 @@
 #include "ktAboutDlg.h"
 
+#include <initializer_list>
+
+#include "dialogItems.h"
 #include "errors.h"
+#include "initUtilities.h"
+#include "ktCustomDlg.h"
+#include "ktFreqDlg.h"
+#include "ktPrefs.h"
+#include "strings.h"
+#include "toolbox/memory.h"
+#include "toolbox/resources.h"
 #include "toolbox/system.h"
 #include "utilities.h"
+
+RgnHandle gTheAboutRgn = nullptr;
+Boolean gAboutDone = false;
+Boolean gDoIntro = false;
+int16_t gPreIntroCounter = 0;
+Boolean gIconDone = false;
+Boolean gScrollInProg = false;
+Boolean gGetScrollStr = false;
+int16_t gWhichScrollString = 1;
+Str255 gTheScrollStr = {0};
+int32_t gScrollStrLen = 0;
+int32_t gScrollDelta = 0;
+Rect gScrollRect = {};
+
+static Boolean gWantCredits = false;
+
+enum {
+    kShallowPicture = 1,
+    kDeepPicture = 2,
+    kShallowIcon = 3,
+    kDeepIcon = 4,
+    kPictureArea = 5,
+    kTextArea = 6,
+    kScrollStrip = 7
+};
+enum { kCreditsLines = 1, kCreditsShallow = 2, kCreditsDeep = 3, kColourBox = 4 };
+enum { kAboutStrings = 16200, kCreditsStrings = 16201, kFirstPanelLine = 4, kScrollLines = 3 };
+enum { kReturnKey = 13, kEnterKey = 3 };
+enum { kIntroPass = 15, kIntroSteps = 22, kDeepScreen = 8 };
+enum { kDialogMissing = 80, kStringMissing = 90 };
+enum { kInfoFont = 3, kInfoSize = 9, kCreditsSize = 10 };
+// Passed as it is, whatever colour a screen has for it.
+enum { kScrollColour = 409, kTextColour = 33 };
+enum { kOutOfSight = 250 };
 
 void AboutInit()
 {
@@ -12,13 +56,492 @@ void CreditsInit()
 {
 }
 
-// The version in an alert, where the animated box and its credits panel are to
-// go: their name and answer are final, what they show is not.
+// --- Items ------------------------------------------------------------------
+
+static void SetItemBox(int16_t number, const Rect &box)
+{
+    int16_t type;
+    Handle item;
+    Rect before;
+    GetDItem(gTheDialog, number, &type, &item, &before);
+    SetDItem(gTheDialog, number, type, item, &box);
+}
+
+static void ShowOrHideItem(DialogPtr dialog, int16_t number, Boolean show)
+{
+    if (show)
+        ShowDItem(dialog, number);
+    else
+        HideDItem(dialog, number);
+}
+
+static void MoveLeftEdge(int16_t number, int16_t by)
+{
+    Rect box = ItemBox(gTheDialog, number);
+    box.left += by;
+    SetItemBox(number, box);
+}
+
+void SetAboutPicts(Boolean showPicture)
+{
+    Boolean deep = GetCurPixDepth() >= kDeepScreen;
+    ShowOrHideItem(gTheDialog, kShallowPicture, showPicture && !deep);
+    ShowOrHideItem(gTheDialog, kDeepPicture, showPicture && deep);
+    ShowOrHideItem(gTheDialog, kShallowIcon, !gIconDone && !deep);
+    ShowOrHideItem(gTheDialog, kDeepIcon, !gIconDone && deep);
+}
+
+// For the depth that SetAboutPicts last went by.
+static int16_t PictureItem()
+{
+    return gEnvirInfo->pixDepth < kDeepScreen ? kShallowPicture : kDeepPicture;
+}
+
+static int16_t IconItem()
+{
+    return gEnvirInfo->pixDepth < kDeepScreen ? kShallowIcon : kDeepIcon;
+}
+
+// --- Animation --------------------------------------------------------------
+
+// Each step is shown, and lasts a tick.
+static void ShowStep()
+{
+    uint32_t now;
+    Delay(1, &now);
+}
+
+static void DrawItemAt(int16_t number, const Rect &box)
+{
+    SetItemBox(number, box);
+    RectRgn(gTheAboutRgn, &box);
+    UpdtDialog(gTheDialog, gTheAboutRgn);
+}
+
+static void EraseBetween(const Rect &outer, const Rect &inner)
+{
+    RgnHandle kept = NewRgn();
+    RectRgn(gTheAboutRgn, &outer);
+    RectRgn(kept, &inner);
+    DiffRgn(gTheAboutRgn, kept, gTheAboutRgn);
+    EraseRgn(gTheAboutRgn);
+    DisposeRgn(kept);
+}
+
+// Not InsetRect, which forgets where an empty rectangle was.
+static Rect Widened(Rect box, int16_t dh, int16_t dv)
+{
+    box.left -= dh;
+    box.right += dh;
+    box.top -= dv;
+    box.bottom += dv;
+    return box;
+}
+
+static void PlayIntroSound()
+{
+    Handle sound = Get1Resource('snd ', kAboutSound);
+    if (!sound)
+        return;
+    HLock(sound);
+    SndPlay(nullptr, sound, false);
+    HUnlock(sound);
+    ReleaseResource(sound);
+}
+
+static void GrowPicture()
+{
+    SetAboutPicts(true);
+    int16_t picture = PictureItem();
+    Rect box = Widened(ItemBox(gTheDialog, picture), -4 * kIntroSteps, -kIntroSteps);
+    for (int16_t step = 0; step < kIntroSteps; ++step) {
+        box = Widened(box, 4, 1);
+        DrawItemAt(picture, box);
+        ShowStep();
+    }
+    PlayIntroSound();
+}
+
+// The other depth's picture goes too: the depth may change later.
+static void NarrowPicture()
+{
+    for (int16_t step = 0; step < kIntroSteps; ++step) {
+        for (int16_t picture : {kShallowPicture, kDeepPicture}) {
+            Rect before = ItemBox(gTheDialog, picture);
+            Rect after = Widened(before, -4, -1);
+            SetItemBox(picture, after);
+            if (picture == PictureItem())
+                EraseBetween(before, after);
+        }
+        ShowStep();
+    }
+}
+
+void DoAboutIntro(Boolean grow)
+{
+    if (grow)
+        GrowPicture();
+    else
+        NarrowPicture();
+}
+
+static void StretchIcon(int16_t icon)
+{
+    Rect box = ItemBox(gTheDialog, icon);
+    while (box.bottom < gTheDialog->portRect.bottom - 50) {
+        box.bottom += 6;
+        DrawItemAt(icon, box);
+        ShowStep();
+    }
+}
+
+static void DropIcon(int16_t icon)
+{
+    Rect box = ItemBox(gTheDialog, icon);
+    while (box.top < gTheDialog->portRect.bottom + 10) {
+        Rect before = box;
+        box.top += 4;
+        box.bottom += 8;
+        EraseBetween(before, box);
+        DrawItemAt(icon, box);
+        ShowStep();
+    }
+}
+
+void DoAboutIconMove()
+{
+    gDoIntro = true;
+    Rect text = ItemBox(gTheDialog, kTextArea);
+    EraseRect(&text);
+    MoveLeftEdge(kTextArea, kOutOfSight);
+    MoveLeftEdge(kScrollStrip, kOutOfSight);
+    StretchIcon(IconItem());
+    DropIcon(IconItem());
+    MoveLeftEdge(kTextArea, -kOutOfSight);
+    MoveLeftEdge(kScrollStrip, -kOutOfSight);
+    DoAboutIntro(false);
+    gDoIntro = false;
+    DoAboutInfo(false);
+}
+
+// --- Text -------------------------------------------------------------------
+
+static void PlainText()
+{
+    TextFont(0);
+    TextSize(0);
+    TextFace(normal);
+}
+
+static void DrawCentred(ConstStr255Param text, const Rect &across, int16_t baseline)
+{
+    MoveTo((across.left + across.right - StringWidth(text)) / 2, baseline);
+    DrawString(text);
+}
+
+static void DrawTitle(int16_t baseline)
+{
+    Str255 title, version;
+    GetIndString(title, kAboutStrings, 1);
+    GetAppVersionLongStr(version);
+    ConcatPStr(version, title, 255);
+    DrawCentred(title, gTheDialog->portRect, baseline);
+}
+
+static void DrawInfoLine(int16_t index, int16_t baseline)
+{
+    Str255 line;
+    GetIndString(line, kAboutStrings, index);
+    if (line[0] == 0)
+        TheErrorHandler(kErrorDialog, 16129, kStringMissing, ql_quorum_passtr(" (STR# resource)"), true);
+    DrawCentred(line, gTheDialog->portRect, baseline);
+}
+
+void DoAboutInfo(Boolean titleOnly)
+{
+    Rect area = ItemBox(gTheDialog, kTextArea);
+    EraseRect(&area);
+    TextFont(kInfoFont);
+    TextSize(kInfoSize);
+    TextFace(bold);
+    DrawTitle(area.top + 31);
+    TextFace(normal);
+    if (!titleOnly) {
+        DrawInfoLine(2, area.top + 48);
+        DrawInfoLine(5, area.top + 60);
+        DrawInfoLine(3, area.top + 72);
+    }
+    PlainText();
+}
+
+// --- Scrolling lines --------------------------------------------------------
+
+static void LoadScrollLine()
+{
+    GetIndString(gTheScrollStr, kCreditsStrings, gWhichScrollString);
+    gScrollStrLen = -StringWidth(gTheScrollStr);
+    gGetScrollStr = false;
+}
+
+// The whole line is drawn at each step, over what was moved: with its
+// background, so that its soft edges do not thicken.
+static void DrawScrollLine()
+{
+    TextFont(kInfoFont);
+    TextSize(kInfoSize);
+    TextFace(bold + italic);
+    if (gGetScrollStr)
+        LoadScrollLine();
+    ScrollRect(&gScrollRect, -2, 0, nullptr);
+    MoveTo(gScrollDelta, gScrollRect.bottom - 22);
+    ForeColor(kScrollColour);
+    TextMode(srcCopy);
+    DrawString(gTheScrollStr);
+    TextMode(srcOr);
+    ForeColor(kTextColour);
+    PlainText();
+}
+
+// The scroll area begins a little below the top of the title's letters: what of
+// them stands out of it goes too.
+static void EraseForScroll()
+{
+    Rect above = ItemBox(gTheDialog, kTextArea);
+    above.bottom = gScrollRect.top;
+    EraseRect(&above);
+    EraseRect(&gScrollRect);
+}
+
+static void NextScrollLine(int16_t rightEdge)
+{
+    gGetScrollStr = true;
+    gScrollDelta = rightEdge - 1;
+    if (++gWhichScrollString <= kScrollLines)
+        return;
+    gWhichScrollString = 1;
+    gScrollDelta = rightEdge;
+    gScrollInProg = false;
+    DoAboutInfo(false);
+}
+
+void DoAboutScrollText()
+{
+    int16_t rightEdge = gTheDialog->portRect.right;
+    gScrollInProg = true;
+    if (gScrollDelta == rightEdge - 1)
+        EraseForScroll();
+    else
+        DrawScrollLine();
+    gScrollDelta -= 2;
+    if (gScrollDelta <= gScrollStrLen)
+        NextScrollLine(rightEdge);
+}
+
+// --- The box ----------------------------------------------------------------
+
+// A line that scrolls by draws itself; the others would lie under it.
+void AboutProc(DialogPtr, int16_t)
+{
+    if (gDoIntro)
+        return;
+    SetAboutPicts(true);
+    if (!gScrollInProg)
+        DoAboutInfo(false);
+}
+
+static Boolean IsClosingKey(const EventRecord &event)
+{
+    int16_t key = event.message & charCodeMask;
+    return event.what == keyDown && (key == kReturnKey || key == kEnterKey);
+}
+
+static Boolean IsIn(DialogPtr dialog, int16_t item, Point where)
+{
+    Rect box = ItemBox(dialog, item);
+    GlobalToLocal(&where);
+    return PtInRect(where, &box);
+}
+
+static void ClickPicture(uint16_t modifiers)
+{
+    if (modifiers & optionKey && !gIconDone) {
+        gWantCredits = true;
+        gAboutDone = true;
+    } else if (modifiers & controlKey && !gScrollInProg && !gIconDone) {
+        --gScrollDelta;
+    } else if (gIconDone || gScrollInProg) {
+        gAboutDone = true;
+    } else {
+        DoAboutIconMove();
+        gIconDone = true;
+    }
+}
+
+static void CountPasses()
+{
+    if (gPreIntroCounter <= kIntroPass)
+        ++gPreIntroCounter;
+    if (gPreIntroCounter != kIntroPass || !gDoIntro)
+        return;
+    DoAboutIntro(true);
+    DoAboutInfo(false);
+    gDoIntro = false;
+}
+
+Boolean AboutFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
+{
+    *itemHit = 0;
+    if (IsClosingKey(*event)) {
+        gAboutDone = true;
+        return true;
+    }
+    CountPasses();
+    if (event->what != mouseDown) {
+        if (gScrollDelta < dialog->portRect.right && !gDoIntro)
+            DoAboutScrollText();
+        return false;
+    }
+    if (IsIn(dialog, kPictureArea, event->where))
+        ClickPicture(event->modifiers);
+    else
+        gAboutDone = true;
+    return true;
+}
+
+static void ClearState()
+{
+    gAboutDone = gWantCredits = gIconDone = gScrollInProg = false;
+    gPreIntroCounter = 0;
+    gDoIntro = gGetScrollStr = true;
+    gWhichScrollString = 1;
+    gTheAboutRgn = NewRgn();
+}
+
+static void OpenDialog(int16_t id)
+{
+    gTheDialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
+    if (!gTheDialog)
+        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
+    SetPort(gTheDialog);
+}
+
+static void PresentDialog(int16_t mode)
+{
+    CenterWindow(gCustomDialog, gTheDialog, mode);
+    SelectWindow(gTheDialog);
+    ShowWindow(gTheDialog);
+    SetCursor(&qd.arrow);
+}
+
+static void RunDialog(ModalFilterProcPtr filter)
+{
+    int16_t itemHit;
+    while (!gAboutDone)
+        ModalDialog(filter, &itemHit);
+    HideWindow(gTheDialog);
+}
+
+static void CloseTheDialog()
+{
+    DisposDialog(gTheDialog);
+    gTheDialog = nullptr;
+}
+
+static int16_t HandleCreditsDialog();
+
 int16_t HandleAboutDialog()
 {
-    Str255 version;
-    GetAppVersionLongStr(version);
-    DoAlert(kNoteAlert, version, ql_quorum_passtr("\r\rFits halftone screens to your printer."),
-            ql_quorum_passtr(""), ql_quorum_passtr(""));
+    GrafPtr savedPort;
+    GetPort(&savedPort);
+    ClearState();
+    OpenDialog(kAboutDialogID);
+    InstallUserProc(gTheDialog, kPictureArea, AboutProc);
+    gScrollDelta = gTheDialog->portRect.right;
+    gScrollRect = ItemBox(gTheDialog, kTextArea);
+    gScrollRect.top += 25;
+    PresentDialog(kCenterThird);
+    SetAboutPicts(false);
+    RunDialog(AboutFilter);
+    DisposeRgn(gTheAboutRgn);
+    gTheAboutRgn = nullptr;
+    CloseTheDialog();
+    SetPort(savedPort);
+    return gWantCredits ? HandleCreditsDialog() : 1;
+}
+
+// --- The credits panel ------------------------------------------------------
+
+static void DrawCreditsLine(int16_t index, const Rect &across, int16_t baseline)
+{
+    Str255 line;
+    GetIndString(line, kCreditsStrings, kFirstPanelLine + index);
+    DrawCentred(line, across, baseline);
+}
+
+static void CreditsProc(DialogPtr dialog, int16_t item)
+{
+    Boolean deep = GetCurPixDepth() >= kDeepScreen;
+    ShowOrHideItem(dialog, kCreditsShallow, !deep);
+    ShowOrHideItem(dialog, kCreditsDeep, deep);
+    Rect area = ItemBox(dialog, item);
+    TextFont(kInfoFont);
+    TextSize(kCreditsSize);
+    TextFace(bold);
+    DrawCreditsLine(0, area, area.top + 10);
+    TextSize(kInfoSize);
+    TextFace(normal);
+    DrawCreditsLine(1, area, area.top + 23);
+    PlainText();
+}
+
+static ControlHandle ColourBox(DialogPtr dialog)
+{
+    int16_t type;
+    Handle item;
+    Rect box;
+    GetDItem(dialog, kColourBox, &type, &item, &box);
+    return reinterpret_cast<ControlHandle>(item);
+}
+
+static Boolean CanShowColour()
+{
+    return gEnvirInfo->sysVersion >= 0x0700 && gEnvirInfo->hasColorQD && gEnvirInfo->pixDepth >= 2;
+}
+
+static Boolean CreditsFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
+{
+    *itemHit = 0;
+    if (IsClosingKey(*event)) {
+        gAboutDone = true;
+        return true;
+    }
+    if (event->what != mouseDown)
+        return false;
+    if (!IsIn(dialog, kColourBox, event->where)) {
+        gAboutDone = true;
+        return true;
+    }
+    ControlHandle box = ColourBox(dialog);
+    SetCtlValue(box, !GetCtlValue(box));
+    gPrefsPtr->useColor = GetCtlValue(box) != 0;
+    return true;
+}
+
+// Answers 1.
+static int16_t HandleCreditsDialog()
+{
+    GrafPtr savedPort;
+    GetPort(&savedPort);
+    gAboutDone = false;
+    OpenDialog(kCreditsDialogID);
+    InstallUserProc(gTheDialog, kCreditsLines, CreditsProc);
+    if (CanShowColour())
+        SetCtlValue(ColourBox(gTheDialog), gPrefsPtr->useColor);
+    else
+        HideDItem(gTheDialog, kColourBox);
+    PresentDialog(kCenterMiddle);
+    RunDialog(CreditsFilter);
+    CloseTheDialog();
+    SetPort(savedPort);
     return 1;
 }

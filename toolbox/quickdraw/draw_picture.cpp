@@ -118,14 +118,17 @@ PicHandle GetPicture(int16_t id)
 
 void DrawPicture(PicHandle picture, const Rect *box)
 {
+    const GrafPort &port = currentPort();
+    if ((toGlobal(port, Area(*box)) & visibleArea(port)).empty())
+        return;
     trace::drawing("picture %d,%d,%d,%d", box->left, box->top, box->right, box->bottom);
     Handle block = reinterpret_cast<Handle>(picture);
-    if (!block || !*block || emptyRect(*box))
+    if (!block || !*block)
         return;
     auto contents = readPicture({*block, static_cast<std::size_t>(GetHandleSize(block))});
     if (!contents)
         return;
-    Painter painter(currentPort(), contents->frame, *box);
+    Painter painter(port, contents->frame, *box);
     for (const PictureStep &step : contents->steps)
         painter.draw(step);
 }

@@ -94,8 +94,10 @@ void paintOnScreens(const Area &global,
 Area scrollOnScreens(const Area &global, int dh, int dv)
 {
     const Rect extent = global.bounds();
-    const Picture before = saveBits(extent);
     const Area reached = global & global.movedBy(dh, dv) & desktopArea().movedBy(dh, dv);
+    if (std::all_of(all.begin(), all.end(), [](const Surface &surface) { return surface.blind(); }))
+        return global - reached;
+    const Picture before = saveBits(extent);
     for (Surface &surface : all) {
         const Area here = reached & Area(surface.bounds());
         for (const Box &box : here.boxes())
