@@ -81,8 +81,8 @@ TEST_F(Play, EveryStepDoesWhatItsNameSays)
                                 "press 1 with option shift\ncancel-file\n"
                                 "command 0\nfail any 3 -36 onward\npress 1\nsave made\n");
     EXPECT_EQ(result.status, 1) << "every later file call fails, so a message is still open";
-    EXPECT_EQ(firstNotTraced({"entry 1/0 -> 0", "alert 16128 shown", "flash \"OK\"", "alert 16128 gave 1",
-                              "entry 2/0 -> 0", "entry 3/0 -> 0", "dialog 16300 shown", "popup 16136 opened",
+    EXPECT_EQ(firstNotTraced({"entry 1/0 -> 0", "dialog 16200 shown", "dialog 16200 hidden",
+                              "dialog 16200 closed", "entry 2/0 -> 0", "entry 3/0 -> 0", "dialog 16300 shown", "popup 16136 opened",
                               "popup 16136 gave nothing", "popup 16136 opened", "popup 16136 gave 21",
                               "dialog 16301 shown", "flash \"OK\"", "dialog 16301 closed", "popup 16140 gave 3",
                               "dialog 16302 shown", "popup 16134 gave 2", "press \"OK\"", "dialog 16302 closed",
@@ -94,6 +94,20 @@ TEST_F(Play, EveryStepDoesWhatItsNameSays)
         << result.err << trace();
     std::string settings = contentsOf(folder / "preferences/._Riders Preferences");
     EXPECT_NE(settings.find("62.37"), std::string::npos) << "pasted, one back, the digit before it replaced";
+}
+
+TEST_F(Play, TheAboutBoxIsPlayedLikeAnyOther)
+{
+    CommandResult result = play("about\nwait 90\npress 5\npicture fallen\npress 5\n"
+                                "about\npress 5 with option\npress 4\nkey enter\n"
+                                "about\nwait 30\npress 5 with control\nwait 700\npress 6\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(firstNotTraced({"dialog 16200 shown", "picture \"fallen.png\"", "dialog 16200 closed",
+                              "dialog 16200 shown", "dialog 16200 closed", "dialog 17000 shown",
+                              "dialog 17000 closed", "entry 2/0 -> 0", "dialog 16200 shown", "dialog 16200 closed",
+                              "entry 2/0 -> 0"}),
+              "")
+        << trace();
 }
 
 TEST_F(Play, TheDecimalSeparatorIsTheOneGiven)
