@@ -134,6 +134,16 @@ TEST_F(Play, TheMachineIsTheOneAskedFor)
     EXPECT_FALSE(picture({"--screen", "800x600x8+512x342x1"}) == usual);
 }
 
+TEST_F(Play, WaitingIsSeenInTheCaret)
+{
+    ASSERT_EQ(play("start\ncommand 0\nchoose 4 Other...\ntype 6\npicture one\npicture two\nwait 40\npicture three\n"
+                   "key escape\nkey escape\n")
+                  .status,
+              0);
+    EXPECT_TRUE(contentsOf(folder / "one.png") == contentsOf(folder / "two.png"));
+    EXPECT_FALSE(contentsOf(folder / "two.png") == contentsOf(folder / "three.png")) << "it blinks every 32 ticks";
+}
+
 TEST_F(Play, CommandVPastesWhateverTheSystem)
 {
     const std::string script = "start\ncommand 0\nchoose 4 Other...\nclipboard 62.5\nkey v with command\n"

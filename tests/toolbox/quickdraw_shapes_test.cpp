@@ -1,6 +1,7 @@
 #include <cmath>
 #include <random>
 
+#include "quickdraw/dimming.h"
 #include "quickdraw_canvas.h"
 
 using QuickDrawLines = CanvasTest;
@@ -226,6 +227,20 @@ TEST_F(QuickDrawShapes, PenModesCombineWithWhatIsThere)
     EXPECT_EQ(countAfter(patXor, false), 16);
     EXPECT_EQ(countAfter(patXor, true), 48);
     EXPECT_EQ(countAfter(patBic, true), 48);
+}
+
+TEST_F(QuickDrawShapes, DimmingTakesEveryOtherPixelAwayAndAddsNone)
+{
+    const Rect all{0, 0, 8, 8}, dimmed{0, 0, 8, 4};
+    FillRect(&all, &qd.black);
+    PenSize(3, 3);
+    toolbox::quickdraw::dim(dimmed);
+    EXPECT_EQ(inked(), 64 - 16);
+    EXPECT_NE(pixel(0, 0), pixel(1, 0));
+    toolbox::quickdraw::dim(dimmed);
+    EXPECT_EQ(inked(), 64 - 16) << "what is white stays white";
+    EXPECT_EQ(port.pnSize.h, 1);
+    EXPECT_EQ(port.pnMode, patCopy);
 }
 
 TEST_F(QuickDrawShapes, ColoursHaveTheirTableValues)

@@ -36,10 +36,14 @@ TEST_F(System, NumberFormatBeginsWithTheDecimalSeparator)
     Handle format = IUGetIntl(0);
     ASSERT_NE(format, nullptr);
     EXPECT_EQ(**format, ',');
+    EXPECT_EQ((*format)[1], '.') << "thousands are not parted as decimals are";
     EXPECT_EQ(GetHandleSize(format), 32);
     EXPECT_EQ(IUGetIntl(0), format);
     EXPECT_EQ(IUGetIntl(1), nullptr);
     EXPECT_EQ(toolbox::leftBehind(), toolbox::LeakReport{});
+    configuration.decimalPoint = '.';
+    restart();
+    EXPECT_EQ((*IUGetIntl(0))[1], ',');
 }
 
 TEST_F(System, LocaleWithoutNumberFormatGivesNil)

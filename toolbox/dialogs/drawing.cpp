@@ -40,7 +40,7 @@ void drawUserItem(Dialog &dialog, int number)
     reinterpret_cast<UserItemProcPtr>(procedure)(dialog.pointer(), static_cast<int16_t>(number));
 }
 
-// As the plug-in's own dialogs do it: the corners follow the button's height.
+// The corners follow the button's height.
 void outlineDefaultItem(Dialog &dialog)
 {
     const Item *item = dialog.item(dialog.record->aDefItem);
