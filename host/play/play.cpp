@@ -71,7 +71,7 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
         user.run();
     } catch (const toolbox::ProcessEnded &) {
         if (!user.idle())
-            throw toolbox::ScriptError{0, "the process has ended, and the script goes on"};
+            throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on"};
     }
 }
 

@@ -134,6 +134,33 @@ TEST_F(Play, TheMachineIsTheOneAskedFor)
     EXPECT_FALSE(picture({"--screen", "800x600x8+512x342x1"}) == usual);
 }
 
+// A plug-in whose resources lack something that it needs, beside a program of
+// its own.
+TEST_F(Play, AProcessThatEndsEndsTheScript)
+{
+    const std::filesystem::path built = RIDERS_BINARY_DIR;
+    for (const char *file : {"riders", "riders.so"})
+        std::filesystem::copy_file(built / file, folder / file);
+    writeFile(folder / "bare.res", "string 16129 \"Cannot go on.\"\n"
+                                   "dialog 16129 { size 420 164 ; at 110 110 ; hidden ; items 1 }\n"
+                                   "items 1 { button 320 128 80 20 \"OK\" ; user 0 0 0 0 ; text 0 0 0 0 \"^0\" }\n");
+    ASSERT_EQ(runProgram({(built / "tools/rescomp/rescomp").string(), "bare.res", "-o", "._riders.so"}, {},
+                         folder.path())
+                  .status,
+              0);
+    auto playBare = [&](const std::string &script) {
+        writeFile(folder / "session.play", script);
+        return runProgram({"./riders", "play", "session.play", "--preferences", "p", "--trace", "trace"}, {},
+                          folder.path());
+    };
+    CommandResult ended = playBare("command 0\npress 1\n");
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_TRUE(traced("process ended")) << trace();
+    EXPECT_EQ(trace().find("entry 4/0"), std::string::npos);
+    EXPECT_EQ(playBare("command 0\npress 1\n\nidle\n").err,
+              "riders play: session.play:4: the process has ended, and the script goes on\n");
+}
+
 TEST_F(Play, WaitingIsSeenInTheCaret)
 {
     ASSERT_EQ(play("start\ncommand 0\nchoose 4 Other...\ntype 6\npicture one\npicture two\nwait 40\npicture three\n"

@@ -303,12 +303,20 @@ void ScriptedUser::forgetRest()
     script_->steps.clear();
 }
 
+static bool isToBeDone(const Step &step)
+{
+    return step.where != Where::ifAsked;
+}
+
 bool ScriptedUser::idle() const
 {
-    for (const Step &step : script_->steps)
-        if (step.where != Where::ifAsked)
-            return false;
-    return true;
+    return std::none_of(script_->steps.begin(), script_->steps.end(), isToBeDone);
+}
+
+int ScriptedUser::nextLine() const
+{
+    auto next = std::find_if(script_->steps.begin(), script_->steps.end(), isToBeDone);
+    return next == script_->steps.end() ? 0 : next->line;
 }
 
 void ScriptedUser::atHost(std::function<void()> action)

@@ -92,8 +92,9 @@ public:
     void onSurprise(std::function<bool(int dialogID)> handler);
     // Drops the steps not yet done.
     void forgetRest();
-    // Whether all steps are done.
+    // Whether all steps are done; the line of the next one, 0 where there is none.
     bool idle() const;
+    int nextLine() const;
 
     // Steps a host carries out between calls of the plug-in, such as choosing
     // a menu command. Met while a dialog is up they are a ScriptError.
