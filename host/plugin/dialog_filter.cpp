@@ -18,7 +18,6 @@ extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, in
         DlgCopy(dialog);
         break;
     case 'v':
-        TEFromScrap();
         DlgPaste(dialog);
         return true;
     default:

@@ -9,6 +9,9 @@ namespace toolbox::dialogs {
 // Moves the text record to the edit item, whose characters it then edits in
 // place. False when it is no edit item or memory is short.
 bool makeCurrent(Dialog &dialog, int number);
+// Command-X, C and V on the current edit item, through the desk scrap. False
+// for other keys.
+bool editByCommand(DialogPtr dialog, int key);
 // To the next edit item in item order, its whole text selected.
 void tabToNext(Dialog &dialog);
 // The item's rectangle or characters were changed by others.

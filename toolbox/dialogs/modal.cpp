@@ -8,7 +8,6 @@
 #include "textedit/scrap.h"
 #include "toolbox/events.h"
 #include "toolbox/host/session.h"
-#include "toolbox/scrap.h"
 #include "toolbox/system.h"
 #include "windows/port_scope.h"
 #include "windows/window_list.h"
@@ -106,25 +105,11 @@ int16_t press(Dialog &dialog, const EventRecord &event)
     return control && TrackControl(control, local, nullptr) ? ifEnabled(dialog, number) : nothing;
 }
 
-// Command keys edit from system 7 on, where the desk scrap is the one that
-// counts; earlier the caller's filter does it, or nobody.
+// From system 7 on; earlier the caller's filter edits, or nobody.
 void commandKey(Dialog &dialog, int key)
 {
-    if (configuration().systemVersion < 0x0700)
-        return;
-    DialogPtr pointer = dialog.pointer();
-    if (key == 'x' || key == 'X')
-        DlgCut(pointer);
-    else if (key == 'c' || key == 'C')
-        DlgCopy(pointer);
-    else if (key == 'v' || key == 'V')
-        DlgPaste(pointer);
-    else
-        return;
-    if (key == 'v' || key == 'V')
-        return;
-    ZeroScrap();
-    TEToScrap();
+    if (configuration().systemVersion >= 0x0700)
+        editByCommand(dialog.pointer(), key);
 }
 
 bool isTyped(int key)

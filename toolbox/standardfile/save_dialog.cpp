@@ -1,11 +1,11 @@
 // SFPPutFile: a name to save under.
 #include <string>
 
+#include "dialogs/edit_field.h"
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
-#include "toolbox/scrap.h"
 
 namespace fs = std::filesystem;
 
@@ -115,17 +115,7 @@ bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 {
     if (!(modifiers & cmdKey))
         return false;
-    if (character == 'x' || character == 'c') {
-        if (character == 'x')
-            DlgCut(dialog());
-        else
-            DlgCopy(dialog());
-        ZeroScrap();
-        TEToScrap();
-    } else if (character == 'v') {
-        TEFromScrap();
-        DlgPaste(dialog());
-    }
+    dialogs::editByCommand(dialog(), character);
     return true;
 }
 
