@@ -16,10 +16,8 @@
 namespace fs = std::filesystem;
 namespace sf = toolbox::standardfile;
 
-namespace restless
-{
-namespace
-{
+namespace restless {
+namespace {
 
 enum { kSave = 16399, kRemove = 16400, kImport = 16401 };
 
@@ -84,10 +82,9 @@ std::vector<std::string> filesToChoose()
     return names;
 }
 
-class Walker
-{
+class Walker {
 public:
-    Walker(unsigned seed, int events) : random_(seed), left_(events) {}
+    Walker(unsigned seed, int events, bool faults) : random_(seed), left_(events), faults_(faults) {}
 
     std::optional<std::string> next(int dialogID)
     {
@@ -113,7 +110,7 @@ private:
 
     std::string anywhere()
     {
-        switch (below(4)) {
+        switch (below(faults_ ? 4 : 3)) {
         case 0:
             return "depth " + oneOf({"1", "2", "4", "8", "32"});
         case 1:
@@ -133,11 +130,13 @@ private:
     std::string inDialog(int dialogID)
     {
         if (dialogID == kCustomDialogID)
-            return below(3) ? choice(dialogID, 4 + below(6)) : anything();
+            return below(6) == 0 ? leaving() : below(4) ? choice(dialogID, 4 + below(6)) : anything();
         if (dialogID == kFreqDialogID)
-            return below(3) ? typing(number(below(1100))) : anything();
+            return below(6) == 0 ? leaving() : below(3) ? typing(number(below(1100))) : anything();
+        if (dialogID == kAnnoDialogID && below(4) == 0)
+            return below(2) ? leaving() : choice(dialogID, 6 + below(2));
         if (dialogID == kAnnoDialogID)
-            return below(4) == 0 ? choice(dialogID, 6 + below(2)) : below(2) ? typing(text()) : anything();
+            return below(2) ? typing(text()) : anything();
         if (isFileDialog(dialogID))
             return inFileDialog(dialogID);
         return below(4) ? wayOut(dialogID) : anything();
@@ -157,6 +156,8 @@ private:
                    (below(3) ? "" : " keep");
         return files.empty() ? key() : "open " + quoted(oneOf(files));
     }
+
+    std::string leaving() { return oneOf({"press 1", "press 1", "press 2", "key return", "key escape"}); }
 
     std::string choice(int dialogID, int item)
     {
@@ -213,6 +214,7 @@ private:
 
     std::mt19937 random_;
     int left_;
+    bool faults_;
 };
 
 // Whether the line can be carried out with what is in front.
@@ -241,11 +243,11 @@ bool fits(const riders::ScriptLine &line, int dialogID)
     return verb != "open";
 }
 
-} // namespace
+}  // namespace
 
-Source walking(unsigned seed, int events)
+Source walking(unsigned seed, int events, bool faults)
 {
-    auto walker = std::make_shared<Walker>(seed, events);
+    auto walker = std::make_shared<Walker>(seed, events, faults);
     return [walker](int dialogID) { return walker->next(dialogID); };
 }
 
@@ -290,4 +292,4 @@ Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
     return lines;
 }
 
-} // namespace restless
+}  // namespace restless

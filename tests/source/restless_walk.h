@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace restless
-{
+namespace restless {
 
 using Lines = std::vector<std::string>;
 
@@ -20,7 +19,7 @@ using Source = std::function<std::optional<std::string>(int dialogID)>;
 
 // Lines at random that can be carried out with what is in front; over after
 // about so many keys and clicks.
-Source walking(unsigned seed, int events);
+Source walking(unsigned seed, int events, bool faults);
 // The lines given; those that cannot be carried out are left out.
 Source repeating(Lines lines);
 // What leads out of the dialog, one step at a time.
@@ -29,4 +28,4 @@ std::string wayOut(int dialogID);
 // The fewest of the lines, as far as leaving some out can tell, that still fail.
 Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails);
 
-} // namespace restless
+}  // namespace restless
