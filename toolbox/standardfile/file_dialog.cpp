@@ -214,7 +214,13 @@ bool FileDialog::openSelectedFolder()
     const Row *row = list_.selected();
     if (!row || !row->isFolder)
         return false;
-    goTo(folder_ / row->linuxName);
+    fs::path folder = folder_ / row->linuxName;
+    std::error_code cannotTell;
+    if (!fs::is_directory(folder, cannotTell)) {
+        refuse(folderIsGone, row->name);
+        folder = nearestFolder(folder);
+    }
+    goTo(folder);
     return true;
 }
 
