@@ -1,5 +1,6 @@
 #include "source/restless_walk.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 
@@ -19,7 +20,8 @@ namespace sf = toolbox::standardfile;
 namespace restless {
 namespace {
 
-enum { kSave = 16399, kRemove = 16400, kImport = 16401 };
+enum { kSpotItem = 6 };
+enum { kQuestion = 16132, kSave = 16399, kRemove = 16400, kImport = 16401 };
 
 bool isFileDialog(int dialogID)
 {
@@ -82,6 +84,11 @@ std::vector<std::string> filesToChoose()
     return names;
 }
 
+bool contains(const std::vector<std::string> &names, const std::string &wanted)
+{
+    return std::find(names.begin(), names.end(), wanted) != names.end();
+}
+
 class Walker {
 public:
     Walker(unsigned seed, int events, bool faults) : random_(seed), left_(events), faults_(faults) {}
@@ -130,7 +137,9 @@ private:
     std::string inDialog(int dialogID)
     {
         if (dialogID == kCustomDialogID)
-            return below(6) == 0 ? leaving() : below(4) ? choice(dialogID, 4 + below(6)) : anything();
+            return below(15) == 0 ? leaving()
+                   : below(4)     ? choice(dialogID, below(3) ? 4 + below(6) : kSpotItem)
+                                  : anything();
         if (dialogID == kFreqDialogID)
             return below(6) == 0 ? leaving() : below(3) ? typing(number(below(1100))) : anything();
         if (dialogID == kAnnoDialogID && below(4) == 0)
@@ -139,20 +148,24 @@ private:
             return below(2) ? typing(text()) : anything();
         if (isFileDialog(dialogID))
             return inFileDialog(dialogID);
+        if (dialogID == kQuestion && below(3))
+            return "press 1";
         return below(4) ? wayOut(dialogID) : anything();
     }
 
     std::string inFileDialog(int dialogID)
     {
         Lines files = filesToChoose();
-        if (below(3) == 0)
+        if (below(4) == 0)
             return anything();
-        if (below(5) == 0)
+        if (below(6) == 0)
             return "cancel-file";
+        if (dialogID == kImport && below(2) && contains(files, "Star dot"))
+            return oneOf({"open \"Star dot\"", "open \"Plain dot\""});
         if (dialogID == kSave)
             return "save " +
                    quoted(oneOf({"Film", "Film", "Käse", "x:y", "Plates/Black", std::string(70, 'x'), "Plates",
-                                 "Star dot", "Letter"})) +
+                                 "Letter"})) +
                    (below(3) ? "" : " keep");
         return files.empty() ? key() : "open " + quoted(oneOf(files));
     }
@@ -236,11 +249,7 @@ bool fits(const riders::ScriptLine &line, int dialogID)
         return dialogID == kSave;
     if (verb == "cancel-file")
         return isFileDialog(dialogID);
-    if (verb == "open")
-        for (const std::string &name : filesToChoose())
-            if (name == line.words[1])
-                return true;
-    return verb != "open";
+    return verb != "open" || contains(filesToChoose(), line.words[1]);
 }
 
 }  // namespace
@@ -273,7 +282,7 @@ std::string wayOut(int dialogID)
         return "press 2";
     if (dialogID == kCustomDialogID || dialogID == kFreqDialogID || dialogID == kAnnoDialogID)
         return "key escape";
-    return dialogID == 16132 ? "press 5" : "press 1";
+    return dialogID == kQuestion ? "press 5" : "press 1";
 }
 
 Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
