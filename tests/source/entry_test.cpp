@@ -1,6 +1,7 @@
 #include "support/plugin_test.h"
 
 #include "errors.h"
+#include "ktAboutDlg.h"
 #include "ktSpot.h"
 #include "toolbox/memory.h"
 #include "utilities.h"
@@ -157,8 +158,8 @@ TEST_F(Entry, GlobalsPointToNothingAfterACall)
                                          {kSelectCommand, kCommandSettings},
                                          {kSelectCommand, kCommandRemove},
                                          {kSelectCommand, 2}};
-    user.onSurprise([this](int) {
-        user.key("escape");
+    user.onSurprise([this](int dialogID) {
+        user.key(dialogID == kAboutDialogID ? "return" : "escape");
         return true;
     });
     for (auto [selector, command] : calls) {
