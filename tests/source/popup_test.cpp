@@ -127,6 +127,15 @@ TEST_F(Popup, MissingMenuIsFatal)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 7", " (menu resource)")));
 }
 
+TEST_F(Popup, NoMemoryForTheRecordIsFatal)
+{
+    toolbox::faults::failAllocation(1);
+    dismiss();
+    EXPECT_FALSE(guarded([] { NewPopup(); }));
+    toolbox::faults::clear();
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 95", " (newhandle)")));
+}
+
 TEST_F(Popup, ChoiceFrameShadowAndArrowAreDrawnInPlace)
 {
     make(kBox, "", kAnnoFontMenu, 5);

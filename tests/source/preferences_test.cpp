@@ -387,8 +387,11 @@ TEST_F(Preferences, FailureToWriteTheSpotTextClearsTheFlagSilently)
 {
     store(imported(), "{ add }");
     toolbox::faults::failFileCall(FileCall::write, 1, dskFulErr);
+    trace.clear();
     call(kSelectCommand, nothing);
     EXPECT_TRUE(toolbox::faults::met());
+    EXPECT_EQ(tracedTimes("file setEOF"), 1) << "what was written goes again";
+    EXPECT_FALSE(traced("file flushVol"));
     EXPECT_TRUE(silent());
     EXPECT_EQ(stored().spotImported, 0);
     EXPECT_EQ(stored().spotItem, 9);

@@ -329,6 +329,25 @@ TEST_F(SettingsDialog, OpensExactlyAtTheSavedPosition)
     }
 }
 
+TEST_F(SettingsDialog, WildSavedPositionsCanBeCancelled)
+{
+    for (int16_t far : {32767, -32768}) {
+        trace.clear();
+        store([&](PrefsRec &prefs) {
+            prefs.customDlgPos = {far, far};
+            prefs.freqItem = prefs.angleItem = 1;
+        });
+        user.in(kCustomDialogID);
+        user.key("return");
+        dismiss();
+        user.in(kCustomDialogID);
+        user.key("escape");
+        run();
+        EXPECT_TRUE(traced("dialog 16129 shown at 110,")) << "the report is on the main screen";
+        EXPECT_TRUE(traced("dialog 16300 closed"));
+    }
+}
+
 // Nothing runs out of the field, and the annotation's text is not written over.
 TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
 {

@@ -85,6 +85,26 @@ TEST_F(Writer, ReplacingKeepsTypeAndCreatorAndLeavesNoTemporaryFile)
     EXPECT_EQ(files(), std::vector<std::string>{"made"});
 }
 
+TEST_F(Writer, OldFileGetsItsInfoBackWhereverReplacingStops)
+{
+    struct {
+        FileCall kind;
+        int nth;
+    } const stops[] = {{FileCall::rename, 1}, {FileCall::rename, 2}, {FileCall::remove, 1}};
+    for (const auto &stop : stops) {
+        fs::remove_all(out());
+        fs::create_directory(out());
+        writeOld();
+        toolbox::faults::failFileCall(stop.kind, stop.nth, ioErr);
+        trace.clear();
+        make(1);
+        EXPECT_TRUE(toolbox::faults::met());
+        toolbox::faults::clear();
+        EXPECT_EQ(tracedTimes("file setFInfo \"made\" -> 0"), 1) << reports().front();
+        EXPECT_EQ(contentsOf(file()), kOldContents);
+    }
+}
+
 TEST_F(Writer, LongerOldFileLeavesNoTail)
 {
     writeFile(file(), std::string(200000, 'o'));
