@@ -58,13 +58,20 @@ private:
     std::ofstream file_;
 };
 
+// A film that was not ended is dropped.
+struct StopWatching {
+    toolbox::HeadlessMachine &machine;
+    ~StopWatching() { machine.setWatcher({}); }
+};
+
 // Queues every step first, so that a script with a fault in its last line does
 // nothing at all, and then lets the user go.
 void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
 {
     toolbox::ScriptedUser user(machine);
     Plugin plugin(request.plugin);
-    Stage stage{user, plugin, request.picturesFolder};
+    Stage stage{user, plugin, request.picturesFolder, machine};
+    StopWatching atEnd{machine};
     for (const ScriptLine &line : lines)
         queueStep(line, stage);
     try {

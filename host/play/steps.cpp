@@ -8,6 +8,7 @@
 #include "toolbox/host/faults.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/host/trace.h"
+#include "toolbox/windows.h"
 
 namespace riders {
 namespace {
@@ -184,15 +185,60 @@ void clipboard(Arguments &arguments, Stage &stage)
     stage.user.putOnClipboard(arguments.word("a text"));
 }
 
+void keepPicture(const std::filesystem::path &file, const toolbox::Picture &picture)
+{
+    if (!toolbox::writePng(file, picture))
+        throw ScriptError{0, "the picture " + file.string() + " cannot be written"};
+    toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
+}
+
 void picture(Arguments &arguments, Stage &stage)
 {
     std::string name = arguments.word("a name");
     std::filesystem::path file = stage.picturesFolder / (name + ".png");
-    stage.user.then([file] {
-        if (!toolbox::writePng(file, toolbox::screenPicture(0)))
-            throw ScriptError{0, "the picture " + file.string() + " cannot be written"};
-        toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
+    stage.user.then([file] { keepPicture(file, toolbox::screenPicture(0)); });
+}
+
+// The front dialog with its frame.
+Rect frontDialogView()
+{
+    constexpr int16_t frame = 10;
+    WindowPtr window = FrontWindow();
+    if (!window)
+        throw ScriptError{0, "no dialog is open"};
+    Rect view = (*reinterpret_cast<WindowPeek>(window)->contRgn)->rgnBBox;
+    InsetRect(&view, -frame, -frame);
+    return view;
+}
+
+void beginFilm(Stage &stage, const std::filesystem::path &file, int every)
+{
+    stage.film = std::make_unique<Film>(frontDialogView(), every);
+    stage.filmFile = file;
+    stage.machine.setWatcher([&stage](int screen, const toolbox::Picture &shown) {
+        if (screen == 0)
+            stage.film->take(shown);
     });
+}
+
+void endFilm(Stage &stage)
+{
+    if (!stage.film)
+        throw ScriptError{0, "nothing is being filmed"};
+    stage.machine.setWatcher({});
+    toolbox::Picture sheet = stage.film->sheet();
+    stage.film.reset();
+    keepPicture(stage.filmFile, sheet);
+}
+
+void film(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a name");
+    if (name == "end" && !arguments.more())
+        return stage.user.then([&stage] { endFilm(stage); });
+    std::filesystem::path file = stage.picturesFolder / (name + ".png");
+    int every = arguments.number("a number of pictures", 1, INT16_MAX);
+    stage.user.then([&stage, file, every] { beginFilm(stage, file, every); });
 }
 
 void fail(Arguments &arguments, Stage &stage)
@@ -229,7 +275,8 @@ const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
     {"save", save},           {"open", open},
     {"wait", wait},           {"cancel-file", cancelFile},
     {"clipboard", clipboard}, {"picture", picture},
-    {"fail", fail},           {"depth", depth},
+    {"film", film},           {"fail", fail},
+    {"depth", depth},
 };
 
 }  // namespace

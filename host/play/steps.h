@@ -2,9 +2,12 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
+#include "play/film.h"
 #include "play/script.h"
 #include "plugin/plugin.h"
+#include "toolbox/host/headless.h"
 #include "toolbox/host/user.h"
 
 namespace riders {
@@ -14,6 +17,10 @@ struct Stage {
     toolbox::ScriptedUser &user;
     Plugin &plugin;
     std::filesystem::path picturesFolder;
+    toolbox::HeadlessMachine &machine;
+    // What is being filmed, and the file it goes to; nil between films.
+    std::unique_ptr<Film> film = nullptr;
+    std::filesystem::path filmFile = {};
 };
 
 // Queues the step. toolbox::ScriptError with its line for an unknown verb or

@@ -4,6 +4,7 @@
 #include "play/play.h"
 #include "support/command.h"
 #include "support/toolbox_test.h"
+#include "toolbox/host/picture.h"
 
 namespace {
 
@@ -108,6 +109,25 @@ TEST_F(Play, TheAboutBoxIsPlayedLikeAnyOther)
                               "entry 2/0 -> 0"}),
               "")
         << trace();
+}
+
+TEST_F(Play, AFilmIsASheetOfTheFrontDialog)
+{
+    CommandResult result = play("about\nfilm intro 4\nwait 20\nfilm end\nkey return\n");
+    EXPECT_EQ(result.err, "");
+    toolbox::Picture sheet = toolbox::readPng(folder / "intro.png");
+    EXPECT_EQ(sheet.width, 4 * (250 + 20 + 4)) << "four across";
+    EXPECT_EQ(sheet.height, 2 * (156 + 20 + 4)) << "22 steps, every fourth";
+    EXPECT_EQ(firstNotTraced({"dialog 16200 shown", "picture \"intro.png\"", "dialog 16200 closed"}), "");
+}
+
+TEST_F(Play, AFilmNeedsADialogAndABeginning)
+{
+    EXPECT_NE(play("film x 1\n").err.find("no dialog is open"), std::string::npos);
+    EXPECT_NE(play("about\nfilm end\nkey return\n").err.find("nothing is being filmed"), std::string::npos);
+    EXPECT_NE(play("about\nfilm x\nkey return\n").err.find("needs a number"), std::string::npos);
+    EXPECT_EQ(play("about\nfilm x 1\nkey return\nabout\nkey return\n").status, 0) << "never ended";
+    EXPECT_FALSE(std::filesystem::exists(folder / "x.png"));
 }
 
 TEST_F(Play, TheDecimalSeparatorIsTheOneGiven)

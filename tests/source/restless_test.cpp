@@ -284,7 +284,7 @@ private:
 
     // Steps of a script act on the user alone, but for those between calls.
     alignas(riders::Plugin) unsigned char noPlugin_[sizeof(riders::Plugin)];
-    riders::Stage stage_{user, *reinterpret_cast<riders::Plugin *>(noPlugin_), {}};
+    riders::Stage stage_{user, *reinterpret_cast<riders::Plugin *>(noPlugin_), {}, machine};
     Way way_{};
     restless::Source source_;
     std::ofstream script_;

@@ -92,6 +92,13 @@ std::vector<Screen> HeadlessMachine::screens()
 void HeadlessMachine::present(int index, const Picture &picture)
 {
     pictures_.at(index) = picture;
+    if (watcher_)
+        watcher_(index, picture);
+}
+
+void HeadlessMachine::setWatcher(Watcher watcher)
+{
+    watcher_ = std::move(watcher);
 }
 
 void HeadlessMachine::wantPictures(bool wanted)

@@ -37,6 +37,12 @@ void traceText(const GrafPort &port, std::string_view text)
                        static_cast<int>(port.fgColor));
 }
 
+// The last letter of an italic leans out of its width.
+int leanOf(const GrafPort &port)
+{
+    return port.txFace & italic ? fontInfoOf(TextStyle::of(port)).ascent / 2 : 0;
+}
+
 Rect textBox(const GrafPort &port, int width)
 {
     const FontInfo info = fontInfoOf(TextStyle::of(port));
@@ -78,7 +84,7 @@ void drawStretch(std::string_view text)
     const int width = widthOf(port, text);
     const Ink ink = Ink::of(port, qd.black, port.txMode);
     if (ink.onWhite == Action::back)
-        paintShape(port, Area(textBox(port, width)), Ink::of(port, qd.white, patCopy));
+        paintShape(port, Area(textBox(port, width + leanOf(port))), Ink::of(port, qd.white, patCopy));
     drawGlyphs(port, text, ink);
     if (port.txFace & underline)
         underlineText(port, width, ink);

@@ -27,6 +27,10 @@ public:
     // For sessions nobody looks at: no pixels are kept. Before the Toolbox is
     // started; true unless set.
     void wantPictures(bool wanted);
+    // Sees every picture that is presented; borrowed for the call, which must not
+    // call the Toolbox. None unless set.
+    using Watcher = std::function<void(int screen, const Picture &picture)>;
+    void setWatcher(Watcher watcher);
     // As another program would; the serial changes.
     void putOnClipboard(const std::string &text);
     // What was last presented; empty before that. std::out_of_range when there
@@ -54,6 +58,7 @@ private:
     std::vector<Picture> pictures_;
     std::deque<Input> queue_;
     Source source_;
+    Watcher watcher_;
     std::uint32_t ticks_ = 0;
     std::string clipboard_;
     std::uint32_t clipboardSerial_ = 0;

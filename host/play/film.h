@@ -1,0 +1,28 @@
+// Pictures of one part of the screen, one after the other, as a sheet.
+#pragma once
+
+#include <vector>
+
+#include "toolbox/host/machine.h"
+
+namespace riders {
+
+class Film {
+public:
+    // Keeps every so manyth picture of that part (global, on the main screen),
+    // the first one among them; 200 at most.
+    Film(const Rect &view, int every) : view_(view), every_(every) {}
+
+    void take(const toolbox::Picture &screen);
+    // Four across, from left to right and top to bottom, grey between them;
+    // empty when nothing was taken.
+    toolbox::Picture sheet() const;
+
+private:
+    Rect view_;
+    int every_;
+    int seen_ = 0;
+    std::vector<toolbox::Picture> frames_;
+};
+
+}  // namespace riders
