@@ -7,9 +7,9 @@
 #include <random>
 
 #include "packbits.h"
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 
-using namespace toolbox::resources;
+using namespace toolbox;
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "files/bigbytes.h"
+
 namespace toolbox::files {
 namespace {
 
@@ -11,20 +13,6 @@ constexpr std::size_t headerBytes = 26;
 constexpr std::size_t tableEntryBytes = 12;
 constexpr std::size_t fillerAt = 8;
 constexpr std::size_t countAt = 24;
-
-std::uint64_t numberAt(std::string_view bytes, std::size_t offset, int size)
-{
-    std::uint64_t value = 0;
-    for (int i = 0; i < size; ++i)
-        value = value << 8 | static_cast<unsigned char>(bytes[offset + static_cast<std::size_t>(i)]);
-    return value;
-}
-
-void appendNumber(std::string &bytes, std::uint64_t value, int size)
-{
-    for (int shift = (size - 1) * 8; shift >= 0; shift -= 8)
-        bytes += static_cast<char>(value >> shift & 0xFF);
-}
 
 struct Extent {
     std::uint64_t start;
@@ -51,9 +39,7 @@ std::vector<TableEntry> tableOf(std::string_view bytes, std::size_t count)
     std::vector<TableEntry> table;
     for (std::size_t i = 0; i < count; ++i) {
         std::size_t at = headerBytes + tableEntryBytes * i;
-        table.push_back({static_cast<std::uint32_t>(numberAt(bytes, at, 4)),
-                         static_cast<std::uint32_t>(numberAt(bytes, at + 4, 4)),
-                         static_cast<std::uint32_t>(numberAt(bytes, at + 8, 4))});
+        table.push_back({longAt(bytes, at), longAt(bytes, at + 4), longAt(bytes, at + 8)});
     }
     return table;
 }
@@ -174,9 +160,9 @@ AppleDouble newAppleDouble()
 
 std::optional<AppleDouble> parseAppleDouble(std::string_view bytes)
 {
-    if (bytes.size() < headerBytes || numberAt(bytes, 0, 4) != magic || numberAt(bytes, 4, 4) != version)
+    if (bytes.size() < headerBytes || longAt(bytes, 0) != magic || longAt(bytes, 4) != version)
         return std::nullopt;
-    std::size_t count = numberAt(bytes, countAt, 2);
+    std::size_t count = wordAt(bytes, countAt);
     if (bytes.size() < headerBytes + tableEntryBytes * count)
         return std::nullopt;
     std::vector<TableEntry> table = tableOf(bytes, count);
@@ -195,17 +181,17 @@ std::string composeAppleDouble(const AppleDouble &file)
 {
     std::vector<std::uint32_t> offsets = laidOut(file);
     std::string bytes;
-    appendNumber(bytes, magic, 4);
-    appendNumber(bytes, version, 4);
+    appendLong(bytes, magic);
+    appendLong(bytes, version);
     std::string filler = file.filler;
     filler.resize(countAt - fillerAt, '\0');
     bytes += filler;
-    appendNumber(bytes, file.entries.size(), 2);
+    appendWord(bytes, static_cast<std::uint32_t>(file.entries.size()));
     std::size_t end = bytesBeforeEntries(file);
     for (std::size_t i = 0; i < file.entries.size(); ++i) {
-        appendNumber(bytes, file.entries[i].id, 4);
-        appendNumber(bytes, offsets[i], 4);
-        appendNumber(bytes, file.entries[i].bytes.size(), 4);
+        appendLong(bytes, file.entries[i].id);
+        appendLong(bytes, offsets[i]);
+        appendLong(bytes, static_cast<std::uint32_t>(file.entries[i].bytes.size()));
         end = std::max(end, offsets[i] + file.entries[i].bytes.size());
     }
     bytes.resize(end, '\0');

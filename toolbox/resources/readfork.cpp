@@ -1,4 +1,4 @@
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 #include "resources/forkformat.h"
 
 namespace toolbox::resources {

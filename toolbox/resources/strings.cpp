@@ -1,4 +1,4 @@
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
@@ -21,7 +21,7 @@ bool holdsString(std::string_view bytes, size_t offset = 0)
 // The index'th of a string list, empty where there is none.
 std::string_view stringIn(std::string_view list, int index)
 {
-    if (list.size() < 2 || index < 1 || index > toolbox::resources::wordAt(list, 0))
+    if (list.size() < 2 || index < 1 || index > toolbox::wordAt(list, 0))
         return {};
     size_t offset = 2;
     while (holdsString(list, offset)) {

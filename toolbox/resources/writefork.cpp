@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <map>
 
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 #include "resources/forkformat.h"
 
 namespace toolbox::resources {

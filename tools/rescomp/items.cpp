@@ -1,11 +1,11 @@
 #include <utility>
 
 #include "emitters.h"
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 
 namespace rescomp {
 
-using namespace toolbox::resources;
+using namespace toolbox;
 
 namespace {
 

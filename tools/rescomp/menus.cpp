@@ -1,9 +1,9 @@
 #include "emitters.h"
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 
 namespace rescomp {
 
-using namespace toolbox::resources;
+using namespace toolbox;
 
 namespace {
 

@@ -4,11 +4,11 @@
 #include "emitters.h"
 #include "packbits.h"
 #include "pngpixels.h"
-#include "resources/bigbytes.h"
+#include "files/bigbytes.h"
 
 namespace rescomp {
 
-using namespace toolbox::resources;
+using namespace toolbox;
 
 namespace {
 

@@ -1,11 +1,12 @@
-// Reading and appending big-endian numbers in strings of bytes.
+// Reading and appending big-endian numbers in strings of bytes. Private to the
+// Toolbox and its tools.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-namespace toolbox::resources {
+namespace toolbox {
 
 // The caller has checked that they lie within the bytes.
 inline std::uint32_t bytesAt(std::string_view bytes, std::uint64_t offset, int count)
@@ -51,4 +52,4 @@ inline void appendPascal(std::string &bytes, std::string_view text)
     bytes += text;
 }
 
-}  // namespace toolbox::resources
+}  // namespace toolbox
