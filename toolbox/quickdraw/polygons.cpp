@@ -23,7 +23,7 @@ struct {
 
 std::vector<Point> pointsOf(PolyHandle polygon)
 {
-    if (!polygon || !*polygon || (*polygon)->polySize < static_cast<int16_t>(headerBytes))
+    if (!polygon || !*polygon || (*polygon)->polySize <= static_cast<int16_t>(headerBytes))
         return {};
     std::vector<Point> points(((*polygon)->polySize - headerBytes) / sizeof(Point));
     std::memcpy(points.data(), reinterpret_cast<const char *>(*polygon) + headerBytes,
