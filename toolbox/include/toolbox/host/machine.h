@@ -15,8 +15,9 @@
 namespace toolbox {
 
 struct Screen {
-    Rect bounds;   // global; the main screen's top left is 0, 0
-    int depth;     // bits a pixel: 1, 2, 4, 8 or 32
+    Rect bounds;     // global; the main screen's top left is 0, 0
+    int depth;       // bits a pixel: 1, 2, 4, 8 or 32
+    int scale = 1;   // device pixels to a pixel of QuickDraw's, each way: 1, 2 or 3
 };
 
 // Something the person at the machine did. The Event Manager takes inputs in
@@ -66,8 +67,8 @@ struct Machine {
     // announced by Input screensChanged. Bounds do not overlap and are not
     // empty.
     virtual std::vector<Screen> screens() = 0;
-    // The pixels of screen number index (as in screens) as they are now to be
-    // seen; called before the Toolbox waits, when they have changed. Borrowed
+    // The pixels of screen number index (as in screens), scale times its bounds
+    // wide and high, as they are now to be seen; called before the Toolbox waits, when they have changed. Borrowed
     // for the call.
     virtual void present(int index, const Picture &picture) = 0;
 
