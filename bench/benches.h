@@ -8,3 +8,6 @@
 void measureMake(const std::filesystem::path &riders);
 // `riders apply` on a large job against cat, and its memory.
 void measureApply(const std::filesystem::path &riders);
+// The settings dialog from start to painted, its repaint, a popup, and the list
+// of a folder of 10,000 files.
+void measureDialogs(const std::filesystem::path &riders);

@@ -16,6 +16,7 @@ int main(int argc, char **argv)
         std::filesystem::path riders = std::filesystem::absolute(argv[1]);
         measureMake(riders);
         measureApply(riders);
+        measureDialogs(riders);
     } catch (const std::exception &error) {
         std::fprintf(stderr, "measure: %s\n", error.what());
         return 1;
