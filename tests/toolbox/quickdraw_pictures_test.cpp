@@ -7,6 +7,9 @@
 
 using QuickDrawPictures = CanvasTest;
 using toolbox::Picture;
+using toolbox::quickdraw::restoreBits;
+using toolbox::quickdraw::saveBits;
+using toolbox::quickdraw::SavedBits;
 
 TEST_F(QuickDrawPictures, ArePutBackAsTheyWereTaken)
 {
@@ -14,13 +17,14 @@ TEST_F(QuickDrawPictures, ArePutBackAsTheyWereTaken)
     ForeColor(greenColor);
     PaintRect(&mark);
     const auto before = pixels();
-    const Picture bits = toolbox::quickdraw::saveBits(area);
-    EXPECT_EQ(bits.width, 40);
-    EXPECT_EQ(bits.height, 20);
+    const SavedBits bits = saveBits(area);
+    ASSERT_EQ(bits.parts.size(), 1u);
+    EXPECT_EQ(bits.parts[0].picture.width, 40);
+    EXPECT_EQ(bits.parts[0].picture.height, 20);
     InvertRect(&port.portRect);
-    toolbox::quickdraw::restoreBits(area, bits);
+    EXPECT_TRUE(restoreBits(bits));
     InvertRect(&port.portRect);
-    toolbox::quickdraw::restoreBits(area, bits);
+    EXPECT_TRUE(restoreBits(bits));
     EXPECT_EQ(pixels(), before);
 }
 
@@ -31,13 +35,14 @@ TEST_F(QuickDrawPictures, AreTakenAcrossScreensAndBesideThem)
     SetPort(toolbox::quickdraw::desktopPort());
     const Rect across{100, 630, 110, 650}, beyond{470, 630, 490, 650};
     PaintRect(&across);
-    const Picture bits = toolbox::quickdraw::saveBits(across);
-    EXPECT_EQ(bits.pixels, std::vector<std::uint32_t>(200, 0));
+    const SavedBits bits = saveBits(across);
+    ASSERT_EQ(bits.parts.size(), 2u);
+    EXPECT_EQ(bits.parts[1].picture.pixels, std::vector<std::uint32_t>(100, 0));
     PaintRect(&beyond);
-    const Picture edge = toolbox::quickdraw::saveBits(beyond);
-    EXPECT_EQ(edge.pixels.front(), black);
-    EXPECT_EQ(edge.pixels.back(), white);
-    toolbox::quickdraw::restoreBits(beyond, edge);
+    const SavedBits edge = saveBits(beyond);
+    EXPECT_EQ(edge.parts[0].picture.height, 10) << "there is no screen below";
+    EXPECT_TRUE(restoreBits(edge));
+    EXPECT_TRUE(saveBits({500, 10, 510, 20}).parts.empty());
     EXPECT_EQ(toolbox::screenPicture(1).width, 640);
     EXPECT_THROW(toolbox::screenPicture(2), std::out_of_range);
 }
@@ -96,9 +101,9 @@ TEST_F(QuickDrawPictures, NobodyWantsAreNotKeptButTextIsMeasuredAndTraced)
     EXPECT_FALSE(EmptyRgn(update));
     EXPECT_EQ(port.pnLoc.h, 10 + seenWidth);
     EXPECT_EQ(toolbox::screenPicture(0).pixels.size(), 0u);
-    const Picture bits = toolbox::quickdraw::saveBits({100, 100, 110, 110});
-    EXPECT_EQ(bits.pixels, std::vector<std::uint32_t>(100, white));
-    toolbox::quickdraw::restoreBits({100, 100, 110, 110}, bits);
+    const SavedBits bits = saveBits({100, 100, 110, 110});
+    EXPECT_TRUE(bits.parts.empty());
+    EXPECT_TRUE(restoreBits(bits));
     machine.setScreens({{{0, 0, 480, 640}, 1}});
     Delay(10, nullptr);
     EXPECT_EQ(machine.lastPicture(0).width, 0);
@@ -116,12 +121,17 @@ TEST(QuickDrawSurface, CoversSeveralDevicePixelsForEachAtAScale)
     port.bkColor = whiteColor;
     const Pattern solid = {{255, 255, 255, 255, 255, 255, 255, 255}};
     const Pattern gray = {{0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55}};
-    surface.fill(quick::Area(Rect{12, 14, 13, 16}), quick::Ink::of(port, solid, patCopy));
+    surface.takeChanged();
+    surface.fill(surface.device(quick::Area(Rect{12, 14, 13, 16})), quick::Ink::of(port, solid, patCopy));
     const auto &pixels = surface.picture().pixels;
     EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 0u), 2 * 9);
     EXPECT_EQ(pixels[6 * 60 + 12], 0u);
     EXPECT_EQ(pixels[8 * 60 + 17], 0u);
-    surface.fill(quick::Area(Rect{10, 10, 20, 30}), quick::Ink::of(port, gray, patCopy));
+    const auto changed = surface.takeChanged();
+    ASSERT_TRUE(changed);
+    const Rect expected{6, 12, 9, 18};
+    EXPECT_TRUE(EqualRect(&*changed, &expected));
+    surface.fill(surface.deviceExtent(), quick::Ink::of(port, gray, patCopy));
     EXPECT_EQ(std::count(pixels.begin(), pixels.end(), 0u), 100 * 9);
     EXPECT_TRUE(surface.takeChanged());
     EXPECT_FALSE(surface.takeChanged());

@@ -89,7 +89,7 @@ std::vector<Screen> HeadlessMachine::screens()
     return screens_;
 }
 
-void HeadlessMachine::present(int index, const Picture &picture)
+void HeadlessMachine::present(int index, const Picture &picture, const Rect &)
 {
     pictures_.at(index) = picture;
     if (watcher_)

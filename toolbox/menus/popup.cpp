@@ -9,6 +9,7 @@
 #include "quickdraw/port.h"
 #include "toolbox/events.h"
 #include "toolbox/host/trace.h"
+#include "windows/desktop.h"
 
 namespace toolbox::menus {
 namespace {
@@ -18,17 +19,17 @@ std::optional<OpenMenu> open;
 // Puts the pixels under the menu back however tracking ends.
 class Covering {
 public:
-    explicit Covering(const Rect &area) : area_(area), bits_(quickdraw::saveBits(area)) {}
+    explicit Covering(const Rect &area) : bits_(quickdraw::saveBits(area)) {}
     ~Covering()
     {
-        quickdraw::restoreBits(area_, bits_);
+        if (!quickdraw::restoreBits(bits_))
+            windows::screensChanged();
         open.reset();
     }
     Covering(const Covering &) = delete;
 
 private:
-    Rect area_;
-    Picture bits_;
+    quickdraw::SavedBits bits_;
 };
 
 void follow(MenuView &view, Point mouse)

@@ -77,6 +77,16 @@ Area Area::movedBy(int dh, int dv) const
     return result;
 }
 
+Area Area::scaledBy(int factor) const
+{
+    if (factor == 1)
+        return *this;
+    std::vector<Box> scaled;
+    for (const Box &box : boxes())
+        scaled.push_back({box.x1 * factor, box.y1 * factor, box.x2 * factor, box.y2 * factor});
+    return Area(scaled);
+}
+
 bool Area::empty() const
 {
     return !pixman_region32_not_empty(get());

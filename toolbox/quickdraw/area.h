@@ -31,6 +31,8 @@ public:
     Area operator^(const Area &other) const { return (*this - other) | (other - *this); }
     bool operator==(const Area &other) const;
     Area movedBy(int dh, int dv) const;
+    // Each pixel becomes factor by factor of them.
+    Area scaledBy(int factor) const;
 
     bool empty() const;
     bool contains(int h, int v) const;

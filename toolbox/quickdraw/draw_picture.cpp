@@ -12,8 +12,6 @@
 namespace toolbox::quickdraw {
 namespace {
 
-constexpr std::uint32_t clearColor = 0xFFFFFF;
-
 // One line of coordinates onto another.
 struct Scale {
     int from, fromLength, to, toLength;
@@ -79,13 +77,8 @@ void Painter::drawImage(const PictureStep &step, const Rect &box)
     if (image.pixels.empty() || emptyRect(box))
         return;
     const Rect global = toGlobal(port_, Area(box)).bounds();
-    const std::int64_t width = global.right - global.left, height = global.bottom - global.top;
-    paintOnScreens(Area(global) & clip_, [&](int h, int v, std::uint32_t under) {
-        auto column = static_cast<std::size_t>((h - global.left) * image.width / width);
-        auto row = static_cast<std::size_t>((v - global.top) * image.height / height);
-        std::uint32_t pixel = image.pixels[row * static_cast<std::size_t>(image.width) + column];
-        return step.whiteIsClear && pixel == clearColor ? under : pixel;
-    });
+    for (Surface &surface : surfaces())
+        surface.drawImage(image, global, step.whiteIsClear, surface.device(clip_));
 }
 
 void Painter::draw(const PictureStep &step)

@@ -12,18 +12,19 @@ namespace quickdraw {
 namespace {
 
 std::vector<Surface> all;
+unsigned timesChanged = 0;
 
-bool sameRect(const Rect &a, const Rect &b)
+bool hasPlaceOf(const Surface &surface, const Screen &screen)
 {
-    return EqualRect(&a, &b);
+    return EqualRect(&surface.bounds(), &screen.bounds) && surface.scale() == screen.scale;
 }
 
 Surface surfaceFor(const Screen &screen)
 {
-    auto kept = std::find_if(all.begin(), all.end(),
-                             [&](const Surface &surface) { return sameRect(surface.bounds(), screen.bounds); });
+    auto kept =
+        std::find_if(all.begin(), all.end(), [&](const Surface &surface) { return hasPlaceOf(surface, screen); });
     if (kept == all.end())
-        return Surface(screen.bounds, screen.depth, 1,
+        return Surface(screen.bounds, screen.depth, screen.scale,
                        machine().picturesWanted() ? Surface::Kind::seen : Surface::Kind::blind);
     Surface surface = std::move(*kept);
     all.erase(kept);
@@ -31,10 +32,13 @@ Surface surfaceFor(const Screen &screen)
     return surface;
 }
 
-// A pixel of a picture that covers the global rectangle.
-template <typename AnyPicture> auto &pixelAt(AnyPicture &picture, const Rect &global, int h, int v)
+std::vector<Bits> copied(const Rect &global)
 {
-    return picture.pixels[std::size_t(v - global.top) * picture.width + (h - global.left)];
+    std::vector<Bits> parts;
+    for (const Surface &surface : all)
+        if (Bits bits = surface.copy(global); !bits.picture.pixels.empty())
+            parts.push_back(std::move(bits));
+    return parts;
 }
 
 }  // namespace
@@ -43,13 +47,14 @@ bool setScreens(const std::vector<Screen> &screens)
 {
     bool same = screens.size() == all.size();
     for (std::size_t i = 0; same && i < all.size(); ++i)
-        same = sameRect(screens[i].bounds, all[i].bounds()) && screens[i].depth == all[i].depth();
+        same = hasPlaceOf(all[i], screens[i]) && screens[i].depth == all[i].depth();
     if (same)
         return false;
     std::vector<Surface> now;
     for (const Screen &screen : screens)
         now.push_back(surfaceFor(screen));
     all = std::move(now);
+    ++timesChanged;
     return true;
 }
 
@@ -74,76 +79,38 @@ Area desktopArea()
 void fillOnScreens(const Area &global, const Ink &ink)
 {
     for (Surface &surface : all)
-        surface.fill(global, ink);
-}
-
-void paintOnScreens(const Area &global,
-                    const std::function<std::uint32_t(int h, int v, std::uint32_t under)> &pixelAt)
-{
-    for (Surface &surface : all) {
-        if (surface.blind())
-            continue;
-        const Area here = global & Area(surface.bounds());
-        for (const Box &box : here.boxes())
-            for (int v = box.y1; v < box.y2; ++v)
-                for (int h = box.x1; h < box.x2; ++h)
-                    surface.setPixel(h, v, pixelAt(h, v, surface.pixel(h, v)));
-    }
+        surface.fill(surface.device(global), ink);
 }
 
 Area scrollOnScreens(const Area &global, int dh, int dv)
 {
-    const Rect extent = global.bounds();
     const Area reached = global & global.movedBy(dh, dv) & desktopArea().movedBy(dh, dv);
-    if (std::all_of(all.begin(), all.end(), [](const Surface &surface) { return surface.blind(); }))
-        return global - reached;
-    const Picture before = saveBits(extent);
-    for (Surface &surface : all) {
-        const Area here = reached & Area(surface.bounds());
-        for (const Box &box : here.boxes())
-            for (int v = box.y1; v < box.y2; ++v)
-                for (int h = box.x1; h < box.x2; ++h)
-                    surface.setPixel(h, v, pixelAt(before, extent, h - dh, v - dv));
-    }
+    for (const Bits &before : copied(reached.movedBy(-dh, -dv).bounds()))
+        for (Surface &surface : all)
+            surface.put(before, dh, dv, reached);
     return global - reached;
 }
 
-Picture saveBits(const Rect &global)
+SavedBits saveBits(const Rect &global)
 {
-    Picture bits;
-    if (emptyRect(global))
-        return bits;
-    bits.width = global.right - global.left;
-    bits.height = global.bottom - global.top;
-    bits.pixels.assign(std::size_t(bits.width) * bits.height, 0xFFFFFF);
-    for (const Surface &surface : all) {
-        const Area here = Area(global) & Area(surface.bounds());
-        for (const Box &box : here.boxes())
-            for (int v = box.y1; v < box.y2; ++v)
-                for (int h = box.x1; h < box.x2; ++h)
-                    pixelAt(bits, global, h, v) = surface.pixel(h, v);
-    }
-    return bits;
+    return {copied(global), timesChanged};
 }
 
-void restoreBits(const Rect &global, const Picture &bits)
+bool restoreBits(const SavedBits &bits)
 {
-    if (bits.width != global.right - global.left || bits.height != global.bottom - global.top)
-        return;
-    for (Surface &surface : all) {
-        const Area here = Area(global) & Area(surface.bounds());
-        for (const Box &box : here.boxes())
-            for (int v = box.y1; v < box.y2; ++v)
-                for (int h = box.x1; h < box.x2; ++h)
-                    surface.setPixel(h, v, pixelAt(bits, global, h, v));
-    }
+    if (bits.screens != timesChanged)
+        return false;
+    for (const Bits &part : bits.parts)
+        for (Surface &surface : all)
+            surface.put(part, 0, 0, Area(part.bounds));
+    return true;
 }
 
 void presentScreens()
 {
     for (std::size_t i = 0; i < all.size(); ++i)
-        if (all[i].takeChanged())
-            machine().present(static_cast<int>(i), all[i].picture());
+        if (auto changed = all[i].takeChanged())
+            machine().present(static_cast<int>(i), all[i].picture(), *changed);
 }
 
 }  // namespace quickdraw

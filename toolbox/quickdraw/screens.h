@@ -2,14 +2,12 @@
 // to QuickDraw.
 #pragma once
 
-#include <functional>
-
 #include "quickdraw/surface.h"
 
 namespace toolbox::quickdraw {
 
-// Makes surfaces for these screens; one whose place on the desktop is
-// unchanged keeps its pixels. True when anything differs from before.
+// Makes surfaces for these screens; one whose place on the desktop and scale
+// are unchanged keeps its pixels. True when anything differs from before.
 bool setScreens(const std::vector<Screen> &screens);
 void forgetScreens();
 
@@ -18,10 +16,6 @@ std::vector<Surface> &surfaces();
 Area desktopArea();
 
 void fillOnScreens(const Area &global, const Ink &ink);
-// Each pixel of the area becomes what pixelAt answers for its global coordinates
-// and the value that is there.
-void paintOnScreens(const Area &global,
-                    const std::function<std::uint32_t(int h, int v, std::uint32_t under)> &pixelAt);
 // Moves the pixels of the area by so much; what leaves it is lost. Answers the
 // part of the area that nothing was moved to.
 Area scrollOnScreens(const Area &global, int dh, int dv);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "quickdraw/palette.h"
+
 namespace toolbox::quickdraw {
 
 constexpr std::uint32_t white = 0xFFFFFF;
@@ -15,11 +17,7 @@ Surface::Surface(const Rect &bounds, int depth, int scale, Kind kind)
     picture_.width = (bounds.right - bounds.left) * scale;
     picture_.height = (bounds.bottom - bounds.top) * scale;
     picture_.pixels.assign(std::size_t(picture_.width) * picture_.height, white);
-}
-
-static std::uint32_t asShown(std::uint32_t pixel, int depth)
-{
-    return depth == 1 && pixel != white ? 0 : pixel;
+    touch({0, 0, picture_.width, picture_.height});
 }
 
 void Surface::setDepth(int depth)
@@ -28,85 +26,113 @@ void Surface::setDepth(int depth)
         return;
     depth_ = depth;
     for (std::uint32_t &pixel : picture_.pixels)
-        pixel = asShown(pixel, depth);
-    changed_ = !blind();
+        pixel = shownColor(pixel, depth);
+    touch({0, 0, picture_.width, picture_.height});
 }
 
-bool Surface::takeChanged()
+void Surface::touch(const Box &box)
 {
-    return std::exchange(changed_, false);
+    if (changed_.x1 == changed_.x2)
+        changed_ = box;
+    else
+        changed_ = {std::min(changed_.x1, box.x1), std::min(changed_.y1, box.y1), std::max(changed_.x2, box.x2),
+                    std::max(changed_.y2, box.y2)};
 }
 
-std::vector<Box> Surface::deviceBoxes(const Area &area) const
+std::optional<Rect> Surface::takeChanged()
 {
-    const Area here = area & Area(bounds_);
-    std::vector<Box> boxes;
-    for (const Box &box : here.boxes())
-        boxes.push_back({(box.x1 - bounds_.left) * scale_, (box.y1 - bounds_.top) * scale_,
-                         (box.x2 - bounds_.left) * scale_, (box.y2 - bounds_.top) * scale_});
-    return boxes;
+    const Box box = std::exchange(changed_, Box{});
+    if (box.x1 == box.x2)
+        return std::nullopt;
+    return Rect{static_cast<int16_t>(box.y1), static_cast<int16_t>(box.x1), static_cast<int16_t>(box.y2),
+                static_cast<int16_t>(box.x2)};
+}
+
+Area Surface::device(const Area &global) const
+{
+    if (blind())
+        return {};
+    const Area here = global & Area(bounds_);
+    return here.movedBy(-bounds_.left, -bounds_.top).scaledBy(scale_);
+}
+
+Area Surface::deviceExtent() const
+{
+    return device(Area(bounds_));
 }
 
 namespace {
 
-// An action as two bit operations, the same for every pixel.
+// What happens to the pixels of one repeat of a pattern's row: a pixel becomes
+// (pixel & kept) ^ flipped.
 struct Change {
     std::uint32_t kept;
     std::uint32_t flipped;
 
-    Change(Action action, const Ink &ink, int depth)
-        : kept(action == Action::keep || action == Action::invert ? white : 0), flipped(0)
+    Change(Action action, const Ink &ink, int depth) : kept(action == Action::keep ? white : 0), flipped(0)
     {
         if (action == Action::fore || action == Action::back)
             flipped = pixelOf(action == Action::fore ? ink.fore : ink.back, depth);
-        else if (action == Action::invert)
-            flipped = white;
     }
     std::uint32_t operator()(std::uint32_t pixel) const { return (pixel & kept) ^ flipped; }
 };
+
+bool allBytes(const Pattern &pattern, unsigned char value)
+{
+    return std::all_of(pattern.pat, pattern.pat + 8, [&](unsigned char byte) { return byte == value; });
+}
+
+int remainder(int dividend, int divisor)
+{
+    const int rest = dividend % divisor;
+    return rest < 0 ? rest + divisor : rest;
+}
 
 }  // namespace
 
 void Surface::fillSolid(const Box &box, std::uint32_t value)
 {
-    for (int y = box.y1; y < box.y2; ++y)
-        std::fill(row(y) + box.x1, row(y) + box.x2, value);
+    pixman_fill(picture_.pixels.data(), picture_.width, 32, box.x1, box.y1, box.x2 - box.x1, box.y2 - box.y1,
+                value);
 }
 
 void Surface::fillPatterned(const Box &box, const Ink &ink)
 {
     const Change onBlack(ink.onBlack, ink, depth_), onWhite(ink.onWhite, ink, depth_);
+    const int period = 8 * scale_;
+    const int first = remainder(box.x1 + (bounds_.left - ink.origin.h) * scale_, period);
     for (int y = box.y1; y < box.y2; ++y) {
         const unsigned bits = ink.pattern.pat[(y / scale_ + bounds_.top - ink.origin.v) & 7];
         std::uint32_t *pixels = row(y);
-        for (int x = box.x1; x < box.x2; ++x) {
-            const int column = (x / scale_ + bounds_.left - ink.origin.h) & 7;
-            pixels[x] = (bits & 0x80u >> column ? onBlack : onWhite)(pixels[x]);
+        for (int x = box.x1, column = first; x < box.x2; ++x) {
+            const bool isBlack = bits & 0x80u >> column / scale_;
+            const Action action = isBlack ? ink.onBlack : ink.onWhite;
+            pixels[x] = action == Action::invert ? oppositeColor(pixels[x], depth_)
+                                                 : (isBlack ? onBlack : onWhite)(pixels[x]);
+            if (++column == period)
+                column = 0;
         }
     }
 }
 
-static bool allBytes(const Pattern &pattern, unsigned char value)
-{
-    return std::all_of(pattern.pat, pattern.pat + 8, [&](unsigned char byte) { return byte == value; });
-}
-
 void Surface::fill(const Area &area, const Ink &ink)
 {
-    if (blind())
-        return;
     const bool solid = allBytes(ink.pattern, 0xFF), blank = allBytes(ink.pattern, 0);
-    const Change change(solid ? ink.onBlack : ink.onWhite, ink, depth_);
-    for (const Box &box : deviceBoxes(area)) {
-        changed_ = true;
-        if ((solid || blank) && change.kept == 0)
-            fillSolid(box, change.flipped);
+    const Action action = solid ? ink.onBlack : ink.onWhite;
+    if (blank && action == Action::keep)
+        return;
+    for (const Box &box : area.boxes()) {
+        touch(box);
+        if ((solid || blank) && (action == Action::fore || action == Action::back))
+            fillSolid(box, Change(action, ink, depth_).flipped);
         else
             fillPatterned(box, ink);
     }
 }
 
-static std::uint32_t mixed(std::uint32_t under, std::uint32_t over, unsigned coverage)
+namespace {
+
+std::uint32_t mixed(std::uint32_t under, std::uint32_t over, unsigned coverage)
 {
     std::uint32_t result = 0;
     for (int shift : {0, 8, 16}) {
@@ -116,44 +142,85 @@ static std::uint32_t mixed(std::uint32_t under, std::uint32_t over, unsigned cov
     return result;
 }
 
-void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &clip, const Ink &ink)
+}  // namespace
+
+void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink)
 {
-    if (blind())
-        return;
-    const int left = (penH - bounds_.left) * scale_ + glyph.left;
-    const int top = (penV - bounds_.top) * scale_ + glyph.top;
-    const bool graded = depth_ > 1 && ink.onBlack != Action::invert;
+    const int left = deviceH(penH) + glyph.left;
+    const int top = deviceV(penV) + glyph.top;
+    const bool inverts = ink.onBlack == Action::invert;
+    const bool graded = depth_ > 1 && !inverts;
     const Change change(ink.onBlack, ink, depth_);
-    for (const Box &box : deviceBoxes(clip)) {
-        for (int y = std::max(box.y1, top); y < std::min(box.y2, top + glyph.height); ++y) {
-            for (int x = std::max(box.x1, left); x < std::min(box.x2, left + glyph.width); ++x) {
-                unsigned coverage = glyph.coverage[std::size_t(y - top) * glyph.width + (x - left)];
-                if (!graded)
-                    coverage = coverage >= 128 ? 255 : 0;
+    for (const Box &box : area.boxes()) {
+        const Box part{std::max(box.x1, left), std::max(box.y1, top), std::min(box.x2, left + glyph.width),
+                       std::min(box.y2, top + glyph.height)};
+        if (part.x1 >= part.x2 || part.y1 >= part.y2)
+            continue;
+        touch(part);
+        for (int y = part.y1; y < part.y2; ++y) {
+            const std::uint8_t *coverage = glyph.coverage.data() + std::size_t(y - top) * glyph.width - left;
+            for (int x = part.x1; x < part.x2; ++x) {
                 std::uint32_t &pixel = row(y)[x];
-                pixel = mixed(pixel, change(pixel), coverage);
-                changed_ = true;
+                const std::uint32_t full = inverts ? oppositeColor(pixel, depth_) : change(pixel);
+                if (graded)
+                    pixel = shownColor(mixed(pixel, full, coverage[x]), depth_);
+                else if (coverage[x] >= 128)
+                    pixel = full;
             }
         }
     }
 }
 
-std::uint32_t Surface::pixel(int h, int v) const
+void Surface::drawImage(const Picture &image, const Rect &box, bool whiteIsClear, const Area &area)
 {
-    if (blind())
-        return white;
-    return picture_.pixels[std::size_t(v - bounds_.top) * scale_ * picture_.width + (h - bounds_.left) * scale_];
+    const int left = deviceH(box.left), top = deviceV(box.top);
+    const std::int64_t width = deviceH(box.right) - left, height = deviceV(box.bottom) - top;
+    if (image.pixels.empty() || width <= 0 || height <= 0)
+        return;
+    const Area inside = area & device(Area(box));
+    for (const Box &part : inside.boxes()) {
+        touch(part);
+        for (int y = part.y1; y < part.y2; ++y) {
+            auto line = static_cast<std::size_t>((y - top) * image.height / height);
+            const std::uint32_t *source = image.pixels.data() + line * static_cast<std::size_t>(image.width);
+            for (int x = part.x1; x < part.x2; ++x) {
+                const std::uint32_t pixel = source[(x - left) * image.width / width];
+                if (!whiteIsClear || pixel != white)
+                    row(y)[x] = shownColor(pixel, depth_);
+            }
+        }
+    }
 }
 
-void Surface::setPixel(int h, int v, std::uint32_t value)
+Bits Surface::copy(const Rect &global) const
 {
-    if (blind())
-        return;
-    for (int y = 0; y < scale_; ++y) {
-        std::uint32_t *start = row((v - bounds_.top) * scale_ + y) + (h - bounds_.left) * scale_;
-        std::fill_n(start, scale_, asShown(value, depth_));
+    Bits bits{{}, scale_, {}};
+    const Area area = device(Area(global));
+    if (area.empty())
+        return bits;
+    bits.bounds = (Area(global) & Area(bounds_)).bounds();
+    const Box box = area.boxes().front();
+    bits.picture.width = box.x2 - box.x1;
+    bits.picture.height = box.y2 - box.y1;
+    for (int y = box.y1; y < box.y2; ++y)
+        bits.picture.pixels.insert(bits.picture.pixels.end(), row(y) + box.x1, row(y) + box.x2);
+    return bits;
+}
+
+// Between screens of different scales the nearest pixel stands for each.
+void Surface::put(const Bits &bits, int dh, int dv, const Area &area)
+{
+    const Area there = device(area & Area(bits.bounds).movedBy(dh, dv));
+    const int left = deviceH(bits.bounds.left + dh), top = deviceV(bits.bounds.top + dv);
+    for (const Box &box : there.boxes()) {
+        touch(box);
+        for (int y = box.y1; y < box.y2; ++y) {
+            const std::size_t line = static_cast<std::size_t>((y - top) * bits.scale / scale_);
+            const std::uint32_t *source = bits.picture.pixels.data() + line * bits.picture.width;
+            for (int x = box.x1; x < box.x2; ++x)
+                row(y)[x] = shownColor(source[(x - left) * bits.scale / scale_], depth_);
+        }
     }
-    changed_ = true;
 }
 
 }  // namespace toolbox::quickdraw

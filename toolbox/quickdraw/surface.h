@@ -1,11 +1,12 @@
 // The pixels of one screen. Private to QuickDraw.
 //
-// Everything is given in global coordinates. A surface may hold several device
-// pixels for each of QuickDraw's: its scale, an integer. What is drawn covers
-// scale by scale device pixels for each pixel; glyphs come at device size.
+// A surface holds several device pixels for each of QuickDraw's, scale by
+// scale of them. Its device coordinates are those of its picture; device()
+// leads there from global ones.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "quickdraw/area.h"
@@ -24,9 +25,16 @@ struct GlyphImage {
     std::vector<std::uint8_t> coverage;
 };
 
+// A copy of what a screen showed.
+struct Bits {
+    Rect bounds{};  // global
+    int scale = 1;
+    Picture picture;  // scale times as wide and high
+};
+
 class Surface {
 public:
-    // A blind surface holds no pixels and takes no drawing; it reads as white.
+    // A blind surface holds no pixels and takes no drawing.
     enum class Kind { seen, blind };
     Surface(const Rect &bounds, int depth, int scale = 1, Kind kind = Kind::seen);
 
@@ -37,24 +45,41 @@ public:
     // Everything already there becomes what the new depth can show.
     void setDepth(int depth);
 
-    // Fills the part of the area that lies on the surface.
+    // The part of a global area that lies on the surface; empty when blind.
+    Area device(const Area &global) const;
+    // All of the surface; empty when blind.
+    Area deviceExtent() const;
+    // Where a point of the global plane lies.
+    int deviceH(int h) const { return (h - bounds_.left) * scale_; }
+    int deviceV(int v) const { return (v - bounds_.top) * scale_; }
+
+    // These areas are device areas that lie on the surface.
     void fill(const Area &area, const Ink &ink);
     // Lets the ink's black action through the glyph, in the part of it that
-    // lies in clip. The pen is at a global point.
-    void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &clip, const Ink &ink);
+    // lies in the area. The pen is at a global point.
+    void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink);
+    // Those of the area that lie in the global box the image is stretched to.
+    // The image's white may be clear.
+    void drawImage(const Picture &image, const Rect &box, bool whiteIsClear, const Area &area);
 
-    // One pixel (the top left device pixel of it).
-    std::uint32_t pixel(int h, int v) const;
-    void setPixel(int h, int v, std::uint32_t value);
+    // The part of a global rectangle that lies on the surface.
+    Bits copy(const Rect &global) const;
+    // The bits moved by so much, global; only in the area, which is global.
+    void put(const Bits &bits, int dh, int dv, const Area &area);
 
     // Empty when blind.
     const Picture &picture() const { return picture_; }
-    // Whether anything was drawn since the last call.
-    bool takeChanged();
+    // The device pixels that may have changed since the last call, all of them
+    // at first; nothing when none has.
+    std::optional<Rect> takeChanged();
 
 private:
     std::uint32_t *row(int deviceRow) { return picture_.pixels.data() + std::size_t(deviceRow) * picture_.width; }
-    std::vector<Box> deviceBoxes(const Area &area) const;
+    const std::uint32_t *row(int deviceRow) const
+    {
+        return picture_.pixels.data() + std::size_t(deviceRow) * picture_.width;
+    }
+    void touch(const Box &box);
     void fillSolid(const Box &box, std::uint32_t value);
     void fillPatterned(const Box &box, const Ink &ink);
 
@@ -62,7 +87,7 @@ private:
     int depth_;
     int scale_;
     Picture picture_;
-    bool changed_ = false;
+    Box changed_{};
 };
 
 }  // namespace toolbox::quickdraw

@@ -56,8 +56,8 @@ void drawGlyphs(const GrafPort &port, std::string_view text, const Ink &ink)
     const TextStyle style = TextStyle::of(port);
     const Area visible = visibleArea(port);
     for (Surface &surface : surfaces()) {
-        const Area clip = visible & Area(surface.bounds());
-        if (clip.empty() || surface.blind())
+        const Area clip = surface.device(visible);
+        if (clip.empty())
             continue;
         const bool graded = surface.depth() > 1 && ink.onBlack != Action::invert;
         int h = port.pnLoc.h + port.portBits.bounds.left;

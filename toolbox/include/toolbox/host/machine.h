@@ -68,9 +68,12 @@ struct Machine {
     // empty.
     virtual std::vector<Screen> screens() = 0;
     // The pixels of screen number index (as in screens), scale times its bounds
-    // wide and high, as they are now to be seen; called before the Toolbox waits, when they have changed. Borrowed
-    // for the call.
-    virtual void present(int index, const Picture &picture) = 0;
+    // wide and high, as they are now to be seen; called before the Toolbox
+    // waits, when they have changed. Outside the rectangle changed, in the
+    // picture's own pixels, they are what was presented last; it is the whole
+    // picture the first time, and when its size is another. Borrowed for the
+    // call.
+    virtual void present(int index, const Picture &picture, const Rect &changed) = 0;
 
     // Whether anybody will look at pictures. Asked at start and for each new
     // screen. False: shapes and text are measured and traced as ever, but no
