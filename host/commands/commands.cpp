@@ -113,7 +113,7 @@ void Commands::addPlay(CLI::App &app)
         ->type_name("DIR");
     play->add_option("--screen", screens_, "Screens from left to right")
         ->check(CLI::Validator(screenList, ""))
-        ->type_name("WxHxDEPTH[+...]");
+        ->type_name("WxHxDEPTH[@SCALE][+...]");
     play->add_option("--decimal", decimal_, "The locale's decimal separator")
         ->check(CLI::Validator(oneCharacter, ""))
         ->type_name("C");

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "play/screens.h"
+
 namespace riders {
 namespace {
 
@@ -15,19 +17,6 @@ std::size_t offset(const toolbox::Picture &picture, int h, int v)
     return static_cast<std::size_t>(v) * static_cast<std::size_t>(picture.width) + static_cast<std::size_t>(h);
 }
 
-// The part of a picture that lies in the view.
-toolbox::Picture cut(const toolbox::Picture &screen, const Rect &view)
-{
-    int left = std::clamp<int>(view.left, 0, screen.width), right = std::clamp<int>(view.right, left, screen.width);
-    int top = std::clamp<int>(view.top, 0, screen.height), bottom = std::clamp<int>(view.bottom, top, screen.height);
-    toolbox::Picture part{right - left, bottom - top, {}};
-    for (int v = top; v < bottom; ++v) {
-        auto row = screen.pixels.begin() + static_cast<std::ptrdiff_t>(offset(screen, left, v));
-        part.pixels.insert(part.pixels.end(), row, row + part.width);
-    }
-    return part;
-}
-
 void paste(const toolbox::Picture &frame, toolbox::Picture &sheet, int h, int v)
 {
     for (int row = 0; row < frame.height; ++row)
@@ -37,10 +26,10 @@ void paste(const toolbox::Picture &frame, toolbox::Picture &sheet, int h, int v)
 
 }  // namespace
 
-void Film::take(const toolbox::Picture &screen)
+void Film::take(const toolbox::Picture &shown, const toolbox::Screen &screen)
 {
     if (seen_++ % every_ == 0 && frames_.size() < mostFrames)
-        frames_.push_back(cut(screen, view_));
+        frames_.push_back(pictureOf(shown, screen, view_));
 }
 
 // Frames are of one size, unless the screen changed its own; the largest counts.
@@ -56,7 +45,8 @@ toolbox::Picture Film::sheet() const
     toolbox::Picture sheet{columns * (width + gap), rows * (height + gap), {}};
     sheet.pixels.assign(offset(sheet, 0, sheet.height), grey);
     for (int i = 0; i < count; ++i)
-        paste(frames_[static_cast<std::size_t>(i)], sheet, i % across * (width + gap), i / across * (height + gap));
+        paste(frames_[static_cast<std::size_t>(i)], sheet, i % across * (width + gap),
+              i / across * (height + gap));
     return sheet;
 }
 

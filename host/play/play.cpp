@@ -1,6 +1,5 @@
 #include "play/play.h"
 
-#include <charconv>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -90,23 +89,6 @@ std::string described(const std::filesystem::path &script, const toolbox::Script
     return place + " " + error.message;
 }
 
-bool takeNumber(std::string_view &text, int &value, int least, int most)
-{
-    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc())
-        return false;
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return value >= least && value <= most;
-}
-
-bool takeLetter(std::string_view &text, char letter)
-{
-    if (text.empty() || text.front() != letter)
-        return false;
-    text.remove_prefix(1);
-    return true;
-}
-
 }  // namespace
 
 std::string play(const PlayRequest &request)
@@ -135,27 +117,6 @@ std::string play(const PlayRequest &request)
             problem = error.what();
     }
     return problem;
-}
-
-std::vector<toolbox::Screen> screensFromText(const std::string &text)
-{
-    std::vector<toolbox::Screen> screens;
-    std::string_view rest = text;
-    int left = 0;
-    do {
-        int width = 0, height = 0, depth = 0;
-        if (!takeNumber(rest, width, 64, 8192) || !takeLetter(rest, 'x') || !takeNumber(rest, height, 64, 8192) ||
-            !takeLetter(rest, 'x') || !takeNumber(rest, depth, 1, 32))
-            return {};
-        bool knownDepth = depth == 1 || depth == 2 || depth == 4 || depth == 8 || depth == 32;
-        if (!knownDepth || left + width > INT16_MAX)
-            return {};
-        screens.push_back({{0, static_cast<std::int16_t>(left), static_cast<std::int16_t>(height),
-                            static_cast<std::int16_t>(left + width)},
-                           depth});
-        left += width;
-    } while (takeLetter(rest, '+'));
-    return rest.empty() ? screens : std::vector<toolbox::Screen>{};
 }
 
 }  // namespace riders

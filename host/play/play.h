@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "toolbox/host/machine.h"
+#include "play/screens.h"
 #include "toolbox/host/session.h"
 
 namespace riders {
@@ -13,8 +13,8 @@ namespace riders {
 struct PlayRequest {
     std::filesystem::path script;
     std::filesystem::path plugin;
-    std::filesystem::path traceFile;      // empty: no trace
-    std::filesystem::path picturesFolder; // empty: the current folder
+    std::filesystem::path traceFile;       // empty: no trace
+    std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
     std::vector<toolbox::Screen> screens;
 };
@@ -23,9 +23,5 @@ struct PlayRequest {
 // when the session went as the script says: "session.play:12: no dialog is
 // open". The trace is written either way.
 std::string play(const PlayRequest &request);
-
-// WIDTHxHEIGHTxDEPTH, several joined by +, left to right; empty when it does
-// not read so. Depths are 1, 2, 4, 8 and 32, sides 64 to 8192 pixels.
-std::vector<toolbox::Screen> screensFromText(const std::string &text);
 
 }  // namespace riders

@@ -1,94 +1,16 @@
 #include "play/steps.h"
 
-#include <charconv>
 #include <cstdint>
 #include <map>
 
-#include "toolbox/events.h"
+#include "play/arguments.h"
+#include "play/screen_steps.h"
 #include "toolbox/host/faults.h"
-#include "toolbox/host/picture.h"
-#include "toolbox/host/trace.h"
-#include "toolbox/windows.h"
 
 namespace riders {
 namespace {
 
 using toolbox::ScriptError;
-
-// The words behind the verb, taken one after the other.
-class Arguments {
-public:
-    explicit Arguments(const ScriptLine &line) : line_(line) {}
-
-    bool more() const { return next_ < line_.words.size(); }
-
-    std::string word(const char *what)
-    {
-        if (!more())
-            throw ScriptError{line_.number, line_.words[0] + " needs " + what};
-        return line_.words[next_++];
-    }
-
-    int number(const char *what, int least, int most)
-    {
-        std::string text = word(what);
-        int value = 0;
-        auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-        bool isNumber = error == std::errc() && end == text.data() + text.size();
-        if (!isNumber || value < least || value > most)
-            fail(line_.words[0] + " needs " + what + " from " + std::to_string(least) + " to " +
-                 std::to_string(most) + ", not \"" + text + "\"");
-        return value;
-    }
-    // What the Toolbox counts in 16 bits, from 1.
-    int ordinal(const char *what) { return number(what, 1, INT16_MAX); }
-
-    // Takes nothing: whether the next word is all digits. In quotes they are a
-    // text.
-    bool numberFollows() const
-    {
-        return more() && !line_.quoted[next_] &&
-               line_.words[next_].find_first_not_of("0123456789") == std::string::npos;
-    }
-
-    bool take(const std::string &expected)
-    {
-        if (!more() || line_.words[next_] != expected)
-            return false;
-        ++next_;
-        return true;
-    }
-
-    // "with command shift": the rest of the line, when it begins so.
-    std::uint16_t modifiers()
-    {
-        static const std::map<std::string, std::uint16_t> known = {
-            {"command", cmdKey}, {"shift", shiftKey}, {"option", optionKey}, {"control", controlKey}};
-        std::uint16_t all = 0;
-        if (!take("with"))
-            return all;
-        do {
-            std::string name = word("a modifier key");
-            auto found = known.find(name);
-            if (found == known.end())
-                fail("there is no modifier key \"" + name + "\"");
-            all |= found->second;
-        } while (more());
-        return all;
-    }
-
-    void end()
-    {
-        if (more())
-            fail("\"" + line_.words[next_] + "\" is too much for " + line_.words[0]);
-    }
-
-    [[noreturn]] void fail(const std::string &message) { throw ScriptError{line_.number, message}; }
-
-private:
-    const ScriptLine &line_;
-    std::size_t next_ = 1;
-};
 
 void start(Arguments &, Stage &stage)
 {
@@ -119,10 +41,40 @@ void press(Arguments &arguments, Stage &stage)
 
 void click(Arguments &arguments, Stage &stage)
 {
-    int h = arguments.number("a horizontal coordinate", INT16_MIN, INT16_MAX);
-    int v = arguments.number("a vertical coordinate", INT16_MIN, INT16_MAX);
-    Point where{static_cast<std::int16_t>(v), static_cast<std::int16_t>(h)};
+    Point where = arguments.point();
     stage.user.clickAt(where, arguments.modifiers());
+}
+
+void move(Arguments &arguments, Stage &stage)
+{
+    Point where = arguments.point();
+    stage.user.moveTo(where, arguments.modifiers());
+}
+
+void down(Arguments &arguments, Stage &stage)
+{
+    Point where = arguments.point();
+    stage.user.pressAt(where, arguments.modifiers());
+}
+
+void hold(Arguments &arguments, Stage &stage)
+{
+    int item = arguments.ordinal("an item number");
+    stage.user.hold(item, arguments.modifiers());
+}
+
+void up(Arguments &arguments, Stage &stage)
+{
+    if (!arguments.pointFollows())
+        return stage.user.release(arguments.modifiers());
+    Point where = arguments.point();
+    stage.user.releaseAt(where, arguments.modifiers());
+}
+
+void drag(Arguments &arguments, Stage &stage)
+{
+    Point from = arguments.point(), to = arguments.point();
+    stage.user.drag(from, to, arguments.modifiers());
 }
 
 void choose(Arguments &arguments, Stage &stage)
@@ -148,6 +100,13 @@ void key(Arguments &arguments, Stage &stage)
 {
     std::string name = arguments.word("a key");
     stage.user.key(name, arguments.modifiers());
+}
+
+void repeat(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a key");
+    int times = arguments.ordinal("a number of repeats");
+    stage.user.repeat(name, times, arguments.modifiers());
 }
 
 std::string fileName(Arguments &arguments)
@@ -185,62 +144,6 @@ void clipboard(Arguments &arguments, Stage &stage)
     stage.user.putOnClipboard(arguments.word("a text"));
 }
 
-void keepPicture(const std::filesystem::path &file, const toolbox::Picture &picture)
-{
-    if (!toolbox::writePng(file, picture))
-        throw ScriptError{0, "the picture " + file.string() + " cannot be written"};
-    toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
-}
-
-void picture(Arguments &arguments, Stage &stage)
-{
-    std::string name = arguments.word("a name");
-    std::filesystem::path file = stage.picturesFolder / (name + ".png");
-    stage.user.then([file] { keepPicture(file, toolbox::screenPicture(0)); });
-}
-
-// The front dialog with its frame.
-Rect frontDialogView()
-{
-    constexpr int16_t frame = 10;
-    WindowPtr window = FrontWindow();
-    if (!window)
-        throw ScriptError{0, "no dialog is open"};
-    Rect view = (*reinterpret_cast<WindowPeek>(window)->contRgn)->rgnBBox;
-    InsetRect(&view, -frame, -frame);
-    return view;
-}
-
-void beginFilm(Stage &stage, const std::filesystem::path &file, int every)
-{
-    stage.film = std::make_unique<Film>(frontDialogView(), every);
-    stage.filmFile = file;
-    stage.machine.setWatcher([&stage](int screen, const toolbox::Picture &shown) {
-        if (screen == 0)
-            stage.film->take(shown);
-    });
-}
-
-void endFilm(Stage &stage)
-{
-    if (!stage.film)
-        throw ScriptError{0, "nothing is being filmed"};
-    stage.machine.setWatcher({});
-    toolbox::Picture sheet = stage.film->sheet();
-    stage.film.reset();
-    keepPicture(stage.filmFile, sheet);
-}
-
-void film(Arguments &arguments, Stage &stage)
-{
-    std::string name = arguments.word("a name");
-    if (name == "end" && !arguments.more())
-        return stage.user.then([&stage] { endFilm(stage); });
-    std::filesystem::path file = stage.picturesFolder / (name + ".png");
-    int every = arguments.number("a number of pictures", 1, INT16_MAX);
-    stage.user.then([&stage, file, every] { beginFilm(stage, file, every); });
-}
-
 void fail(Arguments &arguments, Stage &stage)
 {
     std::string name = arguments.word("a file call");
@@ -258,25 +161,14 @@ void fail(Arguments &arguments, Stage &stage)
     });
 }
 
-void depth(Arguments &arguments, Stage &stage)
-{
-    int bits = arguments.number("a number of bits", 1, 32);
-    if (bits != 1 && bits != 2 && bits != 4 && bits != 8 && bits != 32)
-        arguments.fail("a screen has 1, 2, 4, 8 or 32 bits a pixel");
-    stage.user.setDepth(bits);
-}
-
 const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
-    {"start", start},         {"about", about},
-    {"idle", idle},           {"command", command},
-    {"press", press},         {"click", click},
-    {"choose", choose},       {"leave", leave},
-    {"type", type},           {"key", key},
-    {"save", save},           {"open", open},
-    {"wait", wait},           {"cancel-file", cancelFile},
-    {"clipboard", clipboard}, {"picture", picture},
-    {"film", film},           {"fail", fail},
-    {"depth", depth},
+    {"start", start},         {"about", about},     {"idle", idle},     {"command", command},
+    {"press", press},         {"click", click},     {"move", move},     {"down", down},
+    {"hold", hold},           {"up", up},           {"drag", drag},     {"choose", choose},
+    {"leave", leave},         {"type", type},       {"key", key},       {"repeat", repeat},
+    {"save", save},           {"open", open},       {"wait", wait},     {"cancel-file", cancelFile},
+    {"clipboard", clipboard}, {"picture", picture}, {"film", film},     {"fail", fail},
+    {"depth", depth},         {"scale", scale},     {"resize", resize}, {"screens", screens},
 };
 
 }  // namespace

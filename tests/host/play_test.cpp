@@ -1,39 +1,9 @@
 // `riders play`: scripts, their failures, their traces and pictures.
-#include <sstream>
-
+#include "host/play_fixture.h"
 #include "play/play.h"
-#include "support/command.h"
-#include "support/toolbox_test.h"
 #include "toolbox/host/picture.h"
 
 namespace {
-
-class Play : public ::testing::Test {
-protected:
-    CommandResult play(const std::string &script, std::vector<std::string> options = {})
-    {
-        writeFile(folder / "session.play", script);
-        std::vector<std::string> arguments = {"play", "session.play", "--preferences", "preferences", "--trace",
-                                              "trace"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        return runRiders(arguments, {}, folder.path());
-    }
-
-    std::string trace() const { return contentsOf(folder / "trace"); }
-    // The first of the wanted lines (or beginnings of them) that does not stand
-    // in the trace behind the ones before it.
-    std::string firstNotTraced(const std::vector<std::string> &wanted) const
-    {
-        std::istringstream in(trace());
-        std::size_t next = 0;
-        for (std::string line; next < wanted.size() && std::getline(in, line);)
-            next += line.starts_with(wanted[next]);
-        return next < wanted.size() ? wanted[next] : "";
-    }
-    bool traced(const std::string &line) const { return ("\n" + trace()).find("\n" + line + "\n") != std::string::npos; }
-
-    TemporaryFolder folder;
-};
 
 const char *const makeScript = "start\n"
                                "command 0\n"
@@ -359,23 +329,4 @@ TEST_F(Play, AScriptThatIsNotThereIsRefusedInWords)
     CommandResult result = runRiders({"play", "nothing.play"}, {}, folder.path());
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "riders play: the script nothing.play cannot be read\n");
-}
-
-TEST(Screens, AreReadFromLeftToRight)
-{
-    auto screens = riders::screensFromText("640x480x8+1024x768x1");
-    ASSERT_EQ(screens.size(), 2u);
-    EXPECT_EQ(screens[0].bounds.right, 640);
-    EXPECT_EQ(screens[0].depth, 8);
-    EXPECT_EQ(screens[1].bounds.left, 640);
-    EXPECT_EQ(screens[1].bounds.right, 1664);
-    EXPECT_EQ(screens[1].bounds.bottom, 768);
-    EXPECT_EQ(screens[1].depth, 1);
-}
-
-TEST(Screens, WhatDoesNotReadSoIsRefused)
-{
-    for (const char *text : {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8",
-                             "640x99999x8", "-640x480x8"})
-        EXPECT_TRUE(riders::screensFromText(text).empty()) << text;
 }

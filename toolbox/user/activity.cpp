@@ -19,6 +19,23 @@ std::vector<std::string> textsOf(MenuHandle menu)
     return texts;
 }
 
+// The first and the last item that show, from 1; 0 when none does.
+int firstShown(const menus::OpenMenu &open)
+{
+    for (std::size_t i = 0; i < open.items.size(); ++i)
+        if (!EmptyRect(&open.items[i]))
+            return static_cast<int>(i + 1);
+    return 0;
+}
+
+int lastShown(const menus::OpenMenu &open)
+{
+    for (std::size_t i = open.items.size(); i > 0; --i)
+        if (!EmptyRect(&open.items[i - 1]))
+            return static_cast<int>(i);
+    return 0;
+}
+
 // In the menu bar, which no popup covers.
 constexpr Point outsideEveryMenu{2, 2};
 
@@ -37,29 +54,80 @@ Progress Press::advance(Hand &hand)
 
 Progress Choose::advance(Hand &hand)
 {
-    if (pressed_) {
-        release(hand);
+    if (!pressed_) {
+        hand.pressAt(pressableMiddleOf(item_));
+        pressed_ = true;
+        return Progress::more;
+    }
+    if (!menus::openMenu())
+        throw Problem{"item " + std::to_string(item_) + " is not a popup: no menu opened"};
+    if (!picked_)
+        pick();
+    return release(hand);
+}
+
+void Choose::pick()
+{
+    chosen_ = pick_(textsOf(menus::openMenu()->menu));
+    picked_ = true;
+    const menus::OpenMenu &open = *menus::openMenu();
+    if (chosen_ < 0 || chosen_ > static_cast<int>(open.items.size()))
+        throw Problem{"menu " + std::to_string(open.id) + " has no item " + std::to_string(chosen_)};
+}
+
+Progress Choose::release(Hand &hand)
+{
+    if (chosen_ == 0) {
+        hand.releaseAt(outsideEveryMenu);
         return Progress::done;
     }
-    hand.pressAt(pressableMiddleOf(item_));
-    pressed_ = true;
+    const menus::OpenMenu &open = *menus::openMenu();
+    Rect row = open.items[static_cast<std::size_t>(chosen_ - 1)];
+    if (EmptyRect(&row))
+        return scrollTo(hand, firstShown(open));
+    hand.releaseAt(middle(row));
+    return Progress::done;
+}
+
+// Points at the arrow above the first item that shows, or below the last,
+// which stands in a row as high as theirs.
+Progress Choose::scrollTo(Hand &hand, int first)
+{
+    constexpr int patience = 100;
+    const menus::OpenMenu &open = *menus::openMenu();
+    scrolledInVain_ = first == lastFirst_ ? scrolledInVain_ + 1 : 0;
+    lastFirst_ = first;
+    if (first == 0 || scrolledInVain_ > patience)
+        throw Problem{"item " + std::to_string(chosen_) + " of menu " + std::to_string(open.id) + " does not show"};
+    const bool up = chosen_ < first;
+    Rect row = open.items[static_cast<std::size_t>((up ? first : lastShown(open)) - 1)];
+    const int height = row.bottom - row.top;
+    OffsetRect(&row, 0, static_cast<int16_t>(up ? -height : height));
+    hand.moveTo(middle(row));
     return Progress::more;
 }
 
-void Choose::release(Hand &hand)
+Progress Hold::advance(Hand &hand)
 {
-    if (!menus::openMenu())
-        throw Problem{"item " + std::to_string(item_) + " is not a popup: no menu opened"};
-    int item = pick_(textsOf(menus::openMenu()->menu));
-    if (item == 0)
-        return hand.releaseAt(outsideEveryMenu);
-    const menus::OpenMenu &open = *menus::openMenu();
-    if (item < 0 || item > static_cast<int>(open.items.size()))
-        throw Problem{"menu " + std::to_string(open.id) + " has no item " + std::to_string(item)};
-    Rect row = open.items[static_cast<std::size_t>(item - 1)];
-    if (EmptyRect(&row))
-        throw Problem{"item " + std::to_string(item) + " of menu " + std::to_string(open.id) + " does not show"};
-    hand.releaseAt(middle(row));
+    hand.pressAt(pressableMiddleOf(item_), modifiers_);
+    return Progress::done;
+}
+
+// The times are those a keyboard is set to when it is bought.
+Progress Repeat::advance(Hand &hand)
+{
+    constexpr std::uint32_t ticksToFirst = 24, ticksBetween = 4;
+    if (repeated_ < 0) {
+        hand.keyInput(Input::Kind::keyDown, key_, modifiers_);
+    } else if (repeated_ < times_) {
+        hand.machine.passTicks(repeated_ == 0 ? ticksToFirst : ticksBetween);
+        hand.keyInput(Input::Kind::autoKey, key_, modifiers_);
+    } else {
+        hand.keyInput(Input::Kind::keyUp, key_, modifiers_);
+        return Progress::done;
+    }
+    ++repeated_;
+    return Progress::more;
 }
 
 Progress Wait::advance(Hand &hand)

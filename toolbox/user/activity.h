@@ -13,8 +13,8 @@ namespace toolbox::user {
 
 enum class Progress {
     done,
-    more,    // ask again when the hand has nothing left to give
-    wait     // ask again after the program has gone on by itself
+    more,  // ask again when the hand has nothing left to give
+    wait   // ask again after the program has gone on by itself
 };
 
 // Asked to go on whenever the program waits for input and all that the hand
@@ -58,11 +58,42 @@ public:
     Progress advance(Hand &hand) override;
 
 private:
-    void release(Hand &hand);
+    void pick();
+    Progress release(Hand &hand);
+    Progress scrollTo(Hand &hand, int first);
 
     int item_;
     Pick pick_;
-    bool pressed_ = false;
+    bool pressed_ = false, picked_ = false;
+    int chosen_ = 0;
+    int lastFirst_ = 0, scrolledInVain_ = 0;
+};
+
+// Presses the item's middle and keeps the button down.
+class Hold : public Activity {
+public:
+    explicit Hold(int item, std::uint16_t modifiers = 0) : item_(item), modifiers_(modifiers) {}
+    Progress advance(Hand &hand) override;
+
+private:
+    int item_;
+    std::uint16_t modifiers_;
+};
+
+// Holds a key down until it has repeated so many times.
+class Repeat : public Activity {
+public:
+    Repeat(std::string key, int times, std::uint16_t modifiers)
+        : key_(std::move(key)), times_(times), modifiers_(modifiers)
+    {
+    }
+    Progress advance(Hand &hand) override;
+
+private:
+    std::string key_;
+    int times_;
+    std::uint16_t modifiers_;
+    int repeated_ = -1;  // not pressed yet
 };
 
 class Wait : public Activity {

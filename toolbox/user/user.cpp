@@ -1,175 +1,14 @@
 #include "toolbox/host/user.h"
 
 #include <algorithm>
-#include <deque>
 #include <utility>
 
-#include "toolbox/host/dialog_text.h"
-#include "user/activity.h"
 #include "user/file_answers.h"
-#include "user/front_dialog.h"
+#include "user/script.h"
 
 namespace toolbox {
 
 using namespace user;
-
-namespace {
-
-enum class Where {
-    anywhere,
-    inDialog,      // needs one in front
-    ifAsked,       // answers what may come up after the step before
-    atHost
-};
-
-struct Step {
-    int line;
-    int expectedDialog;
-    Where where;
-    std::unique_ptr<Activity> activity;
-    bool begun = false;
-};
-
-std::string numbered(int dialogID)
-{
-    return "dialog " + std::to_string(dialogID);
-}
-
-}  // namespace
-
-struct ScriptedUser::Script {
-    explicit Script(HeadlessMachine &machine) : hand(machine) {}
-
-    Hand hand;
-    std::deque<Step> steps;
-    std::deque<Step> *queue = &steps;
-    std::function<bool(int)> surprise;
-    int line = 0;
-    int lastLine = 0;   // where the script ends
-    int expectedDialog = 0;
-    int asksInVain = 0;
-    int surprises = 0;
-
-    void add(Where where, std::unique_ptr<Activity> activity)
-    {
-        queue->push_back({line, expectedDialog, where, std::move(activity)});
-    }
-    void act(Where where, std::function<void(Hand &)> action)
-    {
-        add(where, std::make_unique<Act>(std::move(action)));
-    }
-
-    [[noreturn]] void fail(int atLine, const std::string &message);
-    bool surprised(int dialogID);
-    std::optional<Input> inVain(int atLine, const std::string &message);
-    std::optional<Input> nextInput();
-    bool ready();
-    Progress advance(Step &step);
-    Progress perform();
-    void run();
-};
-
-void ScriptedUser::Script::fail(int atLine, const std::string &message)
-{
-    steps.clear();
-    hand.forget();
-    throw ScriptError{atLine, message};
-}
-
-bool ScriptedUser::Script::surprised(int dialogID)
-{
-    constexpr int patience = 1000;
-    return surprise && ++surprises < patience && surprise(dialogID);
-}
-
-// A program may ask for input while it opens or closes a dialog; one that goes
-// on asking waits for somebody.
-std::optional<Input> ScriptedUser::Script::inVain(int atLine, const std::string &message)
-{
-    constexpr int patience = 20;
-    if (++asksInVain > patience)
-        fail(atLine, message);
-    return std::nullopt;
-}
-
-std::optional<Input> ScriptedUser::Script::nextInput()
-{
-    for (;;) {
-        if (std::optional<Input> input = hand.take())
-            return input;
-        if (!ready()) {
-            int dialogID = frontDialogID();
-            if (dialogID == 0)
-                return steps.empty() ? inVain(lastLine, "the script ended and the program waits for input")
-                                     : inVain(steps.front().line, "no dialog is open");
-            if (surprised(dialogID))
-                continue;
-            if (steps.empty())
-                return inVain(lastLine, "the script ended with " + numbered(dialogID) + " still open");
-            const Step &next = steps.front();
-            if (next.where == Where::atHost)
-                return inVain(next.line, numbered(dialogID) + " is still open");
-            fail(next.line, numbered(dialogID) + " is open instead of " + numbered(next.expectedDialog) + ": \"" +
-                                frontDialogText() + "\"");
-        }
-        if (perform() == Progress::wait)
-            return std::nullopt;
-    }
-}
-
-// Whether the next step can be carried out with what is in front.
-bool ScriptedUser::Script::ready()
-{
-    if (steps.empty())
-        return false;
-    const Step &next = steps.front();
-    if (next.where == Where::anywhere || next.where == Where::ifAsked || next.begun)
-        return true;
-    int dialogID = frontDialogID();
-    return next.where == Where::inDialog && dialogID != 0 &&
-           (next.expectedDialog == 0 || next.expectedDialog == dialogID);
-}
-
-// What it queues has its own line.
-Progress ScriptedUser::Script::advance(Step &step)
-{
-    int lineBefore = std::exchange(line, step.line);
-    try {
-        Progress progress = step.activity->advance(hand);
-        line = lineBefore;
-        return progress;
-    } catch (const Problem &problem) {
-        fail(step.line, problem.message);
-    }
-}
-
-// The step is out of the queue while it acts: steps it adds come before the
-// rest.
-Progress ScriptedUser::Script::perform()
-{
-    Step step = std::move(steps.front());
-    steps.pop_front();
-    step.begun = true;
-    asksInVain = surprises = 0;
-    Progress progress = advance(step);
-    if (progress != Progress::done)
-        steps.push_front(std::move(step));
-    return progress;
-}
-
-void ScriptedUser::Script::run()
-{
-    while (!steps.empty()) {
-        Step step = std::move(steps.front());
-        steps.pop_front();
-        if (step.where == Where::inDialog)
-            fail(step.line, "no dialog is open");
-        if (step.where == Where::ifAsked)
-            continue;
-        while (advance(step) != Progress::done)
-            ;
-    }
-}
 
 ScriptedUser::ScriptedUser(HeadlessMachine &machine) : script_(std::make_unique<Script>(machine))
 {
@@ -200,6 +39,36 @@ void ScriptedUser::press(int item, std::uint16_t modifiers)
 void ScriptedUser::clickAt(Point global, std::uint16_t modifiers)
 {
     script_->act(Where::inDialog, [=](Hand &hand) { hand.clickAt(global, modifiers); });
+}
+
+void ScriptedUser::moveTo(Point global, std::uint16_t modifiers)
+{
+    script_->act(Where::anywhere, [=](Hand &hand) { hand.moveTo(global, modifiers); });
+}
+
+void ScriptedUser::pressAt(Point global, std::uint16_t modifiers)
+{
+    script_->act(Where::inDialog, [=](Hand &hand) { hand.pressAt(global, modifiers); });
+}
+
+void ScriptedUser::hold(int item, std::uint16_t modifiers)
+{
+    script_->add(Where::inDialog, std::make_unique<Hold>(item, modifiers));
+}
+
+void ScriptedUser::releaseAt(Point global, std::uint16_t modifiers)
+{
+    script_->act(Where::anywhere, [=](Hand &hand) { hand.releaseAt(global, modifiers); });
+}
+
+void ScriptedUser::release(std::uint16_t modifiers)
+{
+    script_->act(Where::anywhere, [=](Hand &hand) { hand.releaseAt(hand.place(), modifiers); });
+}
+
+void ScriptedUser::drag(Point from, Point to, std::uint16_t modifiers)
+{
+    script_->act(Where::inDialog, [=](Hand &hand) { hand.drag(from, to, modifiers); });
 }
 
 void ScriptedUser::choose(int item, int menuItem)
@@ -242,6 +111,11 @@ void ScriptedUser::key(const std::string &name, std::uint16_t modifiers)
     script_->act(Where::inDialog, [=](Hand &hand) { hand.key(name, modifiers); });
 }
 
+void ScriptedUser::repeat(const std::string &name, int times, std::uint16_t modifiers)
+{
+    script_->add(Where::inDialog, std::make_unique<Repeat>(name, times, modifiers));
+}
+
 void ScriptedUser::answerSave(const std::filesystem::path &name, bool replace)
 {
     script_->add(Where::inDialog, std::make_unique<AnswerSave>(name));
@@ -268,14 +142,47 @@ void ScriptedUser::putOnClipboard(const std::string &text)
     script_->act(Where::anywhere, [=](Hand &hand) { hand.machine.putOnClipboard(text); });
 }
 
-void ScriptedUser::setDepth(int bits)
+void ScriptedUser::changeScreens(std::function<void(std::vector<Screen> &)> change)
 {
-    script_->act(Where::anywhere, [=](Hand &hand) {
+    script_->act(Where::anywhere, [change = std::move(change)](Hand &hand) {
         std::vector<Screen> screens = hand.machine.screens();
-        for (Screen &screen : screens)
-            screen.depth = bits;
+        change(screens);
         hand.machine.setScreens(screens);
     });
+}
+
+void ScriptedUser::setDepth(int bits)
+{
+    changeScreens([=](std::vector<Screen> &screens) {
+        for (Screen &screen : screens)
+            screen.depth = bits;
+    });
+}
+
+void ScriptedUser::setScale(int scale)
+{
+    changeScreens([=](std::vector<Screen> &screens) {
+        for (Screen &screen : screens)
+            screen.scale = scale;
+    });
+}
+
+void ScriptedUser::resizeScreen(int width, int height)
+{
+    changeScreens([=](std::vector<Screen> &screens) {
+        const Rect before = screens.front().bounds;
+        SetRect(&screens.front().bounds, 0, 0, static_cast<int16_t>(width), static_cast<int16_t>(height));
+        for (std::size_t i = 1; i < screens.size(); ++i) {
+            Rect &bounds = screens[i].bounds;
+            OffsetRect(&bounds, static_cast<int16_t>(bounds.left >= before.right ? width - before.right : 0),
+                       static_cast<int16_t>(bounds.top >= before.bottom ? height - before.bottom : 0));
+        }
+    });
+}
+
+void ScriptedUser::setScreens(const std::vector<Screen> &screens)
+{
+    changeScreens([=](std::vector<Screen> &all) { all = screens; });
 }
 
 void ScriptedUser::then(std::function<void()> action)

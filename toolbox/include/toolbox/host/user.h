@@ -44,6 +44,18 @@ public:
     // its middle. A hidden item or a dimmed button is an error.
     void press(int item, std::uint16_t modifiers = 0);
     void clickAt(Point global, std::uint16_t modifiers = 0);
+    // The mouse bit by bit. What it does while the button is held is seen by
+    // whoever tracks it; between two of these anything that needs no dialog's
+    // items can be done, such as taking a picture of an open menu. The other
+    // steps that press find the button held: a ScriptError.
+    void moveTo(Point global, std::uint16_t modifiers = 0);
+    void pressAt(Point global, std::uint16_t modifiers = 0);
+    void hold(int item, std::uint16_t modifiers = 0);
+    void releaseAt(Point global, std::uint16_t modifiers = 0);
+    // Where the mouse is.
+    void release(std::uint16_t modifiers = 0);
+    // Presses, moves along, releases.
+    void drag(Point from, Point to, std::uint16_t modifiers = 0);
     // Presses the popup at the dialog item, drags to the menu item (from 1)
     // and releases there. A disabled item may be released on; it gives nothing.
     void choose(int item, int menuItem);
@@ -60,6 +72,8 @@ public:
     // "return", "enter", "escape", "tab", "backspace", "delete", "space",
     // "left", "right", "up", "down", "home", "end", or one character.
     void key(const std::string &name, std::uint16_t modifiers = 0);
+    // Holds the key down until it has repeated so many times.
+    void repeat(const std::string &name, int times, std::uint16_t modifiers = 0);
     // Answers the save dialog that is up: goes to the folder, if one is named,
     // by its popup and list, replaces the name and presses Save. Where the
     // dialog then asks whether to replace a file, presses what replace says;
@@ -78,7 +92,13 @@ public:
     void putOnClipboard(const std::string &text);
     // Bits a pixel, on all screens.
     void setDepth(int bits);
-    // Anything else, at that moment: a fault to plan, a picture to take.
+    // Device pixels to a pixel, 1, 2 or 3, on all screens.
+    void setScale(int scale);
+    // Of the main screen; screens right of it or below move along.
+    void resizeScreen(int width, int height);
+    void setScreens(const std::vector<Screen> &screens);
+    // Anything else, at that moment: a fault to plan, a picture to take. A
+    // ScriptError that it throws without a line gets the step's.
     void then(std::function<void()> action);
     // Steps that add queues go in front of those already queued. For handlers
     // and for pick, which find out only then what is to be done next.
@@ -105,6 +125,7 @@ public:
 
 private:
     struct Script;
+    void changeScreens(std::function<void(std::vector<Screen> &)> change);
     std::unique_ptr<Script> script_;
 };
 

@@ -1,0 +1,115 @@
+#include "play/screen_steps.h"
+
+#include "play/screens.h"
+#include "toolbox/host/picture.h"
+#include "toolbox/host/trace.h"
+#include "toolbox/windows.h"
+
+namespace riders {
+namespace {
+
+using toolbox::ScriptError;
+
+void keepPicture(const std::filesystem::path &file, const toolbox::Picture &picture)
+{
+    if (!toolbox::writePng(file, picture))
+        throw ScriptError{0, "the picture " + file.string() + " cannot be written"};
+    toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
+}
+
+// The front dialog with its frame.
+Rect frontDialogView()
+{
+    constexpr int16_t frame = 10;
+    WindowPtr window = FrontWindow();
+    if (!window)
+        throw ScriptError{0, "no dialog is open"};
+    Rect view = (*reinterpret_cast<WindowPeek>(window)->contRgn)->rgnBBox;
+    InsetRect(&view, -frame, -frame);
+    return view;
+}
+
+// One screen, numbered from 1, or what it shows of the front dialog.
+toolbox::Picture pictureNow(toolbox::HeadlessMachine &machine, int number, bool dialogOnly)
+{
+    GetMainDevice();   // between dialogs nobody has looked at changed screens yet
+    const std::vector<toolbox::Screen> screens = machine.screens();
+    auto index = static_cast<std::size_t>(number - 1);
+    if (index >= screens.size())
+        throw ScriptError{0, "there is no screen " + std::to_string(number)};
+    toolbox::Picture whole = toolbox::screenPicture(number - 1);
+    return dialogOnly ? pictureOf(whole, screens[index], frontDialogView()) : whole;
+}
+
+void beginFilm(Stage &stage, const std::filesystem::path &file, int every)
+{
+    stage.film = std::make_unique<Film>(frontDialogView(), every);
+    stage.filmFile = file;
+    stage.machine.setWatcher([&stage](int index, const toolbox::Picture &shown) {
+        if (index == 0)
+            stage.film->take(shown, stage.machine.screens().front());
+    });
+}
+
+void endFilm(Stage &stage)
+{
+    if (!stage.film)
+        throw ScriptError{0, "nothing is being filmed"};
+    stage.machine.setWatcher({});
+    toolbox::Picture sheet = stage.film->sheet();
+    stage.film.reset();
+    keepPicture(stage.filmFile, sheet);
+}
+
+}  // namespace
+
+void picture(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a name");
+    bool dialogOnly = arguments.take("dialog");
+    int number = arguments.take("screen") ? arguments.ordinal("a screen's number") : 1;
+    std::filesystem::path file = stage.picturesFolder / (name + ".png");
+    stage.user.then(
+        [&stage, file, number, dialogOnly] { keepPicture(file, pictureNow(stage.machine, number, dialogOnly)); });
+}
+
+void film(Arguments &arguments, Stage &stage)
+{
+    std::string name = arguments.word("a name");
+    if (name == "end" && !arguments.more())
+        return stage.user.then([&stage] { endFilm(stage); });
+    std::filesystem::path file = stage.picturesFolder / (name + ".png");
+    int every = arguments.number("a number of pictures", 1, INT16_MAX);
+    stage.user.then([&stage, file, every] { beginFilm(stage, file, every); });
+}
+
+void depth(Arguments &arguments, Stage &stage)
+{
+    int bits = arguments.number("a number of bits", 1, 32);
+    if (!isDepth(bits))
+        arguments.fail("a screen has 1, 2, 4, 8 or 32 bits a pixel");
+    stage.user.setDepth(bits);
+}
+
+void scale(Arguments &arguments, Stage &stage)
+{
+    stage.user.setScale(arguments.number("a number of device pixels", 1, largestScale));
+}
+
+void resize(Arguments &arguments, Stage &stage)
+{
+    int width = arguments.number("a width", shortestSide, longestSide);
+    int height = arguments.number("a height", shortestSide, longestSide);
+    stage.user.resizeScreen(width, height);
+}
+
+void screens(Arguments &arguments, Stage &stage)
+{
+    std::string text = arguments.word("screens such as 640x480x8+1024x768x1");
+    std::vector<toolbox::Screen> all = screensFromText(text);
+    if (all.empty())
+        arguments.fail("\"" + text + "\" is no list of screens such as 640x480x8+1024x768x1");
+    stage.user.setScreens(all);
+}
+
+}  // namespace riders

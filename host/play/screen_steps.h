@@ -1,0 +1,16 @@
+// Steps about the screens: what is kept of them as pictures, and what they are.
+#pragma once
+
+#include "play/arguments.h"
+#include "play/steps.h"
+
+namespace riders {
+
+void picture(Arguments &arguments, Stage &stage);
+void film(Arguments &arguments, Stage &stage);
+void depth(Arguments &arguments, Stage &stage);
+void scale(Arguments &arguments, Stage &stage);
+void resize(Arguments &arguments, Stage &stage);
+void screens(Arguments &arguments, Stage &stage);
+
+}  // namespace riders

@@ -1,0 +1,121 @@
+#include "user/script.h"
+
+#include <utility>
+
+#include "toolbox/host/dialog_text.h"
+#include "user/front_dialog.h"
+
+namespace toolbox {
+
+using namespace user;
+
+static std::string numbered(int dialogID)
+{
+    return "dialog " + std::to_string(dialogID);
+}
+
+void ScriptedUser::Script::fail(int atLine, const std::string &message)
+{
+    steps.clear();
+    hand.forget();
+    throw ScriptError{atLine, message};
+}
+
+bool ScriptedUser::Script::surprised(int dialogID)
+{
+    constexpr int patience = 1000;
+    return surprise && ++surprises < patience && surprise(dialogID);
+}
+
+// A program may ask for input while it opens or closes a dialog; one that goes
+// on asking waits for somebody.
+std::optional<Input> ScriptedUser::Script::inVain(int atLine, const std::string &message)
+{
+    constexpr int patience = 20;
+    if (++asksInVain > patience)
+        fail(atLine, message);
+    return std::nullopt;
+}
+
+std::optional<Input> ScriptedUser::Script::nextInput()
+{
+    for (;;) {
+        if (std::optional<Input> input = hand.take())
+            return input;
+        if (!ready()) {
+            int dialogID = frontDialogID();
+            if (dialogID == 0)
+                return steps.empty() ? inVain(lastLine, "the script ended and the program waits for input")
+                                     : inVain(steps.front().line, "no dialog is open");
+            if (surprised(dialogID))
+                continue;
+            if (steps.empty())
+                return inVain(lastLine, "the script ended with " + numbered(dialogID) + " still open");
+            const Step &next = steps.front();
+            if (next.where == Where::atHost)
+                return inVain(next.line, numbered(dialogID) + " is still open");
+            fail(next.line, numbered(dialogID) + " is open instead of " + numbered(next.expectedDialog) + ": \"" +
+                                frontDialogText() + "\"");
+        }
+        if (perform() == Progress::wait || hand.machine.inputWaiting())
+            return std::nullopt;   // the step changed screens or clipboard: that is taken first
+    }
+}
+
+// Whether the next step can be carried out with what is in front.
+bool ScriptedUser::Script::ready()
+{
+    if (steps.empty())
+        return false;
+    const Step &next = steps.front();
+    if (next.where == Where::anywhere || next.where == Where::ifAsked || next.begun)
+        return true;
+    int dialogID = frontDialogID();
+    return next.where == Where::inDialog && dialogID != 0 &&
+           (next.expectedDialog == 0 || next.expectedDialog == dialogID);
+}
+
+// What it queues has its own line.
+Progress ScriptedUser::Script::advance(Step &step)
+{
+    int lineBefore = std::exchange(line, step.line);
+    try {
+        Progress progress = step.activity->advance(hand);
+        line = lineBefore;
+        return progress;
+    } catch (const Problem &problem) {
+        fail(step.line, problem.message);
+    } catch (const ScriptError &error) {
+        fail(error.line > 0 ? error.line : step.line, error.message);
+    }
+}
+
+// The step is out of the queue while it acts: steps it adds come before the
+// rest.
+Progress ScriptedUser::Script::perform()
+{
+    Step step = std::move(steps.front());
+    steps.pop_front();
+    step.begun = true;
+    asksInVain = surprises = 0;
+    Progress progress = advance(step);
+    if (progress != Progress::done)
+        steps.push_front(std::move(step));
+    return progress;
+}
+
+void ScriptedUser::Script::run()
+{
+    while (!steps.empty()) {
+        Step step = std::move(steps.front());
+        steps.pop_front();
+        if (step.where == Where::inDialog)
+            fail(step.line, "no dialog is open");
+        if (step.where == Where::ifAsked)
+            continue;
+        while (advance(step) != Progress::done)
+            ;
+    }
+}
+
+}  // namespace toolbox
