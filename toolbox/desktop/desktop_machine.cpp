@@ -1,0 +1,249 @@
+#include "desktop/desktop_machine.h"
+
+#include <algorithm>
+
+namespace toolbox::desktop {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int smallestWidth = 512, smallestHeight = 342;
+constexpr auto settlingTime = 100ms;
+constexpr auto frameTime = std::chrono::nanoseconds(1'000'000'000 / 60);
+
+}  // namespace
+
+DesktopMachine::DesktopMachine(const DesktopOptions &options)
+    : window_(options), keyboard_(queue_, [this] { beep(); })
+{
+    screen_.depth = options.depth;
+    settleScreen();
+    queue_ = {};
+}
+
+DesktopMachine::~DesktopMachine()
+{
+    if (cursor_)
+        SDL_FreeCursor(cursor_);
+}
+
+// --- Time ---------------------------------------------------------------------
+
+std::uint32_t DesktopMachine::ticks()
+{
+    return static_cast<std::uint32_t>((Clock::now() - start_) * 60 / std::chrono::seconds(1));
+}
+
+// The first moment of the tick.
+DesktopMachine::Clock::time_point DesktopMachine::timeOf(std::uint32_t tick) const
+{
+    return start_ + std::chrono::nanoseconds((std::int64_t(tick) * 1'000'000'000 + 59) / 60);
+}
+
+std::optional<DesktopMachine::Clock::time_point> DesktopMachine::nextDue() const
+{
+    std::optional<Clock::time_point> due = settlesAt_;
+    if (window_.drawn())
+        due = std::min(due.value_or(Clock::time_point::max()), lastShown_ + frameTime);
+    return due;
+}
+
+void DesktopMachine::doWhatIsDue()
+{
+    const auto now = Clock::now();
+    if (settlesAt_ && now >= *settlesAt_)
+        settleScreen();
+    if (window_.drawn() && now >= lastShown_ + frameTime) {
+        window_.show();
+        lastShown_ = now;
+    }
+}
+
+// Until that moment, or something arrives, or something has become due.
+void DesktopMachine::sleepUntil(Clock::time_point end)
+{
+    end = std::min(end, nextDue().value_or(end));
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+    if (left > 0ms)
+        SDL_WaitEventTimeout(nullptr, static_cast<int>(std::min(left, std::chrono::milliseconds(60s)).count()));
+    collect();
+}
+
+void DesktopMachine::passTicks(std::uint32_t count)
+{
+    const auto end = timeOf(ticks() + count);
+    window_.show();
+    while (Clock::now() < end)
+        sleepUntil(end);
+}
+
+// --- Input --------------------------------------------------------------------
+
+std::optional<Input> DesktopMachine::nextInput(std::uint32_t waitTicks)
+{
+    const auto end = timeOf(ticks() + waitTicks);
+    collect();
+    while (queue_.empty() && waitTicks > 0 && Clock::now() < end)
+        sleepUntil(end);
+    return queue_.take();
+}
+
+bool DesktopMachine::inputWaiting()
+{
+    collect();
+    return !queue_.empty();
+}
+
+void DesktopMachine::collect()
+{
+    for (SDL_Event event; SDL_PollEvent(&event);)
+        take(event);
+    keyboard_.settle();
+    doWhatIsDue();
+}
+
+void DesktopMachine::take(const SDL_Event &event)
+{
+    switch (event.type) {
+    case SDL_QUIT: return queue_.push({.kind = Input::Kind::quit});
+    case SDL_WINDOWEVENT: return takeWindowEvent(event.window);
+    case SDL_CLIPBOARDUPDATE:
+        if (clipboard_.changed())
+            queue_.push({.kind = Input::Kind::clipboardChanged});
+        return;
+    }
+    if (switchesFullScreen(event))
+        return;
+    keyboard_.take(event);
+    mouse_.take(event, toolboxModifiers(SDL_GetModState()));
+}
+
+bool DesktopMachine::switchesFullScreen(const SDL_Event &event)
+{
+    if (event.type != SDL_KEYDOWN)
+        return false;
+    const SDL_Keysym &key = event.key.keysym;
+    const bool wanted = key.sym == SDLK_F11 || (key.sym == SDLK_RETURN && key.mod & (KMOD_ALT | KMOD_GUI));
+    if (wanted && !event.key.repeat)
+        setFullScreen(!fullScreen());
+    return wanted;
+}
+
+void DesktopMachine::takeWindowEvent(const SDL_WindowEvent &event)
+{
+    switch (event.event) {
+    case SDL_WINDOWEVENT_SIZE_CHANGED:
+        window_.showAgain();
+        settlesAt_ = Clock::now() + settlingTime;
+        return;
+    case SDL_WINDOWEVENT_DISPLAY_CHANGED: settlesAt_ = Clock::now() + settlingTime; return;
+    case SDL_WINDOWEVENT_EXPOSED: return window_.showAgain();
+    case SDL_WINDOWEVENT_FOCUS_LOST: return mouse_.release(toolboxModifiers(SDL_GetModState()));
+    }
+}
+
+// --- The screen ---------------------------------------------------------------
+
+std::vector<Screen> DesktopMachine::screens()
+{
+    return {screen_};
+}
+
+// A display of another scale gets a window of the same size in QuickDraw's
+// pixels, where the window's size is the program's to choose; the new size then
+// settles as any other.
+void DesktopMachine::settleScreen()
+{
+    settlesAt_.reset();
+    const int scale = window_.scale();
+    const SDL_Point pixels = window_.pixels();
+    const Screen before = screen_;
+    screen_.scale = scale;
+    screen_.bounds = Rect{0, 0, static_cast<std::int16_t>(std::max(pixels.y / scale, 1)),
+                          static_cast<std::int16_t>(std::max(pixels.x / scale, 1))};
+    mouse_.setRatio(window_.pixelsPerUnit() / scale);
+    if (scale != before.scale)
+        window_.keepAbove(smallestWidth, smallestHeight, scale);
+    if (scale == before.scale && screen_.bounds.right == before.bounds.right &&
+        screen_.bounds.bottom == before.bounds.bottom)
+        return;
+    if (scale != before.scale && before.bounds.right > 0)
+        window_.resize(before.bounds.right, before.bounds.bottom, scale);
+    queue_.push({.kind = Input::Kind::screensChanged});
+}
+
+void DesktopMachine::present(int, const Picture &picture)
+{
+    window_.draw(picture);
+    doWhatIsDue();
+}
+
+void DesktopMachine::setDepth(int bits)
+{
+    constexpr int depths[] = {1, 2, 4, 8, 32};
+    if (std::find(std::begin(depths), std::end(depths), bits) == std::end(depths))
+        throw std::invalid_argument("the depth is 1, 2, 4, 8 or 32");
+    if (bits == screen_.depth)
+        return;
+    screen_.depth = bits;
+    queue_.push({.kind = Input::Kind::screensChanged});
+}
+
+void DesktopMachine::setFullScreen(bool wanted)
+{
+    window_.setFullScreen(wanted);
+}
+
+void DesktopMachine::setCursor(CursorShape shape)
+{
+    if (cursor_ && shape == shape_)
+        return;
+    const SDL_SystemCursor system = shape == CursorShape::arrow  ? SDL_SYSTEM_CURSOR_ARROW
+                                    : shape == CursorShape::text ? SDL_SYSTEM_CURSOR_IBEAM
+                                                                 : SDL_SYSTEM_CURSOR_WAIT;
+    SDL_Cursor *cursor = SDL_CreateSystemCursor(system);
+    if (!cursor)
+        return;
+    SDL_SetCursor(cursor);
+    if (cursor_)
+        SDL_FreeCursor(cursor_);
+    cursor_ = cursor;
+    shape_ = shape;
+}
+
+// --- Clipboard and sound ------------------------------------------------------
+
+std::string DesktopMachine::clipboardText()
+{
+    return clipboard_.text();
+}
+
+void DesktopMachine::setClipboardText(const std::string &text)
+{
+    clipboard_.setText(text);
+}
+
+std::uint32_t DesktopMachine::clipboardSerial()
+{
+    collect();
+    return clipboard_.serial();
+}
+
+void DesktopMachine::beep()
+{
+    sound_.startBeep();
+}
+
+void DesktopMachine::playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
+{
+    window_.show();
+    if (!sound_.start(samples, samplesPerSecond))
+        return;
+    const auto length = std::chrono::duration<double>(static_cast<double>(samples.size()) / samplesPerSecond);
+    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(length);
+    while (Clock::now() < end && !queue_.holds(Input::Kind::quit))
+        sleepUntil(end);
+    sound_.stop();
+}
+
+}  // namespace toolbox::desktop

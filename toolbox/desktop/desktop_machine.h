@@ -1,0 +1,68 @@
+// The machine behind the window. Private to the Toolbox.
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "desktop/clipboard.h"
+#include "desktop/input_queue.h"
+#include "desktop/keyboard.h"
+#include "desktop/mouse.h"
+#include "desktop/sound.h"
+#include "desktop/window.h"
+#include "toolbox/host/desktop.h"
+
+namespace toolbox::desktop {
+
+class DesktopMachine : public Desktop {
+public:
+    explicit DesktopMachine(const DesktopOptions &options);
+    ~DesktopMachine() override;
+
+    std::optional<Input> nextInput(std::uint32_t waitTicks) override;
+    bool inputWaiting() override;
+    std::uint32_t ticks() override;
+    void passTicks(std::uint32_t count) override;
+    std::vector<Screen> screens() override;
+    void present(int index, const Picture &picture) override;
+    std::string clipboardText() override;
+    void setClipboardText(const std::string &text) override;
+    std::uint32_t clipboardSerial() override;
+    void beep() override;
+    void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) override;
+    void setCursor(CursorShape shape) override;
+
+    void setDepth(int bits) override;
+    int depth() const override { return screen_.depth; }
+    void setFullScreen(bool wanted) override;
+    bool fullScreen() const override { return window_.fullScreen(); }
+    void setTitle(const std::string &title) override { window_.setTitle(title); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void collect();
+    void take(const SDL_Event &event);
+    void takeWindowEvent(const SDL_WindowEvent &event);
+    bool switchesFullScreen(const SDL_Event &event);
+    void sleepUntil(Clock::time_point end);
+    void doWhatIsDue();
+    std::optional<Clock::time_point> nextDue() const;
+    Clock::time_point timeOf(std::uint32_t tick) const;
+    void settleScreen();
+
+    Window window_;
+    InputQueue queue_;
+    Keyboard keyboard_;
+    Mouse mouse_{queue_};
+    Clipboard clipboard_;
+    Sound sound_;
+    Screen screen_{};
+    const Clock::time_point start_ = Clock::now();
+    Clock::time_point lastShown_{};
+    std::optional<Clock::time_point> settlesAt_;   // of a new size
+    SDL_Cursor *cursor_ = nullptr;
+    CursorShape shape_ = CursorShape::arrow;
+};
+
+}  // namespace toolbox::desktop

@@ -1,0 +1,137 @@
+#include "desktop/key_table.h"
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "toolbox/host/text.h"
+
+namespace toolbox::desktop {
+namespace {
+
+struct NamedKey {
+    SDL_Keycode key;
+    std::uint8_t character;
+};
+
+constexpr NamedKey namedKeys[] = {
+    {SDLK_RETURN, 0x0D}, {SDLK_KP_ENTER, 0x03}, {SDLK_TAB, 0x09},      {SDLK_ESCAPE, 0x1B}, {SDLK_BACKSPACE, 0x08},
+    {SDLK_DELETE, 0x7F}, {SDLK_LEFT, 0x1C},     {SDLK_RIGHT, 0x1D},    {SDLK_UP, 0x1E},     {SDLK_DOWN, 0x1F},
+    {SDLK_HOME, 0x01},   {SDLK_END, 0x04},      {SDLK_PAGEUP, 0x0B},   {SDLK_PAGEDOWN, 0x0C}, {SDLK_INSERT, 0x05},
+    {SDLK_HELP, 0x05},   {SDLK_CLEAR, 0x1B},    {SDLK_KP_CLEAR, 0x1B},
+};
+constexpr std::uint8_t functionKey = 0x10;
+
+// Runs of keys that follow each other in SDL's numbering.
+struct Run {
+    SDL_Scancode first;
+    std::basic_string_view<std::uint8_t> codes;
+};
+
+constexpr std::uint8_t letters[] = {0x00, 0x0B, 0x08, 0x02, 0x0E, 0x03, 0x05, 0x04, 0x22, 0x26, 0x28, 0x25, 0x2E,
+                                    0x2D, 0x1F, 0x23, 0x0C, 0x0F, 0x01, 0x11, 0x20, 0x09, 0x0D, 0x07, 0x10, 0x06};
+constexpr std::uint8_t digits[] = {0x12, 0x13, 0x14, 0x15, 0x17, 0x16, 0x1A, 0x1C, 0x19, 0x1D};
+// Return, Escape, Backspace, Tab, Space, - = [ ] \ and its twin, ; ' ` , . /
+constexpr std::uint8_t punctuation[] = {0x24, 0x35, 0x33, 0x30, 0x31, 0x1B, 0x18, 0x21, 0x1E,
+                                        0x2A, 0x2A, 0x29, 0x27, 0x32, 0x2B, 0x2F, 0x2C};
+constexpr std::uint8_t functions[] = {0x7A, 0x78, 0x63, 0x76, 0x60, 0x61, 0x62, 0x64, 0x65, 0x6D, 0x67, 0x6F};
+constexpr std::uint8_t moreFunctions[] = {0x69, 0x6B, 0x71};
+// Insert, Home, Page Up, Delete, End, Page Down, Right, Left, Down, Up.
+constexpr std::uint8_t navigation[] = {0x72, 0x73, 0x74, 0x75, 0x77, 0x79, 0x7C, 0x7B, 0x7D, 0x7E};
+// Clear, / * - + Enter, 1 to 9, 0, and the period; then the key beside the left Shift.
+constexpr std::uint8_t pad[] = {0x47, 0x4B, 0x43, 0x4E, 0x45, 0x4C, 0x53, 0x54, 0x55,
+                                0x56, 0x57, 0x58, 0x59, 0x5B, 0x5C, 0x52, 0x41, 0x0A};
+
+template <std::size_t size>
+constexpr Run run(SDL_Scancode first, const std::uint8_t (&codes)[size])
+{
+    return {first, {codes, size}};
+}
+
+constexpr Run runs[] = {
+    run(SDL_SCANCODE_A, letters),       run(SDL_SCANCODE_1, digits),
+    run(SDL_SCANCODE_RETURN, punctuation), run(SDL_SCANCODE_F1, functions),
+    run(SDL_SCANCODE_F13, moreFunctions), run(SDL_SCANCODE_INSERT, navigation),
+    run(SDL_SCANCODE_NUMLOCKCLEAR, pad),
+};
+
+bool isFunctionKey(SDL_Keycode key)
+{
+    return (key >= SDLK_F1 && key <= SDLK_F12) || (key >= SDLK_F13 && key <= SDLK_F15);
+}
+
+std::string utf8Of(char32_t character)
+{
+    auto tail = [&](int shift) { return static_cast<char>(0x80 | (character >> shift & 0x3F)); };
+    if (character < 0x80)
+        return {static_cast<char>(character)};
+    if (character < 0x800)
+        return {static_cast<char>(0xC0 | character >> 6), tail(0)};
+    if (character < 0x10000)
+        return {static_cast<char>(0xE0 | character >> 12), tail(6), tail(0)};
+    return {static_cast<char>(0xF0 | character >> 18), tail(12), tail(6), tail(0)};
+}
+
+std::optional<std::uint8_t> padCharacter(SDL_Scancode place)
+{
+    constexpr std::string_view characters = "/*-+\r1234567890.";
+    if (place < SDL_SCANCODE_KP_DIVIDE || place > SDL_SCANCODE_KP_PERIOD || place == SDL_SCANCODE_KP_ENTER)
+        return std::nullopt;
+    return static_cast<std::uint8_t>(characters[static_cast<std::size_t>(place - SDL_SCANCODE_KP_DIVIDE)]);
+}
+
+}  // namespace
+
+std::uint8_t keyCodeOf(SDL_Scancode place)
+{
+    for (const Run &keys : runs) {
+        const int offset = place - keys.first;
+        if (offset >= 0 && static_cast<std::size_t>(offset) < keys.codes.size())
+            return keys.codes[static_cast<std::size_t>(offset)];
+    }
+    return place == SDL_SCANCODE_HELP ? 0x72 : 0;
+}
+
+std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode key)
+{
+    if (isFunctionKey(key))
+        return functionKey;
+    auto found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
+                              [=](const NamedKey &named) { return named.key == key; });
+    if (found == std::end(namedKeys))
+        return std::nullopt;
+    return found->character;
+}
+
+std::optional<SDL_Scancode> navigationKey(SDL_Scancode place)
+{
+    static const std::map<SDL_Scancode, SDL_Scancode> keys = {
+        {SDL_SCANCODE_KP_0, SDL_SCANCODE_INSERT}, {SDL_SCANCODE_KP_1, SDL_SCANCODE_END},
+        {SDL_SCANCODE_KP_2, SDL_SCANCODE_DOWN},   {SDL_SCANCODE_KP_3, SDL_SCANCODE_PAGEDOWN},
+        {SDL_SCANCODE_KP_4, SDL_SCANCODE_LEFT},   {SDL_SCANCODE_KP_6, SDL_SCANCODE_RIGHT},
+        {SDL_SCANCODE_KP_7, SDL_SCANCODE_HOME},   {SDL_SCANCODE_KP_8, SDL_SCANCODE_UP},
+        {SDL_SCANCODE_KP_9, SDL_SCANCODE_PAGEUP}, {SDL_SCANCODE_KP_PERIOD, SDL_SCANCODE_DELETE},
+    };
+    auto found = keys.find(place);
+    if (found == keys.end())
+        return std::nullopt;
+    return found->second;
+}
+
+std::optional<std::uint8_t> plainCharacter(const SDL_Keysym &key)
+{
+    const bool letterPlace = key.scancode >= SDL_SCANCODE_A && key.scancode <= SDL_SCANCODE_Z;
+    if (letterPlace && (key.sym < ' ' || key.sym >= 0x7F))
+        return static_cast<std::uint8_t>('a' + (key.scancode - SDL_SCANCODE_A));
+    if (key.sym & SDLK_SCANCODE_MASK)
+        return padCharacter(key.scancode);
+    if (key.sym < ' ')
+        return std::nullopt;
+    std::optional<std::string> roman = romanFromUtf8(utf8Of(static_cast<char32_t>(key.sym)));
+    if (!roman || roman->size() != 1)
+        return std::nullopt;
+    return static_cast<std::uint8_t>(roman->front());
+}
+
+}  // namespace toolbox::desktop

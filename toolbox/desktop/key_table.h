@@ -1,0 +1,23 @@
+// The classic characters and codes of keys. Private to the desktop machine.
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <optional>
+
+namespace toolbox::desktop {
+
+// The virtual code of the key in that place of the keyboard, whatever its
+// layout; 0 (that of A) where the old keyboards had none.
+std::uint8_t keyCodeOf(SDL_Scancode place);
+// The character of a key that types no text: Return, an arrow, F1.
+std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode key);
+// The key that one of the number pad stands for while it types no digits.
+std::optional<SDL_Scancode> navigationKey(SDL_Scancode place);
+// What the key types with neither Shift nor Option: Mac OS Roman by the layout,
+// and where a letter of the layout's has no place among the plain letters, the
+// one that stands there on a Latin keyboard.
+std::optional<std::uint8_t> plainCharacter(const SDL_Keysym &key);
+
+}  // namespace toolbox::desktop

@@ -1,0 +1,34 @@
+// SDL's mouse events as the Toolbox's inputs. Private to the desktop machine.
+#pragma once
+
+#include <SDL.h>
+
+#include "desktop/input_queue.h"
+
+namespace toolbox::desktop {
+
+// One button, the left. It counts as up from release() until it is pressed
+// again, whatever the person's finger does.
+class Mouse {
+public:
+    explicit Mouse(InputQueue &queue) : queue_(queue) {}
+
+    // QuickDraw's pixels for one unit of the window system's.
+    void setRatio(double pixelsPerUnit) { ratio_ = pixelsPerUnit; }
+    // Moves and the left button; all other events do nothing. modifiers are
+    // the Toolbox's.
+    void take(const SDL_Event &event, std::uint16_t modifiers);
+    // Lets a held button go, where the mouse is.
+    void release(std::uint16_t modifiers);
+
+private:
+    void push(Input::Kind kind, std::uint16_t modifiers);
+    void moveTo(int x, int y);
+
+    InputQueue &queue_;
+    double ratio_ = 1;
+    Point where_{};
+    bool down_ = false;
+};
+
+}  // namespace toolbox::desktop

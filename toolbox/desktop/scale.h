@@ -1,0 +1,26 @@
+// How many device pixels a pixel of QuickDraw's gets. Private to the desktop
+// machine.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace toolbox::desktop {
+
+constexpr int largestScale = 3;
+
+// What is known of the display and of what the person asked for.
+struct DisplayFacts {
+    int wanted = 0;                 // 1 to 3, 0 for none
+    std::string environment;        // RIDERS_SCALE
+    std::string toolkitScale;       // GDK_SCALE
+    double pixelsPerPoint = 1;      // device pixels to one of the window system's
+    double dotsPerInch = 0;         // 0: not known
+};
+
+// 1 to 3. What was asked for counts first; then the window system's own ratio;
+// where it has none, what the person told other programs, and at last the
+// display's density, one for each 96 dots an inch.
+int chooseScale(const DisplayFacts &facts);
+
+}  // namespace toolbox::desktop

@@ -1,0 +1,210 @@
+#include "desktop/window.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+
+#include "desktop/scale.h"
+
+namespace toolbox::desktop {
+namespace {
+
+constexpr std::uint32_t opaqueWhite = 0xFFFFFFFF;
+
+std::string environment(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value ? value : "";
+}
+
+int scaleOf(int wanted, double pixelsPerUnit, int display)
+{
+    DisplayFacts facts{.wanted = wanted,
+                       .environment = environment("RIDERS_SCALE"),
+                       .toolkitScale = environment("GDK_SCALE"),
+                       .pixelsPerPoint = pixelsPerUnit};
+    float dotsPerInch = 0;
+    if (SDL_GetDisplayDPI(std::max(display, 0), nullptr, &dotsPerInch, nullptr) == 0)
+        facts.dotsPerInch = dotsPerInch;
+    return chooseScale(facts);
+}
+
+// The largest size of the display's that is no larger than the one wanted.
+SDL_Point roomFor(SDL_Point wanted)
+{
+    SDL_Rect usable;
+    if (SDL_GetDisplayUsableBounds(0, &usable) != 0)
+        return wanted;
+    return {std::min(wanted.x, usable.w), std::min(wanted.y, usable.h)};
+}
+
+SDL_Window *makeWindow(const DesktopOptions &options)
+{
+    const int scale = scaleOf(options.scale, 1, 0);
+    const SDL_Point size = roomFor({options.width * scale, options.height * scale});
+    Uint32 flags = SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
+    if (options.fullScreen)
+        flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+    SDL_Window *window = SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,
+                                          size.x, size.y, flags);
+    if (!window)
+        throw DesktopError(std::string("no window: ") + SDL_GetError());
+    return window;
+}
+
+SDL_Rect united(const SDL_Rect &a, const SDL_Rect &b)
+{
+    SDL_Rect both;
+    SDL_UnionRect(&a, &b, &both);
+    return both;
+}
+
+bool sameSize(const Picture &a, const Picture &b)
+{
+    return a.width == b.width && a.height == b.height;
+}
+
+// The smallest rectangle outside of which two pictures of one size agree.
+SDL_Rect difference(const Picture &a, const Picture &b)
+{
+    SDL_Rect changed{};
+    for (int row = 0; row < a.height; ++row) {
+        const auto *left = a.pixels.data() + std::size_t(row) * a.width;
+        const auto *right = b.pixels.data() + std::size_t(row) * b.width;
+        if (std::memcmp(left, right, std::size_t(a.width) * sizeof *left) == 0)
+            continue;
+        const int from = static_cast<int>(std::mismatch(left, left + a.width, right).first - left);
+        int to = a.width;
+        while (left[to - 1] == right[to - 1])
+            --to;
+        changed = united(changed, {from, row, to - from, 1});
+    }
+    return changed;
+}
+
+}  // namespace
+
+Video::Video()
+{
+    SDL_SetMainReady();
+    SDL_SetHint(SDL_HINT_APP_NAME, "riders");
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    SDL_SetHint(SDL_HINT_MOUSE_AUTO_CAPTURE, "1");   // drags go on outside the window
+    // Pixels are put into the window as they are; a graphics driver would only
+    // take memory.
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
+        throw DesktopError(std::string("no display: ") + SDL_GetError());
+}
+
+Video::~Video()
+{
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+Window::Window(const DesktopOptions &options) : wantedScale_(options.scale), window_(makeWindow(options))
+{
+    SDL_StartTextInput();
+    const SDL_Point size = pixels();
+    Picture white{size.x, size.y, std::vector<std::uint32_t>(std::size_t(size.x) * size.y, opaqueWhite)};
+    draw(white);
+    show();
+}
+
+SDL_Point Window::pixels() const
+{
+    SDL_Point size;
+    SDL_GetWindowSizeInPixels(window_.get(), &size.x, &size.y);
+    return size;
+}
+
+double Window::pixelsPerUnit() const
+{
+    int width, height;
+    SDL_GetWindowSize(window_.get(), &width, &height);
+    return width > 0 ? static_cast<double>(pixels().x) / width : 1;
+}
+
+int Window::scale() const
+{
+    return scaleOf(wantedScale_, pixelsPerUnit(), SDL_GetWindowDisplayIndex(window_.get()));
+}
+
+void Window::keepAbove(int width, int height, int scale)
+{
+    const double units = scale / pixelsPerUnit();
+    SDL_SetWindowMinimumSize(window_.get(), static_cast<int>(width * units), static_cast<int>(height * units));
+}
+
+void Window::resize(int width, int height, int scale)
+{
+    if (SDL_GetWindowFlags(window_.get()) & (SDL_WINDOW_MAXIMIZED | SDL_WINDOW_FULLSCREEN))
+        return;
+    const double units = scale / pixelsPerUnit();
+    const SDL_Point size = roomFor({static_cast<int>(width * units), static_cast<int>(height * units)});
+    SDL_SetWindowSize(window_.get(), size.x, size.y);
+}
+
+void Window::setTitle(const std::string &title)
+{
+    SDL_SetWindowTitle(window_.get(), title.c_str());
+}
+
+void Window::setFullScreen(bool wanted)
+{
+    SDL_SetWindowFullscreen(window_.get(), wanted ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+}
+
+bool Window::fullScreen() const
+{
+    return SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_FULLSCREEN;
+}
+
+void Window::draw(const Picture &picture)
+{
+    const bool same = sameSize(picture, picture_);
+    const SDL_Rect changed = same ? difference(picture, picture_) : SDL_Rect{0, 0, picture.width, picture.height};
+    if (SDL_RectEmpty(&changed))
+        return;
+    picture_ = picture;
+    if (!same)
+        return showAgain();
+    blit(changed);
+    drawn_ = united(drawn_, changed);
+}
+
+void Window::blit(const SDL_Rect &part)
+{
+    SDL_Surface *target = SDL_GetWindowSurface(window_.get());
+    if (!target)
+        return;
+    SDL_Surface *source =
+        SDL_CreateRGBSurfaceWithFormatFrom(picture_.pixels.data(), picture_.width, picture_.height, 32,
+                                           picture_.width * 4, SDL_PIXELFORMAT_RGB888);
+    SDL_Rect place = part;
+    SDL_BlitSurface(source, &part, target, &place);
+    SDL_FreeSurface(source);
+}
+
+void Window::show()
+{
+    if (drawn())
+        SDL_UpdateWindowSurfaceRects(window_.get(), &drawn_, 1);
+    drawn_ = {};
+}
+
+void Window::showAgain()
+{
+    SDL_Surface *target = SDL_GetWindowSurface(window_.get());
+    if (!target)
+        return;
+    SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 255, 255, 255));
+    blit({0, 0, picture_.width, picture_.height});
+    SDL_UpdateWindowSurface(window_.get());
+    drawn_ = {};
+}
+
+}  // namespace toolbox::desktop

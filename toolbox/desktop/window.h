@@ -1,0 +1,63 @@
+// The window and the pixels in it. Private to the desktop machine.
+#pragma once
+
+#include <SDL.h>
+
+#include <memory>
+#include <string>
+
+#include "toolbox/host/desktop.h"
+
+namespace toolbox::desktop {
+
+// SDL's video, from first to last.
+class Video {
+public:
+    Video();
+    ~Video();
+    Video(const Video &) = delete;
+};
+
+class Window {
+public:
+    explicit Window(const DesktopOptions &options);
+
+    // Size in device pixels, and how many of them one of the window system's
+    // units is.
+    SDL_Point pixels() const;
+    double pixelsPerUnit() const;
+    // By the display that the window is on.
+    int scale() const;
+    // The smallest size a person may give the window, and its size now, in
+    // QuickDraw's pixels at that scale. The latter only where it is the
+    // program's to choose.
+    void keepAbove(int width, int height, int scale);
+    void resize(int width, int height, int scale);
+
+    void setTitle(const std::string &title);
+    void setFullScreen(bool wanted);
+    bool fullScreen() const;
+
+    // Puts what differs from the picture before into the window, to be seen
+    // with the next show. Where the window is larger than the picture it is
+    // white.
+    void draw(const Picture &picture);
+    bool drawn() const { return drawn_.w > 0; }
+    void show();
+    // What the window held is lost: draws and shows it all again.
+    void showAgain();
+
+private:
+    void blit(const SDL_Rect &part);
+
+    struct Closing {
+        void operator()(SDL_Window *window) const { SDL_DestroyWindow(window); }
+    };
+    Video video_;
+    int wantedScale_;
+    std::unique_ptr<SDL_Window, Closing> window_;
+    Picture picture_;
+    SDL_Rect drawn_{};
+};
+
+}  // namespace toolbox::desktop

@@ -1,0 +1,12 @@
+// What the shared object that makes windows exports. Private to the Toolbox.
+#pragma once
+
+#include "toolbox/host/desktop.h"
+
+namespace toolbox {
+
+// Opens the window. The caller owns the answer; throws as openDesktop does.
+using OpenDesktopProc = Desktop *(const DesktopOptions &options);
+inline constexpr const char *openDesktopName = "riders_open_desktop";
+
+}  // namespace toolbox
