@@ -11,3 +11,5 @@ void measureApply(const std::filesystem::path &riders);
 // The settings dialog from start to painted, its repaint, a popup, and the list
 // of a folder of 10,000 files.
 void measureDialogs(const std::filesystem::path &riders);
+// A spot function of 100 MB imported, against reading it.
+void measureImport();

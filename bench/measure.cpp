@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "benches.h"
+#include "toolbox/host/user.h"
 
 int main(int argc, char **argv)
 {
@@ -17,6 +18,10 @@ int main(int argc, char **argv)
         measureMake(riders);
         measureApply(riders);
         measureDialogs(riders);
+        measureImport();
+    } catch (const toolbox::ScriptError &error) {
+        std::fprintf(stderr, "measure: %s\n", error.message.c_str());
+        return 1;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "measure: %s\n", error.what());
         return 1;

@@ -40,8 +40,11 @@ std::int64_t cost(Size byteCount)
     return static_cast<std::int64_t>(byteCount) + blockOverhead;
 }
 
-Ptr freshBlock(Size byteCount)
+// Zeros are the C library's: it has pages that nobody needs to fill.
+Ptr freshBlock(Size byteCount, Content content = Content::wild)
 {
+    if (content == Content::zeros)
+        return static_cast<Ptr>(std::calloc(static_cast<std::size_t>(byteCount), 1));
     auto block = static_cast<Ptr>(std::malloc(static_cast<std::size_t>(byteCount)));
     if (block)
         std::memset(block, freshByte, static_cast<std::size_t>(byteCount));
@@ -120,11 +123,11 @@ Block *find(Handle handle)
     return found == heap.blocks.end() ? nullptr : &found->second;
 }
 
-Handle allocateHandle(Size byteCount)
+Handle allocateHandle(Size byteCount, Content content)
 {
     if (byteCount < 0 || !makeRoom(cost(byteCount), nullptr))
         return nullptr;
-    Ptr block = freshBlock(byteCount);
+    Ptr block = freshBlock(byteCount, content);
     if (!block)
         return nullptr;
     Handle handle = newMaster();
@@ -183,11 +186,11 @@ OSErr refill(Handle handle, Size byteCount)
     return noErr;
 }
 
-Ptr allocatePointer(Size byteCount)
+Ptr allocatePointer(Size byteCount, Content content)
 {
     if (byteCount < 0 || !makeRoom(cost(byteCount), nullptr))
         return nullptr;
-    Ptr block = freshBlock(byteCount);
+    Ptr block = freshBlock(byteCount, content);
     if (!block)
         return nullptr;
     heap.pointers[block] = byteCount;

@@ -17,9 +17,12 @@ struct Block {
 // The block of a live handle, or nil. Valid until the handle is freed.
 Block *find(Handle handle);
 
+// What a new block holds.
+enum class Content { wild, zeros };
+
 // Nil when there is no room.
-Handle allocateHandle(Size byteCount);
-Ptr allocatePointer(Size byteCount);
+Handle allocateHandle(Size byteCount, Content content = Content::wild);
+Ptr allocatePointer(Size byteCount, Content content = Content::wild);
 // False for what is no live pointer block.
 bool freePointer(Ptr block);
 OSErr resize(Handle handle, Block &block, Size byteCount);

@@ -1,7 +1,6 @@
 #include "toolbox/memory.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "memory/heap.h"
 #include "memory/heapcore.h"
@@ -63,10 +62,7 @@ Ptr NewPtr(Size byteCount)
 
 Ptr NewPtrClear(Size byteCount)
 {
-    Ptr block = NewPtr(byteCount);
-    if (block)
-        std::memset(block, 0, static_cast<size_t>(byteCount));
-    return block;
+    return remembered(toolbox::heap::allocatePointer(byteCount, toolbox::heap::Content::zeros));
 }
 
 void DisposePtr(Ptr block)
@@ -81,10 +77,7 @@ Handle NewHandle(Size byteCount)
 
 Handle NewHandleClear(Size byteCount)
 {
-    Handle handle = NewHandle(byteCount);
-    if (handle)
-        std::memset(*handle, 0, static_cast<size_t>(byteCount));
-    return handle;
+    return remembered(toolbox::heap::allocateHandle(byteCount, toolbox::heap::Content::zeros));
 }
 
 void DisposeHandle(Handle handle)
