@@ -172,7 +172,7 @@ void DesktopMachine::settleScreen()
     queue_.push({.kind = Input::Kind::screensChanged});
 }
 
-void DesktopMachine::present(int, const Picture &picture)
+void DesktopMachine::present(int, const Picture &picture, const Rect &)
 {
     window_.draw(picture);
     doWhatIsDue();

@@ -24,7 +24,7 @@ public:
     std::uint32_t ticks() override;
     void passTicks(std::uint32_t count) override;
     std::vector<Screen> screens() override;
-    void present(int index, const Picture &picture) override;
+    void present(int index, const Picture &picture, const Rect &changed) override;
     std::string clipboardText() override;
     void setClipboardText(const std::string &text) override;
     std::uint32_t clipboardSerial() override;
