@@ -1,6 +1,7 @@
 #include "toolbox/memory.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "memory/heap.h"
 #include "memory/heapcore.h"
