@@ -1,0 +1,121 @@
+// Values of one's own and the annotation, from the settings dialog.
+#include "source/settings_dialog.h"
+
+namespace settings_dialog {
+namespace {
+
+class OwnValue : public SettingsDialog {
+protected:
+    void enter(int item, const std::string &text)
+    {
+        user.in(kCustomDialogID);
+        user.choose(item, "Other...");
+        user.in(kFreqDialogID);
+        user.type(text);
+        user.key("return");
+        user.in(kCustomDialogID);
+    }
+};
+
+TEST_F(OwnValue, ThatAnItemHasSelectsTheItem)
+{
+    enter(kFreq, "65");
+    enter(kAngle, "82.5");
+    enter(kFlat, "50");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.freqItem, 11);
+    EXPECT_EQ(kept.angleItem, 14);
+    EXPECT_EQ(kept.flatItem, 11);
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "65" + pieceBytes(16502)), std::string::npos);
+}
+
+TEST_F(OwnValue, ThatNoItemHasKeepsOtherAndIsWritten)
+{
+    enter(kFreq, "47.5");
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.freqItem, 21);
+    EXPECT_EQ(plain(kept.freqStr), "47.5");
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "47.5" + pieceBytes(16502)), std::string::npos);
+}
+
+TEST_F(OwnValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
+{
+    user.choose(kFreq, "Other...");
+    user.in(kFreqDialogID);
+    user.type("99");
+    user.key("escape");
+    user.in(kCustomDialogID);
+    user.then([&] {
+        EXPECT_EQ(curItem(gFreqPopInfo), 5);
+        EXPECT_EQ(gPrefsPtr->freqItem, 5);
+        EXPECT_NE(markOf(gFreqPopInfo, 21), 0);
+        EXPECT_EQ(plain(gPrefsPtr->freqStr), "45");
+    });
+    cancel();
+    run();
+}
+
+TEST_F(OwnValue, IsCutTo15WithItsUnitWhenLookedUp)
+{
+    // Fourteen characters and the unit's first.
+    enter(kFreq, "000000000047.5");
+    user.then([&] { EXPECT_EQ(curItem(gFreqPopInfo), 21); });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, ConfirmedAnnotationSelectsItem2)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.type("Job 17");
+    user.press(1);
+    user.in(kCustomDialogID);
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.annoItem, 2);
+    EXPECT_EQ(plain(kept.annoText), "Job 17");
+    EXPECT_NE(contentsOf(made()).find(pieceBytes(16510) + "Job 17" + pieceBytes(16511)), std::string::npos);
+}
+
+TEST_F(SettingsDialog, CancelledAnnotationGoesBackToThePreviousItem)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.type("Job 17");
+    user.press(2);
+    user.in(kCustomDialogID);
+    user.then([&] {
+        EXPECT_EQ(gPrefsPtr->annoItem, 1);
+        EXPECT_EQ(markOf(gAnnoPopInfo, 3), 0);
+        EXPECT_EQ(plain(gPrefsPtr->annoText), text(16131, 5));
+    });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, CancelKeepsTheFontItemButNotTheFontsName)
+{
+    user.choose(kAnno, "Edit annotation...");
+    user.in(kAnnoDialogID);
+    user.choose(6, "Courier");
+    user.press(1);
+    user.in(kCustomDialogID);
+    user.then([] { EXPECT_EQ(plain(gFontNameStr), "Courier"); });
+    cancel();
+    run();
+    EXPECT_EQ(plain(gFontNameStr), "Helvetica");
+    EXPECT_EQ(stored().annoFontItem, 9);
+    user.in(kCustomDialogID);
+    user.then([] { EXPECT_EQ(plain(gFontNameStr), "Courier"); });
+    cancel();
+    run();
+}
+
+}  // namespace
+}  // namespace settings_dialog
