@@ -114,6 +114,7 @@ TEST_F(About, NothingOfPictureAndIconIsLeft)
 
 TEST_F(About, PicturesAreDrawnAsTheirSourcesAre)
 {
+    machine.setScreens({{{0, 0, 480, 640}, 32}});
     const std::pair<int16_t, const char *> pictures[] = {{16201, "about_black"}, {16202, "about_color"},
                                                          {16203, "loupe_black"}, {16204, "loupe_color"},
                                                          {17001, "dots_black"},  {17002, "dots_color"}};
@@ -121,6 +122,7 @@ TEST_F(About, PicturesAreDrawnAsTheirSourcesAre)
         toolbox::Picture source = toolbox::readPng(std::string(RIDERS_SOURCE_DIR "/resources/art/") + name + ".png");
         ASSERT_GT(source.width, 0) << name;
         Rect box = {100, 100, static_cast<int16_t>(100 + source.height), static_cast<int16_t>(100 + source.width)};
+        GetMainDevice();
         SetPort(nullptr);
         DrawPicture(GetPicture(id), &box);
         toolbox::Picture screen = toolbox::screenPicture(0);

@@ -147,7 +147,7 @@ TEST_F(Controls, AColourTableIsCopied)
     SetCtlColor(button, resource);
     ReleaseResource(resource);
     Draw1Control(button);
-    EXPECT_EQ(pixel(15, 20), 0xFCF305u);
+    EXPECT_EQ(pixel(15, 20), 0xFFFF00u);
     DisposeControl(button);
     DisposeWindow(window);
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();

@@ -36,6 +36,12 @@ protected:
         SetRectRgn(port.visRgn, 0, 0, width, height);
         SetPort(&port);
     }
+    // What is on the canvas stays on it.
+    void useDepth(int depth)
+    {
+        machine.setScreens({{{0, 0, 480, 640}, depth}});
+        GetMainDevice();
+    }
     void closeCanvas() { toolbox::quickdraw::closePort(&port); }
 
     // The canvas with a rim of what lies around it.

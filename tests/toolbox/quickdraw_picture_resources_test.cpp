@@ -221,7 +221,7 @@ TEST_F(PictureResources, PortKeepsItsPenAndColours)
     Bytes bytes = version1(20, 20);
     bytes.byte(0x0E).longWord(blueColor).byte(7).word(9).word(9).byte(0x31).rect(0, 0, 20, 20).byte(0xFF);
     draw(bytes.bytes(), {0, 0, 20, 20});
-    EXPECT_EQ(pixel(3, 3), 0x0000D4u);
+    EXPECT_EQ(pixel(3, 3), 0x0000CCu);
     EXPECT_EQ(port.fgColor, redColor);
     EXPECT_EQ(port.pnSize.h, 3);
     EXPECT_EQ(port.pnSize.v, 4);

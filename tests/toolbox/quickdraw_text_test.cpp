@@ -100,13 +100,12 @@ TEST_F(QuickDrawText, TakesTheForegroundColour)
     MoveTo(10, 60);
     DrawString(P("I"));
     const auto drawn = pixels();
-    EXPECT_NE(std::find(drawn.begin(), drawn.end(), 0xDD0806u), drawn.end());
+    EXPECT_NE(std::find(drawn.begin(), drawn.end(), 0xDD0000u), drawn.end());
 }
 
 TEST_F(QuickDrawText, OnABlackAndWhiteScreenHasNoGreys)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
-    GetMainDevice();
+    useDepth(1);
     const int before = StringWidth(P("Screen angle"));
     ForeColor(blueColor);
     MoveTo(2, 30);

@@ -228,7 +228,7 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
     SetWinColor(window, resource);
     ReleaseResource(resource);
     ShowWindow(window);
-    EXPECT_EQ(pixel(150, 150), 0xFCF305u);
+    EXPECT_EQ(pixel(150, 150), 0xFFFF00u);
     machine.setScreens({{{0, 0, 480, 640}, 1}});
     update();
     EXPECT_EQ(pixel(150, 150), white) << "no colours on one bit a pixel";
@@ -269,6 +269,8 @@ TEST_F(Windows, TheReferenceValueHoldsAPointer)
 
 TEST_F(Windows, AColourThatIsNoneOfTheEightIsShownAsItIs)
 {
+    machine.setScreens({{{0, 0, 480, 640}, 32}});
+    update();
     ResourceBytes table;
     table.longWord(0).word(0).word(0).word(0).word(0xDDDD).word(0xDDDD).word(0xEEEE).add('dctb', 8);
     WindowPtr window = make(100, 100, 200, 200, dBoxProc);

@@ -104,11 +104,14 @@ bool Area::touches(const Rect &r) const
 
 Rect Area::bounds() const
 {
-    if (empty())
-        return {};
-    const Box *box = pixman_region32_extents(get());
+    const Box box = extent();
     auto clamped = [](int value) { return static_cast<int16_t>(std::clamp(value, -32768, 32767)); };
-    return {clamped(box->y1), clamped(box->x1), clamped(box->y2), clamped(box->x2)};
+    return {clamped(box.y1), clamped(box.x1), clamped(box.y2), clamped(box.x2)};
+}
+
+Box Area::extent() const
+{
+    return empty() ? Box{} : *pixman_region32_extents(get());
 }
 
 std::span<const Box> Area::boxes() const

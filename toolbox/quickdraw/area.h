@@ -37,7 +37,8 @@ public:
     bool empty() const;
     bool contains(int h, int v) const;
     bool touches(const Rect &r) const;
-    Rect bounds() const;   // all zero when empty
+    Rect bounds() const;   // all zero when empty, cut to what coordinates can say
+    Box extent() const;    // the same, not cut
     // Disjoint, top to bottom and left to right.
     std::span<const Box> boxes() const;
     const pixman_region32_t *pixman() const { return &region_; }

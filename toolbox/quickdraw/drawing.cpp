@@ -22,10 +22,35 @@ void paintShape(const GrafPort &port, const Area &local, const Ink &ink)
     fillOnScreens(toGlobal(port, local) & visibleArea(port), ink);
 }
 
+void paintShape(const GrafPort &port, const SmoothShape &shape, const Ink &ink)
+{
+    const Area visible = visibleArea(port);
+    for (Surface &surface : surfaces()) {
+        const Area shown = surface.device(visible);
+        if (shown.empty())
+            continue;
+        const int left = surface.deviceH(port.portBits.bounds.left),
+                  top = surface.deviceV(port.portBits.bounds.top);
+        const Area within = shown.movedBy(-left, -top);
+        surface.fill(shape(surface.scale(), within.extent()).movedBy(left, top) & shown, ink);
+    }
+}
+
+static bool penDraws(const GrafPort &port)
+{
+    return port.pnSize.h > 0 && port.pnSize.v > 0 && port.pnVis >= 0;
+}
+
 void paintWithPen(const GrafPort &port, const Area &local)
 {
-    if (port.pnSize.h > 0 && port.pnSize.v > 0 && port.pnVis >= 0)
+    if (penDraws(port))
         paintShape(port, local, Ink::pen(port));
+}
+
+void paintWithPen(const GrafPort &port, const SmoothShape &shape)
+{
+    if (penDraws(port))
+        paintShape(port, shape, Ink::pen(port));
 }
 
 namespace {
@@ -38,7 +63,8 @@ int floorDivided(int64_t dividend, int64_t divisor)
 
 // Calls run(first, last, across) for each stretch of steps along the longer
 // direction that share a coordinate across it; half steps round up.
-template <typename Run> void eachRun(int from, int to, int across, int acrossEnd, Run run)
+template <typename Run>
+void eachRun(int from, int to, int across, int acrossEnd, Run run)
 {
     const int64_t length = to - from, rise = acrossEnd - across;
     auto at = [&](int step) {

@@ -1,6 +1,8 @@
 // From a port's local shapes to pixels. Private to QuickDraw.
 #pragma once
 
+#include <functional>
+
 #include "quickdraw/area.h"
 #include "quickdraw/ink.h"
 
@@ -16,6 +18,14 @@ Area toGlobal(const GrafPort &port, const Area &local);
 void paintShape(const GrafPort &port, const Area &local, const Ink &ink);
 // Draws with the pen, unless it is too small to draw.
 void paintWithPen(const GrafPort &port, const Area &local);
+
+// A shape with curves or slanted sides, worked out for each screen so that it
+// is as smooth as the screen allows: local coordinates times the scale. What
+// lies outside within will not be seen and may be left out.
+using SmoothShape = std::function<Area(int scale, const Box &within)>;
+void paintShape(const GrafPort &port, const SmoothShape &shape, const Ink &ink);
+void paintWithPen(const GrafPort &port, const SmoothShape &shape);
+
 // The pixels under a pen of that size led from one point to the other, both
 // included. The same whichever end comes first.
 Area lineArea(Point from, Point to, Point penSize);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "quickdraw/palette.h"
 #include "quickdraw/port.h"
 
 namespace toolbox::quickdraw {
@@ -51,24 +52,15 @@ constexpr NamedColor namedColors[] = {
 
 }  // namespace
 
-static std::uint32_t directPixel(int32_t color, int depth)
-{
-    const int red = color >> 16 & 255, green = color >> 8 & 255, blue = color & 255;
-    if (depth > 1)
-        return static_cast<std::uint32_t>(color & 0xFFFFFF);
-    constexpr int halfWay = 128 * 100;
-    return 30 * red + 59 * green + 11 * blue < halfWay ? 0x000000 : 0xFFFFFF;
-}
-
 std::uint32_t pixelOf(int32_t color, int depth)
 {
     if (color & directColorFlag)
-        return directPixel(color, depth);
+        return shownColor(static_cast<std::uint32_t>(color & 0xFFFFFF), depth);
     auto named = std::find_if(std::begin(namedColors), std::end(namedColors),
                               [&](const NamedColor &each) { return each.color == color; });
     if (named == std::end(namedColors) || (depth == 1 && color != whiteColor))
         return 0x000000;
-    return named->rgb;
+    return shownColor(named->rgb, depth);
 }
 
 }  // namespace toolbox::quickdraw

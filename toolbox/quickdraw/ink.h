@@ -25,8 +25,9 @@ struct Ink {
     static Ink inverting(const GrafPort &port);
 };
 
-// 0x00RRGGBB for a colour constant; on a screen of one bit all but white is
-// black, and so are numbers that are no colour.
+// What a screen shows, 0x00RRGGBB, for a colour constant or a directColor; on
+// one bit all constants but white are black, and so are numbers that are no
+// colour.
 std::uint32_t pixelOf(int32_t color, int depth);
 
 }  // namespace toolbox::quickdraw

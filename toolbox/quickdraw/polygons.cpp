@@ -42,23 +42,28 @@ Rect extentOf(const std::vector<Point> &points)
     return extent;
 }
 
+// In device pixels.
+struct Corner {
+    std::int64_t v, h;
+};
+
 // A pixel belongs to the polygon when its centre does. The first pixel whose
 // centre lies at or right of the edge, on the row of centres through v + 1/2:
 // the edge is at h0 + (2v + 1 - 2 v0) dh / 2 dv, the centre of pixel h at
 // h + 1/2.
-int firstPixelRightOf(Point upper, Point lower, int v)
+int firstPixelRightOf(Corner upper, Corner lower, int v)
 {
-    const int64_t dv = lower.v - upper.v, dh = lower.h - upper.h;
-    const int64_t numerator = (2 * int64_t(v) + 1 - 2 * upper.v) * dh - dv, divisor = 2 * dv;
-    const int64_t quotient = numerator / divisor;
+    const std::int64_t dv = lower.v - upper.v, dh = lower.h - upper.h;
+    const std::int64_t numerator = (2 * std::int64_t(v) + 1 - 2 * upper.v) * dh - dv, divisor = 2 * dv;
+    const std::int64_t quotient = numerator / divisor;
     return static_cast<int>(upper.h + (numerator % divisor > 0 ? quotient + 1 : quotient));
 }
 
-void addRow(std::vector<Box> &boxes, const std::vector<Point> &points, int v)
+void addRow(std::vector<Box> &boxes, const std::vector<Corner> &corners, int v)
 {
     std::vector<int> crossings;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        Point upper = points[i], lower = points[(i + 1) % points.size()];
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        Corner upper = corners[i], lower = corners[(i + 1) % corners.size()];
         if (upper.v > lower.v)
             std::swap(upper, lower);
         if (upper.v <= v && v < lower.v)
@@ -70,12 +75,16 @@ void addRow(std::vector<Box> &boxes, const std::vector<Point> &points, int v)
 }
 
 // Even-odd: a part enclosed twice is outside.
-Area insideOf(const std::vector<Point> &points)
+Area insideOf(const std::vector<Point> &points, int scale, const Box &within)
 {
     const Rect extent = extentOf(points);
+    std::vector<Corner> corners;
+    for (Point point : points)
+        corners.push_back({point.v * scale, point.h * scale});
     std::vector<Box> boxes;
-    for (int v = extent.top; v < extent.bottom; ++v)
-        addRow(boxes, points, v);
+    const int last = std::min(extent.bottom * scale, within.y2);
+    for (int v = std::max(extent.top * scale, within.y1); v < last; ++v)
+        addRow(boxes, corners, v);
     return Area(boxes);
 }
 
@@ -147,7 +156,7 @@ void PaintPoly(PolyHandle polygon)
     const std::vector<Point> points = pointsOf(polygon);
     const GrafPort &port = currentPort();
     tracePolygon("poly", points, port);
-    paintWithPen(port, insideOf(points));
+    paintWithPen(port, [&](int scale, const Box &within) { return insideOf(points, scale, within); });
 }
 
 void FramePoly(PolyHandle polygon)

@@ -67,20 +67,33 @@ static int cornerInset(int row, int ovalWidth, int ovalHeight)
     return static_cast<int>(std::ceil(ovalWidth / 2.0 - halfWidth - 0.5));
 }
 
-static Area roundRectArea(const Rect &r, int ovalWidth, int ovalHeight)
+static Area roundedBox(const Box &box, int ovalWidth, int ovalHeight)
 {
-    if (emptyRect(r))
-        return {};
-    ovalWidth = std::clamp(ovalWidth, 0, r.right - r.left);
-    ovalHeight = std::clamp(ovalHeight, 0, r.bottom - r.top);
+    ovalWidth = std::clamp(ovalWidth, 0, std::max(box.x2 - box.x1, 0));
+    ovalHeight = std::clamp(ovalHeight, 0, std::max(box.y2 - box.y1, 0));
     const int rows = ovalWidth > 0 ? (ovalHeight + 1) / 2 : 0;
-    std::vector<Box> boxes{{r.left, r.top + rows, r.right, r.bottom - rows}};
+    std::vector<Box> boxes{{box.x1, box.y1 + rows, box.x2, box.y2 - rows}};
     for (int row = 0; row < rows; ++row) {
         const int inset = cornerInset(row, ovalWidth, ovalHeight);
-        boxes.push_back({r.left + inset, r.top + row, r.right - inset, r.top + row + 1});
-        boxes.push_back({r.left + inset, r.bottom - row - 1, r.right - inset, r.bottom - row});
+        boxes.push_back({box.x1 + inset, box.y1 + row, box.x2 - inset, box.y1 + row + 1});
+        boxes.push_back({box.x1 + inset, box.y2 - row - 1, box.x2 - inset, box.y2 - row});
     }
     return Area(boxes);
+}
+
+static SmoothShape roundRect(const Rect &r, int ovalWidth, int ovalHeight)
+{
+    return [=](int scale, const Box &) {
+        return roundedBox({r.left * scale, r.top * scale, r.right * scale, r.bottom * scale}, ovalWidth * scale,
+                          ovalHeight * scale);
+    };
+}
+
+static SmoothShape roundFrame(const Rect &r, int ovalWidth, int ovalHeight, Point pen)
+{
+    const SmoothShape outer = roundRect(r, ovalWidth, ovalHeight);
+    const SmoothShape inner = roundRect(withinPen(r, pen), ovalWidth - 2 * pen.h, ovalHeight - 2 * pen.v);
+    return [=](int scale, const Box &within) { return outer(scale, within) - inner(scale, within); };
 }
 
 static void traceRoundRect(const char *call, const Rect &r, int ovalWidth, int ovalHeight)
@@ -94,28 +107,27 @@ void FrameRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
     const Point pen = port.pnSize;
     trace::drawing("roundRect %d,%d,%d,%d %d,%d pen %d,%d", r->left, r->top, r->right, r->bottom, ovalWidth,
                    ovalHeight, pen.h, pen.v);
-    const Area inner = roundRectArea(withinPen(*r, pen), ovalWidth - 2 * pen.h, ovalHeight - 2 * pen.v);
-    paintWithPen(port, roundRectArea(*r, ovalWidth, ovalHeight) - inner);
+    paintWithPen(port, roundFrame(*r, ovalWidth, ovalHeight, pen));
 }
 
 void PaintRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
 {
     traceRoundRect("paintRoundRect", *r, ovalWidth, ovalHeight);
-    paintWithPen(currentPort(), roundRectArea(*r, ovalWidth, ovalHeight));
+    paintWithPen(currentPort(), roundRect(*r, ovalWidth, ovalHeight));
 }
 
 void EraseRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
 {
     const GrafPort &port = currentPort();
     traceRoundRect("eraseRoundRect", *r, ovalWidth, ovalHeight);
-    paintShape(port, roundRectArea(*r, ovalWidth, ovalHeight), Ink::background(port));
+    paintShape(port, roundRect(*r, ovalWidth, ovalHeight), Ink::background(port));
 }
 
 void InvertRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight)
 {
     const GrafPort &port = currentPort();
     traceRoundRect("invertRoundRect", *r, ovalWidth, ovalHeight);
-    paintShape(port, roundRectArea(*r, ovalWidth, ovalHeight), Ink::inverting(port));
+    paintShape(port, roundRect(*r, ovalWidth, ovalHeight), Ink::inverting(port));
 }
 
 void LineTo(int16_t h, int16_t v)

@@ -149,7 +149,6 @@ void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area 
     const int left = deviceH(penH) + glyph.left;
     const int top = deviceV(penV) + glyph.top;
     const bool inverts = ink.onBlack == Action::invert;
-    const bool graded = depth_ > 1 && !inverts;
     const Change change(ink.onBlack, ink, depth_);
     for (const Box &box : area.boxes()) {
         const Box part{std::max(box.x1, left), std::max(box.y1, top), std::min(box.x2, left + glyph.width),
@@ -162,7 +161,7 @@ void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area 
             for (int x = part.x1; x < part.x2; ++x) {
                 std::uint32_t &pixel = row(y)[x];
                 const std::uint32_t full = inverts ? oppositeColor(pixel, depth_) : change(pixel);
-                if (graded)
+                if (!inverts && canGrade(pixel, full, depth_))
                     pixel = shownColor(mixed(pixel, full, coverage[x]), depth_);
                 else if (coverage[x] >= 128)
                     pixel = full;
