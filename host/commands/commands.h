@@ -19,6 +19,8 @@ public:
     // Does what was asked for; false when it was refused or failed, which has
     // then been said on standard error.
     bool run();
+    // Where played sessions take place, when not on the headless screen.
+    void seatPlayersAt(decltype(PlayRequest::seat) seat) { play_.seat = std::move(seat); }
 
 private:
     void addMake(CLI::App &app);

@@ -81,6 +81,12 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
     }
 }
 
+std::unique_ptr<toolbox::HeadlessMachine> seatFor(const PlayRequest &request)
+{
+    return request.seat ? request.seat(request.screens)
+                        : std::make_unique<toolbox::HeadlessMachine>(request.screens);
+}
+
 std::string described(const std::filesystem::path &script, const toolbox::ScriptError &error)
 {
     std::string place = script.string() + ":";
@@ -98,10 +104,10 @@ std::string play(const PlayRequest &request)
         std::vector<ScriptLine> lines = splitScript(readText(request.script));
         makeFolder(request.picturesFolder);
         TraceFile trace(request.traceFile);
-        toolbox::HeadlessMachine machine(request.screens);
-        toolbox::start(request.configuration, machine);
+        std::unique_ptr<toolbox::HeadlessMachine> machine = seatFor(request);
+        toolbox::start(request.configuration, *machine);
         try {
-            playOn(machine, request, lines);
+            playOn(*machine, request, lines);
         } catch (const toolbox::ScriptError &error) {
             problem = described(request.script, error);
         } catch (...) {

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "play/screens.h"
+#include "toolbox/host/headless.h"
 #include "toolbox/host/session.h"
 
 namespace riders {
@@ -17,6 +20,9 @@ struct PlayRequest {
     std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
     std::vector<toolbox::Screen> screens;
+    // Where the scripted person sits down; a HeadlessMachine with those screens
+    // unless set.
+    std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Screen> &)> seat;
 };
 
 // Plays the script to its end. Answers the message for standard error, empty

@@ -23,7 +23,7 @@ public:
     void push(const Input &input);
 
     // At least one. Takes effect at once and announces screensChanged.
-    void setScreens(std::vector<Screen> screens);
+    virtual void setScreens(std::vector<Screen> screens);
     // For sessions nobody looks at: no pixels are kept. Before the Toolbox is
     // started; true unless set.
     void wantPictures(bool wanted);
@@ -32,7 +32,7 @@ public:
     using Watcher = std::function<void(int screen, const Picture &picture)>;
     void setWatcher(Watcher watcher);
     // As another program would; the serial changes.
-    void putOnClipboard(const std::string &text);
+    virtual void putOnClipboard(const std::string &text);
     // What was last presented; empty before that. std::out_of_range when there
     // is no such screen.
     const Picture &lastPicture(int index) const;

@@ -1,0 +1,62 @@
+#include "desktop/display.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+#include "support/command.h"
+
+namespace desktop {
+
+// The server writes the number of the display it has found free once it takes
+// callers, so there is nothing to wait for by the clock.
+Display::Display(const std::string &screen)
+{
+    int ends[2];
+    if (pipe(ends) != 0)
+        throw std::runtime_error("no pipe to the display's server");
+    server_ = fork();
+    if (server_ == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        close(ends[0]);
+        const std::string answer = std::to_string(ends[1]);
+        int silence = open("/dev/null", O_WRONLY);
+        dup2(silence, STDERR_FILENO);
+        execlp("Xvfb", "Xvfb", "-displayfd", answer.c_str(), "-screen", "0", screen.c_str(), "-nolisten", "tcp",
+               static_cast<char *>(nullptr));
+        _exit(127);
+    }
+    close(ends[1]);
+    std::string number;
+    for (char digit; read(ends[0], &digit, 1) == 1 && digit != '\n';)
+        number += digit;
+    close(ends[0]);
+    if (number.empty())
+        throw std::runtime_error("Xvfb does not start");
+    setenv("DISPLAY", (":" + number).c_str(), 1);
+    unsetenv("WAYLAND_DISPLAY");
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+}
+
+Display::~Display()
+{
+    kill(server_, SIGTERM);
+    waitpid(server_, nullptr, 0);
+}
+
+void Display::picture(const std::string &file, const std::string &geometry) const
+{
+    std::vector<std::string> command = {"import", "-window", "root"};
+    if (!geometry.empty())
+        command.insert(command.end(), {"-crop", geometry, "+repage"});
+    command.push_back("png:" + file);
+    if (CommandResult result = runProgram(command); result.status != 0)
+        throw std::runtime_error("no picture of the display: " + result.err);
+}
+
+}  // namespace desktop

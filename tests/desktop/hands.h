@@ -1,0 +1,35 @@
+// A person's hands at a real display: xdotool, kept running and told line by
+// line what to do.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace desktop {
+
+class Hands {
+public:
+    Hands();
+    ~Hands();
+    Hands(const Hands &) = delete;
+
+    void move(int x, int y);
+    void button(bool down);
+    // A key by its X name, the modifiers as X names them: "ctrl+shift".
+    void key(const std::string &name, const std::string &modifiers = {});
+    void modifier(const std::string &name, bool down);
+    // Anything else that xdotool can do.
+    void tell(const std::string &line);
+
+private:
+    pid_t process_ = -1;
+    FILE *orders_ = nullptr;
+};
+
+// What xdotool answers to one command, without the last line end.
+std::string ask(const std::string &command);
+
+}  // namespace desktop

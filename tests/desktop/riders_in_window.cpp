@@ -1,0 +1,14 @@
+// `riders` with one difference: what `play` plays takes place in a window on
+// the desktop, with xdotool for hands.
+#include "commands/commands.h"
+#include "desktop/window_seat.h"
+
+int main(int argc, char **argv)
+{
+    CLI::App app{"riders, played in a window"};
+    riders::Commands commands(app);
+    commands.seatPlayersAt(
+        [](const std::vector<toolbox::Screen> &screens) { return std::make_unique<desktop::WindowSeat>(screens); });
+    CLI11_PARSE(app, argc, argv);
+    return commands.run() ? 0 : 1;
+}

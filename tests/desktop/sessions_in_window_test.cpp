@@ -1,0 +1,25 @@
+// Whole sessions at a real window: keys and mouse go through the window system,
+// and the traces are those of the headless screen.
+#include "desktop/display.h"
+#include "support/kept_sessions.h"
+
+namespace {
+
+class SessionsInWindow : public ::testing::TestWithParam<std::string> {
+protected:
+    desktop::Display display_;
+};
+
+}  // namespace
+
+TEST_P(SessionsInWindow, LeavesItsTrace)
+{
+    kept::Session session("riders_in_window");
+    CommandResult result = session.play(GetParam());
+    ASSERT_EQ(result.err, "");
+    ASSERT_EQ(result.status, 0);
+    EXPECT_EQ(kept::difference(session.trace(), contentsOf(kept::traceOf(GetParam()))), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SessionsInWindow, ::testing::ValuesIn(kept::names()),
+                         [](const auto &instance) { return instance.param; });

@@ -1,0 +1,210 @@
+#include "desktop/window_seat.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <stdexcept>
+#include <utility>
+
+#include "toolbox/events.h"
+#include "toolbox/host/text.h"
+
+namespace desktop {
+namespace {
+
+using toolbox::Input;
+using toolbox::Screen;
+using Kind = Input::Kind;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto patience = std::chrono::seconds(20);
+
+toolbox::DesktopOptions optionsFor(const std::vector<Screen> &screens)
+{
+    if (screens.size() != 1)
+        throw std::invalid_argument("the desktop's window is one screen");
+    const Screen &screen = screens.front();
+    return {.title = "Riders, played",
+            .width = screen.bounds.right,
+            .height = screen.bounds.bottom,
+            .depth = screen.depth,
+            .scale = screen.scale};
+}
+
+const std::map<std::uint8_t, const char *> namedKeys = {
+    {0x0D, "Return"}, {0x03, "KP_Enter"}, {0x1B, "Escape"}, {0x09, "Tab"},  {0x08, "BackSpace"},
+    {0x7F, "Delete"}, {0x1C, "Left"},     {0x1D, "Right"},  {0x1E, "Up"},   {0x1F, "Down"},
+    {0x01, "Home"},   {0x04, "End"},      {' ', "space"},
+};
+
+// X names any character by its code point.
+std::string keyName(std::uint8_t character)
+{
+    if (auto named = namedKeys.find(character); named != namedKeys.end())
+        return named->second;
+    const auto byte = static_cast<char>(character);
+    const std::string utf8 = toolbox::utf8FromRoman({&byte, 1});
+    unsigned point = static_cast<unsigned char>(utf8[0]);
+    if (utf8.size() == 2)
+        point = (point & 0x1F) << 6 | (static_cast<unsigned char>(utf8[1]) & 0x3F);
+    else if (utf8.size() == 3)
+        point = (point & 0x0F) << 12 | (static_cast<unsigned char>(utf8[1]) & 0x3Fu) << 6 |
+                (static_cast<unsigned char>(utf8[2]) & 0x3F);
+    std::array<char, 8> name;
+    std::snprintf(name.data(), name.size(), "U%04X", point);
+    return name.data();
+}
+
+constexpr std::pair<std::uint16_t, const char *> modifierKeys[] = {
+    {cmdKey, "ctrl"}, {shiftKey, "shift"}, {optionKey, "alt"}};
+
+std::string modifierNames(std::uint16_t modifiers)
+{
+    std::string names;
+    for (const auto &[bit, name] : modifierKeys)
+        if (modifiers & bit)
+            names += (names.empty() ? "" : "+") + std::string(name);
+    return names;
+}
+
+bool sameKind(const Input &came, const Input &meant)
+{
+    if (came.kind != meant.kind)
+        return false;
+    return meant.kind != Kind::mouseMoved || (came.where.h == meant.where.h && came.where.v == meant.where.v);
+}
+
+}  // namespace
+
+WindowSeat::WindowSeat(const std::vector<Screen> &screens)
+    : HeadlessMachine(screens), window_(toolbox::openDesktop(optionsFor(screens))), hands_(std::make_unique<Hands>())
+{
+    window_->passTicks(6);
+    findWindow();
+}
+
+void WindowSeat::findWindow()
+{
+    windowId_ = ask("search --sync --onlyvisible --name 'Riders, played'");
+    ask("windowfocus " + windowId_);
+    const std::string geometry = ask("getwindowgeometry --shell " + windowId_);
+    int x = 0, y = 0;
+    if (std::sscanf(geometry.substr(geometry.find("X=")).c_str(), "X=%d\nY=%d", &x, &y) != 2)
+        throw std::runtime_error("the window is nowhere: " + geometry);
+    corner_ = {x, y};
+}
+
+void WindowSeat::setScreens(std::vector<Screen> screens)
+{
+    const toolbox::DesktopOptions wanted = optionsFor(screens);
+    const Screen now = window_->screens().front();
+    if (wanted.scale != now.scale)
+        throw std::runtime_error("a window has its display's scale");
+    window_->setDepth(wanted.depth);
+    if (wanted.width != now.bounds.right || wanted.height != now.bounds.bottom)
+        ask("windowsize " + windowId_ + " " + std::to_string(wanted.width * now.scale) + " " +
+            std::to_string(wanted.height * now.scale));
+}
+
+// xclip is the other program.
+void WindowSeat::putOnClipboard(const std::string &text)
+{
+    const std::uint32_t before = window_->clipboardSerial();
+    FILE *clip = popen("xclip -selection clipboard -in", "w");
+    if (!clip || fwrite(text.data(), 1, text.size(), clip) != text.size() || pclose(clip) != 0)
+        throw std::runtime_error("xclip did not take the text");
+    const auto end = Clock::now() + patience;
+    while (window_->clipboardSerial() == before)
+        if (Clock::now() > end)
+            throw std::runtime_error("the window has not heard of the clipboard");
+        else
+            window_->passTicks(1);
+}
+
+bool WindowSeat::inputWaiting()
+{
+    return !unasked_.empty() || HeadlessMachine::inputWaiting() || window_->inputWaiting();
+}
+
+std::optional<Input> WindowSeat::nextInput(std::uint32_t waitTicks)
+{
+    if (std::optional<Input> came = window_->nextInput(0))
+        unasked_.push_back(*came);
+    if (!unasked_.empty()) {
+        Input first = unasked_.front();
+        unasked_.pop_front();
+        return first;
+    }
+    std::optional<Input> meant = HeadlessMachine::nextInput(0);
+    if (!meant)
+        return window_->nextInput(waitTicks);
+    if (!carryOut(*meant))
+        return std::nullopt;
+    return whatCameOf(*meant);
+}
+
+bool WindowSeat::carryOut(const Input &meant)
+{
+    const int scale = window_->screens().front().scale;
+    switch (meant.kind) {
+    case Kind::mouseMoved:
+        holdModifiers(meant.modifiers);
+        if (pointer_.h == meant.where.h && pointer_.v == meant.where.v)
+            return false;
+        pointer_ = meant.where;
+        hands_->move(corner_.first + meant.where.h * scale, corner_.second + meant.where.v * scale);
+        return true;
+    case Kind::mouseDown: hands_->button(true); return true;
+    case Kind::mouseUp: hands_->button(false); return true;
+    case Kind::keyDown:
+        holdModifiers(0);
+        hands_->key(keyName(meant.character),
+                    modifierNames(static_cast<std::uint16_t>(meant.modifiers & ~shiftKey)));
+        return true;
+    case Kind::keyUp: return false;   // went with keyDown
+    default: throw std::runtime_error("no hand can do that at a window");
+    }
+}
+
+void WindowSeat::holdModifiers(std::uint16_t wanted)
+{
+    for (const auto &[bit, name] : modifierKeys)
+        if ((wanted ^ held_) & bit)
+            hands_->modifier(name, (wanted & bit) != 0);
+    held_ = wanted;
+}
+
+Input WindowSeat::whatCameOf(const Input &meant)
+{
+    const auto end = Clock::now() + patience;
+    while (Clock::now() < end) {
+        std::optional<Input> came = window_->nextInput(60);
+        if (!came)
+            continue;
+        if (sameKind(*came, meant))
+            return *came;
+        if (came->kind != Kind::mouseMoved && came->kind != Kind::keyUp)
+            unasked_.push_back(*came);
+    }
+    throw std::runtime_error("the window has not heard of input " + std::to_string(static_cast<int>(meant.kind)));
+}
+
+void WindowSeat::present(int index, const toolbox::Picture &picture, const Rect &changed)
+{
+    HeadlessMachine::present(index, picture, changed);
+    window_->present(index, picture, changed);
+}
+
+void WindowSeat::beep()
+{
+    HeadlessMachine::beep();
+    window_->beep();
+}
+
+void WindowSeat::playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
+{
+    window_->playSound(samples, samplesPerSecond);
+}
+
+}  // namespace desktop

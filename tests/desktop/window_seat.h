@@ -1,0 +1,55 @@
+// A seat for the scripted user at a real window: what the hand means to do is
+// done by xdotool at the display, and what the program gets is what came of it
+// through the window system. Time is real.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <utility>
+
+#include "desktop/hands.h"
+#include "toolbox/host/desktop.h"
+#include "toolbox/host/headless.h"
+
+namespace desktop {
+
+// One screen only; std::invalid_argument for more.
+class WindowSeat : public toolbox::HeadlessMachine {
+public:
+    explicit WindowSeat(const std::vector<toolbox::Screen> &screens);
+
+    void setScreens(std::vector<toolbox::Screen> screens) override;
+    void putOnClipboard(const std::string &text) override;
+
+    std::optional<toolbox::Input> nextInput(std::uint32_t waitTicks) override;
+    bool inputWaiting() override;
+    std::uint32_t ticks() override { return window_->ticks(); }
+    void passTicks(std::uint32_t count) override { window_->passTicks(count); }
+    std::vector<toolbox::Screen> screens() override { return window_->screens(); }
+    void present(int index, const toolbox::Picture &picture, const Rect &changed) override;
+    std::string clipboardText() override { return window_->clipboardText(); }
+    void setClipboardText(const std::string &text) override { window_->setClipboardText(text); }
+    std::uint32_t clipboardSerial() override { return window_->clipboardSerial(); }
+    void beep() override;
+    void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) override;
+    void setCursor(CursorShape shape) override { window_->setCursor(shape); }
+
+private:
+    void findWindow();
+    // Moves real hands; true when the window system will answer with an input
+    // of that kind.
+    bool carryOut(const toolbox::Input &meant);
+    void holdModifiers(std::uint16_t wanted);
+    // What came of it; std::runtime_error when nothing did for long.
+    toolbox::Input whatCameOf(const toolbox::Input &meant);
+
+    std::unique_ptr<toolbox::Desktop> window_;
+    std::unique_ptr<Hands> hands_;
+    std::string windowId_;
+    std::pair<int, int> corner_;   // of the window on the display
+    std::deque<toolbox::Input> unasked_;
+    std::uint16_t held_ = 0;
+    Point pointer_{-1, -1};
+};
+
+}  // namespace desktop

@@ -1,0 +1,83 @@
+#include "support/kept_sessions.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace kept {
+
+const fs::path sessions = fs::path(RIDERS_SOURCE_DIR) / "examples" / "sessions";
+
+namespace {
+
+// The words behind "# options:" in the first line.
+std::vector<std::string> optionsOf(const fs::path &script)
+{
+    std::istringstream in(contentsOf(script));
+    std::string line;
+    std::getline(in, line);
+    const std::string mark = "# options:";
+    std::vector<std::string> words;
+    if (line.rfind(mark, 0) != 0)
+        return words;
+    std::istringstream rest(line.substr(mark.size()));
+    for (std::string word; rest >> word;)
+        words.push_back(word);
+    return words;
+}
+
+} // namespace
+
+std::vector<std::string> names()
+{
+    std::vector<std::string> all;
+    for (const fs::directory_entry &entry : fs::directory_iterator(sessions))
+        if (entry.path().extension() == ".play")
+            all.push_back(entry.path().stem());
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+CommandResult Session::play(const std::string &name)
+{
+    fs::path script = sessions / (name + ".play");
+    fs::remove_all(work_ / "there");
+    fs::copy(sessions / "files", work_ / "there", fs::copy_options::recursive);
+    std::vector<std::string> command = {RIDERS_BINARY_DIR "/" + program_, "play", script, "--preferences",
+                                        work_ / "preferences", "--trace", work_ / "trace", "--pictures",
+                                        work_ / "pictures"};
+    for (const std::string &option : optionsOf(script))
+        command.push_back(option);
+    return runProgram(command, {}, work_ / "there");
+}
+
+std::vector<std::string> Session::names() const
+{
+    std::vector<std::string> all;
+    for (const fs::directory_entry &entry : fs::directory_iterator(work_ / "there"))
+        all.push_back(entry.path().filename());
+    return all;
+}
+
+fs::path traceOf(const std::string &name)
+{
+    return sessions / (name + ".trace");
+}
+
+std::string difference(const std::string &is, const std::string &should)
+{
+    std::istringstream isLines(is), shouldLines(should);
+    for (int number = 1;; ++number) {
+        std::string isLine, shouldLine;
+        bool more = static_cast<bool>(std::getline(isLines, isLine));
+        bool moreWanted = static_cast<bool>(std::getline(shouldLines, shouldLine));
+        if (!more && !moreWanted)
+            return {};
+        if (more != moreWanted || isLine != shouldLine)
+            return "line " + std::to_string(number) + "\n  is:     " + (more ? isLine : "(the end)") +
+                   "\n  should: " + (moreWanted ? shouldLine : "(the end)");
+    }
+}
+
+} // namespace kept
