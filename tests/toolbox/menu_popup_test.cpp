@@ -1,28 +1,17 @@
 // PopUpMenuSelect: where the menu lies, how it looks, and what it gives.
-#include "support/toolbox_test.h"
+#include "menu_hand.h"
 
-#include "menus/open_menu.h"
 #include "quickdraw/port.h"
-#include "toolbox/events.h"
-#include "toolbox/host/picture.h"
-#include "toolbox/menus.h"
 #include "toolbox/quickdraw.h"
 
 namespace {
 
-using toolbox::Input;
-
-class MenuPopup : public ToolboxTest {
+class MenuPopup : public MenuTest {
 protected:
     void SetUp() override
     {
         ToolboxTest::SetUp();
         makeMenu("One;Two;(Three;-;Five");
-    }
-    void TearDown() override
-    {
-        machine.setSource({});
-        ToolboxTest::TearDown();
     }
     void makeMenu(const std::string &items)
     {
@@ -31,46 +20,10 @@ protected:
         InsertMenu(menu, -1);
     }
 
-    // Holds the button down, opens the menu with the item at the point, and
-    // carries out what is given once it is open: each answers the next input.
-    using Step = std::function<std::optional<Input>()>;
     int32_t select(Point where, int16_t item, std::vector<Step> steps)
     {
-        machine.push(mouse(Input::Kind::mouseDown, where));
-        EventRecord event;
-        EXPECT_TRUE(GetNextEvent(1 << mouseDown, &event));
-        auto next = std::make_shared<std::size_t>(0);
-        machine.setSource([steps, next]() -> std::optional<Input> {
-            return *next < steps.size() ? steps[(*next)++]() : std::nullopt;
-        });
+        pressAt(where, std::move(steps));
         return PopUpMenuSelect(menu, where.v, where.h, item);
-    }
-    static Input mouse(Input::Kind kind, Point where)
-    {
-        Input input{kind};
-        input.where = where;
-        return input;
-    }
-    static Point middle(const Rect &r)
-    {
-        return {static_cast<int16_t>((r.top + r.bottom) / 2), static_cast<int16_t>((r.left + r.right) / 2)};
-    }
-    static Rect rowOf(int item) { return toolbox::menus::openMenu()->items.at(static_cast<std::size_t>(item - 1)); }
-    static Step overItem(Input::Kind kind, int item)
-    {
-        return [=] { return mouse(kind, middle(rowOf(item))); };
-    }
-    static Step release(Point where)
-    {
-        return [=] { return mouse(Input::Kind::mouseUp, where); };
-    }
-    static int darkPixels(const toolbox::Picture &picture, const Rect &r)
-    {
-        int dark = 0;
-        for (int v = r.top; v < r.bottom; ++v)
-            for (int h = r.left; h < r.right; ++h)
-                dark += picture.pixels[static_cast<std::size_t>(v * picture.width + h)] == 0;
-        return dark;
     }
 
     MenuHandle menu = nullptr;
@@ -236,6 +189,152 @@ TEST_F(MenuPopup, MenuHigherThanTheScreenScrolls)
     steps.push_back(overItem(Input::Kind::mouseUp, 60));
     result = select(somewhere, 1, steps);
     EXPECT_EQ(LoWord(result), 60);
+}
+
+TEST_F(MenuPopup, MenuHigherThanTheScreenScrollsWhileTheMouseRests)
+{
+    MenuHandle tall = NewMenu(201, P(""));
+    for (int i = 1; i <= 60; ++i)
+        AppendMenu(tall, P("Item " + std::to_string(i)));
+    menu = tall;
+    Point bottom{};
+    std::vector<Step> steps{[&] {
+        Rect last{};
+        for (const Rect &row : toolbox::menus::openMenu()->items)
+            if (row.bottom > last.bottom)
+                last = row;
+        OffsetRect(&last, 0, 16);
+        bottom = middle(last);
+        return mouse(Input::Kind::mouseMoved, bottom);
+    }};
+    std::uint32_t before = machine.ticks();
+    for (int i = 0; i < 60; ++i)
+        steps.push_back([] { return std::nullopt; });
+    steps.push_back(overItem(Input::Kind::mouseUp, 60));
+    EXPECT_EQ(LoWord(select(somewhere, 1, steps)), 60);
+    EXPECT_GT(machine.ticks() - before, 100u) << "a row each few ticks";
+}
+
+TEST_F(MenuPopup, ShortClickLeavesItOpenAndTheNextChooses)
+{
+    int32_t result = select(somewhere, 1,
+                            {release(somewhere), overItem(Input::Kind::mouseMoved, 2),
+                             after([] { EXPECT_TRUE(isInverted(rowOf(2))); }, overItem(Input::Kind::mouseDown, 5)),
+                             overItem(Input::Kind::mouseUp, 5)});
+    EXPECT_EQ(LoWord(result), 5);
+    EXPECT_EQ(trace, (std::vector<std::string>{"popup 200 opened at item 1", "popup 200 gave 5"}));
+}
+
+TEST_F(MenuPopup, SecondClickOnTheCurrentItemChoosesItHoweverShort)
+{
+    EXPECT_EQ(LoWord(select({208, 320}, 1, {release({208, 320}), press({208, 320}), release({208, 320})})), 1);
+}
+
+TEST_F(MenuPopup, HandThatTremblesStillClicks)
+{
+    Point nearby{static_cast<int16_t>(somewhere.v + 3), static_cast<int16_t>(somewhere.h + 3)};
+    EXPECT_EQ(LoWord(select(somewhere, 1, {moveTo(nearby), release(nearby), overItem(Input::Kind::mouseDown, 2),
+                                           overItem(Input::Kind::mouseUp, 2)})),
+              2);
+    Point further{nearby.v, static_cast<int16_t>(nearby.h + 1)};
+    EXPECT_EQ(LoWord(select(somewhere, 1, {moveTo(further), release(further)})), 1);
+}
+
+TEST_F(MenuPopup, HeldAndReleasedOnTheCurrentItemChoosesIt)
+{
+    EXPECT_EQ(LoWord(select({208, 320}, 1, {holding(GetDblTime() + 1, release({208, 320}))})), 1);
+    EXPECT_EQ(LoWord(select({208, 320}, 1,
+                            {overItem(Input::Kind::mouseMoved, 2), moveTo({208, 320}), release({208, 320})})),
+              1);
+}
+
+TEST_F(MenuPopup, ReleaseThatCameBeforeTheMenuLeavesItOpenToo)
+{
+    machine.push(mouse(Input::Kind::mouseDown, somewhere));
+    machine.push(mouse(Input::Kind::mouseUp, somewhere));
+    EventRecord event;
+    ASSERT_TRUE(GetNextEvent(1 << mouseDown, &event));
+    ASSERT_TRUE(EventAvail(1 << mouseUp, &event));
+    bool left = false;
+    machine.setSource([&]() -> std::optional<Input> {
+        return mouse(std::exchange(left, true) ? Input::Kind::mouseUp : Input::Kind::mouseDown, middle(rowOf(2)));
+    });
+    EXPECT_EQ(LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1)), 2);
+}
+
+TEST_F(MenuPopup, ClickBesideTheOpenMenuClosesIt)
+{
+    EXPECT_EQ(select(somewhere, 1, {release(somewhere), press({5, 5})}), 0);
+    EXPECT_TRUE(traced("popup 200 gave nothing"));
+    EXPECT_FALSE(toolbox::menus::openMenu());
+}
+
+TEST_F(MenuPopup, KeysWorkInAMenuLeftOpen)
+{
+    enum { up = 0x1E, down = 0x1F, enter = 0x03, escape = 0x1B, carriageReturn = 0x0D };
+    Point corner{200, 290};   // beside every item: none is highlighted
+    auto open = [&](std::vector<Step> steps) {
+        steps.insert(steps.begin(), release(corner));
+        pressAt(corner, steps);
+        return LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1));
+    };
+    EXPECT_EQ(open({key(down), key(carriageReturn)}), 1);
+    EXPECT_EQ(open({key(down), key(down), key(down), key(enter)}), 5) << "over those that cannot be chosen";
+    EXPECT_EQ(open({key(up), key(carriageReturn)}), 5) << "around the end";
+    EXPECT_EQ(open({key(carriageReturn)}), 0) << "nothing is highlighted";
+    EXPECT_EQ(open({key(down), key(escape)}), 0);
+    EXPECT_EQ(open({key(down), key('.', cmdKey)}), 0);
+    EXPECT_EQ(open({key(down), key('.'), key(carriageReturn)}), 1) << "without meaning";
+    EXPECT_EQ(LoWord(select(somewhere, 1, {release(somewhere), key(down), key(carriageReturn)})), 2)
+        << "from the item under the mouse";
+}
+
+TEST_F(MenuPopup, ArrowKeysScrollToWhatDoesNotShow)
+{
+    MenuHandle tall = NewMenu(201, P(""));
+    for (int i = 1; i <= 60; ++i)
+        AppendMenu(tall, P("Item " + std::to_string(i)));
+    menu = tall;
+    bool shown = false;
+    Point beside{200, 290};
+    pressAt(beside, {release(beside), key(0x1E), after([&] {
+                         Rect last = rowOf(60);
+                         shown = !EmptyRect(&last) && isInverted(last);
+                     }, key(0x0D))});
+    EXPECT_EQ(LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1)), 60);
+    EXPECT_TRUE(shown);
+}
+
+TEST_F(MenuPopup, KeysTypedWhileTheButtonIsHeldBecomeEvents)
+{
+    select(somewhere, 1, {key('a'), overItem(Input::Kind::mouseUp, 2)});
+    EventRecord event;
+    ASSERT_TRUE(GetNextEvent(1 << keyDown, &event));
+    EXPECT_EQ(event.message & charCodeMask, static_cast<unsigned>('a'));
+}
+
+TEST_F(MenuPopup, WishToQuitClosesItWithNothingChosen)
+{
+    Input quit{Input::Kind::quit};
+    auto wish = [=] { return quit; };
+    EXPECT_EQ(select(somewhere, 1, {overItem(Input::Kind::mouseMoved, 2), wish}), 0);
+    restart();
+    makeMenu("One;Two");
+    EXPECT_EQ(select(somewhere, 1, {release(somewhere), wish}), 0);
+}
+
+TEST_F(MenuPopup, ChangeOfTheScreensClosesIt)
+{
+    EXPECT_EQ(select(somewhere, 1, {[&]() -> std::optional<Input> {
+                  machine.setScreens({{{0, 0, 300, 400}, 1}});
+                  return std::nullopt;
+              }}),
+              0);
+    toolbox::Picture after = toolbox::screenPicture(0);
+    EXPECT_EQ(after.width, 400);
+    Rect where{190, 290, 280, 380};
+    int dark = darkPixels(after, where);
+    EXPECT_EQ(dark, 90 * 90 / 2) << "only the desktop's grey is there";
 }
 
 TEST_F(MenuPopup, EmptyMenuOpensNothing)

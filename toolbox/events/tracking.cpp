@@ -25,6 +25,11 @@ std::optional<Input> queuedMouseInput()
     return input;
 }
 
+bool isKey(const Input &input)
+{
+    return input.kind == Input::Kind::keyDown || input.kind == Input::Kind::autoKey;
+}
+
 }  // namespace
 
 std::optional<Input> nextTrackingInput()
@@ -42,6 +47,31 @@ std::optional<Input> nextTrackingInput()
         queueEventFor(*input);
     }
     return std::nullopt;
+}
+
+std::optional<Input> nextMenuInput(std::uint32_t waitTicks, MenuKeys keys)
+{
+    if (std::optional<Input> queued = queuedMouseInput())
+        return queued;
+    const std::uint32_t start = machine().ticks();
+    while (!state.quit) {
+        std::uint32_t passed = machine().ticks() - start;
+        std::optional<Input> input = takeInput(waitTicks - std::min(passed, waitTicks));
+        if (!input && machine().ticks() - start >= waitTicks)
+            return std::nullopt;
+        if (!input)
+            continue;
+        bool asked = keys == MenuKeys::wanted && isKey(*input);
+        if (asked || isMouse(*input) || input->kind == Input::Kind::screensChanged)
+            return input;
+        queueEventFor(*input);
+    }
+    return std::nullopt;
+}
+
+bool pressUnderway()
+{
+    return state.buttonDown || std::any_of(state.queue.begin(), state.queue.end(), isMouseEvent);
 }
 
 }  // namespace toolbox::events

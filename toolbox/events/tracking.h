@@ -15,4 +15,13 @@ namespace toolbox::events {
 // button held. A tracking loop ends then as it does at a mouseUp outside.
 std::optional<Input> nextTrackingInput();
 
+// The same for menus, which may stay open with the button up: also takes and
+// answers screensChanged and, when keys are wanted, keyDown and autoKey. Waits
+// waitTicks at most; nothing when they have passed or the program is asked to
+// end.
+enum class MenuKeys { becomeEvents, wanted };
+std::optional<Input> nextMenuInput(std::uint32_t waitTicks, MenuKeys keys);
+// Whether the button is down, or was released but the release not yet taken.
+bool pressUnderway();
+
 }  // namespace toolbox::events

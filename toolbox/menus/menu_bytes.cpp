@@ -44,6 +44,11 @@ std::int16_t menuID(MenuHandle menu)
     return id;
 }
 
+std::string menuTitle(MenuHandle menu)
+{
+    return std::string(*menu + titleOffset + 1, byteAt(menu, titleOffset));
+}
+
 int itemCount(MenuHandle menu)
 {
     if (!isMenu(menu))

@@ -35,6 +35,7 @@ inline constexpr int lastItemWithFlag = 31;
 // Whether there is a block with at least a whole title in it.
 bool isMenu(MenuHandle menu);
 std::int16_t menuID(MenuHandle menu);
+std::string menuTitle(MenuHandle menu);
 int itemCount(MenuHandle menu);
 // Nothing for 0 and below and beyond the menu.
 std::optional<ItemPlace> findItem(MenuHandle menu, int item);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "managers.h"
+#include "menus/menu_bar.h"
 #include "menus/menu_bytes.h"
 #include "menus/open_menu.h"
 #include "toolbox/bigendian.h"
@@ -16,22 +17,32 @@ namespace {
 struct Installed {
     std::int16_t id;
     MenuHandle menu;
+    bool inBar;   // those of the bar stand in its order
 };
 
 std::vector<Installed> installed;
 
 }  // namespace
 
+std::vector<MenuHandle> menus::menusInBar()
+{
+    std::vector<MenuHandle> menus;
+    for (const Installed &entry : installed)
+        if (entry.inBar)
+            menus.push_back(entry.menu);
+    return menus;
+}
+
 void managers::startMenus(const Configuration &)
 {
     installed.clear();
-    menus::forgetOpenMenu();
+    menus::startMenuBar();
 }
 
 void managers::stopMenus()
 {
     installed.clear();
-    menus::forgetOpenMenu();
+    menus::stopMenuBar();
 }
 
 }  // namespace toolbox
@@ -74,10 +85,19 @@ void DisposeMenu(MenuHandle menu)
     DisposeHandle(menu);
 }
 
-void InsertMenu(MenuHandle menu, int16_t)
+void InsertMenu(MenuHandle menu, int16_t before)
 {
-    if (isMenu(menu) && !GetMHandle(menuID(menu)))
-        installed.push_back({menuID(menu), menu});
+    if (!isMenu(menu) || GetMHandle(menuID(menu)))
+        return;
+    bool inBar = before >= 0;
+    auto place = std::find_if(installed.begin(), installed.end(),
+                              [&](const Installed &entry) { return inBar && entry.inBar && entry.id == before; });
+    installed.insert(place, {menuID(menu), menu, inBar});
+}
+
+void ClearMenuBar(void)
+{
+    std::erase_if(installed, [](const Installed &entry) { return entry.inBar; });
 }
 
 void DeleteMenu(int16_t id)

@@ -5,14 +5,17 @@
 #include "menus/menu_bytes.h"
 #include "quickdraw/dimming.h"
 #include "toolbox/host/text.h"
+#include "windows/desktop.h"
 
 namespace toolbox::menus {
+using windows::menuBarHeight;
+
 namespace {
 
 constexpr int textIndent = 14;      // leaves room for the mark
 constexpr int rightMargin = 14;
+constexpr int keyGap = 18;          // between the longest text and the keys
 constexpr int baseline = 12;        // below a row's top
-constexpr int menuBarHeight = 20;
 
 void useMenuText(std::uint8_t face)
 {
@@ -31,13 +34,32 @@ int textWidth(MenuHandle menu, int item)
     return StringWidth(text);
 }
 
+// How an item's key is shown; empty without one. Bytes below a blank are no
+// keys.
+std::string keyText(MenuHandle menu, int item)
+{
+    std::uint8_t key = attribute(menu, *findItem(menu, item), keyByte);
+    return key <= ' ' ? std::string() : "Ctrl+" + std::string(1, static_cast<char>(key));
+}
+
+int keyWidth(MenuHandle menu, int item)
+{
+    Str255 text;
+    setPascal(text, keyText(menu, item));
+    useMenuText(0);
+    return StringWidth(text);
+}
+
 int menuWidth(MenuHandle menu, int count)
 {
-    int width = 0;
-    for (int item = 1; item <= count; ++item)
-        if (!isDivider(menu, item))
-            width = std::max(width, textWidth(menu, item));
-    return width + textIndent + rightMargin;
+    int width = 0, keys = 0;
+    for (int item = 1; item <= count; ++item) {
+        if (isDivider(menu, item))
+            continue;
+        width = std::max(width, textWidth(menu, item));
+        keys = std::max(keys, keyWidth(menu, item));
+    }
+    return width + textIndent + rightMargin + (keys ? keyGap + keys : 0);
 }
 
 // What a menu may cover on the screen that holds the point, or on the main
@@ -67,10 +89,22 @@ int placed(int start, int length, int low, int high)
 
 }  // namespace
 
-MenuView::MenuView(MenuHandle menu, Point where, int item) : menu_(menu), count_(itemCount(menu))
+MenuView::MenuView(MenuHandle menu, Point where, int item) : MenuView(menu, roomAt(where), where, item)
+{
+}
+
+// The line under the bar is the upper side of the frame.
+MenuView MenuView::below(MenuHandle menu, int h)
+{
+    Point hanging{static_cast<int16_t>(qd.screenBits.bounds.top + menuBarHeight), static_cast<int16_t>(h)};
+    Rect room = roomAt(hanging);
+    room.top = hanging.v;
+    return {menu, room, hanging, 1};
+}
+
+MenuView::MenuView(MenuHandle menu, const Rect &room, Point where, int item) : menu_(menu), count_(itemCount(menu))
 {
     item = std::clamp(item, 1, std::max(count_, 1));
-    Rect room = roomAt(where);
     int fitting = (room.bottom - room.top) / rowHeight;
     int shown = std::clamp(count_, 1, std::max(fitting, 1));
     int width = std::min(menuWidth(menu, count_), room.right - room.left);
@@ -128,18 +162,21 @@ void MenuView::draw()
     highlighted_ = 0;
 }
 
+void MenuView::drawDivider(const Rect &row) const
+{
+    PenPat(&qd.gray);
+    MoveTo(row.left, static_cast<int16_t>(row.top + rowHeight / 2));
+    LineTo(static_cast<int16_t>(row.right - 1), static_cast<int16_t>(row.top + rowHeight / 2));
+    PenNormal();
+}
+
 void MenuView::drawRow(int item) const
 {
     if (!shows(item))
         return;
     Rect row = rowOf(item);
-    if (isDivider(menu_, item)) {
-        PenPat(&qd.gray);
-        MoveTo(row.left, static_cast<int16_t>(row.top + rowHeight / 2));
-        LineTo(static_cast<int16_t>(row.right - 1), static_cast<int16_t>(row.top + rowHeight / 2));
-        PenNormal();
-        return;
-    }
+    if (isDivider(menu_, item))
+        return drawDivider(row);
     auto place = findItem(menu_, item);
     auto base = static_cast<int16_t>(row.top + baseline);
     std::uint8_t mark = attribute(menu_, *place, markByte);
@@ -148,6 +185,9 @@ void MenuView::drawRow(int item) const
     if (mark)
         DrawChar(mark);
     Str255 text;
+    setPascal(text, keyText(menu_, item));
+    MoveTo(static_cast<int16_t>(row.right - rightMargin - StringWidth(text)), base);
+    DrawString(text);
     setPascal(text, itemText(menu_, *place));
     useMenuText(attribute(menu_, *place, faceByte));
     MoveTo(static_cast<int16_t>(row.left + textIndent), base);
@@ -188,19 +228,47 @@ void MenuView::highlight(int item)
     highlighted_ = item;
 }
 
-bool MenuView::scrollAt(Point where)
+int MenuView::scrollDirection(Point where) const
 {
-    if (!PtInRect(where, &rows_))
-        return false;
+    if (!holds(where))
+        return 0;
     int row = (where.v - rows_.top) / rowHeight;
     if (row == 0 && moreAbove())
-        --first_;
-    else if (row == rowsShown() - 1 && moreBelow())
-        ++first_;
-    else
+        return -1;
+    return row == rowsShown() - 1 && moreBelow() ? 1 : 0;
+}
+
+bool MenuView::scrollAt(Point where)
+{
+    int direction = scrollDirection(where);
+    if (direction == 0)
         return false;
+    first_ += direction;
     draw();
     return true;
+}
+
+void MenuView::reveal(int item)
+{
+    int before = first_;
+    while (!shows(item))
+        first_ += item <= first_ ? -1 : 1;
+    if (first_ != before)
+        draw();
+}
+
+void MenuView::step(int direction)
+{
+    int item = highlighted_;
+    for (int tried = 0; tried < count_; ++tried) {
+        item += direction;
+        if (item < 1 || item > count_)
+            item = direction > 0 ? 1 : count_;
+        if (canBeChosen(menu_, item)) {
+            reveal(item);
+            return highlight(item);
+        }
+    }
 }
 
 std::vector<Rect> MenuView::itemRects() const

@@ -15,6 +15,8 @@ public:
     // Places the menu with the item's top left at the point, or as near as the
     // screen that holds the point lets it be.
     MenuView(MenuHandle menu, Point where, int item);
+    // Hangs it from the menu bar, its rows' left edge at h.
+    static MenuView below(MenuHandle menu, int h);
 
     // All that is drawn on, frame and shadow included.
     Rect covered() const;
@@ -23,19 +25,29 @@ public:
     int itemAt(Point where) const;
     // Inverts this item and no other; 0 none.
     void highlight(int item);
-    // Where the point is over a row that shows there is more, moves the rows
-    // by one. True when they moved.
+    int highlighted() const { return highlighted_; }
+    bool holds(Point where) const { return PtInRect(where, &rows_); }
+    // Whether the point is over a row that shows there is more.
+    bool scrollsAt(Point where) const { return scrollDirection(where) != 0; }
+    // Moves the rows by one if so. True when they moved.
     bool scrollAt(Point where);
+    // Highlights the item before (-1) or after (1) the highlighted one that can
+    // be chosen, from the end on at the first; scrolls to it.
+    void step(int direction);
     // Global rectangle of each item, empty for one that does not show.
     std::vector<Rect> itemRects() const;
 
 private:
+    MenuView(MenuHandle menu, const Rect &room, Point where, int item);
+    int scrollDirection(Point where) const;
+    void reveal(int item);
     int rowsShown() const { return (rows_.bottom - rows_.top) / rowHeight; }
     bool moreAbove() const { return first_ > 1; }
     bool moreBelow() const { return first_ + rowsShown() - 1 < count_; }
     bool shows(int item) const;
     Rect rowOf(int item) const;
     void drawRow(int item) const;
+    void drawDivider(const Rect &row) const;
     void drawArrow(const Rect &row, int direction) const;
 
     static constexpr int rowHeight = 16;

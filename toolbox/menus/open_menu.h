@@ -1,11 +1,13 @@
-// The menu that is open now, for those who have to find its items on the
-// screen without eyes.
+// The menu that is open now: on the screen, and for those who have to find its
+// items there without eyes.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "menus/menu_view.h"
+#include "quickdraw/pictures.h"
 #include "toolbox/menus.h"
 
 namespace toolbox::menus {
@@ -20,6 +22,27 @@ struct OpenMenu {
 
 // Nothing while no menu is open.
 const std::optional<OpenMenu> &openMenu();
-void forgetOpenMenu();
+
+// A menu on the screen, from making it to its end, however that comes. The
+// current port must be the desktop's.
+class MenuOnScreen {
+public:
+    MenuOnScreen(MenuHandle menu, const MenuView &view);
+    ~MenuOnScreen();
+    MenuOnScreen(const MenuOnScreen &) = delete;
+
+    const MenuView &view() const { return view_; }
+    void highlight(int item) { view_.highlight(item); }
+    // Scrolls where the mouse is over a row that asks for it, and highlights
+    // the item under it.
+    void follow(Point mouse);
+    void step(int direction);
+    // What lay under the menu is not to be put back: it has been painted anew.
+    void leavePixels() { covered_.reset(); }
+
+private:
+    MenuView view_;
+    std::optional<quickdraw::SavedBits> covered_;
+};
 
 }  // namespace toolbox::menus

@@ -41,6 +41,13 @@ constexpr Point outsideEveryMenu{2, 2};
 
 }  // namespace
 
+// By a click, which does no harm where something else closes the menu before.
+void closeOpenMenu(Hand &hand)
+{
+    if (menus::openMenu())
+        hand.clickAt(outsideEveryMenu);
+}
+
 // A filter may undim a button only once it has seen the last key, so a dimmed
 // one is given a little time.
 Progress Press::advance(Hand &hand)
@@ -48,6 +55,7 @@ Progress Press::advance(Hand &hand)
     constexpr int patience = 3;
     if (isDimmed(item_) && waited_++ < patience)
         return Progress::wait;
+    closeOpenMenu(hand);
     hand.clickAt(pressableMiddleOf(item_), modifiers_);
     return Progress::done;
 }
@@ -55,6 +63,7 @@ Progress Press::advance(Hand &hand)
 Progress Choose::advance(Hand &hand)
 {
     if (!pressed_) {
+        closeOpenMenu(hand);
         hand.pressAt(pressableMiddleOf(item_));
         pressed_ = true;
         return Progress::more;
@@ -85,6 +94,9 @@ Progress Choose::release(Hand &hand)
     Rect row = open.items[static_cast<std::size_t>(chosen_ - 1)];
     if (EmptyRect(&row))
         return scrollTo(hand, firstShown(open));
+    // By way of the row's edge: a release where the mouse was pressed could be
+    // the first click of two.
+    hand.moveTo({static_cast<int16_t>(row.bottom - 1), row.left});
     hand.releaseAt(middle(row));
     return Progress::done;
 }

@@ -24,6 +24,9 @@ struct Activity {
     virtual Progress advance(Hand &hand) = 0;
 };
 
+// A menu that a click left open would swallow what is done next.
+void closeOpenMenu(Hand &hand);
+
 // Something done at once.
 class Act : public Activity {
 public:

@@ -51,6 +51,7 @@ Progress AnswerFile::advance(Hand &hand)
         goingUp_.reset();
         return Progress::more;
     }
+    closeOpenMenu(hand);
     standardfile::State state = stateOf(saving());
     if (!folder_.empty() && state.folder != folder_)
         return goTowards(hand, state);
@@ -133,6 +134,7 @@ void cancelFile(Hand &hand)
     auto state = standardfile::state();
     if (!state || frontDialog() != state->dialog)
         throw Problem{"no save or open dialog is open"};
+    closeOpenMenu(hand);
     hand.clickAt(pressableMiddleOf(state->cancelItem));
 }
 

@@ -1,13 +1,12 @@
 #include "windows/screen.h"
 
 #include "quickdraw/region_data.h"
+#include "windows/desktop.h"
 #include "windows/frame.h"
 #include "windows/port_scope.h"
 
 namespace toolbox::windows {
 namespace {
-
-constexpr int16_t menuBarHeight = 20;
 
 // The desktop's port, narrowed to an area.
 class DesktopScope {
@@ -42,17 +41,8 @@ void paintContentIn(Window &window, const Area &exposed)
 Rect menuBar()
 {
     Rect bar = qd.screenBits.bounds;
-    bar.bottom = bar.top + menuBarHeight;
+    bar.bottom = static_cast<int16_t>(bar.top + menuBarHeight);
     return bar;
-}
-
-void paintMenuBar()
-{
-    Rect bar = menuBar();
-    DesktopScope scope{Area(bar)};
-    EraseRect(&bar);
-    MoveTo(bar.left, bar.bottom - 1);
-    LineTo(bar.right - 1, bar.bottom - 1);
 }
 
 void paintDesktop(const Area &exposed)
@@ -64,6 +54,19 @@ void paintDesktop(const Area &exposed)
 }
 
 }  // namespace
+
+std::function<void()> drawMenuTitles;
+
+void paintMenuBar()
+{
+    Rect bar = menuBar();
+    DesktopScope scope{Area(bar)};
+    EraseRect(&bar);
+    MoveTo(bar.left, bar.bottom - 1);
+    LineTo(bar.right - 1, bar.bottom - 1);
+    if (drawMenuTitles)
+        drawMenuTitles();
+}
 
 Point globalOrigin(const WindowRecord &record)
 {

@@ -1,4 +1,4 @@
-// Menu Manager: menus from 'MENU' resources, and pop-up menus.
+// Menu Manager: menus from 'MENU' resources, the menu bar, and pop-up menus.
 //
 // A menu is its resource: the block holds the 'MENU' bytes, and the calls here
 // change them in place. GetMenu of a menu already loaded gives the same
@@ -7,7 +7,15 @@
 // Items count from 1. Calls that change an item do nothing for an item number
 // of 0 or beyond the menu, nor when memory is full; a nil menu has no items.
 // May be called at any time between start and stop of the Toolbox. Those that
-// add to a menu or lengthen a text allocate, and so does PopUpMenuSelect.
+// add to a menu or lengthen a text allocate, and so do the two that select.
+//
+// A menu is used in either of two ways. Press, drag, release: the item that the
+// button is released over is chosen. Click, click: a press released at once
+// leaves the menu open, and the next click chooses an item, or closes the menu
+// where there is none. In a menu that was left open the arrow keys move, Return
+// and Enter choose, Escape and Command-period close it. A menu higher than the
+// screen scrolls while the mouse is over its first or last row. A change of the
+// screens, and the wish to end the program, close it with nothing chosen.
 #pragma once
 
 #include "toolbox/types.h"
@@ -46,19 +54,37 @@ void GetItemMark(MenuHandle menu, int16_t item, int16_t *mark);
 // 31 are enabled as the menu is.
 void EnableItem(MenuHandle menu, int16_t item);
 void DisableItem(MenuHandle menu, int16_t item);
-// Into the list, where GetMHandle finds it; before is -1 for the list of
-// pop-up and submenus, the only one there is. A second menu of an ID is left
-// out.
+// Into the list, where GetMHandle finds it. before: -1 for a pop-up menu; else
+// into the menu bar, before the menu of that ID or, when it is not there,
+// behind all. A second menu of an ID is left out. The bar is drawn by
+// DrawMenuBar.
 void InsertMenu(MenuHandle menu, int16_t before);
 // Out of the list; the menu itself stays.
 void DeleteMenu(int16_t id);
 MenuHandle GetMHandle(int16_t id);
+// Takes all menus out of the bar; pop-up menus stay in the list.
+void ClearMenuBar(void);
+// Draws the bar, 20 high along the top of the main screen, with the titles of
+// its menus; that of a disabled menu is dimmed. Drawn again without being asked
+// when the screens change.
+void DrawMenuBar(void);
+// Tracks the mouse from a press at the global point in the menu bar. Answers
+// menu ID and item in the high and low words, 0 when nothing was chosen. The
+// title of a menu that was chosen from stays inverted: HiliteMenu(0) when the
+// command has been carried out. An item's key is shown as Ctrl and the key.
+int32_t MenuSelect(Point start);
+// The enabled item of the bar with this key, capital or small, as MenuSelect
+// answers it, its title inverted likewise; 0 when there is none.
+int32_t MenuKey(int16_t character);
+// Inverts the title of that menu in the bar and of no other; 0 none.
+void HiliteMenu(int16_t id);
 // Shows the menu with the item's top left at the global point, moved as far as
-// needed to lie on the screen that holds the point, and tracks until the mouse
-// is released. Answers menu ID and item in the high and low words; 0 when
-// nothing was chosen: released outside, over a divider or over a disabled
-// item. A menu higher than the screen scrolls as the mouse moves over its
-// first and last rows. The button must be down. Marks stay as they are.
+// needed to lie on the screen that holds the point, and tracks the mouse. The
+// button must be down or have been released just now. Answers menu ID and item
+// in the high and low words; 0 when nothing was chosen: released outside, over
+// a divider or over a disabled item. The item under the mouse is usually the
+// current one: a press that is released within GetDblTime and within 3 pixels
+// leaves the menu open, any other chooses. Marks stay as they are.
 int32_t PopUpMenuSelect(MenuHandle menu, int16_t top, int16_t left, int16_t item);
 
 static inline int16_t HiWord(int32_t value) { return (int16_t)((uint32_t)value >> 16); }

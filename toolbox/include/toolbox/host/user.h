@@ -41,7 +41,9 @@ public:
     void in(int dialogID);
 
     // Presses and releases item number item of the front dialog or alert, in
-    // its middle. A hidden item or a dimmed button is an error.
+    // its middle. A hidden item or a dimmed button is an error. On a popup that
+    // leaves its menu open: clickAt and keys then go to the menu, while steps
+    // that press, choose or answer close it first.
     void press(int item, std::uint16_t modifiers = 0);
     void clickAt(Point global, std::uint16_t modifiers = 0);
     // The mouse bit by bit. What it does while the button is held is seen by

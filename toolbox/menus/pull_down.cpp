@@ -1,0 +1,100 @@
+// MenuSelect: the menus that hang from the bar.
+#include "menus/answer.h"
+#include "menus/menu_bar.h"
+#include "menus/menu_bytes.h"
+#include "menus/tracker.h"
+#include "quickdraw/port.h"
+#include "toolbox/host/trace.h"
+
+namespace toolbox::menus {
+namespace {
+
+class PullDown : public Tracker {
+public:
+    explicit PullDown(Point start)
+    {
+        startPress(start);
+        mouseAt(start);
+        startTitle_ = open_;
+        leftTitle_ = false;
+    }
+    int choose() { return track(); }
+    std::int16_t menu() const { return open_; }
+
+protected:
+    void mouseAt(Point mouse) override
+    {
+        if (std::optional<Title> title = titleAt(mouse); title && title->id != open_)
+            open(*title);
+        onItem_ |= down_ && down_->view().holds(mouse);
+        std::optional<Title> over = titleAt(mouse);
+        leftTitle_ |= !over || over->id != startTitle_;
+    }
+
+    // Released on the title that was pressed, unless the mouse had been among
+    // the items or, for longer, elsewhere.
+    bool staysOpenAt(Point where) const override
+    {
+        std::optional<Title> title = titleAt(where);
+        return title && title->id == startTitle_ && !onItem_ && (quick() || !leftTitle_);
+    }
+
+    bool pressBeside(Point where) override
+    {
+        std::optional<Title> title = titleAt(where);
+        if (!title || title->id == open_)
+            return false;
+        startPress(where);
+        open(*title);
+        startTitle_ = open_;
+        onItem_ = leftTitle_ = false;
+        return true;
+    }
+
+    void stepSideways(int direction) override
+    {
+        std::vector<Title> all = titles();
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (all[i].id == open_)
+                return open(all[(i + all.size() + static_cast<std::size_t>(direction)) % all.size()]);
+    }
+
+private:
+    void open(const Title &title)
+    {
+        down_.reset();
+        open_ = title.id;
+        HiliteMenu(title.id);
+        trace::line("menu %d opened", title.id);
+        if (itemCount(title.menu) > 0)
+            down_.emplace(title.menu, MenuView::below(title.menu, title.menuLeft));
+    }
+
+    std::int16_t open_ = 0;         // 0: none yet
+    std::int16_t startTitle_ = 0;
+    bool onItem_ = false;
+    bool leftTitle_ = false;
+};
+
+}  // namespace
+}  // namespace toolbox::menus
+
+using namespace toolbox;
+using namespace toolbox::menus;
+
+extern "C" int32_t MenuSelect(Point start)
+{
+    quickdraw::PortInUse port(quickdraw::desktopPort());
+    HiliteMenu(0);
+    PullDown pullDown(start);
+    int chosen = pullDown.choose();
+    std::int16_t id = pullDown.menu();
+    if (chosen == 0) {
+        HiliteMenu(0);
+        if (id != 0)
+            trace::line("menu %d gave nothing", id);
+        return 0;
+    }
+    trace::line("menu %d gave %d", id, chosen);
+    return answer(id, chosen);
+}

@@ -1,0 +1,135 @@
+#include "menus/tracker.h"
+
+#include <cstdlib>
+
+#include "events/queue.h"
+#include "events/tracking.h"
+#include "toolbox/events.h"
+
+namespace toolbox::menus {
+namespace {
+
+using Kind = Input::Kind;
+
+constexpr int stillWithin = 3;              // pixels a hand may move in a click
+constexpr std::uint32_t scrollTicks = 4;    // a row each, while the mouse rests
+constexpr std::uint32_t second = 60, hour = 3600 * second;
+
+enum Key {
+    enter = 0x03, carriageReturn = 0x0D, escape = 0x1B, leftArrow = 0x1C, rightArrow = 0x1D, upArrow = 0x1E,
+    downArrow = 0x1F
+};
+
+}  // namespace
+
+Tracker::Tracker() : begun_(TickCount())
+{
+    GetMouse(&mouse_);
+    startPress(mouse_);
+}
+
+void Tracker::startPress(Point where)
+{
+    held_ = mayStay_ = true;
+    moved_ = false;
+    pressedAt_ = where;
+    pressedTime_ = TickCount();
+}
+
+bool Tracker::quick() const
+{
+    return TickCount() - pressedTime_ <= GetDblTime();
+}
+
+int Tracker::track()
+{
+    over_ = !events::pressUnderway();
+    while (!over_) {
+        std::uint32_t patience = down_ && down_->view().scrollsAt(mouse_) ? scrollTicks : second;
+        auto keys = held_ ? events::MenuKeys::becomeEvents : events::MenuKeys::wanted;
+        if (std::optional<Input> input = events::nextMenuInput(patience, keys))
+            take(*input);
+        else
+            timePassed();
+    }
+    return chosen_;
+}
+
+void Tracker::timePassed()
+{
+    if (events::quitWanted() || TickCount() - begun_ > hour)
+        finish(0);
+    else if (down_ && down_->view().scrollsAt(mouse_))
+        down_->follow(mouse_);
+}
+
+void Tracker::take(const Input &input)
+{
+    switch (input.kind) {
+    case Kind::mouseMoved: return follow(input.where);
+    case Kind::mouseDown: return press(input.where);
+    case Kind::mouseUp: return release(input.where);
+    case Kind::screensChanged:
+        if (down_)
+            down_->leavePixels();
+        return finish(0);
+    default: return key(input);
+    }
+}
+
+void Tracker::follow(Point mouse)
+{
+    mouse_ = mouse;
+    moved_ |= std::abs(mouse.h - pressedAt_.h) > stillWithin || std::abs(mouse.v - pressedAt_.v) > stillWithin;
+    mouseAt(mouse);
+    if (down_)
+        down_->follow(mouse);
+}
+
+// A press in a menu that was left open.
+void Tracker::press(Point where)
+{
+    mouse_ = where;
+    if (down_ && down_->view().holds(where)) {
+        held_ = true;
+        mayStay_ = false;
+        down_->highlight(down_->view().itemAt(where));
+    } else if (!pressBeside(where)) {
+        finish(0);
+    }
+}
+
+void Tracker::release(Point where)
+{
+    moved_ |= std::abs(where.h - pressedAt_.h) > stillWithin || std::abs(where.v - pressedAt_.v) > stillWithin;
+    mouse_ = where;
+    held_ = false;
+    if (mayStay_ && staysOpenAt(where))
+        return;
+    finish(down_ ? down_->view().itemAt(where) : 0);
+}
+
+void Tracker::key(const Input &input)
+{
+    if (!down_)
+        return;
+    switch (input.character) {
+    case escape: return finish(0);
+    case '.': return input.modifiers & cmdKey ? finish(0) : void();
+    case carriageReturn:
+    case enter: return finish(down_->view().highlighted());
+    case upArrow: return down_->step(-1);
+    case downArrow: return down_->step(1);
+    case leftArrow: return stepSideways(-1);
+    case rightArrow: return stepSideways(1);
+    default: return;
+    }
+}
+
+void Tracker::finish(int item)
+{
+    chosen_ = item;
+    over_ = true;
+}
+
+}  // namespace toolbox::menus
