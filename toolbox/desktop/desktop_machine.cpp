@@ -172,9 +172,9 @@ void DesktopMachine::settleScreen()
     queue_.push({.kind = Input::Kind::screensChanged});
 }
 
-void DesktopMachine::present(int, const Picture &picture, const Rect &)
+void DesktopMachine::present(int, const Picture &picture, const Rect &changed)
 {
-    window_.draw(picture);
+    window_.draw(picture, changed);
     doWhatIsDue();
 }
 

@@ -3,14 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 #include "desktop/scale.h"
 
 namespace toolbox::desktop {
 namespace {
-
-constexpr std::uint32_t opaqueWhite = 0xFFFFFFFF;
 
 std::string environment(const char *name)
 {
@@ -53,6 +50,11 @@ SDL_Window *makeWindow(const DesktopOptions &options)
     return window;
 }
 
+SDL_Rect sdlRect(const Rect &rect)
+{
+    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
 SDL_Rect united(const SDL_Rect &a, const SDL_Rect &b)
 {
     SDL_Rect both;
@@ -60,27 +62,24 @@ SDL_Rect united(const SDL_Rect &a, const SDL_Rect &b)
     return both;
 }
 
-bool sameSize(const Picture &a, const Picture &b)
+SDL_Rect common(const SDL_Rect &a, const SDL_Rect &b)
 {
-    return a.width == b.width && a.height == b.height;
+    SDL_Rect both{};
+    SDL_IntersectRect(&a, &b, &both);
+    return both;
 }
 
-// The smallest rectangle outside of which two pictures of one size agree.
-SDL_Rect difference(const Picture &a, const Picture &b)
+SDL_Rect allOf(const Picture &picture)
 {
-    SDL_Rect changed{};
-    for (int row = 0; row < a.height; ++row) {
-        const auto *left = a.pixels.data() + std::size_t(row) * a.width;
-        const auto *right = b.pixels.data() + std::size_t(row) * b.width;
-        if (std::memcmp(left, right, std::size_t(a.width) * sizeof *left) == 0)
-            continue;
-        const int from = static_cast<int>(std::mismatch(left, left + a.width, right).first - left);
-        int to = a.width;
-        while (left[to - 1] == right[to - 1])
-            --to;
-        changed = united(changed, {from, row, to - from, 1});
+    return {0, 0, picture.width, picture.height};
+}
+
+void copyPart(const Picture &from, const SDL_Rect &part, Picture &to)
+{
+    for (int row = part.y; row < part.y + part.h; ++row) {
+        const std::size_t start = std::size_t(row) * from.width + part.x;
+        std::copy_n(from.pixels.begin() + start, part.w, to.pixels.begin() + start);
     }
-    return changed;
 }
 
 }  // namespace
@@ -108,10 +107,7 @@ Video::~Video()
 Window::Window(const DesktopOptions &options) : wantedScale_(options.scale), window_(makeWindow(options))
 {
     SDL_StartTextInput();
-    const SDL_Point size = pixels();
-    Picture white{size.x, size.y, std::vector<std::uint32_t>(std::size_t(size.x) * size.y, opaqueWhite)};
-    draw(white);
-    show();
+    showAgain();
 }
 
 SDL_Point Window::pixels() const
@@ -163,17 +159,18 @@ bool Window::fullScreen() const
     return SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_FULLSCREEN;
 }
 
-void Window::draw(const Picture &picture)
+void Window::draw(const Picture &picture, const Rect &changed)
 {
-    const bool same = sameSize(picture, picture_);
-    const SDL_Rect changed = same ? difference(picture, picture_) : SDL_Rect{0, 0, picture.width, picture.height};
-    if (SDL_RectEmpty(&changed))
-        return;
-    picture_ = picture;
-    if (!same)
+    if (picture.width != picture_.width || picture.height != picture_.height) {
+        picture_ = picture;
         return showAgain();
-    blit(changed);
-    drawn_ = united(drawn_, changed);
+    }
+    const SDL_Rect part = common(sdlRect(changed), allOf(picture));
+    if (SDL_RectEmpty(&part))
+        return;
+    copyPart(picture, part, picture_);
+    blit(part);
+    drawn_ = united(drawn_, part);
 }
 
 void Window::blit(const SDL_Rect &part)
@@ -189,10 +186,15 @@ void Window::blit(const SDL_Rect &part)
     SDL_FreeSurface(source);
 }
 
+// A picture larger than the window happens until a new size is announced.
 void Window::show()
 {
-    if (drawn())
-        SDL_UpdateWindowSurfaceRects(window_.get(), &drawn_, 1);
+    if (!drawn())
+        return;
+    const SDL_Point size = pixels();
+    const SDL_Rect part = common(drawn_, {0, 0, size.x, size.y});
+    if (!SDL_RectEmpty(&part))
+        SDL_UpdateWindowSurfaceRects(window_.get(), &part, 1);
     drawn_ = {};
 }
 
@@ -202,7 +204,7 @@ void Window::showAgain()
     if (!target)
         return;
     SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 255, 255, 255));
-    blit({0, 0, picture_.width, picture_.height});
+    blit(allOf(picture_));
     SDL_UpdateWindowSurface(window_.get());
     drawn_ = {};
 }

@@ -38,10 +38,10 @@ public:
     void setFullScreen(bool wanted);
     bool fullScreen() const;
 
-    // Puts what differs from the picture before into the window, to be seen
-    // with the next show. Where the window is larger than the picture it is
-    // white.
-    void draw(const Picture &picture);
+    // Puts the changed part of the picture into the window, to be seen with the
+    // next show; a picture of another size is shown at once. Where the window is
+    // larger than the picture it is white.
+    void draw(const Picture &picture, const Rect &changed);
     bool drawn() const { return drawn_.w > 0; }
     void show();
     // What the window held is lost: draws and shows it all again.
