@@ -7,12 +7,9 @@ namespace {
 
 constexpr std::size_t mostBytes = 1 << 20;
 
-std::string desktopText()
+std::size_t hashOf(const std::string &text)
 {
-    char *text = SDL_GetClipboardText();
-    std::string copy = text ? text : "";
-    SDL_free(text);
-    return copy;
+    return std::hash<std::string>()(text);
 }
 
 }  // namespace
@@ -35,25 +32,33 @@ std::string tidied(std::string text)
     return lines;
 }
 
-std::string Clipboard::text() const
+std::string Clipboard::look()
 {
-    return tidied(desktopText());
+    char *there = SDL_GetClipboardText();
+    std::string text = there ? there : "";
+    SDL_free(there);
+    if (const std::size_t hash = hashOf(text); hash != seen_) {
+        seen_ = hash;
+        ++serial_;
+    }
+    return text;
+}
+
+std::string Clipboard::text()
+{
+    return tidied(look());
 }
 
 void Clipboard::setText(const std::string &text)
 {
-    ours_ = text;
     SDL_SetClipboardText(text.c_str());
+    seen_ = hashOf(text);
 }
 
-// The news comes for our own texts too, and later than we may have put another.
-bool Clipboard::changed()
+std::uint32_t Clipboard::serial()
 {
-    if (ours_ && desktopText() == *ours_)
-        return false;
-    ours_.reset();
-    ++serial_;
-    return true;
+    look();
+    return serial_;
 }
 
 }  // namespace toolbox::desktop

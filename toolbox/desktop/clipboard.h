@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <functional>
 #include <string>
 
 namespace toolbox::desktop {
@@ -11,16 +11,19 @@ namespace toolbox::desktop {
 // longer than any field holds.
 std::string tidied(std::string text);
 
+// Not every window system tells when the clipboard changes, so it is looked at
+// whenever somebody asks: what differs from last time is another program's.
 class Clipboard {
 public:
-    std::string text() const;
+    std::string text();
     void setText(const std::string &text);
-    // The desktop says that the clipboard has changed. False when it was us.
-    bool changed();
-    std::uint32_t serial() const { return serial_; }
+    std::uint32_t serial();
 
 private:
-    std::optional<std::string> ours_;   // what we put there, until somebody else does
+    // The text that is there; the serial counts when it is not the one before.
+    std::string look();
+
+    std::size_t seen_ = std::hash<std::string>()("");   // hash of the text last seen
     std::uint32_t serial_ = 0;
 };
 

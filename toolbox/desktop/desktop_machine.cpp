@@ -11,6 +11,13 @@ constexpr int smallestWidth = 512, smallestHeight = 342;
 constexpr auto settlingTime = 100ms;
 constexpr auto frameTime = std::chrono::nanoseconds(1'000'000'000 / 60);
 
+using Moment = std::optional<std::chrono::steady_clock::time_point>;
+
+Moment sooner(Moment a, Moment b)
+{
+    return a && b ? std::min(a, b) : a ? a : b;
+}
+
 }  // namespace
 
 DesktopMachine::DesktopMachine(const DesktopOptions &options)
@@ -42,10 +49,8 @@ DesktopMachine::Clock::time_point DesktopMachine::timeOf(std::uint32_t tick) con
 
 std::optional<DesktopMachine::Clock::time_point> DesktopMachine::nextDue() const
 {
-    std::optional<Clock::time_point> due = settlesAt_;
-    if (window_.drawn())
-        due = std::min(due.value_or(Clock::time_point::max()), lastShown_ + frameTime);
-    return due;
+    std::optional<Clock::time_point> due = sooner(settlesAt_, sound_.restsAt());
+    return window_.drawn() ? sooner(due, lastShown_ + frameTime) : due;
 }
 
 void DesktopMachine::doWhatIsDue()
@@ -57,6 +62,8 @@ void DesktopMachine::doWhatIsDue()
         window_.show();
         lastShown_ = now;
     }
+    if (auto rests = sound_.restsAt(); rests && now >= *rests)
+        sound_.rest();
 }
 
 // Until that moment, or something arrives, or something has become due.
@@ -107,10 +114,7 @@ void DesktopMachine::take(const SDL_Event &event)
     switch (event.type) {
     case SDL_QUIT: return queue_.push({.kind = Input::Kind::quit});
     case SDL_WINDOWEVENT: return takeWindowEvent(event.window);
-    case SDL_CLIPBOARDUPDATE:
-        if (clipboard_.changed())
-            queue_.push({.kind = Input::Kind::clipboardChanged});
-        return;
+    case SDL_CLIPBOARDUPDATE: return noticeClipboard();
     }
     if (switchesFullScreen(event))
         return;
@@ -138,6 +142,7 @@ void DesktopMachine::takeWindowEvent(const SDL_WindowEvent &event)
         return;
     case SDL_WINDOWEVENT_DISPLAY_CHANGED: settlesAt_ = Clock::now() + settlingTime; return;
     case SDL_WINDOWEVENT_EXPOSED: return window_.showAgain();
+    case SDL_WINDOWEVENT_FOCUS_GAINED: return noticeClipboard();
     case SDL_WINDOWEVENT_FOCUS_LOST: return mouse_.release(toolboxModifiers(SDL_GetModState()));
     }
 }
@@ -225,8 +230,15 @@ void DesktopMachine::setClipboardText(const std::string &text)
 
 std::uint32_t DesktopMachine::clipboardSerial()
 {
-    collect();
     return clipboard_.serial();
+}
+
+void DesktopMachine::noticeClipboard()
+{
+    const std::uint32_t serial = clipboard_.serial();
+    if (serial != announcedClipboard_)
+        queue_.push({.kind = Input::Kind::clipboardChanged});
+    announcedClipboard_ = serial;
 }
 
 void DesktopMachine::beep()
@@ -237,13 +249,11 @@ void DesktopMachine::beep()
 void DesktopMachine::playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
 {
     window_.show();
-    if (!sound_.start(samples, samplesPerSecond))
-        return;
-    const auto length = std::chrono::duration<double>(static_cast<double>(samples.size()) / samplesPerSecond);
-    const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(length);
-    while (Clock::now() < end && !queue_.holds(Input::Kind::quit))
-        sleepUntil(end);
-    sound_.stop();
+    const auto end = sound_.start(samples, samplesPerSecond);
+    while (end && Clock::now() < *end && !queue_.holds(Input::Kind::quit))
+        sleepUntil(*end);
+    if (queue_.holds(Input::Kind::quit))
+        sound_.fallSilent();
 }
 
 }  // namespace toolbox::desktop

@@ -50,12 +50,14 @@ private:
     std::optional<Clock::time_point> nextDue() const;
     Clock::time_point timeOf(std::uint32_t tick) const;
     void settleScreen();
+    void noticeClipboard();
 
     Window window_;
     InputQueue queue_;
     Keyboard keyboard_;
     Mouse mouse_{queue_};
     Clipboard clipboard_;
+    std::uint32_t announcedClipboard_ = 0;   // the serial of the last clipboardChanged
     Sound sound_;
     Screen screen_{};
     const Clock::time_point start_ = Clock::now();

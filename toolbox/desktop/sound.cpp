@@ -1,5 +1,7 @@
 #include "desktop/sound.h"
 
+#include <dlfcn.h>
+
 #include <cmath>
 #include <numbers>
 
@@ -23,59 +25,97 @@ std::vector<std::uint8_t> beepSamples(int rate)
     return samples;
 }
 
+void sayNothing(const char *, int, const char *, int, const char *, ...)
+{
+}
+
+// The library for sound cards tells standard error at length that there is
+// none, unless it is given somebody else to tell.
+void quietSoundLibrary()
+{
+    void *library = dlopen("libasound.so.2", RTLD_NOW | RTLD_LOCAL);
+    void *setter = library ? dlsym(library, "snd_lib_error_set_handler") : nullptr;
+    if (setter)
+        reinterpret_cast<int (*)(decltype(&sayNothing))>(setter)(sayNothing);
+}
+
 }  // namespace
 
 Sound::~Sound()
 {
-    stop();
+    rest();
     if (card_ == Card::there)
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
 bool Sound::haveCard()
 {
-    if (card_ == Card::notAsked)
-        card_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 ? Card::there : Card::missing;
+    if (card_ != Card::notAsked)
+        return card_ == Card::there;
+    quietSoundLibrary();
+    card_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 ? Card::there : Card::missing;
     return card_ == Card::there;
 }
 
-bool Sound::start(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
+bool Sound::openAt(int rate)
 {
-    stop();
-    if (samples.empty() || !(samplesPerSecond >= lowestRate && samplesPerSecond <= highestRate) || !haveCard())
-        return false;
+    if (device_ && rate == rate_)
+        return true;
+    rest();
     SDL_AudioSpec spec{};
-    spec.freq = static_cast<int>(std::lround(samplesPerSecond));
+    spec.freq = rate;
     spec.format = AUDIO_U8;
     spec.channels = 1;
     spec.samples = 512;
     device_ = SDL_OpenAudioDevice(nullptr, 0, &spec, nullptr, 0);
-    if (!device_) {
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
-        card_ = Card::missing;
-        return false;
-    }
+    rate_ = rate;
+    if (device_)
+        return true;
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    card_ = Card::missing;
+    return false;
+}
+
+std::optional<Sound::Clock::time_point> Sound::start(const std::vector<std::uint8_t> &samples,
+                                                     double samplesPerSecond)
+{
+    if (samples.empty() || !(samplesPerSecond >= lowestRate && samplesPerSecond <= highestRate) || !haveCard() ||
+        !openAt(static_cast<int>(std::lround(samplesPerSecond))))
+        return std::nullopt;
+    SDL_ClearQueuedAudio(device_);
     SDL_QueueAudio(device_, samples.data(), static_cast<Uint32>(samples.size()));
     SDL_PauseAudioDevice(device_, 0);
-    return true;
+    const std::chrono::duration<double> length(static_cast<double>(samples.size()) / rate_);
+    over_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(length);
+    return over_;
 }
 
 void Sound::startBeep()
 {
     constexpr int rate = 22050;
-    start(beepSamples(rate), rate);
+    static const std::vector<std::uint8_t> samples = beepSamples(rate);
+    start(samples, rate);
 }
 
-void Sound::stop()
+void Sound::fallSilent()
+{
+    if (device_)
+        SDL_ClearQueuedAudio(device_);
+}
+
+// An open device keeps a thread busy with silence.
+std::optional<Sound::Clock::time_point> Sound::restsAt() const
+{
+    if (!device_)
+        return std::nullopt;
+    return over_ + std::chrono::seconds(1);
+}
+
+void Sound::rest()
 {
     if (device_)
         SDL_CloseAudioDevice(device_);
     device_ = 0;
-}
-
-bool Sound::playing() const
-{
-    return device_ && SDL_GetQueuedAudioSize(device_) > 0;
 }
 
 }  // namespace toolbox::desktop

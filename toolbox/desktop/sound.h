@@ -4,30 +4,39 @@
 
 #include <SDL.h>
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace toolbox::desktop {
 
-// The card is asked for with the first sound and given back after each; one
-// that could not be had is not asked for again.
+// The card is asked for with the first sound and given back when none has been
+// played for a while; one that could not be had is not asked for again.
 class Sound {
 public:
+    using Clock = std::chrono::steady_clock;
+
     ~Sound();
     // Starts unsigned 8-bit samples, one channel, in place of what plays.
-    // False when they cannot be played.
-    bool start(const std::vector<std::uint8_t> &samples, double samplesPerSecond);
+    // Answers when they will be over; nothing when they cannot be played.
+    std::optional<Clock::time_point> start(const std::vector<std::uint8_t> &samples, double samplesPerSecond);
     void startBeep();
-    void stop();
-    // Whether samples are left to play.
-    bool playing() const;
+    void fallSilent();
+
+    // When rest is to be called, if it is.
+    std::optional<Clock::time_point> restsAt() const;
+    void rest();
 
 private:
     bool haveCard();
+    bool openAt(int rate);
 
     enum class Card { notAsked, there, missing };
     Card card_ = Card::notAsked;
     SDL_AudioDeviceID device_ = 0;
+    int rate_ = 0;
+    Clock::time_point over_{};
 };
 
 }  // namespace toolbox::desktop

@@ -149,9 +149,17 @@ void Window::setTitle(const std::string &title)
     SDL_SetWindowTitle(window_.get(), title.c_str());
 }
 
+// The size before is asked for by name: with no window manager there SDL would
+// go on believing in the other one.
 void Window::setFullScreen(bool wanted)
 {
+    if (wanted == fullScreen())
+        return;
+    if (wanted)
+        SDL_GetWindowSize(window_.get(), &sizeBefore_.x, &sizeBefore_.y);
     SDL_SetWindowFullscreen(window_.get(), wanted ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    if (!wanted && sizeBefore_.x > 0)
+        SDL_SetWindowSize(window_.get(), sizeBefore_.x, sizeBefore_.y);
 }
 
 bool Window::fullScreen() const

@@ -58,6 +58,7 @@ private:
     std::unique_ptr<SDL_Window, Closing> window_;
     Picture picture_;
     SDL_Rect drawn_{};
+    SDL_Point sizeBefore_{};   // of the full screen, in the window system's units
 };
 
 }  // namespace toolbox::desktop
