@@ -1,0 +1,61 @@
+// Laying a window's pixels over one cell, and turning and stretching the cell
+// until they agree.
+#pragma once
+
+#include <vector>
+
+#include "meter/lattice.h"
+
+namespace riders {
+
+// One cell in columns by rows of bins: pixels that fell into each, and inked
+// ones among them.
+struct FoldedCell {
+    int columns = 0, rows = 0;
+    std::vector<float> pixels, inked;
+
+    std::size_t bins() const { return pixels.size(); }
+    double ink() const;
+    // Share of ink of each bin; empty bins take their neighbours', and each
+    // takes as much of them as a bell curve of `spread` bins gives; 0 leaves
+    // filled bins as they are.
+    std::vector<float> shares(double spread) const;
+    // Share of the variation that the bins explain, less what chance would.
+    double evenness() const;
+};
+
+class Folding {
+public:
+    // The window lies on the page. About so many of its pixels are looked at,
+    // evenly spread.
+    Folding(const BitPage &page, const PageWindow &window, int pixels);
+
+    void lay(const Lattice &lattice);
+    const FoldedCell &cell() const { return cell_; }
+    // The correction to the lattice last laid down that makes the pixels agree
+    // better. Bins are compared with a cell of the given spread: a wide one
+    // leads there from afar, none is exact.
+    Lattice correction(double spread, double slopeSpread) const;
+    // Periods that a correction moves the window's corners by.
+    double effect(const Lattice &correction) const;
+
+private:
+    struct Block {
+        int left, top, width, height;
+        double x, y;   // its middle from that of the window
+        FoldedCell cell;
+    };
+    void layBlock(Block &block, const Lattice &lattice);
+
+    const BitPage &page_;
+    PageWindow window_;
+    std::vector<Block> blocks_;
+    FoldedCell cell_;
+    bool lines_ = false;
+};
+
+// Refines a lattice that fits a patch of so many pixels in the middle of the
+// window, until it fits all of the window.
+Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);
+
+}  // namespace riders

@@ -1,0 +1,40 @@
+// The two waves that make a screen's cells, or the one that makes its lines.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+#include "meter/meter.h"
+
+namespace riders {
+
+// Position (x, y) on the page lies in the cell at across.x * x + across.y * y
+// and down.x * x + down.y * y, of which only the fractions count. Lines: across
+// is zero.
+struct Lattice {
+    Wave across, down;
+
+    bool lines() const { return across.x == 0 && across.y == 0; }
+};
+
+inline double length(const Wave &wave)
+{
+    return std::hypot(wave.x, wave.y);
+}
+// A quarter turn clockwise on the sheet.
+inline Wave turned(const Wave &wave)
+{
+    return {-wave.y, wave.x};
+}
+// What a place along a wave has of a period, 2^32 for a whole one.
+inline std::uint32_t phaseAt(const Wave &wave, double x, double y)
+{
+    const double periods = wave.x * x + wave.y * y;
+    return std::uint32_t(std::int64_t((periods - std::floor(periods)) * 4294967296.0));
+}
+inline std::uint32_t phaseStep(double periods)
+{
+    return std::uint32_t(std::int64_t(std::lround(periods * 4294967296.0)));
+}
+
+}  // namespace riders

@@ -1,0 +1,144 @@
+#include "meter/meter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "meter/find_lattice.h"
+#include "meter/fold.h"
+#include "meter/spectrum.h"
+
+namespace riders {
+
+namespace {
+
+constexpr int kSmallestSide = 32;   // pixels
+
+double within(double degrees, double turn)
+{
+    const double rest = std::fmod(degrees, turn);
+    const double positive = rest < 0 ? rest + turn : rest;
+    return positive >= turn ? 0 : positive;   // -1e-17 + 90 is 90
+}
+
+double directionOf(const Wave &wave)
+{
+    return std::atan2(wave.y, wave.x) * 180 / std::numbers::pi;
+}
+
+// Both axes of a cell speak for its size and direction.
+void setDots(ScreenReading &reading, const Lattice &lattice, double dpi)
+{
+    const Wave back{lattice.down.y, -lattice.down.x};   // a quarter turn anticlockwise
+    const Wave mean{(lattice.across.x + back.x) / 2, (lattice.across.y + back.y) / 2};
+    reading.kind = ScreenKind::dots;
+    reading.frequency = length(mean) * dpi;
+    reading.angle = within(directionOf(mean), 90);
+    reading.cellPixels = 1 / length(mean);
+}
+
+void setLines(ScreenReading &reading, const Lattice &lattice, double dpi)
+{
+    reading.kind = ScreenKind::lines;
+    reading.frequency = length(lattice.down) * dpi;
+    reading.angle = within(directionOf(lattice.down) - 90, 180);
+    reading.cellPixels = 1 / length(lattice.down);
+}
+
+// The window's ink, with less and less weight towards its edges over a cell's
+// width, so that it does not matter how they cut the cells.
+double inkOf(const BitPage &page, const PageWindow &window, double cellPixels)
+{
+    const int ramp = std::clamp(int(std::lround(cellPixels)), 1, std::min(window.width, window.height) / 2);
+    const auto weight = [&](int at, int size) { return std::min({at + 0.5, size - at - 0.5, ramp - 0.0}) / ramp; };
+    const int right = window.width - ramp;
+    double ones = 0, rows = 0;
+    for (int y = 0; y < window.height; ++y) {
+        double row = inkInRow(page, window.top + y, window.left + ramp, window.left + right);
+        for (int x = 0; x < ramp; ++x)
+            row += weight(x, window.width) * (page.at(window.left + x, window.top + y) +
+                                              page.at(window.left + window.width - 1 - x, window.top + y));
+        ones += row * weight(y, window.height);
+        rows += weight(y, window.height);
+    }
+    return ones / (rows * (window.width - ramp));
+}
+
+void setCell(ScreenReading &reading, const BitPage &page, const Lattice &lattice)
+{
+    Folding folding(page, reading.window, 2'000'000);
+    folding.lay(lattice);
+    const FoldedCell &cell = folding.cell();
+    const std::vector<float> shares = cell.shares(0);
+    reading.ink = inkOf(page, reading.window, reading.cellPixels);
+    reading.evenness = cell.evenness();
+    reading.cellSide = cell.rows;
+    for (int v = 0; v < cell.rows; ++v)
+        for (int u = 0; u < cell.rows; ++u)
+            reading.cell.push_back(shares[std::size_t(v) * cell.columns + u % cell.columns]);
+}
+
+// What the blocks of a shrunken patch leave of a wave.
+double blockLoss(const Wave &wave, int shrink)
+{
+    const auto along = [&](double w) {
+        const double x = std::numbers::pi * w * shrink;
+        return std::abs(x) < 1e-9 ? 1 : std::sin(x) / x;
+    };
+    return shrink == 1 ? 1 : std::abs(along(wave.x) * along(wave.y));
+}
+
+void setBeat(ScreenReading &reading, const BitPage &page, const Lattice &lattice)
+{
+    const int smaller = std::min(reading.window.width, reading.window.height);
+    const int shrink = std::clamp(int(reading.cellPixels / 4), 1, std::max(1, smaller / kSmallestSide));
+    const Spectrum spectrum(page, reading.window, shrink);
+    const double frequency = 1 / reading.cellPixels;
+    const double below = std::min(0.8 * frequency, frequency - 3.0 / std::min(spectrum.across(), spectrum.down()));
+    double own = 0;
+    for (const Wave &wave : {lattice.across, lattice.down})
+        if (length(wave) > 0)
+            own = std::max(own, spectrum.peakNear(wave).strength / blockLoss(wave, shrink));
+    const Spectrum::Peak beat = spectrum.strongestBelow(below);
+    if (own <= 0 || beat.strength <= 0)
+        return;
+    reading.beat = {beat.strength / blockLoss(beat.wave, shrink) / own, length(beat.wave) * page.dpi,
+                    within(directionOf(beat.wave), 180)};
+}
+
+ScreenReading readWindow(const BitPage &page, const PageWindow &window)
+{
+    ScreenReading reading;
+    reading.window = window;
+    reading.ink = inkShare(page, window);
+    if (std::min(window.width, window.height) < kSmallestSide || reading.ink <= 0 || reading.ink >= 1)
+        return reading;
+    const std::optional<FoundLattice> found = findLattice(page, window);
+    if (!found)
+        return reading;
+    const Lattice &lattice = found->lattice;
+    lattice.lines() ? setLines(reading, lattice, page.dpi) : setDots(reading, lattice, page.dpi);
+    reading.waves[0] = lattice.across, reading.waves[1] = lattice.down;
+    setCell(reading, page, lattice);
+    setBeat(reading, page, lattice);
+    return reading;
+}
+
+}  // namespace
+
+ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &window)
+{
+    if (window)
+        return readWindow(page, cutToPage(page, *window));
+    ScreenReading first;
+    for (const PageWindow &tint : findTints(page)) {
+        const ScreenReading reading = readWindow(page, tint);
+        if (reading.kind != ScreenKind::none)
+            return reading;
+        if (first.window.empty())
+            first = reading;
+    }
+    return first;
+}
+
+}  // namespace riders

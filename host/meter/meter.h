@@ -1,0 +1,94 @@
+// Measures the halftone screen on a page of one bit a pixel: the dots that are
+// there, whatever was asked for.
+//
+// How: a Fourier transform of a patch finds the screen's two waves; then every
+// pixel of the window is laid over one cell, and the waves are turned and
+// stretched (least squares, Gauss and Newton's steps) until the dots of the
+// whole window fall on each other. Ideal screens of 20 to 150 lines an inch at
+// 600 to 2400 dpi, 4 pixels a cell and more, are read within 0.02 % of the
+// frequency and 0.01 degrees in a window of 3 inches; a smaller window is less
+// exact in proportion.
+//
+// All calls may come from several threads at once. None throws but for memory;
+// a page without a screen is an answer, not an error.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "meter/bit_page.h"
+
+namespace riders {
+
+// A spot function as setscreen takes it: x and y from -1 to 1 over a cell, the
+// highest values are inked first.
+using SpotFunction = std::function<double(double x, double y)>;
+
+enum class ScreenKind { none, dots, lines };
+
+struct Wave {
+    double x = 0, y = 0;   // periods a pixel, to the right and down the sheet
+};
+
+// A regular unevenness that is coarser than the screen itself.
+struct Beat {
+    double strength = 0;    // its amplitude by that of the screen's wave, 0 and up
+    double frequency = 0;   // periods an inch
+    double direction = 0;   // degrees of its wave, clockwise from the right, 0 to below 180
+};
+
+struct ScreenReading {
+    ScreenKind kind = ScreenKind::none;
+    PageWindow window;       // where it was measured; empty when there was no tint
+    double frequency = 0;    // lines an inch
+    // Degrees as setscreen takes them, which is clockwise on the upright sheet.
+    // Dots: 0 to below 90, a quarter turn more looks the same (see likenessTo).
+    // Lines: 0 to below 180, the direction in which they run, as for -|y|.
+    double angle = 0;
+    double ink = 0;          // 0 to 1, of the window
+    double cellPixels = 0;   // pixels along a cell's side
+    // Share of the window's light and dark that one cell, repeated, explains:
+    // near 1 for even screens, 0 for noise. Below 0.3 is called no screen.
+    double evenness = 0;
+    Beat beat;
+    Wave waves[2];           // of the cell's x and y axis; lines: only the second
+    // The average cell, cellSide rows of as many values from 0 to 1; its place
+    // is arbitrary. Lines: cellSide rows alike within themselves.
+    std::vector<float> cell;
+    int cellSide = 0;
+};
+
+// Even tints of the page, from 1.5 to 98.5 % of ink, the largest first, 3
+// inches a side at most, not overlapping; text and drawings look uneven but can
+// slip in, so readScreen tries them in this order.
+std::vector<PageWindow> findTints(const BitPage &page, int most = 8);
+
+// Reads the screen of the window, or of the largest even tint that has one.
+// A page of A4 at 2400 dpi takes well under a second. kind is none where the
+// window is smaller than about 4 cells, is white, solid, or has no screen.
+ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &window = {});
+
+// How like the dots of a reading are to those of a spot function at the same
+// ink, frequency and angle on the same pixels: the correlation from -1 to 1,
+// best over where the cell may begin and over its four quarter turns.
+struct Likeness {
+    double correlation = -1;
+    int quarterTurns = 0;   // 0 to 3, to add to the angle
+};
+Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const SpotFunction &spot);
+
+// Spot functions by name: those of the menu, and the usual ones of PostScript.
+// Formulas from the PostScript Language Reference, third edition, section 7.4.
+struct NamedSpot {
+    const char *name;
+    double (*value)(double x, double y);
+};
+const std::vector<NamedSpot> &namedSpots();
+
+// The named spot function that is most like the reading's cell; empty for no
+// screen. At low and high ink many look the same: then the first of them.
+std::string nearestSpot(const BitPage &page, const ScreenReading &reading);
+
+}  // namespace riders
