@@ -100,12 +100,12 @@ bool editByCommand(DialogPtr dialog, int key)
     return true;
 }
 
-void tabToNext(Dialog &dialog)
+void tabTo(Dialog &dialog, int direction)
 {
     int count = static_cast<int>(dialog.items.size());
     int at = dialog.record->editField + 1;
     for (int tried = 0; tried < count; ++tried) {
-        at = at % count + 1;
+        at = (at - 1 + direction + count) % count + 1;
         if (dialog.item(at)->kind() == editText) {
             SelIText(dialog.pointer(), static_cast<int16_t>(at), 0, 32767);
             return;

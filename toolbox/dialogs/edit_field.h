@@ -12,8 +12,9 @@ bool makeCurrent(Dialog &dialog, int number);
 // Command-X, C and V on the current edit item, through the desk scrap. False
 // for other keys.
 bool editByCommand(DialogPtr dialog, int key);
-// To the next edit item in item order, its whole text selected.
-void tabToNext(Dialog &dialog);
+// To the next edit item in item order (1) or the one before (-1), around the
+// ends, its whole text selected.
+void tabTo(Dialog &dialog, int direction);
 // The item's rectangle or characters were changed by others.
 void refreshCurrent(Dialog &dialog);
 void releaseText(Dialog &dialog);

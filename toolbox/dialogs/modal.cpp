@@ -5,6 +5,7 @@
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
 #include "events/tracking.h"
+#include "textedit/keys.h"
 #include "textedit/scrap.h"
 #include "toolbox/events.h"
 #include "toolbox/host/session.h"
@@ -15,7 +16,7 @@
 namespace toolbox::dialogs {
 namespace {
 
-enum Key { enter = 0x03, backspace = 0x08, tab = 0x09, carriageReturn = 0x0D, leftArrow = 0x1C, downArrow = 0x1F };
+enum Key { enter = 0x03, tab = 0x09, carriageReturn = 0x0D };
 constexpr int flashTicks = 8;
 constexpr int16_t nothing = 0;
 
@@ -112,22 +113,17 @@ void commandKey(Dialog &dialog, int key)
         editByCommand(dialog.pointer(), key);
 }
 
-bool isTyped(int key)
-{
-    return key >= 0x20 || key == backspace || key == carriageReturn || (key >= leftArrow && key <= downArrow);
-}
-
 int16_t typeKey(Dialog &dialog, const EventRecord &event)
 {
     int key = characterOf(event);
     if (dialog.record->editField < 0)
         return nothing;
-    if (event.modifiers & cmdKey)
+    if ((event.modifiers & cmdKey) && !textedit::movesCaret(key))
         commandKey(dialog, key);
     else if (key == tab)
-        tabToNext(dialog);
-    else if (isTyped(key))
-        TEKey(static_cast<int16_t>(key), dialog.record->textH);
+        tabTo(dialog, event.modifiers & shiftKey ? -1 : 1);
+    else if (textedit::isTyped(key))
+        textedit::typeKey(dialog.record->textH, key, event.modifiers);
     return ifEnabled(dialog, dialog.record->editField + 1);
 }
 

@@ -30,23 +30,40 @@ bool isKey(const Input &input)
     return input.kind == Input::Kind::keyDown || input.kind == Input::Kind::autoKey;
 }
 
-}  // namespace
+constexpr std::uint32_t second = 60, hour = 3600 * second;
 
-std::optional<Input> nextTrackingInput()
+// Mouse input within so many ticks.
+std::optional<Input> mouseInput(std::uint32_t ticks)
 {
-    constexpr std::uint32_t second = 60, hour = 3600 * second;
     if (std::optional<Input> queued = queuedMouseInput())
         return queued;
     const std::uint32_t start = machine().ticks();
-    while (state.buttonDown && !state.quit && machine().ticks() - start < hour) {
-        std::optional<Input> input = takeInput(second);
+    for (;;) {
+        const std::uint32_t passed = machine().ticks() - start;
+        if (!state.buttonDown || state.quit || passed >= ticks)
+            return std::nullopt;
+        std::optional<Input> input = takeInput(std::min(second, ticks - passed));
         if (!input)
             continue;
         if (isMouse(*input))
             return input;
         queueEventFor(*input);
     }
-    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Input> nextTrackingInput()
+{
+    return mouseInput(hour);
+}
+
+std::optional<Input> nextTrackingInput(std::uint32_t restTicks)
+{
+    std::optional<Input> input = mouseInput(std::max<std::uint32_t>(restTicks, 1));
+    if (input || !state.buttonDown || state.quit)
+        return input;
+    return Input{.kind = Input::Kind::mouseMoved, .where = state.mouse, .modifiers = state.keys};
 }
 
 std::optional<Input> nextMenuInput(std::uint32_t waitTicks, MenuKeys keys)

@@ -14,6 +14,9 @@ namespace toolbox::events {
 // was queued, the program is asked to end, or an hour has passed with the
 // button held. A tracking loop ends then as it does at a mouseUp outside.
 std::optional<Input> nextTrackingInput();
+// For trackers that act while the mouse rests: after so many ticks without
+// mouse input answers a mouseMoved to where the mouse is. At least 1.
+std::optional<Input> nextTrackingInput(std::uint32_t restTicks);
 
 // The same for menus, which may stay open with the button up: also takes and
 // answers screensChanged and, when keys are wanted, keyDown and autoKey. Waits

@@ -155,13 +155,14 @@ bool replace(TEHandle text, int start, int end, std::string_view characters)
     return true;
 }
 
-void showCaret(TEHandle text)
+// Shifts the text so that a caret there is inside the view rectangle.
+static void show(TEHandle text, int offset)
 {
     RecordScope scope(text);
     Layout layout(text);
     Locked record(text);
     const Rect &view = record->viewRect;
-    Point caret = layout.positionOf(record->selEnd);
+    Point caret = layout.positionOf(offset);
     if (record->crOnly)
         record->scroll.h += static_cast<int16_t>(shiftInto(caret.h, caret.h + 1, view.left, view.right));
     if (view.bottom - view.top >= layout.height())
@@ -186,6 +187,11 @@ void draw(TEHandle text)
 
 void select(TEHandle text, int start, int end)
 {
+    select(text, start, end, end);
+}
+
+void select(TEHandle text, int start, int end, int shown)
+{
     {
         Locked record(text);
         record->selStart = static_cast<int16_t>(start);
@@ -193,7 +199,7 @@ void select(TEHandle text, int start, int end)
         record->caretState = 1;
         record->caretTime = TickCount();
     }
-    showCaret(text);
+    show(text, shown);
     draw(text);
 }
 

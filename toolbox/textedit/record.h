@@ -55,12 +55,12 @@ std::string charactersOf(TEHandle text);
 // False, and nothing is changed, when memory or TextEdit's limit of 32767
 // characters does not allow it.
 bool replace(TEHandle text, int start, int end, std::string_view characters);
-// Selects, scrolls the end into view, draws.
+// Selects, scrolls the end into view, or the offset that is to be shown, draws.
 void select(TEHandle text, int start, int end);
-// Shifts the text so that the caret is inside the view rectangle.
-void showCaret(TEHandle text);
+void select(TEHandle text, int start, int end, int shown);
 void draw(TEHandle text);
-// The next press is no second half of a double-click.
+// The next press is no second half of a double-click, and no selection is known
+// to have been made from one end to the other.
 void forgetPresses();
 
 }  // namespace toolbox::textedit

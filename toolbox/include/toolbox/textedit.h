@@ -38,15 +38,16 @@ void TESetText(const void *characters, int32_t length, TEHandle text);
 Handle TEGetText(TEHandle text);
 // Offsets are cut to the text's length.
 void TESetSelect(int32_t start, int32_t end, TEHandle text);
-// Inserts any character; Backspace and the arrows edit. Command keys are the
-// caller's to keep away.
+// Inserts any character; Backspace and forward delete (0x7F), the arrows, Home
+// and End edit. Command keys are the caller's to keep away.
 void TEKey(int16_t character, TEHandle text);
 // In front of the selection, which stays selected.
 void TEInsert(const void *characters, int32_t length, TEHandle text);
 void TEDelete(TEHandle text);
-// Follows the mouse from the press at the local point until the release; the
-// second press at one place within GetDblTime selects the word. extend: from
-// what is selected to the point.
+// Follows the mouse from the press at the local point until the release, and
+// lets the text move while it rests outside. The second press at one place
+// within GetDblTime selects the word, and dragging then whole words. extend:
+// from what is selected to the point.
 void TEClick(Point where, Boolean extend, TEHandle text);
 // Only an active text shows its selection or caret.
 void TEActivate(TEHandle text);

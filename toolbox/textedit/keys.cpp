@@ -1,0 +1,125 @@
+#include "textedit/keys.h"
+
+#include <algorithm>
+
+#include "textedit/record.h"
+#include "textedit/selecting.h"
+#include "toolbox/events.h"
+
+namespace toolbox::textedit {
+namespace {
+
+enum {
+    homeKey = 0x01,
+    endKey = 0x04,
+    backspace = 0x08,
+    carriageReturn = 0x0D,
+    leftArrow = 0x1C,
+    rightArrow = 0x1D,
+    upArrow = 0x1E,
+    downArrow = 0x1F,
+    forwardDelete = 0x7F
+};
+
+void deleteFrom(TEHandle text, int start, int end)
+{
+    if (replace(text, start, end, {}))
+        select(text, start, start);
+}
+
+// The selection, or the character before or behind the caret.
+void deleteOne(TEHandle text, bool forward)
+{
+    int start = (**text).selStart, end = (**text).selEnd;
+    if (start == end && forward)
+        end = std::min<int>(end + 1, (**text).teLength);
+    else if (start == end)
+        start = std::max(0, start - 1);
+    deleteFrom(text, start, end);
+}
+
+int oneLineAway(TEHandle text, int offset, int direction)
+{
+    RecordScope scope(text);
+    Layout layout(text);
+    int line = layout.lineOf(offset) + direction;
+    if (line < 0)
+        return 0;
+    if (line >= static_cast<int>(layout.lines().size()))
+        return (**text).teLength;
+    return layout.offsetInLine(line, layout.positionOf(offset).h);
+}
+
+int endOfLine(TEHandle text, int offset, bool last)
+{
+    RecordScope scope(text);
+    Layout layout(text);
+    int line = layout.lineOf(offset);
+    return last ? layout.offsetInLine(line, INT16_MAX) : layout.lines()[static_cast<std::size_t>(line)].start;
+}
+
+bool isBackwards(int key)
+{
+    return key == leftArrow || key == upArrow || key == homeKey;
+}
+
+// Where the key goes from the offset.
+int destination(TEHandle text, int from, int key, std::uint16_t modifiers)
+{
+    const bool backwards = isBackwards(key), command = (modifiers & cmdKey) != 0;
+    const bool vertical = key == upArrow || key == downArrow, edge = key == homeKey || key == endKey;
+    const int length = (**text).teLength;
+    if (command && (vertical || edge))
+        return backwards ? 0 : length;
+    if (command || edge)
+        return endOfLine(text, from, !backwards);
+    if (vertical)
+        return oneLineAway(text, from, backwards ? -1 : 1);
+    if (modifiers & optionKey)
+        return backwards ? wordBefore(charactersOf(text), from) : wordBehind(charactersOf(text), from);
+    return std::clamp(from + (backwards ? -1 : 1), 0, length);
+}
+
+void moveCaret(TEHandle text, int key, std::uint16_t modifiers)
+{
+    const int start = (**text).selStart, end = (**text).selEnd;
+    const bool backwards = isBackwards(key);
+    if (modifiers & shiftKey) {
+        const Extent extent = extentOf(text, backwards ? -1 : 1);
+        return selectTo(text, extent.anchor, destination(text, extent.moving, key, modifiers));
+    }
+    const bool byCharacter = (key == leftArrow || key == rightArrow) && !(modifiers & (cmdKey | optionKey));
+    const int from = backwards ? start : end;
+    const int to = byCharacter && start != end ? from : destination(text, from, key, modifiers);
+    select(text, to, to);
+}
+
+}  // namespace
+
+bool movesCaret(int character)
+{
+    return (character >= leftArrow && character <= downArrow) || character == homeKey || character == endKey;
+}
+
+bool isTyped(int character)
+{
+    return character >= ' ' || character == backspace || character == carriageReturn || movesCaret(character);
+}
+
+void typeKey(TEHandle text, int character, std::uint16_t modifiers)
+{
+    if (movesCaret(character))
+        return moveCaret(text, character, modifiers);
+    if (character == backspace || character == forwardDelete)
+        return deleteOne(text, character == forwardDelete);
+    char typed = static_cast<char>(character);
+    if (replace(text, (**text).selStart, (**text).selEnd, {&typed, 1}))
+        select(text, (**text).selStart, (**text).selEnd);
+}
+
+}  // namespace toolbox::textedit
+
+void TEKey(int16_t character, TEHandle text)
+{
+    toolbox::textedit::typeKey(text, character & 0xFF, 0);
+}
