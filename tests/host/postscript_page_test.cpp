@@ -1,4 +1,4 @@
-// What else a riders file does: flatness, annotation, error handler; and what it leaves as it was.
+// What else a riders file does: flatness, annotation; and what it leaves as it was.
 #include <random>
 
 #include "host/postscript_support.h"
@@ -190,35 +190,6 @@ TEST_F(PostScriptPage, Level1InterpreterAnnotatesAtShowpage)
     EXPECT_EQ(riders.find("//"), std::string::npos);
     EXPECT_EQ(outputOf("%!PS\n" + riders + "currentscreen pop pop = showpage\n"), "60.0\n");
     EXPECT_GT(readBitmap(folder / "page").share(18, 770, 60, 784), 0.05);
-}
-
-class PostScriptErrors : public PostScriptPage, public ::testing::WithParamInterface<const char *> {};
-
-TEST_P(PostScriptErrors, ArePaintedAndReportedAsEver)
-{
-    const std::string bad = std::string("0 0 100 100 rectfill\n") + GetParam() + "\nshowpage\n";
-    const auto without = run("%!PS\n" + bad);
-    const auto with = run("%!PS\n" + composeRiders({.errorHandler = true}) + bad);
-    EXPECT_EQ(without.exitCode, 1);
-    EXPECT_EQ(with.exitCode, 1);
-    const auto firstLine = [](const std::string &text) { return text.substr(0, text.find('\n')); };
-    EXPECT_TRUE(firstLine(with.output).starts_with("Error: /")) << with.output;
-    EXPECT_EQ(firstLine(with.output), firstLine(without.output));
-    const Bitmap page = readBitmap(folder / "page");
-    EXPECT_GT(page.share(12, 10, 432, 60), 0.02) << "the error";
-    EXPECT_GT(page.share(0, 701, 99, 799), 0.99) << "what was painted before it";
-}
-
-INSTANTIATE_TEST_SUITE_P(Kinds, PostScriptErrors,
-                         ::testing::Values("undefinedName", "1 0 div", "(x) 1 add", "pop", "{1} loop",
-                                           "{userdict begin} loop", "/f {f 1} def f",
-                                           "$error /newerror 5 put stop1", "(no such file) run"));
-
-TEST_F(PostScriptPage, ErrorHandlerIsSilentWithoutAnError)
-{
-    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.errorHandler = true}) + "{1 0 div} stopped = clear showpage\n"),
-              "true\n");
-    EXPECT_EQ(readBitmap(folder / "page").share(0, 0, 600, 800), 0);
 }
 
 }  // namespace
