@@ -165,9 +165,9 @@ TEST_F(QuickDrawText, SymbolHasItsOwnCharacters)
 {
     TextFont(23);
     TextSize(100);
-    EXPECT_EQ(CharWidth('a'), 63);      // alpha
-    EXPECT_EQ(CharWidth('"'), 71);      // for all
-    EXPECT_EQ(CharWidth(0xE5), 71);     // sum
+    EXPECT_EQ(CharWidth('a'), 63);   // alpha
+    EXPECT_EQ(CharWidth('"'), 71);   // for all
+    EXPECT_EQ(CharWidth(0xE5), 71);  // sum
     TextFace(bold);
     EXPECT_EQ(CharWidth('a'), 64) << "made bold by a pixel more";
 }
@@ -221,4 +221,87 @@ TEST_F(QuickDrawText, AMissingFontIsNamedWithItsPackage)
     }
     toolbox::quickdraw::setFontFolder(toolbox::quickdraw::usualFontFolder);
     EXPECT_GT(StringWidth(P("x")), 0);
+}
+
+TEST_F(QuickDrawText, OutlinedLettersAreHollowWithALineAround)
+{
+    TextSize(60);
+    auto draw = [&](int16_t face) {
+        EraseRect(&port.portRect);
+        TextFace(face);
+        MoveTo(20, 70);
+        DrawChar('I');
+        return pixels();
+    };
+    useDepth(1);
+    const auto plain = draw(normal), line = draw(outline), thick = draw(shadow), both = draw(outline | shadow);
+    for (int v = 2; v < height - 3; ++v)
+        for (int h = 2; h < width - 3; ++h) {
+            auto near = [&](int further) {
+                for (int down = -1 - further; down <= 1; ++down)
+                    for (int right = -1 - further; right <= 1; ++right)
+                        if (at(plain, h + right, v + down) == black)
+                            return true;
+                return false;
+            };
+            const bool inside = at(plain, h, v) == black;
+            ASSERT_EQ(at(line, h, v) == black, near(0) && !inside) << h << "," << v;
+            ASSERT_EQ(at(thick, h, v) == black, near(1) && !inside) << h << "," << v;
+            ASSERT_EQ(at(both, h, v) == black, near(2) && !inside) << h << "," << v;
+        }
+}
+
+TEST_F(QuickDrawText, MadeFacesMakeCharactersWider)
+{
+    const int16_t plain = CharWidth('e');
+    for (int16_t face : {outline, shadow, extend}) {
+        TextFace(face);
+        EXPECT_EQ(CharWidth('e'), plain + 1) << face;
+    }
+    TextFace(outline | shadow);
+    EXPECT_EQ(CharWidth('e'), plain + 2);
+    TextFace(condense);
+    EXPECT_EQ(CharWidth('e'), plain - 1);
+}
+
+TEST_F(QuickDrawText, WithoutGradesLettersKeepTheirDots)
+{
+    useDepth(1);
+    for (int16_t font : {0, 3})
+        for (int16_t size : {10, 12, 14}) {
+            EraseRect(&port.portRect);
+            TextFont(font);
+            TextSize(size);
+            MoveTo(20, 40);
+            DrawChar('i');
+            const auto drawn = pixels();
+            std::string rows;  // of ink and of none, from the top
+            for (int v = 20; v < 40; ++v) {
+                bool ink = false;
+                for (int h = 10; h < 40; ++h)
+                    ink = ink || at(drawn, h, v) == black;
+                if (rows.empty() || rows.back() != (ink ? '#' : '.'))
+                    rows += ink ? '#' : '.';
+            }
+            EXPECT_EQ(rows, ".#.#") << "font " << font << " size " << size;
+        }
+}
+
+TEST_F(QuickDrawText, AMarkHasSmoothSlantsOnAFineScreen)
+{
+    useDepth(8);
+    machine.setScreens({{{0, 0, 480, 640}, 8, 3}});
+    GetMainDevice();
+    openCanvas();
+    MoveTo(10, 40);
+    DrawChar(0x13);
+    const toolbox::Picture screen = toolbox::screenPicture(0);
+    std::vector<int> widths;
+    for (int y = 0; y < screen.height; ++y)
+        if (auto row = screen.pixels.begin() + y * screen.width;
+            int dark = int(std::count_if(row, row + screen.width, [](auto pixel) { return (pixel & 255) < 128; })))
+            widths.push_back(dark);
+    ASSERT_GE(widths.size(), 25u);
+    for (std::size_t i = 1; i < widths.size(); ++i)
+        EXPECT_LE(std::abs(widths[i] - widths[i - 1]), 3) << "row " << i;
 }

@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "quickdraw/font_files.h"
+#include "quickdraw/glyph_effects.h"
 #include "quickdraw/mark_glyphs.h"
 #include "toolbox/host/text.h"
 
@@ -37,7 +38,8 @@ struct OpenFont {
     int unitsPerEm = 1000;
 };
 
-using GlyphKey = std::tuple<const OpenFont *, int /* device size */, uint8_t, bool /* graded */>;
+using GlyphKey = std::tuple<const OpenFont *, int /* device size */, int /* scale */, uint8_t /* character */,
+                            uint8_t /* effects */, bool /* graded */>;
 
 struct Fonts {
     std::filesystem::path folder = usualFontFolder;
@@ -70,8 +72,8 @@ char32_t firstCodePoint(const std::string &utf8)
 FT_UInt glyphIndex(const OpenFont &font, int character)
 {
     const auto byte = static_cast<char>(character);
-    const char32_t code = font.file.ownEncoding ? static_cast<char32_t>(character)
-                                                : firstCodePoint(utf8FromRoman({&byte, 1}));
+    const char32_t code =
+        font.file.ownEncoding ? static_cast<char32_t>(character) : firstCodePoint(utf8FromRoman({&byte, 1}));
     return FT_Get_Char_Index(font.face.get(), code);
 }
 
@@ -131,41 +133,58 @@ int pixelSize(const TextStyle &style)
 GlyphImage imageFrom(const FT_GlyphSlot slot)
 {
     const FT_Bitmap &bitmap = slot->bitmap;
-    GlyphImage image{slot->bitmap_left, -slot->bitmap_top, static_cast<int>(bitmap.width),
-                     static_cast<int>(bitmap.rows), {}};
+    GlyphImage image{
+        slot->bitmap_left, -slot->bitmap_top, static_cast<int>(bitmap.width), static_cast<int>(bitmap.rows), {}};
     for (unsigned y = 0; y < bitmap.rows; ++y) {
         const unsigned char *row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
         for (unsigned x = 0; x < bitmap.width; ++x)
-            image.coverage.push_back(bitmap.pixel_mode == FT_PIXEL_MODE_MONO
-                                         ? (row[x / 8] & 0x80u >> x % 8 ? 255 : 0)
-                                         : row[x]);
+            image.coverage.push_back(
+                bitmap.pixel_mode == FT_PIXEL_MODE_MONO ? (row[x / 8] & 0x80u >> x % 8 ? 255 : 0) : row[x]);
     }
     return image;
+}
+
+// Without grades thin stems need hinting that puts them on whole pixels, which
+// at small sizes the font's own does not; bold ones keep their gaps best when
+// grades are cut at the half.
+FT_Int32 loadingFor(FT_Face face, int deviceSize, bool graded)
+{
+    constexpr int smallSize = 12;
+    if (graded || face->style_flags & FT_STYLE_FLAG_BOLD)
+        return FT_LOAD_TARGET_LIGHT;
+    return deviceSize <= smallSize ? FT_LOAD_TARGET_MONO | FT_LOAD_FORCE_AUTOHINT : FT_LOAD_TARGET_MONO;
+}
+
+void cutGrades(GlyphImage &image)
+{
+    for (std::uint8_t &coverage : image.coverage)
+        coverage = coverage >= 128 ? 255 : 0;
 }
 
 GlyphImage renderGlyph(const OpenFont &font, uint8_t character, int deviceSize, bool graded)
 {
     FT_Face face = font.face.get();
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(deviceSize));
-    if (FT_Load_Glyph(face, font.glyphs[character], graded ? FT_LOAD_TARGET_LIGHT : FT_LOAD_TARGET_MONO))
+    const FT_Int32 loading = loadingFor(face, deviceSize, graded);
+    if (FT_Load_Glyph(face, font.glyphs[character], loading))
         return {};
     if (font.file.makeItalic)
         FT_GlyphSlot_Oblique(face->glyph);
-    if (FT_Render_Glyph(face->glyph, graded ? FT_RENDER_MODE_NORMAL : FT_RENDER_MODE_MONO))
+    if (FT_Render_Glyph(face->glyph, FT_LOAD_TARGET_MODE(loading)))
         return {};
-    return imageFrom(face->glyph);
+    GlyphImage image = imageFrom(face->glyph);
+    if (!graded)
+        cutGrades(image);
+    return image;
 }
 
-// Each pixel also inks its right neighbour.
-GlyphImage emboldened(const GlyphImage &thin)
+GlyphImage withEffects(GlyphImage image, bool makeBold, uint8_t effects, int scale)
 {
-    GlyphImage thick{thin.left, thin.top, thin.width + 1, thin.height, {}};
-    for (int y = 0; y < thin.height; ++y)
-        for (int x = 0; x <= thin.width; ++x) {
-            const std::uint8_t *row = thin.coverage.data() + std::size_t(y) * thin.width;
-            thick.coverage.push_back(std::max<std::uint8_t>(x < thin.width ? row[x] : 0, x > 0 ? row[x - 1] : 0));
-        }
-    return thick;
+    if (makeBold)
+        image = emboldened(image, scale);
+    if (effects & shadow)
+        return shadowed(image, scale, effects & outline ? 2 : 1);
+    return effects & outline ? outlined(image, scale) : image;
 }
 
 }  // namespace
@@ -180,7 +199,9 @@ int advanceOf(const TextStyle &style, uint8_t character)
         width = (2 * font.designWidths[character] * size + font.unitsPerEm) / (2 * font.unitsPerEm);
         widened = font.file.makeBold;
     }
-    width += (widened ? 1 : 0) + (style.face & extend ? 1 : 0) - (style.face & condense ? 1 : 0);
+    for (uint8_t wider : {outline, shadow, extend})
+        width += style.face & wider ? 1 : 0;
+    width += (widened ? 1 : 0) - (style.face & condense ? 1 : 0);
     return std::max(width, 0);
 }
 
@@ -188,12 +209,12 @@ const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, 
 {
     const int deviceSize = pixelSize(style) * scale;
     const OpenFont *font = isMark(character) ? nullptr : &fontFor(style);
-    const GlyphKey key(font, deviceSize, character, graded);
+    const auto effects = static_cast<uint8_t>(style.face & (outline | shadow));
+    const GlyphKey key(font, deviceSize, scale, character, effects, graded);
     if (auto known = fonts.images.find(key); known != fonts.images.end())
         return known->second;
     GlyphImage image = font ? renderGlyph(*font, character, deviceSize, graded) : markImage(character, deviceSize);
-    if (font && font->file.makeBold)
-        image = emboldened(image);
+    image = withEffects(std::move(image), font && font->file.makeBold, effects, scale);
     return fonts.images.emplace(key, std::move(image)).first->second;
 }
 

@@ -8,7 +8,7 @@ namespace toolbox::quickdraw {
 
 bool isMark(std::uint8_t character);
 int markAdvance(int size);
-// At any size in device pixels, without grades.
+// At any size in device pixels; without grades at 12.
 GlyphImage markImage(std::uint8_t character, int deviceSize);
 
 }  // namespace toolbox::quickdraw

@@ -144,6 +144,11 @@ std::uint32_t mixed(std::uint32_t under, std::uint32_t over, unsigned coverage)
 
 }  // namespace
 
+bool Surface::canGrade(const Ink &ink) const
+{
+    return quickdraw::canGrade(pixelOf(ink.fore, depth_), pixelOf(ink.back, depth_), depth_);
+}
+
 void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink)
 {
     const int left = deviceH(penH) + glyph.left;
@@ -161,7 +166,7 @@ void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area 
             for (int x = part.x1; x < part.x2; ++x) {
                 std::uint32_t &pixel = row(y)[x];
                 const std::uint32_t full = inverts ? oppositeColor(pixel, depth_) : change(pixel);
-                if (!inverts && canGrade(pixel, full, depth_))
+                if (!inverts && quickdraw::canGrade(pixel, full, depth_))
                     pixel = shownColor(mixed(pixel, full, coverage[x]), depth_);
                 else if (coverage[x] >= 128)
                     pixel = full;

@@ -58,6 +58,9 @@ public:
     // Lets the ink's black action through the glyph, in the part of it that
     // lies in the area. The pen is at a global point.
     void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink);
+    // Whether the screen has the colours between the ink's two, so that glyphs
+    // may have grades.
+    bool canGrade(const Ink &ink) const;
     // Those of the area that lie in the global box the image is stretched to.
     // The image's white may be clear.
     void drawImage(const Picture &image, const Rect &box, bool whiteIsClear, const Area &area);

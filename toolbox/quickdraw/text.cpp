@@ -59,7 +59,7 @@ void drawGlyphs(const GrafPort &port, std::string_view text, const Ink &ink)
         const Area clip = surface.device(visible);
         if (clip.empty())
             continue;
-        const bool graded = surface.depth() > 1 && ink.onBlack != Action::invert;
+        const bool graded = ink.onBlack != Action::invert && surface.canGrade(ink);
         int h = port.pnLoc.h + port.portBits.bounds.left;
         const int v = port.pnLoc.v + port.portBits.bounds.top;
         for (char each : text) {

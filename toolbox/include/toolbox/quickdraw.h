@@ -164,7 +164,9 @@ void KillPoly(PolyHandle polygon);
 void TextFont(int16_t font);
 // In pixels an em; 0 is 12, and above 1000 is 1000.
 void TextSize(int16_t points);
-// Sums of the style bits. Outline and shadow change nothing.
+// Sums of the style bits. Outline, shadow and extend make a character a pixel
+// wider, condense makes it a pixel narrower. Outlined letters are hollow, with a
+// line of a pixel around; shadow thickens it below and to the right.
 void TextFace(int16_t face);
 // One of the src modes; srcOr, the usual one, leaves the background.
 void TextMode(int16_t mode);
