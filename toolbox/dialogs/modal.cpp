@@ -4,7 +4,6 @@
 
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
-#include "events/tracking.h"
 #include "textedit/keys.h"
 #include "textedit/scrap.h"
 #include "toolbox/events.h"
@@ -64,15 +63,8 @@ void pressOutside(Dialog &dialog, const EventRecord &event)
     WindowPtr window;
     if (FindWindow(event.where, &window) != inDrag || window != dialog.pointer())
         return SysBeep(1);
-    Point corner{0, 0};
-    {
-        PortScope current(window);
-        LocalToGlobal(&corner);
-    }
-    while (auto input = events::nextTrackingInput())
-        if (input->kind == Input::Kind::mouseUp)
-            return MoveWindow(window, static_cast<int16_t>(corner.h + input->where.h - event.where.h),
-                              static_cast<int16_t>(corner.v + input->where.v - event.where.v), false);
+    Rect screens = (**GetGrayRgn()).rgnBBox;
+    DragWindow(window, event.where, &screens);
 }
 
 // The number of the item if it answers.

@@ -1,17 +1,40 @@
 #include "dialogs/placement.h"
 
+#include <algorithm>
+
 #include "toolbox/quickdraw.h"
+#include "windows/window_list.h"
 
 namespace toolbox::dialogs {
+namespace {
+
+// So many steps from the corner, from where on it begins again at the corner.
+Rect staggered(Rect bounds, const Rect &screen)
+{
+    constexpr int step = 20, besideFrame = 10, belowTitle = 30;
+    const auto visible = std::count_if(windows::list.begin(), windows::list.end(),
+                                       [](const windows::Window &window) { return window.record->visible; });
+    const int roomAcross = screen.right - screen.left - besideFrame - (bounds.right - bounds.left);
+    const int roomDown = screen.bottom - screen.top - belowTitle - (bounds.bottom - bounds.top);
+    const int places = std::max(0, std::min(roomAcross, roomDown)) / step + 1;
+    const int away = static_cast<int>(visible) % places * step;
+    OffsetRect(&bounds, static_cast<int16_t>(screen.left + besideFrame + away - bounds.left),
+               static_cast<int16_t>(screen.top + belowTitle + away - bounds.top));
+    return bounds;
+}
+
+}  // namespace
 
 Rect placed(Rect bounds, int16_t position)
 {
     // Low byte: where; the high byte's lower bits: how.
-    constexpr int how = 0x3800, centred = 0x2800, alertLike = 0x3000;
+    constexpr int how = 0x3800, centred = 0x2800, alertLike = 0x3000, stagger = 0x3800;
     if ((position & 0xFF) != 0x0A)
         return bounds;
     Rect screen = qd.screenBits.bounds;
     screen.top += 20;
+    if ((position & how) == stagger)
+        return staggered(bounds, screen);
     int freeAcross = screen.right - screen.left - (bounds.right - bounds.left);
     int freeDown = screen.bottom - screen.top - (bounds.bottom - bounds.top);
     int above = 0;

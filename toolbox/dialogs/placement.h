@@ -5,8 +5,9 @@
 
 namespace toolbox::dialogs {
 
-// The bounds moved as the template's position word says: centred, or in the
-// upper fifth as alerts are, on the main screen. Other words leave it alone.
+// The bounds moved as the template's position word says: centred, in the upper
+// fifth as alerts are, or staggered, a step right and down for each visible
+// window; on the main screen. Other words leave it alone.
 Rect placed(Rect bounds, int16_t position);
 
 }  // namespace toolbox::dialogs

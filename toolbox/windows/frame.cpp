@@ -6,6 +6,8 @@
 namespace toolbox::windows {
 namespace {
 
+enum { contentPart = 0, framePart = 1, textPart = 2 };
+
 constexpr int titleBarHeight = 18;   // above the frame's top line
 constexpr int dialogBorder = 8;
 constexpr int movableBorder = 5;
@@ -78,8 +80,16 @@ void drawTitleLines(const Rect &bar)
     }
 }
 
-void drawTitle(const WindowRecord &record, const Rect &bar)
+// The part's colour in the window's table, where the screen shows colours.
+int32_t partColor(const Window &window, int part, int32_t otherwise)
 {
+    auto color = colorOf(window.colors, part);
+    return color && screenHasColors() ? forDrawing(*color) : otherwise;
+}
+
+void drawTitle(const Window &window, const Rect &bar)
+{
+    const WindowRecord &record = *window.record;
     int16_t width = StringWidth(record.title);
     int16_t left = (bar.left + bar.right - width) / 2;
     Rect behind;
@@ -87,6 +97,7 @@ void drawTitle(const WindowRecord &record, const Rect &bar)
     if (width > 0)
         EraseRect(&behind);
     MoveTo(left, bar.top + 13);
+    ForeColor(partColor(window, textPart, blackColor));
     DrawString(record.title);
 }
 
@@ -104,14 +115,13 @@ void drawTitleBar(const Window &window)
         EraseRect(&room);
         FrameRect(&box);
     }
-    drawTitle(record, bar);
+    drawTitle(window, bar);
 }
 
 // The content's colour goes on up to the frame's inner line.
 void eraseMargin(const Window &window, const Rect &inner)
 {
-    if (auto color = colorOf(window.colors, 0); color && screenHasColors())
-        BackColor(forDrawing(*color));
+    BackColor(partColor(window, contentPart, whiteColor));
     EraseRect(&inner);
     BackColor(whiteColor);
 }
@@ -165,8 +175,7 @@ void drawFrame(const Window &window)
         Rect bar = titleBar(window);
         EraseRect(&bar);
     }
-    if (auto color = colorOf(window.colors, 1); color && screenHasColors())
-        ForeColor(forDrawing(*color));
+    ForeColor(partColor(window, framePart, blackColor));
     drawBorder(style, window);
     if (hasTitleBar(record))
         drawTitleBar(window);

@@ -63,6 +63,11 @@ void BringToFront(WindowPtr window);
 // Content's top left to (h, v), global; bring to front when front is set. The
 // whole content is to be updated.
 void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front);
+// Follows the mouse, pressed at the global start, with a grey outline of the
+// window, and moves the window there when it is released. Outside the bounds
+// (global) there is no outline away from home, and a release moves nothing. The
+// order of windows stays.
+void DragWindow(WindowPtr window, Point start, const Rect *bounds);
 // Content's size; what is new of it is to be updated whatever update says.
 void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update);
 void SetWTitle(WindowPtr window, ConstStr255Param title);
@@ -83,8 +88,8 @@ void ValidRect(const Rect *r);
 void BeginUpdate(WindowPtr window);
 void EndUpdate(WindowPtr window);
 // Attaches a 'wctb' or 'dctb' table; the window keeps its own copy until it is
-// closed. It colours content (part 0) and frame (part 1) while the main screen
-// has 2 bits a pixel or more.
+// closed. It colours content (part 0), frame (part 1) and title (part 2) while the
+// main screen has 2 bits a pixel or more.
 void SetWinColor(WindowPtr window, Handle colorTable);
 
 #ifdef __cplusplus
