@@ -86,7 +86,9 @@ WindowSeat::WindowSeat(const std::vector<Screen> &screens)
 
 void WindowSeat::findWindow()
 {
-    windowId_ = ask("search --sync --onlyvisible --name 'Riders, played'");
+    // The one window of this display: ours, or that of the compositor we are in.
+    windowId_ = ask("search --sync --onlyvisible --class '.*'");
+    windowId_ = windowId_.substr(windowId_.rfind('\n') + 1);
     ask("windowfocus " + windowId_);
     const std::string geometry = ask("getwindowgeometry --shell " + windowId_);
     int x = 0, y = 0;
