@@ -59,6 +59,13 @@ std::string keyName(std::uint8_t character)
 constexpr std::pair<std::uint16_t, const char *> modifierKeys[] = {
     {cmdKey, "ctrl"}, {shiftKey, "shift"}, {optionKey, "alt"}};
 
+// The Shift of a capital is in its name.
+std::uint16_t heldFor(const Input &key)
+{
+    return namedKeys.contains(key.character) ? key.modifiers
+                                             : static_cast<std::uint16_t>(key.modifiers & ~shiftKey);
+}
+
 std::string modifierNames(std::uint16_t modifiers)
 {
     std::string names;
@@ -95,6 +102,16 @@ void WindowSeat::findWindow()
     if (std::sscanf(geometry.substr(geometry.find("X=")).c_str(), "X=%d\nY=%d", &x, &y) != 2)
         throw std::runtime_error("the window is nowhere: " + geometry);
     corner_ = {x, y};
+    hands_->move(x, y);
+    pointer_ = {0, 0};
+}
+
+std::string WindowSeat::placeOnDisplay()
+{
+    const Screen screen = window_->screens().front();
+    return std::to_string(screen.bounds.right * screen.scale) + "x" +
+           std::to_string(screen.bounds.bottom * screen.scale) + "+" + std::to_string(corner_.first) + "+" +
+           std::to_string(corner_.second);
 }
 
 void WindowSeat::setScreens(std::vector<Screen> screens)
@@ -161,8 +178,7 @@ bool WindowSeat::carryOut(const Input &meant)
     case Kind::mouseUp: hands_->button(false); return true;
     case Kind::keyDown:
         holdModifiers(0);
-        hands_->key(keyName(meant.character),
-                    modifierNames(static_cast<std::uint16_t>(meant.modifiers & ~shiftKey)));
+        hands_->key(keyName(meant.character), modifierNames(heldFor(meant)));
         return true;
     case Kind::keyUp: return false;   // went with keyDown
     default: throw std::runtime_error("no hand can do that at a window");

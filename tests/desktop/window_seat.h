@@ -18,6 +18,9 @@ class WindowSeat : public toolbox::HeadlessMachine {
 public:
     explicit WindowSeat(const std::vector<toolbox::Screen> &screens);
 
+    // As X writes geometries: WIDTHxHEIGHT+X+Y, in the display's pixels.
+    std::string placeOnDisplay();
+
     void setScreens(std::vector<toolbox::Screen> screens) override;
     void putOnClipboard(const std::string &text) override;
 
