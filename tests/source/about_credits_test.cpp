@@ -185,7 +185,7 @@ TEST_F(Credits, ColourIsSavedAndUsedByTheNextSettingsDialog)
         user.key("escape");
         runCommand(kCommandSettings);
     }
-    EXPECT_EQ(corners, (std::vector<uint32_t>{0xDDDDDD, 0xFFFFFF}));
+    EXPECT_EQ(corners, (std::vector<uint32_t>{0xCCCCFF, 0xFFFFFF}));
 }
 
 TEST_F(Credits, MissingPanelIsFatal)
