@@ -1,8 +1,11 @@
 #include "commands/commands.h"
 
+#include <signal.h>
+
 #include <iostream>
 
 #include "plugin/plugin.h"
+#include "proof/interruption.h"
 
 namespace riders {
 namespace {
@@ -45,6 +48,7 @@ Commands::Commands(CLI::App &app)
     addApply(app);
     addStrip(app);
     addPlay(app);
+    addProof(app);
     name_ = "riders";
     chosen_ = noWindowYet;
 }
@@ -139,11 +143,40 @@ void Commands::addPlay(CLI::App &app)
     });
 }
 
+void Commands::addProof(CLI::App &app)
+{
+    CLI::App *proof = app.add_subcommand("proof", "Make the plates of a job, measure their dots, and show them");
+    proof->add_option("job", proof_.job, "PostScript, EPS or PDF")->required()->type_name("JOB");
+    proof->add_option("--riders", proof_.riders, "A riders file to add to the job first")->type_name("FILE");
+    proof->add_option("--dpi", proof_.dpi, "Resolution of the films; 1200 when left out")
+        ->check(CLI::Range(kLeastProofDpi, kMostProofDpi))
+        ->type_name("N");
+    proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
+    proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
+        ->type_name("DIR");
+    proof->add_option("--seconds", proof_.secondsAPage, "A page may take so long; 300 when left out")
+        ->check(CLI::Range(1, 86400))
+        ->type_name("N");
+    proof->add_option("--megabytes", proof_.megabytes, "The interpreter may take so much memory; 2048 when left out")
+        ->check(CLI::Range(64, 1 << 20))
+        ->type_name("N");
+    proof->callback([this] {
+        name_ = "riders proof";
+        chosen_ = [this] {
+            std::cout << riders::proof(proof_).string() << '\n';
+            return std::string();
+        };
+    });
+}
+
 bool Commands::run()
 {
     std::string problem;
     try {
         problem = chosen_();
+    } catch (const Interrupted &interrupted) {
+        raise(interrupted.signal);  // as if it had not been held back
+        problem = interrupted.what();
     } catch (const std::exception &error) {
         problem = error.what();
     }

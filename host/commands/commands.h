@@ -9,6 +9,7 @@
 #include "apply/apply.h"
 #include "make/make.h"
 #include "play/play.h"
+#include "proof/proof.h"
 
 namespace riders {
 
@@ -27,11 +28,13 @@ private:
     void addApply(CLI::App &app);
     void addStrip(CLI::App &app);
     void addPlay(CLI::App &app);
+    void addProof(CLI::App &app);
 
     std::string name_;
     std::function<std::string()> chosen_;   // answers what went wrong, or nothing
     MakeRequest make_;
     PlayRequest play_;
+    ProofRequest proof_;
     std::string screens_ = "640x480x8";
     std::string decimal_ = ".";
     std::string systemVersion_ = "0x0755";

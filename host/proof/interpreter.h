@@ -1,0 +1,51 @@
+// Ghostscript, run as a program over a job, and what it tells.
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "proof/prepared_job.h"
+
+namespace riders {
+
+enum class PlateDevice {
+    tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, also spot inks
+    processPlates,  // the four process plates, screened, in one file: "1.pcx"
+    allPlates       // as the former and spot inks, "1(Cyan).tif"; ten times slower
+};
+
+struct AskedScreen {
+    double frequency = 0, angle = 0;
+};
+// By plate; the plate "Default" stands for those that are not named.
+using AskedScreens = std::map<std::string, AskedScreen>;
+
+struct InterpreterReport {
+    AskedScreens atStart;             // the interpreter's own
+    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter tells them: of PostScript
+                                      // all pages of the job, of PDF those asked for
+    std::map<std::string, std::array<double, 4>> inks;  // cyan, magenta, yellow, black of each spot ink, 0 to 1
+    std::vector<std::string> said;                      // its other words, the first hundred lines
+};
+
+struct InterpreterRun {
+    const PreparedJob &job;
+    PlateDevice device;
+    double dpi;
+    std::vector<int> pages = {};   // rising; empty for all
+    std::filesystem::path folder;  // empty; page files are numbered from 1 in the order of `pages`
+    int secondsAPage, megabytes;
+    // Whenever the job ends a page, asked for or not; with what was told so far.
+    std::function<void(const InterpreterReport &)> pageEnded = [](const InterpreterReport &) {};
+};
+
+// Runs the job with file protection and without the transfer function that
+// Ghostscript lightens tints with below 800 dpi. Throws Refusal where the
+// interpreter fails or takes too much time or memory, naming the page and what it said.
+InterpreterReport interpret(const InterpreterRun &run);
+
+}  // namespace riders

@@ -1,0 +1,204 @@
+#include "proof/limited_process.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "apply/refusal.h"
+#include "proof/interruption.h"
+
+namespace riders {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr size_t kLongestLine = 64 << 10;
+
+// What the child needs, made before the fork: afterwards it may not allocate.
+struct Prepared {
+    std::vector<char *> arguments;
+    std::vector<std::string> variables;
+    std::vector<char *> environment;
+    std::string program, folder;
+    rlimit memory;
+
+    explicit Prepared(const LimitedRun &run) : folder(run.folder)
+    {
+        for (const std::string &word : run.command)
+            arguments.push_back(const_cast<char *>(word.c_str()));
+        arguments.push_back(nullptr);
+        memory.rlim_cur = memory.rlim_max = static_cast<rlim_t>(run.megabytes) << 20;
+        takeEnvironment(run.temporary);
+    }
+
+    // Without what would change how the program works, its temporary files in its own folder.
+    void takeEnvironment(const std::string &temporary)
+    {
+        for (char **variable = environ; *variable; ++variable) {
+            const std::string_view text = *variable;
+            const bool ours = text.starts_with("TEMP=") || text.starts_with("TMPDIR=") ||
+                              text.starts_with("TMP=") || text.starts_with("GS_");
+            if (!ours)
+                variables.emplace_back(text);
+        }
+        variables.push_back("TEMP=" + temporary);
+        variables.push_back("TMPDIR=" + temporary);
+        for (std::string &variable : variables)
+            environment.push_back(variable.data());
+        environment.push_back(nullptr);
+    }
+};
+
+// In the child.
+[[noreturn]] void become(const Prepared &prepared, int output, pid_t parent)
+{
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent)
+        _exit(127);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    signal(SIGPIPE, SIG_DFL);
+    const rlimit noCore = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
+    setrlimit(RLIMIT_AS, &prepared.memory);
+    const int input = open("/dev/null", O_RDONLY);
+    if (input >= 0 && dup2(input, STDIN_FILENO) >= 0 && dup2(output, STDOUT_FILENO) >= 0 &&
+        dup2(output, STDERR_FILENO) >= 0 && chdir(prepared.folder.c_str()) == 0)
+        execvpe(prepared.arguments[0], prepared.arguments.data(), prepared.environment.data());
+    _exit(127);
+}
+
+class Child {
+public:
+    explicit Child(const LimitedRun &run) : run_(run)
+    {
+        const Prepared prepared(run);
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0)
+            refuseErrno(run.command[0], errno);
+        const pid_t self = getpid();
+        pid_ = fork();
+        if (pid_ == 0)
+            become(prepared, ends[1], self);
+        const int error = errno;
+        close(ends[1]);
+        output_ = ends[0];
+        if (pid_ < 0) {
+            close(output_);
+            refuseErrno(run.command[0], error);
+        }
+        setpgid(pid_, pid_);
+    }
+
+    ~Child()
+    {
+        if (pid_ > 0) {
+            kill(-pid_, SIGKILL);
+            int status;
+            waitpid(pid_, &status, 0);
+        }
+        close(output_);
+    }
+
+    // Answers each line until the output ends; false when the time is over.
+    bool listen()
+    {
+        restart();
+        char buffer[16 << 10];
+        for (ssize_t got = 1; got != 0;) {
+            if (!waitFor(output_))
+                return false;
+            got = read(output_, buffer, sizeof buffer);
+            if (got < 0 && errno != EINTR)
+                refuseErrno(run_.command[0], errno);
+            if (got > 0 && take({buffer, static_cast<size_t>(got)}))
+                restart();
+        }
+        if (!rest_.empty())
+            run_.line(rest_);
+        return true;
+    }
+
+    // Waits for the end of a process that has closed its output, which is not
+    // always its end.
+    bool wait(LimitedResult &result)
+    {
+        siginfo_t state = {};
+        while (waitid(P_PID, pid_, &state, WEXITED | WNOWAIT | WNOHANG) == 0 && state.si_pid == 0)
+            if (!waitFor(-1))
+                return false;
+        kill(-pid_, SIGKILL);  // whatever it has started
+        int status = 0;
+        waitpid(pid_, &status, 0);
+        pid_ = 0;
+        result = WIFEXITED(status) ? LimitedResult{RunEnd::exited, WEXITSTATUS(status)}
+                                   : LimitedResult{RunEnd::killed, WTERMSIG(status)};
+        return true;
+    }
+
+private:
+    void restart() { deadline_ = Clock::now() + std::chrono::seconds(run_.seconds); }
+
+    // Until the descriptor can be read (-1: for a moment); false when the time is over.
+    bool waitFor(int descriptor)
+    {
+        for (int some = 0; some <= 0;) {
+            const auto left =
+                std::chrono::duration_cast<std::chrono::milliseconds>(deadline_ - Clock::now()).count();
+            if (left <= 0)
+                return false;
+            pollfd ready[2] = {{Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}};
+            some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(left, 10) : left));
+            Interruption::check();
+            if (descriptor < 0)
+                return true;
+        }
+        return true;
+    }
+
+    // True where there was progress.
+    bool take(std::string_view bytes)
+    {
+        bool progress = false;
+        for (size_t end; (end = bytes.find('\n')) != std::string_view::npos; bytes.remove_prefix(end + 1)) {
+            rest_ += bytes.substr(0, end);
+            progress |= run_.line(rest_);
+            rest_.clear();
+        }
+        if (rest_.size() < kLongestLine)
+            rest_ += bytes;
+        return progress;
+    }
+
+    const LimitedRun &run_;
+    pid_t pid_ = 0;
+    int output_ = -1;
+    std::string rest_;
+    Clock::time_point deadline_;
+};
+
+}  // namespace
+
+LimitedResult runLimited(const LimitedRun &run)
+{
+    Interruption::check();
+    Child child(run);
+    LimitedResult result;
+    if (!child.listen() || !child.wait(result))
+        return {RunEnd::timedOut, 0};
+    if (result.end == RunEnd::exited && result.status == 127)
+        throw Refusal(run.command[0] + " cannot be started; is it installed?");
+    return result;
+}
+
+}  // namespace riders

@@ -1,0 +1,36 @@
+// A program in a process group of its own, within limits, ended cleanly.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace riders {
+
+struct LimitedRun {
+    std::vector<std::string> command;  // the program is found in PATH
+    std::filesystem::path folder;      // its current folder
+    std::filesystem::path temporary;   // where it makes temporary files
+    int seconds = 300;                 // it may be silent; each line for which `line` answers true starts it anew
+    int megabytes = 2048;              // of address space
+    // Called for each line that it writes on standard output or error; true where it shows progress.
+    std::function<bool(std::string_view)> line;
+};
+
+enum class RunEnd { exited, timedOut, killed };
+
+struct LimitedResult {
+    RunEnd end = RunEnd::exited;
+    int status = 0;  // exit code, or the signal that killed it
+};
+
+// Waits for the program to end. It has no input. When too much time has
+// passed, a signal has come (see Interruption) or `line` throws, it is killed with
+// everything it started; it dies with this process as well. Throws Refusal where it cannot
+// be started, Interrupted, or what `line` throws. May run on several threads at a time, a thread
+// being there as long as its program is.
+LimitedResult runLimited(const LimitedRun &run);
+
+}  // namespace riders

@@ -1,0 +1,140 @@
+#include "proof/pictures.h"
+
+#include <errno.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+
+#include "apply/refusal.h"
+
+namespace riders {
+namespace {
+
+constexpr double kFinestLoupe = 2400;
+
+int loupeStep(double dpi)
+{
+    return std::max(1, static_cast<int>(std::ceil(dpi / kFinestLoupe)));
+}
+
+// The mean of a square of a picture.
+class Mean {
+public:
+    void add(Colour colour)
+    {
+        red_ += colour.red;
+        green_ += colour.green;
+        blue_ += colour.blue;
+        ++count_;
+    }
+    Colour value() const
+    {
+        const auto part = [this](int sum) { return static_cast<std::uint8_t>((sum + count_ / 2) / count_); };
+        return count_ ? Colour{part(red_), part(green_), part(blue_)} : Colour{};
+    }
+
+private:
+    int red_ = 0, green_ = 0, blue_ = 0, count_ = 0;
+};
+
+// A picture whose pixels are the means of step x step of what `at` answers.
+template <typename At>
+Picture reduced(int width, int height, int step, const At &at)
+{
+    Picture picture{(width + step - 1) / step, (height + step - 1) / step, {}};
+    picture.pixels.reserve(static_cast<size_t>(picture.width) * static_cast<size_t>(picture.height));
+    for (int top = 0; top < height; top += step)
+        for (int left = 0; left < width; left += step) {
+            Mean mean;
+            for (int y = top; y < std::min(top + step, height); ++y)
+                for (int x = left; x < std::min(left + step, width); ++x)
+                    mean.add(at(x, y));
+            picture.pixels.push_back(mean.value());
+        }
+    return picture;
+}
+
+struct ClosePng {
+    void operator()(FILE *file) const
+    {
+        if (file)
+            fclose(file);
+    }
+};
+
+// Nothing with a destructor may be made in here: libpng leaves by longjmp.
+bool writeRows(png_structp png, png_infop info, FILE *file, const Picture &picture, double dpi)
+{
+    if (setjmp(png_jmpbuf(png)))
+        return false;
+    png_init_io(png, file);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height), 8,
+                 PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    const auto perMetre = static_cast<png_uint_32>(std::lround(dpi / 0.0254));
+    png_set_pHYs(png, info, perMetre, perMetre, PNG_RESOLUTION_METER);
+    png_set_filter(png, 0, PNG_FILTER_NONE);
+    png_set_compression_level(png, 4);
+    png_write_info(png, info);
+    for (int y = 0; y < picture.height; ++y)
+        png_write_row(png,
+                      reinterpret_cast<png_const_bytep>(
+                          picture.pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(picture.width)));
+    png_write_end(png, info);
+    return true;
+}
+
+}  // namespace
+
+static_assert(sizeof(Colour) == 3);
+
+Picture pagePicture(const std::vector<InkedTints> &plates, int step)
+{
+    const int width = plates[0].plate->width, height = plates[0].plate->height;
+    return reduced(width, height, step, [&plates](int x, int y) {
+        Colour colour;
+        for (const InkedTints &inked : plates)
+            if (const int ink = inked.plate->row(y)[x])
+                colour = multiply(colour, tintOf(inked.ink, ink));
+        return colour;
+    });
+}
+
+Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place)
+{
+    const int pageWidth = plates[0].plate->width, pageHeight = plates[0].plate->height;
+    const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };
+    const int left = std::clamp(pixels(place.left), 0, pageWidth),
+              top = std::clamp(pixels(place.top), 0, pageHeight);
+    const int width = std::min(pixels(place.width), pageWidth - left);
+    const int height = std::min(pixels(place.height), pageHeight - top);
+    return reduced(width, height, loupeStep(dpi), [&](int x, int y) {
+        Colour colour;
+        for (const InkedPlate &inked : plates)
+            if (inked.plate->at(left + x, top + y))
+                colour = multiply(colour, inked.ink);
+        return colour;
+    });
+}
+
+void writePicture(const std::filesystem::path &file, const Picture &picture, double dpi)
+{
+    const std::unique_ptr<FILE, ClosePng> out(std::fopen(file.c_str(), "wb"));
+    if (!out)
+        refuseErrno(file, errno);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    const bool written = info && writeRows(png, info, out.get(), picture, dpi) && std::fflush(out.get()) == 0;
+    png_destroy_write_struct(&png, &info);
+    if (!written)
+        throw Refusal(file.string() + ": cannot be written; is the disk full?");
+}
+
+double loupePictureDpi(double plateDpi)
+{
+    return plateDpi / loupeStep(plateDpi) / kLoupeTimes;
+}
+
+}  // namespace riders

@@ -1,0 +1,151 @@
+#include "proof/prepared_job.h"
+
+#include <errno.h>
+#include <unistd.h>
+
+#include <string_view>
+
+#include "apply/apply.h"
+#include "apply/bytes.h"
+#include "apply/output.h"
+#include "apply/refusal.h"
+
+namespace fs = std::filesystem;
+
+namespace riders {
+namespace {
+
+constexpr size_t kHead = 1024;  // a PDF may have other bytes ahead of it
+constexpr std::string_view kWrapper = "\xC5\xD0\xD3\xC6";
+constexpr std::string_view kUniversalExit = "\x1B%-12345X";
+
+std::string headOf(const OpenFile &job)
+{
+    std::string head(kHead, '\0');
+    head.resize(readFully(job, head.data(), head.size()));
+    return head;
+}
+
+bool isEncapsulated(std::string_view head)
+{
+    const size_t start = std::min(head.find("%!"), head.size());
+    const std::string_view line = head.substr(start, head.find_first_of("\r\n", start) - start);
+    return line.find("EPSF-") != std::string_view::npos;
+}
+
+JobKind kindOfHead(std::string_view head, const std::string &name)
+{
+    if (head.empty())
+        throw Refusal(name + ": is empty");
+    if (head.starts_with(kWrapper))
+        return JobKind::eps;
+    const std::string_view text = head.substr(std::min(head.find_first_not_of("\x04 \t\r\n"), head.size()));
+    if (text.starts_with("%!") || text.starts_with(kUniversalExit))
+        return isEncapsulated(text) ? JobKind::eps : JobKind::postScript;
+    if (head.find("%PDF-") != std::string_view::npos)
+        return JobKind::pdf;
+    throw Refusal(name + ": is neither PostScript nor EPS nor PDF");
+}
+
+size_t littleEndian(std::string_view bytes, size_t at)
+{
+    size_t value = 0;
+    for (size_t i = 0; i < 4; ++i)
+        value |= static_cast<size_t>(static_cast<unsigned char>(bytes[at + i])) << (8 * i);
+    return value;
+}
+
+// The PostScript of an EPS in its binary wrapper; the job itself if it has none.
+fs::path unwrapped(const fs::path &job, const fs::path &folder)
+{
+    const OpenFile in = openInput(job);
+    const std::string head = headOf(in);
+    if (!head.starts_with(kWrapper))
+        return fs::absolute(job);
+    const Refusal damaged(job.string() + ": is an EPS file whose wrapper is damaged");
+    if (head.size() < 12)
+        throw damaged;
+    const size_t start = littleEndian(head, 4), length = littleEndian(head, 8);
+    std::error_code error;
+    const uintmax_t size = fs::file_size(job, error);
+    if (error || start > size || length > size - start)
+        throw damaged;
+    if (lseek(in.descriptor(), static_cast<off_t>(start), SEEK_SET) < 0)
+        refuseErrno(job, errno);
+    std::string text(length, '\0');
+    text.resize(readFully(in, text.data(), length));
+    if (!text.starts_with("%!"))
+        throw damaged;
+    Output out(folder / "unwrapped.eps");
+    writeAll(out.file(), text);
+    out.finish();
+    return folder / "unwrapped.eps";
+}
+
+// The interpreter reads a job several times: what comes through a pipe is kept.
+fs::path readableAgain(const fs::path &job, const fs::path &folder)
+{
+    if (fs::is_regular_file(job) || fs::is_directory(job) || !fs::exists(job))
+        return job;
+    const OpenFile in = openInput(job);
+    Output out(folder / "job");
+    copyRest(in, out.file());
+    out.finish();
+    return folder / "job";
+}
+
+// What applyRiders says, with the job's own name.
+void applyNamed(const ApplyRequest &request, const fs::path &name)
+{
+    try {
+        applyRiders(request);
+    } catch (const Refusal &refusal) {
+        std::string text = refusal.message;
+        const std::string given = request.job;
+        if (text.starts_with(given + ":"))
+            text.replace(0, given.size(), name);
+        throw Refusal(text);
+    }
+}
+
+// The riders file as a program of its own, for what has no place for it.
+fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
+{
+    {
+        Output empty(folder / "empty.ps");
+        writeAll(empty.file(), "%!PS\n");
+        empty.finish();
+    }
+    applyRiders({riders, folder / "empty.ps", folder / "riders.ps"});
+    return folder / "riders.ps";
+}
+
+}  // namespace
+
+JobKind kindOfJob(const fs::path &job)
+{
+    if (fs::is_directory(job))
+        throw Refusal(job.string() + ": is a folder, not a job");
+    return kindOfHead(headOf(openInput(job)), job);
+}
+
+PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::path &folder)
+{
+    fs::path file = readableAgain(job, folder);
+    PreparedJob prepared{kindOfJob(file), job, {}};
+    if (prepared.kind == JobKind::pdf) {
+        if (!riders.empty())
+            prepared.files.push_back(aloneAsProgram(riders, folder));
+        prepared.files.push_back(fs::absolute(file));
+        return prepared;
+    }
+    file = unwrapped(file, folder);
+    if (!riders.empty()) {
+        applyNamed({riders, file, folder / "applied.ps"}, job);
+        file = folder / "applied.ps";
+    }
+    prepared.files.push_back(file);
+    return prepared;
+}
+
+}  // namespace riders

@@ -1,0 +1,31 @@
+// How far the work is, for a person at a terminal.
+#pragma once
+
+#include <mutex>
+#include <string>
+
+namespace riders {
+
+// A line on standard error that is written over and over, and taken away at
+// the end; nothing at all where standard error is no terminal. May be told
+// from several threads.
+class Progress {
+public:
+    Progress();
+    ~Progress();
+
+    void pageRead();                     // the job has ended a page
+    void expect(int pages, int plates);  // known once all pages are read
+    void pageRendered();
+    void plateFinished();
+
+private:
+    void show();
+    std::string line() const;
+
+    std::mutex mutex_;
+    const bool terminal_;
+    int read_ = 0, pages_ = 0, plates_ = 0, pagesDone_ = 0, platesDone_ = 0;
+};
+
+}  // namespace riders

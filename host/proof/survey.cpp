@@ -1,0 +1,189 @@
+#include "proof/survey.h"
+
+#include <algorithm>
+#include <mutex>
+
+#include "apply/refusal.h"
+#include "proof/pictures.h"
+#include "proof/plate_files.h"
+
+namespace fs = std::filesystem;
+
+namespace riders {
+namespace {
+
+constexpr double kSurveyDpi = 200;
+constexpr int kLongestPicture = 1700;  // pixels
+// A plate is looked at in its page's place if it shows this much there of what it shows in its own.
+constexpr double kGoodEnough = 0.25;
+
+using SpotInks = std::map<std::string, std::array<double, 4>>;
+
+SurveyedPlate lookAt(const TintPlate &tints, const std::string &plate)
+{
+    SurveyedPlate facts;
+    facts.plate = plate;
+    facts.tints = tintRange(tints, kSurveyDpi);
+    facts.ink = std::any_of(tints.ink.begin(), tints.ink.end(), [](std::uint8_t ink) { return ink != 0; });
+    if (!facts.ink)
+        return facts;
+    facts.even = evenTint(tints, kSurveyDpi);
+    if (!facts.even.empty()) {
+        const int x = static_cast<int>((facts.even.left + facts.even.width / 2) * kSurveyDpi);
+        const int y = static_cast<int>((facts.even.top + facts.even.height / 2) * kSurveyDpi);
+        facts.evenInk = tints.row(y)[x] / 255.0;
+    }
+    return facts;
+}
+
+// Where the loupe is held: over one place for all plates, and over a plate's own where it shows little there.
+void chooseLoupes(SurveyedPage &page, const std::vector<TintPlate> &tints)
+{
+    std::vector<const TintPlate *> inked;
+    for (size_t i = 0; i < tints.size(); ++i)
+        if (page.plates[i].ink)
+            inked.push_back(&tints[i]);
+    page.loupe = tellingPlace(inked, kSurveyDpi, kLoupeInches);
+    for (size_t i = 0; i < tints.size(); ++i) {
+        if (!page.plates[i].ink)
+            continue;
+        const Place own = tellingPlace({&tints[i]}, kSurveyDpi, kLoupeInches);
+        const bool good = tellingShare(tints[i], kSurveyDpi, page.loupe) >=
+                          kGoodEnough * tellingShare(tints[i], kSurveyDpi, own);
+        page.plates[i].loupe = good ? page.loupe : own;
+    }
+}
+
+void writePagePicture(const SurveyedPage &page, const std::vector<TintPlate> &tints, const SpotInks &inks,
+                      const fs::path &file)
+{
+    std::vector<InkedTints> inked;
+    for (size_t i = 0; i < tints.size(); ++i)
+        if (page.plates[i].ink || i == 0)
+            inked.push_back({&tints[i], inkColour(page.plates[i].plate, inks)});
+    const int longest = std::max(tints[0].width, tints[0].height);
+    const int step = std::max(2, (longest + kLongestPicture - 1) / kLongestPicture);
+    writePicture(file, pagePicture(inked, step), kSurveyDpi / step);
+}
+
+// Looks at the page's files and takes them away.
+SurveyedPage surveyPage(const fs::path &folder, int file, int number, const SpotInks &inks,
+                        const fs::path &pictures)
+{
+    SurveyedPage page;
+    page.number = number;
+    std::vector<TintPlate> tints;
+    for (const PlateFile &plate : plateFiles(folder, file)) {
+        tints.push_back(readTints(plate.file));
+        page.plates.push_back(lookAt(tints.back(), plate.plate));
+        fs::remove(plate.file);
+        // An ink that was only named, here or on a page that was left out.
+        if (!isProcessPlate(plate.plate) && !page.plates.back().ink) {
+            tints.pop_back();
+            page.plates.pop_back();
+        }
+    }
+    page.spotInks = page.plates.size() > std::size(kProcessPlates);
+    fs::remove(folder / (std::to_string(file) + ".tif"));
+    const bool alike = std::all_of(tints.begin(), tints.end(), [&tints](const TintPlate &plate) {
+        return plate.width == tints[0].width && plate.height == tints[0].height;
+    });
+    if (tints.empty() || !alike)
+        throw Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
+    page.width = tints[0].width / kSurveyDpi;
+    page.height = tints[0].height / kSurveyDpi;
+    chooseLoupes(page, tints);
+    writePagePicture(page, tints, inks, pictures / ("page-" + std::to_string(number) + ".png"));
+    return page;
+}
+
+// Hands the pages to the workers as soon as their files are complete.
+class PageQueue {
+public:
+    PageQueue(const std::vector<int> &pages, fs::path folder, fs::path pictures, Workers &workers)
+        : pages_(pages), folder_(std::move(folder)), pictures_(std::move(pictures)), workers_(workers)
+    {
+    }
+
+    ~PageQueue() { workers_.drop(); }
+
+    // A file is complete when the next one is there, or at the end.
+    void handOver(const SpotInks &inks, bool atEnd)
+    {
+        while (fs::exists(fileOf(next_ + (atEnd ? 0 : 1)))) {
+            const int file = next_++;
+            const auto asked = static_cast<size_t>(file) <= pages_.size();
+            const int number = asked ? pages_[static_cast<size_t>(file) - 1] : file;
+            workers_.add([this, file, number, inks] {
+                SurveyedPage page = surveyPage(folder_, file, number, inks, pictures_);
+                std::lock_guard lock(mutex_);
+                found_.push_back(std::move(page));
+            });
+        }
+    }
+
+    // Once the workers have finished.
+    std::vector<SurveyedPage> found()
+    {
+        std::sort(found_.begin(), found_.end(),
+                  [](const SurveyedPage &one, const SurveyedPage &other) { return one.number < other.number; });
+        return std::move(found_);
+    }
+
+private:
+    fs::path fileOf(int number) const { return folder_ / (std::to_string(number) + ".tif"); }
+
+    const std::vector<int> &pages_;
+    const fs::path folder_, pictures_;
+    Workers &workers_;
+    int next_ = 1;
+    std::mutex mutex_;
+    std::vector<SurveyedPage> found_;
+};
+
+std::string pagesInWords(size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " page" : " pages");
+}
+
+void refuseMissing(const PreparedJob &prepared, const std::vector<int> &asked, const Survey &survey)
+{
+    const std::string job = prepared.name.string() + ": ";
+    if (asked.empty() && survey.pages.empty())
+        throw Refusal(job + "paints no page");
+    if (survey.pages.size() >= asked.size())
+        return;
+    const std::string missing = "there is no page " + std::to_string(asked[survey.pages.size()]);
+    const size_t told = survey.report.pages.size();
+    const bool count = prepared.kind != JobKind::pdf && told > 0 && told < static_cast<size_t>(asked.back());
+    throw Refusal(job + missing + (count ? "; the job has " + pagesInWords(told) : ""));
+}
+
+}  // namespace
+
+Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std::vector<int> &pages,
+                 const fs::path &work, const fs::path &pictures, Workers &workers, Progress &progress)
+{
+    const fs::path folder = work / "survey";
+    fs::create_directories(folder);
+    PageQueue queue(pages, folder, pictures, workers);
+    Survey survey;
+    survey.report = interpret({.job = job,
+                               .device = PlateDevice::tints,
+                               .dpi = kSurveyDpi,
+                               .pages = pages,
+                               .folder = folder,
+                               .secondsAPage = request.secondsAPage,
+                               .megabytes = request.megabytes,
+                               .pageEnded = [&](const InterpreterReport &report) {
+                                   progress.pageRead();
+                                   queue.handOver(report.inks, false);
+                               }});
+    queue.handOver(survey.report.inks, true);
+    workers.finish();
+    survey.pages = queue.found();
+    refuseMissing(job, pages, survey);
+    return survey;
+}
+
+}  // namespace riders

@@ -1,0 +1,225 @@
+#include "proof/tints.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace riders {
+namespace {
+
+constexpr double kMillimetre = 1 / 25.4;
+constexpr double kLongestWindow = 3, kShortestWindow = 0.1;  // inches
+constexpr int kStep = 2;                                     // even tints are looked for on every second pixel
+constexpr int kBlock = 16;                                   // pixels a side, in which telling places are counted
+
+// A tint in the middle shows its dots best; solid ink a little only, so that
+// plates of text are looked at where the text is.
+double telling(int ink)
+{
+    const double tint = ink / 255.0;
+    return ink == 255 ? 0.05 : 4 * tint * (1 - tint);
+}
+
+const std::array<float, 256> &tellingTable()
+{
+    static const std::array<float, 256> table = [] {
+        std::array<float, 256> values{};
+        for (int ink = 0; ink < 256; ++ink)
+            values[static_cast<size_t>(ink)] = static_cast<float>(telling(ink));
+        return values;
+    }();
+    return table;
+}
+
+struct Rectangle {
+    int left = 0, top = 0, width = 0, height = 0;
+};
+
+// Rectangles of one tint, each as large as it can be, a row of the page at a
+// time: how far each column is even upwards, and for each stretch of a row the
+// rectangles that stand on it.
+class EvenRectangles {
+public:
+    EvenRectangles(const TintPlate &plate, double most)
+        : plate_(plate), most_(most), columns_(plate.width / kStep), up_(static_cast<size_t>(columns_))
+    {
+    }
+
+    Rectangle best()
+    {
+        for (int y = 0; y < plate_.height; y += kStep) {
+            growColumns(y);
+            for (int x = 0; x < columns_;)
+                x = stretch(x, y);
+        }
+        return best_;
+    }
+
+private:
+    int at(int column, int y) const { return plate_.row(y)[column * kStep]; }
+
+    void growColumns(int y)
+    {
+        for (int x = 0; x < columns_; ++x) {
+            const bool same = y >= kStep && at(x, y) == at(x, y - kStep);
+            up_[static_cast<size_t>(x)] = same ? up_[static_cast<size_t>(x)] + 1 : 1;
+        }
+    }
+
+    // From the column to where the tint changes; answers that.
+    int stretch(int first, int y)
+    {
+        const int tint = at(first, y);
+        int end = first + 1;
+        while (end < columns_ && at(end, y) == tint)
+            ++end;
+        if (tint >= 10 && tint <= 245)
+            judge(first, end, y, tint);
+        return end;
+    }
+
+    void judge(int first, int end, int y, int tint)
+    {
+        open_.clear();
+        for (int x = first; x <= end; ++x) {
+            const int height = x < end ? up_[static_cast<size_t>(x)] : 0;
+            int left = x;
+            while (!open_.empty() && open_.back().height >= height) {
+                left = open_.back().left;
+                offer({left, y, x - left, open_.back().height}, tint);
+                open_.pop_back();
+            }
+            open_.push_back({left, 0, 0, height});
+        }
+    }
+
+    void offer(const Rectangle &found, int tint)
+    {
+        const double score =
+            std::min<double>(found.width, most_) * std::min<double>(found.height, most_) * (0.1 + telling(tint));
+        if (score <= score_)
+            return;
+        score_ = score;
+        best_ = {found.left * kStep, found.top - (found.height - 1) * kStep, found.width * kStep,
+                 found.height * kStep};
+    }
+
+    const TintPlate &plate_;
+    const double most_;
+    const int columns_;
+    std::vector<int> up_;
+    std::vector<Rectangle> open_;
+    Rectangle best_;
+    double score_ = 0;
+};
+
+// Sums over all blocks above and to the left.
+class BlockSums {
+public:
+    explicit BlockSums(const TintPlate &plate)
+        : across((plate.width + kBlock - 1) / kBlock), down((plate.height + kBlock - 1) / kBlock),
+          sums_(static_cast<size_t>(across + 1) * static_cast<size_t>(down + 1))
+    {
+        const std::array<float, 256> &table = tellingTable();
+        for (int y = 0; y < plate.height; ++y)
+            for (int x = 0; x < plate.width; ++x)
+                if (const std::uint8_t ink = plate.row(y)[x])
+                    at(x / kBlock + 1, y / kBlock + 1) += table[ink];
+        for (int y = 1; y <= down; ++y)
+            for (int x = 1; x <= across; ++x)
+                at(x, y) += at(x - 1, y) + at(x, y - 1) - at(x - 1, y - 1);
+    }
+
+    double of(int left, int top, int width, int height) const
+    {
+        const int right = std::min(left + width, across), bottom = std::min(top + height, down);
+        return value(right, bottom) - value(left, bottom) - value(right, top) + value(left, top);
+    }
+
+    const int across, down;
+
+private:
+    size_t index(int x, int y) const { return static_cast<size_t>(y) * static_cast<size_t>(across + 1) + x; }
+    double &at(int x, int y) { return sums_[index(x, y)]; }
+    double value(int x, int y) const { return sums_[index(x, y)]; }
+
+    std::vector<double> sums_;
+};
+
+// Roots, so that a place with some of each plate is worth more than one with all of one.
+double worth(const std::vector<BlockSums> &plates, int left, int top, int blocks)
+{
+    double sum = 0;
+    for (const BlockSums &plate : plates)
+        sum += std::sqrt(std::max(0.0, plate.of(left, top, blocks, blocks)));
+    return sum;
+}
+
+}  // namespace
+
+TintRange tintRange(const TintPlate &plate, double dpi)
+{
+    std::array<size_t, 256> counts{};
+    for (std::uint8_t ink : plate.ink)
+        ++counts[ink];
+    const double enough = dpi * dpi * kMillimetre * kMillimetre;
+    TintRange range;
+    range.solid = counts[255] > 0;
+    for (size_t ink = 1; ink < 255; ++ink) {
+        if (static_cast<double>(counts[ink]) < enough)
+            continue;
+        if (!range.tint)
+            range.least = static_cast<double>(ink) / 255;
+        range.most = static_cast<double>(ink) / 255;
+        range.tint = true;
+    }
+    return range;
+}
+
+Place evenTint(const TintPlate &plate, double dpi)
+{
+    const Rectangle found = EvenRectangles(plate, kLongestWindow * dpi / kStep).best();
+    const double edge = 2 * kStep;
+    Place place{(found.left + edge) / dpi, (found.top + edge) / dpi, (found.width - 2 * edge) / dpi,
+                (found.height - 2 * edge) / dpi};
+    if (place.width < kShortestWindow || place.height < kShortestWindow)
+        return {};
+    const double width = std::min(place.width, kLongestWindow), height = std::min(place.height, kLongestWindow);
+    return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
+}
+
+Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, double side)
+{
+    if (plates.empty())
+        return {};
+    const double pageWidth = plates[0]->width / dpi, pageHeight = plates[0]->height / dpi;
+    const double width = std::min(side, pageWidth), height = std::min(side, pageHeight);
+    std::vector<BlockSums> sums;
+    for (const TintPlate *plate : plates)
+        sums.emplace_back(*plate);
+    const int blocks = std::max(1, static_cast<int>(std::lround(side * dpi / kBlock)));
+    double most = -1;
+    int bestLeft = 0, bestTop = 0;
+    for (int top = 0; top == 0 || top + blocks <= sums[0].down; ++top)
+        for (int left = 0; left == 0 || left + blocks <= sums[0].across; ++left)
+            if (const double here = worth(sums, left, top, blocks); here > most)
+                most = here, bestLeft = left, bestTop = top;
+    return {std::min(bestLeft * kBlock / dpi, pageWidth - width),
+            std::min(bestTop * kBlock / dpi, pageHeight - height), width, height};
+}
+
+double tellingShare(const TintPlate &plate, double dpi, const Place &place)
+{
+    const std::array<float, 256> &table = tellingTable();
+    const int left = std::max(0, static_cast<int>(place.left * dpi)),
+              top = std::max(0, static_cast<int>(place.top * dpi));
+    const int right = std::min(plate.width, static_cast<int>((place.left + place.width) * dpi));
+    const int bottom = std::min(plate.height, static_cast<int>((place.top + place.height) * dpi));
+    double sum = 0;
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
+            sum += table[plate.row(y)[x]];
+    return right > left && bottom > top ? sum / (static_cast<double>(right - left) * (bottom - top)) : 0;
+}
+
+}  // namespace riders

@@ -1,0 +1,95 @@
+#include "proof/workers.h"
+
+#include <utility>
+
+#include "proof/interruption.h"
+
+namespace riders {
+
+Workers::Workers(int threads)
+{
+    for (int i = 0; i < threads; ++i)
+        threads_.emplace_back([this] { run(); });
+}
+
+Workers::~Workers()
+{
+    {
+        std::lock_guard lock(mutex_);
+        ending_ = true;
+        urgent_.clear();
+        other_.clear();
+    }
+    changed_.notify_all();
+    for (std::thread &thread : threads_)
+        thread.join();
+}
+
+void Workers::add(std::deque<Work> &queue, Work work)
+{
+    {
+        std::lock_guard lock(mutex_);
+        if (!failure_ && !ending_)
+            queue.push_back(std::move(work));
+    }
+    changed_.notify_all();
+}
+
+void Workers::add(Work work)
+{
+    add(other_, std::move(work));
+}
+
+void Workers::addUrgent(Work work)
+{
+    add(urgent_, std::move(work));
+}
+
+void Workers::finish()
+{
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return busy_ == 0 && urgent_.empty() && other_.empty(); });
+    if (failure_)
+        std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+void Workers::drop()
+{
+    std::unique_lock lock(mutex_);
+    urgent_.clear();
+    other_.clear();
+    changed_.wait(lock, [this] { return busy_ == 0; });
+}
+
+void Workers::run()
+{
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        changed_.wait(lock, [this] { return ending_ || !urgent_.empty() || !other_.empty(); });
+        if (ending_)
+            return;
+        std::deque<Work> &queue = urgent_.empty() ? other_ : urgent_;
+        Work work = std::move(queue.front());
+        queue.pop_front();
+        ++busy_;
+        lock.unlock();
+        std::exception_ptr failure;
+        try {
+            Interruption::check();
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        work = {};  // what it held is let go before others are told
+        lock.lock();
+        --busy_;
+        if (failure && !failure_) {
+            failure_ = failure;
+            urgent_.clear();
+            other_.clear();
+        }
+        changed_.notify_all();
+    }
+}
+
+}  // namespace riders

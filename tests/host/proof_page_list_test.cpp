@@ -1,0 +1,44 @@
+#include "apply/refusal.h"
+#include "host/proof_support.h"
+#include "proof/page_list.h"
+
+namespace {
+
+using Pages = std::vector<int>;
+
+std::string refusalOf(const std::string &text)
+{
+    try {
+        riders::pagesFromText(text);
+    } catch (const riders::Refusal &refusal) {
+        return refusal.message;
+    }
+    return "taken";
+}
+
+TEST(ProofPageList, IsNumbersAndRanges)
+{
+    EXPECT_EQ(riders::pagesFromText(""), Pages{});
+    EXPECT_EQ(riders::pagesFromText("7"), Pages{7});
+    EXPECT_EQ(riders::pagesFromText("1,3-5"), (Pages{1, 3, 4, 5}));
+    EXPECT_EQ(riders::pagesFromText(" 2 , 1 - 2 ,2"), (Pages{1, 2}));
+    EXPECT_EQ(riders::pagesFromText("100000"), Pages{100000});
+}
+
+TEST(ProofPageList, AnythingElseIsRefusedInWords)
+{
+    for (const char *text : {",", "1,", ",1", "a", "1-", "-1", "1--2", "1-2-3", "1.5", "1 2", "+1", " "})
+        EXPECT_EQ(refusalOf(text), "\"" + std::string(text) + "\" is no list of pages such as 1,3-5") << text;
+    EXPECT_EQ(refusalOf("5-3"), "the pages 5-3 run backwards");
+    EXPECT_EQ(refusalOf("0"), "there is no page 0; pages go from 1 to 100000");
+    EXPECT_EQ(refusalOf("1-100001"), "there is no page 100001; pages go from 1 to 100000");
+    EXPECT_EQ(refusalOf("99999999999"), "there is no page 99999999999; pages go from 1 to 100000");
+}
+
+TEST(ProofPageList, IsWrittenAsShortAsItCanBe)
+{
+    for (const char *text : {"", "1", "1-2", "1,3", "1,3-5,9"})
+        EXPECT_EQ(riders::textFromPages(riders::pagesFromText(text)), text);
+}
+
+}  // namespace
