@@ -15,6 +15,16 @@ std::string environment(const char *name)
     return value ? value : "";
 }
 
+// As they stand in the environment: "DISPLAY=:0, WAYLAND_DISPLAY=wayland-0".
+std::string displaysNamed()
+{
+    std::string named;
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
+        if (const std::string value = environment(name); !value.empty())
+            named += (named.empty() ? "" : ", ") + std::string(name) + "=" + value;
+    return named;
+}
+
 int scaleOf(int wanted, double pixelsPerUnit, int display)
 {
     DisplayFacts facts{.wanted = wanted,
@@ -69,11 +79,6 @@ SDL_Rect common(const SDL_Rect &a, const SDL_Rect &b)
     return both;
 }
 
-SDL_Rect allOf(const Picture &picture)
-{
-    return {0, 0, picture.width, picture.height};
-}
-
 void copyPart(const Picture &from, const SDL_Rect &part, Picture &to)
 {
     for (int row = part.y; row < part.y + part.h; ++row) {
@@ -88,6 +93,8 @@ Video::Video()
 {
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_APP_NAME, "riders");
+    // SDL knows drivers that show nothing; they are for those who ask for them.
+    SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "x11,wayland", SDL_HINT_DEFAULT);
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
@@ -96,7 +103,7 @@ Video::Video()
     // take memory.
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
-        throw DesktopError(std::string("no display: ") + SDL_GetError());
+        throw DesktopError("no display: nothing answers at " + displaysNamed());
 }
 
 Video::~Video()
@@ -104,7 +111,8 @@ Video::~Video()
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
-Window::Window(const DesktopOptions &options) : wantedScale_(options.scale), window_(makeWindow(options))
+Window::Window(const DesktopOptions &options)
+    : wantedScale_(options.scale), window_(makeWindow(options)), pane_(makePane(window_.get()))
 {
     SDL_StartTextInput();
     showAgain();
@@ -112,9 +120,7 @@ Window::Window(const DesktopOptions &options) : wantedScale_(options.scale), win
 
 SDL_Point Window::pixels() const
 {
-    SDL_Point size;
-    SDL_GetWindowSizeInPixels(window_.get(), &size.x, &size.y);
-    return size;
+    return pixelsOf(window_.get());
 }
 
 double Window::pixelsPerUnit() const
@@ -171,50 +177,30 @@ void Window::draw(const Picture &picture, const Rect &changed)
 {
     if (picture.width != picture_.width || picture.height != picture_.height) {
         picture_ = picture;
-        return showAgain();
+        allDrawn_ = true;
+        return;
     }
-    const SDL_Rect part = common(sdlRect(changed), allOf(picture));
+    const SDL_Rect part = common(sdlRect(changed), {0, 0, picture.width, picture.height});
     if (SDL_RectEmpty(&part))
         return;
     copyPart(picture, part, picture_);
-    blit(part);
     drawn_ = united(drawn_, part);
 }
 
-void Window::blit(const SDL_Rect &part)
-{
-    SDL_Surface *target = SDL_GetWindowSurface(window_.get());
-    if (!target)
-        return;
-    SDL_Surface *source =
-        SDL_CreateRGBSurfaceWithFormatFrom(picture_.pixels.data(), picture_.width, picture_.height, 32,
-                                           picture_.width * 4, SDL_PIXELFORMAT_RGB888);
-    SDL_Rect place = part;
-    SDL_BlitSurface(source, &part, target, &place);
-    SDL_FreeSurface(source);
-}
-
-// A picture larger than the window happens until a new size is announced.
 void Window::show()
 {
     if (!drawn())
         return;
-    const SDL_Point size = pixels();
-    const SDL_Rect part = common(drawn_, {0, 0, size.x, size.y});
-    if (!SDL_RectEmpty(&part))
-        SDL_UpdateWindowSurfaceRects(window_.get(), &part, 1);
+    if (allDrawn_ ? !pane_->showAll(picture_) : !pane_->show(picture_, drawn_))
+        return;
     drawn_ = {};
+    allDrawn_ = false;
 }
 
 void Window::showAgain()
 {
-    SDL_Surface *target = SDL_GetWindowSurface(window_.get());
-    if (!target)
-        return;
-    SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 255, 255, 255));
-    blit(allOf(picture_));
-    SDL_UpdateWindowSurface(window_.get());
-    drawn_ = {};
+    allDrawn_ = true;
+    show();
 }
 
 }  // namespace toolbox::desktop

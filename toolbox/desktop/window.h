@@ -1,4 +1,4 @@
-// The window and the pixels in it. Private to the desktop machine.
+// The window. Private to the desktop machine.
 #pragma once
 
 #include <SDL.h>
@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "desktop/pane.h"
 #include "toolbox/host/desktop.h"
 
 namespace toolbox::desktop {
@@ -38,26 +39,24 @@ public:
     void setFullScreen(bool wanted);
     bool fullScreen() const;
 
-    // Puts the changed part of the picture into the window, to be seen with the
-    // next show; a picture of another size is shown at once. Where the window is
-    // larger than the picture it is white.
+    // Takes the changed part of the picture, to be seen with the next show.
     void draw(const Picture &picture, const Rect &changed);
-    bool drawn() const { return drawn_.w > 0; }
+    bool drawn() const { return allDrawn_ || drawn_.w > 0; }
     void show();
-    // What the window held is lost: draws and shows it all again.
+    // What the window held is lost: shows it all again.
     void showAgain();
 
 private:
-    void blit(const SDL_Rect &part);
-
     struct Closing {
         void operator()(SDL_Window *window) const { SDL_DestroyWindow(window); }
     };
     Video video_;
     int wantedScale_;
     std::unique_ptr<SDL_Window, Closing> window_;
+    std::unique_ptr<Pane> pane_;
     Picture picture_;
-    SDL_Rect drawn_{};
+    SDL_Rect drawn_{};         // not yet shown
+    bool allDrawn_ = false;
     SDL_Point sizeBefore_{};   // of the full screen, in the window system's units
 };
 

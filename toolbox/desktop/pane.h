@@ -1,0 +1,31 @@
+// Ways of bringing pixels into the window. Private to the desktop machine.
+#pragma once
+
+#include <SDL.h>
+
+#include <memory>
+
+#include "toolbox/host/machine.h"
+
+namespace toolbox::desktop {
+
+// Shows a picture at the window's top left, and white where the window is
+// larger.
+struct Pane {
+    virtual ~Pane() = default;
+    // Outside the part, which lies in the picture, everything is as last shown.
+    // False when this is not the moment: it is to be tried again, with all that
+    // has changed by then.
+    virtual bool show(const Picture &picture, const SDL_Rect &part) = 0;
+    // Whatever was shown before, at whatever size.
+    virtual bool showAll(const Picture &picture) = 0;
+};
+
+// The window must outlive its pane. DesktopError when there is no way.
+std::unique_ptr<Pane> makePane(SDL_Window *window);
+// For a window on Wayland.
+std::unique_ptr<Pane> makeWaylandPane(SDL_Window *window);
+
+SDL_Point pixelsOf(SDL_Window *window);
+
+}  // namespace toolbox::desktop
