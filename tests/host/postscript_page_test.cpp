@@ -45,7 +45,7 @@ TEST_F(PostScriptPage, AllCombinationsLeaveTheStacksAsTheyWere)
     for (int bits = 0; bits < 64; ++bits) {
         RidersChoice choice;
         if (bits & 1)
-            choice.frequency = "85";
+            choice.frequency = "12";
         if (bits & 2)
             choice.angle = "45";
         if (bits & 4)
@@ -69,7 +69,7 @@ TEST_F(PostScriptPage, AllCombinationsLeaveTheStacksAsTheyWere)
 TEST_F(PostScriptPage, FlatnessIsSet)
 {
     EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.flatness = "0.5"}) + "currentflat =\n"), "0.5\n");
-    EXPECT_EQ(outputOf("%!PS\n7 setflat " + composeRiders({.frequency = "60"}) + "currentflat =\n"), "7.0\n");
+    EXPECT_EQ(outputOf("%!PS\n7 setflat " + composeRiders({.frequency = "12"}) + "currentflat =\n"), "7.0\n");
 }
 
 TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
@@ -77,7 +77,7 @@ TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
     const std::string job =
         "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
         composeRiders(
-            {.frequency = "60", .angle = "5", .spotBody = piece(16128), .annotation = "x", .errorHandler = true}) +
+            {.frequency = "12", .angle = "5", .spotBody = piece(16128), .annotation = "x", .errorHandler = true}) +
         "add riderSpot =\nshowpage\n";
     EXPECT_EQ(outputOf(job), "job's own add\njob's\n");
 }
@@ -105,7 +105,7 @@ TEST_F(PostScriptPage, AnnotationIsText)
 
 TEST_F(PostScriptPage, JobWithoutAnnotationHasNone)
 {
-    ASSERT_EQ(run("%!PS\n" + composeRiders({.frequency = "60"}) + "showpage\n").exitCode, 0);
+    ASSERT_EQ(run("%!PS\n" + composeRiders({.frequency = "12"}) + "showpage\n").exitCode, 0);
     EXPECT_EQ(readBitmap(folder / "page").share(0, 0, 600, 800), 0);
 }
 
@@ -170,7 +170,7 @@ TEST_F(PostScriptPage, AnnotationTextsByChanceAreData)
 // What follows does not depend on the kind of line end that a transfer makes of ours.
 TEST_F(PostScriptPage, RidersFileWorksWithOtherLineEnds)
 {
-    const std::string riders = composeRiders({.frequency = "60", .annotation = "(x", .errorHandler = true});
+    const std::string riders = composeRiders({.frequency = "12", .annotation = "(x", .errorHandler = true});
     for (const char *end : {"\r", "\r\n"}) {
         std::string other;
         for (char byte : riders)
@@ -182,7 +182,7 @@ TEST_F(PostScriptPage, RidersFileWorksWithOtherLineEnds)
 TEST_F(PostScriptPage, Level1InterpreterAnnotatesAtShowpage)
 {
     // An interpreter without page devices, colour screens and the like, as far as names can hide them.
-    std::string riders = composeRiders({.frequency = "60", .annotation = "level one", .errorHandler = true});
+    std::string riders = composeRiders({.frequency = "12", .annotation = "level one", .errorHandler = true});
     for (const char *name : {"/setpagedevice", "/currentcolorscreen"})
         for (size_t at; (at = riders.find("systemdict " + std::string(name))) != std::string::npos;)
             riders.replace(at, 11 + std::string(name).size(), "systemdict /levelTwoOnly");
