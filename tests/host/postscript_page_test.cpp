@@ -183,12 +183,14 @@ TEST_F(PostScriptPage, Level1InterpreterAnnotatesAtShowpage)
 {
     // An interpreter without page devices, colour screens and the like, as far as names can hide them.
     std::string riders = composeRiders({.frequency = "12", .annotation = "level one", .errorHandler = true});
-    for (const char *name : {"/setpagedevice", "/currentcolorscreen"})
-        for (size_t at; (at = riders.find("systemdict " + std::string(name))) != std::string::npos;)
-            riders.replace(at, 11 + std::string(name).size(), "systemdict /levelTwoOnly");
+    for (const char *name : {"/setpagedevice", "/currentcolorscreen", "/sethalftone"})
+        for (const std::string before : {"", "systemdict "})
+            for (const std::string after : {" known", " riderHas"})
+                for (size_t at; (at = riders.find(before + name + after)) != std::string::npos;)
+                    riders.replace(at, before.size() + std::string(name).size(), before + "/levelTwoOnly");
     EXPECT_EQ(riders.find("<<"), std::string::npos) << "a syntax error on level 1";
     EXPECT_EQ(riders.find("//"), std::string::npos);
-    EXPECT_EQ(outputOf("%!PS\n" + riders + "currentscreen pop pop = showpage\n"), "60.0\n");
+    EXPECT_EQ(outputOf("%!PS\n" + riders + "currentscreen pop pop = showpage\n"), "12.0\n");
     EXPECT_GT(readBitmap(folder / "page").share(18, 770, 60, 784), 0.05);
 }
 
