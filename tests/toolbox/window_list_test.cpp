@@ -236,24 +236,6 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(Windows, TheTitleTakesTheTablesColour)
-{
-    machine.setScreens({{{0, 0, 480, 640}, 32}});
-    update();
-    ResourceBytes table;
-    table.longWord(0).word(0).word(0).word(2).word(0xFFFF).word(0).word(0).add('wctb', 9);
-    WindowPtr window = make(100, 100, 300, 200, movableDBoxProc);
-    SetWinColor(window, GetResource('wctb', 9));
-    int red = 0, black = 0;
-    for (int v = 80; v < 94; ++v)
-        for (int h = 175; h < 225; ++h) {
-            red += pixel(h, v) == 0xFF0000;
-            black += pixel(h, v) == 0;
-        }
-    EXPECT_GT(red, 20) << "the letters";
-    EXPECT_EQ(black, 0);
-}
-
 TEST_F(Windows, AChangedScreenIsPaintedAnew)
 {
     WindowPtr window = make(100, 100, 200, 200);
