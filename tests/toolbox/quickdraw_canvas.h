@@ -9,9 +9,13 @@
 
 constexpr std::uint32_t white = 0xFFFFFF, black = 0x000000;
 
-class CanvasTest : public ToolboxTest {
+struct CanvasSize {
+    static constexpr int width = 120, height = 90;
+};
+
+class CanvasTest : public ToolboxTest, protected CanvasSize {
 protected:
-    static constexpr int left = 100, top = 60, width = 120, height = 90;
+    static constexpr int left = 100, top = 60;
 
     void SetUp() override
     {
@@ -70,16 +74,4 @@ protected:
 
     static constexpr int rim = 20;
     GrafPort port{};
-};
-
-// A bitmap the slow way: what each pixel of the canvas ought to be.
-struct Reference {
-    static constexpr int width = 120, height = 90;
-    std::vector<bool> ink = std::vector<bool>(width * height);
-
-    void set(int h, int v)
-    {
-        if (h >= 0 && h < width && v >= 0 && v < height)
-            ink[v * width + h] = true;
-    }
 };

@@ -1,6 +1,3 @@
-#include <cmath>
-#include <random>
-
 #include "quickdraw/dimming.h"
 #include "quickdraw_canvas.h"
 
@@ -69,57 +66,6 @@ TEST_F(QuickDrawLines, AreTheSameBackwards)
     MoveTo(70, 36);
     LineTo(3, 5);
     EXPECT_EQ(pixels(), forward);
-}
-
-// The pen stamped at every step of the longer direction, on the nearest pixel.
-static void stampLine(Reference &reference, Point a, Point b, Point pen)
-{
-    const int steps = std::max(std::abs(b.h - a.h), std::abs(b.v - a.v));
-    if (steps == std::abs(b.h - a.h) ? b.h < a.h : b.v < a.v)
-        std::swap(a, b);
-    for (int step = 0; step <= steps; ++step) {
-        auto at = [&](int from, int to) {
-            return steps ? int(std::floor(from + double(to - from) * step / steps + 0.5)) : from;
-        };
-        for (int v = 0; v < pen.v; ++v)
-            for (int h = 0; h < pen.h; ++h)
-                reference.set(at(a.h, b.h) + h, at(a.v, b.v) + v);
-    }
-}
-
-TEST_F(QuickDrawShapes, MatchASlowReferenceOnRandomLinesAndRectangles)
-{
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    auto between = [&](int low, int high) { return int16_t(low + int(random() % unsigned(high - low + 1))); };
-    for (int round = 0; round < 60; ++round) {
-        EraseRect(&port.portRect);
-        Reference reference;
-        for (int shape = 0; shape < 4; ++shape) {
-            const Point a{between(-15, 100), between(-15, 130)}, b{between(-15, 100), between(-15, 130)};
-            const Point pen{between(1, 4), between(1, 4)};
-            PenSize(pen.h, pen.v);
-            if (random() % 2) {
-                MoveTo(a.h, a.v);
-                LineTo(b.h, b.v);
-                stampLine(reference, a, b, pen);
-                continue;
-            }
-            const Rect r{a.v, a.h, b.v, b.h};
-            FrameRect(&r);
-            for (int v = r.top; v < r.bottom; ++v)
-                for (int h = r.left; h < r.right; ++h)
-                    if (v < r.top + pen.v || v >= r.bottom - pen.v || h < r.left + pen.h || h >= r.right - pen.h)
-                        reference.set(h, v);
-        }
-        const auto drawn = pixels();
-        for (int v = -rim; v < height + rim; ++v)
-            for (int h = -rim; h < width + rim; ++h) {
-                bool ink = h >= 0 && h < width && v >= 0 && v < height && reference.ink[v * width + h];
-                ASSERT_EQ(at(drawn, h, v), ink ? black : white) << "round " << round << " at " << h << "," << v;
-            }
-    }
 }
 
 TEST_F(QuickDrawShapes, FramesLieInsideTheirRectangle)

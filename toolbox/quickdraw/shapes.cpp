@@ -1,7 +1,6 @@
 #include "toolbox/quickdraw.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "quickdraw/drawing.h"
 #include "quickdraw/globals.h"
@@ -58,13 +57,12 @@ void FillRect(const Rect *r, const Pattern *pattern)
     paintShape(port, Area(*r), Ink::of(port, *pattern, patCopy));
 }
 
-// How far the corner's oval is in from the rectangle's side, row by row from
-// the top: a pixel belongs to the oval when its centre does.
-static int cornerInset(int row, int ovalWidth, int ovalHeight)
+// Whether a pixel of the corner's square belongs to the oval, which it does when
+// its centre does. Column and row count from the square's outer corner.
+static bool inCorner(int column, int row, double ovalWidth, double ovalHeight)
 {
-    const double up = 1 - (row + 0.5) / (ovalHeight / 2.0);
-    const double halfWidth = ovalWidth / 2.0 * std::sqrt(std::max(0.0, 1 - up * up));
-    return static_cast<int>(std::ceil(ovalWidth / 2.0 - halfWidth - 0.5));
+    const double h = (ovalWidth - 2 * column - 1) * ovalHeight, v = (ovalHeight - 2 * row - 1) * ovalWidth;
+    return h * h + v * v <= ovalWidth * ovalWidth * ovalHeight * ovalHeight;
 }
 
 static Area roundedBox(const Box &box, int ovalWidth, int ovalHeight)
@@ -73,8 +71,10 @@ static Area roundedBox(const Box &box, int ovalWidth, int ovalHeight)
     ovalHeight = std::clamp(ovalHeight, 0, std::max(box.y2 - box.y1, 0));
     const int rows = ovalWidth > 0 ? (ovalHeight + 1) / 2 : 0;
     std::vector<Box> boxes{{box.x1, box.y1 + rows, box.x2, box.y2 - rows}};
+    int inset = ovalWidth / 2;
     for (int row = 0; row < rows; ++row) {
-        const int inset = cornerInset(row, ovalWidth, ovalHeight);
+        while (inset > 0 && inCorner(inset - 1, row, ovalWidth, ovalHeight))
+            --inset;
         boxes.push_back({box.x1 + inset, box.y1 + row, box.x2 - inset, box.y1 + row + 1});
         boxes.push_back({box.x1 + inset, box.y2 - row - 1, box.x2 - inset, box.y2 - row});
     }

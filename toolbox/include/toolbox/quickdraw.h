@@ -5,6 +5,15 @@
 // Everything draws into the current port, in its local coordinates, clipped to
 // the port, its visible and its clip region. Sums that leave the 16 bits wrap.
 //
+// A screen may have 2 by 2 or 3 by 3 device pixels for each pixel: its scale.
+// Rectangles, lines, regions and patterns cover all of them; round rectangles
+// and polygons are smooth, and letters as sharp, as the device allows. Images
+// keep their own pixels.
+//
+// A screen shows the colours that its depth has: black and white on 1 bit a
+// pixel, four greys on 2, sixteen colours on 4, a table of 256 on 8. Everything
+// drawn takes the nearest one.
+//
 // All may be called from the start of the Toolbox on. No call here fails for
 // want of memory but those that make or change a region or polygon (nil, or
 // unchanged; MemError tells), and those that make none may be called with
@@ -142,7 +151,7 @@ void PaintRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void EraseRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void InvertRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 // One of the eight constants; any other is drawn as black, and on a screen of
-// one bit a pixel all but white is.
+// one bit a pixel all but white is. On two bits the others are greys.
 void ForeColor(int32_t color);
 void BackColor(int32_t color);
 
