@@ -29,6 +29,7 @@ struct Dialog {
     bool complete = false;       // all items made
     bool ownsRecord = false;
     int16_t alertIcon = -1;      // 0 stop, 1 note, 2 caution
+    int quitAsks = 0;            // how often it was asked to cancel since the wish to quit
     std::vector<Item> items;
     // DialogRecord.items is a handle to this.
     Ptr master = nullptr;

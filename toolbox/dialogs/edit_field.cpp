@@ -2,7 +2,6 @@
 
 #include "textedit/lines.h"
 #include "toolbox/memory.h"
-#include "toolbox/scrap.h"
 #include "windows/locked.h"
 #include "windows/port_scope.h"
 
@@ -74,29 +73,6 @@ bool makeCurrent(Dialog &dialog, int number)
     dialog.record->editField = static_cast<int16_t>(number - 1);
     if (dialog.record->window.hilited && dialog.record->window.visible)
         TEActivate(dialog.record->textH);
-    return true;
-}
-
-bool editByCommand(DialogPtr dialog, int key)
-{
-    switch (key) {
-    case 'x':
-    case 'X':
-        DlgCut(dialog);
-        break;
-    case 'c':
-    case 'C':
-        DlgCopy(dialog);
-        break;
-    case 'v':
-    case 'V':
-        DlgPaste(dialog);
-        return true;
-    default:
-        return false;
-    }
-    ZeroScrap();
-    TEToScrap();
     return true;
 }
 

@@ -9,9 +9,6 @@ namespace toolbox::dialogs {
 // Moves the text record to the edit item, whose characters it then edits in
 // place. False when it is no edit item or memory is short.
 bool makeCurrent(Dialog &dialog, int number);
-// Command-X, C and V on the current edit item, through the desk scrap. False
-// for other keys.
-bool editByCommand(DialogPtr dialog, int key);
 // To the next edit item in item order (1) or the one before (-1), around the
 // ends, its whole text selected.
 void tabTo(Dialog &dialog, int direction);

@@ -4,8 +4,8 @@
 
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
+#include "dialogs/quitting.h"
 #include "textedit/keys.h"
-#include "textedit/scrap.h"
 #include "toolbox/events.h"
 #include "toolbox/host/session.h"
 #include "toolbox/system.h"
@@ -102,7 +102,7 @@ int16_t press(Dialog &dialog, const EventRecord &event)
 void commandKey(Dialog &dialog, int key)
 {
     if (configuration().systemVersion >= 0x0700)
-        editByCommand(dialog.pointer(), key);
+        DlgCommandKey(dialog.pointer(), static_cast<int16_t>(key));
 }
 
 int16_t typeKey(Dialog &dialog, const EventRecord &event)
@@ -182,6 +182,8 @@ int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
             continue;
         }
         SetPort(dialog);
+        if (auto answer = askToCancelIfQuitting(*running, event, filter))
+            return *answer;
         if (filter(dialog, &event, &hit))
             return hit;
         if (!find(dialog))
@@ -210,37 +212,4 @@ void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit)
         SetPort(before);
     if (itemHit)
         *itemHit = hit;
-}
-
-static TEHandle editedText(DialogPtr dialog)
-{
-    Dialog *found = find(dialog);
-    return found && found->record->editField >= 0 ? found->record->textH : nullptr;
-}
-
-void DlgCut(DialogPtr dialog)
-{
-    if (TEHandle text = editedText(dialog))
-        TECut(text);
-}
-
-void DlgCopy(DialogPtr dialog)
-{
-    if (TEHandle text = editedText(dialog))
-        TECopy(text);
-}
-
-void DlgPaste(DialogPtr dialog)
-{
-    TEHandle text = editedText(dialog);
-    if (!text)
-        return;
-    textedit::bringInNewerDeskScrap();
-    TEPaste(text);
-}
-
-void DlgDelete(DialogPtr dialog)
-{
-    if (TEHandle text = editedText(dialog))
-        TEDelete(text);
 }

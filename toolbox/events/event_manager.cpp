@@ -6,6 +6,7 @@
 #include "events/queue.h"
 #include "managers.h"
 #include "quickdraw/present.h"
+#include "toolbox/host/quit.h"
 #include "toolbox/host/session.h"
 #include "toolbox/quickdraw.h"
 
@@ -94,10 +95,12 @@ bool waitForEvent(std::int16_t mask, EventRecord &event, std::uint32_t sleep, Ta
 {
     constexpr std::uint32_t longestWait = 60;
     const std::uint32_t start = machine().ticks();
+    const bool quitBefore = state.quit;
     sleep = std::max<std::uint32_t>(sleep, 1);
     while (!eventThere(mask, event, taking)) {
         std::uint32_t passed = machine().ticks() - start;
-        if (passed >= sleep) {
+        bool quitNow = state.quit && !quitBefore;
+        if (passed >= sleep || quitNow) {
             event = eventNow(nullEvent);
             return false;
         }
@@ -124,7 +127,24 @@ bool quitWanted()
     return state.quit;
 }
 
+EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers)
+{
+    EventRecord event = eventNow(keyDown, static_cast<std::uintptr_t>(keyCode) << 8 | character);
+    event.modifiers |= modifiers;
+    return event;
+}
+
 }  // namespace toolbox::events
+
+bool toolbox::quitAsked()
+{
+    return events::state.quit;
+}
+
+void toolbox::dropQuit()
+{
+    events::state.quit = false;
+}
 
 namespace toolbox::managers {
 

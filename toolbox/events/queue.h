@@ -2,6 +2,7 @@
 // others. Private to the Toolbox.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "toolbox/windows.h"
@@ -21,5 +22,8 @@ extern std::function<WindowPtr()> nextWindowNeedingUpdate;
 
 // Whether the person at the machine has asked the program to end.
 bool quitWanted();
+// A key struck now, for programs that are to be told something by a key. Not
+// queued.
+EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers = 0);
 
 }  // namespace toolbox::events

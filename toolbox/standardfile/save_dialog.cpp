@@ -1,7 +1,6 @@
 // SFPPutFile: a name to save under.
 #include <string>
 
-#include "dialogs/edit_field.h"
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
 #include "toolbox/host/folders.h"
@@ -115,7 +114,7 @@ bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 {
     if (!(modifiers & cmdKey))
         return false;
-    dialogs::editByCommand(dialog(), character);
+    DlgCommandKey(dialog(), character);
     return true;
 }
 

@@ -5,6 +5,9 @@
 // the right. A picture is stretched to its item. Icons 0 to 2 have a drawing of
 // our own where no 'ICON' gives one.
 //
+// What the wish to end the program does to a dialog is told in
+// toolbox/host/quit.h: it is asked to cancel, as by Escape.
+//
 // All calls here may allocate, and so move blocks; ModalDialog and the alerts
 // call back into filters and user items, and end by whatever those throw.
 #pragma once
@@ -90,6 +93,10 @@ void DlgCut(DialogPtr dialog);
 void DlgCopy(DialogPtr dialog);
 void DlgPaste(DialogPtr dialog);
 void DlgDelete(DialogPtr dialog);
+// Command-X, C and V, capital or small, on the current edit item through the
+// desk scrap. False for another key, and when the dialog has no current edit
+// item.
+Boolean DlgCommandKey(DialogPtr dialog, int16_t character);
 
 // Shows 'ALRT' id, its bounds as they are in memory now, and answers the item
 // hit; -1 when the resource or its item list is missing or its stage shows no

@@ -41,7 +41,8 @@ enum {
 // sleep ticks (at least one) have passed. False for a null event; where, when
 // and modifiers are filled in any case. Keys going up make no events. An update
 // event comes again until the window's update region is empty. What has been
-// drawn is shown before the wait. An exception of the machine's passes through.
+// drawn is shown before the wait, which ends early with a null event when the
+// program is asked to end. An exception of the machine's passes through.
 Boolean WaitNextEvent(int16_t mask, EventRecord *event, uint32_t sleep);
 // The same with the shortest sleep.
 Boolean GetNextEvent(int16_t mask, EventRecord *event);

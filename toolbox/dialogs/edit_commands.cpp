@@ -1,0 +1,65 @@
+// Cut, Copy, Paste and Clear on a dialog's text, and their keys.
+#include "dialogs/dialog_list.h"
+#include "textedit/scrap.h"
+#include "toolbox/scrap.h"
+
+using namespace toolbox;
+using namespace toolbox::dialogs;
+
+static TEHandle editedText(DialogPtr dialog)
+{
+    Dialog *found = find(dialog);
+    return found && found->record->editField >= 0 ? found->record->textH : nullptr;
+}
+
+void DlgCut(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TECut(text);
+}
+
+void DlgCopy(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TECopy(text);
+}
+
+void DlgPaste(DialogPtr dialog)
+{
+    TEHandle text = editedText(dialog);
+    if (!text)
+        return;
+    textedit::bringInNewerDeskScrap();
+    TEPaste(text);
+}
+
+void DlgDelete(DialogPtr dialog)
+{
+    if (TEHandle text = editedText(dialog))
+        TEDelete(text);
+}
+
+Boolean DlgCommandKey(DialogPtr dialog, int16_t character)
+{
+    if (!editedText(dialog))
+        return false;
+    switch (character) {
+    case 'x':
+    case 'X':
+        DlgCut(dialog);
+        break;
+    case 'c':
+    case 'C':
+        DlgCopy(dialog);
+        break;
+    case 'v':
+    case 'V':
+        DlgPaste(dialog);
+        return true;
+    default:
+        return false;
+    }
+    ZeroScrap();
+    TEToScrap();
+    return true;
+}
