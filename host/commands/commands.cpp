@@ -4,16 +4,12 @@
 
 #include <iostream>
 
+#include "app/start.h"
 #include "plugin/plugin.h"
 #include "proof/interruption.h"
 
 namespace riders {
 namespace {
-
-std::string noWindowYet()
-{
-    return "there is no window yet; see riders --help for what the command line does";
-}
 
 std::string hexNumber(std::string &text)
 {
@@ -44,13 +40,16 @@ std::string oneCharacter(std::string &text)
 Commands::Commands(CLI::App &app)
 {
     app.require_subcommand(0, 1);
+    app.add_option("file", shownJob_, "A PostScript job to open in the window")
+        ->check(CLI::ExistingFile)
+        ->type_name("FILE");
     addMake(app);
     addApply(app);
     addStrip(app);
     addPlay(app);
     addProof(app);
     name_ = "riders";
-    chosen_ = noWindowYet;
+    chosen_ = [this] { return startOnDesktop({programFile(), pluginBesideProgram(), shownJob_}); };
 }
 
 void Commands::addMake(CLI::App &app)

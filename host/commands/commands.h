@@ -40,6 +40,7 @@ private:
     std::string systemVersion_ = "0x0755";
     bool noColor_ = false;
     std::string riders_, job_, output_;
+    std::string shownJob_;
 };
 
 }  // namespace riders

@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 
 #include "plugin/dialog_filter.h"
-#include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/resources.h"
@@ -24,21 +23,6 @@ int32_t addMenuItem(ConstStr255Param group, ConstStr255Param text, int32_t numbe
     return 0;
 }
 
-std::int16_t openForkOf(const std::filesystem::path &file)
-{
-    auto folder = toolbox::folders::workingDirectory(file.parent_path());
-    if (!folder)
-        throw PluginError("there is no folder " + file.parent_path().string());
-    Str255 name;
-    toolbox::setPascal(name, toolbox::folders::macName(file.parent_path(), file.filename().string()), 63);
-    std::int16_t fork = HOpenResFile(*folder, 0, name, 1);
-    if (fork == -1)
-        throw PluginError("the resources of " + file.string() + " cannot be opened (error " +
-                          std::to_string(ResError()) + "); they belong in ._" + file.filename().string() +
-                          " beside it");
-    return fork;
-}
-
 }  // namespace
 
 Plugin::Plugin(const std::filesystem::path &sharedObject)
@@ -49,7 +33,7 @@ Plugin::Plugin(const std::filesystem::path &sharedObject)
     entry_ = reinterpret_cast<MainEntryProc>(dlsym(library_, "main_entry"));
     if (!entry_)
         throw PluginError(sharedObject.string() + " is no riders plug-in: it has no main_entry");
-    fork_ = openForkOf(std::filesystem::absolute(sharedObject));
+    fork_.emplace(sharedObject);
     registered.clear();
     procs.addMenuItem.set(&addMenuItem);
     procs.dialogFilter.set(&standardDialogFilter);
@@ -61,10 +45,7 @@ Plugin::Plugin(const std::filesystem::path &sharedObject)
 
 // The library stays loaded: a session that ended by an exception may still
 // hold addresses of its procedures until the Toolbox is stopped.
-Plugin::~Plugin()
-{
-    CloseResFile(fork_);
-}
+Plugin::~Plugin() = default;
 
 void Plugin::startUp()
 {
@@ -79,7 +60,7 @@ const std::vector<MenuCommand> &Plugin::commands() const
 
 std::int32_t Plugin::call(int selector, int command)
 {
-    UseResFile(fork_);
+    UseResFile(fork_->number());
     block.selector = static_cast<std::int16_t>(selector);
     block.command = static_cast<std::int16_t>(command);
     std::int32_t result = entry_(&block);
@@ -87,9 +68,14 @@ std::int32_t Plugin::call(int selector, int command)
     return result;
 }
 
+std::filesystem::path programFile()
+{
+    return std::filesystem::read_symlink("/proc/self/exe");
+}
+
 std::filesystem::path pluginBesideProgram()
 {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "riders.so";
+    return programFile().parent_path() / "riders.so";
 }
 
 }  // namespace riders

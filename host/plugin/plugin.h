@@ -3,10 +3,11 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <stdexcept>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "plugin/resource_fork.h"
 #include "riders/plugin.h"
 
 namespace riders {
@@ -16,11 +17,6 @@ struct MenuCommand {
     std::string group;
     std::string text;
     int number;
-};
-
-// One line for the user: what could not be loaded and why.
-struct PluginError : std::runtime_error {
-    using std::runtime_error::runtime_error;
 };
 
 // The plug-in, from loading to the end of the Toolbox's session. The Toolbox
@@ -44,10 +40,11 @@ public:
 private:
     void *library_ = nullptr;
     MainEntryProc entry_ = nullptr;
-    std::int16_t fork_ = -1;
+    std::optional<ResourceFork> fork_;
 };
 
-// riders.so beside the running program.
+// The running program, and riders.so beside it.
+std::filesystem::path programFile();
 std::filesystem::path pluginBesideProgram();
 
 }  // namespace riders

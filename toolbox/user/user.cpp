@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "user/bar.h"
 #include "user/file_answers.h"
 #include "user/script.h"
 
@@ -99,6 +100,11 @@ void ScriptedUser::chooseWhere(int item, std::function<int(const std::vector<std
 void ScriptedUser::chooseNothing(int item)
 {
     chooseWhere(item, [](const std::vector<std::string> &) { return 0; });
+}
+
+void ScriptedUser::chooseFromBar(const std::string &menuTitle, const std::string &itemText)
+{
+    script_->add(Where::anywhere, std::make_unique<ChooseFromBar>(menuTitle, itemText));
 }
 
 void ScriptedUser::type(const std::string &text)

@@ -69,6 +69,10 @@ public:
     void chooseWhere(int item, std::function<int(const std::vector<std::string> &)> pick);
     // Opens the popup and releases outside the menu.
     void chooseNothing(int item);
+    // Presses the title in the menu bar, drags to the item and releases there;
+    // texts are UTF-8. With an empty item text the release is outside. May be
+    // done with a dialog in front or without, like the steps that touch none.
+    void chooseFromBar(const std::string &menuTitle, const std::string &itemText);
     // Types the text (UTF-8) key by key.
     void type(const std::string &text);
     // "return", "enter", "escape", "tab", "backspace", "delete", "space",

@@ -1,0 +1,103 @@
+#include "app/application.h"
+
+#include "app/ask_file.h"
+#include "app/words.h"
+#include "apply/refusal.h"
+#include "toolbox/host/quit.h"
+
+namespace riders {
+namespace {
+
+// How long the loop sleeps when nobody does anything, before it lets the
+// plug-in have its idle call.
+constexpr uint32_t idleTicks = 10 * 60;
+
+}  // namespace
+
+Application::Application(const AppRequest &request, std::optional<ScreenSettings> screen)
+    : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), screen_(std::move(screen))
+{
+    plugin_.startUp();
+    menus_.emplace(plugin_.commands(), screen_);
+}
+
+void Application::run()
+{
+    if (!firstJob_.empty())
+        open(firstJob_);
+    while (!over_ && !toolbox::quitAsked()) {
+        EventRecord event;
+        WaitNextEvent(everyEvent, &event, idleTicks);
+        handle(event);
+    }
+}
+
+void Application::handle(const EventRecord &event)
+{
+    if (!menuEvent(event) && event.what == nullEvent && !toolbox::quitAsked())
+        plugin_.call(kSelectIdle);
+}
+
+bool Application::menuEvent(const EventRecord &event)
+{
+    int32_t choice = 0;
+    WindowPtr window = nullptr;
+    if (event.what == mouseDown && FindWindow(event.where, &window) == inMenuBar) {
+        menus_->update(document_.has_value());
+        choice = MenuSelect(event.where);
+    } else if (event.what == keyDown && event.modifiers & cmdKey) {
+        menus_->update(document_.has_value());
+        choice = MenuKey(static_cast<int16_t>(event.message & charCodeMask));
+        if (choice == 0)
+            return false;
+    } else {
+        return false;
+    }
+    carryOut(menus_->chosen(choice));
+    HiliteMenu(0);
+    return true;
+}
+
+void Application::carryOut(const Command &command)
+{
+    switch (command.kind) {
+    case Command::Kind::none: return;
+    case Command::Kind::about: plugin_.call(kSelectAbout); return;
+    case Command::Kind::open: return askAndOpen();
+    case Command::Kind::close: return document_->close();
+    case Command::Kind::quit: return quit();
+    case Command::Kind::plugin: plugin_.call(kSelectCommand, command.number); return;
+    case Command::Kind::fullScreen: return screen_->setFullScreen(!screen_->fullScreen());
+    case Command::Kind::depth: return screen_->setDepth(command.number);
+    }
+}
+
+void Application::askAndOpen()
+{
+    if (std::filesystem::path job = askForJob(); !job.empty())
+        open(job);
+}
+
+// A window that is open shows the job in its place.
+void Application::open(const std::filesystem::path &job)
+{
+    try {
+        if (document_)
+            return document_->open(job);
+        document_.emplace(job, [this](const EventRecord &event) { return menuEvent(event); });
+    } catch (const Refusal &refusal) {
+        return showProblem(refusal.message);
+    }
+    HiliteMenu(0);
+    document_->run();
+    document_.reset();
+}
+
+void Application::quit()
+{
+    over_ = true;
+    if (document_)
+        document_->close();
+}
+
+}  // namespace riders

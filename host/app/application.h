@@ -1,0 +1,50 @@
+// The program on a screen: its menu bar, the plug-in's commands, and the window
+// of a job.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "app/document.h"
+#include "app/menus.h"
+#include "app/screen_settings.h"
+#include "plugin/plugin.h"
+#include "plugin/resource_fork.h"
+
+namespace riders {
+
+struct AppRequest {
+    std::filesystem::path program;   // its resource fork lies beside it
+    std::filesystem::path plugin;
+    std::filesystem::path job;       // opened at start; empty: none
+};
+
+// Runs on any machine; the Toolbox must be started, and must outlive it.
+class Application {
+public:
+    // PluginError when something it needs is missing.
+    Application(const AppRequest &request, std::optional<ScreenSettings> screen);
+
+    // Until the person quits, or the machine asks the program to end.
+    // toolbox::ProcessEnded passes through when the plug-in ends the process.
+    void run();
+
+private:
+    void handle(const EventRecord &event);
+    // Of the menu bar, and Command keys; true: taken.
+    bool menuEvent(const EventRecord &event);
+    void carryOut(const Command &command);
+    void askAndOpen();
+    void open(const std::filesystem::path &job);
+    void quit();
+
+    ResourceFork fork_;
+    Plugin plugin_;
+    std::filesystem::path firstJob_;
+    std::optional<ScreenSettings> screen_;
+    std::optional<Menus> menus_;
+    std::optional<Document> document_;
+    bool over_ = false;
+};
+
+}  // namespace riders

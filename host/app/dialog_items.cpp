@@ -1,0 +1,117 @@
+#include "app/dialog_items.h"
+
+#include "toolbox/host/text.h"
+#include "toolbox/system.h"
+
+namespace riders {
+namespace {
+
+constexpr uint8_t dimmed = 255;
+
+Handle itemOf(DialogPtr dialog, int16_t number, Rect *box)
+{
+    int16_t type = 0;
+    Handle item = nullptr;
+    GetDItem(dialog, number, &type, &item, box);
+    return item;
+}
+
+ControlHandle buttonOf(DialogPtr dialog, int16_t number)
+{
+    Rect ignored;
+    return reinterpret_cast<ControlHandle>(itemOf(dialog, number, &ignored));
+}
+
+struct PortOf {
+    explicit PortOf(DialogPtr dialog)
+    {
+        GetPort(&before);
+        SetPort(dialog);
+    }
+    ~PortOf() { SetPort(before); }
+    PortOf(const PortOf &) = delete;
+    GrafPtr before;
+};
+
+std::string fitting(std::string roman, int width)
+{
+    constexpr char ellipsis = '\xC9';
+    Str255 text;
+    toolbox::setPascal(text, roman);
+    for (bool cut = false; StringWidth(text) > width && roman.size() > cut; cut = true) {
+        roman.erase(roman.size() - 1 - cut);
+        roman += ellipsis;
+        toolbox::setPascal(text, roman);
+    }
+    return roman;
+}
+
+}  // namespace
+
+void setUserItem(DialogPtr dialog, int16_t number, UserItemProcPtr draw)
+{
+    int16_t type = 0;
+    Handle item = nullptr;
+    Rect box;
+    GetDItem(dialog, number, &type, &item, &box);
+    SetDItem(dialog, number, type, reinterpret_cast<Handle>(draw), &box);
+}
+
+void setItemText(DialogPtr dialog, int16_t number, const std::string &text)
+{
+    PortOf port(dialog);
+    Rect box;
+    Str255 shown;
+    Handle item = itemOf(dialog, number, &box);
+    toolbox::setPascal(shown, fitting(toolbox::romanFromUtf8Lossy(text).substr(0, 255), box.right - box.left));
+    SetIText(item, shown);
+}
+
+void enableButton(DialogPtr dialog, int16_t number, bool enabled)
+{
+    HiliteControl(buttonOf(dialog, number), enabled ? 0 : dimmed);
+}
+
+void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)
+{
+    if (!reinterpret_cast<WindowPeek>(dialog)->visible)
+        return;
+    PortOf port(dialog);
+    Rect box;
+    itemOf(dialog, outline, &box);
+    PenSize(3, 3);
+    if ((**buttonOf(dialog, button)).contrlHilite == dimmed)
+        PenPat(&qd.gray);
+    FrameRoundRect(&box, 16, 16);
+    PenNormal();
+}
+
+int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCancel)
+{
+    enum { enter = 0x03, carriageReturn = 0x0D, escape = 0x1B };
+    if (event.what != keyDown)
+        return 0;
+    switch (event.message & charCodeMask) {
+    case enter:
+    case carriageReturn: return byDefault;
+    case escape: return toCancel;
+    case '.': return event.modifiers & cmdKey ? toCancel : 0;
+    default: return 0;
+    }
+}
+
+bool pressByKey(DialogPtr dialog, int16_t number)
+{
+    constexpr uint32_t flash = 8;
+    ControlHandle button = buttonOf(dialog, number);
+    if ((**button).contrlHilite == dimmed) {
+        SysBeep(1);
+        return false;
+    }
+    HiliteControl(button, inButton);
+    Delay(flash, nullptr);
+    HiliteControl(button, 0);
+    return true;
+}
+
+}  // namespace riders

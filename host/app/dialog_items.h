@@ -1,0 +1,24 @@
+// Items of the program's own dialogs.
+#pragma once
+
+#include <string>
+
+#include "toolbox/dialogs.h"
+
+namespace riders {
+
+void setUserItem(DialogPtr dialog, int16_t item, UserItemProcPtr draw);
+// UTF-8; cut, with an ellipsis, where it is wider than the item.
+void setItemText(DialogPtr dialog, int16_t item, const std::string &text);
+void enableButton(DialogPtr dialog, int16_t item, bool enabled);
+// Draws the outline of the default button, grey while the button is dimmed.
+// Nothing while the dialog is hidden.
+void drawOutline(DialogPtr dialog, int16_t outline, int16_t button);
+
+// The button that a key stands for: Return and Enter the default one, Escape
+// and Command-period the one that cancels; 0 for other events.
+int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCancel);
+// Shows the button pressed for 8 ticks. A dimmed one beeps: false.
+bool pressByKey(DialogPtr dialog, int16_t button);
+
+}  // namespace riders

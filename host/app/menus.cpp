@@ -1,0 +1,89 @@
+#include "app/menus.h"
+
+#include "toolbox/host/text.h"
+
+namespace riders {
+namespace {
+
+enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, screenMenu };
+enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
+enum ScreenItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
+constexpr int depths[] = {1, 2, 4, 8, 32};
+
+void insert(int16_t id)
+{
+    MenuHandle menu = GetMenu(id);
+    if (!menu)
+        throw PluginError("menu " + std::to_string(id) + " is missing from the program's resources");
+    InsertMenu(menu, 0);
+}
+
+void setText(const std::string &utf8, Str255 text)
+{
+    toolbox::setPascal(text, toolbox::romanFromUtf8Lossy(utf8));
+}
+
+}  // namespace
+
+Menus::Menus(const std::vector<MenuCommand> &commands, const std::optional<ScreenSettings> &screen)
+    : commands_(commands), screen_(screen)
+{
+    insert(programMenu);
+    insert(fileMenu);
+    insert(editMenu);
+    addCommands();
+    if (screen_)
+        insert(screenMenu);
+    DrawMenuBar();
+}
+
+// Under the heading of the first one: a plug-in has one.
+void Menus::addCommands()
+{
+    if (commands_.empty())
+        return;
+    Str255 text;
+    setText(commands_.front().group, text);
+    MenuHandle menu = NewMenu(pluginMenu, text);
+    for (std::size_t i = 0; menu && i < commands_.size(); ++i) {
+        setText("x", text);
+        AppendMenu(menu, text);
+        setText(commands_[i].text, text);   // as it stands, without AppendMenu's notation
+        SetItem(menu, static_cast<int16_t>(i + 1), text);
+    }
+    InsertMenu(menu, 0);
+}
+
+void Menus::update(bool documentOpen)
+{
+    MenuHandle file = GetMHandle(fileMenu);
+    if (documentOpen)
+        EnableItem(file, closeItem);
+    else
+        DisableItem(file, closeItem);
+    if (!screen_)
+        return;
+    MenuHandle screen = GetMHandle(screenMenu);
+    CheckItem(screen, fullScreenItem, screen_->fullScreen());
+    for (std::size_t i = 0; i < std::size(depths); ++i)
+        CheckItem(screen, static_cast<int16_t>(firstDepthItem + i), screen_->depth() == depths[i]);
+}
+
+Command Menus::chosen(int32_t choice) const
+{
+    using Kind = Command::Kind;
+    const int16_t item = LoWord(choice);
+    switch (HiWord(choice)) {
+    case programMenu: return {Kind::about};
+    case fileMenu:
+        return {item == openItem ? Kind::open : item == closeItem ? Kind::close : Kind::quit};
+    case pluginMenu: return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
+    case screenMenu:
+        if (item == fullScreenItem)
+            return {Kind::fullScreen};
+        return {Kind::depth, depths[item - firstDepthItem]};
+    default: return {};
+    }
+}
+
+}  // namespace riders

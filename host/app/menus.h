@@ -1,0 +1,38 @@
+// The program's menu bar.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "app/screen_settings.h"
+#include "plugin/plugin.h"
+#include "toolbox/menus.h"
+
+namespace riders {
+
+// What can be chosen; number is that of a plug-in's command, or of a depth.
+struct Command {
+    enum class Kind { none, about, open, close, quit, plugin, fullScreen, depth };
+    Kind kind = Kind::none;
+    int number = 0;
+};
+
+class Menus {
+public:
+    // Puts the menus into the bar and draws it. PluginError when one is missing
+    // from the resources. The settings must outlive it.
+    Menus(const std::vector<MenuCommand> &commands, const std::optional<ScreenSettings> &screen);
+
+    // Enables and marks what is to be, before a choice is made.
+    void update(bool documentOpen);
+    // What MenuSelect or MenuKey answered.
+    Command chosen(int32_t choice) const;
+
+private:
+    void addCommands();
+
+    const std::vector<MenuCommand> &commands_;
+    const std::optional<ScreenSettings> &screen_;
+};
+
+}  // namespace riders

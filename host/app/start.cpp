@@ -1,0 +1,60 @@
+#include "app/start.h"
+
+#include <langinfo.h>
+#include <locale.h>
+
+#include "toolbox/host/desktop.h"
+#include "toolbox/host/session.h"
+
+namespace riders {
+namespace {
+
+// As the person writes numbers; a period where their locale has none of one
+// character.
+char decimalPoint()
+{
+    char point = '.';
+    if (locale_t own = newlocale(LC_NUMERIC_MASK, "", nullptr)) {
+        const char *text = nl_langinfo_l(RADIXCHAR, own);
+        if (text[0] != '\0' && text[1] == '\0')
+            point = text[0];
+        freelocale(own);
+    }
+    return point;
+}
+
+struct Session {
+    explicit Session(toolbox::Machine &machine)
+    {
+        toolbox::Configuration configuration;
+        configuration.decimalPoint = decimalPoint();
+        configuration.startFolder = std::filesystem::current_path();
+        toolbox::start(configuration, machine);
+    }
+    ~Session() { toolbox::stop(); }
+    Session(const Session &) = delete;
+};
+
+ScreenSettings settingsOf(toolbox::Desktop &desktop)
+{
+    return {[&] { return desktop.fullScreen(); }, [&](bool wanted) { desktop.setFullScreen(wanted); },
+            [&] { return desktop.depth(); }, [&](int bits) { desktop.setDepth(bits); }};
+}
+
+}  // namespace
+
+std::string startOnDesktop(const AppRequest &request)
+{
+    try {
+        std::unique_ptr<toolbox::Desktop> desktop = toolbox::openDesktop();
+        Session session(*desktop);
+        Application(request, settingsOf(*desktop)).run();
+    } catch (const toolbox::DesktopError &error) {
+        return std::string(error.what()) + "; see riders --help for what the command line does";
+    } catch (const toolbox::ProcessEnded &) {
+        return "the plug-in could not go on and ended the program";
+    }
+    return {};
+}
+
+}  // namespace riders

@@ -1,0 +1,71 @@
+#include "app/words.h"
+
+#include "toolbox/bigendian.h"
+#include "toolbox/host/text.h"
+#include "toolbox/resources.h"
+#include "toolbox/system.h"
+
+namespace riders {
+namespace {
+
+constexpr int16_t stringList = 1000;
+constexpr int16_t problemAlert = 1010;
+constexpr int16_t menuBarHeight = 20;
+
+// How the bounds stand at the beginning of both kinds of template.
+struct Bounds {
+    BigInt16 top, left, bottom, right;
+};
+
+// Nil when there is none.
+Bounds *boundsOf(ResType type, int id)
+{
+    Handle resource = GetResource(type, static_cast<int16_t>(id));
+    return resource ? reinterpret_cast<Bounds *>(*resource) : nullptr;
+}
+
+// Alerts show where their resource says.
+void center(int16_t alert)
+{
+    Point corner = centered('ALRT', alert);
+    Bounds *bounds = boundsOf('ALRT', alert);
+    if (!bounds)
+        return;
+    bounds->bottom = static_cast<int16_t>(corner.v + bounds->bottom - bounds->top);
+    bounds->right = static_cast<int16_t>(corner.h + bounds->right - bounds->left);
+    bounds->top = corner.v;
+    bounds->left = corner.h;
+}
+
+}  // namespace
+
+std::string words(Words which)
+{
+    Str255 text;
+    GetIndString(text, stringList, static_cast<int16_t>(which));
+    return toolbox::utf8FromPascal(text);
+}
+
+Point centered(ResType type, int id)
+{
+    Rect screen = qd.screenBits.bounds;
+    screen.top = static_cast<int16_t>(screen.top + menuBarHeight);
+    Bounds *bounds = boundsOf(type, id);
+    if (!bounds)
+        return {screen.top, screen.left};
+    int freeHeight = screen.bottom - screen.top - (bounds->bottom - bounds->top);
+    int freeWidth = screen.right - screen.left - (bounds->right - bounds->left);
+    return {static_cast<int16_t>(screen.top + freeHeight / 3), static_cast<int16_t>(screen.left + freeWidth / 2)};
+}
+
+void showProblem(const std::string &text)
+{
+    Str255 shown, empty = {0};
+    toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(text));
+    ParamText(shown, empty, empty, empty);
+    SysBeep(1);
+    center(problemAlert);
+    StopAlert(problemAlert, nullptr);
+}
+
+}  // namespace riders

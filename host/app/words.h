@@ -1,0 +1,22 @@
+// What the program says, from its resource fork, and where it says it.
+#pragma once
+
+#include <string>
+
+#include "toolbox/dialogs.h"
+
+namespace riders {
+
+// Numbers in 'STR#' 1000.
+enum class Words { notStated = 1, inThisJob, none, saveWith, saveWithout, endingWith, endingWithout };
+// UTF-8.
+std::string words(Words which);
+
+// The top left, global, at which the 'DLOG' or 'ALRT' (told by its type) lies in
+// the middle of the main screen, a third of the free height down.
+Point centered(ResType type, int id);
+
+// Shows what went wrong, UTF-8, and waits for OK.
+void showProblem(const std::string &text);
+
+}  // namespace riders
