@@ -43,9 +43,9 @@ void Hands::move(int x, int y)
     tell("mousemove " + std::to_string(x) + " " + std::to_string(y));
 }
 
-void Hands::button(bool down)
+void Hands::button(bool down, Button which)
 {
-    tell(down ? "mousedown 1" : "mouseup 1");
+    tell((down ? "mousedown " : "mouseup ") + std::to_string(which));
 }
 
 void Hands::key(const std::string &name, const std::string &modifiers)

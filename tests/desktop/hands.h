@@ -17,7 +17,8 @@ public:
     Hands(const Hands &) = delete;
 
     void move(int x, int y);
-    void button(bool down);
+    enum Button { left = 1, right = 3 };
+    void button(bool down, Button which = left);
     // A key by its X name, the modifiers as X names them: "ctrl+shift".
     void key(const std::string &name, const std::string &modifiers = {});
     void modifier(const std::string &name, bool down);

@@ -25,6 +25,28 @@ TEST_P(SessionsInWindow, LeavesItsTrace)
 INSTANTIATE_TEST_SUITE_P(All, SessionsInWindow, ::testing::ValuesIn(kept::names()),
                          [](const auto &instance) { return instance.param; });
 
+// The intro, the credits scrolling by after a press of the right button, the
+// fall: as on the headless screen, in its own time.
+TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessScreen)
+{
+    desktop::Display display;
+    TemporaryFolder folder;
+    auto played = [&](const char *program) {
+        const std::string trace = folder / program;
+        CommandResult result = runProgram({std::string(RIDERS_BINARY_DIR "/") + program, "play",
+                                           RIDERS_SOURCE_DIR "/examples/about.play", "--preferences",
+                                           folder / ("preferences of " + std::string(program)), "--pictures",
+                                           folder / ("pictures of " + std::string(program)), "--trace", trace});
+        EXPECT_EQ(result.status, 0) << result.err;
+        return contentsOf(trace);
+    };
+    EXPECT_EQ(kept::difference(played("riders_in_window"), played("riders")), "");
+    for (const char *film : {"about-intro.png", "about-fall.png"})
+        EXPECT_TRUE(contentsOf(folder / "pictures of riders_in_window" / film) ==
+                    contentsOf(folder / "pictures of riders" / film))
+            << film << ": not the same steps were shown";
+}
+
 // The compositor's keyboard and mouse are those of the X display it stands on.
 TEST(SessionsOnWayland, LeaveTheirTraces)
 {

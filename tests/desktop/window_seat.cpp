@@ -174,8 +174,10 @@ bool WindowSeat::carryOut(const Input &meant)
         pointer_ = meant.where;
         hands_->move(corner_.first + meant.where.h * scale, corner_.second + meant.where.v * scale);
         return true;
-    case Kind::mouseDown: hands_->button(true); return true;
-    case Kind::mouseUp: hands_->button(false); return true;
+    case Kind::mouseDown:
+    case Kind::mouseUp:
+        hands_->button(meant.kind == Kind::mouseDown, meant.modifiers & controlKey ? Hands::right : Hands::left);
+        return true;
     case Kind::keyDown:
         holdModifiers(0);
         hands_->key(keyName(meant.character), modifierNames(heldFor(meant)));

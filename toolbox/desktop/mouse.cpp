@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "toolbox/events.h"
+
 namespace toolbox::desktop {
 namespace {
 
@@ -23,11 +25,16 @@ void Mouse::take(const SDL_Event &event, std::uint16_t modifiers)
         moveTo(event.motion.x, event.motion.y);
         return push(Kind::mouseMoved, modifiers);
     }
-    const bool press = event.type == SDL_MOUSEBUTTONDOWN;
-    if ((!press && event.type != SDL_MOUSEBUTTONUP) || event.button.button != SDL_BUTTON_LEFT || press == down_)
+    if (event.type != SDL_MOUSEBUTTONDOWN && event.type != SDL_MOUSEBUTTONUP)
         return;
-    down_ = press;
+    const bool press = event.type == SDL_MOUSEBUTTONDOWN;
+    const std::uint8_t button = event.button.button;
+    if ((button != SDL_BUTTON_LEFT && button != SDL_BUTTON_RIGHT) || down_ != (press ? 0 : button))
+        return;
+    down_ = press ? button : 0;
     moveTo(event.button.x, event.button.y);
+    if (button == SDL_BUTTON_RIGHT)
+        modifiers |= controlKey;
     push(press ? Kind::mouseDown : Kind::mouseUp, modifiers);
 }
 
@@ -35,7 +42,7 @@ void Mouse::release(std::uint16_t modifiers)
 {
     if (!down_)
         return;
-    down_ = false;
+    down_ = 0;
     push(Input::Kind::mouseUp, modifiers);
 }
 

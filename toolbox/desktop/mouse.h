@@ -15,8 +15,8 @@ public:
 
     // QuickDraw's pixels for one unit of the window system's.
     void setRatio(double pixelsPerUnit) { ratio_ = pixelsPerUnit; }
-    // Moves and the left button; all other events do nothing. modifiers are
-    // the Toolbox's.
+    // Moves, the left button, and the right one, which is the left one with
+    // Control; all other events do nothing. modifiers are the Toolbox's.
     void take(const SDL_Event &event, std::uint16_t modifiers);
     // Lets a held button go, where the mouse is.
     void release(std::uint16_t modifiers);
@@ -28,7 +28,7 @@ private:
     InputQueue &queue_;
     double ratio_ = 1;
     Point where_{};
-    bool down_ = false;
+    std::uint8_t down_ = 0;   // SDL's number of the button, 0 none
 };
 
 }  // namespace toolbox::desktop

@@ -49,6 +49,7 @@ struct DesktopError : std::runtime_error {
 //   character of the layout, '.' where the layout types a period; elsewhere
 //   what the layout and its dead keys type. A character that Mac OS Roman does
 //   not have sounds the beep.
+// - The right mouse button is the button with Control.
 // - F11, Alt-Return and Super-Return switch to the full screen and back and are
 //   seen by nobody else.
 // - Closing the window, SIGTERM, SIGINT and the end of the session each give
