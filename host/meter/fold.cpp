@@ -199,6 +199,32 @@ Lattice Folding::correction(double spread, double slopeSpread) const
     return lines_ ? Lattice{{}, {by[2], by[3]}} : Lattice{{by[0], by[1]}, {by[2], by[3]}};
 }
 
+CellFit::CellFit(const BitPage &page, const PageWindow &window, const Lattice &lattice)
+    : page_(page), lattice_(lattice), middleX_(window.left + (window.width - 1) / 2.0),
+      middleY_(window.top + (window.height - 1) / 2.0)
+{
+    Folding folding(page, window, 500'000);
+    folding.lay(lattice);
+    columns_ = folding.cell().columns;
+    shares_ = folding.cell().shares(0);
+}
+
+double CellFit::disagreement(const PageWindow &part) const
+{
+    constexpr int kMostRows = 200;
+    const int step = std::max(1, part.height / kMostRows) | 1;   // odd: not in step with the cells
+    double sum = 0, pixels = 0;
+    for (int y = part.top; y < part.top + part.height; y += step)
+        for (int x = part.left; x < part.left + part.width; ++x, ++pixels) {
+            const std::uint32_t u = phaseAt(lattice_.across, x - middleX_, y - middleY_);
+            const std::uint32_t v = phaseAt(lattice_.down, x - middleX_, y - middleY_);
+            const std::size_t column = columns_ == 1 ? 0 : u >> (32 - kBinBits);
+            const float share = shares_[(v >> (32 - kBinBits)) * columns_ + column];
+            sum += page_.at(x, y) ? 1 - share : share;
+        }
+    return pixels > 0 ? sum / pixels : 0;
+}
+
 double Folding::effect(const Lattice &by) const
 {
     const double x = window_.width / 2.0, y = window_.height / 2.0;
@@ -216,26 +242,37 @@ Lattice sum(const Lattice &lattice, const Lattice &by, double factor)
     return {add(lattice.across, by.across), add(lattice.down, by.down)};
 }
 
-// So many steps, or until one does nothing. A step that goes too far, as it
-// does where dots are small in their cells, is halved.
+double product(const Lattice &a, const Lattice &b)
+{
+    return a.across.x * b.across.x + a.across.y * b.across.y + a.down.x * b.down.x + a.down.y * b.down.y;
+}
+
+// So many steps, or until one does nothing. Where dots are small in their cells
+// steps go too far: one that makes the fold worse is halved, and one that turns
+// back makes the later ones shorter.
 void improve(Folding &folding, Lattice &lattice, int steps, double spread, double slopeSpread)
 {
     folding.lay(lattice);
+    double factor = 1;
+    Lattice last{};
     for (int step = 0; step < steps; ++step) {
         const double before = folding.cell().evenness();
         const Lattice by = folding.correction(spread, slopeSpread);
         const double effect = folding.effect(by);
         if (effect < 1e-4)
             return;
-        double factor = effect > 0.3 ? 0.3 / effect : 1;
-        Lattice better = sum(lattice, by, factor);
+        if (product(by, last) < 0)
+            factor /= 2;
+        last = by;
+        double part = std::min(factor, 0.3 / effect);
+        Lattice better = sum(lattice, by, part);
         folding.lay(better);
         for (int halved = 0; before > 0.1 && folding.cell().evenness() < 0.998 * before; ++halved) {
-            factor /= 2;
-            better = halved < 4 ? sum(lattice, by, factor) : lattice;
-            folding.lay(better);
-            if (halved >= 4)
+            if (halved == 4)
                 return;
+            part /= 2;
+            better = sum(lattice, by, part);
+            folding.lay(better);
         }
         lattice = better;
     }

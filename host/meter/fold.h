@@ -54,6 +54,22 @@ private:
     bool lines_ = false;
 };
 
+// Tells where in a window the pixels agree with its average cell.
+class CellFit {
+public:
+    // All must outlive it.
+    CellFit(const BitPage &page, const PageWindow &window, const Lattice &lattice);
+    // Share of pixels, of a part of the window, that are not what the cell says there.
+    double disagreement(const PageWindow &part) const;
+
+private:
+    const BitPage &page_;
+    Lattice lattice_;
+    double middleX_, middleY_;
+    int columns_;
+    std::vector<float> shares_;
+};
+
 // Refines a lattice that fits a patch of so many pixels in the middle of the
 // window, until it fits all of the window.
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);

@@ -26,6 +26,14 @@ double directionOf(const Wave &wave)
     return std::atan2(wave.y, wave.x) * 180 / std::numbers::pi;
 }
 
+// The same cells, their x axis between right and down.
+Lattice upright(Lattice lattice)
+{
+    for (int turns = 0; turns < 4 && (lattice.across.x <= 0 || lattice.across.y < 0); ++turns)
+        lattice = {lattice.down, {-lattice.across.x, -lattice.across.y}};
+    return lattice;
+}
+
 // Both axes of a cell speak for its size and direction.
 void setDots(ScreenReading &reading, const Lattice &lattice, double dpi)
 {
@@ -116,12 +124,45 @@ ScreenReading readWindow(const BitPage &page, const PageWindow &window)
     const std::optional<FoundLattice> found = findLattice(page, window);
     if (!found)
         return reading;
-    const Lattice &lattice = found->lattice;
-    lattice.lines() ? setLines(reading, lattice, page.dpi) : setDots(reading, lattice, page.dpi);
-    reading.waves[0] = lattice.across, reading.waves[1] = lattice.down;
+    const bool lines = found->lattice.lines();
+    const Lattice lattice = lines ? found->lattice : upright(found->lattice);
+    lines ? setLines(reading, lattice, page.dpi) : setDots(reading, lattice, page.dpi);
+    reading.waves[0] = lines ? Wave{lattice.down.y, -lattice.down.x} : lattice.across;
+    reading.waves[1] = lattice.down;
     setCell(reading, page, lattice);
     setBeat(reading, page, lattice);
     return reading;
+}
+
+// Takes strips off the sides where the pixels do not agree with the cell: a
+// neighbour of the tint that its ink alone did not tell. Nothing, when most disagree.
+PageWindow trimmed(const BitPage &page, const ScreenReading &reading)
+{
+    const Lattice lattice{reading.kind == ScreenKind::lines ? Wave{} : reading.waves[0], reading.waves[1]};
+    const CellFit fit(page, reading.window, lattice);
+    const double most = 1.5 * fit.disagreement(reading.window) + 0.03;
+    const int strip = std::max(kSmallestSide, int(page.dpi / 10));
+    PageWindow window = reading.window;
+    for (bool more = true; more && window.width > 3 * strip && window.height > 3 * strip;) {
+        const int right = window.left + window.width - strip, bottom = window.top + window.height - strip;
+        const bool left = fit.disagreement({window.left, window.top, strip, window.height}) > most;
+        const bool top = fit.disagreement({window.left, window.top, window.width, strip}) > most;
+        const bool atRight = fit.disagreement({right, window.top, strip, window.height}) > most;
+        const bool atBottom = fit.disagreement({window.left, bottom, window.width, strip}) > most;
+        window.left += left * strip, window.width -= (left + atRight) * strip;
+        window.top += top * strip, window.height -= (top + atBottom) * strip;
+        more = left || top || atRight || atBottom;
+    }
+    return window;
+}
+
+ScreenReading readTint(const BitPage &page, const PageWindow &tint)
+{
+    const ScreenReading reading = readWindow(page, tint);
+    if (reading.kind == ScreenKind::none)
+        return reading;
+    const PageWindow window = trimmed(page, reading);
+    return window.width == tint.width && window.height == tint.height ? reading : readWindow(page, window);
 }
 
 }  // namespace
@@ -132,7 +173,7 @@ ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &w
         return readWindow(page, cutToPage(page, *window));
     ScreenReading first;
     for (const PageWindow &tint : findTints(page)) {
-        const ScreenReading reading = readWindow(page, tint);
+        const ScreenReading reading = readTint(page, tint);
         if (reading.kind != ScreenKind::none)
             return reading;
         if (first.window.empty())

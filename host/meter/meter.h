@@ -53,7 +53,7 @@ struct ScreenReading {
     // near 1 for even screens, 0 for noise. Below 0.3 is called no screen.
     double evenness = 0;
     Beat beat;
-    Wave waves[2];           // of the cell's x and y axis; lines: only the second
+    Wave waves[2];           // of the cell's x and y axis, x at the angle; lines: y across them
     // The average cell, cellSide rows of as many values from 0 to 1; its place
     // is arbitrary. Lines: cellSide rows alike within themselves.
     std::vector<float> cell;
@@ -61,8 +61,10 @@ struct ScreenReading {
 };
 
 // Even tints of the page, from 1.5 to 98.5 % of ink, the largest first, 3
-// inches a side at most, not overlapping; text and drawings look uneven but can
-// slip in, so readScreen tries them in this order.
+// inches a side at most, not overlapping. They are told by their ink alone, in
+// tenths of an inch: text can slip in, and a window can reach that far over the
+// edge of a tint of nearly the same ink. readScreen tries them in this order and
+// trims what does not agree.
 std::vector<PageWindow> findTints(const BitPage &page, int most = 8);
 
 // Reads the screen of the window, or of the largest even tint that has one.

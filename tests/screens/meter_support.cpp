@@ -1,4 +1,4 @@
-#include "host/meter_support.h"
+#include "screens/meter_support.h"
 
 #include <algorithm>
 #include <cmath>

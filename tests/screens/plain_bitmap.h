@@ -1,0 +1,30 @@
+// Films that Ghostscript wrote, to be measured.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "meter/meter.h"
+
+// Keeps the bytes of a raw PBM file; a page is a look at them.
+class PlainBitmap {
+public:
+    PlainBitmap(std::string bytes, size_t start, int width, int height, double dpi)
+        : bytes_(std::move(bytes)), start_(start), width_(width), height_(height), dpi_(dpi)
+    {
+    }
+    riders::BitPage page() const
+    {
+        const auto *bits = reinterpret_cast<const std::uint8_t *>(bytes_.data() + start_);
+        return {bits, width_, height_, static_cast<size_t>((width_ + 7) / 8), dpi_};
+    }
+
+private:
+    std::string bytes_;
+    size_t start_;
+    int width_, height_;
+    double dpi_;
+};
+
+// Throws for what is no such file.
+PlainBitmap readPlainBitmap(const std::filesystem::path &file, double dpi);
