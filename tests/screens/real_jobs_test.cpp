@@ -84,6 +84,80 @@ TEST_P(EachProducer, PrintsWhatWasChosenOnEveryPage)
         expectChosenOnEveryPage(films(applied(job, spot)), GetParam().pages, spot);
 }
 
+// Wherever the fragment stands.
+class EachPlace : public RealJobs {
+protected:
+    void SetUp() override
+    {
+        makeGroff();
+        fragment = ridersWith(kRound);
+    }
+    void makeGroff()
+    {
+        jobProducers()[0].make(folder, folder / "job.ps");
+        job = contentsOf(folder / "job.ps");
+    }
+    // Both pages of the job with text put in behind a line of it.
+    void expectChosenBehind(const std::string &line, const std::string &text)
+    {
+        const size_t at = job.find(line + "\n");
+        ASSERT_NE(at, std::string::npos) << line;
+        std::string bytes = job;
+        writeFile(folder / "screened.ps", bytes.insert(at + line.size() + 1, text));
+        expectChosenOnEveryPage(films(folder / "screened.ps"), 2, kRound);
+    }
+
+    std::string job, fragment;
+};
+
+TEST_F(EachPlace, BehindTheFirstLine)
+{
+    expectChosenBehind("%!PS-Adobe-3.0", fragment);
+}
+
+TEST_F(EachPlace, InTheSetup)
+{
+    expectChosenBehind("%%BeginSetup", fragment);
+}
+
+TEST_F(EachPlace, Twice)
+{
+    expectChosenBehind("%!PS-Adobe-3.0", fragment + fragment);
+}
+
+TEST_F(EachPlace, BeforeTheJob)
+{
+    writeFile(folder / "riders", fragment);
+    expectChosenOnEveryPage(films(folder / "job.ps", {(folder / "riders").string()}), 2, kRound);
+}
+
+TEST_F(EachPlace, BeforeAPdf)
+{
+    writeFile(folder / "riders", fragment);
+    makePdf(folder, folder / "job.pdf");
+    expectChosenOnEveryPage(films(folder / "job.pdf", {(folder / "riders").string()}), 2, kRound);
+}
+
+TEST_F(EachPlace, InAnEncapsulatedDrawingWithoutShowpage)
+{
+    writeFile(folder / "drawing.eps", "%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 200 200\n%%EndComments\n"
+                                      "0.6 setgray 0 0 200 200 rectfill\n%%EOF\n");
+    const fs::path screened = applied(folder / "drawing.eps", kLine);
+    expectChosenOnEveryPage(films(screened, {"-dEPSCrop"}), 1, kLine);
+}
+
+// A job's own screens, also in procedures it bound before, and pages that restore.
+TEST_F(EachPlace, OverTheJobsOwnScreens)
+{
+    const std::string page = "save 60 0 {exch pop} setscreen 0.6 setgray 100 100 300 300 rectfill fine "
+                             "100 450 300 200 rectfill restore showpage\n";
+    writeFile(folder / "own.ps", "%!PS-Adobe-3.0\n%%EndComments\n%%BeginProlog\n"
+                                 "/fine {80 30 {pop} setscreen} bind def\n%%EndProlog\n%%BeginSetup\n"
+                                 "<< /PageSize [500 700] >> setpagedevice\n%%EndSetup\n%%Page: 1 1\n" +
+                                     page + "%%Page: 2 2\n" + page);
+    expectChosenOnEveryPage(films(applied(folder / "own.ps", kLine)), 2, kLine);
+}
+
 INSTANTIATE_TEST_SUITE_P(Debian, EachProducer, ::testing::ValuesIn(jobProducers()),
                          [](const auto &test) { return std::string(test.param.name); });
 
