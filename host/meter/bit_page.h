@@ -11,9 +11,9 @@ namespace riders {
 // sheet. Bits behind the width are never looked at.
 struct BitPage {
     const std::uint8_t *bits = nullptr;
-    int width = 0, height = 0;   // pixels
-    std::size_t rowBytes = 0;    // (width + 7) / 8 or more
-    double dpi = 0;              // pixels an inch, the same both ways
+    int width = 0, height = 0;  // pixels
+    std::size_t rowBytes = 0;   // (width + 7) / 8 or more
+    double dpi = 0;             // pixels an inch, the same both ways
 
     const std::uint8_t *row(int y) const { return bits + static_cast<std::size_t>(y) * rowBytes; }
     bool at(int x, int y) const { return row(y)[x >> 3] >> (7 - (x & 7)) & 1; }

@@ -10,8 +10,8 @@ namespace riders {
 namespace {
 
 constexpr int kSmallestPatch = 32;
-constexpr double kLeastPeriods = 4;     // in a window that can be measured
-constexpr double kGoodPeriods = 10;     // in a patch, to take its waves at their word
+constexpr double kLeastPeriods = 4;  // in a window that can be measured
+constexpr double kGoodPeriods = 10;  // in a patch, to take its waves at their word
 constexpr double kLeastEvenness = 0.3;
 constexpr std::size_t kMostCandidates = 4;
 
@@ -43,7 +43,8 @@ std::vector<Candidate> candidatesOf(const Spectrum &spectrum)
     std::sort(candidates.begin(), candidates.end(),
               [](const Candidate &a, const Candidate &b) { return a.power > b.power; });
     if (!candidates.empty())
-        std::erase_if(candidates, [most = candidates[0].power](const Candidate &c) { return c.power < 0.7 * most; });
+        std::erase_if(candidates,
+                      [most = candidates[0].power](const Candidate &c) { return c.power < 0.7 * most; });
     if (candidates.size() > kMostCandidates)
         candidates.resize(kMostCandidates);
     return candidates;
@@ -98,7 +99,7 @@ std::optional<FoundLattice> findLattice(const BitPage &page, const PageWindow &w
         const bool whole = patch >= std::max(window.width, window.height) / 2;
         const std::vector<Candidate> candidates = candidatesOf(spectrum);
         if (candidates.empty() || (length(candidates[0].lattice.across) * patch < kGoodPeriods && !whole))
-            continue;   // too slow for this patch: look at a larger one, more coarsely
+            continue;  // too slow for this patch: look at a larger one, more coarsely
         const Lattice lattice = bestOf(page, middleOf(window, patch), candidates);
         const FoundLattice found = dotsOrLines(page, window, lattice, patch);
         if (length(found.lattice.down) * smaller >= kLeastPeriods && (!best || found.evenness > best->evenness))

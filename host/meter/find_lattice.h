@@ -9,7 +9,7 @@ namespace riders {
 
 struct FoundLattice {
     Lattice lattice;
-    double evenness;   // in the patch, see ScreenReading
+    double evenness;  // in the patch, see ScreenReading
 };
 // The lattice of the screen in the window, fitting all of it; none when the
 // window has no screen. The window lies on the page.

@@ -9,7 +9,7 @@ namespace riders {
 namespace {
 
 constexpr int kBlocksASide = 12;
-constexpr int kSmallestBlock = 16;   // pixels
+constexpr int kSmallestBlock = 16;  // pixels
 constexpr int kBinBits = 5;
 constexpr int kBins = 1 << kBinBits;
 
@@ -22,7 +22,8 @@ std::vector<float> bell(double spread)
     return weights;
 }
 
-std::vector<float> blurred(const std::vector<float> &bins, int columns, int rows, const std::vector<float> &weights)
+std::vector<float> blurred(const std::vector<float> &bins, int columns, int rows,
+                           const std::vector<float> &weights)
 {
     const auto along = [&](const std::vector<float> &from, int size, std::size_t step, auto startOf, int lanes) {
         std::vector<float> to(from.size());
@@ -33,14 +34,16 @@ std::vector<float> blurred(const std::vector<float> &bins, int columns, int rows
                 const std::size_t start = startOf(lane);
                 float sum = from[start + i * step] * weights[0];
                 for (int k = 1; k < int(weights.size()); ++k)
-                    sum += weights[k] * (from[start + (i + k) % size * step] +
-                                         from[start + (i - k + size) % size * step]);
+                    sum += weights[k] *
+                           (from[start + (i + k) % size * step] + from[start + (i - k + size) % size * step]);
                 to[start + i * step] = sum;
             }
         return to;
     };
-    const auto across = along(bins, columns, 1, [&](int row) { return std::size_t(row) * columns; }, rows);
-    return along(across, rows, columns, [](int column) { return std::size_t(column); }, columns);
+    const auto across = along(
+        bins, columns, 1, [&](int row) { return std::size_t(row) * columns; }, rows);
+    return along(
+        across, rows, columns, [](int column) { return std::size_t(column); }, columns);
 }
 
 // Solves the symmetric system by elimination; unknowns that nothing bears on stay 0.
@@ -212,7 +215,7 @@ CellFit::CellFit(const BitPage &page, const PageWindow &window, const Lattice &l
 double CellFit::disagreement(const PageWindow &part) const
 {
     constexpr int kMostRows = 200;
-    const int step = std::max(1, part.height / kMostRows) | 1;   // odd: not in step with the cells
+    const int step = std::max(1, part.height / kMostRows) | 1;  // odd: not in step with the cells
     double sum = 0, pixels = 0;
     for (int y = part.top; y < part.top + part.height; y += step)
         for (int x = part.left; x < part.left + part.width; ++x, ++pixels) {
@@ -283,7 +286,7 @@ void improve(Folding &folding, Lattice &lattice, int steps, double spread, doubl
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice lattice, int patch)
 {
     const int whole = std::max(window.width, window.height);
-    for (int side = patch; side < whole; side = side > whole / 3 ? whole : side * 2) {
+    for (int side = patch; side<whole; side = side> whole / 3 ? whole : side * 2) {
         Folding folding(page, middleOf(window, side), 500'000);
         improve(folding, lattice, 4, kBins / 10.0, kBins / 10.0);
     }

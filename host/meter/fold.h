@@ -42,7 +42,7 @@ public:
 private:
     struct Block {
         int left, top, width, height;
-        double x, y;   // its middle from that of the window
+        double x, y;  // its middle from that of the window
         FoldedCell cell;
     };
     void layBlock(Block &block, const Lattice &lattice);

@@ -10,7 +10,7 @@ namespace riders {
 namespace {
 
 constexpr std::size_t kStarts = 4;
-constexpr int kCoarseSample = 6'000, kFineSample = 40'000;   // pixels
+constexpr int kCoarseSample = 6'000, kFineSample = 40'000;  // pixels
 
 // Pixels of the window's middle, where each lies in the cell (0 to 1), and its ink.
 struct Sample {
@@ -169,7 +169,8 @@ Place climbed(const Sample &sample, const SpotFunction &spot, Place best, double
     best.correlation = correlationAt(sample, spot, best);
     while (step > least) {
         Place next = best;
-        for (const auto &[du, dv] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}, {1, 1}, {-1, -1}, {1, -1}, {-1, 1}}) {
+        for (const auto &[du, dv] :
+             {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}, {1, 1}, {-1, -1}, {1, -1}, {-1, 1}}) {
             Place place{best.u + du * step, best.v + dv * step, best.turns, 0};
             place.correlation = correlationAt(sample, spot, place);
             next = std::max(next, place, [](const Place &a, const Place &b) { return better(b, a); });

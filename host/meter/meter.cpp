@@ -12,13 +12,13 @@ namespace riders {
 
 namespace {
 
-constexpr int kSmallestSide = 32;   // pixels
+constexpr int kSmallestSide = 32;  // pixels
 
 double within(double degrees, double turn)
 {
     const double rest = std::fmod(degrees, turn);
     const double positive = rest < 0 ? rest + turn : rest;
-    return positive >= turn ? 0 : positive;   // -1e-17 + 90 is 90
+    return positive >= turn ? 0 : positive;  // -1e-17 + 90 is 90
 }
 
 double directionOf(const Wave &wave)
@@ -37,7 +37,7 @@ Lattice upright(Lattice lattice)
 // Both axes of a cell speak for its size and direction.
 void setDots(ScreenReading &reading, const Lattice &lattice, double dpi)
 {
-    const Wave back{lattice.down.y, -lattice.down.x};   // a quarter turn anticlockwise
+    const Wave back{lattice.down.y, -lattice.down.x};  // a quarter turn anticlockwise
     const Wave mean{(lattice.across.x + back.x) / 2, (lattice.across.y + back.y) / 2};
     reading.kind = ScreenKind::dots;
     reading.frequency = length(mean) * dpi;

@@ -29,31 +29,31 @@ using SpotFunction = std::function<double(double x, double y)>;
 enum class ScreenKind { none, dots, lines };
 
 struct Wave {
-    double x = 0, y = 0;   // periods a pixel, to the right and down the sheet
+    double x = 0, y = 0;  // periods a pixel, to the right and down the sheet
 };
 
 // A regular unevenness that is coarser than the screen itself.
 struct Beat {
-    double strength = 0;    // its amplitude by that of the screen's wave, 0 and up
-    double frequency = 0;   // periods an inch
-    double direction = 0;   // degrees of its wave, clockwise from the right, 0 to below 180
+    double strength = 0;   // its amplitude by that of the screen's wave, 0 and up
+    double frequency = 0;  // periods an inch
+    double direction = 0;  // degrees of its wave, clockwise from the right, 0 to below 180
 };
 
 struct ScreenReading {
     ScreenKind kind = ScreenKind::none;
-    PageWindow window;       // where it was measured; empty when there was no tint
-    double frequency = 0;    // lines an inch
+    PageWindow window;     // where it was measured; empty when there was no tint
+    double frequency = 0;  // lines an inch
     // Degrees as setscreen takes them, which is clockwise on the upright sheet.
     // Dots: 0 to below 90, a quarter turn more looks the same (see likenessTo).
     // Lines: 0 to below 180, the direction in which they run, as for -|y|.
     double angle = 0;
-    double ink = 0;          // 0 to 1, of the window
-    double cellPixels = 0;   // pixels along a cell's side
+    double ink = 0;         // 0 to 1, of the window
+    double cellPixels = 0;  // pixels along a cell's side
     // Share of the window's light and dark that one cell, repeated, explains:
     // near 1 for even screens, 0 for noise. Below 0.3 is called no screen.
     double evenness = 0;
     Beat beat;
-    Wave waves[2];           // of the cell's x and y axis, x at the angle; lines: y across them
+    Wave waves[2];  // of the cell's x and y axis, x at the angle; lines: y across them
     // The average cell, cellSide rows of as many values from 0 to 1; its place
     // is arbitrary. Lines: cellSide rows alike within themselves.
     std::vector<float> cell;
@@ -77,7 +77,7 @@ ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &w
 // best over where the cell may begin and over its four quarter turns.
 struct Likeness {
     double correlation = -1;
-    int quarterTurns = 0;   // 0 to 3, to add to the angle
+    int quarterTurns = 0;  // 0 to 3, to add to the angle
 };
 Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const SpotFunction &spot);
 

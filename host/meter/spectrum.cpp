@@ -25,7 +25,8 @@ using Plan = std::unique_ptr<fftwf_plan_s, PlanEnd>;
 struct BufferEnd {
     void operator()(void *buffer) const { fftwf_free(buffer); }
 };
-template <typename T> using Buffer = std::unique_ptr<T[], BufferEnd>;
+template <typename T>
+using Buffer = std::unique_ptr<T[], BufferEnd>;
 
 // Making plans is the one thing FFTW does not allow several threads at once.
 fftwf_plan planFor(int rows, int columns, float *in, fftwf_complex *out)

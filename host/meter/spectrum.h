@@ -25,7 +25,7 @@ public:
     // Strongest line slower than this many periods a pixel; lines too slow to be told from an edge left out.
     Peak strongestBelow(double frequency) const;
 
-    int across() const { return across_; }   // pixels of the page
+    int across() const { return across_; }  // pixels of the page
     int down() const { return down_; }
 
 private:
@@ -37,7 +37,7 @@ private:
     bool isPeak(int kx, int ky) const;
 
     int shrink_, columns_, rows_, across_, down_;
-    std::vector<float> blocks_, strength_;   // strength_: rows_ by columns_ / 2 + 1
+    std::vector<float> blocks_, strength_;  // strength_: rows_ by columns_ / 2 + 1
 };
 
 }  // namespace riders

@@ -43,9 +43,7 @@ const std::vector<NamedSpot> &namedSpots()
         {"Cross", [](double x, double y) { return -std::min(std::abs(x), std::abs(y)); }},
         {"Euclidean", euclidean},
         {"CosineDot",
-         [](double x, double y) {
-             return (std::cos(std::numbers::pi * x) + std::cos(std::numbers::pi * y)) / 2;
-         }},
+         [](double x, double y) { return (std::cos(std::numbers::pi * x) + std::cos(std::numbers::pi * y)) / 2; }},
         {"Rhomboid", [](double x, double y) { return (0.9 * std::abs(x) + std::abs(y)) / 2; }},
     };
     return spots;

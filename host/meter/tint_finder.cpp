@@ -8,9 +8,9 @@ namespace riders {
 
 namespace {
 
-constexpr double kLargest = 3;            // inches
+constexpr double kLargest = 3;  // inches
 constexpr double kLeastInk = 0.015;
-constexpr double kCoarsestScreen = 20;    // lines an inch
+constexpr double kCoarsestScreen = 20;  // lines an inch
 
 // Ink of the page in square blocks, and sums over any rectangle of them.
 class Blocks {
@@ -71,7 +71,8 @@ public:
 
     std::vector<Area> find(int most)
     {
-        for (int side = std::min({largest_, blocks_.columns, blocks_.rows}); side >= 2; side -= std::max(1, side / 8))
+        for (int side = std::min({largest_, blocks_.columns, blocks_.rows}); side >= 2;
+             side -= std::max(1, side / 8))
             for (int row = 0; row + side <= blocks_.rows; ++row)
                 for (int column = 0; column + side <= blocks_.columns; ++column) {
                     if (int(found_.size()) == most)

@@ -78,14 +78,15 @@ TEST(MeterEdges, AnswersForBitsOfAnyKind)
         Sheet sheet(40 + static_cast<int>(random() % 200), 40 + static_cast<int>(random() % 200), 150);
         const size_t period = 1 + random() % 40;
         for (size_t at = 0; at < sheet.bytes(); ++at)
-            sheet.bits[at] = at < period || random() % 16 == 0 ? static_cast<std::uint8_t>(random())
-                                                               : sheet.bits[at - period];
+            sheet.bits[at] =
+                at < period || random() % 16 == 0 ? static_cast<std::uint8_t>(random()) : sheet.bits[at - period];
         const auto reading = riders::readScreen(sheet.page, PageWindow{0, 0, sheet.page.width, sheet.page.height});
         EXPECT_TRUE(std::isfinite(reading.frequency) && reading.frequency >= 0);
         EXPECT_TRUE(reading.angle >= 0 && reading.angle < 180) << reading.angle;
         EXPECT_TRUE(reading.ink >= 0 && reading.ink <= 1) << reading.ink;
         EXPECT_TRUE(reading.beat.strength >= 0 && std::isfinite(reading.beat.strength));
-        const double like = riders::likenessTo(sheet.page, reading, [](double x, double) { return x; }).correlation;
+        const double like =
+            riders::likenessTo(sheet.page, reading, [](double x, double) { return x; }).correlation;
         EXPECT_TRUE(like >= -1 && like <= 1.000001) << like;
     }
 }
@@ -99,7 +100,8 @@ TEST(MeterEdges, SpotFunctionsThatFailAreTakenAsFlat)
     const auto reading = riders::readScreen(sheet.page, PageWindow{0, 0, 200, 200});
     ASSERT_EQ(reading.kind, riders::ScreenKind::lines);
     EXPECT_NEAR(reading.frequency, 10, 0.05);
-    EXPECT_LT(riders::likenessTo(sheet.page, reading, [](double, double) { return std::nan(""); }).correlation, 0.7);
+    EXPECT_LT(riders::likenessTo(sheet.page, reading, [](double, double) { return std::nan(""); }).correlation,
+              0.7);
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ void makeGroff(const TemporaryFolder &folder, const fs::path &job)
 void makeEnscript(const TemporaryFolder &folder, const fs::path &job)
 {
     writeFile(folder / "text", repeated("a line\n", 100));
-    produce(folder, {"enscript", "-q", "-G", "--highlight-bars=20", "--highlight-bar-gray=0.6", "-p", job, "text"});
+    produce(folder,
+            {"enscript", "-q", "-G", "--highlight-bars=20", "--highlight-bar-gray=0.6", "-p", job, "text"});
 }
 
 // Comments stand on grey; most of this one is blank. It is a grey of 3 %, too
@@ -74,10 +75,11 @@ void makeCairo(const TemporaryFolder &, const fs::path &job)
 void writeDrawings(const TemporaryFolder &folder)
 {
     for (const char *shade : {"777777", "bbbbbb"})
-        writeFile(folder / (std::string(shade) + ".svg"),
-                  "<svg xmlns='http://www.w3.org/2000/svg' width='500' height='600'><rect x='50' y='60' width='300'"
-                  " height='200' fill='#" +
-                      std::string(shade) + "'/><text x='50' y='400'>Below the box</text></svg>");
+        writeFile(
+            folder / (std::string(shade) + ".svg"),
+            "<svg xmlns='http://www.w3.org/2000/svg' width='500' height='600'><rect x='50' y='60' width='300'"
+            " height='200' fill='#" +
+                std::string(shade) + "'/><text x='50' y='400'>Below the box</text></svg>");
 }
 
 void makeRsvg(const TemporaryFolder &folder, const fs::path &job)
@@ -126,8 +128,7 @@ const std::vector<Producer> &jobProducers()
     static const std::vector<Producer> producers = {
         {"groff", 2, makeGroff},       {"enscript", 2, makeEnscript}, {"a2ps", 2, makeA2ps},
         {"cairo", 2, makeCairo},       {"rsvg", 2, makeRsvg},         {"pdftops", 2, makePdftops},
-        {"ps2write", 2, makePs2write}, {"gnuplot", 2, makeGnuplot},
-        {"psnup", 1, makePsnup},
+        {"ps2write", 2, makePs2write}, {"gnuplot", 2, makeGnuplot},   {"psnup", 1, makePsnup},
     };
     return producers;
 }

@@ -8,7 +8,7 @@
 
 struct IdealScreen {
     double frequency, angle, ink, dpi;
-    double (*spot)(double x, double y) = nullptr;   // round when not said
+    double (*spot)(double x, double y) = nullptr;  // round when not said
 };
 
 // A page of white that holds its bits.

@@ -65,9 +65,12 @@ void expectExact(const Asked &asked, double inches)
 
 TEST(Meter, ReadsIdealScreensExactly)
 {
-    for (const Asked &asked : {Asked{85, 45, 0.25, 600, "Round"}, {150, 15, 0.4, 600, "Euclidean"},
-                               {20, 0, 0.05, 600, "Round"}, {133.3, 71.6, 0.95, 1200, "Ellipse"},
-                               {47.43, 18.435, 0.5, 600, "Line"}, {120, 90, 0.6, 600, "Line"}})
+    for (const Asked &asked : {Asked{85, 45, 0.25, 600, "Round"},
+                               {150, 15, 0.4, 600, "Euclidean"},
+                               {20, 0, 0.05, 600, "Round"},
+                               {133.3, 71.6, 0.95, 1200, "Ellipse"},
+                               {47.43, 18.435, 0.5, 600, "Line"},
+                               {120, 90, 0.6, 600, "Line"}})
         expectExact(asked, 3);
 }
 
@@ -147,7 +150,7 @@ TEST(Meter, KeepsTintsApartAndTakesTheLargest)
 TEST(Meter, TellsTheShapesOfTheMenuApart)
 {
     for (const riders::NamedSpot &spot : riders::namedSpots()) {
-        const double ink = spot.name == std::string("Round") ? 0.85 : 0.6;   // below, round and Euclidean are one
+        const double ink = spot.name == std::string("Round") ? 0.85 : 0.6;  // below, round and Euclidean are one
         const PaintedPage painted = tintPage({40, 22.5, ink, 600, spot.name}, 1);
         const ScreenReading reading = riders::readScreen(painted.page(), wholeOf(painted.page()));
         EXPECT_EQ(riders::nearestSpot(painted.page(), reading), spot.name);
@@ -160,8 +163,7 @@ TEST(Meter, TellsHowACellIsTurned)
     for (double angle : {22.5, 112.5}) {
         const PaintedPage painted = tintPage({40, angle, 0.4, 600, "Ellipse"}, 1);
         const ScreenReading reading = riders::readScreen(painted.page(), wholeOf(painted.page()));
-        const riders::Likeness like =
-            riders::likenessTo(painted.page(), reading, spotNamed("Ellipse").value);
+        const riders::Likeness like = riders::likenessTo(painted.page(), reading, spotNamed("Ellipse").value);
         EXPECT_NEAR(reading.angle, 22.5, 0.02);
         EXPECT_NEAR(std::remainder(reading.angle + 90 * like.quarterTurns - angle, 180), 0, 0.02);
     }

@@ -42,9 +42,11 @@ protected:
     // Films of the job's pages; `first` is run before it.
     std::vector<PlainBitmap> films(const fs::path &job, const std::vector<std::string> &before = {})
     {
-        std::vector<std::string> command = {"timeout", "60", "gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE",
-                                            "-sDEVICE=pbmraw", "-r300",
-                                            "-sOutputFile=" + (folder / "film%d.pbm").string()};
+        std::vector<std::string> command = {"timeout",   "60",
+                                            "gs",        "-q",
+                                            "-dSAFER",   "-dBATCH",
+                                            "-dNOPAUSE", "-sDEVICE=pbmraw",
+                                            "-r300",     "-sOutputFile=" + (folder / "film%d.pbm").string()};
         command.insert(command.end(), before.begin(), before.end());
         command.push_back(job.string());
         const CommandResult run = runProgram(command, {}, folder.path().string());
