@@ -141,6 +141,28 @@ TEST_F(PostScriptErrors, TwoHandlersPrintOneReport)
     EXPECT_FALSE(std::filesystem::exists(folder / "page2"));
 }
 
+// The sheet is out before the next one's beginning fails again.
+TEST_F(PostScriptErrors, FailingBeginOfAPagePrintsOneReport)
+{
+    runGhostscript(folder, "%!PS\n" + handler + "<< /BeginPage {pop missingHeader} >> setpagedevice\n", "page%d",
+                   kWords);
+    expectWords(contentsOf(folder / "page1"), "undefined; beginpage");
+    EXPECT_FALSE(std::filesystem::exists(folder / "page2"));
+}
+
+TEST_F(PostScriptErrors, DeepInsideTheJobArePrinted)
+{
+    const std::string pattern = "<< /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 9 9] /XStep 9 /YStep 9 "
+                                "/PaintProc {pop inPattern} >> matrix makepattern setpattern 0 0 50 50 rectfill";
+    const std::string saved = "save save 5 {gsave 10 10 clip newpath} repeat 0 0 scale true setglobal inSaves";
+    const std::string longName(300, 'x');
+    for (const auto &[job, words] : {std::pair{pattern, std::string("undefined; inPattern")},
+                                     {saved, "inSaves; -save-"},
+                                     {longName, "Command: xxxxxxxx"},
+                                     {"{pop (x) 1 add} settransfer 0 0 9 9 rectfill", "typecheck; (x)"}})
+        expectWords(wordsOf("%!PS\n" + handler + job + "\n"), words);
+}
+
 TEST_F(PostScriptErrors, StopWithoutAnErrorIsNotReported)
 {
     runGhostscript(folder, "%!PS\n" + handler + "stop\n", "page%d", kWords);
