@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "desktop_loader/module.h"
+
 namespace toolbox::desktop {
 namespace {
 
@@ -161,14 +163,14 @@ void DesktopMachine::settleScreen()
 {
     settlesAt_.reset();
     const int scale = window_.scale();
-    const SDL_Point pixels = window_.pixels();
     const Screen before = screen_;
+    if (scale != before.scale || before.bounds.right == 0)
+        window_.keepAbove(smallestWidth, smallestHeight, scale);
+    const SDL_Point pixels = window_.pixels();
     screen_.scale = scale;
     screen_.bounds = Rect{0, 0, static_cast<std::int16_t>(std::max(pixels.y / scale, 1)),
                           static_cast<std::int16_t>(std::max(pixels.x / scale, 1))};
     mouse_.setRatio(window_.pixelsPerUnit() / scale);
-    if (scale != before.scale)
-        window_.keepAbove(smallestWidth, smallestHeight, scale);
     if (scale == before.scale && screen_.bounds.right == before.bounds.right &&
         screen_.bounds.bottom == before.bounds.bottom)
         return;
@@ -185,8 +187,7 @@ void DesktopMachine::present(int, const Picture &picture, const Rect &changed)
 
 void DesktopMachine::setDepth(int bits)
 {
-    constexpr int depths[] = {1, 2, 4, 8, 32};
-    if (std::find(std::begin(depths), std::end(depths), bits) == std::end(depths))
+    if (!isDepth(bits))
         throw std::invalid_argument("the depth is 1, 2, 4, 8 or 32");
     if (bits == screen_.depth)
         return;

@@ -104,14 +104,19 @@ std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode key)
     return found->character;
 }
 
-std::optional<SDL_Scancode> navigationKey(SDL_Scancode place)
+std::optional<NavigationKey> navigationKey(SDL_Scancode place)
 {
-    static const std::map<SDL_Scancode, SDL_Scancode> keys = {
-        {SDL_SCANCODE_KP_0, SDL_SCANCODE_INSERT}, {SDL_SCANCODE_KP_1, SDL_SCANCODE_END},
-        {SDL_SCANCODE_KP_2, SDL_SCANCODE_DOWN},   {SDL_SCANCODE_KP_3, SDL_SCANCODE_PAGEDOWN},
-        {SDL_SCANCODE_KP_4, SDL_SCANCODE_LEFT},   {SDL_SCANCODE_KP_6, SDL_SCANCODE_RIGHT},
-        {SDL_SCANCODE_KP_7, SDL_SCANCODE_HOME},   {SDL_SCANCODE_KP_8, SDL_SCANCODE_UP},
-        {SDL_SCANCODE_KP_9, SDL_SCANCODE_PAGEUP}, {SDL_SCANCODE_KP_PERIOD, SDL_SCANCODE_DELETE},
+    static const std::map<SDL_Scancode, NavigationKey> keys = {
+        {SDL_SCANCODE_KP_0, {SDLK_INSERT, SDL_SCANCODE_INSERT}},
+        {SDL_SCANCODE_KP_1, {SDLK_END, SDL_SCANCODE_END}},
+        {SDL_SCANCODE_KP_2, {SDLK_DOWN, SDL_SCANCODE_DOWN}},
+        {SDL_SCANCODE_KP_3, {SDLK_PAGEDOWN, SDL_SCANCODE_PAGEDOWN}},
+        {SDL_SCANCODE_KP_4, {SDLK_LEFT, SDL_SCANCODE_LEFT}},
+        {SDL_SCANCODE_KP_6, {SDLK_RIGHT, SDL_SCANCODE_RIGHT}},
+        {SDL_SCANCODE_KP_7, {SDLK_HOME, SDL_SCANCODE_HOME}},
+        {SDL_SCANCODE_KP_8, {SDLK_UP, SDL_SCANCODE_UP}},
+        {SDL_SCANCODE_KP_9, {SDLK_PAGEUP, SDL_SCANCODE_PAGEUP}},
+        {SDL_SCANCODE_KP_PERIOD, {SDLK_DELETE, SDL_SCANCODE_DELETE}},
     };
     auto found = keys.find(place);
     if (found == keys.end())

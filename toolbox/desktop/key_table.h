@@ -14,7 +14,11 @@ std::uint8_t keyCodeOf(SDL_Scancode place);
 // The character of a key that types no text: Return, an arrow, F1.
 std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode key);
 // The key that one of the number pad stands for while it types no digits.
-std::optional<SDL_Scancode> navigationKey(SDL_Scancode place);
+struct NavigationKey {
+    SDL_Keycode key;
+    SDL_Scancode place;
+};
+std::optional<NavigationKey> navigationKey(SDL_Scancode place);
 // What the key types with neither Shift nor Option: Mac OS Roman by the layout,
 // and where a letter of the layout's has no place among the plain letters, the
 // one that stands there on a Latin keyboard.

@@ -74,8 +74,8 @@ void Keyboard::settle()
     if (isCommand(key.mod)) {
         if (auto character = plainCharacter(key))
             stroke = {*character, keyCodeOf(key.scancode)};
-    } else if (auto place = navigationKey(key.scancode)) {
-        stroke = {*characterOfNamedKey(SDL_SCANCODE_TO_KEYCODE(*place)), keyCodeOf(*place)};
+    } else if (auto other = navigationKey(key.scancode)) {
+        stroke = {characterOfNamedKey(other->key).value(), keyCodeOf(other->place)};
     }
     if (!stroke)
         return;

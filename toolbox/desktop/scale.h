@@ -12,8 +12,8 @@ constexpr int largestScale = 3;
 // What is known of the display and of what the person asked for.
 struct DisplayFacts {
     int wanted = 0;                 // 1 to 3, 0 for none
-    std::string environment;        // RIDERS_SCALE
-    std::string toolkitScale;       // GDK_SCALE
+    std::string environment{};      // RIDERS_SCALE
+    std::string toolkitScale{};     // GDK_SCALE
     double pixelsPerPoint = 1;      // device pixels to one of the window system's
     double dotsPerInch = 0;         // 0: not known
 };

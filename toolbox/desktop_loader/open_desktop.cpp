@@ -27,9 +27,8 @@ void requireDisplay()
 
 void requireSense(const DesktopOptions &options)
 {
-    constexpr int depths[] = {1, 2, 4, 8, 32};
     constexpr int widest = 16384;
-    if (std::find(std::begin(depths), std::end(depths), options.depth) == std::end(depths))
+    if (!isDepth(options.depth))
         throw std::invalid_argument("the depth is 1, 2, 4, 8 or 32");
     if (options.scale < 0 || options.scale > 3)
         throw std::invalid_argument("the scale is 1, 2, 3, or 0 for the display's");
