@@ -78,12 +78,23 @@ TEST(MouseTest, DragsGoOnOutsideTheWindow)
     EXPECT_EQ(described(queue), "press(5,5) move(-1,-2) release(32767,-32768)");
 }
 
-TEST(MouseTest, OneButtonOnly)
+TEST(MouseTest, RightButtonIsTheOneWithControl)
 {
     InputQueue queue;
     Mouse mouse(queue);
-    mouse.take(button(SDL_MOUSEBUTTONDOWN, 1, 1, SDL_BUTTON_RIGHT), 0);
-    mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1, SDL_BUTTON_RIGHT), 0);
+    mouse.take(button(SDL_MOUSEBUTTONDOWN, 1, 2, SDL_BUTTON_RIGHT), shiftKey);
+    mouse.take(button(SDL_MOUSEBUTTONDOWN, 3, 4), 0);
+    mouse.take(button(SDL_MOUSEBUTTONUP, 3, 4), 0);
+    mouse.take(button(SDL_MOUSEBUTTONUP, 5, 6, SDL_BUTTON_RIGHT), 0);
+    EXPECT_EQ(described(queue), "press(1,2)+s^ release(5,6)+^");
+}
+
+TEST(MouseTest, OtherButtonsAndStrayReleasesAreNothing)
+{
+    InputQueue queue;
+    Mouse mouse(queue);
+    mouse.take(button(SDL_MOUSEBUTTONDOWN, 1, 1, SDL_BUTTON_MIDDLE), 0);
+    mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1, SDL_BUTTON_MIDDLE), 0);
     mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1), 0);
     EXPECT_EQ(described(queue), "");
 }
