@@ -17,15 +17,15 @@ void keepPicture(const std::filesystem::path &file, const toolbox::Picture &pict
     toolbox::trace::line("picture %s", toolbox::trace::quoted(file.filename().string()).c_str());
 }
 
-// The front dialog with its frame.
+// The front dialog with frame and title, and a little around it.
 Rect frontDialogView()
 {
-    constexpr int16_t frame = 10;
+    constexpr int16_t around = 2;
     WindowPtr window = FrontWindow();
     if (!window)
         throw ScriptError{0, "no dialog is open"};
-    Rect view = (*reinterpret_cast<WindowPeek>(window)->contRgn)->rgnBBox;
-    InsetRect(&view, -frame, -frame);
+    Rect view = (*reinterpret_cast<WindowPeek>(window)->strucRgn)->rgnBBox;
+    InsetRect(&view, -around, -around);
     return view;
 }
 

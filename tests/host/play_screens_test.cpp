@@ -75,8 +75,8 @@ TEST_F(Play, APictureOfTheDialogIsCutOut)
     CommandResult result = play("start\ncommand 0\npicture part dialog\nkey escape\n");
     EXPECT_EQ(result.err, "");
     toolbox::Picture part = toolbox::readPng(folder / "part.png");
-    EXPECT_EQ(part.width, 392 + 20);
-    EXPECT_EQ(part.height, 252 + 20);
+    EXPECT_EQ(part.width, 392 + 14) << "5 of frame and 2 around it on each side";
+    EXPECT_EQ(part.height, 252 + 14 + 18) << "and the title bar";
 }
 
 TEST_F(Play, APictureNeedsItsScreen)

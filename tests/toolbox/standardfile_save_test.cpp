@@ -39,6 +39,48 @@ TEST_F(SaveDialog, StartsWithPromptAndNameWhollySelected)
     EXPECT_EQ(plain(reply.fName), "untitled");
 }
 
+// The message that ends the session, with no memory from the step on that
+// plans.
+static std::string endOf(const std::function<void()> &session)
+{
+    try {
+        session();
+    } catch (const toolbox::ScriptError &error) {
+        toolbox::faults::clear();
+        return error.message;
+    }
+    toolbox::faults::clear();
+    return "no error";
+}
+
+TEST_F(SaveDialog, ANameThatCannotBeTypedEndsTheScriptInWords)
+{
+    user.key("backspace");
+    user.then([] { toolbox::faults::failAllocation(1, true); });
+    user.answerSave("my riders");
+    EXPECT_EQ(endOf([this] { save(); }), "item 1 of dialog 16399, \"Save\", is dimmed");
+}
+
+TEST_F(SaveDialog, AQuestionThatFindsNoMemoryEndsTheScriptInWords)
+{
+    writeFile(here() / "u", "old");
+    user.then([] { toolbox::faults::failAllocation(1, true); });
+    user.answerSave("u");   // one letter in place of eight finds room
+    const std::string message = endOf([this] { save("untitled"); });
+    EXPECT_NE(message.find("dialog 16399"), std::string::npos) << message;
+    EXPECT_EQ(contentsOf(here() / "u"), "old");
+}
+
+TEST_F(SaveDialog, CommandAndArrowsGoToTheEndsOfTheName)
+{
+    user.key("left", cmdKey);
+    user.type("my ");
+    user.key("end");
+    user.type("!");
+    user.key("return");
+    EXPECT_EQ(plain(save("riders").fName), "my riders!");
+}
+
 TEST_F(SaveDialog, CancelsByButtonEscapeAndCommandPeriod)
 {
     user.cancelFile();

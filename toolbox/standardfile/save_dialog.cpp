@@ -3,6 +3,7 @@
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
+#include "textedit/keys.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
 
@@ -112,7 +113,7 @@ bool SaveDialog::accept()
 // Typing goes to the name; here only what Command does.
 bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t)
 {
-    if (!(modifiers & cmdKey))
+    if (!(modifiers & cmdKey) || textedit::movesCaret(character))
         return false;
     DlgCommandKey(dialog(), character);
     return true;

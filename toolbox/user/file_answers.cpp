@@ -110,7 +110,7 @@ Progress AnswerSave::answer(Hand &hand, const standardfile::State &)
         named_ = true;
         return Progress::more;
     }
-    return Press(standardfile::acceptItem).advance(hand);
+    return accept_.advance(hand);
 }
 
 Progress AnswerOpen::answer(Hand &hand, const standardfile::State &state)
@@ -119,14 +119,14 @@ Progress AnswerOpen::answer(Hand &hand, const standardfile::State &state)
         chosen_ = clickRow(hand, state, fileName_, 1);
         return Progress::more;
     }
-    return Press(standardfile::acceptItem).advance(hand);
+    return accept_.advance(hand);
 }
 
 Progress AnswerReplace::advance(Hand &hand)
 {
     if (frontDialogID() != standardfile::replaceAlert)
         return Progress::done;
-    return Press(replace_ ? ok : cancel).advance(hand);
+    return press_.advance(hand);
 }
 
 void cancelFile(Hand &hand)

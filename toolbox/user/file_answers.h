@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "standardfile/file_dialog.h"
 #include "standardfile/state.h"
 #include "user/activity.h"
 
@@ -23,6 +24,7 @@ protected:
     bool clickRow(Hand &hand, const standardfile::State &state, const std::string &linuxName, int clicks);
 
     std::string fileName_;
+    Press accept_{standardfile::acceptItem};   // how long it has been waited for is kept
 
 private:
     Progress goTowards(Hand &hand, const standardfile::State &state);
@@ -55,11 +57,11 @@ private:
 // Answers the question before a file is replaced, if it is asked.
 class AnswerReplace : public Activity {
 public:
-    explicit AnswerReplace(bool replace) : replace_(replace) {}
+    explicit AnswerReplace(bool replace) : press_(replace ? ok : cancel) {}
     Progress advance(Hand &hand) override;
 
 private:
-    bool replace_;
+    Press press_;
 };
 
 void cancelFile(Hand &hand);
