@@ -8,6 +8,8 @@
 #include "toolbox/quickdraw.h"
 
 constexpr std::uint32_t white = 0xFFFFFF, black = 0x000000;
+constexpr int32_t eightColors[] = {blackColor, whiteColor,  redColor,     greenColor,
+                                   blueColor,  yellowColor, magentaColor, cyanColor};
 
 struct CanvasSize {
     static constexpr int width = 120, height = 90;

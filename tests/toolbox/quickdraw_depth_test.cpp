@@ -10,9 +10,6 @@ using namespace toolbox::quickdraw;
 
 namespace {
 
-constexpr int32_t eightColors[] = {blackColor, whiteColor,  redColor,     greenColor,
-                                   blueColor,  yellowColor, magentaColor, cyanColor};
-
 class QuickDrawDepth : public CanvasTest {
 protected:
     std::set<std::uint32_t> colorsShown() const

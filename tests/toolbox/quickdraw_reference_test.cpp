@@ -5,9 +5,6 @@
 
 namespace {
 
-constexpr int32_t eightColors[] = {blackColor, whiteColor,  redColor,     greenColor,
-                                   blueColor,  yellowColor, magentaColor, cyanColor};
-
 class QuickDrawReference : public CanvasTest {
 protected:
     void useScreen(int depth, int scale)
