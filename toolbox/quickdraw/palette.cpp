@@ -166,6 +166,11 @@ std::uint32_t oppositeColor(std::uint32_t shown, int depth)
     return palette ? palette->opposite(shown) : shown ^ white;
 }
 
+bool oppositesAreComplements(int depth)
+{
+    return depth <= 2 || depth > 8;
+}
+
 bool canGrade(std::uint32_t one, std::uint32_t other, int depth)
 {
     return depth >= 8 || (depth > 1 && isGray(one) && isGray(other));

@@ -23,6 +23,8 @@ std::uint32_t shownColor(std::uint32_t rgb, int depth);
 // another one that is far away; of 4 bits the middle grey, whose complement it is
 // itself, and brown stay as they are.
 std::uint32_t oppositeColor(std::uint32_t shown, int depth);
+// Whether that is the complement for all colours of the depth.
+bool oppositesAreComplements(int depth);
 
 // Whether the screen has what lies between the two, so that an edge may be
 // graded.

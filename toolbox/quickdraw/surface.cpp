@@ -1,6 +1,7 @@
 #include "quickdraw/surface.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "quickdraw/palette.h"
@@ -63,29 +64,65 @@ Area Surface::deviceExtent() const
 
 namespace {
 
-// What happens to the pixels of one repeat of a pattern's row: a pixel becomes
-// (pixel & kept) ^ flipped.
+// What an action makes of a pixel: (pixel & kept) ^ flipped, or its opposite
+// where that is not the complement.
 struct Change {
-    std::uint32_t kept;
-    std::uint32_t flipped;
+    std::uint32_t kept = white;
+    std::uint32_t flipped = 0;
+    bool looksUp = false;
 
-    Change(Action action, const Ink &ink, int depth) : kept(action == Action::keep ? white : 0), flipped(0)
+    Change(Action action, const Ink &ink, int depth)
     {
-        if (action == Action::fore || action == Action::back)
+        if (action == Action::fore || action == Action::back) {
+            kept = 0;
             flipped = pixelOf(action == Action::fore ? ink.fore : ink.back, depth);
+        } else if (action == Action::invert) {
+            looksUp = !oppositesAreComplements(depth);
+            flipped = white;
+        }
     }
-    std::uint32_t operator()(std::uint32_t pixel) const { return (pixel & kept) ^ flipped; }
+    std::uint32_t operator()(std::uint32_t pixel, int depth) const
+    {
+        return looksUp ? oppositeColor(pixel, depth) : (pixel & kept) ^ flipped;
+    }
+};
+
+// One row of a pattern along a stretch of device pixels.
+struct PatternRow {
+    std::vector<std::uint32_t> kept, flipped;
+    std::vector<bool> looksUp;
+
+    void add(const Change &change)
+    {
+        kept.push_back(change.kept);
+        flipped.push_back(change.looksUp ? 0 : change.flipped);
+        looksUp.push_back(change.looksUp);
+    }
+    void change(std::uint32_t *pixels) const
+    {
+        const std::uint32_t *keep = kept.data(), *flip = flipped.data();
+        for (std::size_t i = 0, count = kept.size(); i < count; ++i)
+            pixels[i] = (pixels[i] & keep[i]) ^ flip[i];
+    }
+    // Neighbours are often the same.
+    void lookUp(std::uint32_t *pixels, int depth) const
+    {
+        std::uint32_t known = 0, opposite = oppositeColor(known, depth);
+        for (std::size_t i = 0; i < looksUp.size(); ++i) {
+            if (!looksUp[i])
+                continue;
+            if (pixels[i] != known) {
+                known = pixels[i];
+                opposite = oppositeColor(known, depth);
+            }
+            pixels[i] = opposite;
+        }
+    }
 };
 
 bool allBytes(const Pattern &pattern, unsigned char value)
 {
     return std::all_of(pattern.pat, pattern.pat + 8, [&](unsigned char byte) { return byte == value; });
-}
-
-int remainder(int dividend, int divisor)
-{
-    const int rest = dividend % divisor;
-    return rest < 0 ? rest + divisor : rest;
 }
 
 }  // namespace
@@ -99,19 +136,18 @@ void Surface::fillSolid(const Box &box, std::uint32_t value)
 void Surface::fillPatterned(const Box &box, const Ink &ink)
 {
     const Change onBlack(ink.onBlack, ink, depth_), onWhite(ink.onWhite, ink, depth_);
-    const int period = 8 * scale_;
-    const int first = remainder(box.x1 + (bounds_.left - ink.origin.h) * scale_, period);
+    const int firstColumn = bounds_.left - ink.origin.h, firstRow = bounds_.top - ink.origin.v;
+    std::array<PatternRow, 8> rows;
     for (int y = box.y1; y < box.y2; ++y) {
-        const unsigned bits = ink.pattern.pat[(y / scale_ + bounds_.top - ink.origin.v) & 7];
-        std::uint32_t *pixels = row(y);
-        for (int x = box.x1, column = first; x < box.x2; ++x) {
-            const bool isBlack = bits & 0x80u >> column / scale_;
-            const Action action = isBlack ? ink.onBlack : ink.onWhite;
-            pixels[x] = action == Action::invert ? oppositeColor(pixels[x], depth_)
-                                                 : (isBlack ? onBlack : onWhite)(pixels[x]);
-            if (++column == period)
-                column = 0;
+        const auto patternRow = static_cast<std::size_t>((y / scale_ + firstRow) & 7);
+        PatternRow &wanted = rows[patternRow];
+        for (int x = box.x1; x < box.x2 && wanted.kept.size() < std::size_t(box.x2 - box.x1); ++x) {
+            const int column = (x / scale_ + firstColumn) & 7;
+            wanted.add(ink.pattern.pat[patternRow] & 0x80u >> column ? onBlack : onWhite);
         }
+        wanted.change(row(y) + box.x1);
+        if (onBlack.looksUp || onWhite.looksUp)
+            wanted.lookUp(row(y) + box.x1, depth_);
     }
 }
 
@@ -149,29 +185,36 @@ bool Surface::canGrade(const Ink &ink) const
     return quickdraw::canGrade(pixelOf(ink.fore, depth_), pixelOf(ink.back, depth_), depth_);
 }
 
+void Surface::inkGlyphRow(std::uint32_t *pixels, const std::uint8_t *coverage, int count, const Ink &ink)
+{
+    const Change change(ink.onBlack, ink, depth_);
+    for (int i = 0; i < count; ++i) {
+        if (coverage[i] == 0)
+            continue;
+        const std::uint32_t full = change(pixels[i], depth_);
+        if (coverage[i] == 255)
+            pixels[i] = full;
+        else if (ink.onBlack != Action::invert && quickdraw::canGrade(pixels[i], full, depth_))
+            pixels[i] = shownColor(mixed(pixels[i], full, coverage[i]), depth_);
+        else if (coverage[i] >= 128)
+            pixels[i] = full;
+    }
+}
+
 void Surface::drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink)
 {
     const int left = deviceH(penH) + glyph.left;
     const int top = deviceV(penV) + glyph.top;
-    const bool inverts = ink.onBlack == Action::invert;
-    const Change change(ink.onBlack, ink, depth_);
     for (const Box &box : area.boxes()) {
         const Box part{std::max(box.x1, left), std::max(box.y1, top), std::min(box.x2, left + glyph.width),
                        std::min(box.y2, top + glyph.height)};
         if (part.x1 >= part.x2 || part.y1 >= part.y2)
             continue;
         touch(part);
-        for (int y = part.y1; y < part.y2; ++y) {
-            const std::uint8_t *coverage = glyph.coverage.data() + std::size_t(y - top) * glyph.width - left;
-            for (int x = part.x1; x < part.x2; ++x) {
-                std::uint32_t &pixel = row(y)[x];
-                const std::uint32_t full = inverts ? oppositeColor(pixel, depth_) : change(pixel);
-                if (!inverts && quickdraw::canGrade(pixel, full, depth_))
-                    pixel = shownColor(mixed(pixel, full, coverage[x]), depth_);
-                else if (coverage[x] >= 128)
-                    pixel = full;
-            }
-        }
+        for (int y = part.y1; y < part.y2; ++y)
+            inkGlyphRow(row(y) + part.x1,
+                        glyph.coverage.data() + std::size_t(y - top) * std::size_t(glyph.width) + (part.x1 - left),
+                        part.x2 - part.x1, ink);
     }
 }
 
@@ -198,7 +241,7 @@ void Surface::drawImage(const Picture &image, const Rect &box, bool whiteIsClear
 
 Bits Surface::copy(const Rect &global) const
 {
-    Bits bits{{}, scale_, {}};
+    Bits bits{{}, depth_, scale_, {}};
     const Area area = device(Area(global));
     if (area.empty())
         return bits;
@@ -216,12 +259,15 @@ void Surface::put(const Bits &bits, int dh, int dv, const Area &area)
 {
     const Area there = device(area & Area(bits.bounds).movedBy(dh, dv));
     const int left = deviceH(bits.bounds.left + dh), top = deviceV(bits.bounds.top + dv);
+    const bool alike = bits.scale == scale_ && bits.depth == depth_;
     for (const Box &box : there.boxes()) {
         touch(box);
         for (int y = box.y1; y < box.y2; ++y) {
-            const std::size_t line = static_cast<std::size_t>((y - top) * bits.scale / scale_);
-            const std::uint32_t *source = bits.picture.pixels.data() + line * bits.picture.width;
-            for (int x = box.x1; x < box.x2; ++x)
+            const auto line = static_cast<std::size_t>((y - top) * bits.scale / scale_);
+            const std::uint32_t *source = bits.picture.pixels.data() + line * std::size_t(bits.picture.width);
+            if (alike)
+                std::copy(source + (box.x1 - left), source + (box.x2 - left), row(y) + box.x1);
+            for (int x = box.x1; !alike && x < box.x2; ++x)
                 row(y)[x] = shownColor(source[(x - left) * bits.scale / scale_], depth_);
         }
     }

@@ -28,6 +28,7 @@ struct GlyphImage {
 // A copy of what a screen showed.
 struct Bits {
     Rect bounds{};  // global
+    int depth = 32;
     int scale = 1;
     Picture picture;  // scale times as wide and high
 };
@@ -85,6 +86,7 @@ private:
     void touch(const Box &box);
     void fillSolid(const Box &box, std::uint32_t value);
     void fillPatterned(const Box &box, const Ink &ink);
+    void inkGlyphRow(std::uint32_t *pixels, const std::uint8_t *coverage, int count, const Ink &ink);
 
     Rect bounds_;
     int depth_;
