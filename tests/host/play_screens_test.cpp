@@ -70,6 +70,19 @@ TEST_F(Play, ScreensChangeWhileADialogIsOpen)
     EXPECT_EQ(two.height, 200);
 }
 
+TEST_F(Play, AScaleMakesPicturesLargerAndNothingElse)
+{
+    CommandResult result = play("start\ncommand 0\nscale 2\npicture whole\npicture part dialog\nscale 3\n"
+                                "picture thrice\nclick 445 305\nscale 1\npicture once\nkey escape\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(toolbox::readPng(folder / "whole.png").width, 1280);
+    EXPECT_EQ(toolbox::readPng(folder / "part.png").width, 2 * (392 + 14));
+    EXPECT_EQ(toolbox::readPng(folder / "thrice.png").width, 1920);
+    EXPECT_EQ(toolbox::readPng(folder / "once.png").width, 640);
+    EXPECT_EQ(play("start\ncommand 0\npicture twice\nkey escape\n", {"--screen", "640x480x8@2"}).err, "");
+    EXPECT_TRUE(contentsOf(folder / "twice.png") == contentsOf(folder / "whole.png"));
+}
+
 TEST_F(Play, APictureOfTheDialogIsCutOut)
 {
     CommandResult result = play("start\ncommand 0\npicture part dialog\nkey escape\n");
