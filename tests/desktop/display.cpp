@@ -7,9 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <stdexcept>
-
-#include "support/command.h"
 
 namespace desktop {
 
@@ -51,12 +50,9 @@ Display::~Display()
 
 void Display::picture(const std::string &file, const std::string &geometry) const
 {
-    std::vector<std::string> command = {"import", "-window", "root"};
-    if (!geometry.empty())
-        command.insert(command.end(), {"-crop", geometry, "+repage"});
-    command.push_back("png:" + file);
-    if (CommandResult result = runProgram(command); result.status != 0)
-        throw std::runtime_error("no picture of the display: " + result.err);
+    const std::string part = geometry.empty() ? "" : " -crop " + geometry + " +repage";
+    if (std::system(("import -window root" + part + " 'png:" + file + "'").c_str()) != 0)
+        throw std::runtime_error("no picture of the display");
 }
 
 }  // namespace desktop
