@@ -1,4 +1,6 @@
 // Names and folders in the file dialogs as people have them today.
+#include <algorithm>
+
 #include "toolbox/standardfile_fixture.h"
 
 #include <stdlib.h>
@@ -95,6 +97,29 @@ TEST_F(NamesInDialogs, OutsideMacOSRomanAreSeenChosenAndOpened)
     EXPECT_EQ(bytesOf(reply), "two");
     user.answerOpen("Москва");
     EXPECT_EQ(bytesOf(open()), "three");
+}
+
+// By the letters of the font; without them by the name that stands for it.
+TEST_F(NamesInDialogs, OutsideMacOSRomanAreDrawnAsTheyAreWhereTheFontCan)
+{
+    put("Плёнка № 3.ps", "one");
+    put("日本語.txt", "two");
+    put(std::string("Ω") + "мегаплёночный растр для трафаретной печати.ps", "three");
+    std::vector<std::string> drawn;
+    toolbox::trace::setDrawingSink(toolbox::trace::into(drawn));
+    user.cancelFile();
+    open();
+    auto isDrawn = [&](const std::string &text) {
+        return std::any_of(drawn.begin(), drawn.end(),
+                           [&](const std::string &line) { return line.find('"' + text) != std::string::npos; });
+    };
+    EXPECT_TRUE(isDrawn("Плёнка № 3.ps\""));
+    EXPECT_TRUE(isDrawn("???#1.txt\""));
+    EXPECT_TRUE(isDrawn("Ωмегаплёноч"));
+    EXPECT_FALSE(isDrawn("Ωмегаплёночный растр для трафаретной печати.ps")) << "longer than the list is wide";
+    EXPECT_TRUE(std::any_of(drawn.begin(), drawn.end(), [](const std::string &line) {
+        return line.find("Ωмега") != std::string::npos && line.find("…\"") != std::string::npos;
+    }));
 }
 
 TEST_F(NamesInDialogs, FoldersOutsideMacOSRomanAreEnteredAndSavedInto)

@@ -38,7 +38,7 @@ struct OpenFont {
     int unitsPerEm = 1000;
 };
 
-using GlyphKey = std::tuple<const OpenFont *, int /* device size */, int /* scale */, uint8_t /* character */,
+using GlyphKey = std::tuple<const OpenFont *, int /* device size */, int /* scale */, FT_UInt /* glyph or mark */,
                             uint8_t /* effects */, bool /* graded */>;
 
 struct Fonts {
@@ -161,12 +161,12 @@ void cutGrades(GlyphImage &image)
         coverage = coverage >= 128 ? 255 : 0;
 }
 
-GlyphImage renderGlyph(const OpenFont &font, uint8_t character, int deviceSize, bool graded)
+GlyphImage renderGlyph(const OpenFont &font, FT_UInt glyph, int deviceSize, bool graded)
 {
     FT_Face face = font.face.get();
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(deviceSize));
     const FT_Int32 loading = loadingFor(face, deviceSize, graded);
-    if (FT_Load_Glyph(face, font.glyphs[character], loading))
+    if (FT_Load_Glyph(face, glyph, loading))
         return {};
     if (font.file.makeItalic)
         FT_GlyphSlot_Oblique(face->glyph);
@@ -189,6 +189,11 @@ GlyphImage withEffects(GlyphImage image, bool makeBold, uint8_t effects, int sca
 
 }  // namespace
 
+static int inPixels(const OpenFont &font, int designWidth, int size)
+{
+    return (2 * designWidth * size + font.unitsPerEm) / (2 * font.unitsPerEm);
+}
+
 int advanceOf(const TextStyle &style, uint8_t character)
 {
     const int size = pixelSize(style);
@@ -196,7 +201,7 @@ int advanceOf(const TextStyle &style, uint8_t character)
     bool widened = false;
     if (!isMark(character)) {
         const OpenFont &font = fontFor(style);
-        width = (2 * font.designWidths[character] * size + font.unitsPerEm) / (2 * font.unitsPerEm);
+        width = inPixels(font, font.designWidths[character], size);
         widened = font.file.makeBold;
     }
     for (uint8_t wider : {outline, shadow, extend})
@@ -210,12 +215,35 @@ const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, 
     const int deviceSize = pixelSize(style) * scale;
     const OpenFont *font = isMark(character) ? nullptr : &fontFor(style);
     const auto effects = static_cast<uint8_t>(style.face & (outline | shadow));
-    const GlyphKey key(font, deviceSize, scale, character, effects, graded);
+    const FT_UInt glyph = font ? font->glyphs[character] : character;
+    const GlyphKey key(font, deviceSize, scale, glyph, effects, graded);
     if (auto known = fonts.images.find(key); known != fonts.images.end())
         return known->second;
-    GlyphImage image = font ? renderGlyph(*font, character, deviceSize, graded) : markImage(character, deviceSize);
+    GlyphImage image = font ? renderGlyph(*font, glyph, deviceSize, graded) : markImage(character, deviceSize);
     image = withEffects(std::move(image), font && font->file.makeBold, effects, scale);
     return fonts.images.emplace(key, std::move(image)).first->second;
+}
+
+std::optional<int> wideAdvanceOf(const TextStyle &style, char32_t character)
+{
+    const OpenFont &font = fontFor(style);
+    const FT_UInt glyph = font.file.ownEncoding ? 0 : FT_Get_Char_Index(font.face.get(), character);
+    FT_Fixed width = 0;
+    if (glyph == 0 || FT_Get_Advance(font.face.get(), glyph, FT_LOAD_NO_SCALE, &width))
+        return std::nullopt;
+    return inPixels(font, static_cast<int>(width), pixelSize(style));
+}
+
+const GlyphImage &wideGlyphOf(const TextStyle &style, char32_t character, int scale, bool graded)
+{
+    const OpenFont &font = fontFor(style);
+    const FT_UInt glyph = FT_Get_Char_Index(font.face.get(), character);
+    const int deviceSize = pixelSize(style) * scale;
+    const GlyphKey key(&font, deviceSize, scale, glyph, 0, graded);
+    auto known = fonts.images.find(key);
+    if (known == fonts.images.end())
+        known = fonts.images.emplace(key, renderGlyph(font, glyph, deviceSize, graded)).first;
+    return known->second;
 }
 
 // 12, 3 and 1 at size 12, where dialogs expect lines of 16 pixels. The fonts'

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 
 #include "quickdraw/surface.h"
 
@@ -27,6 +28,10 @@ int advanceOf(const TextStyle &style, uint8_t character);
 // In device pixels. Graded: 256 levels of coverage, else only 0 and 255. Good
 // until glyphs are next forgotten.
 const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, bool graded);
+// The same for any character of Unicode's, effects and marks aside; nothing
+// where the font lacks it.
+std::optional<int> wideAdvanceOf(const TextStyle &style, char32_t character);
+const GlyphImage &wideGlyphOf(const TextStyle &style, char32_t character, int scale, bool graded);
 // Of the size alone, so that lines keep their height when the face changes.
 FontInfo fontInfoOf(const TextStyle &style);
 

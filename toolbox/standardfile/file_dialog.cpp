@@ -283,7 +283,7 @@ void FileDialog::drawFolder() const
     TextFont(systemFont);
     TextSize(12);
     MoveTo(static_cast<int16_t>(box.left + 20), static_cast<int16_t>(box.top + 12));
-    drawFitting(files::folderName(folder_), box.right - box.left - 44);
+    drawFitting(files::folderName(folder_), folder_.filename(), box.right - box.left - 44);
     for (int16_t i = 0; i < 6; ++i) {
         MoveTo(static_cast<int16_t>(box.right - 17 + i), static_cast<int16_t>(box.top + 5 + i));
         Line(static_cast<int16_t>(11 - 2 * i), 0);

@@ -4,6 +4,7 @@
 
 #include "events/tracking.h"
 #include "quickdraw/dimming.h"
+#include "quickdraw/wide_text.h"
 #include "text/letters.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
@@ -70,7 +71,7 @@ void drawFilePicture(int16_t left, int16_t top)
     Line(3, 0);
 }
 
-void drawFitting(const std::string &roman, int width)
+static void drawRomanFitting(const std::string &roman, int width)
 {
     constexpr char ellipsis = '\xC9';
     Str255 text;
@@ -78,6 +79,36 @@ void drawFitting(const std::string &roman, int width)
     for (std::size_t length = roman.size(); length > 0 && StringWidth(text) > width; --length)
         setPascal(text, roman.substr(0, length - 1) + ellipsis);
     DrawString(text);
+}
+
+// Without the last character.
+static std::string shortened(std::string utf8)
+{
+    while (!utf8.empty() && (static_cast<unsigned char>(utf8.back()) & 0xC0) == 0x80)
+        utf8.pop_back();
+    if (!utf8.empty())
+        utf8.pop_back();
+    return utf8;
+}
+
+static void drawWideFitting(std::string utf8, int width)
+{
+    std::string text = utf8;
+    while (!utf8.empty() && quickdraw::widthOfWide(text).value_or(0) > width) {
+        utf8 = shortened(utf8);
+        text = utf8 + "\u2026";
+    }
+    quickdraw::drawWide(text);
+}
+
+void drawFitting(const std::string &roman, const std::string &linuxName, int width)
+{
+    std::string shown = linuxName;
+    std::replace(shown.begin(), shown.end(), ':', '/');
+    if (!romanFromUtf8(shown) && quickdraw::widthOfWide(shown))
+        drawWideFitting(shown, width);
+    else
+        drawRomanFitting(roman, width);
 }
 
 void FileList::setPlace(const Rect &list, const Rect &scrollBar)
@@ -150,7 +181,7 @@ void FileList::drawRow(int index) const
         drawFilePicture(pictureLeft, pictureTop);
     useListText();
     MoveTo(static_cast<int16_t>(r.left + textIndent), static_cast<int16_t>(r.top + baseline));
-    drawFitting(row.name, r.right - r.left - textIndent - 2);
+    drawFitting(row.name, row.linuxName, r.right - r.left - textIndent - 2);
     if (!row.selectable)
         quickdraw::dim(r);
     if (index == selected_)

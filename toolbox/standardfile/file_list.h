@@ -73,7 +73,9 @@ private:
 // Pictures of 12 by 11 pixels with their top left at the point.
 void drawFolderPicture(int16_t left, int16_t top);
 void drawFilePicture(int16_t left, int16_t top);
-// Draws the text at the pen, cut and ended by an ellipsis where it is wider.
-void drawFitting(const std::string &roman, int width);
+// Draws the name at the pen, cut and ended by an ellipsis where it is wider. One
+// that Mac OS Roman cannot say is drawn as it is where the font can, else by
+// the name that stands for it.
+void drawFitting(const std::string &roman, const std::string &linuxName, int width);
 
 }  // namespace toolbox::standardfile

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <unordered_map>
 
+#include "text/utf8.h"
+
 namespace toolbox {
 namespace {
 
@@ -139,6 +141,17 @@ std::string convert(std::string_view utf8, bool &misfit)
 }
 
 }  // namespace
+
+std::optional<std::u32string> codePoints(std::string_view utf8)
+{
+    std::u32string points;
+    while (!utf8.empty()) {
+        points += takeCharacter(utf8);
+        if (points.back() == noCharacter)
+            return std::nullopt;
+    }
+    return points;
+}
 
 std::string utf8FromRoman(std::string_view roman)
 {

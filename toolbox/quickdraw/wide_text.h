@@ -1,0 +1,16 @@
+// Text beyond Mac OS Roman, for names that other programs gave. Private to the
+// Toolbox.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace toolbox::quickdraw {
+
+// In pixels, in the current port's font and size, plain or bold; nothing where
+// the bytes are no UTF-8 or the font lacks a character.
+std::optional<int> widthOfWide(std::string_view utf8);
+// Draws at the pen, which moves on, over what is there. Only what has a width.
+void drawWide(std::string_view utf8);
+
+}  // namespace toolbox::quickdraw
