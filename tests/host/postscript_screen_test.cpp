@@ -6,8 +6,9 @@
 namespace {
 
 constexpr double kDpi = 600;
-const std::string kSpotRefused = "%%[ riders: the dot shape is empty, fails, or gives what is no spot value; the job keeps "
-                                 "its own ]%%\n";
+const std::string kSpotRefused =
+    "%%[ riders: the dot shape is empty, fails, or gives what is no spot value; the job keeps "
+    "its own ]%%\n";
 
 std::string tintJob(const std::string &riders, double ink)
 {

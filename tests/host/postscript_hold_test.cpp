@@ -1,0 +1,163 @@
+// Whether a riders file's screen stays, whatever the job does, and what it leaves alone.
+#include <cmath>
+
+#include "host/postscript_support.h"
+
+namespace {
+
+constexpr double kDpi = 600;
+
+// A page's tint, as a job paints it.
+const std::string kTint = "gsave initgraphics 0.75 setgray 0 0 144 144 rectfill grestore\n";
+
+RidersChoice chosen()
+{
+    return {.frequency = "47", .angle = "22.5", .spotBody = piece(16128)};
+}
+
+void expectChosenScreen(const Bitmap &page)
+{
+    const auto measured = measureScreen(page, kDpi);
+    EXPECT_NEAR(measured.frequency, 47, 0.3);
+    EXPECT_LT(std::abs(std::remainder(measured.angle - 22.5, 90)), 0.5) << measured.angle;
+}
+
+struct JobCase {
+    const char *name, *text;  // TINT stands for the tint
+};
+std::ostream &operator<<(std::ostream &out, const JobCase &job)
+{
+    return out << job.name;
+}
+
+class ScreenHolds : public ::testing::TestWithParam<JobCase> {
+protected:
+    std::string body() const
+    {
+        std::string text = GetParam().text;
+        for (size_t at; (at = text.find("TINT")) != std::string::npos;)
+            text.replace(at, 4, kTint);
+        return text;
+    }
+    void run(const std::string &job)
+    {
+        const auto result = runGhostscript(folder, job, "page%d");
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(result.output, "");
+        for (int page = 1; page == 1 || exists(folder / ("page" + std::to_string(page))); ++page) {
+            SCOPED_TRACE(page);
+            expectChosenScreen(readBitmap(folder / ("page" + std::to_string(page))));
+        }
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_P(ScreenHolds, BeforeTheJob)
+{
+    run(composeRiders(chosen()) + "%!PS\n" + body());
+}
+
+TEST_P(ScreenHolds, TwiceTheLaterOneCounts)
+{
+    run("%!PS\n" + composeRiders({.frequency = "70", .angle = "5", .spotBody = piece(16130)}) +
+        composeRiders(chosen()) + body());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Jobs, ScreenHolds,
+    ::testing::Values(
+        JobCase{"Plain", "TINT showpage"},
+        JobCase{"PageDevice",
+                "<< >> setpagedevice TINT showpage << /PageSize [150 150] >> setpagedevice TINT showpage"},
+        JobCase{"OperatorItself", "<< >> systemdict /setpagedevice get exec TINT showpage"},
+        JobCase{"OwnScreens",
+                "/f {80 0 {pop} setscreen} bind def f TINT showpage\n"
+                "4 {90 3 {pop}} repeat setcolorscreen TINT showpage\n"
+                "<< /HalftoneType 3 /Width 2 /Height 2 /Thresholds (0abc) >> sethalftone TINT showpage"},
+        JobCase{"FedBack", "currenthalftone << >> setpagedevice sethalftone currentscreen setscreen\n"
+                           "currentcolorscreen setcolorscreen TINT showpage"},
+        JobCase{"RestoreBeforeShowpage", "save 40 3 {pop} setscreen TINT restore showpage TINT showpage"},
+        JobCase{"OwnPageProcedures",
+                "<< /Install {80 0 {pop} setscreen} /BeginPage {pop} /EndPage {exch pop 2 ne} >>\n"
+                "setpagedevice TINT showpage TINT showpage"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+std::string outputOf(const std::string &job, const std::string &options = "-sDEVICE=pbmraw -r600 -g60x60")
+{
+    TemporaryFolder folder;
+    const auto result = runGhostscript(folder, job, "page", options);
+    EXPECT_EQ(result.exitCode, 0) << result.output << result.errors;
+    return result.output;
+}
+
+TEST(ScreenKept, WhatWasNotChosenIsTheJobs)
+{
+    const std::string tell = "80 15 {pop} setscreen currentscreen type = = =\n"
+                             "<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> sethalftone\n"
+                             "currentscreen type = = =\n";
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "60"}) + tell),
+              "arraytype\n15.0\n60.0\narraytype\n5.0\n60.0\n");
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.angle = "45"}) + tell),
+              "arraytype\n45.0\n80.0\narraytype\n45.0\n33.0\n");
+}
+
+TEST(ScreenKept, LaterRidersFileChangesOnlyWhatItChooses)
+{
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders(chosen()) + composeRiders({.frequency = "60"}) +
+                       composeRiders({.flatness = "3"}) + "currentscreen pop = = currentflat =\n"),
+              "22.5\n60.0\n3.0\n");
+}
+
+TEST(ScreenKept, FlatnessTouchesNothingElse)
+{
+    EXPECT_EQ(outputOf("%!PS\n80 3 {pop} setscreen " + composeRiders({.flatness = "3"}) +
+                       "currentscreen pop exch = = [/setscreen /sethalftone /setpagedevice /currentscreen]\n"
+                       "{load type =} forall << >> setpagedevice currentflat =\n"),
+              "80.0\n3.0\noperatortype\noperatortype\noperatortype\noperatortype\n3.0\n");
+}
+
+TEST(ScreenKept, OneMoreThanTheDeviceHasIsSaid)
+{
+    const std::string told =
+        outputOf("%!PS\n" + composeRiders({.frequency = "999", .angle = "0", .spotBody = piece(16128)}));
+    EXPECT_EQ(told,
+              "%%[ riders: 999.0 lines per inch at 0.0 degrees cannot be reached; the nearest is 150.0 ]%%\n");
+}
+
+// A dot shape that is none is told of, leaves the job its own, and the stacks as they were.
+class BadSpot : public ::testing::TestWithParam<const char *> {};
+
+TEST_P(BadSpot, LeavesTheJobItsOwn)
+{
+    const std::string tell =
+        "count = countdictstack = currentscreen pop = = currenthalftone /SpotFunction get ==\n";
+    const std::string screen = "60 30 {pop} setscreen\n";
+    const RidersChoice choice = {.frequency = "50", .spotBody = GetParam()};
+    EXPECT_EQ(
+        outputOf("%!PS\n1 (two)\n" + screen + composeRiders(choice) + tell),
+        "%%[ riders: the dot shape is empty, fails, or gives what is no spot value; the job keeps its own ]%%\n"
+        "2\n3\n30.0\n50.0\n{pop}\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, BadSpot,
+                         ::testing::Values("", " \n", "noSuchOperator", "add 2 add", "2 copy", "pop pop",
+                                           "pop pop (x)", "clear", "stop", "exit", "pop pop pop pop 0", "{", "}",
+                                           "} def /x {", "(", "pop end", "add 2 div 5 dict begin", "pop 0 div",
+                                           "add 1.001 mul 2 div", "<", "% only a comment"));
+
+TEST(SpotBody, MayBeLongOrInBracketsOfItsOwn)
+{
+    const std::string tell = "currentscreen length = pop pop\n";
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "50", .spotBody = "{exch pop abs neg}"}) + tell),
+              "4\n");
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "50", .spotBody = std::string(60000, ' ') + "pop"}) +
+                       tell),
+              "1\n");
+    const std::string told =
+        outputOf("%!PS\n" + composeRiders({.spotBody = std::string(200000, ' ') + "pop"}) + "(on) =\n");
+    EXPECT_TRUE(told.starts_with("%%[ riders: the dot shape")) << told;
+    EXPECT_TRUE(told.ends_with("on\n")) << told;
+}
+
+}  // namespace
