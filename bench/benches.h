@@ -13,3 +13,6 @@ void measureApply(const std::filesystem::path &riders);
 void measureDialogs(const std::filesystem::path &riders);
 // A spot function of 100 MB imported, against reading it.
 void measureImport();
+// `riders proof` against one plain Ghostscript run that writes the same plates,
+// without and with a spot ink.
+void measureProof(const std::filesystem::path &riders);

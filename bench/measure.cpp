@@ -19,6 +19,7 @@ int main(int argc, char **argv)
         measureApply(riders);
         measureDialogs(riders);
         measureImport();
+        measureProof(riders);
     } catch (const toolbox::ScriptError &error) {
         std::fprintf(stderr, "measure: %s\n", error.message.c_str());
         return 1;

@@ -7,6 +7,7 @@
 
 #include "apply/bytes.h"
 #include "apply/refusal.h"
+#include "proof/plate_files.h"
 
 namespace riders {
 namespace {
@@ -111,6 +112,8 @@ AskedFor askedFor(const std::string &plate, const AskedFor &riders, const AskedS
     auto found = page.find(plate);
     if (found == page.end())
         found = page.find("Default");
+    if (found == page.end() && !isProcessPlate(plate))
+        found = page.find("Black");  // setcolorscreen names no spot inks: they get the last of its screens
     asked.by = "nobody";
     if (found != page.end()) {
         asked.frequency = found->second.frequency;

@@ -141,7 +141,7 @@ private:
     {
         if (started_) {
             report_.pages.push_back(std::move(screens_));
-            run_.pageEnded(report_);
+            run_.pageEnded();
         } else {
             report_.atStart = std::move(screens_);
         }

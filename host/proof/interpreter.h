@@ -28,8 +28,9 @@ struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
     std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter tells them: of PostScript
                                       // all pages of the job, of PDF those asked for
-    std::map<std::string, std::array<double, 4>> inks;  // cyan, magenta, yellow, black of each spot ink, 0 to 1
-    std::vector<std::string> said;                      // its other words, the first hundred lines
+    std::map<std::string, std::array<double, 4>>
+        inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
+    std::vector<std::string> said;  // its other words, the first hundred lines
 };
 
 struct InterpreterRun {
@@ -39,8 +40,8 @@ struct InterpreterRun {
     std::vector<int> pages = {};   // rising; empty for all
     std::filesystem::path folder;  // empty; page files are numbered from 1 in the order of `pages`
     int secondsAPage, megabytes;
-    // Whenever the job ends a page, asked for or not; with what was told so far.
-    std::function<void(const InterpreterReport &)> pageEnded = [](const InterpreterReport &) {};
+    // Whenever the job ends a page, asked for or not.
+    std::function<void()> pageEnded = [] {};
 };
 
 // Runs the job with file protection and without the transfer function that

@@ -196,6 +196,32 @@ TintPlate readTints(const fs::path &tiff)
     return plate;
 }
 
+std::vector<TintPlate> readComposite(const fs::path &tiff)
+{
+    const Tiff open(TIFFOpen(tiff.c_str(), "r"));
+    std::uint32_t width = 0, height = 0;
+    std::uint16_t samples = 0, depth = 0, photometric = 0;
+    if (!open)
+        refuseFile(tiff);
+    TIFFGetField(open.get(), TIFFTAG_IMAGEWIDTH, &width);
+    TIFFGetField(open.get(), TIFFTAG_IMAGELENGTH, &height);
+    TIFFGetFieldDefaulted(open.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
+    TIFFGetFieldDefaulted(open.get(), TIFFTAG_BITSPERSAMPLE, &depth);
+    TIFFGetField(open.get(), TIFFTAG_PHOTOMETRIC, &photometric);
+    std::vector<std::uint8_t> row(size_t(4) * width);
+    if (samples != 4 || depth != 8 || photometric != PHOTOMETRIC_SEPARATED || width == 0 || width > kLongestSide ||
+        height > kLongestSide || TIFFScanlineSize64(open.get()) != row.size())
+        refuseFile(tiff);
+    std::vector<TintPlate> plates(4, {static_cast<int>(width), static_cast<int>(height), {}});
+    for (std::uint32_t y = 0; y < height; ++y) {
+        if (TIFFReadScanline(open.get(), row.data(), y) < 0)
+            refuseFile(tiff);
+        for (size_t i = 0; i < row.size(); ++i)
+            plates[i % 4].ink.push_back(row[i]);
+    }
+    return plates;
+}
+
 BitPlate readPlate(const fs::path &tiff)
 {
     const OpenTiff open = openTiff(tiff, 1);

@@ -34,6 +34,8 @@ struct BitPlate {
 // All throw Refusal for a file that cannot be read or is not as it should be.
 TintPlate readTints(const std::filesystem::path &tiff);
 BitPlate readPlate(const std::filesystem::path &tiff);
+// The four process inks that all inks of a page, spot inks too, come to.
+std::vector<TintPlate> readComposite(const std::filesystem::path &tiff);
 // Cyan, magenta, yellow and black from a PCX file of four bits a pixel. Told
 // about how large it should be, since the file keeps the lower 16 bits only.
 std::vector<BitPlate> readProcessPlates(const std::filesystem::path &pcx, int aboutWidth, int aboutHeight);

@@ -108,8 +108,7 @@ private:
             const int file = static_cast<int>(i) + 1;
             progress_.pageRendered();
             workers_.addUrgent([this, page, file, folder, report, device = share.device] {
-                startPage(page, screensOf(page, file, *report), report->atStart,
-                          readPage(page, file, folder, device));
+                startPage(page, screensOf(page, file, *report), *report, readPage(page, file, folder, device));
             });
         }
     }
@@ -147,7 +146,7 @@ private:
         return inWork;
     }
 
-    void startPage(size_t index, const AskedScreens &screens, const AskedScreens &interpreter,
+    void startPage(size_t index, const AskedScreens &screens, const InterpreterReport &report,
                    const std::shared_ptr<PageInWork> &inWork)
     {
         const SurveyedPage &surveyed = run_.survey.pages[index];
@@ -160,7 +159,8 @@ private:
         page.picture = std::string(kPicturesName) + "/" + name + ".png";
         std::set<std::string> taken = {"all"};
         for (const SurveyedPlate &plate : surveyed.plates)
-            page.plates.push_back(factsOf(plate, askedFor(plate.plate, run_.riders, screens, interpreter)));
+            page.plates.push_back(factsOf(plate, inkColour(plate.plate, report.inks),
+                                          askedFor(plate.plate, run_.riders, screens, report.atStart)));
         for (size_t i = 0; i < page.plates.size(); ++i) {
             const std::string file = name + "-" + fileNameFor(page.plates[i].name, taken);
             if (!surveyed.plates[i].ink && !inWork->plates[i].hasInk())
@@ -172,11 +172,11 @@ private:
         writeRosette(page, *inWork, name);
     }
 
-    PlateFacts factsOf(const SurveyedPlate &surveyed, const AskedFor &asked) const
+    static PlateFacts factsOf(const SurveyedPlate &surveyed, Colour ink, const AskedFor &asked)
     {
         PlateFacts plate;
         plate.name = plateNameFrom(surveyed.plate);
-        plate.ink = inkColour(surveyed.plate, run_.survey.report.inks);
+        plate.ink = ink;
         plate.tints = surveyed.tints;
         plate.even = surveyed.even;
         plate.evenTint = surveyed.evenInk;
@@ -205,7 +205,7 @@ private:
         writePicture(run_.folder / plate.picture, loupePicture({{&bits, {0, 0, 0}}}, dpi_, place),
                      loupePictureDpi(dpi_));
         if (plate.tints.tint)
-            plate.measured = measurePlate(bits, dpi_, plate.even);
+            plate.measured = measurePlate(bits, dpi_, plate.even, plate.asked.frequency.value_or(60));
         progress_.plateFinished();
     }
 

@@ -34,13 +34,14 @@ std::string screen(const std::optional<double> &frequency, const std::optional<d
 {
     std::string text = frequency ? decimal(*frequency, digits) + "&nbsp;lpi" : "";
     if (frequency && angle)
-        text += " at ";
-    return text + (angle ? decimal(*angle, digits) + "°" : "");
+        text += ", ";
+    return "<span class=\"values\">" + text + (angle ? decimal(*angle, digits) + "°" : "") + "</span>";
 }
 
 std::string askedCell(const AskedFor &asked)
 {
-    const std::string values = screen(asked.frequency, asked.angle, 2);
+    const bool known = asked.frequency || asked.angle;
+    const std::string values = known ? screen(asked.frequency, asked.angle, 2) : "";
     if (!asked.binding)
         return "nothing<small>the interpreter’s own" + (values.empty() ? "" : ", " + values) + "</small>";
     return (values.empty() ? "the job’s own" : values) + "<small>by " + escaped(asked.by) + "</small>";
@@ -50,8 +51,9 @@ std::string difference(const PlateFacts &plate)
 {
     std::string text;
     const auto add = [&text](double value, int digits, const char *unit) {
-        text += (text.empty() ? "" : ", ") + std::string(value < 0 ? "−" : "+") +
-                decimal(std::abs(value), digits) + unit;
+        const std::string size = decimal(std::abs(value), digits);
+        const std::string sign = size == "0" ? "±" : value < 0 ? "−" : "+";
+        text += (text.empty() ? "" : ", ") + sign + size + unit;
     };
     if (plate.asked.frequency)
         add((plate.measured.frequency / *plate.asked.frequency - 1) * 100, 2, "&nbsp;%");
@@ -158,9 +160,9 @@ std::string loupes(const PageFacts &page)
 {
     if (page.rosette.empty())
         return "<p class=\"soft\">This page has no ink.</p>\n";
-    std::string text = "<h3>All inks, 8 to 1</h3>\n<figure class=\"rosette\">" +
-                       image(page.rosette, "25 mm of the page in all inks, 8 to 1") +
-                       "<figcaption>25 mm of the page, as marked above.</figcaption></figure>\n"
+    std::string text = "<h3>All inks, 8 to 1</h3>\n<figure class=\"rosette\"><a href=\"" + escaped(page.rosette) +
+                       "\">" + image(page.rosette, "25 mm of the page in all inks, 8 to 1") +
+                       "</a><figcaption>25 mm of the page, as marked above.</figcaption></figure>\n"
                        "<h3>Each plate, 8 to 1</h3>\n<p class=\"soft\">The middle of its place; click for all 25 "
                        "mm.</p>\n<div class=\"loupes\">\n";
     for (const PlateFacts &plate : page.plates)

@@ -12,12 +12,12 @@ main, header, footer { max-width: 64rem; margin: 0 auto; padding: 0 1.25rem; }
 header { padding-top: 2.5rem; padding-bottom: .5rem; }
 h1 { font-size: 1.75rem; line-height: 1.2; margin: 0; overflow-wrap: anywhere; }
 h2 { font-size: 1.25rem; margin: 0; }
-h3 { font-size: 1rem; margin: 1.75rem 0 .25rem; }
+h3 { font-size: 1rem; margin: 1.75rem 0 .25rem; break-after: avoid; }
 p { margin: .35rem 0; }
 .soft, figcaption, small { color: var(--soft); }
 small { display: block; font-size: .8125rem; }
 section { background: #fff; border: 1px solid var(--line); border-radius: 6px; margin: 1.5rem 0; padding: 1.5rem; }
-.top { display: grid; grid-template-columns: minmax(9rem, 17rem) minmax(0, 1fr); gap: 1.75rem; align-items: start; }
+.top { display: grid; grid-template-columns: minmax(9rem, 15rem) minmax(0, 1fr); gap: 1.5rem; align-items: start; }
 .heading { display: flex; justify-content: space-between; align-items: baseline; gap: 1rem; flex-wrap: wrap; }
 .sheet { position: relative; border: 1px solid var(--line); box-shadow: 0 1px 4px #0002; line-height: 0; }
 .sheet img { width: 100%; height: auto; }
@@ -26,17 +26,19 @@ section { background: #fff; border: 1px solid var(--line); border-radius: 6px; m
 .warnings li { color: var(--warn); background: #fff3e6; border-left: 4px solid #e07a1f; padding: .4rem .75rem;
                margin: .3rem 0; border-radius: 0 4px 4px 0; overflow-wrap: anywhere; }
 table { border-collapse: collapse; width: 100%; margin: .75rem 0 0; font-variant-numeric: tabular-nums; }
-th, td { text-align: left; vertical-align: top; padding: .5rem .75rem .5rem 0; border-top: 1px solid var(--line); }
+th, td { text-align: left; vertical-align: top; padding: .5rem .6rem .5rem 0; font-size: .9375rem; border-top: 1px solid var(--line); }
 thead th { border-top: 0; color: var(--soft); font-weight: 500; font-size: .8125rem; }
-tbody th { font-weight: 600; overflow-wrap: anywhere; }
+tbody th { font-weight: 600; overflow-wrap: break-word; min-width: 7rem; max-width: 12rem; }
+.values { white-space: nowrap; }
 .off { color: var(--warn); font-weight: 600; }
-.swatch { display: inline-block; width: .85em; height: .85em; border-radius: 50%; margin-right: .5em;
+.swatch { display: inline-block; width: .85em; height: .85em; border-radius: 50%; margin-right: .4em;
           border: 1px solid #0003; vertical-align: -.05em; print-color-adjust: exact;
           -webkit-print-color-adjust: exact; }
 figure { margin: 0; }
 figcaption { font-size: .8125rem; margin-top: .35rem; overflow-wrap: anywhere; }
 figure img { border: 1px solid var(--line); display: block; max-width: 100%; height: auto; }
-.rosette img { width: 200mm; }
+.rosette a { display: block; overflow: hidden; }
+.rosette img { width: 200mm; max-width: none; margin-left: min(0px, calc(50% - 100mm)); }
 .loupes { display: grid; grid-template-columns: repeat(auto-fill, minmax(11rem, 1fr)); gap: 1rem; margin-top: .75rem; }
 .loupes a { display: block; overflow: hidden; aspect-ratio: 1; border: 1px solid var(--line); }
 .loupes img { width: 200mm; max-width: none; border: 0; margin: calc(50% - 100mm); }
@@ -60,11 +62,14 @@ footer { padding-bottom: 3rem; font-size: .8125rem; }
   body { background: #fff; font-size: 10pt; }
   main, header, footer { max-width: none; padding: 0; }
   section { border: 0; padding: 0; break-before: page; }
-  section.short { break-before: auto; }
+  section.short, section:first-of-type { break-before: auto; }
+  th, td { font-size: 8.5pt; padding-right: .3rem; }
+  small { font-size: 7.5pt; }
+  tbody th { min-width: 0; }
   figure, tr, .warnings li { break-inside: avoid; }
-  .top { grid-template-columns: 6cm minmax(0, 1fr); }
+  .top { grid-template-columns: 4.5cm minmax(0, 1fr); gap: 1rem; }
   .loupes { grid-template-columns: repeat(4, 1fr); }
-  .rosette img { width: 170mm; }
+  .rosette img { width: 170mm; margin: 0; }
 }
 )";
 

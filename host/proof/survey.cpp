@@ -17,8 +17,6 @@ constexpr int kLongestPicture = 1700;  // pixels
 // A plate is looked at in its page's place if it shows this much there of what it shows in its own.
 constexpr double kGoodEnough = 0.25;
 
-using SpotInks = std::map<std::string, std::array<double, 4>>;
-
 SurveyedPlate lookAt(const TintPlate &tints, const std::string &plate)
 {
     SurveyedPlate facts;
@@ -54,21 +52,19 @@ void chooseLoupes(SurveyedPage &page, const std::vector<TintPlate> &tints)
     }
 }
 
-void writePagePicture(const SurveyedPage &page, const std::vector<TintPlate> &tints, const SpotInks &inks,
-                      const fs::path &file)
+// The interpreter knows what spot inks look like and tells by the composite.
+void writePagePicture(const std::vector<TintPlate> &tints, const fs::path &file)
 {
     std::vector<InkedTints> inked;
-    for (size_t i = 0; i < tints.size(); ++i)
-        if (page.plates[i].ink || i == 0)
-            inked.push_back({&tints[i], inkColour(page.plates[i].plate, inks)});
+    for (size_t i = 0; i < std::size(kProcessPlates); ++i)
+        inked.push_back({&tints[i], inkColour(kProcessPlates[i], {})});
     const int longest = std::max(tints[0].width, tints[0].height);
     const int step = std::max(2, (longest + kLongestPicture - 1) / kLongestPicture);
     writePicture(file, pagePicture(inked, step), kSurveyDpi / step);
 }
 
 // Looks at the page's files and takes them away.
-SurveyedPage surveyPage(const fs::path &folder, int file, int number, const SpotInks &inks,
-                        const fs::path &pictures)
+SurveyedPage surveyPage(const fs::path &folder, int file, int number, const fs::path &pictures)
 {
     SurveyedPage page;
     page.number = number;
@@ -84,16 +80,18 @@ SurveyedPage surveyPage(const fs::path &folder, int file, int number, const Spot
         }
     }
     page.spotInks = page.plates.size() > std::size(kProcessPlates);
-    fs::remove(folder / (std::to_string(file) + ".tif"));
     const bool alike = std::all_of(tints.begin(), tints.end(), [&tints](const TintPlate &plate) {
         return plate.width == tints[0].width && plate.height == tints[0].height;
     });
-    if (tints.empty() || !alike)
+    if (tints.size() < std::size(kProcessPlates) || !alike)
         throw Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
     page.width = tints[0].width / kSurveyDpi;
     page.height = tints[0].height / kSurveyDpi;
     chooseLoupes(page, tints);
-    writePagePicture(page, tints, inks, pictures / ("page-" + std::to_string(number) + ".png"));
+    const fs::path composite = folder / (std::to_string(file) + ".tif");
+    writePagePicture(page.spotInks ? readComposite(composite) : tints,
+                     pictures / ("page-" + std::to_string(number) + ".png"));
+    fs::remove(composite);
     return page;
 }
 
@@ -108,14 +106,14 @@ public:
     ~PageQueue() { workers_.drop(); }
 
     // A file is complete when the next one is there, or at the end.
-    void handOver(const SpotInks &inks, bool atEnd)
+    void handOver(bool atEnd)
     {
         while (fs::exists(fileOf(next_ + (atEnd ? 0 : 1)))) {
             const int file = next_++;
             const auto asked = static_cast<size_t>(file) <= pages_.size();
             const int number = asked ? pages_[static_cast<size_t>(file) - 1] : file;
-            workers_.add([this, file, number, inks] {
-                SurveyedPage page = surveyPage(folder_, file, number, inks, pictures_);
+            workers_.add([this, file, number] {
+                SurveyedPage page = surveyPage(folder_, file, number, pictures_);
                 std::lock_guard lock(mutex_);
                 found_.push_back(std::move(page));
             });
@@ -175,11 +173,11 @@ Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std:
                                .folder = folder,
                                .secondsAPage = request.secondsAPage,
                                .megabytes = request.megabytes,
-                               .pageEnded = [&](const InterpreterReport &report) {
+                               .pageEnded = [&] {
                                    progress.pageRead();
-                                   queue.handOver(report.inks, false);
+                                   queue.handOver(false);
                                }});
-    queue.handOver(survey.report.inks, true);
+    queue.handOver(true);
     workers.finish();
     survey.pages = queue.found();
     refuseMissing(job, pages, survey);

@@ -8,9 +8,9 @@ namespace riders {
 namespace {
 
 constexpr double kMillimetre = 1 / 25.4;
-constexpr double kLongestWindow = 3, kShortestWindow = 0.1;  // inches
-constexpr int kStep = 2;                                     // even tints are looked for on every second pixel
-constexpr int kBlock = 16;                                   // pixels a side, in which telling places are counted
+constexpr double kLongestWindow = 1.5, kShortestWindow = 0.1;  // inches
+constexpr int kStep = 2;                                       // even tints are looked for on every second pixel
+constexpr int kBlock = 16;  // pixels a side, in which telling places are counted
 
 // A tint in the middle shows its dots best; solid ink a little only, so that
 // plates of text are looked at where the text is.
@@ -155,6 +155,31 @@ double worth(const std::vector<BlockSums> &plates, int left, int top, int blocks
     return sum;
 }
 
+struct Candidate {
+    int left, top;
+    double worth;
+};
+
+// Of those that are as good as the best, the one in their middle: not the
+// corner of an even tint.
+Candidate middleOfBest(std::vector<Candidate> all)
+{
+    const auto byWorth = [](const Candidate &one, const Candidate &other) { return one.worth < other.worth; };
+    const double enough = 0.995 * std::max_element(all.begin(), all.end(), byWorth)->worth;
+    std::erase_if(all, [enough](const Candidate &candidate) { return candidate.worth < enough; });
+    double left = 0, top = 0;
+    for (const Candidate &candidate : all) {
+        left += candidate.left / static_cast<double>(all.size());
+        top += candidate.top / static_cast<double>(all.size());
+    }
+    const auto apart = [left, top](const Candidate &candidate) {
+        return std::hypot(candidate.left - left, candidate.top - top);
+    };
+    return *std::min_element(all.begin(), all.end(), [&apart](const Candidate &one, const Candidate &other) {
+        return apart(one) < apart(other);
+    });
+}
+
 }  // namespace
 
 TintRange tintRange(const TintPlate &plate, double dpi)
@@ -198,14 +223,13 @@ Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, dou
     for (const TintPlate *plate : plates)
         sums.emplace_back(*plate);
     const int blocks = std::max(1, static_cast<int>(std::lround(side * dpi / kBlock)));
-    double most = -1;
-    int bestLeft = 0, bestTop = 0;
+    std::vector<Candidate> all;
     for (int top = 0; top == 0 || top + blocks <= sums[0].down; ++top)
         for (int left = 0; left == 0 || left + blocks <= sums[0].across; ++left)
-            if (const double here = worth(sums, left, top, blocks); here > most)
-                most = here, bestLeft = left, bestTop = top;
-    return {std::min(bestLeft * kBlock / dpi, pageWidth - width),
-            std::min(bestTop * kBlock / dpi, pageHeight - height), width, height};
+            all.push_back({left, top, worth(sums, left, top, blocks)});
+    const Candidate best = middleOfBest(std::move(all));
+    return {std::min(best.left * kBlock / dpi, pageWidth - width),
+            std::min(best.top * kBlock / dpi, pageHeight - height), width, height};
 }
 
 double tellingShare(const TintPlate &plate, double dpi, const Place &place)

@@ -22,7 +22,7 @@ struct TintRange {
 TintRange tintRange(const TintPlate &plate, double dpi);
 
 // The best even tint to measure a screen on: large, and not too light or dark;
-// 3 inches a side at most, and a little away from its edges. Empty where no
+// 1.5 inches a side at most, which is exact enough here, and a little away from its edges. Empty where no
 // tint is as large as a tenth of an inch.
 Place evenTint(const TintPlate &plate, double dpi);
 

@@ -123,6 +123,8 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
     const riders::AskedFor spot = riders::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(spot.frequency, 50);
     EXPECT_EQ(spot.by, "the job");
+    EXPECT_EQ(riders::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
+    EXPECT_FALSE(riders::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
     EXPECT_FALSE(riders::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 

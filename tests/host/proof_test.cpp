@@ -49,6 +49,8 @@ TEST_F(ProofTest, SpotInksDoNotChangeTheProcessPlates)
     for (size_t i = 0; i < plates.size(); ++i)
         EXPECT_EQ(readFilm(out / ("films/page-1-" + plates[i] + ".tif")).bits.bits, plain[i].bits) << plates[i];
     EXPECT_GT(readFilm(out / "films/page-1-warm-red.tif").ink(), 0.001);
+    // Magenta and yellow on each other.
+    EXPECT_NE(contentsOf(out / "proof.html").find("background:#e60000\"></span>Warm Red"), std::string::npos);
 }
 
 TEST_F(ProofTest, SpotPlatesHaveTheirNames)
@@ -88,9 +90,9 @@ TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
     all.cores = 2;
     ASSERT_EQ(proofOf(all), "done");
     const std::string page = contentsOf(out / "proof.html");
-    const size_t first = page.find("50&nbsp;lpi at 30°<small>by the job");
+    const size_t first = page.find("50&nbsp;lpi, 30°</span><small>by the job");
     EXPECT_NE(first, std::string::npos);
-    EXPECT_NE(page.find("60&nbsp;lpi at 75°<small>by the job", first), std::string::npos);
+    EXPECT_NE(page.find("60&nbsp;lpi, 75°</span><small>by the job", first), std::string::npos);
 }
 
 TEST_F(ProofTest, WithARidersFile)
@@ -102,7 +104,7 @@ TEST_F(ProofTest, WithARidersFile)
     with.riders = folder / "film.riders";
     ASSERT_EQ(proofOf(with), "done");
     const std::string page = contentsOf(out / "proof.html");
-    EXPECT_NE(page.find("40&nbsp;lpi at 15°<small>by the riders file"), std::string::npos);
+    EXPECT_NE(page.find("40&nbsp;lpi, 15°</span><small>by the riders file"), std::string::npos);
     EXPECT_NE(page.find("with film.riders"), std::string::npos);
     with.riders = with.job;
     EXPECT_EQ(proofOf(with), with.job.string() + ": is not a riders file (it does not begin with %!Zu3_Riders)");
