@@ -58,7 +58,7 @@ TEST_P(ScreenExact, Tint)
     expectExact(reading);
     EXPECT_NEAR(reading.ink, 0.25, 0.007);
     if (reading.cellPixels >= 8) {
-        EXPECT_GE(riders::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.985);
+        EXPECT_GE(riders::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.99);
     }
 }
 
