@@ -3,6 +3,7 @@
 
 #include "quickdraw/port.h"
 #include "toolbox/quickdraw.h"
+#include "windows/desktop.h"
 
 namespace {
 
@@ -113,6 +114,22 @@ TEST_F(MenuPopup, CoversAndRestoresTheScreen)
            }});
     EXPECT_NE(open.pixels, before.pixels);
     EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+}
+
+TEST_F(MenuPopup, LeavesNothingOnScreensThatChangedUnderIt)
+{
+    for (toolbox::Screen changed : {toolbox::Screen{{0, 0, 480, 640}, 8, 2}, toolbox::Screen{{0, 0, 480, 640}, 1, 2}}) {
+        select(somewhere, 1, {[&]() -> std::optional<Input> {
+                                  machine.setScreens({changed});
+                                  return std::nullopt;
+                              },
+                              release({5, 5})});
+        toolbox::Picture after = toolbox::screenPicture(0);
+        toolbox::windows::screensChanged();
+        EXPECT_EQ(after.width, 1280);
+        EXPECT_NE(after.pixels[after.pixels.size() - 3], after.pixels.back()) << "there is a desktop";
+        EXPECT_EQ(after.pixels, toolbox::screenPicture(0).pixels);
+    }
 }
 
 TEST_F(MenuPopup, RowUnderTheMouseIsInverted)
