@@ -73,8 +73,9 @@ void Document::show()
     Str255 name;
     toolbox::setPascal(name, toolbox::romanFromUtf8Lossy(job_.filename().string()));
     SetWTitle(dialog_, name);
-    setItemText(dialog_, titleText, summary_.title.empty() ? words(Words::notStated) : summary_.title);
-    setItemText(dialog_, pagesText, summary_.pages ? std::to_string(*summary_.pages) : words(Words::notStated));
+    const JobComments &comments = summary_.comments;
+    setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);
+    setItemText(dialog_, pagesText, comments.pages ? std::to_string(*comments.pages) : words(Words::notStated));
     setItemText(dialog_, ridersText, words(summary_.hasRiders ? Words::inThisJob : Words::none));
     enableButton(dialog_, addButton, !summary_.hasRiders);
     enableButton(dialog_, takeOutButton, summary_.hasRiders);

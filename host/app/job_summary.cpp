@@ -1,93 +1,25 @@
 #include "app/job_summary.h"
 
-#include <charconv>
+#include <algorithm>
 #include <fstream>
 #include <memory>
 
 #include "apply/bytes.h"
 #include "apply/job_structure.h"
-#include "apply/refusal.h"
-#include "toolbox/host/text.h"
 
 namespace riders {
 namespace {
 
-constexpr std::streamoff tailSize = 64 << 10;
-
-// The next line, without its end, which may be LF, CR or both.
-std::optional<std::string_view> takeLine(std::string_view &bytes)
+std::string tailOf(const std::filesystem::path &job)
 {
-    if (bytes.empty())
-        return std::nullopt;
-    const size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
-    const std::string_view line = bytes.substr(0, end);
-    bytes.remove_prefix(std::min(end + (bytes.substr(end, 2) == "\r\n" ? 2 : 1), bytes.size()));
-    return line;
-}
-
-std::optional<std::string_view> valueOf(std::string_view line, std::string_view comment)
-{
-    if (!line.starts_with(comment))
-        return std::nullopt;
-    line.remove_prefix(comment.size());
-    const size_t start = line.find_first_not_of(" \t");
-    if (start == line.npos)
-        return std::string_view();
-    return line.substr(start, line.find_last_not_of(" \t") + 1 - start);
-}
-
-// A title may stand as a PostScript string. Bytes that are no UTF-8 are taken
-// for what a Macintosh would write.
-std::string asText(std::string_view value)
-{
-    std::string text;
-    const bool string = value.size() >= 2 && value.front() == '(' && value.back() == ')';
-    if (string)
-        value = value.substr(1, value.size() - 2);
-    for (size_t i = 0; i < value.size(); ++i) {
-        if (string && value[i] == '\\' && i + 1 < value.size())
-            ++i;
-        if (static_cast<unsigned char>(value[i]) >= ' ')
-            text += value[i];
-    }
-    return toolbox::romanFromUtf8(text) ? text : toolbox::utf8FromRoman(text);
-}
-
-std::optional<long> asNumber(std::string_view value)
-{
-    long number = 0;
-    auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-    const bool good = error == std::errc() && number >= 0 && end != value.data();
-    return good ? std::optional(number) : std::nullopt;
-}
-
-// Header comments end at %%EndComments, or where a line is no comment.
-void readHeader(std::string_view bytes, JobSummary &summary)
-{
-    takeLine(bytes);
-    while (auto line = takeLine(bytes)) {
-        if (!line->starts_with("%") || line->starts_with("%%EndComments"))
-            return;
-        if (auto title = valueOf(*line, "%%Title:"); title && summary.title.empty())
-            summary.title = asText(*title);
-        if (auto pages = valueOf(*line, "%%Pages:"); pages && !summary.pages)
-            summary.pages = asNumber(*pages);
-    }
-}
-
-// The last one counts: those before belong to embedded documents.
-void readTrailer(const std::filesystem::path &job, JobSummary &summary)
-{
+    constexpr std::streamoff longest = 64 << 10;
     std::ifstream in(job, std::ios::binary | std::ios::ate);
-    const std::streamoff size = in.tellg();
-    in.seekg(std::max<std::streamoff>(0, size - tailSize));
-    std::string tail(tailSize, '\0');
-    in.read(tail.data(), tailSize);
-    std::string_view bytes(tail.data(), static_cast<size_t>(in.gcount()));
-    while (auto line = takeLine(bytes))
-        if (auto pages = valueOf(*line, "%%Pages:"))
-            if (auto number = asNumber(*pages))
-                summary.pages = number;
+    const std::streamoff size = std::min<std::streamoff>(std::max<std::streamoff>(in.tellg(), 0), longest);
+    in.seekg(-size, std::ios::end);
+    std::string tail(static_cast<size_t>(size), '\0');
+    in.read(tail.data(), size);
+    tail.resize(static_cast<size_t>(in.gcount()));
+    return tail;
 }
 
 }  // namespace
@@ -100,9 +32,7 @@ JobSummary summaryOf(const std::filesystem::path &job)
     const std::string_view bytes(buffer.get(), std::min(size, kJobHeadSize));
     JobSummary summary;
     summary.hasRiders = findFragment({bytes, size <= kJobHeadSize, in.name()}).has_value();
-    readHeader(bytes.substr(std::min(bytes.find("%!"), bytes.size())), summary);
-    if (!summary.pages)
-        readTrailer(job, summary);
+    summary.comments = commentsOf(bytes.substr(std::min(bytes.find("%!"), bytes.size())), tailOf(job));
     return summary;
 }
 

@@ -2,14 +2,13 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
-#include <string>
+
+#include "app/job_comments.h"
 
 namespace riders {
 
 struct JobSummary {
-    std::string title;             // UTF-8; empty where the job states none
-    std::optional<long> pages;     // as its comments state
+    JobComments comments;
     bool hasRiders = false;
 };
 

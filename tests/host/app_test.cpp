@@ -16,6 +16,24 @@ constexpr const char *program = "\x13";   // the first menu's title, a diamond
 enum { settingsDialog = 16300, window = 1000, problem = 1010 };
 enum { addButton = 1, closeButton, takeOutButton };
 
+std::string itemText(int16_t item)
+{
+    int16_t type;
+    Handle text;
+    Rect box;
+    Str255 words;
+    GetDItem(FrontWindow(), item, &type, &text, &box);
+    GetIText(text, words);
+    return plain(words);
+}
+
+std::string windowTitle()
+{
+    Str255 title;
+    GetWTitle(FrontWindow(), title);
+    return plain(title);
+}
+
 class App : public ToolboxTest {
 protected:
     void SetUp() override
@@ -102,19 +120,10 @@ TEST_F(App, JobIsShownWithWhatIsKnownOfIt)
     user.in(window);
     user.then([] {
         keepPicture("window");
-        Str255 title;
-        GetWTitle(FrontWindow(), title);
-        EXPECT_EQ(plain(title), "job.ps");
+        EXPECT_EQ(windowTitle(), "job.ps");
         std::string shown;
-        for (int16_t item : {8, 9, 10}) {
-            int16_t type;
-            Handle text;
-            Rect box;
-            Str255 words;
-            GetDItem(FrontWindow(), item, &type, &text, &box);
-            GetIText(text, words);
-            shown += plain(words) + "|";
-        }
+        for (int16_t item : {8, 9, 10})
+            shown += itemText(item) + "|";
         EXPECT_EQ(shown, "Poster (front)|7|none|");
     });
     user.press(closeButton);
@@ -190,9 +199,7 @@ TEST_F(App, MenusWorkWhileAJobIsShown)
     user.answerOpen(folder / "second.ps");
     user.in(window);
     user.then([] {
-        Str255 title;
-        GetWTitle(FrontWindow(), title);
-        EXPECT_EQ(plain(title), "second.ps");
+        EXPECT_EQ(windowTitle(), "second.ps");
     });
     user.key("w", 0x0100);
     quitByMenu();

@@ -1,0 +1,21 @@
+// The structuring comments of a job that a person wants to know.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace riders {
+
+struct JobComments {
+    std::string title;             // UTF-8; empty where the job states none
+    std::optional<long> pages;
+
+    bool operator==(const JobComments &) const = default;
+};
+
+// From the first bytes of the job, from its "%!" on, and the last ones, where
+// a job may put the number of its pages.
+JobComments commentsOf(std::string_view head, std::string_view tail);
+
+}  // namespace riders

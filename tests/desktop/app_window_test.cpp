@@ -1,0 +1,61 @@
+// `riders` in a window of its own, started and ended as people do.
+#include "desktop/display.h"
+#include "support/command.h"
+#include "support/toolbox_test.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Program : public ::testing::Test {
+protected:
+    // Starts riders, waits for its window, and carries out a line of shell in
+    // which $window and $riders name both; then waits for riders to end.
+    CommandResult with(const std::string &arguments, const std::string &deeds)
+    {
+        const std::string script = "export XDG_CONFIG_HOME=$PWD/config RIDERS_SCALE=1\n" +
+                                   (fs::path(RIDERS_BINARY_DIR) / "riders").string() + " " + arguments + " &\n" +
+                                   "riders=$!\n"
+                                   "window=$(xdotool search --sync --onlyvisible --pid $riders | tail -1)\n" +
+                                   deeds + "\nwait $riders";
+        return runProgram({"sh", "-c", script}, {}, folder.path());
+    }
+    static void expectGoodEnd(const CommandResult &result)
+    {
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.err, "");
+    }
+    bool settingsSaved() const { return fs::exists(folder / "config/riders/Riders Preferences"); }
+
+    // Opens the settings by clicks on the Riders menu and its first item.
+    const std::string openSettings = "xdotool mousemove --sync --window $window 137 10 click 1 "
+                                     "mousemove --sync --window $window 170 28 click 1";
+
+    desktop::Display display;
+    TemporaryFolder folder;
+};
+
+TEST_F(Program, EndsByItsKey)
+{
+    expectGoodEnd(with("", "xdotool windowfocus --sync $window key ctrl+q"));
+}
+
+TEST_F(Program, OpensADialogFromItsMenuByClicks)
+{
+    expectGoodEnd(with("", "xdotool windowfocus --sync $window; " + openSettings + " key Escape key ctrl+q"));
+    EXPECT_TRUE(settingsSaved()) << "the command came to its end";
+}
+
+TEST_F(Program, EndsWhenTheSystemAsks)
+{
+    expectGoodEnd(with("", "kill -TERM $riders"));
+    EXPECT_FALSE(settingsSaved());
+}
+
+TEST_F(Program, ShowsTheJobItIsGiven)
+{
+    writeFile(folder / "job.ps", "%!PS\n");
+    expectGoodEnd(with("job.ps", "xdotool windowfocus --sync $window key ctrl+w key ctrl+q"));
+}
+
+}  // namespace
