@@ -16,3 +16,12 @@ void measureImport();
 // `riders proof` against one plain Ghostscript run that writes the same plates,
 // without and with a spot ink.
 void measureProof(const std::filesystem::path &riders);
+// The meter on a plate of A4 at 2400 dpi.
+void measureMeter();
+// A job's time with and without a riders file; a job of photographs against
+// one with setscreen.
+void measureScreenTime(const std::filesystem::path &riders);
+// How near the dots on film come to what was asked for, over 90 pairs of
+// frequency and angle at three resolutions: minutes. The sample: every seventh.
+void measureScreens(const std::filesystem::path &riders);
+void measureScreensSample(const std::filesystem::path &riders);

@@ -1,25 +1,72 @@
-// riders_measure RIDERS: prints every table, each figure beside something else
-// taken in the same run.
+// riders_measure RIDERS [TABLE...]: prints every table, or those named, each
+// figure beside something else taken in the same run.
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 
 #include "benches.h"
 #include "toolbox/host/user.h"
 
+namespace {
+
+struct Table {
+    const char *name;
+    void (*print)(const std::filesystem::path &riders);
+};
+
+const Table tables[] = {
+    {"make", measureMake},
+    {"apply", measureApply},
+    {"dialogs", measureDialogs},
+    {"import", [](const std::filesystem::path &) { measureImport(); }},
+    {"proof", measureProof},
+    {"meter", [](const std::filesystem::path &) { measureMeter(); }},
+    {"screen-time", measureScreenTime},
+    {"screens-sample", measureScreensSample},
+    {"screens", measureScreens},
+};
+
+bool known(const char *name)
+{
+    for (const Table &table : tables)
+        if (std::strcmp(table.name, name) == 0)
+            return true;
+    return false;
+}
+
+// Without names all but the sample, which is part of another.
+bool wanted(const Table &table, int names, char **name)
+{
+    for (int i = 0; i < names; ++i)
+        if (std::strcmp(table.name, name[i]) == 0)
+            return true;
+    return names == 0 && table.print != measureScreensSample;
+}
+
+int usage()
+{
+    std::fprintf(stderr, "usage: riders_measure RIDERS [TABLE...]\ntables:");
+    for (const Table &table : tables)
+        std::fprintf(stderr, " %s", table.name);
+    std::fprintf(stderr, "\n");
+    return 2;
+}
+
+}  // namespace
+
 int main(int argc, char **argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: riders_measure RIDERS\n");
-        return 2;
-    }
+    if (argc < 2)
+        return usage();
+    for (int i = 2; i < argc; ++i)
+        if (!known(argv[i]))
+            return usage();
     try {
-        std::filesystem::path riders = std::filesystem::absolute(argv[1]);
-        measureMake(riders);
-        measureApply(riders);
-        measureDialogs(riders);
-        measureImport();
-        measureProof(riders);
+        const std::filesystem::path riders = std::filesystem::absolute(argv[1]);
+        for (const Table &table : tables)
+            if (wanted(table, argc - 2, argv + 2))
+                table.print(riders);
     } catch (const toolbox::ScriptError &error) {
         std::fprintf(stderr, "measure: %s\n", error.message.c_str());
         return 1;

@@ -109,6 +109,13 @@ void makeGnuplot(const TemporaryFolder &folder, const fs::path &job)
     produce(folder, {"gnuplot", "plot"});
 }
 
+// A photograph, as even as they come.
+void makeNetpbm(const TemporaryFolder &folder, const fs::path &job)
+{
+    writeFile(folder / "grey.pgm", "P5\n300 200\n255\n" + std::string(300 * 200, '\x70'));
+    produce(folder, {"pnmtops", "-noturn", "-setpage", "-imagewidth=4", "grey.pgm"}, job);
+}
+
 void makePsnup(const TemporaryFolder &folder, const fs::path &job)
 {
     makeGroff(folder, folder / "single.ps");
@@ -128,7 +135,8 @@ const std::vector<Producer> &jobProducers()
     static const std::vector<Producer> producers = {
         {"groff", 2, makeGroff},       {"enscript", 2, makeEnscript}, {"a2ps", 2, makeA2ps},
         {"cairo", 2, makeCairo},       {"rsvg", 2, makeRsvg},         {"pdftops", 2, makePdftops},
-        {"ps2write", 2, makePs2write}, {"gnuplot", 2, makeGnuplot},   {"psnup", 1, makePsnup},
+        {"ps2write", 2, makePs2write}, {"gnuplot", 2, makeGnuplot},   {"netpbm", 1, makeNetpbm},
+        {"psnup", 1, makePsnup},
     };
     return producers;
 }
