@@ -15,6 +15,11 @@ constexpr double kGoodPeriods = 10;  // in a patch, to take its waves at their w
 constexpr double kLeastEvenness = 0.3;
 constexpr std::size_t kMostCandidates = 4;
 
+struct FoundLattice {
+    Lattice lattice;
+    double evenness;  // see ScreenReading
+};
+
 struct Candidate {
     Lattice lattice;
     double power;
@@ -80,16 +85,16 @@ Lattice bestOf(const BitPage &page, const PageWindow &window, const std::vector<
 }
 
 // A screen of lines folds as well over one wave as over two.
-FoundLattice dotsOrLines(const BitPage &page, const PageWindow &window, const Lattice &lattice, int patch)
+Lattice dotsOrLines(const BitPage &page, const PageWindow &patch, const Lattice &lattice)
 {
-    const FoundLattice dots = fitted(page, window, lattice, patch);
-    const FoundLattice lines = fitted(page, window, {{}, lattice.across}, patch);
-    return lines.evenness > 0.93 * dots.evenness ? lines : dots;
+    const FoundLattice dots = fitted(page, patch, lattice, patch.width);
+    const FoundLattice lines = fitted(page, patch, {{}, lattice.across}, patch.width);
+    return lines.evenness > 0.93 * dots.evenness ? lines.lattice : dots.lattice;
 }
 
 }  // namespace
 
-std::optional<FoundLattice> findLattice(const BitPage &page, const PageWindow &window)
+std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window)
 {
     std::optional<FoundLattice> best;
     const int smaller = std::min(window.width, window.height);
@@ -100,8 +105,9 @@ std::optional<FoundLattice> findLattice(const BitPage &page, const PageWindow &w
         const std::vector<Candidate> candidates = candidatesOf(spectrum);
         if (candidates.empty() || (length(candidates[0].lattice.across) * patch < kGoodPeriods && !whole))
             continue;  // too slow for this patch: look at a larger one, more coarsely
-        const Lattice lattice = bestOf(page, middleOf(window, patch), candidates);
-        const FoundLattice found = dotsOrLines(page, window, lattice, patch);
+        const PageWindow middle = middleOf(window, patch);
+        const Lattice lattice = dotsOrLines(page, middle, bestOf(page, middle, candidates));
+        const FoundLattice found = fitted(page, window, lattice, patch);
         if (length(found.lattice.down) * smaller >= kLeastPeriods && (!best || found.evenness > best->evenness))
             best = found;
         if (found.evenness > 2 * kLeastEvenness || whole)
@@ -109,7 +115,7 @@ std::optional<FoundLattice> findLattice(const BitPage &page, const PageWindow &w
     }
     if (best && best->evenness < kLeastEvenness)
         return {};
-    return best;
+    return best ? std::optional(best->lattice) : std::nullopt;
 }
 
 }  // namespace riders

@@ -7,12 +7,8 @@
 
 namespace riders {
 
-struct FoundLattice {
-    Lattice lattice;
-    double evenness;  // in the patch, see ScreenReading
-};
 // The lattice of the screen in the window, fitting all of it; none when the
 // window has no screen. The window lies on the page.
-std::optional<FoundLattice> findLattice(const BitPage &page, const PageWindow &window);
+std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window);
 
 }  // namespace riders

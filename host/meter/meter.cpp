@@ -114,18 +114,23 @@ void setBeat(ScreenReading &reading, const BitPage &page, const Lattice &lattice
                     within(directionOf(beat.wave), 180)};
 }
 
-ScreenReading readWindow(const BitPage &page, const PageWindow &window)
+// From a lattice that is nearly right, where there is one already.
+ScreenReading readWindow(const BitPage &page, const PageWindow &window, const std::optional<Lattice> &near = {})
 {
     ScreenReading reading;
     reading.window = window;
     reading.ink = inkShare(page, window);
     if (std::min(window.width, window.height) < kSmallestSide || reading.ink <= 0 || reading.ink >= 1)
         return reading;
-    const std::optional<FoundLattice> found = findLattice(page, window);
+    std::optional<Lattice> found;
+    if (near)
+        found = refineLattice(page, window, *near, std::max(window.width, window.height));
+    else
+        found = findLattice(page, window);
     if (!found)
         return reading;
-    const bool lines = found->lattice.lines();
-    const Lattice lattice = lines ? found->lattice : upright(found->lattice);
+    const bool lines = found->lines();
+    const Lattice lattice = lines ? *found : upright(*found);
     lines ? setLines(reading, lattice, page.dpi) : setDots(reading, lattice, page.dpi);
     reading.waves[0] = lines ? Wave{lattice.down.y, -lattice.down.x} : lattice.across;
     reading.waves[1] = lattice.down;
@@ -136,9 +141,8 @@ ScreenReading readWindow(const BitPage &page, const PageWindow &window)
 
 // Takes strips off the sides where the pixels do not agree with the cell: a
 // neighbour of the tint that its ink alone did not tell. Nothing, when most disagree.
-PageWindow trimmed(const BitPage &page, const ScreenReading &reading)
+PageWindow trimmed(const BitPage &page, const ScreenReading &reading, const Lattice &lattice)
 {
-    const Lattice lattice{reading.kind == ScreenKind::lines ? Wave{} : reading.waves[0], reading.waves[1]};
     const CellFit fit(page, reading.window, lattice);
     const double most = 1.5 * fit.disagreement(reading.window) + 0.03;
     const int strip = std::max(kSmallestSide, int(page.dpi / 10));
@@ -161,8 +165,10 @@ ScreenReading readTint(const BitPage &page, const PageWindow &tint)
     const ScreenReading reading = readWindow(page, tint);
     if (reading.kind == ScreenKind::none)
         return reading;
-    const PageWindow window = trimmed(page, reading);
-    return window.width == tint.width && window.height == tint.height ? reading : readWindow(page, window);
+    const Lattice lattice{reading.kind == ScreenKind::lines ? Wave{} : reading.waves[0], reading.waves[1]};
+    const PageWindow window = trimmed(page, reading, lattice);
+    return window.width == tint.width && window.height == tint.height ? reading
+                                                                      : readWindow(page, window, lattice);
 }
 
 }  // namespace
