@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
-#include <map>
 #include <stdexcept>
 
 #include "benches.h"
@@ -21,35 +20,42 @@ double roundDot(double x, double y)
     return 1 - (x * x + y * y);
 }
 
+// Errors, and the pair on which the largest came about.
+struct Series {
+    std::vector<double> values;
+    ScreenPair pair{};
+    void add(double value, const ScreenPair &of)
+    {
+        if (values.empty() || value > worst())
+            pair = of;
+        values.push_back(value);
+    }
+    double worst() const { return values.empty() ? 0 : *std::max_element(values.begin(), values.end()); }
+    double median() const
+    {
+        if (values.empty())
+            return 0;
+        std::vector<double> sorted = values;
+        std::sort(sorted.begin(), sorted.end());
+        return sorted[sorted.size() / 2];
+    }
+};
+
 struct Errors {
-    std::vector<double> frequency, angle;  // %, degrees
+    Series frequency, angle;  // %, degrees
     void add(const riders::ScreenReading &reading, const ScreenPair &pair)
     {
         const bool none = reading.kind == riders::ScreenKind::none;
-        frequency.push_back(none ? 100 : 100 * std::abs(reading.frequency / pair.frequency - 1));
-        angle.push_back(none ? 45 : std::abs(std::remainder(reading.angle - pair.angle, 90)));
+        frequency.add(none ? 100 : 100 * std::abs(reading.frequency / pair.frequency - 1), pair);
+        angle.add(none ? 45 : std::abs(std::remainder(reading.angle - pair.angle, 90)), pair);
     }
 };
 
 struct Accuracy {
     Errors fills, images;
-    std::vector<double> ink, beat;  // parts of a hundred; by the screen's own wave
-    std::vector<double> unlike;     // 1 less the correlation, of cells of 8 pixels and more
-    std::map<double, ScreenPair> beats;
+    Series ink, beat;  // parts of a hundred; by the screen's own wave
+    Series unlike;     // 1 less the correlation, of cells of 8 pixels and more
 };
-
-double worst(const std::vector<double> &values)
-{
-    return values.empty() ? 0 : *std::max_element(values.begin(), values.end());
-}
-
-double median(std::vector<double> values)
-{
-    if (values.empty())
-        return 0;
-    std::nth_element(values.begin(), values.begin() + long(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
 
 // A fill and an image of half ink side by side, two inches each; then a page of tints of an inch.
 void writeJob(const std::filesystem::path &file)
@@ -77,16 +83,15 @@ void readPages(const Workplace &place, double dpi, const ScreenPair &pair, Accur
         const riders::ScreenReading fill = riders::readScreen(film.page(), inches(dpi, 0, 0, 2));
         accuracy.fills.add(fill, pair);
         accuracy.images.add(riders::readScreen(film.page(), inches(dpi, 2, 0, 2)), pair);
-        accuracy.beat.push_back(fill.beat.strength);
-        accuracy.beats[fill.beat.strength] = pair;
+        accuracy.beat.add(fill.beat.strength, pair);
     }
     const Film film(place / "page2.pbm", dpi);
     for (int i = 0; i < int(std::size(tints)); ++i) {
         const auto window = inches(dpi, i % 4, 1 - i / 4, 1);
         const riders::ScreenReading reading = riders::readScreen(film.page(), window);
-        accuracy.ink.push_back(100 * std::abs(reading.ink - tints[i]));
+        accuracy.ink.add(100 * std::abs(reading.ink - tints[i]), pair);
         if (i == shapeTint && dpi / pair.frequency >= 8)
-            accuracy.unlike.push_back(1 - riders::likenessTo(film.page(), reading, roundDot).correlation);
+            accuracy.unlike.add(1 - riders::likenessTo(film.page(), reading, roundDot).correlation, pair);
     }
 }
 
@@ -128,32 +133,40 @@ std::string withRiders(const std::filesystem::path &riders, const Workplace &pla
     return file;
 }
 
-void printAccuracy(const char *method, const Accuracy &a, double aimFrequency, double aimAngle)
+void printAccuracy(const char *method, const Accuracy &a)
 {
     std::printf("%-16s", method);
     for (const Errors *errors : {&a.fills, &a.images})
-        std::printf(" %7.3f %7.3f %6.3f %6.3f", worst(errors->frequency), median(errors->frequency),
-                    worst(errors->angle), median(errors->angle));
-    std::printf(" %7.2f %7.2f %8.4f %6.2f", worst(a.ink), median(a.ink), 1 - worst(a.unlike), worst(a.beat));
-    if (aimFrequency > 0) {
-        const bool reached = std::max(worst(a.fills.frequency), worst(a.images.frequency)) <= aimFrequency &&
-                             std::max(worst(a.fills.angle), worst(a.images.angle)) <= aimAngle &&
-                             worst(a.ink) <= 0.7 && worst(a.unlike) <= 0.01 && worst(a.beat) <= 0.35;
-        std::printf("  %s (aim %.1f %%, %.1f degrees, ink 0.7, shape 0.99, beat 0.35)",
-                    reached ? "reached" : "missed", aimFrequency, aimAngle);
-    }
-    if (!a.beats.empty())
-        std::printf("  beat at %g/%g", a.beats.rbegin()->second.frequency, a.beats.rbegin()->second.angle);
-    std::printf("\n");
+        std::printf(" %7.3f %7.3f %6.3f %6.3f", errors->frequency.worst(), errors->frequency.median(),
+                    errors->angle.worst(), errors->angle.median());
+    std::printf(" %7.2f %7.2f %8.4f %6.2f\n", a.ink.worst(), a.ink.median(), 1 - a.unlike.worst(), a.beat.worst());
     std::fflush(stdout);
+}
+
+// Ours against the aims, and where it is worst.
+void printAims(const Accuracy &a, double dpi)
+{
+    const double frequency = dpi > 2000 ? 0.5 : 0.4, angle = dpi > 2000 ? 0.4 : 0.3;
+    const auto print = [](const char *what, const Series &series, double aim) {
+        std::printf("  %-24s %8.3f at %g lpi, %g degrees; aim %g  %s\n", what, series.worst(),
+                    series.pair.frequency, series.pair.angle, aim, series.worst() <= aim ? "reached" : "missed");
+    };
+    print("fills, frequency, %", a.fills.frequency, frequency);
+    print("fills, angle", a.fills.angle, angle);
+    print("images, frequency, %", a.images.frequency, frequency);
+    print("images, angle", a.images.angle, angle);
+    print("ink, %", a.ink, 0.7);
+    print("shape, unlike", a.unlike, 0.01);
+    print("beat", a.beat, 0.35);
 }
 
 // Pairs on which ours is further off than theirs by more than the meter's own error.
 int worseThan(const Errors &ours, const Errors &theirs)
 {
     int count = 0;
-    for (std::size_t i = 0; i < ours.frequency.size(); ++i)
-        count += ours.frequency[i] > theirs.frequency[i] + 0.02 || ours.angle[i] > theirs.angle[i] + 0.01;
+    for (std::size_t i = 0; i < ours.frequency.values.size(); ++i)
+        count += ours.frequency.values[i] > theirs.frequency.values[i] + 0.02 ||
+                 ours.angle.values[i] > theirs.angle.values[i] + 0.01;
     return count;
 }
 
@@ -177,11 +190,10 @@ void measureEvery(const std::filesystem::path &riders, std::size_t step)
                 runToFilm(place.path(), {methods[method].second(riders, place, pairs[i]), job}, dpi, 4, 2);
                 readPages(place, dpi, pairs[i], accuracy);
             }
-            const bool ours = method == 2;
-            printAccuracy(methods[method].first, accuracy, ours ? (dpi > 2000 ? 0.5 : 0.4) : 0,
-                          dpi > 2000 ? 0.4 : 0.3);
+            printAccuracy(methods[method].first, accuracy);
         }
-        std::printf("worse than AccurateScreens: fills on %d pairs, images on %d (aim 0)\n",
+        printAims(accuracies[2], dpi);
+        std::printf("  worse than AccurateScreens: fills on %d pairs, images on %d (aim 0)\n",
                     worseThan(accuracies[2].fills, accuracies[1].fills),
                     worseThan(accuracies[2].images, accuracies[1].images));
     }

@@ -37,18 +37,20 @@ void makeEnscript(const TemporaryFolder &folder, const fs::path &job)
             {"enscript", "-q", "-G", "--highlight-bars=20", "--highlight-bar-gray=0.6", "-p", job, "text"});
 }
 
-// Comments stand on grey; most of this one is blank. It is a grey of 3 %, too
-// light to be measured, so it is made darker.
+// Comments stand on grey; most of this one is blank. The greys are too light to
+// be measured at this resolution, so they are made darker.
 void makeA2ps(const TemporaryFolder &folder, const fs::path &job)
 {
     const std::string blank(70, ' ');
     writeFile(folder / "text.c", "int x;\n/*\n" + repeated("x" + blank + ".\n", 40) + "*/\n");
     produce(folder, {"a2ps", "-q", "--prologue=gray", "-Ec", "-1", "--portrait", "-o", job, "text.c", "text.c"});
     std::string bytes = contentsOf(job);
-    const std::string light = ".97 setgray";
-    const size_t at = bytes.find(light);
-    ASSERT_NE(at, std::string::npos);
-    writeFile(job, bytes.replace(at, light.size(), ".60 setgray"));
+    int found = 0;
+    for (const std::string light : {"0.9 0.9 0.9 true BG", "0.8 0.8 0.8 true BG"})
+        for (size_t at = 0; (at = bytes.find(light, at)) != std::string::npos; ++found)
+            bytes.replace(at, light.size(), "0.6 0.6 0.6 true BG");
+    ASSERT_GT(found, 0);
+    writeFile(job, bytes);
 }
 
 void greyPage(cairo_t *page, double grey)
