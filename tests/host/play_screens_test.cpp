@@ -110,6 +110,18 @@ TEST_F(Play, WrongScreensAreFoundBeforeAnythingIsDone)
     }
 }
 
+TEST_F(Play, WhatCannotBeDraggedComesUpOnAScreenThatIsThere)
+{
+    const std::string leave = "start\ncommand 0\ndrag 300 98 1000 200\npress 2\n";
+    CommandResult result = play(leave + "screens 480x320x8\ncommand 0\nkey return\ncancel-file\n",
+                                {"--screen", "640x480x8+640x480x8"});
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(firstNotTraced({"dialog 16300 shown at 124,112 ", "dialog 16300 shown at 824,214 ",
+                              "dialog 16399 shown at "}),
+              "")
+        << trace();
+}
+
 TEST_F(Play, ALongPopupIsScrolledToTheItem)
 {
     CommandResult result = play("start\ncommand 0\nchoose 4 Other...\nkey escape\nchoose 4 2\nchoose 4 20\n"

@@ -139,6 +139,31 @@ TEST_F(DialogPlaces, ScreensThatChangeDuringADragAreDrawnAnew)
     });
 }
 
+TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheScreen)
+{
+    auto shownAt = [this](int procID, int16_t h, int16_t v) {
+        static int16_t number = 700;
+        addDialog(++number, h, v, 300, 130, true, procID);
+        trace.clear();
+        DisposDialog(GetNewDialog(number, nullptr, reinterpret_cast<WindowPtr>(-1)));
+        const std::string mark = "shown at ";
+        for (const std::string &line : trace)
+            if (auto at = line.find(mark); at != std::string::npos)
+                return line.substr(at + mark.size(), line.rfind(' ') - at - mark.size());
+        return std::string("nowhere");
+    };
+    ItemList().add(701);
+    for (int16_t number = 702; number < 707; ++number)
+        ItemList().add(number);
+    EXPECT_EQ(shownAt(movableDBoxProc, 500, 400), "500,400") << "its title can be dragged";
+    EXPECT_EQ(shownAt(movableDBoxProc, 900, 200), "900,200") << "where its program wants it";
+    EXPECT_EQ(shownAt(dBoxProc, 100, 100), "100,100");
+    EXPECT_EQ(shownAt(dBoxProc, 500, 400), "332,342") << "8 of frame; nothing to drag it by";
+    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    EXPECT_EQ(shownAt(dBoxProc, 500, 100), "500,100") << "across two screens";
+    EXPECT_EQ(shownAt(dBoxProc, 900, 400), "900,342") << "on the screen that shows most of it";
+}
+
 TEST_F(DialogPlaces, ATemplateCanAskForTheMiddleOrAStep)
 {
     addPlaced(600, 0x280A);

@@ -4,6 +4,7 @@
 
 #include "dialogs/edit_field.h"
 #include "dialogs/parameters.h"
+#include "dialogs/placement.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
@@ -117,6 +118,8 @@ void watch(WindowPtr window, windows::Change change)
     const Dialog *dialog = find(window);
     if (!dialog || !dialog->complete)
         return;
+    if (change == windows::Change::shown)
+        bringOntoScreens(window);
     const char *kind = dialog->alert ? "alert" : "dialog";
     if (change == windows::Change::shown)
         trace::line("%s %d shown at %s", kind, dialog->id, placeAndSize(window).c_str());

@@ -1,7 +1,7 @@
 // Where a dialog's template asks to be put. Private to the Dialog Manager.
 #pragma once
 
-#include "toolbox/types.h"
+#include "toolbox/dialogs.h"
 
 namespace toolbox::dialogs {
 
@@ -9,5 +9,10 @@ namespace toolbox::dialogs {
 // fifth as alerts are, or staggered, a step right and down for each visible
 // window; on the main screen. Other words leave it alone.
 Rect placed(Rect bounds, int16_t position);
+
+// A dialog that nobody could drag, and part of which lies on no screen, is moved
+// onto the screen that shows most of it, else the main one. One with a title bar
+// stays where its program wants it.
+void bringOntoScreens(DialogPtr dialog);
 
 }  // namespace toolbox::dialogs
