@@ -179,4 +179,14 @@ TEST_F(ProofTest, TheCommandTellsWhereThePageIsAndDrawsNoBarIntoAFile)
     EXPECT_EQ(runRiders({"proof", "job.ps", "--dpi", "50"}, "", folder.path()).status, 2);
 }
 
+TEST_F(ProofTest, AtATerminalABarTellsHowFarItIs)
+{
+    request(smallJob({smallPage(kTint)}));
+    const CommandResult run = runProgram(
+        {"script", "-qec", RIDERS_BINARY_DIR "/riders proof job.ps --dpi 300", "typescript"}, "", folder.path());
+    EXPECT_EQ(run.status, 0) << run.out;
+    EXPECT_NE(run.out.find("\r\x1B[K[########################] 1 of 1 page, 1 of 1 plate\r\x1B[K"), std::string::npos)
+        << run.out;
+}
+
 }  // namespace
