@@ -98,16 +98,31 @@ double correlationOf(double both, double one, double other, double squareOne, do
     return spread > 0 ? (both - one * other / n) / spread : -1;
 }
 
+// Where pixels of a cell lie evenly, several have the value that the ink ends
+// with, and which of them are inked is anyone's choice: those of the page.
 double correlationAt(const Sample &sample, const SpotFunction &spot, const Place &place)
 {
+    constexpr double alike = 0.002;  // in spot values; what a lattice read from pixels leaves
     std::vector<double> values(sample.inked.size());
     for (std::size_t i = 0; i < values.size(); ++i)
         values[i] = valueAt(spot, sample.u[i] - place.u, sample.v[i] - place.v, place.turns);
-    const std::vector<char> ideal = highest(values, sample.mean);
-    double both = 0, one = 0, other = 0;
-    for (std::size_t i = 0; i < ideal.size(); ++i)
-        both += ideal[i] && sample.inked[i], one += ideal[i], other += sample.inked[i];
-    return correlationOf(both, one, other, one, other, double(ideal.size()));
+    const std::size_t count = std::size_t(std::lround(sample.mean * double(values.size())));
+    if (count == 0 || count >= values.size())
+        return -1;
+    std::vector<double> sorted = values;
+    std::nth_element(sorted.begin(), sorted.begin() + long(count) - 1, sorted.end(), std::greater<>());
+    const double last = sorted[count - 1];
+    std::size_t above = 0, right = 0, free = 0, below = 0;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const bool inside = values[i] > last + alike;
+        above += inside, right += inside && sample.inked[i];
+        below += values[i] < last - alike;
+        free += !inside && values[i] >= last - alike && sample.inked[i];
+    }
+    if (above + below == 0)
+        return -1;  // a function that is the same everywhere says nothing
+    const double both = double(right + std::min(free, count - above));
+    return correlationOf(both, double(count), double(count), double(count), double(count), double(values.size()));
 }
 
 // The reading's own cell against the ideal one, bin by bin.

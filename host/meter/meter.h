@@ -7,7 +7,8 @@
 // whole window fall on each other. Ideal screens of 20 to 150 lines an inch at
 // 600 to 2400 dpi, 4 pixels a cell and more, are read within 0.02 % of the
 // frequency and 0.01 degrees in a window of 3 inches; a smaller window is less
-// exact in proportion.
+// exact in proportion. Dots or gaps of less than two pixels can be taken for those
+// of another screen.
 //
 // All calls may come from several threads at once. None throws but for memory;
 // a page without a screen is an answer, not an error.
@@ -74,7 +75,8 @@ ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &w
 
 // How like the dots of a reading are to those of a spot function at the same
 // ink, frequency and angle on the same pixels: the correlation from -1 to 1,
-// best over where the cell may begin and over its four quarter turns.
+// best over where the cell may begin and over its four quarter turns. Of pixels
+// whose spot values are equal (within 0.002) any may be the inked ones.
 struct Likeness {
     double correlation = -1;
     int quarterTurns = 0;  // 0 to 3, to add to the angle

@@ -60,7 +60,7 @@ void expectExact(const Asked &asked, double inches)
     EXPECT_NEAR(reading.frequency, asked.frequency, 0.0002 * asked.frequency);
     EXPECT_NEAR(std::remainder(reading.angle - asked.angle, lines ? 180 : 90), 0, 0.01);
     EXPECT_NEAR(reading.ink, riders::inkShare(page, wholeOf(page)), 0.005);
-    EXPECT_GT(riders::likenessTo(page, reading, spotNamed(asked.spot).value).correlation, 0.95);
+    EXPECT_GT(riders::likenessTo(page, reading, spotNamed(asked.spot).value).correlation, 0.99);
 }
 
 TEST(Meter, ReadsIdealScreensExactly)
@@ -89,7 +89,9 @@ TEST(Meter, ReadsRandomIdealScreensExactly)
     };
     for (int i = 0; i < 4; ++i) {
         const char *spot = riders::namedSpots()[random() % riders::namedSpots().size()].name;
-        expectExact({between(20, 150), between(0, 89.9), between(0.05, 0.95), 600, spot}, 3);
+        const double frequency = between(20, 150), cell = 600 / frequency;
+        const double least = std::max(0.05, 2.5 / (cell * cell));   // dots of two pixels and more
+        expectExact({frequency, between(0, 89.9), between(least, 1 - least), 600, spot}, 3);
     }
 }
 
