@@ -1,7 +1,7 @@
 // Where the annotation stands on the sheet, and that it says what was typed.
 #include <sstream>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 #include "support/command.h"
 
 namespace {

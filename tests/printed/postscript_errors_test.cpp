@@ -4,11 +4,11 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 
 namespace {
 
-const std::filesystem::path kJobs = std::filesystem::path(RIDERS_SOURCE_DIR) / "tests/host/broken_jobs";
+const std::filesystem::path kJobs = std::filesystem::path(RIDERS_SOURCE_DIR) / "tests/printed/broken_jobs";
 const std::string kPicture = "-sDEVICE=pbmraw -r72";
 const std::string kWords = "-sDEVICE=txtwrite";
 

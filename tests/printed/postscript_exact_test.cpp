@@ -1,7 +1,7 @@
 // How near the dots on the page come to the frequency, angle, ink and shape asked for.
 #include <cmath>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 #include "meter/meter.h"
 
 namespace {

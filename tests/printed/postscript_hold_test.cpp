@@ -1,7 +1,7 @@
 // Whether a riders file's screen stays, whatever the job does, and what it leaves alone.
 #include <cmath>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What else a riders file does: flatness, annotation; and what it leaves as it was.
 #include <random>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 
 namespace {
 

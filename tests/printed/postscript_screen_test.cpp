@@ -1,7 +1,7 @@
 // Screens: what the dots on the page are.
 #include <cmath>
 
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 
 namespace {
 

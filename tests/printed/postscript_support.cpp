@@ -1,4 +1,4 @@
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 
 #include <sys/wait.h>
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "apply/apply.h"
-#include "host/postscript_support.h"
+#include "printed/postscript_support.h"
 #include "screens/job_producers.h"
 #include "screens/plain_bitmap.h"
 
