@@ -11,6 +11,9 @@ void measureApply(const std::filesystem::path &riders);
 // The settings dialog from start to painted, its repaint, a popup, and the list
 // of a folder of 10,000 files.
 void measureDialogs(const std::filesystem::path &riders);
+// The window on a display that nobody looks at: its memory, and the processor's
+// time while nobody does anything.
+void measureDesktop(const std::filesystem::path &riders);
 // A spot function of 100 MB imported, against reading it.
 void measureImport();
 // `riders proof` against one plain Ghostscript run that writes the same plates,

@@ -19,6 +19,7 @@ const Table tables[] = {
     {"make", measureMake},
     {"apply", measureApply},
     {"dialogs", measureDialogs},
+    {"desktop", measureDesktop},
     {"import", [](const std::filesystem::path &) { measureImport(); }},
     {"proof", measureProof},
     {"meter", [](const std::filesystem::path &) { measureMeter(); }},
