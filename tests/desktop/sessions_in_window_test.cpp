@@ -47,6 +47,19 @@ TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessScreen)
             << film << ": not the same steps were shown";
 }
 
+TEST(AboutInWindow, NeedsNoSoundCard)
+{
+    desktop::Display display;
+    setenv("SDL_AUDIODRIVER", "none that there is", 1);
+    TemporaryFolder folder;
+    writeFile(folder / "about.play", "about\nwait 60\nkey return\n");
+    CommandResult result = runProgram({RIDERS_BINARY_DIR "/riders_in_window", "play", folder / "about.play",
+                                       "--preferences", folder / "preferences", "--trace", folder / "trace"});
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(contentsOf(folder / "trace").find("dialog 16200 closed"), std::string::npos);
+}
+
 // The compositor's keyboard and mouse are those of the X display it stands on.
 TEST(SessionsOnWayland, LeaveTheirTraces)
 {

@@ -1,5 +1,7 @@
 // Clicks, keys and other screens at every moment.
 #include "source/about_box.h"
+#include "toolbox/host/quit.h"
+#include "toolbox/windows.h"
 
 namespace about {
 namespace {
@@ -239,6 +241,33 @@ protected:
             openDisturbedAt(frame, screens, falls);
     }
 };
+
+// The window is closed at so manyth frame; what the person had meant to do after
+// that is not done.
+TEST_F(AboutDisturbed, ClosedWindowClosesTheBoxAtAnyFrame)
+{
+    for (bool falls : {true, false})
+        for (int closed = 1; closed <= 60; closed += 4) {
+            restartPlugin();
+            int frames = 0;
+            machine.setWatcher([&](int, const toolbox::Picture &) {
+                if (++frames == closed)
+                    machine.push({.kind = toolbox::Input::Kind::quit});
+            });
+            user.forgetRest();
+            user.in(kAbout);
+            user.wait(kIntroLong);
+            user.press(kPictureArea, falls ? 0 : controlKey);
+            user.wait(400);
+            EXPECT_EQ(call(kSelectAbout), 0);
+            machine.setWatcher({});
+            EXPECT_GE(frames, closed);
+            EXPECT_TRUE(toolbox::quitAsked()) << closed;
+            EXPECT_EQ(FrontWindow(), nullptr) << closed;
+            EXPECT_FALSE(ended) << closed;
+        }
+    user.forgetRest();
+}
 
 TEST_F(AboutDisturbed, FallGoesOnWhenTheScreenShrinksAtAnyFrame)
 {
