@@ -9,6 +9,8 @@
 
 namespace riders {
 
+inline constexpr int kLongestPlateSide = 1 << 20;  // pixels
+
 // One ink of one page in 256 steps, 255 being solid; row 0 is the top.
 struct TintPlate {
     int width = 0, height = 0;
@@ -29,16 +31,17 @@ struct BitPlate {
     std::uint8_t *row(int y) { return bits.data() + static_cast<size_t>(y) * rowBytes; }
     bool at(int x, int y) const { return row(y)[x >> 3] >> (7 - (x & 7)) & 1; }
     bool hasInk() const;
+    void clearEdge();  // bits behind the width are nobody's
 };
+
+// Throws the Refusal of a file that is not as the interpreter should write it.
+[[noreturn]] void refusePicture(const std::filesystem::path &file);
 
 // All throw Refusal for a file that cannot be read or is not as it should be.
 TintPlate readTints(const std::filesystem::path &tiff);
 BitPlate readPlate(const std::filesystem::path &tiff);
 // The four process inks that all inks of a page, spot inks too, come to.
 std::vector<TintPlate> readComposite(const std::filesystem::path &tiff);
-// Cyan, magenta, yellow and black from a PCX file of four bits a pixel. Told
-// about how large it should be, since the file keeps the lower 16 bits only.
-std::vector<BitPlate> readProcessPlates(const std::filesystem::path &pcx, int aboutWidth, int aboutHeight);
 
 // Writes a plate as film recorders take it: TIFF, CCITT group 4, white is 0. Throws Refusal.
 void writeFilm(const std::filesystem::path &file, const BitPlate &plate, double dpi);

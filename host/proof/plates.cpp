@@ -7,8 +7,8 @@
 #include "apply/refusal.h"
 #include "proof/output_folder.h"
 #include "proof/pictures.h"
-#include "proof/plate_files.h"
 #include "proof/plate_names.h"
+#include "proof/process_plates.h"
 #include "proof/screen_on_plate.h"
 
 namespace fs = std::filesystem;

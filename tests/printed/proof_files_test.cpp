@@ -2,6 +2,7 @@
 #include <random>
 
 #include "host/proof_support.h"
+#include "proof/process_plates.h"
 
 namespace {
 
@@ -89,6 +90,16 @@ TEST_F(ProofFilesTest, AFileThatIsNoPcxIsRefused)
         bad[at] = 7;
         EXPECT_EQ(messageOf(bad), refusal) << at;
     }
+}
+
+TEST_F(ProofFilesTest, AnyNumberOfRunsOfNoLengthIsPassedOver)
+{
+    const std::string good = pcxOf(10, {std::vector<int>(10, 5)});
+    std::string nothing;
+    for (int i = 0; i < 1 << 20; ++i)
+        nothing += "\xC0\x55";
+    EXPECT_EQ(messageOf(good.substr(0, 128) + nothing + good.substr(128)), "read");
+    EXPECT_EQ(riders::readProcessPlates(folder / "1.pcx", 10, 10)[1].height, 1);
 }
 
 TEST_F(ProofFilesTest, AFilmIsReadBackAsItWasWritten)
