@@ -64,8 +64,7 @@ struct Area {
 class TintSearch {
 public:
     TintSearch(const BitPage &page, int side)
-        : side_(side), inches_(side / page.dpi), blocks_(page, side),
-          largest_(std::clamp(int(kLargest / inches_), 2, 1000))
+        : inches_(side / page.dpi), blocks_(page, side), largest_(std::clamp(int(kLargest / inches_), 2, 1000))
     {
     }
 
@@ -134,7 +133,6 @@ private:
         return area;
     }
 
-    int side_;
     double inches_;
     Blocks blocks_;
     int largest_;
