@@ -1,20 +1,13 @@
-// The program on a screen, with a scripted user in front of it.
+// The program at work: its menus, its window, its messages.
+#include "host/app_fixture.h"
 #include "support/command.h"
-#include "support/toolbox_test.h"
-
-#include "app/application.h"
-#include "toolbox/host/picture.h"
-#include "toolbox/host/quit.h"
-#include "toolbox/host/user.h"
 #include "toolbox/windows.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *program = "\x13";   // the first menu's title, a diamond
-enum { settingsDialog = 16300, window = 1000, problem = 1010 };
-enum { addButton = 1, closeButton, takeOutButton };
+using namespace app;
 
 std::string itemText(int16_t item)
 {
@@ -33,43 +26,6 @@ std::string windowTitle()
     GetWTitle(FrontWindow(), title);
     return plain(title);
 }
-
-class App : public ToolboxTest {
-protected:
-    void SetUp() override
-    {
-        configuration.preferencesFolder = folder / "preferences";
-        configuration.startFolder = folder.path();
-        ToolboxTest::SetUp();
-        writeFile(folder / "job.ps", "%!PS-Adobe-3.0\n%%Title: (Poster \\(front\\))\n%%Pages: (atend)\n%%EndComments\n"
-                                     "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
-        writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n");
-    }
-    // Until the program ends by itself.
-    void run(const fs::path &job = {}, std::optional<riders::ScreenSettings> screen = {})
-    {
-        fs::path built = RIDERS_BINARY_DIR;
-        try {
-            riders::Application({built / "riders", built / "riders.so", job}, std::move(screen)).run();
-        } catch (const toolbox::ScriptError &error) {
-            ADD_FAILURE() << error.message;
-        }
-    }
-    void quitByMenu() { user.chooseFromBar("File", "Quit"); }
-    void quit()
-    {
-        user.then([this] { machine.push({.kind = toolbox::Input::Kind::quit}); });
-    }
-    std::string added() { return contentsOf(folder / "job-riders.ps"); }
-    // For those who want to look.
-    static void keepPicture(const std::string &name)
-    {
-        if (const char *place = std::getenv("RIDERS_LOOK"))
-            toolbox::writePng(fs::path(place) / (name + ".png"), toolbox::screenPicture(0));
-    }
-
-    toolbox::ScriptedUser user{machine};
-};
 
 TEST_F(App, MenuBarHasThePlugInsCommandsUnderTheirHeading)
 {
@@ -312,133 +268,6 @@ TEST_F(App, MissingPiecesAreNamed)
     fs::path built = RIDERS_BINARY_DIR;
     EXPECT_THROW(riders::Application({folder / "nothing", built / "riders.so", {}}, {}), riders::PluginError);
     EXPECT_THROW(riders::Application({built / "riders", folder / "nothing.so", {}}, {}), riders::PluginError);
-}
-
-// --- The wish to quit --------------------------------------------------------
-
-class AppQuit : public App {
-protected:
-    std::string settings() { return contentsOf(folder / "preferences" / "Riders Preferences"); }
-};
-
-TEST_F(AppQuit, EndsTheLoop)
-{
-    quit();
-    run();
-    EXPECT_TRUE(toolbox::quitAsked());
-}
-
-TEST_F(AppQuit, SettingsDialogIsCancelled)
-{
-    user.chooseFromBar("Riders", "Make Riders File...");
-    user.in(settingsDialog);
-    user.choose(4, 3);
-    quit();
-    run();
-    EXPECT_TRUE(traced("flash \"Cancel\""));
-    EXPECT_TRUE(traced("dialog 16300 closed"));
-    EXPECT_TRUE(traced("entry 4/0 -> 0"));
-}
-
-TEST_F(AppQuit, DialogsAreCancelledOneAfterTheOther)
-{
-    user.chooseFromBar("Riders", "Make Riders File...");
-    user.in(settingsDialog);
-    user.choose(4, "Other...");
-    user.in(16301);
-    user.type("x");   // no number: OK would refuse it
-    quit();
-    run();
-    EXPECT_TRUE(traced("quit asks dialog 16301 to cancel"));
-    EXPECT_TRUE(traced("quit asks dialog 16300 to cancel"));
-    EXPECT_TRUE(traced("entry 4/0 -> 0"));
-}
-
-TEST_F(AppQuit, MessageIsConfirmedAndNothingIsMade)
-{
-    user.chooseFromBar("Riders", "Make Riders File...");
-    user.in(settingsDialog);
-    for (int popup = 4; popup <= 9; ++popup)
-        user.choose(popup, 1);
-    user.press(1);   // nothing chosen: a message
-    quit();
-    run();
-    EXPECT_TRUE(traced("dialog 16300 closed"));
-    EXPECT_FALSE(traced("quit dropped"));
-}
-
-TEST_F(AppQuit, SaveDialogAndItsQuestionAreCancelled)
-{
-    user.chooseFromBar("Riders", "Make Riders File...");
-    user.in(settingsDialog);
-    user.choose(4, 3);
-    user.press(1);
-    user.in(0);
-    user.then([] { EXPECT_TRUE(FrontWindow()); });
-    user.key("tab");
-    user.type("film");
-    user.key("return");   // asks before it replaces
-    user.in(16403);
-    user.then([] { EXPECT_TRUE(FrontWindow()); });
-    quit();
-    run();
-    EXPECT_TRUE(traced("alert 16403 gave 2"));
-    EXPECT_EQ(contentsOf(folder / "film"), "%!Zu3_Riders\n/x 1 def\n");
-    EXPECT_TRUE(traced("dialog 16300 closed"));
-}
-
-TEST_F(AppQuit, RemovalIsCancelled)
-{
-    user.chooseFromBar("Riders", "Remove Riders File...");
-    user.in(0);
-    user.then([] { EXPECT_TRUE(FrontWindow()); });
-    quit();
-    run();
-    EXPECT_TRUE(fs::exists(folder / "film"));
-    EXPECT_TRUE(traced("entry 4/1 -> 0"));
-}
-
-TEST_F(AppQuit, AboutBoxGoes)
-{
-    user.chooseFromBar(program, "About Riders...");
-    user.wait(120);
-    quit();
-    run();
-    EXPECT_TRUE(traced("entry 2/0 -> 0"));
-}
-
-TEST_F(AppQuit, CreditsGoToo)
-{
-    user.chooseFromBar(program, "About Riders...");
-    user.press(5, 0x0800);
-    user.in(17000);
-    user.then([] { EXPECT_TRUE(FrontWindow()); });
-    quit();
-    run();
-    EXPECT_TRUE(traced("dialog 17000 closed"));
-}
-
-TEST_F(AppQuit, PopupHeldOpenGivesNothing)
-{
-    user.chooseFromBar("Riders", "Make Riders File...");
-    user.in(settingsDialog);
-    user.press(4);   // leaves it open
-    quit();
-    run();
-    EXPECT_TRUE(traced("popup 16136 gave nothing"));
-    EXPECT_TRUE(traced("dialog 16300 closed"));
-}
-
-TEST_F(AppQuit, JobsWindowCloses)
-{
-    user.in(window);
-    user.press(addButton);
-    user.in(0);
-    user.then([] { EXPECT_TRUE(FrontWindow()); });
-    quit();
-    run(folder / "job.ps");
-    EXPECT_TRUE(traced("dialog 1000 closed"));
-    EXPECT_FALSE(fs::exists(folder / "job-riders.ps"));
 }
 
 }  // namespace
