@@ -32,6 +32,19 @@ protected:
         return toolbox::readPng(file);
     }
 
+    // What it shows of the settings dialog on such a screen.
+    Picture shownSettings(const Screen &screen)
+    {
+        WindowSeat seat({screen});
+        Sitting sitting(seat, folder_ / "window");
+        Picture seen;
+        sitting.inSettings([&] {
+            sitting.user.wait(1);
+            sitting.user.then([&] { seen = shown(seat); });
+        });
+        return seen;
+    }
+
     static void inAnnotation(Sitting &sitting, const std::function<void()> &steps)
     {
         sitting.inSettings([&] {
@@ -98,15 +111,7 @@ TEST_F(InWindow, ShowsWhatTheHeadlessScreenShows)
     for (int scale : {1, 2})
         for (int depth : {32, 8, 1}) {
             const Screen there = screenOf(640, 480, depth, scale);
-            WindowSeat seat({there});
-            Sitting sitting(seat, folder_ / "window");
-            Picture seen;
-            sitting.inSettings([&] {
-                sitting.user.wait(1);
-                sitting.user.then([&] { seen = shown(seat); });
-            });
-            toolbox::stop();
-            Difference difference = between(seen, headlessSettings(folder_ / "headless", there));
+            Difference difference = between(shownSettings(there), headlessSettings(folder_ / "headless", there));
             EXPECT_EQ(difference.pixels, 0) << difference.first << ", depth " << depth << ", scale " << scale;
         }
 }
@@ -178,15 +183,7 @@ TEST_F(InWindow, OnWaylandShowsWhatTheHeadlessScreenShows)
 {
     const Screen there = screenOf(640, 480, 8);
     Weston weston(640, 480);
-    WindowSeat seat({there});
-    Sitting sitting(seat, folder_ / "window");
-    Picture seen;
-    sitting.inSettings([&] {
-        sitting.user.wait(1);
-        sitting.user.then([&] { seen = shown(seat); });
-    });
-    toolbox::stop();
     const Difference difference =
-        between(withoutPointer(seen), withoutPointer(headlessSettings(folder_ / "headless", there)));
+        between(withoutPointer(shownSettings(there)), withoutPointer(headlessSettings(folder_ / "headless", there)));
     EXPECT_EQ(difference.pixels, 0) << difference.first;
 }

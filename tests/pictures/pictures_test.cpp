@@ -10,6 +10,7 @@
 
 #include "pictures/kept_pictures.h"
 #include "play/play.h"
+#include "support/kept_sessions.h"
 #include "support/toolbox_test.h"
 
 namespace fs = std::filesystem;
@@ -30,22 +31,13 @@ KeptPictures keptPictures()
     return {scripts / "expected", blocksMove() ? leavings / "moving" : leavings};
 }
 
-std::vector<std::string> wordsOf(const std::string &line)
-{
-    std::istringstream in(line);
-    std::vector<std::string> words;
-    for (std::string word; in >> word;)
-        words.push_back(word);
-    return words;
-}
-
 // "# screens: 640x480x8" in a script's first line; that one when it has none.
 std::vector<toolbox::Screen> screensOf(const fs::path &script)
 {
     std::istringstream in(contentsOf(script));
     std::string line;
     std::getline(in, line);
-    const std::vector<std::string> words = wordsOf(line);
+    const std::vector<std::string> words = kept::wordsOf(line);
     bool told = words.size() == 3 && words[0] == "#" && words[1] == "screens:";
     return riders::screensFromText(told ? words[2] : "640x480x8");
 }
@@ -55,18 +47,8 @@ std::vector<std::string> picturesOf(const fs::path &script)
     std::istringstream in(contentsOf(script));
     std::vector<std::string> names;
     for (std::string line; std::getline(in, line);)
-        if (auto words = wordsOf(line); words.size() > 1 && words[0] == "picture")
+        if (auto words = kept::wordsOf(line); words.size() > 1 && words[0] == "picture")
             names.push_back(words[1]);
-    return names;
-}
-
-std::vector<std::string> allScripts()
-{
-    std::vector<std::string> names;
-    for (const fs::directory_entry &entry : fs::directory_iterator(scripts))
-        if (entry.path().extension() == ".play")
-            names.push_back(entry.path().stem());
-    std::sort(names.begin(), names.end());
     return names;
 }
 
@@ -94,13 +76,13 @@ TEST_P(Pictures, AreWhatIsKept)
         EXPECT_EQ(keptPictures().difference(name, work / "pictures" / (name + ".png")), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Pictures, ::testing::ValuesIn(allScripts()),
+INSTANTIATE_TEST_SUITE_P(All, Pictures, ::testing::ValuesIn(kept::scriptsIn(scripts)),
                          [](const auto &instance) { return instance.param; });
 
 TEST(KeptPictureFiles, EachIsTakenByOneScript)
 {
     std::map<std::string, std::string> takenBy;
-    for (const std::string &script : allScripts())
+    for (const std::string &script : kept::scriptsIn(scripts))
         for (const std::string &name : picturesOf(scripts / (script + ".play")))
             EXPECT_TRUE(takenBy.emplace(name, script).second)
                 << name << " is taken by " << takenBy[name] << " and " << script;

@@ -89,3 +89,11 @@ int16_t openNewResourceFile(const std::string &folder)
     HCreateResFile(*number, 0, P("resources"));
     return HOpenResFile(*number, 0, P("resources"), 3);
 }
+
+void runUntil(DialogPtr dialog, int item)
+{
+    int16_t hit = 0;
+    while (hit != item)
+        ModalDialog(nullptr, &hit);
+    DisposDialog(dialog);
+}

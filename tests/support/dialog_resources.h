@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "toolbox/types.h"
+#include "toolbox/dialogs.h"
 
 class ResourceBytes {
 public:
@@ -37,5 +37,7 @@ private:
 // A 'DLOG', dBoxProc unless told otherwise, with the item list of its number.
 void addDialog(int id, int left, int top, int width, int height, bool visible = false, int procID = 1);
 void addAlert(int id, int left, int top, int width, int height, int stages = 0x5555);
+// Runs the dialog until the item is hit, and disposes of it.
+void runUntil(DialogPtr dialog, int item);
 // An empty resource file in the folder, current from then on.
 int16_t openNewResourceFile(const std::string &folder);

@@ -18,25 +18,33 @@ std::vector<std::string> optionsOf(const fs::path &script)
     std::string line;
     std::getline(in, line);
     const std::string mark = "# options:";
-    std::vector<std::string> words;
-    if (line.rfind(mark, 0) != 0)
-        return words;
-    std::istringstream rest(line.substr(mark.size()));
-    for (std::string word; rest >> word;)
-        words.push_back(word);
-    return words;
+    return line.starts_with(mark) ? wordsOf(line.substr(mark.size())) : std::vector<std::string>();
 }
 
-} // namespace
+}  // namespace
 
-std::vector<std::string> names()
+std::vector<std::string> scriptsIn(const fs::path &folder)
 {
     std::vector<std::string> all;
-    for (const fs::directory_entry &entry : fs::directory_iterator(sessions))
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder))
         if (entry.path().extension() == ".play")
             all.push_back(entry.path().stem());
     std::sort(all.begin(), all.end());
     return all;
+}
+
+std::vector<std::string> wordsOf(const std::string &line)
+{
+    std::istringstream in(line);
+    std::vector<std::string> words;
+    for (std::string word; in >> word;)
+        words.push_back(word);
+    return words;
+}
+
+std::vector<std::string> names()
+{
+    return scriptsIn(sessions);
 }
 
 CommandResult Session::play(const std::string &name)
@@ -44,8 +52,14 @@ CommandResult Session::play(const std::string &name)
     fs::path script = sessions / (name + ".play");
     fs::remove_all(work_ / "there");
     fs::copy(sessions / "files", work_ / "there", fs::copy_options::recursive);
-    std::vector<std::string> command = {RIDERS_BINARY_DIR "/" + program_, "play", script, "--preferences",
-                                        work_ / "preferences", "--trace", work_ / "trace", "--pictures",
+    std::vector<std::string> command = {RIDERS_BINARY_DIR "/" + program_,
+                                        "play",
+                                        script,
+                                        "--preferences",
+                                        work_ / "preferences",
+                                        "--trace",
+                                        work_ / "trace",
+                                        "--pictures",
                                         work_ / "pictures"};
     for (const std::string &option : optionsOf(script))
         command.push_back(option);
@@ -80,4 +94,4 @@ std::string difference(const std::string &is, const std::string &should)
     }
 }
 
-} // namespace kept
+}  // namespace kept

@@ -9,12 +9,15 @@
 
 namespace kept {
 
+// The scripts in a folder by name, without the ending .play, sorted.
+std::vector<std::string> scriptsIn(const std::filesystem::path &folder);
+std::vector<std::string> wordsOf(const std::string &line);
+
 extern const std::filesystem::path sessions;
 std::vector<std::string> names();
 
 // Played in a folder that holds nothing but a copy of examples/sessions/files.
-class Session
-{
+class Session {
 public:
     // By `riders` of this build unless another program is named.
     explicit Session(std::string program = "riders") : program_(std::move(program)) {}
@@ -37,4 +40,4 @@ std::filesystem::path traceOf(const std::string &name);
 // Where the two part, in words; empty when they do not.
 std::string difference(const std::string &is, const std::string &should);
 
-} // namespace kept
+}  // namespace kept

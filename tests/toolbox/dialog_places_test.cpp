@@ -26,10 +26,7 @@ protected:
         dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
         steps();
         user.key("return");
-        int16_t hit = 0;
-        while (hit != okItem)
-            ModalDialog(nullptr, &hit);
-        DisposDialog(dialog);
+        runUntil(dialog, okItem);
     }
     void expectCorner(int h, int v, const std::string &when)
     {

@@ -36,10 +36,7 @@ protected:
         user.then([this, dialog] { text = reinterpret_cast<DialogPeek>(dialog)->textH; });
         steps();
         user.key("return");
-        int16_t hit = 0;
-        while (hit != okItem)
-            ModalDialog(nullptr, &hit);
-        DisposDialog(dialog);
+        runUntil(dialog, okItem);
         text = nullptr;
     }
 
