@@ -1,4 +1,4 @@
-// Small helpers every dialog shares: version texts, placement, keys, menus.
+// What every dialog shares: version texts, placement, keys, menus.
 #pragma once
 
 #include "toolbox/dialogs.h"
