@@ -4,6 +4,7 @@
 #include "app/words.h"
 #include "apply/refusal.h"
 #include "toolbox/host/quit.h"
+#include "toolbox/host/standardfile_folder.h"
 
 namespace riders {
 namespace {
@@ -23,8 +24,10 @@ Application::Application(const AppRequest &request, std::optional<ScreenSettings
 
 void Application::run()
 {
-    if (!firstJob_.empty())
+    if (!firstJob_.empty()) {
+        toolbox::setStandardFileFolder(std::filesystem::absolute(firstJob_).parent_path());
         open(firstJob_);
+    }
     while (!over_ && !toolbox::quitAsked()) {
         EventRecord event;
         WaitNextEvent(everyEvent, &event, idleTicks);

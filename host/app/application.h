@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "app/document.h"
+#include "app/last_folder.h"
 #include "app/menus.h"
 #include "app/screen_settings.h"
 #include "plugin/plugin.h"
@@ -38,6 +39,7 @@ private:
     void open(const std::filesystem::path &job);
     void quit();
 
+    LastFolder lastFolder_;
     ResourceFork fork_;
     Plugin plugin_;
     std::filesystem::path firstJob_;

@@ -28,7 +28,6 @@ struct Session {
     {
         toolbox::Configuration configuration;
         configuration.decimalPoint = decimalPoint();
-        configuration.startFolder = std::filesystem::current_path();
         toolbox::start(configuration, machine);
     }
     ~Session() { toolbox::stop(); }

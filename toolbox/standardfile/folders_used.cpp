@@ -84,6 +84,11 @@ void setStandardFileFolder(const fs::path &folder)
     standardfile::rememberFolder(folder);
 }
 
+fs::path standardFileFolder()
+{
+    return standardfile::lastFolder;
+}
+
 void managers::startStandardFile(const Configuration &)
 {
     standardfile::lastFolder.clear();

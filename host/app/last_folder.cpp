@@ -1,0 +1,76 @@
+#include "app/last_folder.h"
+
+#include "apply/output.h"
+#include "apply/refusal.h"
+#include "toolbox/files.h"
+#include "toolbox/host/folders.h"
+#include "toolbox/host/standardfile_folder.h"
+
+namespace fs = std::filesystem;
+
+namespace riders {
+namespace {
+
+// Empty: there is no such place, or none can be made.
+fs::path keepingFile(bool make)
+{
+    int16_t volume;
+    int32_t folder;
+    if (FindFolder(kOnSystemDisk, kPreferencesFolderType, make, &volume, &folder) != noErr)
+        return {};
+    return toolbox::folders::pathOf(volume, folder) / "Last Folder";
+}
+
+// A path is shorter; what is longer is not ours.
+constexpr std::size_t longest = 4096;
+
+// The path as it is, without a line end: a name may end in one. Empty for
+// anything that does not name a folder that is there.
+fs::path readFolder(const fs::path &file)
+{
+    std::error_code error;
+    if (!fs::is_regular_file(file, error))
+        return {};
+    std::string text(longest + 1, '\0');
+    try {
+        text.resize(readFully(openInput(file), text.data(), text.size()));
+    } catch (const Refusal &) {
+        return {};
+    }
+    const fs::path folder = text;
+    const bool usable = text.size() <= longest && text.find('\0') == text.npos && folder.is_absolute();
+    return usable && fs::is_directory(folder, error) ? folder : fs::path();
+}
+
+void writeFolder(const fs::path &file, const fs::path &folder)
+{
+    try {
+        Output out(file);
+        writeAll(out.file(), folder.string());
+        out.finish();
+    } catch (const Refusal &) {
+        // It is no more than a convenience: nobody is to be held up for it.
+    }
+}
+
+}  // namespace
+
+LastFolder::LastFolder()
+{
+    if (fs::path file = keepingFile(false); !file.empty())
+        kept_ = readFolder(file);
+    if (!kept_.empty())
+        toolbox::setStandardFileFolder(kept_);
+}
+
+LastFolder::~LastFolder()
+{
+    const fs::path used = toolbox::standardFileFolder();
+    std::error_code error;
+    if (used.empty() || used == kept_ || !fs::is_directory(used, error))
+        return;
+    if (fs::path file = keepingFile(true); !file.empty())
+        writeFolder(file, used);
+}
+
+}  // namespace riders
