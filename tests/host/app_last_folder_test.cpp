@@ -107,7 +107,7 @@ TEST_F(LastFolder, ThatIsGoneIsAsNone)
 TEST_F(LastFolder, WhatNamesNoFolderIsAsNone)
 {
     const std::string good = (folder / "jobs").string();
-    for (const std::string &text : {std::string(), std::string("jobs"), good + "/job.ps", good + std::string(1, '\0'),
+    for (const std::string &text : {std::string(), std::string("jobs"), good + "/job.ps", good + '\0',
                                     std::string(5000, '/'), std::string("\xFF\xFE")}) {
         keep(text);
         EXPECT_EQ(openedIn(), folder / "home") << text;

@@ -161,6 +161,39 @@ TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheScreen)
     EXPECT_EQ(shownAt(dBoxProc, 900, 400), "900,342") << "on the screen that shows most of it";
 }
 
+TEST_F(DialogPlaces, ScreensThatBecomeSmallerTakeADialogAlong)
+{
+    run([this] {
+        user.drag({85, 200}, {325, 460});
+        expectCorner(360, 340, "a part of it off the screen");
+        user.setDepth(1);
+        expectCorner(360, 340, "nothing has become smaller");
+        user.resizeScreen(600, 480);
+        expectCorner(360, 340, "more than half of it shows");
+        user.resizeScreen(520, 342);
+        expectCorner(215, 207, "in the corner next to where it was, with its frame");
+        user.resizeScreen(800, 600);
+        expectCorner(215, 207, "a larger screen moves nothing");
+        user.drag({189, 300}, {589, 750});
+        expectCorner(665, 607, "dropped where little of it shows");
+        user.setDepth(8);
+        user.resizeScreen(700, 600);
+        expectCorner(665, 607, "where somebody put it");
+    });
+}
+
+TEST_F(DialogPlaces, ScreensThatBecomeSmallerTakeAlongWhatCannotBeDragged)
+{
+    run([this] {
+        user.then([this] {
+            reinterpret_cast<WindowPeek>(dialog)->procID = dBoxProc;
+            MoveWindow(dialog, 300, 300, false);
+        });
+        user.resizeScreen(590, 430);
+        expectCorner(282, 292, "though most of it shows");
+    });
+}
+
 TEST_F(DialogPlaces, ATemplateCanAskForTheMiddleOrAStep)
 {
     addPlaced(600, 0x280A);

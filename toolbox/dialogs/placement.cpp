@@ -5,7 +5,7 @@
 #include "quickdraw/region_data.h"
 #include "toolbox/quickdraw.h"
 #include "windows/frame.h"
-#include "windows/screen.h"
+#include "windows/onto_screens.h"
 #include "windows/window_list.h"
 
 namespace toolbox::dialogs {
@@ -26,48 +26,16 @@ Rect staggered(Rect bounds, const Rect &screen)
     return bounds;
 }
 
-// What windows may cover of the screen that shows most of the rectangle.
-Rect roomFor(const Rect &frame)
-{
-    constexpr int menuBarHeight = 20;
-    GDHandle best = GetMainDevice();
-    int most = 0;
-    for (GDHandle device = GetDeviceList(); device; device = GetNextDevice(device)) {
-        Rect shared;
-        SectRect(&(**device).gdRect, &frame, &shared);
-        const int size = (shared.right - shared.left) * (shared.bottom - shared.top);
-        if (size > most) {
-            most = size;
-            best = device;
-        }
-    }
-    Rect room = (**best).gdRect;
-    if (best == GetMainDevice())
-        room.top = static_cast<int16_t>(room.top + menuBarHeight);
-    return room;
-}
-
-// The nearest start for a length so that it lies within; low when it does not fit.
-int nearest(int start, int length, int low, int high)
-{
-    return std::max(low, std::min(start, high - length));
-}
-
 }  // namespace
 
 void bringOntoScreens(DialogPtr dialog)
 {
-    const auto record = reinterpret_cast<WindowPeek>(dialog);
-    const Rect frame = (**record->strucRgn).rgnBBox;
-    const quickdraw::Area content((**record->contRgn).rgnBBox);
-    if (windows::hasTitleBar(*record) || (content - quickdraw::areaOf(GetGrayRgn())).empty())
+    const windows::Window &window = *windows::find(dialog);
+    if (windows::hasTitleBar(*window.record) || !windows::isLost(window, quickdraw::areaOf(GetGrayRgn())))
         return;
-    const Rect room = roomFor(frame);
-    const int across = nearest(frame.left, frame.right - frame.left, room.left, room.right) - frame.left;
-    const int down = nearest(frame.top, frame.bottom - frame.top, room.top, room.bottom) - frame.top;
-    const Point corner = windows::globalOrigin(*record);
-    MoveWindow(dialog, static_cast<int16_t>(corner.h + dialog->portRect.left + across),
-               static_cast<int16_t>(corner.v + dialog->portRect.top + down), false);
+    const Point way = windows::wayOntoScreens(window.structure.bounds());
+    const Rect &content = window.contentRect;
+    MoveWindow(dialog, static_cast<int16_t>(content.left + way.h), static_cast<int16_t>(content.top + way.v), false);
 }
 
 Rect placed(Rect bounds, int16_t position)

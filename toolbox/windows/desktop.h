@@ -5,8 +5,9 @@
 
 namespace toolbox::windows {
 
-// Menu bar, desktop and every window are painted anew, and every window gets
-// an update event. Nothing before the Window Manager is started.
+// Windows that the change leaves out of reach are moved onto the screens; menu
+// bar, desktop and every window are painted anew, and every window gets an
+// update event. Nothing before the Window Manager is started.
 void screensChanged();
 // The menu bar, white with its line, and what the Menu Manager has in it.
 void paintMenuBar();

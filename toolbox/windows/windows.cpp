@@ -2,15 +2,17 @@
 #include "toolbox/windows.h"
 
 #include <cstring>
+#include <utility>
 
 #include "events/queue.h"
 #include "managers.h"
+#include "quickdraw/region_data.h"
 #include "toolbox/controls.h"
-#include "toolbox/memory.h"
 #include "toolbox/memory.h"
 #include "windows/activation.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
+#include "windows/onto_screens.h"
 #include "windows/port_scope.h"
 #include "windows/screen.h"
 #include "windows/window_list.h"
@@ -21,6 +23,7 @@ using namespace toolbox::windows;
 namespace {
 
 bool started = false;
+Area screensBefore;   // all windows may cover of them, when they changed last
 
 WindowPtr nextToUpdate()
 {
@@ -92,6 +95,20 @@ void useContentColor(Window &window)
     BackColor(background);
 }
 
+// Screens have become smaller or fewer. What was out of sight before is where
+// somebody put it.
+void bringBackLost(const Area &before, const Area &now)
+{
+    for (Window &window : list) {
+        if (!window.record->visible || isLost(window, before) || !isLost(window, now))
+            continue;
+        const Point way = wayOntoScreens(window.structure.bounds());
+        Rect content = window.contentRect;
+        OffsetRect(&content, way.h, way.v);
+        place(window, content);
+    }
+}
+
 void disappear(Window &window)
 {
     window.record->visible = false;
@@ -110,6 +127,7 @@ void startWindows(const Configuration &)
     forgetActivation();
     events::nextWindowNeedingUpdate = nextToUpdate;
     started = true;
+    screensBefore = quickdraw::areaOf(GetGrayRgn());
     paintAll();
 }
 
@@ -117,6 +135,7 @@ void stopWindows()
 {
     // The blocks themselves go with the heap.
     started = false;
+    screensBefore = {};
     list.clear();
     watcher = nullptr;
     forgetActivation();
@@ -137,6 +156,8 @@ void windows::screensChanged()
     for (Window &window : list)
         if (!window.colors.empty())
             useContentColor(window);
+    const Area screens = quickdraw::areaOf(GetGrayRgn());
+    bringBackLost(std::exchange(screensBefore, screens), screens);
     paintAll();
 }
 
