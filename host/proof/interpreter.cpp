@@ -3,7 +3,6 @@
 #include <signal.h>
 
 #include <sstream>
-#include <utility>
 
 #include "apply/output.h"
 #include "apply/refusal.h"
@@ -12,14 +11,10 @@
 namespace riders {
 namespace {
 
-constexpr size_t kMostLines = 100;
-constexpr std::string_view kPageLine = "%%ProofPage";
-constexpr std::string_view kScreenLine = "%%ProofScreen ";
-constexpr std::string_view kInkLine = "%%SeparationName: ";
-
 // Runs ahead of the job. Install takes Ghostscript's lightening of tints out
 // each time the page device is set; EndPage tells of each page and its screens,
-// by the operators as the job and the riders file have them then.
+// by the operators as the job and the riders file have them then, in lines that
+// InterpreterWords knows.
 constexpr std::string_view kProlog = R"(%!PS
 userdict /RidersProofLine { % frequency angle name -
   (%%ProofScreen ) print 3 1 roll exch =only ( ) print =only ( ) print
@@ -100,91 +95,6 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::filesys
     return command;
 }
 
-// Reads what the interpreter writes, a line at a time.
-class Listener {
-public:
-    explicit Listener(const InterpreterRun &run) : run_(run) {}
-
-    // True where a page has ended.
-    bool take(std::string_view line)
-    {
-        if (line == kPageLine)
-            return endPage();
-        if (line.starts_with(kScreenLine) && takeScreen(std::string(line.substr(kScreenLine.size()))))
-            return false;
-        if (line.starts_with(kInkLine) && takeInk(std::string(line.substr(kInkLine.size()))))
-            return false;
-        const bool blank = line.find_first_not_of(" \t\r") == std::string_view::npos;
-        if (!blank && firstError_.empty() && line.find("Error: ") != std::string_view::npos)
-            firstError_ = line.substr(line.find("Error: ") + 7);
-        if (!blank && report_.said.size() < kMostLines)
-            report_.said.emplace_back(line);
-        return false;
-    }
-
-    const InterpreterReport &report() const { return report_; }
-    // Without the hyphens that operators stand between there.
-    std::string failure() const
-    {
-        std::string words = firstError_.empty() && !report_.said.empty() ? report_.said.front() : firstError_;
-        const size_t in = words.find(" in --");
-        if (in != std::string::npos && words.ends_with("--") && words.size() > in + 8)
-            words = words.substr(0, in + 4) + words.substr(in + 6, words.size() - in - 8);
-        if (words.starts_with("/VMerror"))
-            words += "; it may have " + std::to_string(run_.megabytes) + " MB of memory";
-        return words.empty() ? "nothing" : words;
-    }
-    size_t pagesEnded() const { return report_.pages.size(); }
-
-private:
-    bool endPage()
-    {
-        if (started_) {
-            report_.pages.push_back(std::move(screens_));
-            run_.pageEnded();
-        } else {
-            report_.atStart = std::move(screens_);
-        }
-        screens_ = {};
-        return std::exchange(started_, true);
-    }
-
-    bool takeScreen(const std::string &text)
-    {
-        std::istringstream words(text);
-        AskedScreen screen;
-        std::string plate;
-        if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate))
-            return false;
-        screens_[plate] = screen;
-        return true;
-    }
-
-    // "NAME CMYK = [ 32760 26208 0 0 ]"
-    bool takeInk(const std::string &text)
-    {
-        const std::string_view middle = " CMYK = [ ";
-        const size_t at = text.rfind(middle);
-        if (at == std::string::npos)
-            return false;
-        std::istringstream words(text.substr(at + middle.size()));
-        std::array<double, 4> ink{};
-        for (double &part : ink) {
-            if (!(words >> part))
-                return false;
-            part = std::min(1.0, std::max(0.0, part / 32760));
-        }
-        report_.inks[text.substr(0, at)] = ink;
-        return true;
-    }
-
-    const InterpreterRun &run_;
-    InterpreterReport report_;
-    AskedScreens screens_;
-    std::string firstError_;
-    bool started_ = false;
-};
-
 // The number of the page that was in work.
 int pageInWork(const InterpreterRun &run, size_t ended)
 {
@@ -213,20 +123,24 @@ InterpreterReport interpret(const InterpreterRun &run)
         writeAll(out.file(), kProlog);
         out.finish();
     }
-    Listener listener(run);
-    const LimitedResult result =
-        runLimited({commandOf(run, prolog), folder, temporary, run.secondsAPage, run.megabytes,
-                    [&listener](std::string_view line) { return listener.take(line); }});
+    InterpreterWords words;
+    const LimitedResult result = runLimited(
+        {commandOf(run, prolog), folder, temporary, run.secondsAPage, run.megabytes, [&](std::string_view line) {
+             const bool pageEnded = words.take(line);
+             if (pageEnded)
+                 run.pageEnded();
+             return pageEnded;
+         }});
     const std::string where =
-        run.job.name.string() + ": page " + std::to_string(pageInWork(run, listener.pagesEnded())) + ": ";
+        run.job.name.string() + ": page " + std::to_string(pageInWork(run, words.report().pages.size())) + ": ";
     if (result.end == RunEnd::timedOut)
         throw Refusal(where + "the interpreter took more than " + std::to_string(run.secondsAPage) +
                       " seconds and was ended");
     if (result.end == RunEnd::killed)
         throw Refusal(where + endedBy(run, result.status));
     if (result.status != 0)
-        throw Refusal(where + "the interpreter said: " + listener.failure());
-    return listener.report();
+        throw Refusal(where + "the interpreter said: " + words.failure(run.megabytes));
+    return words.report();
 }
 
 }  // namespace riders

@@ -1,13 +1,11 @@
-// Ghostscript, run as a program over a job, and what it tells.
+// Ghostscript, run as a program over a job.
 #pragma once
 
-#include <array>
 #include <filesystem>
 #include <functional>
-#include <map>
-#include <string>
 #include <vector>
 
+#include "proof/interpreter_words.h"
 #include "proof/prepared_job.h"
 
 namespace riders {
@@ -16,21 +14,6 @@ enum class PlateDevice {
     tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, also spot inks
     processPlates,  // the four process plates, screened, in one file: "1.pcx"
     allPlates       // as the former and spot inks, "1(Cyan).tif"; ten times slower
-};
-
-struct AskedScreen {
-    double frequency = 0, angle = 0;
-};
-// By plate; the plate "Default" stands for those that are not named.
-using AskedScreens = std::map<std::string, AskedScreen>;
-
-struct InterpreterReport {
-    AskedScreens atStart;             // the interpreter's own
-    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter tells them: of PostScript
-                                      // all pages of the job, of PDF those asked for
-    std::map<std::string, std::array<double, 4>>
-        inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
-    std::vector<std::string> said;  // its other words, the first hundred lines
 };
 
 struct InterpreterRun {
