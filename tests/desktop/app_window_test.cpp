@@ -52,6 +52,15 @@ TEST_F(Program, EndsWhenTheSystemAsks)
     EXPECT_FALSE(settingsSaved());
 }
 
+// A message of SDL's to the window may come after its end then.
+TEST_F(Program, EndsWellAtASlowDisplay)
+{
+    display.beSlow();
+    for (int i = 0; i < 4; ++i)
+        expectGoodEnd(
+            with("", "xdotool windowfocus --sync $window; for key in a b c ctrl+q; do xdotool key $key; done"));
+}
+
 TEST_F(Program, ShowsTheJobItIsGiven)
 {
     writeFile(folder / "job.ps", "%!PS\n");

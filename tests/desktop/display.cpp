@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,6 +47,11 @@ Display::~Display()
 {
     kill(server_, SIGTERM);
     waitpid(server_, nullptr, 0);
+}
+
+void Display::beSlow() const
+{
+    setpriority(PRIO_PROCESS, static_cast<id_t>(server_), 15);
 }
 
 void Display::picture(const std::string &file, const std::string &geometry) const

@@ -15,6 +15,9 @@ public:
     ~Display();
     Display(const Display &) = delete;
 
+    // Lets everybody else on the machine go first.
+    void beSlow() const;
+
     // What is on it, as PNG, or a part of it.
     void picture(const std::string &file, const std::string &geometry = {}) const;
 

@@ -108,6 +108,7 @@ Video::Video()
 
 Video::~Video()
 {
+    lateErrors_.letPass();
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 

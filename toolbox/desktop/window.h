@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "desktop/late_errors.h"
 #include "desktop/pane.h"
 #include "toolbox/host/desktop.h"
 
@@ -17,6 +18,9 @@ public:
     Video();
     ~Video();
     Video(const Video &) = delete;
+
+private:
+    LateErrors lateErrors_;
 };
 
 class Window {
