@@ -14,7 +14,7 @@ protected:
     CommandResult with(const std::string &arguments, const std::string &deeds)
     {
         const std::string script = "export XDG_CONFIG_HOME=$PWD/config RIDERS_SCALE=1\n" +
-                                   (fs::path(RIDERS_BINARY_DIR) / "riders").string() + " " + arguments + " &\n" +
+                                   (programs / "riders").string() + " " + arguments + " &\n" +
                                    "riders=$!\n"
                                    "window=$(xdotool search --sync --onlyvisible --pid $riders | tail -1)\n" +
                                    deeds + "\nwait $riders";
@@ -33,6 +33,7 @@ protected:
 
     desktop::Display display;
     TemporaryFolder folder;
+    fs::path programs = RIDERS_BINARY_DIR;
 };
 
 TEST_F(Program, EndsByItsKey)
@@ -49,6 +50,22 @@ TEST_F(Program, OpensADialogFromItsMenuByClicks)
 TEST_F(Program, EndsWhenTheSystemAsks)
 {
     expectGoodEnd(with("", "kill -TERM $riders"));
+    EXPECT_FALSE(settingsSaved());
+}
+
+TEST_F(Program, SaysSoWhenThePlugInCannotGoOn)
+{
+    for (const char *name : {"riders", "._riders", "riders.so", "._riders.so", "riders_desktop.so"})
+        fs::copy_file(programs / name, folder / name);
+    std::string fork = contentsOf(folder / "._riders.so");
+    const std::string dialogs = "DLOG";
+    const std::size_t type = fork.rfind(dialogs);   // in the list of types
+    ASSERT_NE(type, fork.npos);
+    writeFile(folder / "._riders.so", fork.replace(type, dialogs.size(), "none"));
+    programs = folder.path();
+    const CommandResult result = with("", "xdotool windowfocus --sync $window; " + openSettings + " key Return");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "riders: the plug-in could not go on and ended the program\n");
     EXPECT_FALSE(settingsSaved());
 }
 
