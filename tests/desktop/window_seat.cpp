@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "text/utf8.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
 
@@ -44,15 +45,9 @@ std::string keyName(std::uint8_t character)
     if (auto named = namedKeys.find(character); named != namedKeys.end())
         return named->second;
     const auto byte = static_cast<char>(character);
-    const std::string utf8 = toolbox::utf8FromRoman({&byte, 1});
-    unsigned point = static_cast<unsigned char>(utf8[0]);
-    if (utf8.size() == 2)
-        point = (point & 0x1F) << 6 | (static_cast<unsigned char>(utf8[1]) & 0x3F);
-    else if (utf8.size() == 3)
-        point = (point & 0x0F) << 12 | (static_cast<unsigned char>(utf8[1]) & 0x3Fu) << 6 |
-                (static_cast<unsigned char>(utf8[2]) & 0x3F);
+    const char32_t point = toolbox::codePoints(toolbox::utf8FromRoman({&byte, 1}))->front();
     std::array<char, 8> name;
-    std::snprintf(name.data(), name.size(), "U%04X", point);
+    std::snprintf(name.data(), name.size(), "U%04X", static_cast<unsigned>(point));
     return name.data();
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "text/utf8.h"
 #include "toolbox/host/text.h"
 
 namespace toolbox::desktop {
@@ -59,18 +60,6 @@ constexpr Run runs[] = {
 bool isFunctionKey(SDL_Keycode key)
 {
     return (key >= SDLK_F1 && key <= SDLK_F12) || (key >= SDLK_F13 && key <= SDLK_F15);
-}
-
-std::string utf8Of(char32_t character)
-{
-    auto tail = [&](int shift) { return static_cast<char>(0x80 | (character >> shift & 0x3F)); };
-    if (character < 0x80)
-        return {static_cast<char>(character)};
-    if (character < 0x800)
-        return {static_cast<char>(0xC0 | character >> 6), tail(0)};
-    if (character < 0x10000)
-        return {static_cast<char>(0xE0 | character >> 12), tail(6), tail(0)};
-    return {static_cast<char>(0xF0 | character >> 18), tail(12), tail(6), tail(0)};
 }
 
 std::optional<std::uint8_t> padCharacter(SDL_Scancode place)
@@ -133,7 +122,9 @@ std::optional<std::uint8_t> plainCharacter(const SDL_Keysym &key)
         return padCharacter(key.scancode);
     if (key.sym < ' ')
         return std::nullopt;
-    std::optional<std::string> roman = romanFromUtf8(utf8Of(static_cast<char32_t>(key.sym)));
+    std::string utf8;
+    appendUtf8(utf8, static_cast<char32_t>(key.sym));
+    std::optional<std::string> roman = romanFromUtf8(utf8);
     if (!roman || roman->size() != 1)
         return std::nullopt;
     return static_cast<std::uint8_t>(roman->front());

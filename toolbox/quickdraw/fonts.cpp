@@ -14,6 +14,7 @@
 #include "quickdraw/font_files.h"
 #include "quickdraw/glyph_effects.h"
 #include "quickdraw/mark_glyphs.h"
+#include "text/utf8.h"
 #include "toolbox/host/text.h"
 
 namespace toolbox::quickdraw {
@@ -57,23 +58,11 @@ struct Fonts {
 };
 Fonts fonts;
 
-char32_t firstCodePoint(const std::string &utf8)
-{
-    if (utf8.empty())
-        return 0;
-    auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
-    if (utf8.size() >= 3 && byte(0) >= 0xE0)
-        return (byte(0) & 0x0Fu) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
-    if (utf8.size() >= 2 && byte(0) >= 0xC0)
-        return (byte(0) & 0x1Fu) << 6 | (byte(1) & 0x3Fu);
-    return byte(0);
-}
-
 FT_UInt glyphIndex(const OpenFont &font, int character)
 {
     const auto byte = static_cast<char>(character);
     const char32_t code =
-        font.file.ownEncoding ? static_cast<char32_t>(character) : firstCodePoint(utf8FromRoman({&byte, 1}));
+        font.file.ownEncoding ? static_cast<char32_t>(character) : codePoints(utf8FromRoman({&byte, 1}))->front();
     return FT_Get_Char_Index(font.face.get(), code);
 }
 

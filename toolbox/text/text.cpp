@@ -106,20 +106,6 @@ char32_t takeCharacter(std::string_view &utf8)
     return good ? codePoint : noCharacter;
 }
 
-void appendUtf8(std::string &utf8, char16_t codePoint)
-{
-    if (codePoint < 0x80) {
-        utf8 += static_cast<char>(codePoint);
-    } else if (codePoint < 0x800) {
-        utf8 += static_cast<char>(0xC0 | codePoint >> 6);
-        utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
-    } else {
-        utf8 += static_cast<char>(0xE0 | codePoint >> 12);
-        utf8 += static_cast<char>(0x80 | (codePoint >> 6 & 0x3F));
-        utf8 += static_cast<char>(0x80 | (codePoint & 0x3F));
-    }
-}
-
 // Converts; every character without a place sets misfit and becomes '?'.
 std::string convert(std::string_view utf8, bool &misfit)
 {
@@ -141,6 +127,19 @@ std::string convert(std::string_view utf8, bool &misfit)
 }
 
 }  // namespace
+
+void appendUtf8(std::string &utf8, char32_t codePoint)
+{
+    auto tail = [&](int shift) { return static_cast<char>(0x80 | (codePoint >> shift & 0x3F)); };
+    if (codePoint < 0x80)
+        utf8 += static_cast<char>(codePoint);
+    else if (codePoint < 0x800)
+        utf8 += {static_cast<char>(0xC0 | codePoint >> 6), tail(0)};
+    else if (codePoint < 0x10000)
+        utf8 += {static_cast<char>(0xE0 | codePoint >> 12), tail(6), tail(0)};
+    else
+        utf8 += {static_cast<char>(0xF0 | codePoint >> 18), tail(12), tail(6), tail(0)};
+}
 
 std::optional<std::u32string> codePoints(std::string_view utf8)
 {

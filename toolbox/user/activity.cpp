@@ -119,12 +119,6 @@ Progress Choose::scrollTo(Hand &hand, int first)
     return Progress::more;
 }
 
-Progress Hold::advance(Hand &hand)
-{
-    hand.pressAt(pressableMiddleOf(item_), modifiers_);
-    return Progress::done;
-}
-
 // The times are those a keyboard is set to when it is bought.
 Progress Repeat::advance(Hand &hand)
 {

@@ -72,17 +72,6 @@ private:
     int lastFirst_ = 0, scrolledInVain_ = 0;
 };
 
-// Presses the item's middle and keeps the button down.
-class Hold : public Activity {
-public:
-    explicit Hold(int item, std::uint16_t modifiers = 0) : item_(item), modifiers_(modifiers) {}
-    Progress advance(Hand &hand) override;
-
-private:
-    int item_;
-    std::uint16_t modifiers_;
-};
-
 // Holds a key down until it has repeated so many times.
 class Repeat : public Activity {
 public:

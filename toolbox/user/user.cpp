@@ -5,6 +5,7 @@
 
 #include "user/bar.h"
 #include "user/file_answers.h"
+#include "user/front_dialog.h"
 #include "user/script.h"
 
 namespace toolbox {
@@ -54,7 +55,7 @@ void ScriptedUser::pressAt(Point global, std::uint16_t modifiers)
 
 void ScriptedUser::hold(int item, std::uint16_t modifiers)
 {
-    script_->add(Where::inDialog, std::make_unique<Hold>(item, modifiers));
+    script_->act(Where::inDialog, [=](Hand &hand) { hand.pressAt(pressableMiddleOf(item), modifiers); });
 }
 
 void ScriptedUser::releaseAt(Point global, std::uint16_t modifiers)
