@@ -46,6 +46,8 @@ TEST_F(Compile, EachMistakeIsToldWithItsLine)
         {"hex 'ABCD' 1 { xy }", "1: expected pairs of hexadecimal digits, not xy"},
         {"text 1 \"x\"", "1: expected file \"name\""},
         {"\ntext 1 file \"missing.ps\"", "2: cannot read \""},
+        {"text 1 files {\n\"missing.ps\" }", "2: cannot read \""},
+        {"text 1 files { 7 }", "1: expected a file's name in quotes"},
         {"\n\ninclude \"missing.res\"", "3: cannot read \""},
         {"data 'ABCD' 1 file \".\"", "1: cannot read \""},
         {"include \"main.res\"", "1: \""},

@@ -109,6 +109,15 @@ TEST_F(Compile, FilesAreTakenAsTheyStand)
     EXPECT_EQ(bytes("data 'ABC ' 5 file \"ps/x.ps\""), body);
 }
 
+TEST_F(Compile, SeveralFilesFollowOneAnotherWithNothingBetween)
+{
+    writeFile(folder / "a.ps", "no line end");
+    writeFile(folder / "b.ps", "");
+    writeFile(folder / "c.ps", " here\n");
+    EXPECT_EQ(bytes("text 5 files { \"a.ps\" ; \"b.ps\"\n \"c.ps\" }"), "no line end here\n");
+    EXPECT_EQ(bytes("data 'ABC ' 5 files {}"), "");
+}
+
 TEST_F(Compile, HexIsTakenInPairs)
 {
     EXPECT_BYTES("hex 'ABC ' 5 { 00 ff 0A\n DEADBEEF ; 78 }", "00 FF 0A DEADBEEF 78");

@@ -10,7 +10,14 @@ using namespace toolbox;
 std::string wholeFile(Cursor &source)
 {
     Place place = source.place();
-    return fileBytes(source.file(), place);
+    if (!source.accept("files"))
+        return fileBytes(source.file(), place);
+    std::string bytes;
+    source.block([&] {
+        Place named = source.place();
+        bytes += fileBytes(source.besideSource(source.text("a file's name")), named);
+    });
+    return bytes;
 }
 
 std::string hexBytes(Cursor &source)
