@@ -58,11 +58,13 @@ void refuseSameFile(const OpenFile &in, const Output &out)
         throw Refusal(in.name() + ": is the job and where it is to be written; name the output with -o");
 }
 
-std::string markedFragment(const Place &place, std::string_view fragment)
+std::string markedFragment(const Place &place, std::string_view fragment, bool landscape)
 {
-    const Marker marker{fragment.size(), place.needsLineEnd, !fragment.ends_with('\n')};
+    const Marker marker{fragment.size(), place.needsLineEnd, !fragment.ends_with('\n'), landscape};
     std::string text = marker.lineEndBefore ? "\n" : "";
     text += openingLine(marker);
+    if (landscape)
+        text += kLandscapeLine;
     text += fragment;
     if (marker.lineEndAfter)
         text += '\n';
@@ -82,16 +84,20 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
         throw Refusal(job.name + ": has no riders file in it");
     const Refusal damaged(job.name + ": the riders file in it is damaged; nothing was taken out");
     std::string_view rest = bytes.substr(*opening);
-    const size_t lineLength = rest.substr(0, kLongestOpening).find('\n') + 1;
-    const auto marker = parseOpening(rest.substr(0, lineLength));
+    size_t before = rest.substr(0, kLongestOpening).find('\n') + 1;
+    const auto marker = parseOpening(rest.substr(0, before));
     if (!marker || marker->length > kLongestFragment)
         throw damaged;
+    if (marker->landscape) {
+        if (!rest.substr(before).starts_with(kLandscapeLine))
+            throw damaged;
+        before += kLandscapeLine.size();
+    }
     if (marker->lineEndBefore && (*opening == 0 || bytes[*opening - 1] != '\n'))
         throw damaged;
-    const size_t length = lineLength + marker->length + marker->lineEndAfter;
+    const size_t length = before + marker->length + marker->lineEndAfter;
     if (rest.size() < length || !rest.substr(length).starts_with(kClosingLine) ||
-        (marker->lineEndAfter && rest[length - 1] != '\n') ||
-        !isRidersFile(rest.substr(lineLength, marker->length)))
+        (marker->lineEndAfter && rest[length - 1] != '\n') || !isRidersFile(rest.substr(before, marker->length)))
         throw damaged;
     return {*opening - marker->lineEndBefore, *opening + length + kClosingLine.size()};
 }
@@ -108,11 +114,12 @@ void applyRiders(const ApplyRequest &request)
     const OpenFile job = openInput(request.job);
     const Head head(job, kJobHeadSize + 1);
     const Place place = findPlace(head.asJob(job.name()));
+    const bool landscape = isLandscape(head.asJob(job.name()));
 
     Output out(request.out);
     refuseSameFile(job, out);
     writeAll(out.file(), head.bytes().substr(0, place.offset));
-    writeAll(out.file(), markedFragment(place, riders.bytes()));
+    writeAll(out.file(), markedFragment(place, riders.bytes(), landscape));
     writeAll(out.file(), head.bytes().substr(place.offset));
     copyRest(job, out.file());
     out.finish();
@@ -121,7 +128,7 @@ void applyRiders(const ApplyRequest &request)
 void stripRiders(const StripRequest &request)
 {
     const OpenFile job = openInput(request.job);
-    const Head head(job, kJobHeadSize + kLongestFragment + 2 * kLongestOpening);
+    const Head head(job, kJobHeadSize + kLongestFragment + 2 * kLongestOpening + kLandscapeLine.size());
     const Cut cut = cutOf(head.asJob(job.name()), head.bytes());
 
     Output out(request.out);

@@ -182,6 +182,18 @@ Place findPlace(const JobHead &head)
     return place;
 }
 
+bool isLandscape(const JobHead &head)
+{
+    Lines lines(head, findStart(head));
+    constexpr std::string_view word = "%%Orientation";
+    for (Line line; lines.next(line) && line.text.starts_with('%') && !isComment(line.text, "%%EndComments");)
+        if (isComment(line.text, word)) {
+            std::string_view value = line.text.substr(word.size());
+            return nextWord(value) == "Landscape";
+        }
+    return false;
+}
+
 std::optional<size_t> findFragment(const JobHead &head)
 {
     OwnLines lines(head, findStart(head));

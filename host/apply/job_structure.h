@@ -35,6 +35,10 @@ struct Place {
 // fragment already.
 Place findPlace(const JobHead &head);
 
+// Whether the job's header comments say that its pages are landscape. Throws
+// Refusal where the job is no PostScript.
+bool isLandscape(const JobHead &head);
+
 // Offset of the opening marker of a riders fragment of the job's own (not of
 // an embedded document's), if there is one. Throws Refusal where the job is no PostScript.
 std::optional<size_t> findFragment(const JobHead &head);

@@ -20,7 +20,7 @@ std::string openingLine(const Marker &marker)
     std::string line(kOpeningWord);
     line += " " + std::to_string(marker.length) + " bytes, line ends added: ";
     line += addedWords(marker);
-    return line + "\n";
+    return line + (marker.landscape ? ", landscape\n" : "\n");
 }
 
 std::optional<Marker> parseOpening(std::string_view line)
@@ -32,14 +32,14 @@ std::optional<Marker> parseOpening(std::string_view line)
     Marker marker;
     if (digits >= end || std::from_chars(digits, end, marker.length).ec != std::errc())
         return {};
-    // The rest has four forms only: write each and compare.
-    for (bool before : {false, true})
-        for (bool after : {false, true}) {
-            marker.lineEndBefore = before;
-            marker.lineEndAfter = after;
-            if (openingLine(marker) == line)
-                return marker;
-        }
+    // The rest has eight forms only: write each and compare.
+    for (int form = 0; form < 8; ++form) {
+        marker.lineEndBefore = form & 1;
+        marker.lineEndAfter = form & 2;
+        marker.landscape = form & 4;
+        if (openingLine(marker) == line)
+            return marker;
+    }
     return {};
 }
 

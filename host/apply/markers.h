@@ -1,4 +1,4 @@
-// The two lines that stand around a riders file in a job.
+// The lines that stand around a riders file in a job.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +14,7 @@ struct Marker {
     size_t length = 0;           // of the fragment in bytes
     bool lineEndBefore = false;  // the job's line before the marker had no line end: one LF was added
     bool lineEndAfter = false;   // the fragment had no line end: one LF was added
+    bool landscape = false;      // kLandscapeLine follows the opening line
 
     bool operator==(const Marker &) const = default;
 };
@@ -21,6 +22,10 @@ struct Marker {
 // How every opening line begins, also a damaged one.
 inline constexpr std::string_view kOpeningWord = "%RidersBegin:";
 inline constexpr std::string_view kClosingLine = "%RidersEnd\n";
+// Tells the fragment that the pages are turned by a quarter to the left: an
+// interpreter does not see the comment that says so, and most programs have
+// turned the axes back when they put a sheet out.
+inline constexpr std::string_view kLandscapeLine = "userdict /Zu3_RidersTurns 1 put\n";
 // No opening line is longer, its line end included.
 inline constexpr size_t kLongestOpening = 96;
 

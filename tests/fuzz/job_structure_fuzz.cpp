@@ -16,11 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         const riders::Place place = riders::findPlace({job, true, "job"});
         if (place.offset > size)
             abort();
-        const riders::Marker marker{3, place.needsLineEnd, true};
+        const riders::Marker marker{3, place.needsLineEnd, true, riders::isLandscape({job, true, "job"})};
         std::string applied = job.substr(0, place.offset);
         applied += place.needsLineEnd ? "\n" : "";
         const size_t at = applied.size();
-        applied += riders::openingLine(marker) + "abc\n";
+        applied += riders::openingLine(marker);
+        applied += marker.landscape ? riders::kLandscapeLine : "";
+        applied += "abc\n";
         applied += riders::kClosingLine;
         applied += job.substr(place.offset);
         if (riders::findFragment({applied, true, "job"}) != at)

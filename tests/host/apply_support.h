@@ -35,4 +35,5 @@ protected:
     std::filesystem::path riders = folder / "my riders", job = folder / "job.ps", out = folder / "out.ps";
     std::string fragment = "%!Zu3_Riders\n/x 1 def\n";
     std::string plainJob = "%!PS\n%%EndComments\nshowpage\n";
+    std::string landscapeJob = "%!PS\n%%Orientation: Landscape\n%%EndComments\nshowpage\n";
 };

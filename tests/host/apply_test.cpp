@@ -44,6 +44,14 @@ TEST_F(Apply, FragmentStandsBetweenTwoMarkedLines)
                                  "%!Zu3_Riders\n/x 1 def\n%RidersEnd\nshowpage\n");
 }
 
+TEST_F(Apply, FragmentInALandscapeJobIsToldSo)
+{
+    EXPECT_EQ(applied(landscapeJob), "%!PS\n%%Orientation: Landscape\n%%EndComments\n"
+                                     "%RidersBegin: 22 bytes, line ends added: none, landscape\n"
+                                     "userdict /Zu3_RidersTurns 1 put\n"
+                                     "%!Zu3_Riders\n/x 1 def\n%RidersEnd\nshowpage\n");
+}
+
 TEST_F(Apply, LineEndsAreAddedWhereTheyAreMissing)
 {
     writeFile(riders, "%!Zu3_Riders /x");

@@ -181,6 +181,19 @@ TEST(JobStructure, LineThatTheHeadCutsOffIsNotSeen)
     EXPECT_EQ(findPlace({kHead + "x\n%%EndSetup", true, "job"}).offset, kHead.size() + 2);
 }
 
+TEST(JobStructure, LandscapeIsWhatTheHeaderSays)
+{
+    const auto landscape = [](const std::string &job) { return riders::isLandscape({job, true, "job"}); };
+    EXPECT_TRUE(landscape("%!PS\n%%Orientation: Landscape\n"));
+    EXPECT_TRUE(landscape("\x04%!PS-Adobe-3.0\r\n%%Title: x\r\n%%Orientation:Landscape \r\n"));
+    EXPECT_FALSE(landscape("%!PS\n%%Orientation: Portrait\n%%Orientation: Landscape\n"));
+    EXPECT_FALSE(landscape("%!PS\n%%Orientation: (atend)\n%%Trailer\n%%Orientation: Landscape\n"));
+    EXPECT_FALSE(landscape(kHead + "%%Orientation: Landscape\n")) << "after the header";
+    EXPECT_FALSE(landscape("%!PS\n\n%%Orientation: Landscape\n")) << "after the header";
+    EXPECT_FALSE(landscape("%!PS\n%%Orientations: Landscape\n%%Orientation\n"));
+    EXPECT_THROW(landscape("nothing"), Refusal);
+}
+
 TEST(JobStructure, MarkerIsFoundWhereverAFragmentCanBe)
 {
     const std::string marker = "%RidersBegin: 9 bytes\n";

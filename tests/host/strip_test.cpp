@@ -51,10 +51,15 @@ TEST_F(Strip, JobWithoutAFragmentIsRefusedAndNothingWritten)
     EXPECT_EQ(filesInFolder(), 2u);
 }
 
+TEST_F(Strip, FragmentInALandscapeJobComesOutWhole)
+{
+    EXPECT_EQ(stripped(applied(landscapeJob)), landscapeJob);
+}
+
 // The marked lines and what they say of the fragment, changed in every byte.
 TEST_F(Strip, DamagedFragmentIsRefused)
 {
-    const std::string whole = applied(plainJob);
+    const std::string whole = applied(landscapeJob);
     const size_t start = whole.find("%RidersBegin"), end = whole.find("showpage");
     const size_t body = whole.find("\n/x 1 def"), bodyEnd = whole.find("%RidersEnd");
     for (size_t at = start; at < end; ++at) {
@@ -73,7 +78,7 @@ TEST_F(Strip, DamagedFragmentIsRefused)
 
 TEST_F(Strip, CutOffFragmentIsRefused)
 {
-    const std::string whole = applied("%!PS");
+    const std::string whole = applied("%!PS\n%%Orientation: Landscape\n%%EndComments");
     for (size_t length = 0; length < whole.size(); ++length) {
         writeFile(job, whole.substr(0, length));
         EXPECT_NE(strip(job, folder / "stripped"), "done") << length;

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <complex>
 #include <fstream>
-#include <iomanip>
 #include <map>
 #include <numbers>
 #include <sstream>
@@ -15,17 +14,20 @@ namespace {
 constexpr int kWindow = 512;
 using Wave = std::complex<double>;
 
-std::map<int, std::filesystem::path> readPieces()
+// A piece is one file, or several in lines of their own between braces.
+std::map<int, std::string> readPieces()
 {
     const std::filesystem::path folder = std::filesystem::path(RIDERS_SOURCE_DIR) / "resources";
     std::ifstream in(folder / "pieces.res");
-    std::map<int, std::filesystem::path> pieces;
+    std::map<int, std::string> pieces;
+    int id = 0;
     for (std::string line, word; std::getline(in, line);) {
         std::istringstream words(line);
-        int id = 0;
-        std::string file;
-        if (words >> word >> id && word == "text" && words >> word >> std::quoted(file))
-            pieces[id] = folder / file;
+        const size_t first = line.find('"');
+        if (words >> word && word == "text")
+            words >> id;
+        if (first != line.npos && line[0] != '#')
+            pieces[id] += contentsOf(folder / line.substr(first + 1, line.rfind('"') - first - 1));
     }
     return pieces;
 }
@@ -109,7 +111,7 @@ std::pair<double, double> strongestWhole(std::vector<Wave> data)
 std::string piece(int id)
 {
     static const auto pieces = readPieces();
-    return contentsOf(pieces.at(id));
+    return pieces.at(id);
 }
 
 std::string composeRiders(const RidersChoice &choice)
