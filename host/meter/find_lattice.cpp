@@ -13,6 +13,7 @@ constexpr int kSmallestPatch = 32;
 constexpr double kLeastPeriods = 4;  // in a window that can be measured
 constexpr double kGoodPeriods = 10;  // in a patch, to take its waves at their word
 constexpr double kLeastEvenness = 0.3;
+constexpr double kWorthFitting = 0.1;  // evenness of a rough lattice
 constexpr std::size_t kMostCandidates = 4;
 
 struct FoundLattice {
@@ -31,6 +32,8 @@ std::vector<Candidate> candidatesOf(const Spectrum &spectrum)
 {
     const std::vector<Spectrum::Peak> peaks = spectrum.peaks(16);
     std::vector<Candidate> candidates;
+    if (peaks.empty() || !spectrum.standsOut(peaks[0]))
+        return candidates;
     for (const Spectrum::Peak &peak : peaks) {
         if (peak.strength < 0.35 * peaks[0].strength)
             break;
@@ -62,34 +65,29 @@ double evennessOf(const BitPage &page, const PageWindow &window, const Lattice &
     return folding.cell().evenness();
 }
 
-FoundLattice fitted(const BitPage &page, const PageWindow &window, const Lattice &lattice, int patch)
+FoundLattice rough(const BitPage &page, const PageWindow &window, const Lattice &lattice)
 {
-    const Lattice better = refineLattice(page, window, lattice, patch);
+    const Lattice better = roughLattice(page, window, lattice);
     return {better, evennessOf(page, window, better)};
 }
 
 // The candidate over whose cells the patch folds best.
-Lattice bestOf(const BitPage &page, const PageWindow &window, const std::vector<Candidate> &candidates)
+FoundLattice bestOf(const BitPage &page, const PageWindow &window, const std::vector<Candidate> &candidates)
 {
-    Lattice best = candidates[0].lattice;
-    if (candidates.size() == 1)
-        return best;
-    double most = 0;
-    for (const Candidate &candidate : candidates) {
-        const Lattice better = refineLattice(page, window, candidate.lattice, window.width);
-        const double evenness = evennessOf(page, window, better);
-        if (evenness > most + 0.05)
-            most = evenness, best = candidate.lattice;
+    FoundLattice best = rough(page, window, candidates[0].lattice);
+    for (std::size_t i = 1; i < candidates.size(); ++i) {
+        const FoundLattice found = rough(page, window, candidates[i].lattice);
+        if (found.evenness > best.evenness + 0.05)
+            best = found;
     }
     return best;
 }
 
 // A screen of lines folds as well over one wave as over two.
-Lattice dotsOrLines(const BitPage &page, const PageWindow &patch, const Lattice &lattice)
+FoundLattice dotsOrLines(const BitPage &page, const PageWindow &patch, const FoundLattice &dots)
 {
-    const FoundLattice dots = fitted(page, patch, lattice, patch.width);
-    const FoundLattice lines = fitted(page, patch, {{}, lattice.across}, patch.width);
-    return lines.evenness > 0.93 * dots.evenness ? lines.lattice : dots.lattice;
+    const FoundLattice lines = rough(page, patch, {{}, dots.lattice.across});
+    return lines.evenness > 0.93 * dots.evenness ? lines : dots;
 }
 
 }  // namespace
@@ -106,8 +104,11 @@ std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window
         if (candidates.empty() || (length(candidates[0].lattice.across) * patch < kGoodPeriods && !whole))
             continue;  // too slow for this patch: look at a larger one, more coarsely
         const PageWindow middle = middleOf(window, patch);
-        const Lattice lattice = dotsOrLines(page, middle, bestOf(page, middle, candidates));
-        const FoundLattice found = fitted(page, window, lattice, patch);
+        const FoundLattice first = dotsOrLines(page, middle, bestOf(page, middle, candidates));
+        if (first.evenness < kWorthFitting)
+            continue;
+        const Lattice lattice = refineLattice(page, window, first.lattice, patch);
+        const FoundLattice found{lattice, evennessOf(page, window, lattice)};
         if (length(found.lattice.down) * smaller >= kLeastPeriods && (!best || found.evenness > best->evenness))
             best = found;
         if (found.evenness > 2 * kLeastEvenness || whole)

@@ -12,6 +12,9 @@ constexpr int kBlocksASide = 12;
 constexpr int kSmallestBlock = 16;  // pixels
 constexpr int kBinBits = 5;
 constexpr int kBins = 1 << kBinBits;
+constexpr double kWide = kBins / 10.0;  // bins; a bell that leads to the right place from afar
+
+thread_local std::uint64_t laid = 0;
 
 // Bell curve weights from the middle out.
 std::vector<float> bell(double spread)
@@ -71,6 +74,11 @@ std::array<double, 4> solve(std::array<std::array<double, 5>, 4> m)
 }
 
 }  // namespace
+
+std::uint64_t pixelsLaid()
+{
+    return laid;
+}
 
 double FoldedCell::ink() const
 {
@@ -150,6 +158,7 @@ void Folding::layBlock(Block &block, const Lattice &lattice)
     for (int y = 0; y < block.height; ++y) {
         std::uint32_t u = phaseAt(lattice.across, x0, y0 + y), v = phaseAt(lattice.down, x0, y0 + y);
         const std::uint8_t *row = page_.row(block.top + y);
+        laid += static_cast<std::uint64_t>(block.width);
         for (int x = block.left; x < block.left + block.width; ++x, u += stepU, v += stepV) {
             const std::uint64_t inked = row[x >> 3] >> (7 - (x & 7)) & 1;
             counts[(v >> (32 - kBinBits)) * kBins + (u >> (32 - kBinBits))] += 1 + (inked << 32);
@@ -250,20 +259,27 @@ double product(const Lattice &a, const Lattice &b)
     return a.across.x * b.across.x + a.across.y * b.across.y + a.down.x * b.down.x + a.down.y * b.down.y;
 }
 
-// So many steps, or until one does nothing. Where dots are small in their cells
+// What is left is chance: steps this small that become no smaller lead nowhere.
+bool isChance(double effect, double last)
+{
+    return effect < 1e-4 || (effect < 2e-3 && effect > 0.7 * last);
+}
+
+// So many steps, or until they do nothing. Where dots are small in their cells
 // steps go too far: one that makes the fold worse is halved, and one that turns
 // back makes the later ones shorter.
 void improve(Folding &folding, Lattice &lattice, int steps, double spread, double slopeSpread)
 {
     folding.lay(lattice);
-    double factor = 1;
+    double factor = 1, lastEffect = 1;
     Lattice last{};
     for (int step = 0; step < steps; ++step) {
         const double before = folding.cell().evenness();
         const Lattice by = folding.correction(spread, slopeSpread);
         const double effect = folding.effect(by);
-        if (effect < 1e-4)
+        if (isChance(effect, lastEffect))
             return;
+        lastEffect = effect;
         if (product(by, last) < 0)
             factor /= 2;
         last = by;
@@ -281,20 +297,32 @@ void improve(Folding &folding, Lattice &lattice, int steps, double spread, doubl
     }
 }
 
+// A pixel covers this many bins; a bell narrower than half of one would find gaps between them.
+double narrowest(const Lattice &lattice)
+{
+    return std::max(1.0, kBins * length(lattice.down) / 2);
+}
+
 }  // namespace
+
+Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice lattice)
+{
+    Folding folding(page, window, 150'000);
+    improve(folding, lattice, 4, kWide, kWide);
+    improve(folding, lattice, 4, narrowest(lattice), narrowest(lattice));
+    return lattice;
+}
 
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice lattice, int patch)
 {
     const int whole = std::max(window.width, window.height);
     for (int side = patch; side<whole; side = side> whole / 3 ? whole : side * 2) {
         Folding folding(page, middleOf(window, side), 500'000);
-        improve(folding, lattice, 4, kBins / 10.0, kBins / 10.0);
+        improve(folding, lattice, 4, kWide, kWide);
     }
     Folding folding(page, window, 2'000'000);
-    improve(folding, lattice, 4, kBins / 10.0, kBins / 10.0);
-    // A pixel covers this many bins; a narrower bell would find gaps between them.
-    const double pixel = kBins * length(lattice.down);
-    const double narrow = std::max(1.0, pixel / 2);
+    improve(folding, lattice, 4, kWide, kWide);
+    const double narrow = narrowest(lattice);
     improve(folding, lattice, 10, narrow, narrow);
     improve(folding, lattice, 10, 0, narrow);
     return lattice;

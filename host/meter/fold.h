@@ -70,8 +70,13 @@ private:
     std::vector<float> shares_;
 };
 
+// Refines a lattice that fits all of the window, a little and quickly.
+Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice start);
 // Refines a lattice that fits a patch of so many pixels in the middle of the
 // window, until it fits all of the window.
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);
+
+// Pixels that this thread has laid over cells so far: what a reading costs.
+std::uint64_t pixelsLaid();
 
 }  // namespace riders

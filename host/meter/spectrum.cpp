@@ -116,6 +116,14 @@ void Spectrum::transform()
     const double scale = 8.0 / (double(columns_) * rows_ * shrink_ * shrink_);
     for (std::size_t i = 0; i < strength_.size(); ++i)
         strength_[i] = float(std::hypot(out[i][0], out[i][1]) * scale);
+    for (const float strength : strength_)
+        meanPower_ += double(strength) * strength / double(strength_.size());
+}
+
+// The power of noise is spread exponentially: of n waves the strongest is about ln n times the mean.
+bool Spectrum::standsOut(const Peak &peak) const
+{
+    return peak.strength * peak.strength > 2 * std::log(double(strength_.size())) * meanPower_;
 }
 
 float Spectrum::strengthAt(int kx, int ky) const

@@ -20,6 +20,9 @@ public:
     };
     // The strongest peaks, each wave and its opposite as one, strongest first.
     std::vector<Peak> peaks(std::size_t most) const;
+    // Whether a peak is more than the strongest that bits at random would have: they have one as strong
+    // once in as many patches as there are waves.
+    bool standsOut(const Peak &peak) const;
     // Strongest peak within two steps of the wave, folded back where it is too fast for the blocks.
     Peak peakNear(const Wave &wave) const;
     // Strongest line slower than this many periods a pixel; lines too slow to be told from an edge left out.
@@ -37,6 +40,7 @@ private:
     bool isPeak(int kx, int ky) const;
 
     int shrink_, columns_, rows_, across_, down_;
+    double meanPower_ = 0;  // of a wave
     std::vector<float> blocks_, strength_;  // strength_: rows_ by columns_ / 2 + 1
 };
 

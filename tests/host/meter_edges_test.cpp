@@ -4,6 +4,7 @@
 #include <memory>
 #include <random>
 
+#include "meter/fold.h"
 #include "meter/meter.h"
 #include "support/toolbox_test.h"
 
@@ -89,6 +90,35 @@ TEST(MeterEdges, AnswersForBitsOfAnyKind)
             riders::likenessTo(sheet.page, reading, [](double x, double) { return x; }).correlation;
         EXPECT_TRUE(like >= -1 && like <= 1.000001) << like;
     }
+}
+
+// Folding is what costs: it is not begun where nothing stands out of the noise.
+TEST(MeterEdges, NoiseIsGivenUpEarly)
+{
+    std::mt19937 random(15);
+    for (const int side : {33, 64, 150, 400, 1100}) {
+        Sheet sheet(side, side, 300);
+        for (size_t i = 0; i < sheet.bytes(); ++i)
+            sheet.bits[i] = static_cast<std::uint8_t>(random());
+        const std::uint64_t before = riders::pixelsLaid();
+        EXPECT_EQ(riders::readScreen(sheet.page, PageWindow{0, 0, side, side}).kind, riders::ScreenKind::none);
+        EXPECT_EQ(riders::pixelsLaid(), before) << side;
+    }
+}
+
+// What is found again and again is refined once.
+TEST(MeterEdges, AScreenIsFoldedAFewDozenTimes)
+{
+    Sheet sheet(900, 900, 1200);
+    for (int y = 0; y < 900; ++y)
+        for (int x = 0; x < 900; ++x)
+            if (std::hypot(x % 14 - 6.5, y % 14 - 6.5) < 5)
+                sheet.bits[static_cast<size_t>(y) * sheet.page.rowBytes + x / 8] |=
+                    static_cast<std::uint8_t>(0x80 >> x % 8);
+    const std::uint64_t before = riders::pixelsLaid();
+    const auto reading = riders::readScreen(sheet.page, PageWindow{0, 0, 900, 900});
+    EXPECT_NEAR(reading.cellPixels, 14, 0.01);
+    EXPECT_LT(riders::pixelsLaid() - before, 40u * 900 * 900);
 }
 
 TEST(MeterEdges, SpotFunctionsThatFailAreTakenAsFlat)
