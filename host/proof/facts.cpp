@@ -101,7 +101,7 @@ AskedFor askedByRiders(const std::filesystem::path &riders)
     std::string text(kLongestRiders, '\0');
     text.resize(readFully(in, text.data(), text.size()));
     AskedFor asked{definedNumber(text, "/riderFrequency "), definedNumber(text, "/riderAngle "), "the riders file",
-                   true};
+                   true, text.find("\n/riderFont (") != text.npos};
     return asked;
 }
 

@@ -14,8 +14,9 @@ namespace riders {
 // What was asked for, as far as it can be known.
 struct AskedFor {
     std::optional<double> frequency, angle;
-    std::string by;        // "the riders file", "the job", "nobody"
-    bool binding = false;  // worth a warning where it is missed
+    std::string by;          // "the riders file", "the job", "nobody"
+    bool binding = false;    // worth a warning where it is missed
+    bool annotated = false;  // every plate gets a text
 };
 
 struct MeasuredScreen {

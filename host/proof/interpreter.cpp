@@ -61,7 +61,8 @@ std::vector<std::string> deviceOptions(PlateDevice device)
 {
     switch (device) {
     case PlateDevice::tints:
-        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif"};
+        // An annotation is on all plates: here it would make plates of inks that the job has not.
+        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
     case PlateDevice::allPlates:

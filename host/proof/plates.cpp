@@ -163,7 +163,8 @@ private:
                                           askedFor(plate.plate, run_.riders, screens, report.atStart)));
         for (size_t i = 0; i < page.plates.size(); ++i) {
             const std::string file = name + "-" + fileNameFor(page.plates[i].name, taken);
-            if (!surveyed.plates[i].ink && !inWork->plates[i].hasInk())
+            // A plate that has nothing but the annotation makes no film.
+            if (!surveyed.plates[i].ink && (run_.riders.annotated || !inWork->plates[i].hasInk()))
                 continue;
             page.plates[i].film = std::string(kFilmsName) + "/" + file + ".tif";
             page.plates[i].picture = std::string(kPicturesName) + "/" + file + ".png";
