@@ -22,7 +22,7 @@ protected:
     }
 
     std::string made() const { return contentsOf(folder / "made"); }
-    static std::string piece(const std::string &name)
+    static std::string pieceBytes(const std::string &name)
     {
         return contentsOf(std::filesystem::path(RIDERS_SOURCE_DIR) / "resources/ps" / name);
     }

@@ -172,7 +172,7 @@ TEST_F(PostScriptErrors, StopWithoutAnErrorIsNotReported)
 TEST_F(PostScriptErrors, ErrorInTheRidersFileItselfIsPrinted)
 {
     std::string riders = handler;
-    riders.insert(riders.size() - piece(16600).size(), "(of the riders file) notThere\n");
+    riders.insert(riders.size() - pieceBytes(16600).size(), "(of the riders file) notThere\n");
     expectWords(wordsOf("%!PS\n" + riders), "undefined; notThere; (of the riders file)");
 }
 

@@ -32,7 +32,7 @@ protected:
     riders::ScreenReading read(const std::string &paint)
     {
         const RidersChoice choice = {
-            .frequency = GetParam().frequency, .angle = GetParam().angle, .spotBody = piece(16128)};
+            .frequency = GetParam().frequency, .angle = GetParam().angle, .spotBody = pieceBytes(16128)};
         const auto result =
             runGhostscript(folder, "%!PS\n{} settransfer\n" + composeRiders(choice) + paint + " showpage\n",
                            "page.pbm", "-sDEVICE=pbmraw -r600 -g1800x1800");
@@ -102,7 +102,7 @@ TEST_P(PlayedLevel, GetsTheBestThatItHas)
     TemporaryFolder folder;
     const auto [level, percent] = GetParam();
     const RidersChoice choice = {
-        .frequency = "47", .angle = "22.5", .spotBody = piece(16128), .flatness = "2", .annotation = "x"};
+        .frequency = "47", .angle = "22.5", .spotBody = pieceBytes(16128), .flatness = "2", .annotation = "x"};
     const std::string job = onInterpreterWithout(composeRiders(choice), level == 1 ? kLevel2Only : kLevel3Only) +
                             "0.75 setgray 0 0 144 144 rectfill showpage\n";
     const auto result = runGhostscript(folder, job, "page");

@@ -12,7 +12,7 @@ const std::string kTint = "gsave initgraphics 0.75 setgray 0 0 144 144 rectfill 
 
 RidersChoice chosen()
 {
-    return {.frequency = "47", .angle = "22.5", .spotBody = piece(16128)};
+    return {.frequency = "47", .angle = "22.5", .spotBody = pieceBytes(16128)};
 }
 
 void expectChosenScreen(const Bitmap &page)
@@ -60,7 +60,7 @@ TEST_P(ScreenHolds, BeforeTheJob)
 
 TEST_P(ScreenHolds, TwiceTheLaterOneCounts)
 {
-    run("%!PS\n" + composeRiders({.frequency = "70", .angle = "5", .spotBody = piece(16130)}) +
+    run("%!PS\n" + composeRiders({.frequency = "70", .angle = "5", .spotBody = pieceBytes(16130)}) +
         composeRiders(chosen()) + body());
 }
 
@@ -120,7 +120,7 @@ TEST(ScreenKept, FlatnessTouchesNothingElse)
 TEST(ScreenKept, OneMoreThanTheDeviceHasIsSaid)
 {
     const std::string told =
-        outputOf("%!PS\n" + composeRiders({.frequency = "999", .angle = "0", .spotBody = piece(16128)}));
+        outputOf("%!PS\n" + composeRiders({.frequency = "999", .angle = "0", .spotBody = pieceBytes(16128)}));
     EXPECT_EQ(told,
               "%%[ riders: 999.0 lines per inch at 0.0 degrees cannot be reached; the nearest is 150.0 ]%%\n");
 }

@@ -29,14 +29,14 @@ std::string readAnnotation(const std::string &text)
 
 TEST_F(PostScriptPage, PiecesBeginAndEndWhereTheValuesStand)
 {
-    EXPECT_TRUE(piece(16499).starts_with("%!Zu3_Riders\n"));
+    EXPECT_TRUE(pieceBytes(16499).starts_with("%!Zu3_Riders\n"));
     for (int id : {16499, 16500, 16502, 16504, 16507, 16561, 16511, 16135, 16520, 16600})
-        EXPECT_TRUE(piece(id).ends_with("\n")) << id;
-    EXPECT_TRUE(piece(16510).ends_with("riderReadText ")) << "one blank, no line end";
+        EXPECT_TRUE(pieceBytes(id).ends_with("\n")) << id;
+    EXPECT_TRUE(pieceBytes(16510).ends_with("riderReadText ")) << "one blank, no line end";
     for (int id : {16501, 16503, 16508, 16509})
-        EXPECT_FALSE(piece(id).ends_with("\n")) << id;
+        EXPECT_FALSE(pieceBytes(id).ends_with("\n")) << id;
     for (int id : {16499, 16500, 16135, 16520, 16600, 16510, 16511})
-        EXPECT_EQ(piece(id).find('\r'), std::string::npos) << id;
+        EXPECT_EQ(pieceBytes(id).find('\r'), std::string::npos) << id;
 }
 
 TEST_F(PostScriptPage, AllCombinationsLeaveTheStacksAsTheyWere)
@@ -49,7 +49,7 @@ TEST_F(PostScriptPage, AllCombinationsLeaveTheStacksAsTheyWere)
         if (bits & 2)
             choice.angle = "45";
         if (bits & 4)
-            choice.spotBody = piece(16128 + bits % 7);
+            choice.spotBody = pieceBytes(16128 + bits % 7);
         if (bits & 8)
             choice.flatness = "0.5";
         if (bits & 16)
@@ -77,7 +77,7 @@ TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
     const std::string job =
         "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
         composeRiders(
-            {.frequency = "12", .angle = "5", .spotBody = piece(16128), .annotation = "x", .errorHandler = true}) +
+            {.frequency = "12", .angle = "5", .spotBody = pieceBytes(16128), .annotation = "x", .errorHandler = true}) +
         "add riderSpot =\nshowpage\n";
     EXPECT_EQ(outputOf(job), "job's own add\njob's\n");
 }
@@ -142,7 +142,7 @@ TEST_F(PostScriptPage, AnnotationTextIsDataWhateverItsBytes)
     std::string all;
     for (int byte = 1; byte < 256; ++byte)
         all += static_cast<char>(byte);
-    const std::string nearlyTheMark = piece(16511).substr(0, 255);
+    const std::string nearlyTheMark = pieceBytes(16511).substr(0, 255);
     for (const std::string &text :
          {std::string(), std::string("(unbalanced"), std::string(") quit ("), all, std::string("\\"),
           std::string("\n\r\n\r"), std::string("% comment"), std::string("\0\0", 2), nearlyTheMark,

@@ -33,7 +33,7 @@ std::vector<double> averageCell(const Bitmap &page, int side)
 }
 
 // The cell that the formula says, inked from its highest values on; taken at
-// the pixels' middles or corners.
+// the pixels' middles or corners. Of equal values each has its share of the ink.
 std::vector<double> idealCell(const SpotShape &shape, int side, double ink, double offset)
 {
     std::vector<double> value;
@@ -42,9 +42,12 @@ std::vector<double> idealCell(const SpotShape &shape, int side, double ink, doub
             value.push_back(shape.value(2 * (x + offset) / side - 1, 2 * (y + offset) / side - 1));
     std::vector<double> sorted = value;
     std::sort(sorted.begin(), sorted.end(), std::greater<>());
-    const double least = sorted[static_cast<size_t>(std::lround(ink * side * side)) - 1];
+    const long inked = std::lround(ink * side * side);
+    const double least = sorted[static_cast<size_t>(inked) - 1];
+    const auto [first, last] = std::equal_range(sorted.begin(), sorted.end(), least, std::greater<>());
+    const double share = double(inked - (first - sorted.begin())) / double(last - first);
     for (double &v : value)
-        v = v >= least ? 1 : 0;
+        v = v > least ? 1 : v == least ? share : 0;
     return value;
 }
 
@@ -106,7 +109,7 @@ TEST_F(PostScriptScreen, FrequencyAndAngleAreOnThePage)
 TEST_F(PostScriptScreen, AngleTurnsClockwiseOnTheSheet)
 {
     const auto measured =
-        measureScreen(print({.frequency = "47.43", .angle = "18.435", .spotBody = piece(16130)}), kDpi);
+        measureScreen(print({.frequency = "47.43", .angle = "18.435", .spotBody = pieceBytes(16130)}), kDpi);
     EXPECT_NEAR(measured.frequency, 47.43, 0.5);
     EXPECT_LT(angleApart(measured.angle, 90 + 18.435, 180), 0.5) << measured.angle;
 }
@@ -125,7 +128,7 @@ TEST_F(PostScriptScreen, EverySpotFunctionGivesItsShape)
         std::vector<double> cell[2];
         for (int level : {0, 1})
             cell[level] = averageCell(
-                print({.frequency = "20", .angle = "0", .spotBody = piece(chosen.id)}, level ? 0.7 : 0.3), side);
+                print({.frequency = "20", .angle = "0", .spotBody = pieceBytes(chosen.id)}, level ? 0.7 : 0.3), side);
         std::string best;
         double most = -2;
         for (const SpotShape &shape : kSpotShapes) {
@@ -176,7 +179,7 @@ TEST(PostScriptPlates, EachKeepsWhatWasNotChosen)
                                       "arraytype 50.0 15.0\n");
     EXPECT_EQ(screensAfter(four, {.frequency = "99"}), "arraytype 99.0 45.0\narraytype 99.0 0.0\n"
                                                        "arraytype 99.0 75.0\narraytype 99.0 15.0\n");
-    EXPECT_EQ(screensAfter(four, {.angle = "7", .spotBody = piece(16130)}),
+    EXPECT_EQ(screensAfter(four, {.angle = "7", .spotBody = pieceBytes(16130)}),
               "arraytype 80.0 7.0\narraytype 70.0 7.0\narraytype 60.0 7.0\narraytype 50.0 7.0\n");
 }
 

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <complex>
 #include <fstream>
-#include <map>
 #include <numbers>
 #include <sstream>
 
@@ -13,24 +12,6 @@ namespace {
 
 constexpr int kWindow = 512;
 using Wave = std::complex<double>;
-
-// A piece is one file, or several in lines of their own between braces.
-std::map<int, std::string> readPieces()
-{
-    const std::filesystem::path folder = std::filesystem::path(RIDERS_SOURCE_DIR) / "resources";
-    std::ifstream in(folder / "pieces.res");
-    std::map<int, std::string> pieces;
-    int id = 0;
-    for (std::string line, word; std::getline(in, line);) {
-        std::istringstream words(line);
-        const size_t first = line.find('"');
-        if (words >> word && word == "text")
-            words >> id;
-        if (first != line.npos && line[0] != '#')
-            pieces[id] += contentsOf(folder / line.substr(first + 1, line.rfind('"') - first - 1));
-    }
-    return pieces;
-}
 
 std::string quoted(const std::filesystem::path &path)
 {
@@ -108,31 +89,25 @@ std::pair<double, double> strongestWhole(std::vector<Wave> data)
 
 }  // namespace
 
-std::string piece(int id)
-{
-    static const auto pieces = readPieces();
-    return pieces.at(id);
-}
-
 std::string composeRiders(const RidersChoice &choice)
 {
-    std::string text = piece(16499) + piece(16500);
+    std::string text = pieceBytes(16499) + pieceBytes(16500);
     if (choice.spotBody)
-        text += piece(16506) + *choice.spotBody + piece(16507);
+        text += pieceBytes(16506) + *choice.spotBody + pieceBytes(16507);
     else if (choice.frequency || choice.angle)
-        text += piece(16135);
+        text += pieceBytes(16135);
     if (choice.frequency)
-        text += piece(16501) + *choice.frequency + piece(16502);
+        text += pieceBytes(16501) + *choice.frequency + pieceBytes(16502);
     if (choice.angle)
-        text += piece(16503) + *choice.angle + piece(16504);
+        text += pieceBytes(16503) + *choice.angle + pieceBytes(16504);
     if (choice.flatness)
-        text += piece(16560) + *choice.flatness + piece(16561);
+        text += pieceBytes(16560) + *choice.flatness + pieceBytes(16561);
     if (choice.annotation)
-        text += piece(16508) + choice.font + piece(16509) + choice.size + piece(16510) + *choice.annotation +
-                piece(16511);
+        text += pieceBytes(16508) + choice.font + pieceBytes(16509) + choice.size + pieceBytes(16510) + *choice.annotation +
+                pieceBytes(16511);
     if (choice.errorHandler)
-        text += piece(16520);
-    return text + piece(16600);
+        text += pieceBytes(16520);
+    return text + pieceBytes(16600);
 }
 
 const std::vector<SpotShape> kSpotShapes = {

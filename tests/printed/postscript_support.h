@@ -7,10 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "support/riders_pieces.h"
 #include "support/toolbox_test.h"
-
-// The piece's bytes, found by its number in resources/pieces.res.
-std::string piece(int id);
 
 struct RidersChoice {
     std::optional<std::string> frequency = {}, angle = {}, spotBody = {}, flatness = {}, annotation = {};

@@ -25,7 +25,7 @@ const SpotShape &shapeOf(int piece)
 
 std::string ridersWith(int spot)
 {
-    return composeRiders({.frequency = "45", .angle = "22.5", .spotBody = piece(spot)});
+    return composeRiders({.frequency = "45", .angle = "22.5", .spotBody = pieceBytes(spot)});
 }
 
 void expectChosen(const riders::BitPage &page, int spot)

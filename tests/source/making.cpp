@@ -5,7 +5,7 @@
 #include "ktAnnoDlg.h"
 #include "ktCustomDlg.h"
 #include "ktMakeRiders.h"
-#include "source/riders_pieces.h"
+#include "support/riders_pieces.h"
 
 namespace fs = std::filesystem;
 

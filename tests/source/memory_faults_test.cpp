@@ -3,7 +3,7 @@
 // the file that is replaced is the old one or the new one.
 #include "support/plugin_test.h"
 
-#include "source/riders_pieces.h"
+#include "support/riders_pieces.h"
 
 namespace fs = std::filesystem;
 

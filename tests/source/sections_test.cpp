@@ -1,5 +1,5 @@
 #include "source/open_settings.h"
-#include "source/riders_pieces.h"
+#include "support/riders_pieces.h"
 
 #include "ktAnnoDlg.h"
 #include "ktCustomDlg.h"

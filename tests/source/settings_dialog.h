@@ -11,7 +11,7 @@
 #include "ktFreqDlg.h"
 #include "ktSpot.h"
 #include "popup.h"
-#include "source/riders_pieces.h"
+#include "support/riders_pieces.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 

@@ -1,5 +1,5 @@
 #include "source/making.h"
-#include "source/riders_pieces.h"
+#include "support/riders_pieces.h"
 
 #include <algorithm>
 

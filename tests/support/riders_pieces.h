@@ -6,5 +6,5 @@
 
 #include "toolbox/types.h"
 
-// The bytes of the file that resources/pieces.res names for 'TEXT' id.
+// The bytes of the file or files that resources/pieces.res names for 'TEXT' id.
 std::string pieceBytes(int id);
