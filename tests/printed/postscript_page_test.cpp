@@ -121,12 +121,45 @@ TEST_F(PostScriptPage, AnnotationKeepsTheGraphicsStateOfTheJob)
 {
     const std::string state =
         "2 3 scale 5 setlinewidth 1 setlinecap 2 setlinejoin 4 setmiterlimit [3 1] 2 setdash "
-        "9 setflat {dup mul} settransfer 33 11 {pop} setscreen\n";
+        "9 setflat {dup mul} settransfer 33 11 {pop} setscreen true setoverprint 0.5 setsmoothness "
+        "true setstrokeadjust 1 0 0 setrgbcolor /Courier 7 selectfont\n";
     const std::string tell = "matrix currentmatrix == currentlinewidth = currentlinecap = currentlinejoin = "
                              "currentmiterlimit = currentdash = == currentflat = currenttransfer == "
-                             "currentscreen == = =\n";
+                             "currentscreen == = = currentoverprint = currentsmoothness = currentstrokeadjust = "
+                             "[currentcolor] == currentcolorspace == currentfont /FontName get =\n";
     EXPECT_EQ(outputOf("%!PS\n" + state + composeRiders({.annotation = "x"}) + tell),
               outputOf("%!PS\n" + state + tell));
+}
+
+// Where there is no stack of clips, as on level 2, a clip of straight edges at least.
+TEST_F(PostScriptPage, AnnotationKeepsClipAndPathOfTheJob)
+{
+    const std::string ring = "300 100 60 0 360 arc closepath 300 100 30 0 360 arc closepath eoclip newpath\n";
+    const std::string path = "200 0 moveto 400 200 lineto 400 0 lineto closepath\n";
+    const std::string after = "gsave fill grestore initclip 30 setlinewidth stroke showpage\n";
+    std::string levelTwo = composeRiders({.annotation = "note"});
+    const size_t at = levelTwo.find("/clipsave riderHas");
+    ASSERT_NE(at, std::string::npos);
+    levelTwo.replace(at, 9, "/levelThreeOnly");
+    for (const auto &[clip, riders] : {std::pair{"30 rotate " + ring, composeRiders({.annotation = "note"})},
+                                       {"250 50 100 100 rectclip 30 rotate\n", levelTwo}}) {
+        outputOf("%!PS\n" + clip + path + after);
+        const Bitmap plain = readBitmap(folder / "page");
+        outputOf("%!PS\n" + clip + path + riders + after);
+        Bitmap page = readBitmap(folder / "page");
+        EXPECT_GT(page.share(18, 770, 40, 784), 0.05);
+        std::fill(page.ink.begin() + 760 * 600, page.ink.begin() + 790 * 600, false);
+        EXPECT_TRUE(page.ink == plain.ink) << clip;
+    }
+}
+
+// A negative's unpainted page stays as the job found it.
+TEST_F(PostScriptPage, PageIsNotErasedThroughTheJobsTransfer)
+{
+    outputOf("%!PS\n{1 exch sub} settransfer\n" + composeRiders({.frequency = "12"}) +
+             "1 setgray 0 400 600 400 rectfill showpage\n");
+    EXPECT_EQ(readBitmap(folder / "page").share(0, 0, 600, 400), 1);
+    EXPECT_EQ(readBitmap(folder / "page").share(0, 400, 600, 800), 0);
 }
 
 std::string numbers(const std::string &text)
