@@ -6,14 +6,17 @@ namespace {
 
 const std::string kOrange = "[/Separation (Orange) /DeviceCMYK {dup 0.5 mul exch 0 exch 0}] setcolorspace\n"
                             "0.5 setcolor 100 100 40 40 rectfill\n";
-const std::string kAnnotation = composeRiders({.annotation = "Hugging"});
+std::string annotation()
+{
+    return composeRiders({.annotation = "Hugging"});
+}
 
 using AnnotationPlates = ProofTest;
 
 TEST_F(AnnotationPlates, EachHasIt)
 {
     for (const std::string overprint : {"", "true setoverprint "}) {
-        const auto result = runGhostscript(folder, "%!PS\n" + kAnnotation + overprint + kOrange + "showpage\n",
+        const auto result = runGhostscript(folder, "%!PS\n" + annotation() + overprint + kOrange + "showpage\n",
                                            "%d.tif", "-sDEVICE=tiffsep1 -r72 -g200x200");
         ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
         const auto plates = riders::plateFiles(folder.path(), 1);
@@ -32,7 +35,7 @@ TEST_F(AnnotationPlates, EachHasIt)
 TEST_F(AnnotationPlates, ElsewhereItIsBlack)
 {
     for (const char *device : {"pgmraw", "ppmraw"}) {
-        runGhostscript(folder, "%!PS\n" + kAnnotation + "showpage\n", "page",
+        runGhostscript(folder, "%!PS\n" + annotation() + "showpage\n", "page",
                        "-r72 -g200x200 -sDEVICE=" + std::string(device));
         const std::string page = contentsOf(folder / "page");
         const auto pixels = page.end() - 200 * 200 * (device[1] == 'p' ? 3 : 1);
@@ -45,7 +48,7 @@ TEST_F(AnnotationPlates, ElsewhereItIsBlack)
 // It makes no films of inks that the job has not.
 TEST_F(AnnotationPlates, ProofHasThoseOfTheJob)
 {
-    writeFile(folder / "riders", kAnnotation);
+    writeFile(folder / "riders", annotation());
     auto wanted = request(smallJob({smallPage(".5 0 0 .5 setcmykcolor 30 50 60 60 rectfill")}));
     wanted.riders = folder / "riders";
     ASSERT_EQ(proofOf(wanted), "done");
