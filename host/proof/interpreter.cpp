@@ -122,6 +122,7 @@ InterpreterReport interpret(const InterpreterRun &run)
     {
         Output out(prolog);
         writeAll(out.file(), kProlog);
+        writeAll(out.file(), run.ahead);
         out.finish();
     }
     InterpreterWords words;

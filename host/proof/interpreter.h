@@ -23,6 +23,7 @@ struct InterpreterRun {
     std::vector<int> pages = {};   // rising; empty for all
     std::filesystem::path folder;  // empty; page files are numbered from 1 in the order of `pages`
     int secondsAPage, megabytes;
+    std::string ahead = {};  // PostScript to run ahead of the job
     // Whenever the job ends a page, asked for or not.
     std::function<void()> pageEnded = [] {};
 };

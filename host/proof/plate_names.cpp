@@ -16,18 +16,6 @@ int hexDigit(char c)
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
-std::string withoutEscapes(const std::string &text)
-{
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const int high = text[i] == '%' && i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
-        const int low = high >= 0 ? hexDigit(text[i + 2]) : -1;
-        bytes += low >= 0 ? static_cast<char>(high * 16 + low) : text[i];
-        i += low >= 0 ? 2 : 0;
-    }
-    return bytes;
-}
-
 // Bytes of the character that begins here; 0 where it is no UTF-8.
 size_t sequenceAt(const std::string &text, size_t at)
 {
@@ -85,9 +73,21 @@ std::string plainText(const std::string &bytes)
     return text;
 }
 
+std::string inkBytesFrom(const std::string &interpreters)
+{
+    std::string bytes;
+    for (size_t i = 0; i < interpreters.size(); ++i) {
+        const int high = interpreters[i] == '%' && i + 2 < interpreters.size() ? hexDigit(interpreters[i + 1]) : -1;
+        const int low = high >= 0 ? hexDigit(interpreters[i + 2]) : -1;
+        bytes += low >= 0 ? static_cast<char>(high * 16 + low) : interpreters[i];
+        i += low >= 0 ? 2 : 0;
+    }
+    return bytes;
+}
+
 std::string plateNameFrom(const std::string &interpreters)
 {
-    return plainText(withoutEscapes(interpreters));
+    return plainText(inkBytesFrom(interpreters));
 }
 
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)

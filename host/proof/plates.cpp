@@ -8,8 +8,9 @@
 #include "proof/output_folder.h"
 #include "proof/pictures.h"
 #include "proof/plate_names.h"
-#include "proof/process_plates.h"
+#include "proof/rendering.h"
 #include "proof/screen_on_plate.h"
+#include "proof/spot_inks.h"
 
 namespace fs = std::filesystem;
 
@@ -19,12 +20,6 @@ namespace {
 // What a share's page files may take on the disk before they are looked at.
 constexpr double kShareBytes = 1.0e9;
 
-// Pages that one interpreter renders, on one kind of device.
-struct Share {
-    PlateDevice device;
-    std::vector<size_t> pages;  // indices into the survey
-};
-
 double bytesOf(const SurveyedPage &page, double dpi)
 {
     const double pixels = page.width * page.height * dpi * dpi;
@@ -32,21 +27,16 @@ double bytesOf(const SurveyedPage &page, double dpi)
 }
 
 // Deals the pages of a kind out in turn, so that what is slow or large comes to all alike.
-void addShares(std::vector<Share> &shares, const Survey &survey, bool spotInks, double dpi, int cores)
+std::vector<std::vector<size_t>> dealt(const Survey &survey, const std::vector<size_t> &pages, double dpi, int cores)
 {
-    std::vector<size_t> pages;
     double bytes = 0;
-    for (size_t i = 0; i < survey.pages.size(); ++i)
-        if (survey.pages[i].spotInks == spotInks) {
-            pages.push_back(i);
-            bytes += bytesOf(survey.pages[i], dpi);
-        }
+    for (size_t page : pages)
+        bytes += bytesOf(survey.pages[page], dpi);
     const size_t least = static_cast<size_t>(bytes / kShareBytes) + 1;
-    const size_t count = std::min(pages.size(), std::max(least, static_cast<size_t>(cores)));
-    const size_t first = shares.size();
-    shares.resize(first + count, {spotInks ? PlateDevice::allPlates : PlateDevice::processPlates, {}});
+    std::vector<std::vector<size_t>> shares(std::min(pages.size(), std::max(least, static_cast<size_t>(cores))));
     for (size_t i = 0; i < pages.size(); ++i)
-        shares[first + i % count].pages.push_back(pages[i]);
+        shares[i % shares.size()].push_back(pages[i]);
+    return shares;
 }
 
 // A page's plates while they are in work.
@@ -64,13 +54,15 @@ public:
 
     Plates make()
     {
-        std::vector<Share> shares;
-        for (bool spotInks : {true, false})  // the slow ones first
-            addShares(shares, run_.survey, spotInks, dpi_, run_.cores);
         progress_.expect(static_cast<int>(made_.pages.size()), inkedPlates());
-        for (size_t i = 0; i < shares.size(); ++i)
-            workers_.add(
-                [this, i, share = shares[i]] { render(share, run_.work / ("share-" + std::to_string(i))); });
+        spotInks_ = lookAtSpotInks(job_, run_.work, workers_);
+        // The slow ones first.
+        for (const RenderingWay way :
+             {RenderingWay::allPlates, RenderingWay::inksApart, RenderingWay::processPlates})
+            for (const std::vector<size_t> &pages : dealt(run_.survey, pagesFor(way), dpi_, run_.cores)) {
+                const Rendering share{way, pages, run_.work / ("share-" + std::to_string(shares_++)), dpi_};
+                workers_.add([this, share] { render(share); });
+            }
         workers_.finish();
         for (PageFacts &page : made_.pages)
             page.warnings = warningsFor(page);
@@ -87,28 +79,29 @@ private:
         return count;
     }
 
-    void render(const Share &share, const fs::path &folder)
+    std::vector<size_t> pagesFor(RenderingWay way) const
     {
-        fs::create_directories(folder);
-        std::vector<int> numbers;
-        for (size_t page : share.pages)
-            numbers.push_back(run_.survey.pages[page].number);
-        const auto report =
-            std::make_shared<InterpreterReport>(interpret({.job = run_.job,
-                                                           .device = share.device,
-                                                           .dpi = dpi_,
-                                                           .pages = numbers,
-                                                           .folder = folder,
-                                                           .secondsAPage = run_.request.secondsAPage,
-                                                           .megabytes = run_.request.megabytes}));
+        std::vector<size_t> pages;
+        for (size_t i = 0; i < run_.survey.pages.size(); ++i) {
+            const RenderingWay spots = spotInks_.apart.count(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
+            if (way == (run_.survey.pages[i].spotInks ? spots : RenderingWay::processPlates))
+                pages.push_back(i);
+        }
+        return pages;
+    }
+
+    void render(const Rendering &share)
+    {
+        const auto report = std::make_shared<InterpreterReport>(renderPages(job_, share));
+        report->inks.insert(spotInks_.inks.begin(), spotInks_.inks.end());
         if (share.pages[0] == 0)
             made_.said = report->said;
         for (size_t i = 0; i < share.pages.size(); ++i) {
-            const size_t page = share.pages[i];
-            const int file = static_cast<int>(i) + 1;
             progress_.pageRendered();
-            workers_.addUrgent([this, page, file, folder, report, device = share.device] {
-                startPage(page, screensOf(page, file, *report), *report, readPage(page, file, folder, device));
+            workers_.addUrgent([this, i, share, report] {
+                const auto inWork = std::make_shared<PageInWork>(readRendered(job_, share, i));
+                const size_t page = share.pages[i];
+                startPage(page, screensOf(page, static_cast<int>(i) + 1, *report), *report, inWork);
             });
         }
     }
@@ -119,31 +112,6 @@ private:
         const int number = run_.job.kind == JobKind::pdf ? file : run_.survey.pages[page].number;
         const auto index = static_cast<size_t>(number) - 1;
         return index < report.pages.size() ? report.pages[index] : AskedScreens{};
-    }
-
-    std::shared_ptr<PageInWork> readPage(size_t index, int file, const fs::path &folder, PlateDevice device) const
-    {
-        const SurveyedPage &page = run_.survey.pages[index];
-        const auto inWork = std::make_shared<PageInWork>();
-        if (device == PlateDevice::processPlates) {
-            const fs::path pcx = folder / (std::to_string(file) + ".pcx");
-            inWork->plates =
-                readProcessPlates(pcx, static_cast<int>(page.width * dpi_), static_cast<int>(page.height * dpi_));
-            fs::remove(pcx);
-        } else {
-            // Others may be there as well, named on pages of other shares and empty.
-            const std::vector<PlateFile> files = plateFiles(folder, file);
-            for (const SurveyedPlate &wanted : page.plates)
-                for (const PlateFile &plate : files)
-                    if (plate.plate == wanted.plate)
-                        inWork->plates.push_back(readPlate(plate.file));
-            for (const PlateFile &plate : files)
-                fs::remove(plate.file);
-        }
-        if (inWork->plates.size() != page.plates.size())
-            throw Refusal(run_.job.name.string() + ": page " + std::to_string(page.number) +
-                          ": has other plates each time it is rendered");
-        return inWork;
     }
 
     void startPage(size_t index, const AskedScreens &screens, const InterpreterReport &report,
@@ -214,6 +182,9 @@ private:
     Workers &workers_;
     Progress &progress_;
     const double dpi_;
+    const RenderedJob job_{run_.request, run_.job, run_.survey};
+    SpotInks spotInks_;
+    int shares_ = 0;
     Plates made_;
 };
 

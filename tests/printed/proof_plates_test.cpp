@@ -1,0 +1,131 @@
+// A proof's films are the plates that one plain run of the interpreter's device for separations gives.
+#include <map>
+#include <set>
+
+#include "host/proof_support.h"
+#include "proof/interruption.h"
+#include "proof/plate_names.h"
+#include "proof/prepared_job.h"
+#include "proof/spot_inks.h"
+#include "support/command.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+const std::string kGold = "/gold {[/Separation (Gold) /DeviceCMYK {0 exch dup 0.3 mul exch 0}] setcolorspace "
+                          "setcolor} bind def\n";
+const std::string kFourScreens =
+    "/dot {dup mul exch dup mul add 1 exch sub} bind def\n"
+    "60 15 {dot} 60 75 {dot} 60 0 {dot} 60 45 {dot} setcolorscreen\n" + kGold +
+    ".3 .2 .4 .1 setcmykcolor 12.1 12.2 120 120 rectfill .5 gold 20 20 30.3 30.7 rectfill\n";
+
+std::string page(const std::string &painting)
+{
+    return "<</PageSize [144 144]>> setpagedevice gsave " + kFourScreens + painting + "\ngrestore showpage\n";
+}
+
+class ProofPlatesTest : public ProofTest {
+protected:
+    using Bits = std::map<std::string, std::vector<std::uint8_t>>;
+
+    // The names of films with ink, and their bits.
+    Bits plain(const std::string &job, int pages)
+    {
+        const std::filesystem::path plates = folder / "plain";
+        std::filesystem::create_directory(plates);
+        writeFile(folder / "plain.ps", job);
+        const CommandResult run = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=tiffsep1",
+                                              "-sCompression=none", "-r300", "-sOutputFile=plain/%d.tif", "-c",
+                                              "<</Install {{} settransfer}>> setpagedevice", "-f", "plain.ps"},
+                                             "", folder.path());
+        EXPECT_EQ(run.status, 0) << run.out << run.err;
+        Bits films;
+        for (int page = 1; page <= pages; ++page) {
+            std::set<std::string> taken;
+            for (const riders::PlateFile &file : riders::plateFiles(plates, page))
+                if (const riders::BitPlate plate = riders::readPlate(file.file); plate.hasInk())
+                    films["page-" + std::to_string(page) + "-" +
+                          riders::fileNameFor(riders::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
+        }
+        return films;
+    }
+
+    void expectPlain(const Names &pages)
+    {
+        const std::string job = smallJob(pages);
+        ASSERT_EQ(proofOf(request(job)), "done");
+        const Bits films = plain(job, static_cast<int>(pages.size()));
+        EXPECT_EQ(files(out / "films").size(), films.size());
+        EXPECT_GT(films.size(), 4 * pages.size());
+        for (const auto &[name, bits] : films)
+            EXPECT_EQ(readFilm(out / "films" / name).bits.bits, bits) << name;
+    }
+
+    // Pages whose inks are rendered apart.
+    std::set<size_t> apart(const Names &pages)
+    {
+        const riders::ProofRequest asked = request(smallJob(pages));
+        const std::filesystem::path work = folder / "work";
+        std::filesystem::create_directories(work / "pictures");
+        riders::Interruption interruption;
+        const riders::PreparedJob prepared = riders::prepareJob(asked.job, {}, work);
+        riders::Progress progress;
+        riders::Workers workers(2);
+        const riders::Survey survey =
+            riders::surveyJob(asked, prepared, {}, work, work / "pictures", workers, progress);
+        return riders::lookAtSpotInks({asked, prepared, survey}, work, workers).apart;
+    }
+};
+
+const Names kSimple = {
+    // Each way a colour is set, over and under the spot ink.
+    page(".2 .3 .4 setrgbcolor 30 30 10 10 rectfill .5 setgray 40.3 40 4 20 rectfill .7 .5 .4 sethsbcolor "
+         "25 25 5 5 rectfill /DeviceRGB setcolorspace .1 .2 .3 setcolor 25 25 10 10 rectfill 0 .5 0 0 "
+         "setcmykcolor 60 20 20 20 rectfill .3 gold 65 25 40 10 rectfill"),
+    page("/Times-Roman findfont 20 scalefont setfont .8 gold 15 90 moveto (Gold text) show 0 setgray 1.3 "
+         "setlinewidth 10 10 moveto 130 140 lineto stroke .6 gold 130 10 moveto 10 140 lineto stroke"),
+    // Other spot inks, and process inks by name.
+    page("[/Separation (Gr\\374n 1%) cvn /DeviceRGB {0 0}] setcolorspace .5 setcolor 60 20 20 20 rectfill .4 gold "
+         "65 25 40 10 rectfill [/Separation /Cyan /DeviceRGB {0 0}] setcolorspace .5 setcolor 80 20 20 20 rectfill"),
+    // Pictures in grey, in the spot ink, and in steps of it.
+    page("gsave 80 80 translate 40 40 scale 2 2 8 [2 0 0 2 0 0] {<0055aaff>} image grestore "
+         ".5 gold gsave 30 90 translate 40 40 scale "
+         "<</ImageType 1 /Width 2 /Height 2 /BitsPerComponent 8 /Decode [0 1] /ImageMatrix [2 0 0 2 0 0] "
+         "/DataSource {<1155aaee>}>> image grestore "
+         "[/Indexed [/Separation /Gold /DeviceCMYK {0 exch dup 0.3 mul exch 0}] 3 <004080ff>] setcolorspace "
+         "30 60 translate 40 20 scale <</ImageType 1 /Width 8 /Height 2 /BitsPerComponent 2 /Decode [0 3] "
+         "/ImageMatrix [8 0 0 2 0 0] /DataSource {<1b1b1b1b>}>> image"),
+    // The ink has a screen of its own.
+    page("/one {/f exch def /a exch def <</HalftoneType 1 /Frequency f /Angle a /SpotFunction {dup mul exch dup mul add "
+         "1 exch sub}>>} def <</HalftoneType 5 /Default 45 60 one /Black 75 40 one /Gold 22 50 one>> sethalftone "
+         ".5 setgray 12 70 60 60 rectfill .5 gold 80 70 60 60 rectfill"),
+};
+
+// What paints in more inks at a time, or goes round what takes them apart.
+const Names kOther = {
+    page("gsave 80 80 translate 40 40 scale 2 2 8 [2 0 0 2 0 0] {<00112233445566778899aabbccddeeff>} false 4 "
+         "colorimage grestore"),
+    page("[/DeviceN [/Gold /Cyan] /DeviceCMYK {0 0}] setcolorspace .3 .6 setcolor 60 20 20 20 rectfill"),
+    page("[/Separation /Gold /DeviceCMYK {0 exch dup 0.3 mul exch 0}] systemdict /setcolorspace get exec "
+         ".5 setcolor 60 20 20 20 rectfill"),
+    page("grestore <</BeginPage {pop}>> setpagedevice gsave .1 setgray 5 5 50 50 rectfill .5 gold 20 20 60 60 rectfill "
+         ".2 .3 .5 0 setcmykcolor 70 70 30 30 rectfill"),
+    page("true setoverprint .5 gold 60 60 60 60 rectfill 0 0 .5 0 setcmykcolor 70 70 20 20 rectfill"),
+};
+
+TEST_F(ProofPlatesTest, InksRenderedApartAreThePlainOnesBitForBit)
+{
+    expectPlain(kSimple);
+    EXPECT_EQ(apart(kSimple), (std::set<size_t>{0, 1, 2, 3, 4}));
+}
+
+TEST_F(ProofPlatesTest, WhatCannotBeTakenApartIsThePlainAsWell)
+{
+    expectPlain(kOther);
+    const std::set<size_t> found = apart(kOther);
+    EXPECT_EQ(found.count(0), 0u);
+    EXPECT_EQ(found.count(2), 0u);
+}
+
+}  // namespace
