@@ -60,6 +60,8 @@ std::string number(double value)
 std::vector<std::string> deviceOptions(PlateDevice device)
 {
     switch (device) {
+    case PlateDevice::none:
+        return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
         // An annotation is on all plates: here it would make plates of inks that the job has not.
         return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};

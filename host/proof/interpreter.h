@@ -11,6 +11,7 @@
 namespace riders {
 
 enum class PlateDevice {
+    none,           // nothing is written
     tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, also spot inks
     processPlates,  // the four process plates, screened, in one file: "1.pcx"
     allPlates       // as the former and spot inks, "1(Cyan).tif"; ten times slower

@@ -13,6 +13,7 @@ namespace riders {
 namespace {
 
 constexpr double kSurveyDpi = 200;
+constexpr double kCountDpi = 10;
 constexpr int kLongestPicture = 1700;  // pixels
 // A plate is looked at in its page's place if it shows this much there of what it shows in its own.
 constexpr double kGoodEnough = 0.25;
@@ -144,17 +145,37 @@ std::string pagesInWords(size_t count)
     return std::to_string(count) + (count == 1 ? " page" : " pages");
 }
 
-void refuseMissing(const PreparedJob &prepared, const std::vector<int> &asked, const Survey &survey)
+// Of PDF the interpreter tells the pages asked for only: then all are run through.
+size_t countPages(const ProofRequest &request, const PreparedJob &job, const fs::path &folder, const Survey &survey)
 {
-    const std::string job = prepared.name.string() + ": ";
+    if (job.kind != JobKind::pdf)
+        return survey.report.pages.size();
+    return interpret({.job = job,
+                      .device = PlateDevice::none,
+                      .dpi = kCountDpi,
+                      .folder = folder,
+                      .secondsAPage = request.secondsAPage,
+                      .megabytes = request.megabytes})
+        .pages.size();
+}
+
+void refuseMissing(const ProofRequest &request, const PreparedJob &job, const std::vector<int> &asked,
+                   const fs::path &folder, const Survey &survey)
+{
+    const std::string name = job.name.string() + ": ";
     if (asked.empty() && survey.pages.empty())
-        throw Refusal(job + "paints no page");
+        throw Refusal(name + "paints no page");
     if (survey.pages.size() >= asked.size())
         return;
-    const std::string missing = "there is no page " + std::to_string(asked[survey.pages.size()]);
-    const size_t told = survey.report.pages.size();
-    const bool count = prepared.kind != JobKind::pdf && told > 0 && told < static_cast<size_t>(asked.back());
-    throw Refusal(job + missing + (count ? "; the job has " + pagesInWords(told) : ""));
+    const size_t count = countPages(request, job, folder, survey);
+    if (count == 0)
+        throw Refusal(name + "paints no page");
+    const auto missing = std::find_if(asked.begin(), asked.end(),
+                                      [count](int page) { return static_cast<size_t>(page) > count; });
+    if (missing == asked.end())
+        throw Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
+                      " is not to be had alone; proof all pages");
+    throw Refusal(name + "there is no page " + std::to_string(*missing) + "; the job has " + pagesInWords(count));
 }
 
 }  // namespace
@@ -180,7 +201,7 @@ Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std:
     queue.handOver(true);
     workers.finish();
     survey.pages = queue.found();
-    refuseMissing(job, pages, survey);
+    refuseMissing(request, job, pages, folder, survey);
     return survey;
 }
 

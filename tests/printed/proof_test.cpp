@@ -141,7 +141,9 @@ TEST_F(ProofTest, APdf)
                               "pictures/page-2.png", "proof.html"}));
     EXPECT_NEAR(readFilm(out / "films/page-2-magenta.tif").ink(), 0.25, 0.005);
     second.pages = "3";
-    EXPECT_EQ(proofOf(second), second.job.string() + ": there is no page 3");
+    EXPECT_EQ(proofOf(second), second.job.string() + ": there is no page 3; the job has 2 pages");
+    second.pages = "1-2,7-9";
+    EXPECT_EQ(proofOf(second), second.job.string() + ": there is no page 7; the job has 2 pages");
 }
 
 }  // namespace
