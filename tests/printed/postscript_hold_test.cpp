@@ -102,6 +102,28 @@ TEST(ScreenKept, WhatWasNotChosenIsTheJobs)
               "arraytype\n45.0\n80.0\narraytype\n45.0\n33.0\n");
 }
 
+// In procedures of the job's, also in those within them, in dictionaries that are in use or not.
+TEST(ScreenKept, AlsoWhereTheJobBoundTheOperatorsBefore)
+{
+    const std::string tell = "currentscreen pop = =\n";
+    EXPECT_EQ(outputOf("%!PS\n/one {80 30 {pop} setscreen} bind def\n"
+                       "/two {true {true {70 20 {pop} setscreen} if} if} bind def\n"
+                       "/later 5 dict def later begin /three {4 {60 9 {pop}} repeat setcolorscreen} bind def end\n"
+                       "5 dict begin /four {<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> "
+                       "sethalftone} bind def\n" +
+                       composeRiders(chosen()) + "one " + tell + "two " + tell + "later begin three end " + tell +
+                       "four " + tell + "count = countdictstack =\n"),
+              "22.5\n47.0\n22.5\n47.0\n22.5\n47.0\n22.5\n47.0\n0\n4\n");
+}
+
+// Else it would call itself for ever.
+TEST(ScreenKept, OperatorOfTheJobsOwnStillCallsTheInterpreters)
+{
+    EXPECT_EQ(outputOf("%!PS\n/setscreen {exch 1 add exch setscreen} bind def\n" +
+                       composeRiders({.frequency = "47"}) + "80 30 {pop} setscreen currentscreen pop = =\n"),
+              "31.0\n47.0\n");
+}
+
 TEST(ScreenKept, LaterRidersFileChangesOnlyWhatItChooses)
 {
     EXPECT_EQ(outputOf("%!PS\n" + composeRiders(chosen()) + composeRiders({.frequency = "60"}) +
