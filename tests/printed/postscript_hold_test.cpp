@@ -106,8 +106,9 @@ TEST(ScreenKept, WhatWasNotChosenIsTheJobs)
 TEST(ScreenKept, AlsoWhereTheJobBoundTheOperatorsBefore)
 {
     const std::string tell = "currentscreen pop = =\n";
-    EXPECT_EQ(outputOf("%!PS\n/one {80 30 {pop} setscreen} bind def\n"
-                       "/two {true {true {70 20 {pop} setscreen} if} if} bind def\n"
+    EXPECT_EQ(outputOf("%!PS\n/one {80 30 {pop} setscreen} bind readonly def\n"
+                       "true setpacking /two {true {true {70 20 {pop} setscreen} if} if} bind def "
+                       "false setpacking\n"
                        "/later 5 dict def later begin /three {4 {60 9 {pop}} repeat setcolorscreen} bind def end\n"
                        "5 dict begin /four {<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> "
                        "sethalftone} bind def\n" +
