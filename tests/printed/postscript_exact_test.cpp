@@ -76,12 +76,14 @@ INSTANTIATE_TEST_SUITE_P(Pairs, ScreenExact,
 
 // What an older interpreter lacks is hidden: the fragment looks into a dictionary
 // without it, and meets a trap where it uses it all the same.
-std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names)
+std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names,
+                                 const std::string &changed)
 {
     std::string before = "userdict /playedSystem systemdict length dict put\n"
                          "systemdict {playedSystem 3 1 roll put} forall\n";
     for (const std::string &name : names)
         before += "playedSystem /" + name + " undef userdict /" + name + " {(trap: " + name + ") = stop} put\n";
+    before += changed;
     for (size_t at = 0; (at = riders.find("systemdict", at)) != std::string::npos; at += 12)
         riders.replace(at, 10, "playedSystem");
     std::string after;
@@ -95,24 +97,41 @@ const std::vector<std::string> kLevel2Only = {
     "filter",         "resourcestatus",     "setpagedevice", "currentpagedevice", "sethalftone", "currenthalftone",
     "setcolorscreen", "currentcolorscreen", "currentglobal", "setglobal",         "rectfill"};
 
-class PlayedLevel : public ::testing::TestWithParam<std::pair<int, double>> {};
+const std::string kShortStrings =
+    "playedSystem /string [/dup load 65535 /gt load {stop} /if load systemdict /string get] cvx put\n";
+const std::string kOtherMaker = "playedSystem /product (Another) put\n";
 
-TEST_P(PlayedLevel, GetsTheBestThatItHas)
+struct Played {
+    const char *name;
+    std::vector<std::string> hidden;
+    std::string changed;
+    double percent, degrees;  // at most
+};
+
+class PlayedInterpreter : public ::testing::TestWithParam<Played> {};
+
+TEST_P(PlayedInterpreter, GetsTheBestThatItHas)
 {
     TemporaryFolder folder;
-    const auto [level, percent] = GetParam();
+    const Played &played = GetParam();
     const RidersChoice choice = {
         .frequency = "47", .angle = "22.5", .spotBody = pieceBytes(16128), .flatness = "2", .annotation = "x"};
-    const std::string job = onInterpreterWithout(composeRiders(choice), level == 1 ? kLevel2Only : kLevel3Only) +
+    const std::string job = onInterpreterWithout(composeRiders(choice), played.hidden, played.changed) +
                             "0.75 setgray 0 0 144 144 rectfill showpage\n";
     const auto result = runGhostscript(folder, job, "page");
     EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(result.output.find("trap"), std::string::npos) << result.output;
     const auto measured = measureScreen(readBitmap(folder / "page"), kDpi);
-    EXPECT_NEAR(measured.frequency, 47, 0.01 * percent * 47);
-    EXPECT_LT(std::abs(std::remainder(measured.angle - 22.5, 90)), 1.5);
+    EXPECT_NEAR(measured.frequency, 47, 0.01 * played.percent * 47);
+    EXPECT_LT(std::abs(std::remainder(measured.angle - 22.5, 90)), played.degrees) << measured.angle;
 }
 
-INSTANTIATE_TEST_SUITE_P(Levels, PlayedLevel, ::testing::Values(std::pair{1, 7.0}, std::pair{2, 2.0}));
+INSTANTIATE_TEST_SUITE_P(Made, PlayedInterpreter,
+                         ::testing::Values(Played{"Level1", kLevel2Only, "", 7, 1.5},
+                                           Played{"Level2", kLevel3Only, "", 0.4, 0.3},
+                                           Played{"Level2WithShortStrings", kLevel3Only, kShortStrings, 0.4, 0.3},
+                                           Played{"Level3WithShortStrings", {}, kShortStrings, 0.4, 0.3},
+                                           Played{"OfAnotherMaker", {}, kOtherMaker + kShortStrings, 0.4, 0.3}),
+                         [](const auto &test) { return std::string(test.param.name); });
 
 }  // namespace
