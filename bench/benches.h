@@ -21,8 +21,8 @@ void measureImport();
 void measureProof(const std::filesystem::path &riders);
 // The meter on a plate of A4 at 2400 dpi.
 void measureMeter();
-// A job's time with and without a riders file; a job of photographs against
-// one with setscreen.
+// A job's time with and without a riders file; jobs of photographs against
+// ones with setscreen.
 void measureScreenTime(const std::filesystem::path &riders);
 // How near the dots on film come to what was asked for, over 90 pairs of
 // frequency and angle at three resolutions: minutes. The sample: every seventh.

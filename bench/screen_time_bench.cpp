@@ -47,16 +47,40 @@ void writePhotographs(const std::filesystem::path &file, int pages)
     }
 }
 
-ProcessRun run(const Workplace &place, const std::vector<std::string> &files)
-{
-    return runToFilm(place.path(), files, dpi, pageWidth, pageHeight);
-}
+struct Chosen {
+    std::string frequency, angle;
+};
 
-void makeFragment(const std::filesystem::path &riders, const std::string &file)
+void makeFragment(const std::filesystem::path &riders, const std::string &file, const Chosen &pair)
 {
-    if (runProcess({riders, "make", "-o", file, "--frequency", "85", "--angle", "37.5", "--spot", "Round"})
+    std::filesystem::remove(file);
+    if (runProcess(
+            {riders, "make", "-o", file, "--frequency", pair.frequency, "--angle", pair.angle, "--spot", "Round"})
             .status != 0)
         throw std::runtime_error("riders make failed");
+}
+
+// A page of photographs is quick to paint, so what the tile costs shows here most.
+void measurePhotographs(const std::filesystem::path &riders, const Workplace &place, double at, const Chosen &pair)
+{
+    const std::string fragment = place / "photoscreen", plain = place / "plain.ps";
+    makeFragment(riders, fragment, pair);
+    std::ofstream(plain) << "%!PS\n"
+                         << pair.frequency << " " << pair.angle
+                         << " {dup mul exch dup mul add 1 exch sub} setscreen\n";
+    long ours = 0, theirs = 0;
+    const auto measured = [&](const std::string &screen, long &peak) {
+        const ProcessRun result =
+            runToFilm(place.path(), {screen, place / "photographs.ps"}, at, pageWidth, pageHeight);
+        peak = std::max(peak, result.peakKiB);
+        return result.seconds;
+    };
+    const std::string what = "4 photographs, " + pair.frequency + " lpi at " + std::to_string(int(at)) + " dpi";
+    printRow(what + " : setscreen",
+             sideBySide(
+                 3, [&] { return measured(fragment, ours); }, [&] { return measured(plain, theirs); }),
+             1.1);
+    printFigure("  memory more than with setscreen", static_cast<double>(ours - theirs) / 1024, "MiB", 64);
 }
 
 }  // namespace
@@ -64,32 +88,33 @@ void makeFragment(const std::filesystem::path &riders, const std::string &file)
 void measureScreenTime(const std::filesystem::path &riders)
 {
     Workplace place;
-    const std::string fragment = place / "fragment", plain = place / "plain.ps", job = place / "job.ps",
-                      photographs = place / "photographs.ps";
-    makeFragment(riders, fragment);
+    const std::string fragment = place / "fragment", job = place / "job.ps", nothing = place / "nothing.ps";
+    makeFragment(riders, fragment, {"85", "37.5"});
     writePages(job, 10);
-    writePhotographs(photographs, 2);
-    std::ofstream(plain) << "%!PS\n85 37.5 {dup mul exch dup mul add 1 exch sub} setscreen\n";
-    printHeading("Printing with a riders file, at 1200 dpi");
+    writePhotographs(place / "photographs.ps", 4);
+    std::ofstream(nothing) << "%!PS\n";
+    const auto seconds = [&](const std::vector<std::string> &files) {
+        return runToFilm(place.path(), files, dpi, pageWidth, pageHeight).seconds;
+    };
+    printHeading("Printing with a riders file, at 1200 dpi where nothing else is said");
     printRow("10 pages with a riders file : without",
              sideBySide(
                  5,
                  [&] {
-                     return run(place, {fragment, job}).seconds;
+                     return seconds({fragment, job});
                  },
-                 [&] { return run(place, {job}).seconds; }),
+                 [&] { return seconds({job}); }),
              1.02);
-    long ours = 0, theirs = 0;
-    const auto measured = [&](const std::string &screen, long &peak) {
-        const ProcessRun result = run(place, {screen, photographs});
-        peak = std::max(peak, result.peakKiB);
-        return result.seconds;
-    };
-    printRow("2 pages of photographs with a riders file : setscreen",
-             sideBySide(
-                 3, [&] { return measured(fragment, ours); }, [&] { return measured(plain, theirs); }),
-             1.1);
-    printFigure("  memory more than with setscreen", static_cast<double>(ours - theirs) / 1024, "MiB", 64);
+    const Pair empty = sideBySide(
+        9,
+        [&] {
+            return seconds({fragment, nothing});
+        },
+        [&] { return seconds({nothing}); });
+    printFigure("  a job of nothing takes longer by", (empty.ours - empty.theirs) * 1e3, "ms", 60);
+    for (double at : {600.0, 1200.0, 2400.0})
+        for (const Chosen &pair : {Chosen{"85", "37.5"}, Chosen{"133", "15"}})
+            measurePhotographs(riders, place, at, pair);
 }
 
 namespace {
