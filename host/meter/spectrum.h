@@ -40,7 +40,7 @@ private:
     bool isPeak(int kx, int ky) const;
 
     int shrink_, columns_, rows_, across_, down_;
-    double meanPower_ = 0;  // of a wave
+    double meanPower_ = 0;                  // of a wave
     std::vector<float> blocks_, strength_;  // strength_: rows_ by columns_ / 2 + 1
 };
 

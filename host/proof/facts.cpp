@@ -38,7 +38,8 @@ std::string percent(double share)
 bool isSame(const AskedScreens &one, const AskedScreens &other)
 {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](const auto &a, const auto &b) {
-        return a.first == b.first && a.second.frequency == b.second.frequency && a.second.angle == b.second.angle;
+        return a.first == b.first && a.second.frequency == b.second.frequency &&
+               a.second.angle == b.second.angle && a.second.shape == b.second.shape;
     });
 }
 
@@ -54,6 +55,9 @@ void warnOfScreen(const PlateFacts &plate, std::vector<std::string> &warnings)
     if (asked.angle && anglesApart(measured.angle, *asked.angle) > kAngleOff)
         warnings.push_back(plate.name + ": " + decimal(measured.angle, 2) + "° on the film, " +
                            decimal(*asked.angle, 2) + "° asked for.");
+    if (!asked.shape.empty() && !measured.shape.empty() && measured.shape != asked.shape)
+        warnings.push_back(plate.name + ": dots like " + measured.shape + " on the film, " + asked.shape +
+                           " asked for.");
 }
 
 void warnOfTints(const PlateFacts &plate, std::vector<std::string> &warnings)
@@ -116,8 +120,11 @@ AskedFor askedFor(const std::string &plate, const AskedFor &riders, const AskedS
         found = page.find("Black");  // setcolorscreen names no spot inks: they get the last of its screens
     asked.by = "nobody";
     if (found != page.end()) {
-        asked.frequency = found->second.frequency;
-        asked.angle = found->second.angle;
+        if (found->second.frequency > 0) {
+            asked.frequency = found->second.frequency;
+            asked.angle = found->second.angle;
+        }
+        asked.shape = found->second.shape;
         asked.binding = !isSame(page, interpreter);
         asked.by = asked.binding ? "the job" : "nobody";
     }

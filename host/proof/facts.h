@@ -17,6 +17,7 @@ struct AskedFor {
     std::string by;          // "the riders file", "the job", "nobody"
     bool binding = false;    // worth a warning where it is missed
     bool annotated = false;  // every plate gets a text
+    std::string shape = {};  // of the dots, by name, where it is one of those that are known
 };
 
 struct MeasuredScreen {
@@ -24,6 +25,7 @@ struct MeasuredScreen {
     double frequency = 0, angle = 0;  // lines an inch; degrees, 0 to below 90 for dots
     double ink = 0;                   // 0 to 1, where it was measured
     Place where;
+    std::string shape = {};  // the spot function most like the dots; empty where that cannot be told
 };
 
 struct PlateFacts {

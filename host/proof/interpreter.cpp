@@ -20,6 +20,34 @@ userdict /RidersProofLine { % frequency angle name -
   (%%ProofScreen ) print 3 1 roll exch =only ( ) print =only ( ) print
   dup type /stringtype ne {dup length string cvs} if print (\n) print
 } bind put
+userdict /RidersProofShape { % spot name - ; its values over the cell
+  1 index type dup /arraytype eq exch /packedarraytype eq or {
+    (%%ProofShape) print
+    0 1 48 {
+      dup 7 mod 3 sub 3.3 div exch 7 idiv 3 sub 3.5 div
+      3 index exec ( ) print =only
+    } for
+    ( ) print =only pop (\n) print
+  } {pop pop} ifelse
+} bind put
+userdict /RidersProofShapes { % halftone - ; a riders file has put what it is made of into it
+  dup /HalftoneType get 5 eq {dup /Default get} {dup} ifelse
+  dup /Zu3_Riders known {
+    exch pop /Zu3_Riders get 0 get {2 get exch RidersProofShape} forall
+  } {
+    pop
+    dup /HalftoneType get 5 eq {
+      {dup type /dicttype eq {
+        dup /SpotFunction known {/SpotFunction get exch RidersProofShape} {pop pop} ifelse
+      } {pop pop} ifelse} forall
+    } {
+      dup /SpotFunction known {/SpotFunction get (Default) RidersProofShape} {
+        pop currentcolorscreen
+        [(Black) (Yellow) (Magenta) (Cyan)] {RidersProofShape pop pop} forall
+      } ifelse
+    } ifelse
+  } ifelse
+} bind put
 userdict /RidersProofTell {
   currenthalftone /HalftoneType get
   dup 5 eq {
@@ -40,11 +68,16 @@ userdict /RidersProofTell {
       } ifelse
   } ifelse
 } put
-mark {RidersProofTell} stopped cleartomark
+userdict /RidersProofTellAll {
+  mark {RidersProofTell} stopped cleartomark
+  mark {currenthalftone RidersProofShapes} stopped cleartomark
+  (\n) print
+} bind put
+RidersProofTellAll
 (%%ProofPage\n) print flush
 << /Install {{} settransfer}
    /EndPage {
-     dup 2 ne {mark {RidersProofTell} stopped cleartomark (%%ProofPage\n) print flush} if
+     dup 2 ne {RidersProofTellAll (%%ProofPage\n) print flush} if
      exch pop 2 ne
    }
 >> setpagedevice

@@ -1,8 +1,11 @@
 #include "proof/interpreter_words.h"
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 #include <utility>
+
+#include "meter/meter.h"
 
 namespace riders {
 namespace {
@@ -10,7 +13,36 @@ namespace {
 constexpr size_t kMostLines = 100;
 constexpr std::string_view kPageLine = "%%ProofPage";
 constexpr std::string_view kScreenLine = "%%ProofScreen ";
+constexpr std::string_view kShapeLine = "%%ProofShape ";
+constexpr int kShapeSide = 7;  // values along a cell's side
 constexpr std::string_view kInkLine = "%%SeparationName: ";
+
+// Whether both give the same order, which is all that counts for the dots.
+bool isSameOrder(const std::vector<double> &one, const std::vector<double> &other)
+{
+    constexpr double kAlike = 1e-3;
+    for (size_t i = 0; i < one.size(); ++i)
+        for (size_t j = 0; j < i; ++j) {
+            const double a = one[i] - one[j], b = other[i] - other[j];
+            if ((a > kAlike && b < -kAlike) || (a < -kAlike && b > kAlike) ||
+                (std::abs(a) <= kAlike / 10 && std::abs(b) > kAlike) ||
+                (std::abs(b) <= kAlike / 10 && std::abs(a) > kAlike))
+                return false;
+        }
+    return true;
+}
+
+std::string shapeOf(const std::vector<double> &values)
+{
+    for (const NamedSpot &spot : namedSpots()) {
+        std::vector<double> ideal;
+        for (int i = 0; i < kShapeSide * kShapeSide; ++i)
+            ideal.push_back(spot.value((i % kShapeSide - 3) / 3.3, (i / kShapeSide - 3) / 3.5));
+        if (isSameOrder(values, ideal))
+            return spot.name;
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -20,6 +52,10 @@ bool InterpreterWords::take(std::string_view line)
         return endPage();
     if (line.starts_with(kScreenLine) && takeScreen(std::string(line.substr(kScreenLine.size()))))
         return false;
+    if (line.starts_with(kShapeLine)) {
+        takeShape(std::string(line.substr(kShapeLine.size())));
+        return false;
+    }
     if (line.starts_with(kInkLine) && takeInk(std::string(line.substr(kInkLine.size()))))
         return false;
     const bool blank = line.find_first_not_of(" \t\r") == std::string_view::npos;
@@ -59,8 +95,22 @@ bool InterpreterWords::takeScreen(const std::string &text)
     std::string plate;
     if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate))
         return false;
+    screen.shape = screens_[plate].shape;
     screens_[plate] = screen;
     return true;
+}
+
+void InterpreterWords::takeShape(const std::string &text)
+{
+    std::istringstream words(text);
+    std::vector<double> values(static_cast<size_t>(kShapeSide * kShapeSide));
+    for (double &value : values)
+        if (!(words >> value))
+            return;  // the spot function fails
+    std::string plate;
+    if (words.get() != ' ' || !std::getline(words, plate))
+        return;
+    screens_[plate].shape = shapeOf(values);
 }
 
 // "NAME CMYK = [ 32760 26208 0 0 ]"

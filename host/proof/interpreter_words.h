@@ -10,7 +10,8 @@
 namespace riders {
 
 struct AskedScreen {
-    double frequency = 0, angle = 0;
+    double frequency = 0, angle = 0;  // frequency 0: neither is known
+    std::string shape = {};           // the name of the spot function that inks alike, see meter.h; empty for none
 };
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
@@ -39,6 +40,7 @@ public:
 private:
     bool endPage();
     bool takeScreen(const std::string &text);
+    void takeShape(const std::string &text);
     bool takeInk(const std::string &text);
 
     InterpreterReport report_;

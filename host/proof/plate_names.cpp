@@ -77,7 +77,8 @@ std::string inkBytesFrom(const std::string &interpreters)
 {
     std::string bytes;
     for (size_t i = 0; i < interpreters.size(); ++i) {
-        const int high = interpreters[i] == '%' && i + 2 < interpreters.size() ? hexDigit(interpreters[i + 1]) : -1;
+        const int high =
+            interpreters[i] == '%' && i + 2 < interpreters.size() ? hexDigit(interpreters[i + 1]) : -1;
         const int low = high >= 0 ? hexDigit(interpreters[i + 2]) : -1;
         bytes += low >= 0 ? static_cast<char>(high * 16 + low) : interpreters[i];
         i += low >= 0 ? 2 : 0;

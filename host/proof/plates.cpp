@@ -27,7 +27,8 @@ double bytesOf(const SurveyedPage &page, double dpi)
 }
 
 // Deals the pages of a kind out in turn, so that what is slow or large comes to all alike.
-std::vector<std::vector<size_t>> dealt(const Survey &survey, const std::vector<size_t> &pages, double dpi, int cores)
+std::vector<std::vector<size_t>> dealt(const Survey &survey, const std::vector<size_t> &pages, double dpi,
+                                       int cores)
 {
     double bytes = 0;
     for (size_t page : pages)
@@ -83,7 +84,8 @@ private:
     {
         std::vector<size_t> pages;
         for (size_t i = 0; i < run_.survey.pages.size(); ++i) {
-            const RenderingWay spots = spotInks_.apart.count(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
+            const RenderingWay spots =
+                spotInks_.apart.count(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
             if (way == (run_.survey.pages[i].spotInks ? spots : RenderingWay::processPlates))
                 pages.push_back(i);
         }
@@ -174,7 +176,8 @@ private:
         writePicture(run_.folder / plate.picture, loupePicture({{&bits, {0, 0, 0}}}, dpi_, place),
                      loupePictureDpi(dpi_));
         if (plate.tints.tint)
-            plate.measured = measurePlate(bits, dpi_, plate.even, plate.asked.frequency.value_or(60));
+            plate.measured =
+                measurePlate(bits, dpi_, plate.even, plate.asked.frequency.value_or(60), plate.asked.shape);
         progress_.plateFinished();
     }
 

@@ -41,7 +41,9 @@ std::string screen(const std::optional<double> &frequency, const std::optional<d
 std::string askedCell(const AskedFor &asked)
 {
     const bool known = asked.frequency || asked.angle;
-    const std::string values = known ? screen(asked.frequency, asked.angle, 2) : "";
+    std::string values = known ? screen(asked.frequency, asked.angle, 2) : "";
+    if (!asked.shape.empty())
+        values += (known ? ", " : "") + escaped(asked.shape);
     if (!asked.binding)
         return "nothing<small>the interpreter’s own" + (values.empty() ? "" : ", " + values) + "</small>";
     return (values.empty() ? "the job’s own" : values) + "<small>by " + escaped(asked.by) + "</small>";
@@ -78,7 +80,9 @@ std::string measuredCell(const PlateFacts &plate)
         return plate.tints.tint ? "no screen found" : "solid ink only";
     const std::string values = screen(plate.measured.frequency, plate.measured.angle, 2);
     const std::string apart = plate.asked.binding ? difference(plate) : "";
-    return (isOff(plate) ? "<span class=\"off\">" + values + "</span>" : values) +
+    const std::string shape =
+        plate.measured.shape.empty() ? "<small>shape not told</small>" : ", " + escaped(plate.measured.shape);
+    return (isOff(plate) ? "<span class=\"off\">" + values + "</span>" : values) + shape +
            (apart.empty() ? "" : "<small>" + apart + "</small>");
 }
 

@@ -9,6 +9,10 @@ namespace riders {
 namespace {
 
 // So many cells a side are exact enough here, and quick.
+constexpr double kTellingCell = 8;                 // pixels along a cell's side, below which shapes look the same
+constexpr double kLeastInk = 0.1;                  // and so they do in lighter tints, and in the darkest
+constexpr double kLike = 0.95, kLeastLike = 0.85;  // correlations with a shape
+constexpr double kPlainly = 0.06;                  // more of it than the other has
 constexpr double kCells = 40, kShortest = 0.75, kLongest = 1.5;  // inches
 
 Place middleOf(const Place &place, double side)
@@ -17,9 +21,32 @@ Place middleOf(const Place &place, double side)
     return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
 }
 
+double likeness(const BitPage &page, const ScreenReading &reading, const std::string &shape)
+{
+    for (const NamedSpot &spot : namedSpots())
+        if (spot.name == shape)
+            return likenessTo(page, reading, spot.value).correlation;
+    return -1;
+}
+
+std::string shapeOf(const BitPage &page, const ScreenReading &reading, const std::string &expected)
+{
+    if (reading.cellPixels < kTellingCell || reading.ink < kLeastInk || reading.ink > 1 - kLeastInk)
+        return {};
+    const double like = likeness(page, reading, expected);
+    if (like > kLike)
+        return expected;
+    const std::string nearest = nearestSpot(page, reading);
+    const double best = likeness(page, reading, nearest);
+    if (best < kLeastLike)
+        return {};
+    return like > best - kPlainly ? expected : nearest;
+}
+
 }  // namespace
 
-MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint, double aboutFrequency)
+MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
+                            const std::string &shape)
 {
     const Place even = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
     const BitPage page{plate.bits.data(), plate.width, plate.height, plate.rowBytes, dpi};
@@ -39,7 +66,8 @@ MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint
             reading.frequency,
             angle,
             reading.ink,
-            {window.left / dpi, window.top / dpi, window.width / dpi, window.height / dpi}};
+            {window.left / dpi, window.top / dpi, window.width / dpi, window.height / dpi},
+            shapeOf(page, reading, shape)};
 }
 
 }  // namespace riders

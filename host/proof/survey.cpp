@@ -146,7 +146,8 @@ std::string pagesInWords(size_t count)
 }
 
 // Of PDF the interpreter tells the pages asked for only: then all are run through.
-size_t countPages(const ProofRequest &request, const PreparedJob &job, const fs::path &folder, const Survey &survey)
+size_t countPages(const ProofRequest &request, const PreparedJob &job, const fs::path &folder,
+                  const Survey &survey)
 {
     if (job.kind != JobKind::pdf)
         return survey.report.pages.size();
@@ -170,8 +171,8 @@ void refuseMissing(const ProofRequest &request, const PreparedJob &job, const st
     const size_t count = countPages(request, job, folder, survey);
     if (count == 0)
         throw Refusal(name + "paints no page");
-    const auto missing = std::find_if(asked.begin(), asked.end(),
-                                      [count](int page) { return static_cast<size_t>(page) > count; });
+    const auto missing =
+        std::find_if(asked.begin(), asked.end(), [count](int page) { return static_cast<size_t>(page) > count; });
     if (missing == asked.end())
         throw Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
                       " is not to be had alone; proof all pages");

@@ -1,5 +1,8 @@
 // The words and numbers of a proof's page.
+#include <sstream>
+
 #include "host/proof_support.h"
+#include "meter/meter.h"
 #include "proof/facts.h"
 #include "proof/output_folder.h"
 #include "proof/plate_names.h"
@@ -78,6 +81,44 @@ TEST(ProofReport, WarnsWhereTheScreenIsOff)
     PlateFacts own = plate("Cyan", 80, 20);
     own.asked.binding = false;   // nobody asked
     EXPECT_EQ(warnings({own}), Words{});
+}
+
+TEST(ProofReport, WarnsWhereTheDotsHaveAnotherShape)
+{
+    PlateFacts round = plate("Cyan", 60, 45);
+    round.asked.shape = "Round";
+    EXPECT_EQ(warnings({round}), Words{});  // not told
+    round.measured.shape = "Round";
+    EXPECT_EQ(warnings({round}), Words{});
+    round.measured.shape = "Line";
+    EXPECT_EQ(warnings({round}), Words{"Cyan: dots like Line on the film, Round asked for."});
+    round.asked.shape = "";
+    EXPECT_EQ(warnings({round}), Words{});
+}
+
+// The order of a spot function's values is what counts, and a job may write anything.
+TEST(ProofReport, ShapesAreToldFromTheirValues)
+{
+    const auto shapeOf = [](double (*spot)(double, double)) {
+        std::ostringstream line;
+        line << "%%ProofShape";
+        for (int i = 0; i < 49; ++i)
+            line << ' ' << spot((i % 7 - 3) / 3.3, (i / 7 - 3) / 3.5);
+        line << " Cyan";
+        riders::InterpreterWords words;
+        words.take("%%ProofPage");
+        words.take(line.str());
+        words.take("%%ProofPage");
+        return words.report().pages[0].at("Cyan").shape;
+    };
+    for (const riders::NamedSpot &spot : riders::namedSpots())
+        EXPECT_EQ(shapeOf(spot.value), spot.name);
+    EXPECT_EQ(shapeOf([](double x, double y) { return -5 * (x * x + y * y); }), "Round");
+    EXPECT_EQ(shapeOf([](double x, double y) { return x * y; }), "");
+    riders::InterpreterWords words;
+    for (const char *line : {"%%ProofShape ", "%%ProofShape 1 2 3 Cyan", "%%ProofShape x"})
+        EXPECT_FALSE(words.take(line));
+    EXPECT_TRUE(words.report().said.empty());
 }
 
 TEST(ProofReport, ADotTurnedByAQuarterIsTheSame)

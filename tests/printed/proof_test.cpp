@@ -90,9 +90,30 @@ TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
     all.cores = 2;
     ASSERT_EQ(proofOf(all), "done");
     const std::string page = contentsOf(out / "proof.html");
-    const size_t first = page.find("50&nbsp;lpi, 30°</span><small>by the job");
+    const size_t first = page.find("50&nbsp;lpi, 30°</span>, Round<small>by the job");
     EXPECT_NE(first, std::string::npos);
-    EXPECT_NE(page.find("60&nbsp;lpi, 75°</span><small>by the job", first), std::string::npos);
+    EXPECT_NE(page.find("60&nbsp;lpi, 75°</span>, Round<small>by the job", first), std::string::npos);
+}
+
+// Asked for and measured, where cells are large enough to tell.
+TEST_F(ProofTest, TheShapeOfTheDotsIsTold)
+{
+    const auto shaped = [](const std::string &shape, int lpi) {
+        return "<</PageSize [144 144]>> setpagedevice " + std::to_string(lpi) + " 30 {" + shape +
+               "} setscreen .6 setgray 12 12 120 120 rectfill showpage\n";
+    };
+    const std::string page = pageOf(smallJob({shaped("exch pop abs neg", 30), shaped("abs exch abs 2 copy lt {exch} if pop neg", 30),
+                                              shaped("dup mul exch dup mul add 1 exch sub", 60)}));
+    const auto told = [&page](const std::string &by, size_t from) {
+        const size_t at = page.find(by, page.find("</span>Black", page.find("id=\"page-" + std::to_string(from))));
+        return page.substr(at, page.find("</td>", at) - at);
+    };
+    EXPECT_NE(told("Asked for\">", 1).find(", Line<small>by the job"), std::string::npos) << page;
+    EXPECT_NE(told("Measured\">", 1).find(", Line<small>"), std::string::npos);
+    EXPECT_NE(told("Asked for\">", 2).find(", Square<small>by the job"), std::string::npos);
+    EXPECT_NE(told("Measured\">", 2).find(", Square<small>"), std::string::npos);
+    EXPECT_NE(told("Asked for\">", 3).find(", Round<small>by the job"), std::string::npos);
+    EXPECT_NE(told("Measured\">", 3).find("<small>shape not told</small>"), std::string::npos);
 }
 
 TEST_F(ProofTest, WithARidersFile)
