@@ -119,7 +119,8 @@ std::string cell(const char *label, const std::string &html)
 std::string plateRow(const PlateFacts &plate, double dpi)
 {
     const std::string film = plate.film.empty() ? "" : "<a href=\"" + escaped(plate.film) + "\">TIFF</a>";
-    return "<tr><th scope=\"row\"><span class=\"swatch\" style=\"background:" + hexColour(plate.ink) +
+    return std::string(plate.film.empty() ? "<tr class=\"bare\">" : "<tr>") +
+           "<th scope=\"row\"><span class=\"swatch\" style=\"background:" + hexColour(plate.ink) +
            "\"></span>" + escaped(plate.name) + "</th>" +
            cell("Asked for", plate.film.empty() ? "" : askedCell(plate.asked)) +
            cell("Measured", measuredCell(plate)) + cell("Ink", inkCell(plate)) +

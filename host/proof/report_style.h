@@ -17,7 +17,8 @@ p { margin: .35rem 0; }
 .soft, figcaption, small { color: var(--soft); }
 small { display: block; font-size: .8125rem; }
 section { background: #fff; border: 1px solid var(--line); border-radius: 6px; margin: 1.5rem 0; padding: 1.5rem; }
-.top { display: grid; grid-template-columns: minmax(9rem, 15rem) minmax(0, 1fr); gap: 1.5rem; align-items: start; }
+.top { display: grid; grid-template-columns: minmax(9rem, 15rem) minmax(0, 1fr); gap: 1.5rem; align-items: start;
+       margin-top: .75rem; }
 .heading { display: flex; justify-content: space-between; align-items: baseline; gap: 1rem; flex-wrap: wrap; }
 .sheet { position: relative; border: 1px solid var(--line); box-shadow: 0 1px 4px #0002; line-height: 0; }
 .sheet img { width: 100%; height: auto; }
@@ -57,6 +58,10 @@ footer { padding-bottom: 3rem; font-size: .8125rem; }
   tbody td { padding-left: 7.5rem; min-height: 1.5rem; position: relative; }
   tbody td::before { content: attr(data-label); position: absolute; left: 0; color: var(--soft);
                      font-size: .8125rem; line-height: 1.8; }
+  .bare td:not([data-label=Ink]) { display: none; }
+  .rosette a { aspect-ratio: 1; border: 1px solid var(--line); }
+  .rosette img { margin: calc(50% - 100mm); border: 0; }
+  .rosette figcaption::after { content: " Here its middle; click for all of it."; }
 }
 @media print {
   body { background: #fff; font-size: 10pt; }

@@ -160,17 +160,29 @@ size_t countPages(const ProofRequest &request, const PreparedJob &job, const fs:
         .pages.size();
 }
 
+// Why there is no page, where the interpreter has found something amiss.
+std::string complaint(const InterpreterReport &report)
+{
+    for (const std::string &line : report.said) {
+        const size_t stars = line.find("****");
+        const size_t start = stars == line.npos ? line.npos : line.find_first_not_of("* ", stars);
+        if (start != line.npos)
+            return "; the interpreter said: " + line.substr(start);
+    }
+    return {};
+}
+
 void refuseMissing(const ProofRequest &request, const PreparedJob &job, const std::vector<int> &asked,
                    const fs::path &folder, const Survey &survey)
 {
     const std::string name = job.name.string() + ": ";
     if (asked.empty() && survey.pages.empty())
-        throw Refusal(name + "paints no page");
+        throw Refusal(name + "paints no page" + complaint(survey.report));
     if (survey.pages.size() >= asked.size())
         return;
     const size_t count = countPages(request, job, folder, survey);
     if (count == 0)
-        throw Refusal(name + "paints no page");
+        throw Refusal(name + "paints no page" + complaint(survey.report));
     const auto missing =
         std::find_if(asked.begin(), asked.end(), [count](int page) { return static_cast<size_t>(page) > count; });
     if (missing == asked.end())

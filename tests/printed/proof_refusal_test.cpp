@@ -55,6 +55,23 @@ TEST_F(ProofTest, AJobReadsAndWritesNoFiles)
     EXPECT_EQ(contentsOf(folder / "mine"), "precious");
 }
 
+TEST_F(ProofTest, ALockedPdfIsToldFromAnEmptyOne)
+{
+    writeFile(folder / "open.ps", smallJob({smallPage(kTint)}));
+    const CommandResult locked =
+        runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite", "-sOwnerPassword=a",
+                    "-sUserPassword=b", "-dEncryptionR=3", "-dKeyLength=128", "-sOutputFile=locked.pdf", "open.ps"},
+                   "", folder.path());
+    ASSERT_EQ(locked.status, 0) << locked.err;
+    for (const char *pages : {"", "2"}) {
+        riders::ProofRequest asked = request(contentsOf(folder / "locked.pdf"), "locked.pdf");
+        asked.pages = pages;
+        EXPECT_EQ(proofOf(asked), (folder / "locked.pdf").string() +
+                                      ": paints no page; the interpreter said: This file requires a password for "
+                                      "access.");
+    }
+}
+
 TEST_F(ProofTest, WhatIsNoJobIsRefused)
 {
     EXPECT_EQ(proofOf(request("")), (folder / "job.ps").string() + ": is empty");
