@@ -44,7 +44,7 @@ protected:
     // Does something to the files when the trace comes to the line.
     void when(const std::string &line, const std::function<void()> &happens)
     {
-        toolbox::trace::setSink([=, this, kept = toolbox::trace::into(trace)](const std::string &traced) {
+        toolbox::trace::setSink([=, kept = toolbox::trace::into(trace)](const std::string &traced) {
             kept(traced);
             if (traced == line)
                 happens();

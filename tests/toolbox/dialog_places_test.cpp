@@ -125,7 +125,7 @@ TEST_F(DialogPlaces, ScreensThatChangeDuringADragAreDrawnAnew)
         user.setDepth(1);
         user.moveTo({90, 205});
         user.release();
-        user.then([this] {
+        user.then([] {
             toolbox::Picture shown = toolbox::screenPicture(0);
             int gray = 0;
             for (int v = 300; v < 340; ++v)

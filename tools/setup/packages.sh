@@ -23,13 +23,13 @@ need() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET FOLDER TARGET...: configures once, then builds what changed and
-# shows the compiler's words only when they are needed.
+# build PRESET FOLDER TARGET...: configures once for each state of the presets,
+# then builds what changed and shows the compiler's words only when needed.
 build() {
   local preset=$1 folder=$2 log
   shift 2
   log=$(mktemp)
-  if { [ -e "$folder/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
+  if { [ "$folder/build.ninja" -nt CMakePresets.json ] || cmake --fresh --preset "$preset"; } >"$log" 2>&1 &&
      cmake --build "$folder" --target "$@" >>"$log" 2>&1; then
     rm -f "$log"
   else
