@@ -101,7 +101,7 @@ private:
         for (size_t i = 0; i < share.pages.size(); ++i) {
             progress_.pageRendered();
             workers_.addUrgent([this, i, share, report] {
-                const auto inWork = std::make_shared<PageInWork>(readRendered(job_, share, i));
+                const auto inWork = std::make_shared<PageInWork>(PageInWork{readRendered(job_, share, i)});
                 const size_t page = share.pages[i];
                 startPage(page, screensOf(page, static_cast<int>(i) + 1, *report), *report, inWork);
             });
