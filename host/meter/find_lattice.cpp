@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "meter/fold.h"
+#include "meter/refine_lattice.h"
 #include "meter/spectrum.h"
 
 namespace riders {

@@ -11,6 +11,8 @@ namespace riders {
 // One cell in columns by rows of bins: pixels that fell into each, and inked
 // ones among them.
 struct FoldedCell {
+    static constexpr int kSide = 32;  // bins along a wave; along one that is not there, 1
+
     int columns = 0, rows = 0;
     std::vector<float> pixels, inked;
 
@@ -69,12 +71,6 @@ private:
     int columns_;
     std::vector<float> shares_;
 };
-
-// Refines a lattice that fits all of the window, a little and quickly.
-Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice start);
-// Refines a lattice that fits a patch of so many pixels in the middle of the
-// window, until it fits all of the window.
-Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);
 
 // Pixels that this thread has laid over cells so far: what a reading costs.
 std::uint64_t pixelsLaid();

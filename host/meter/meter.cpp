@@ -6,6 +6,7 @@
 
 #include "meter/find_lattice.h"
 #include "meter/fold.h"
+#include "meter/refine_lattice.h"
 #include "meter/spectrum.h"
 
 namespace riders {

@@ -11,6 +11,8 @@ namespace riders {
 
 struct Colour {
     std::uint8_t red = 255, green = 255, blue = 255;
+
+    bool operator==(const Colour &) const = default;
 };
 
 // The colour of a plate's ink: the process inks by name, a spot ink by its

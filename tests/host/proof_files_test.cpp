@@ -1,7 +1,10 @@
 // Plates in files: those of the interpreter, and films.
+#include <png.h>
+
 #include <random>
 
 #include "host/proof_support.h"
+#include "proof/pictures.h"
 #include "proof/process_plates.h"
 
 namespace {
@@ -117,6 +120,30 @@ TEST_F(ProofFilesTest, AFilmIsReadBackAsItWasWritten)
     // The interpreter's are black and white the other way round.
     EXPECT_THROW(riders::readPlate(folder / "film.tif"), riders::Refusal);
     EXPECT_THROW(riders::readTints(folder / "film.tif"), riders::Refusal);
+}
+
+// Few colours are written as numbers into a list of them; nobody is to see it.
+TEST_F(ProofFilesTest, APictureIsReadBackAsItWasWritten)
+{
+    for (const int colours : {1, 2, 3, 16, 17, 256, 257, 700})
+        for (const int width : {1, 7, 9, 100}) {
+            riders::Picture picture{width, 701, {}};
+            for (int i = 0; i < width * 701; ++i) {
+                const int colour = i * 7 % colours;
+                picture.pixels.push_back({static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
+                                          static_cast<std::uint8_t>(255 - colour)});
+            }
+            riders::writePicture(folder / "picture.png", picture, 96);
+            png_image read{};
+            read.version = PNG_IMAGE_VERSION;
+            ASSERT_TRUE(png_image_begin_read_from_file(&read, (folder / "picture.png").c_str())) << read.message;
+            read.format = PNG_FORMAT_RGB;
+            ASSERT_EQ(read.width, static_cast<unsigned>(width));
+            ASSERT_EQ(read.height, 701u);
+            std::vector<riders::Colour> pixels(picture.pixels.size());
+            ASSERT_TRUE(png_image_finish_read(&read, nullptr, pixels.data(), 0, nullptr)) << read.message;
+            EXPECT_TRUE(pixels == picture.pixels) << colours << " colours, " << width << " wide";
+        }
 }
 
 TEST_F(ProofFilesTest, PlatesOfAPageComeInTheirOrder)
