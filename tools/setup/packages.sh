@@ -11,7 +11,8 @@ as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# need PACKAGE...: asks apt for those that are not there.
+# need PACKAGE...: asks apt for those that are not there. Hundreds of packages
+# need not wait for the disk at every file: cut short, they are asked for again.
 need() {
   local missing=() package
   for package in "$@"; do
@@ -20,7 +21,8 @@ need() {
   [ ${#missing[@]} -eq 0 ] && return 0
   echo "Installing ${missing[*]}" >&2
   as_root apt-get update -q >&2
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}" >&2
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends \
+    -o Dpkg::Options::=--force-unsafe-io "${missing[@]}" >&2
 }
 
 # build PRESET FOLDER TARGET...: configures once for each state of the presets,
