@@ -1,4 +1,5 @@
 // How near the dots on the page come to the frequency, angle, ink and shape asked for.
+#include <bit>
 #include <cmath>
 
 #include "printed/postscript_support.h"
@@ -73,6 +74,37 @@ TEST_P(ScreenExact, Image)
 INSTANTIATE_TEST_SUITE_P(Pairs, ScreenExact,
                          ::testing::Values(ExactCase{"30", "22.5"}, ExactCase{"20", "30"}, ExactCase{"60", "75"},
                                            ExactCase{"85", "7.5"}, ExactCase{"133", "45"}, ExactCase{"150", "0"}));
+
+// The interpreter refuses cells of that size.
+TEST(ScreenTooCoarse, GetsTheNearestThereIs)
+{
+    TemporaryFolder folder;
+    const RidersChoice choice = {.frequency = "1", .angle = "33", .spotBody = pieceBytes(16128)};
+    const auto result = runGhostscript(
+        folder, "%!PS\n{} settransfer\n" + composeRiders(choice) + ".5 setgray clippath fill showpage\n", "page");
+    EXPECT_TRUE(result.output.starts_with(
+        "%%[ riders: 1.0 lines per inch at 33.0 degrees cannot be reached; the nearest is 1.05"))
+        << result.output;
+    const Bitmap page = readBitmap(folder / "page");
+    EXPECT_NEAR(page.share(0, 0, page.width, page.height), 0.5, 0.1);  // some four cells
+}
+
+// As good as upright, so that the best tile would be many times the same few pixels.
+TEST(ScreenNextToUpright, InksTintsOfSeveralInks)
+{
+    TemporaryFolder folder;
+    const RidersChoice choice = {.frequency = "120", .angle = "359.9", .spotBody = pieceBytes(16128)};
+    const auto result = runGhostscript(folder,
+                                       "%!PS\n{} settransfer\n" + composeRiders(choice) +
+                                           "0 0 0 .7 setcmykcolor clippath fill showpage\n",
+                                       "page", "-sDEVICE=tiffsep1 -r600 -g900x900 -sCompression=none");
+    EXPECT_EQ(result.output + result.errors, "");
+    const std::string plate = contentsOf(folder / "page(Black).tif");
+    size_t white = 0;  // one bit a pixel; the file's own bytes are few
+    for (unsigned char byte : plate)
+        white += static_cast<size_t>(std::popcount(byte));
+    EXPECT_NEAR(static_cast<double>(white) / (900 * 904), 0.3, 0.01);
+}
 
 // What an older interpreter lacks is hidden: the fragment looks into a dictionary
 // without it, and meets a trap where it uses it all the same.
