@@ -73,7 +73,19 @@ TEST_P(ScreenExact, Image)
 
 INSTANTIATE_TEST_SUITE_P(Pairs, ScreenExact,
                          ::testing::Values(ExactCase{"30", "22.5"}, ExactCase{"20", "30"}, ExactCase{"60", "75"},
-                                           ExactCase{"85", "7.5"}, ExactCase{"133", "45"}, ExactCase{"150", "0"}));
+                                           ExactCase{"85", "7.5"}, ExactCase{"50", "90"}, ExactCase{"133", "45"},
+                                           ExactCase{"150", "0"}));
+
+class ScreenOfWholePixels : public ScreenExact {};
+
+// Of equal values the same ones are inked everywhere, but for the last few pixels.
+TEST_P(ScreenOfWholePixels, HasCellsThatAreAlike)
+{
+    EXPECT_GT(read("0.75 setgray 0 0 216 216 rectfill").evenness, 0.97);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pairs, ScreenOfWholePixels,
+                         ::testing::Values(ExactCase{"50", "90"}, ExactCase{"30", "0"}));
 
 // The interpreter refuses cells of that size.
 TEST(ScreenTooCoarse, GetsTheNearestThereIs)
