@@ -34,7 +34,7 @@ public:
         toolbox::Configuration configuration;
         configuration.preferencesFolder = place / "preferences";
         toolbox::start(configuration, machine);
-        plugin = std::make_unique<riders::Plugin>(riders::pluginBesideProgram());
+        plugin = std::make_unique<riders::plugin::Plugin>(riders::plugin::pluginBesideProgram());
         user = std::make_unique<toolbox::ScriptedUser>(machine);
     }
     ~Session()
@@ -46,7 +46,7 @@ public:
     Session(const Session &) = delete;
 
     toolbox::HeadlessMachine machine;
-    std::unique_ptr<riders::Plugin> plugin;
+    std::unique_ptr<riders::plugin::Plugin> plugin;
     std::unique_ptr<toolbox::ScriptedUser> user;
 };
 

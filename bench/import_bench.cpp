@@ -42,7 +42,7 @@ double readPlainly(const std::filesystem::path &file)
 }
 
 // From the choice in the popup until the settings dialog is in front again.
-double importOnce(toolbox::ScriptedUser &user, riders::Plugin &plugin)
+double importOnce(toolbox::ScriptedUser &user, riders::plugin::Plugin &plugin)
 {
     Clock::time_point start;
     double seconds = 0;
@@ -72,7 +72,7 @@ void measureImport()
     toolbox::setStandardFileFolder(place.path());
     {
         toolbox::ScriptedUser user(machine);
-        riders::Plugin plugin(riders::pluginBesideProgram());
+        riders::plugin::Plugin plugin(riders::plugin::pluginBesideProgram());
         printHeading("Importing a spot function");
         Pair pair = sideBySide(5, [&] { return importOnce(user, plugin); },
                                [&] { return readPlainly(place / "large.spot"); });

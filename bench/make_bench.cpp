@@ -35,7 +35,7 @@ void writeAndRename(const Workplace &place, const std::string &bytes, bool sync)
         throw std::runtime_error("cannot write " + file);
 }
 
-void makeOnce(toolbox::ScriptedUser &user, riders::Plugin &plugin)
+void makeOnce(toolbox::ScriptedUser &user, riders::plugin::Plugin &plugin)
 {
     user.press(1);
     user.answerSave("looped");
@@ -73,7 +73,7 @@ void measureLoop(const Workplace &place)
     toolbox::setStandardFileFolder(place.path());
     toolbox::HeadlessMachine &machine = static_cast<toolbox::HeadlessMachine &>(toolbox::machine());
     toolbox::ScriptedUser user(machine);
-    riders::Plugin plugin(riders::pluginBesideProgram());
+    riders::plugin::Plugin plugin(riders::plugin::pluginBesideProgram());
     makeOnce(user, plugin);
     std::string bytes = bytesOf(place / "looped");
     auto make = [&] { return secondsOfRound([&] { makeOnce(user, plugin); }); };

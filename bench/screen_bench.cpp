@@ -43,7 +43,7 @@ struct Series {
 
 struct Errors {
     Series frequency, angle;  // %, degrees
-    void add(const riders::ScreenReading &reading, const ScreenPair &pair)
+    void add(const riders::meter::ScreenReading &reading, const ScreenPair &pair)
     {
         const bool none = reading.kind == riders::ScreenKind::none;
         frequency.add(none ? 100 : 100 * std::abs(reading.frequency / pair.frequency - 1), pair);
@@ -71,7 +71,7 @@ void writeJob(const std::filesystem::path &file)
     out << "showpage\n";
 }
 
-riders::PageWindow inches(double dpi, double left, double top, double side)
+riders::meter::PageWindow inches(double dpi, double left, double top, double side)
 {
     return {int(left * dpi), int(top * dpi), int(side * dpi), int(side * dpi)};
 }
@@ -80,18 +80,18 @@ void readPages(const Workplace &place, double dpi, const ScreenPair &pair, Accur
 {
     {
         const Film film(place / "page1.pbm", dpi);
-        const riders::ScreenReading fill = riders::readScreen(film.page(), inches(dpi, 0, 0, 2));
+        const riders::meter::ScreenReading fill = riders::meter::readScreen(film.page(), inches(dpi, 0, 0, 2));
         accuracy.fills.add(fill, pair);
-        accuracy.images.add(riders::readScreen(film.page(), inches(dpi, 2, 0, 2)), pair);
+        accuracy.images.add(riders::meter::readScreen(film.page(), inches(dpi, 2, 0, 2)), pair);
         accuracy.beat.add(fill.beat.strength, pair);
     }
     const Film film(place / "page2.pbm", dpi);
     for (int i = 0; i < int(std::size(tints)); ++i) {
         const auto window = inches(dpi, i % 4, 1 - i / 4, 1);
-        const riders::ScreenReading reading = riders::readScreen(film.page(), window);
+        const riders::meter::ScreenReading reading = riders::meter::readScreen(film.page(), window);
         accuracy.ink.add(100 * std::abs(reading.ink - tints[i]), pair);
         if (i == shapeTint && dpi / pair.frequency >= 8)
-            accuracy.unlike.add(1 - riders::likenessTo(film.page(), reading, roundDot).correlation, pair);
+            accuracy.unlike.add(1 - riders::meter::likenessTo(film.page(), reading, roundDot).correlation, pair);
     }
 }
 

@@ -19,7 +19,7 @@ Film::Film(const std::filesystem::path &file, double dpi) : dpi_(dpi)
         throw std::runtime_error("no film: " + file.string());
 }
 
-riders::BitPage Film::page() const
+riders::meter::BitPage Film::page() const
 {
     return {reinterpret_cast<const std::uint8_t *>(bytes_.data()), width_, height_,
             (static_cast<std::size_t>(width_) + 7) / 8, dpi_};

@@ -12,7 +12,7 @@
 class Film {
 public:
     Film(const std::filesystem::path &file, double dpi);
-    riders::BitPage page() const;
+    riders::meter::BitPage page() const;
 
 private:
     std::string bytes_;

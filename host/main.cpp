@@ -28,7 +28,7 @@ int main(int argc, char **argv)
     signal(SIGXFSZ, SIG_IGN);
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");
-    riders::Commands commands(app);
+    riders::commands::Commands commands(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

@@ -2,11 +2,11 @@
 
 #include "app/ask_file.h"
 #include "app/words.h"
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/standardfile_folder.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 // How long the loop sleeps when nobody does anything, before it lets the
@@ -88,7 +88,7 @@ void Application::open(const std::filesystem::path &job)
         if (document_)
             return document_->open(job);
         document_.emplace(job, [this](const EventRecord &event) { return menuEvent(event); });
-    } catch (const Refusal &refusal) {
+    } catch (const io::Refusal &refusal) {
         return showProblem(refusal.message);
     }
     HiliteMenu(0);
@@ -103,4 +103,4 @@ void Application::quit()
         document_->close();
 }
 
-}  // namespace riders
+}  // namespace riders::app

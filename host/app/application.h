@@ -12,7 +12,7 @@
 #include "plugin/plugin.h"
 #include "plugin/resource_fork.h"
 
-namespace riders {
+namespace riders::app {
 
 struct AppRequest {
     std::filesystem::path program;   // its resource fork lies beside it
@@ -40,8 +40,8 @@ private:
     void quit();
 
     LastFolder lastFolder_;
-    ResourceFork fork_;
-    Plugin plugin_;
+    plugin::ResourceFork fork_;
+    plugin::Plugin plugin_;
     std::filesystem::path firstJob_;
     std::optional<ScreenSettings> screen_;
     std::optional<Menus> menus_;
@@ -49,4 +49,4 @@ private:
     bool over_ = false;
 };
 
-}  // namespace riders
+}  // namespace riders::app

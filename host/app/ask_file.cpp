@@ -7,7 +7,7 @@
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 enum { jobDialog = 1001, ridersDialog = 1002, saveDialog = 1003 };
@@ -52,4 +52,4 @@ fs::path askWhereToSave(Words prompt, const fs::path &proposed)
     return chosen(reply);
 }
 
-}  // namespace riders
+}  // namespace riders::app

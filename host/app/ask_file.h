@@ -5,7 +5,7 @@
 
 #include "app/words.h"
 
-namespace riders {
+namespace riders::app {
 
 // Each answers an empty path when the person cancels.
 std::filesystem::path askForJob();
@@ -14,4 +14,4 @@ std::filesystem::path askForRiders();
 // person has agreed to replace a file of that name.
 std::filesystem::path askWhereToSave(Words prompt, const std::filesystem::path &proposed);
 
-}  // namespace riders
+}  // namespace riders::app

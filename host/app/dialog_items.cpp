@@ -3,7 +3,7 @@
 #include "toolbox/host/text.h"
 #include "toolbox/system.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 constexpr uint8_t dimmed = 255;
@@ -114,4 +114,4 @@ bool pressByKey(DialogPtr dialog, int16_t number)
     return true;
 }
 
-}  // namespace riders
+}  // namespace riders::app

@@ -5,7 +5,7 @@
 
 #include "toolbox/dialogs.h"
 
-namespace riders {
+namespace riders::app {
 
 void setUserItem(DialogPtr dialog, int16_t item, UserItemProcPtr draw);
 // UTF-8; cut, with an ellipsis, where it is wider than the item.
@@ -21,4 +21,4 @@ int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCanc
 // Shows the button pressed for 8 ticks. A dimmed one beeps: false.
 bool pressByKey(DialogPtr dialog, int16_t button);
 
-}  // namespace riders
+}  // namespace riders::app

@@ -4,14 +4,14 @@
 #include "app/dialog_items.h"
 #include "app/words.h"
 #include "apply/apply.h"
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "plugin/resource_fork.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 constexpr int16_t windowID = 1000;
@@ -49,8 +49,8 @@ void Document::open(const fs::path &job)
     fs::path path = fs::absolute(job, error);
     try {
         summary_ = summaryOf(path);
-    } catch (const Refusal &refusal) {
-        throw Refusal(inPlainWords(refusal.message, path.parent_path()));
+    } catch (const io::Refusal &refusal) {
+        throw io::Refusal(inPlainWords(refusal.message, path.parent_path()));
     }
     job_ = path;
     if (dialog_)
@@ -61,7 +61,7 @@ void Document::makeWindow()
 {
     dialog_ = GetNewDialog(windowID, nullptr, reinterpret_cast<WindowPtr>(-1));
     if (!dialog_)
-        throw PluginError("the window of a job cannot be made: its resources or memory are missing");
+        throw plugin::PluginError("the window of a job cannot be made: its resources or memory are missing");
     Point corner = centered('DLOG', windowID);
     MoveWindow(dialog_, corner.h, corner.v, false);
     setUserItem(dialog_, outline, outlineProc);
@@ -142,7 +142,7 @@ void Document::save(bool with, const std::function<void(const fs::path &out)> &w
     try {
         write(out);
         open(out);
-    } catch (const Refusal &refusal) {
+    } catch (const io::Refusal &refusal) {
         showProblem(inPlainWords(inPlainWords(refusal.message, job_.parent_path()), out.parent_path()));
     }
 }
@@ -152,12 +152,12 @@ void Document::add()
     toolbox::setStandardFileFolder(job_.parent_path());
     fs::path riders = askForRiders();
     if (!riders.empty())
-        save(true, [&](const fs::path &out) { applyRiders({riders, job_, out}); });
+        save(true, [&](const fs::path &out) { apply::applyRiders({riders, job_, out}); });
 }
 
 void Document::takeOut()
 {
-    save(false, [&](const fs::path &out) { stripRiders({job_, out}); });
+    save(false, [&](const fs::path &out) { apply::stripRiders({job_, out}); });
 }
 
-}  // namespace riders
+}  // namespace riders::app

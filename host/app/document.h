@@ -8,7 +8,7 @@
 #include "app/job_summary.h"
 #include "toolbox/dialogs.h"
 
-namespace riders {
+namespace riders::app {
 
 class Document {
 public:
@@ -46,4 +46,4 @@ private:
     bool closing_ = false;
 };
 
-}  // namespace riders
+}  // namespace riders::app

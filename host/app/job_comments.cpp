@@ -5,7 +5,7 @@
 
 #include "toolbox/host/text.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 // The next line, without its end, which may be LF, CR or both.
@@ -89,4 +89,4 @@ JobComments commentsOf(std::string_view head, std::string_view tail)
     return comments;
 }
 
-}  // namespace riders
+}  // namespace riders::app

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace riders {
+namespace riders::app {
 
 struct JobComments {
     std::string title;             // UTF-8; empty where the job states none
@@ -18,4 +18,4 @@ struct JobComments {
 // a job may put the number of its pages.
 JobComments commentsOf(std::string_view head, std::string_view tail);
 
-}  // namespace riders
+}  // namespace riders::app

@@ -4,10 +4,10 @@
 #include <fstream>
 #include <memory>
 
-#include "apply/bytes.h"
+#include "io/bytes.h"
 #include "apply/job_structure.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 std::string tailOf(const std::filesystem::path &job)
@@ -26,14 +26,14 @@ std::string tailOf(const std::filesystem::path &job)
 
 JobSummary summaryOf(const std::filesystem::path &job)
 {
-    const OpenFile in = openInput(job);
-    const auto buffer = std::make_unique_for_overwrite<char[]>(kJobHeadSize + 1);
-    const size_t size = readFully(in, buffer.get(), kJobHeadSize + 1);
-    const std::string_view bytes(buffer.get(), std::min(size, kJobHeadSize));
+    const io::OpenFile in = io::openInput(job);
+    const auto buffer = std::make_unique_for_overwrite<char[]>(apply::kJobHeadSize + 1);
+    const size_t size = io::readFully(in, buffer.get(), apply::kJobHeadSize + 1);
+    const std::string_view bytes(buffer.get(), std::min(size, apply::kJobHeadSize));
     JobSummary summary;
-    summary.hasRiders = findFragment({bytes, size <= kJobHeadSize, in.name()}).has_value();
+    summary.hasRiders = apply::findFragment({bytes, size <= apply::kJobHeadSize, in.name()}).has_value();
     summary.comments = commentsOf(bytes.substr(std::min(bytes.find("%!"), bytes.size())), tailOf(job));
     return summary;
 }
 
-}  // namespace riders
+}  // namespace riders::app

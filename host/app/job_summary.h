@@ -5,7 +5,7 @@
 
 #include "app/job_comments.h"
 
-namespace riders {
+namespace riders::app {
 
 struct JobSummary {
     JobComments comments;
@@ -16,4 +16,4 @@ struct JobSummary {
 // cannot be read or is no PostScript.
 JobSummary summaryOf(const std::filesystem::path &job);
 
-}  // namespace riders
+}  // namespace riders::app

@@ -1,14 +1,14 @@
 #include "app/last_folder.h"
 
-#include "apply/output.h"
-#include "apply/refusal.h"
+#include "io/output.h"
+#include "io/refusal.h"
 #include "toolbox/files.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/standardfile_folder.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 // Empty: there is no such place, or none can be made.
@@ -33,8 +33,8 @@ fs::path readFolder(const fs::path &file)
         return {};
     std::string text(longest + 1, '\0');
     try {
-        text.resize(readFully(openInput(file), text.data(), text.size()));
-    } catch (const Refusal &) {
+        text.resize(io::readFully(io::openInput(file), text.data(), text.size()));
+    } catch (const io::Refusal &) {
         return {};
     }
     const fs::path folder = text;
@@ -45,10 +45,10 @@ fs::path readFolder(const fs::path &file)
 void writeFolder(const fs::path &file, const fs::path &folder)
 {
     try {
-        Output out(file);
-        writeAll(out.file(), folder.string());
+        io::Output out(file);
+        io::writeAll(out.file(), folder.string());
         out.finish();
-    } catch (const Refusal &) {
+    } catch (const io::Refusal &) {
         // It is no more than a convenience: nobody is to be held up for it.
     }
 }
@@ -73,4 +73,4 @@ LastFolder::~LastFolder()
         writeFolder(file, used);
 }
 
-}  // namespace riders
+}  // namespace riders::app

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-namespace riders {
+namespace riders::app {
 
 // While one of these is there, file dialogs open where the last run's ended; at
 // its end the folder used last is kept, in a file of the user's own settings
@@ -20,4 +20,4 @@ private:
     std::filesystem::path kept_;
 };
 
-}  // namespace riders
+}  // namespace riders::app

@@ -2,7 +2,7 @@
 
 #include "toolbox/host/text.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, screenMenu };
@@ -14,7 +14,7 @@ void insert(int16_t id)
 {
     MenuHandle menu = GetMenu(id);
     if (!menu)
-        throw PluginError("menu " + std::to_string(id) + " is missing from the program's resources");
+        throw plugin::PluginError("menu " + std::to_string(id) + " is missing from the program's resources");
     InsertMenu(menu, 0);
 }
 
@@ -25,7 +25,7 @@ void setText(const std::string &utf8, Str255 text)
 
 }  // namespace
 
-Menus::Menus(const std::vector<MenuCommand> &commands, const std::optional<ScreenSettings> &screen)
+Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<ScreenSettings> &screen)
     : commands_(commands), screen_(screen)
 {
     insert(programMenu);
@@ -86,4 +86,4 @@ Command Menus::chosen(int32_t choice) const
     }
 }
 
-}  // namespace riders
+}  // namespace riders::app

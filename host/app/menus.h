@@ -8,7 +8,7 @@
 #include "plugin/plugin.h"
 #include "toolbox/menus.h"
 
-namespace riders {
+namespace riders::app {
 
 // What can be chosen; number is that of a plug-in's command, or of a depth.
 struct Command {
@@ -21,7 +21,7 @@ class Menus {
 public:
     // Puts the menus into the bar and draws it. PluginError when one is missing
     // from the resources. The settings must outlive it.
-    Menus(const std::vector<MenuCommand> &commands, const std::optional<ScreenSettings> &screen);
+    Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<ScreenSettings> &screen);
 
     // Enables and marks what is to be, before a choice is made.
     void update(bool documentOpen);
@@ -31,8 +31,8 @@ public:
 private:
     void addCommands();
 
-    const std::vector<MenuCommand> &commands_;
+    const std::vector<plugin::MenuCommand> &commands_;
     const std::optional<ScreenSettings> &screen_;
 };
 
-}  // namespace riders
+}  // namespace riders::app

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-namespace riders {
+namespace riders::app {
 
 struct ScreenSettings {
     std::function<bool()> fullScreen;
@@ -12,4 +12,4 @@ struct ScreenSettings {
     std::function<void(int)> setDepth;   // 1, 2, 4, 8 or 32
 };
 
-}  // namespace riders
+}  // namespace riders::app

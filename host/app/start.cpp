@@ -6,7 +6,7 @@
 #include "toolbox/host/desktop.h"
 #include "toolbox/host/session.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 // As the person writes numbers; a period where their locale has none of one
@@ -56,4 +56,4 @@ std::string startOnDesktop(const AppRequest &request)
     return {};
 }
 
-}  // namespace riders
+}  // namespace riders::app

@@ -5,10 +5,10 @@
 
 #include "app/application.h"
 
-namespace riders {
+namespace riders::app {
 
 // Opens the window and runs until the person quits. Answers what went wrong,
 // for standard error; empty when all went well.
 std::string startOnDesktop(const AppRequest &request);
 
-}  // namespace riders
+}  // namespace riders::app

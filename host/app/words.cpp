@@ -5,7 +5,7 @@
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
 
-namespace riders {
+namespace riders::app {
 namespace {
 
 constexpr int16_t stringList = 1000;
@@ -68,4 +68,4 @@ void showProblem(const std::string &text)
     StopAlert(problemAlert, nullptr);
 }
 
-}  // namespace riders
+}  // namespace riders::app

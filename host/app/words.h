@@ -5,7 +5,7 @@
 
 #include "toolbox/dialogs.h"
 
-namespace riders {
+namespace riders::app {
 
 // Numbers in 'STR#' 1000.
 enum class Words { notStated = 1, inThisJob, none, saveWith, saveWithout, endingWith, endingWithout };
@@ -19,4 +19,4 @@ Point centered(ResType type, int id);
 // Shows what went wrong, UTF-8, and waits for OK.
 void showProblem(const std::string &text);
 
-}  // namespace riders
+}  // namespace riders::app

@@ -2,13 +2,13 @@
 
 #include <memory>
 
-#include "apply/bytes.h"
+#include "io/bytes.h"
 #include "apply/job_structure.h"
 #include "apply/markers.h"
-#include "apply/output.h"
-#include "apply/refusal.h"
+#include "io/output.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::apply {
 
 namespace {
 
@@ -25,8 +25,8 @@ bool isRidersFile(std::string_view bytes)
 // and takes no memory.
 class Head {
 public:
-    Head(const OpenFile &in, size_t most)
-        : bytes_(std::make_unique_for_overwrite<char[]>(most)), size_(readFully(in, bytes_.get(), most))
+    Head(const io::OpenFile &in, size_t most)
+        : bytes_(std::make_unique_for_overwrite<char[]>(most)), size_(io::readFully(in, bytes_.get(), most))
     {
     }
 
@@ -43,19 +43,19 @@ private:
 
 Head readRiders(const std::filesystem::path &path)
 {
-    const OpenFile in = openInput(path);
+    const io::OpenFile in = io::openInput(path);
     Head riders(in, kLongestFragment + 1);
     if (!isRidersFile(riders.bytes()))
-        throw Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) + ")");
+        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) + ")");
     if (riders.bytes().size() > kLongestFragment)
-        throw Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
+        throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
     return riders;
 }
 
-void refuseSameFile(const OpenFile &in, const Output &out)
+void refuseSameFile(const io::OpenFile &in, const io::Output &out)
 {
-    if (sameFile(in.descriptor(), out.file().descriptor()))
-        throw Refusal(in.name() + ": is the job and where it is to be written; name the output with -o");
+    if (io::sameFile(in.descriptor(), out.file().descriptor()))
+        throw io::Refusal(in.name() + ": is the job and where it is to be written; name the output with -o");
 }
 
 std::string markedFragment(const Place &place, std::string_view fragment, bool landscape)
@@ -81,8 +81,8 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
 {
     const auto opening = findFragment(job);
     if (!opening)
-        throw Refusal(job.name + ": has no riders file in it");
-    const Refusal damaged(job.name + ": the riders file in it is damaged; nothing was taken out");
+        throw io::Refusal(job.name + ": has no riders file in it");
+    const io::Refusal damaged(job.name + ": the riders file in it is damaged; nothing was taken out");
     std::string_view rest = bytes.substr(*opening);
     size_t before = rest.substr(0, kLongestOpening).find('\n') + 1;
     const auto marker = parseOpening(rest.substr(0, before));
@@ -110,33 +110,33 @@ void applyRiders(const ApplyRequest &request)
     std::error_code none;
     if (!request.out.empty() && std::filesystem::is_regular_file(request.out, none) &&
         std::filesystem::equivalent(request.out, request.riders, none))
-        throw Refusal(request.out.string() + ": is the riders file itself; name another output");
-    const OpenFile job = openInput(request.job);
+        throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
+    const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + 1);
     const Place place = findPlace(head.asJob(job.name()));
     const bool landscape = isLandscape(head.asJob(job.name()));
 
-    Output out(request.out);
+    io::Output out(request.out);
     refuseSameFile(job, out);
-    writeAll(out.file(), head.bytes().substr(0, place.offset));
-    writeAll(out.file(), markedFragment(place, riders.bytes(), landscape));
-    writeAll(out.file(), head.bytes().substr(place.offset));
-    copyRest(job, out.file());
+    io::writeAll(out.file(), head.bytes().substr(0, place.offset));
+    io::writeAll(out.file(), markedFragment(place, riders.bytes(), landscape));
+    io::writeAll(out.file(), head.bytes().substr(place.offset));
+    io::copyRest(job, out.file());
     out.finish();
 }
 
 void stripRiders(const StripRequest &request)
 {
-    const OpenFile job = openInput(request.job);
+    const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + kLongestFragment + 2 * kLongestOpening + kLandscapeLine.size());
     const Cut cut = cutOf(head.asJob(job.name()), head.bytes());
 
-    Output out(request.out);
+    io::Output out(request.out);
     refuseSameFile(job, out);
-    writeAll(out.file(), head.bytes().substr(0, cut.from));
-    writeAll(out.file(), head.bytes().substr(cut.to));
-    copyRest(job, out.file());
+    io::writeAll(out.file(), head.bytes().substr(0, cut.from));
+    io::writeAll(out.file(), head.bytes().substr(cut.to));
+    io::copyRest(job, out.file());
     out.finish();
 }
 
-}  // namespace riders
+}  // namespace riders::apply

@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-namespace riders {
+namespace riders::apply {
 
 struct ApplyRequest {
     std::filesystem::path riders;    // the riders file
@@ -31,4 +31,4 @@ struct StripRequest {
 // without a riders file, or one whose marked lines were changed or cut off.
 void stripRiders(const StripRequest &request);
 
-}  // namespace riders
+}  // namespace riders::apply

@@ -4,9 +4,9 @@
 #include <charconv>
 
 #include "apply/markers.h"
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::apply {
 
 namespace {
 
@@ -136,11 +136,11 @@ size_t pastPrinterLanguage(const JobHead &head, size_t at)
 size_t findStart(const JobHead &head)
 {
     if (head.bytes.empty())
-        throw Refusal(head.name + ": is empty, not a PostScript job");
+        throw io::Refusal(head.name + ": is empty, not a PostScript job");
     if (head.bytes.starts_with("\xC5\xD0\xD3\xC6"))
-        throw Refusal(head.name + ": is an EPS file in a binary wrapper with a preview; take its PostScript part");
+        throw io::Refusal(head.name + ": is an EPS file in a binary wrapper with a preview; take its PostScript part");
     if (head.bytes.starts_with("%PDF-"))
-        throw Refusal(head.name + ": is a PDF, not a PostScript job; convert it first (pdftops)");
+        throw io::Refusal(head.name + ": is a PDF, not a PostScript job; convert it first (pdftops)");
     size_t at = 0;
     for (size_t before = 1; before != at;) {
         before = at;
@@ -149,7 +149,7 @@ size_t findStart(const JobHead &head)
             at = pastPrinterLanguage(head, at);
     }
     if (!head.bytes.substr(at).starts_with("%!"))
-        throw Refusal(head.name + ": is not a PostScript job (it does not begin with %!)");
+        throw io::Refusal(head.name + ": is not a PostScript job (it does not begin with %!)");
     return at;
 }
 
@@ -160,12 +160,12 @@ Place findPlace(const JobHead &head)
     OwnLines lines(head, findStart(head));
     Line line;
     if (!lines.next(line) || line.next > kJobHeadLimit)
-        throw Refusal(head.name + ": its first line does not end within 4 MiB");
+        throw io::Refusal(head.name + ": its first line does not end within 4 MiB");
     Place place{line.next, !line.ended};
     bool pastComments = false, pastProlog = false;
     while (lines.next(line)) {
         if (line.text.starts_with(kOpeningWord))
-            throw Refusal(head.name + ": has a riders file in it already; strip it first");
+            throw io::Refusal(head.name + ": has a riders file in it already; strip it first");
         if (line.next > kJobHeadLimit)
             continue;  // looked at for a marker only
         if (isComment(line.text, "%%EndSetup") || isComment(line.text, "%%Page"))
@@ -203,4 +203,4 @@ std::optional<size_t> findFragment(const JobHead &head)
     return {};
 }
 
-}  // namespace riders
+}  // namespace riders::apply

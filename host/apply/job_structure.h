@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace riders {
+namespace riders::apply {
 
 // A fragment stands in the first part of a job, the same from a file and a pipe.
 inline constexpr size_t kJobHeadLimit = size_t(4) << 20;
@@ -43,4 +43,4 @@ bool isLandscape(const JobHead &head);
 // an embedded document's), if there is one. Throws Refusal where the job is no PostScript.
 std::optional<size_t> findFragment(const JobHead &head);
 
-}  // namespace riders
+}  // namespace riders::apply

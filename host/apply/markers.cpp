@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace riders {
+namespace riders::apply {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::optional<Marker> parseOpening(std::string_view line)
     return {};
 }
 
-}  // namespace riders
+}  // namespace riders::apply

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace riders {
+namespace riders::apply {
 
 // What the opening line says. With it the fragment is taken out byte for byte,
 // whatever the fragment or the job hold.
@@ -33,4 +33,4 @@ std::string openingLine(const Marker &marker);  // with its line end
 // Of the line with its line end; nothing where it is not exactly what openingLine writes.
 std::optional<Marker> parseOpening(std::string_view line);
 
-}  // namespace riders
+}  // namespace riders::apply

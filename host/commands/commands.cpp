@@ -6,9 +6,9 @@
 
 #include "app/start.h"
 #include "plugin/plugin.h"
-#include "proof/interruption.h"
+#include "io/interruption.h"
 
-namespace riders {
+namespace riders::commands {
 namespace {
 
 std::string hexNumber(std::string &text)
@@ -26,7 +26,7 @@ std::string hexNumber(std::string &text)
 
 std::string screenList(std::string &text)
 {
-    return screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
+    return play::screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
                                          : std::string();
 }
 
@@ -49,7 +49,7 @@ Commands::Commands(CLI::App &app)
     addPlay(app);
     addProof(app);
     name_ = "riders";
-    chosen_ = [this] { return startOnDesktop({programFile(), pluginBesideProgram(), shownJob_}); };
+    chosen_ = [this] { return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_}); };
 }
 
 void Commands::addMake(CLI::App &app)
@@ -69,8 +69,8 @@ void Commands::addMake(CLI::App &app)
     make->callback([this] {
         name_ = "riders make";
         chosen_ = [this] {
-            make_.plugin = pluginBesideProgram();
-            return riders::make(make_);
+            make_.plugin = plugin::pluginBesideProgram();
+            return riders::make::make(make_);
         };
     });
 }
@@ -84,7 +84,7 @@ void Commands::addApply(CLI::App &app)
     apply->callback([this] {
         name_ = "riders apply";
         chosen_ = [this] {
-            applyRiders({riders_, job_, output_});
+            apply::applyRiders({riders_, job_, output_});
             return std::string();
         };
     });
@@ -98,7 +98,7 @@ void Commands::addStrip(CLI::App &app)
     strip->callback([this] {
         name_ = "riders strip";
         chosen_ = [this] {
-            stripRiders({job_, output_});
+            apply::stripRiders({job_, output_});
             return std::string();
         };
     });
@@ -130,14 +130,14 @@ void Commands::addPlay(CLI::App &app)
     play->callback([this] {
         name_ = "riders play";
         chosen_ = [this] {
-            play_.plugin = pluginBesideProgram();
-            play_.screens = screensFromText(screens_);
+            play_.plugin = plugin::pluginBesideProgram();
+            play_.screens = play::screensFromText(screens_);
             play_.configuration.decimalPoint = decimal_[0];
             play_.configuration.systemVersion = static_cast<std::int32_t>(std::stoul(systemVersion_, nullptr, 16));
             if (noColor_)
                 play_.configuration.quickDrawVersion = 0;
             play_.configuration.startFolder = std::filesystem::current_path();
-            return riders::play(play_);
+            return riders::play::play(play_);
         };
     });
 }
@@ -148,7 +148,7 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("job", proof_.job, "PostScript, EPS or PDF")->required()->type_name("JOB");
     proof->add_option("--riders", proof_.riders, "A riders file to add to the job first")->type_name("FILE");
     proof->add_option("--dpi", proof_.dpi, "Resolution of the films; 1200 when left out")
-        ->check(CLI::Range(kLeastProofDpi, kMostProofDpi))
+        ->check(CLI::Range(proof::kLeastProofDpi, proof::kMostProofDpi))
         ->type_name("N");
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
@@ -162,7 +162,7 @@ void Commands::addProof(CLI::App &app)
     proof->callback([this] {
         name_ = "riders proof";
         chosen_ = [this] {
-            std::cout << riders::proof(proof_).string() << '\n';
+            std::cout << riders::proof::proof(proof_).string() << '\n';
             return std::string();
         };
     });
@@ -173,7 +173,7 @@ bool Commands::run()
     std::string problem;
     try {
         problem = chosen_();
-    } catch (const Interrupted &interrupted) {
+    } catch (const io::Interrupted &interrupted) {
         raise(interrupted.signal);  // as if it had not been held back
         problem = interrupted.what();
     } catch (const std::exception &error) {
@@ -184,4 +184,4 @@ bool Commands::run()
     return problem.empty();
 }
 
-}  // namespace riders
+}  // namespace riders::commands

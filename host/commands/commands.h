@@ -11,7 +11,7 @@
 #include "play/play.h"
 #include "proof/proof.h"
 
-namespace riders {
+namespace riders::commands {
 
 class Commands {
 public:
@@ -21,7 +21,7 @@ public:
     // then been said on standard error.
     bool run();
     // Where played sessions take place, when not on the headless screen.
-    void seatPlayersAt(decltype(PlayRequest::seat) seat) { play_.seat = std::move(seat); }
+    void seatPlayersAt(decltype(play::PlayRequest::seat) seat) { play_.seat = std::move(seat); }
 
 private:
     void addMake(CLI::App &app);
@@ -32,9 +32,9 @@ private:
 
     std::string name_;
     std::function<std::string()> chosen_;   // answers what went wrong, or nothing
-    MakeRequest make_;
-    PlayRequest play_;
-    ProofRequest proof_;
+    make::MakeRequest make_;
+    play::PlayRequest play_;
+    proof::ProofRequest proof_;
     std::string screens_ = "640x480x8";
     std::string decimal_ = ".";
     std::string systemVersion_ = "0x0755";
@@ -43,4 +43,4 @@ private:
     std::string shownJob_;
 };
 
-}  // namespace riders
+}  // namespace riders::commands

@@ -7,7 +7,7 @@
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
 
-namespace riders {
+namespace riders::make {
 namespace {
 
 // The plug-in's dialogs and the items a user touches in them.
@@ -210,4 +210,4 @@ void Answers::closeDialogs()
     });
 }
 
-}  // namespace riders
+}  // namespace riders::make

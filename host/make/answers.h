@@ -8,7 +8,7 @@
 #include "make/make.h"
 #include "toolbox/host/user.h"
 
-namespace riders {
+namespace riders::make {
 
 class Answers {
 public:
@@ -37,4 +37,4 @@ private:
     std::string refusal_;
 };
 
-}  // namespace riders
+}  // namespace riders::make

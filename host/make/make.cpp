@@ -11,7 +11,7 @@
 #include "toolbox/host/text.h"
 #include "toolbox/host/user.h"
 
-namespace riders {
+namespace riders::make {
 namespace {
 
 std::string checkOutput(const std::filesystem::path &output)
@@ -49,7 +49,7 @@ std::string checkAnnotation(const std::string &annotation)
 std::string answerAll(toolbox::HeadlessMachine &machine, const MakeRequest &request)
 {
     toolbox::ScriptedUser user(machine);
-    Plugin plugin(request.plugin);
+    plugin::Plugin plugin(request.plugin);
     Answers answers(user, request);
     answers.queue();
     try {
@@ -88,4 +88,4 @@ std::string make(const MakeRequest &request)
     return problem;
 }
 
-}  // namespace riders
+}  // namespace riders::make

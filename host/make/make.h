@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace riders {
+namespace riders::make {
 
 struct MakeRequest {
     std::filesystem::path plugin;
@@ -29,4 +29,4 @@ struct MakeRequest {
 // was made; otherwise nothing was written and an old file is as it was.
 std::string make(const MakeRequest &request);
 
-}  // namespace riders
+}  // namespace riders::make

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <functional>
 
-namespace riders {
+namespace riders::make {
 namespace {
 
 // The number that a text begins with, if what follows it may stand there.
@@ -54,4 +54,4 @@ int itemWithName(const std::vector<std::string> &items, const std::string &name)
     });
 }
 
-}  // namespace riders
+}  // namespace riders::make

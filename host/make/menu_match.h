@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace riders {
+namespace riders::make {
 
 // The number (from 1) of the item that means the value: the same number with or
 // without a unit behind it ("85.0" is "85 lpi"). 0 when there is none.
@@ -14,4 +14,4 @@ bool isValue(const std::string &item);
 // The value with that text, capitals or not; 0 when there is none.
 int itemWithName(const std::vector<std::string> &items, const std::string &name);
 
-}  // namespace riders
+}  // namespace riders::make

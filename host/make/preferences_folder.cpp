@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace riders {
+namespace riders::make {
 namespace {
 
 std::filesystem::path newFolderIn(const std::filesystem::path &parent)
@@ -36,4 +36,4 @@ PreferencesFolder::~PreferencesFolder()
         std::filesystem::remove_all(path_, ignored);
 }
 
-}  // namespace riders
+}  // namespace riders::make

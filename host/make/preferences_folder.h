@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-namespace riders {
+namespace riders::make {
 
 class PreferencesFolder {
 public:
@@ -18,4 +18,4 @@ private:
     std::filesystem::path path_;
 };
 
-}  // namespace riders
+}  // namespace riders::make

@@ -4,7 +4,7 @@
 #include <bit>
 #include <cstring>
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -62,4 +62,4 @@ double inkShare(const BitPage &page, const PageWindow &window)
     return double(ones) / (double(cut.width) * cut.height);
 }
 
-}  // namespace riders
+}  // namespace riders::meter

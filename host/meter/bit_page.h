@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace riders {
+namespace riders::meter {
 
 // Borrowed rows of bits: whoever makes it keeps them alive. The leftmost pixel
 // is the highest bit of a row's first byte; 1 is ink; row 0 is the top of the
@@ -34,4 +34,4 @@ int inkInRow(const BitPage &page, int y, int x, int end);
 // Share of ink, 0 to 1, in the part of the window that lies on the page; 0 for none.
 double inkShare(const BitPage &page, const PageWindow &window);
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -6,7 +6,7 @@
 #include "meter/refine_lattice.h"
 #include "meter/spectrum.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -120,4 +120,4 @@ std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window
     return best ? std::optional(best->lattice) : std::nullopt;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -5,10 +5,10 @@
 
 #include "meter/lattice.h"
 
-namespace riders {
+namespace riders::meter {
 
 // The lattice of the screen in the window, fitting all of it; none when the
 // window has no screen. The window lies on the page.
 std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window);
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -244,4 +244,4 @@ double Folding::effect(const Lattice &by) const
                     std::abs(by.down.x) * x + std::abs(by.down.y) * y);
 }
 
-}  // namespace riders
+}  // namespace riders::meter

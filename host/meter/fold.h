@@ -6,7 +6,7 @@
 
 #include "meter/lattice.h"
 
-namespace riders {
+namespace riders::meter {
 
 // One cell in columns by rows of bins: pixels that fell into each, and inked
 // ones among them.
@@ -75,4 +75,4 @@ private:
 // Pixels that this thread has laid over cells so far: what a reading costs.
 std::uint64_t pixelsLaid();
 
-}  // namespace riders
+}  // namespace riders::meter

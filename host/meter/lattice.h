@@ -6,7 +6,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::meter {
 
 // Position (x, y) on the page lies in the cell at across.x * x + across.y * y
 // and down.x * x + down.y * y, of which only the fractions count. Lines: across
@@ -37,4 +37,4 @@ inline std::uint32_t phaseStep(double periods)
     return std::uint32_t(std::int64_t(std::lround(periods * 4294967296.0)));
 }
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -5,7 +5,7 @@
 #include "meter/lattice.h"
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -245,4 +245,4 @@ std::string nearestSpot(const BitPage &page, const ScreenReading &reading)
     return nearest;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

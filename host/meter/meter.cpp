@@ -9,7 +9,7 @@
 #include "meter/refine_lattice.h"
 #include "meter/spectrum.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -189,4 +189,4 @@ ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &w
     return first;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -21,7 +21,7 @@
 
 #include "meter/bit_page.h"
 
-namespace riders {
+namespace riders::meter {
 
 // A spot function as setscreen takes it: x and y from -1 to 1 over a cell, the
 // highest values are inked first.
@@ -95,4 +95,4 @@ const std::vector<NamedSpot> &namedSpots();
 // screen. At low and high ink many look the same: then the first of them.
 std::string nearestSpot(const BitPage &page, const ScreenReading &reading);
 
-}  // namespace riders
+}  // namespace riders::meter

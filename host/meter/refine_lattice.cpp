@@ -5,7 +5,7 @@
 
 #include "meter/fold.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -94,4 +94,4 @@ Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice lat
     return lattice;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

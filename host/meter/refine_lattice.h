@@ -3,7 +3,7 @@
 
 #include "meter/lattice.h"
 
-namespace riders {
+namespace riders::meter {
 
 // Refines a lattice that fits all of the window, a little and quickly.
 Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice start);
@@ -11,4 +11,4 @@ Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice star
 // window, until it fits all of the window.
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <numbers>
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -198,4 +198,4 @@ Spectrum::Peak Spectrum::strongestBelow(double frequency) const
     return best;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

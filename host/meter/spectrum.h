@@ -5,7 +5,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::meter {
 
 // The patch is made of blocks of `shrink` by `shrink` pixels, their ink added;
 // it lies in the middle of the window and has at most 1024 blocks a side.
@@ -44,4 +44,4 @@ private:
     std::vector<float> blocks_, strength_;  // strength_: rows_ by columns_ / 2 + 1
 };
 
-}  // namespace riders
+}  // namespace riders::meter

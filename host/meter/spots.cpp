@@ -4,7 +4,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -49,4 +49,4 @@ const std::vector<NamedSpot> &namedSpots()
     return spots;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -4,7 +4,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::meter {
 
 namespace {
 
@@ -155,4 +155,4 @@ std::vector<PageWindow> findTints(const BitPage &page, int most)
     return tints;
 }
 
-}  // namespace riders
+}  // namespace riders::meter

@@ -6,7 +6,7 @@
 #include "toolbox/events.h"
 #include "toolbox/host/user.h"
 
-namespace riders {
+namespace riders::play {
 
 using toolbox::ScriptError;
 
@@ -83,4 +83,4 @@ void Arguments::fail(const std::string &message)
     throw ScriptError{line_.number, message};
 }
 
-}  // namespace riders
+}  // namespace riders::play

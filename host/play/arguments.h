@@ -7,7 +7,7 @@
 #include "play/script.h"
 #include "toolbox/types.h"
 
-namespace riders {
+namespace riders::play {
 
 // Taken one after the other; what does not fit is a toolbox::ScriptError with
 // the step's line.
@@ -43,4 +43,4 @@ private:
     std::size_t next_ = 1;
 };
 
-}  // namespace riders
+}  // namespace riders::play

@@ -4,7 +4,7 @@
 
 #include "play/screens.h"
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 constexpr int across = 4;
@@ -50,4 +50,4 @@ toolbox::Picture Film::sheet() const
     return sheet;
 }
 
-}  // namespace riders
+}  // namespace riders::play

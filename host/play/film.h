@@ -5,7 +5,7 @@
 
 #include "toolbox/host/machine.h"
 
-namespace riders {
+namespace riders::play {
 
 class Film {
 public:
@@ -25,4 +25,4 @@ private:
     std::vector<toolbox::Picture> frames_;
 };
 
-}  // namespace riders
+}  // namespace riders::play

@@ -7,7 +7,7 @@
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 std::string readText(const std::filesystem::path &file)
@@ -16,7 +16,7 @@ std::string readText(const std::filesystem::path &file)
     std::ostringstream text;
     text << in.rdbuf();
     if (!in || std::filesystem::is_directory(file))
-        throw PluginError("the script " + file.string() + " cannot be read");
+        throw plugin::PluginError("the script " + file.string() + " cannot be read");
     return text.str();
 }
 
@@ -26,7 +26,7 @@ void makeFolder(const std::filesystem::path &folder)
     if (!folder.empty())
         std::filesystem::create_directories(folder, error);
     if (error)
-        throw PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
+        throw plugin::PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
 }
 
 // The trace as a file, or as nothing.
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    [[noreturn]] void refuse() const { throw PluginError("the trace " + path_.string() + " cannot be written"); }
+    [[noreturn]] void refuse() const { throw plugin::PluginError("the trace " + path_.string() + " cannot be written"); }
 
     std::filesystem::path path_;
     std::ofstream file_;
@@ -68,7 +68,7 @@ struct StopWatching {
 void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
 {
     toolbox::ScriptedUser user(machine);
-    Plugin plugin(request.plugin);
+    plugin::Plugin plugin(request.plugin);
     Stage stage{user, plugin, request.picturesFolder, machine};
     StopWatching atEnd{machine};
     for (const ScriptLine &line : lines)
@@ -125,4 +125,4 @@ std::string play(const PlayRequest &request)
     return problem;
 }
 
-}  // namespace riders
+}  // namespace riders::play

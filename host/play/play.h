@@ -11,7 +11,7 @@
 #include "toolbox/host/headless.h"
 #include "toolbox/host/session.h"
 
-namespace riders {
+namespace riders::play {
 
 struct PlayRequest {
     std::filesystem::path script;
@@ -30,4 +30,4 @@ struct PlayRequest {
 // open". The trace is written either way.
 std::string play(const PlayRequest &request);
 
-}  // namespace riders
+}  // namespace riders::play

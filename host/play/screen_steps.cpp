@@ -5,7 +5,7 @@
 #include "toolbox/host/trace.h"
 #include "toolbox/windows.h"
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 using toolbox::ScriptError;
@@ -112,4 +112,4 @@ void screens(Arguments &arguments, Stage &stage)
     stage.user.setScreens(all);
 }
 
-}  // namespace riders
+}  // namespace riders::play

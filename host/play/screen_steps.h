@@ -4,7 +4,7 @@
 #include "play/arguments.h"
 #include "play/steps.h"
 
-namespace riders {
+namespace riders::play {
 
 void picture(Arguments &arguments, Stage &stage);
 void film(Arguments &arguments, Stage &stage);
@@ -13,4 +13,4 @@ void scale(Arguments &arguments, Stage &stage);
 void resize(Arguments &arguments, Stage &stage);
 void screens(Arguments &arguments, Stage &stage);
 
-}  // namespace riders
+}  // namespace riders::play

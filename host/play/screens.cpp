@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 bool takeNumber(std::string_view &text, int &value, int least, int most)
@@ -78,4 +78,4 @@ toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Screen 
     return part;
 }
 
-}  // namespace riders
+}  // namespace riders::play

@@ -6,7 +6,7 @@
 
 #include "toolbox/host/machine.h"
 
-namespace riders {
+namespace riders::play {
 
 enum { shortestSide = 64, longestSide = 8192, largestScale = 3 };
 
@@ -20,4 +20,4 @@ bool isDepth(int bits);
 // The part of a screen's picture that shows the global rectangle.
 toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Screen &screen, const Rect &global);
 
-}  // namespace riders
+}  // namespace riders::play

@@ -4,7 +4,7 @@
 
 #include "toolbox/host/user.h"
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 char escaped(char letter, int line)
@@ -71,4 +71,4 @@ std::vector<ScriptLine> splitScript(const std::string &text)
     return lines;
 }
 
-}  // namespace riders
+}  // namespace riders::play

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace riders {
+namespace riders::play {
 
 struct ScriptLine {
     int number;                       // from 1
@@ -17,4 +17,4 @@ struct ScriptLine {
 // toolbox::ScriptError for an unclosed quote or an unknown escape.
 std::vector<ScriptLine> splitScript(const std::string &text);
 
-}  // namespace riders
+}  // namespace riders::play

@@ -7,7 +7,7 @@
 #include "play/screen_steps.h"
 #include "toolbox/host/faults.h"
 
-namespace riders {
+namespace riders::play {
 namespace {
 
 using toolbox::ScriptError;
@@ -184,4 +184,4 @@ void queueStep(const ScriptLine &line, Stage &stage)
     arguments.end();
 }
 
-}  // namespace riders
+}  // namespace riders::play

@@ -10,12 +10,12 @@
 #include "toolbox/host/headless.h"
 #include "toolbox/host/user.h"
 
-namespace riders {
+namespace riders::play {
 
 // Where the steps of one session act.
 struct Stage {
     toolbox::ScriptedUser &user;
-    Plugin &plugin;
+    plugin::Plugin &plugin;
     std::filesystem::path picturesFolder;
     toolbox::HeadlessMachine &machine;
     // What is being filmed, and the file it goes to; nil between films.
@@ -27,4 +27,4 @@ struct Stage {
 // arguments that do not fit it.
 void queueStep(const ScriptLine &line, Stage &stage);
 
-}  // namespace riders
+}  // namespace riders::play

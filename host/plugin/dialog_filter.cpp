@@ -1,6 +1,6 @@
 #include "plugin/dialog_filter.h"
 
-namespace riders {
+namespace riders::plugin {
 
 extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, int16_t *)
 {
@@ -10,4 +10,4 @@ extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, in
     return DlgCommandKey(dialog, static_cast<int16_t>(event->message & charCodeMask));
 }
 
-}  // namespace riders
+}  // namespace riders::plugin

@@ -3,9 +3,9 @@
 
 #include "toolbox/dialogs.h"
 
-namespace riders {
+namespace riders::plugin {
 
 // Command-X, C and V on the dialog's edit text; all else is left to the dialog.
 extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 
-}  // namespace riders
+}  // namespace riders::plugin

@@ -7,7 +7,7 @@
 #include "toolbox/host/trace.h"
 #include "toolbox/resources.h"
 
-namespace riders {
+namespace riders::plugin {
 namespace {
 
 // Static, so that they lie below 4 GiB in a program linked at a fixed address.
@@ -78,4 +78,4 @@ std::filesystem::path pluginBesideProgram()
     return programFile().parent_path() / "riders.so";
 }
 
-}  // namespace riders
+}  // namespace riders::plugin

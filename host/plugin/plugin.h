@@ -10,7 +10,7 @@
 #include "plugin/resource_fork.h"
 #include "riders/plugin.h"
 
-namespace riders {
+namespace riders::plugin {
 
 // A menu command that the plug-in registered, UTF-8.
 struct MenuCommand {
@@ -47,4 +47,4 @@ private:
 std::filesystem::path programFile();
 std::filesystem::path pluginBesideProgram();
 
-}  // namespace riders
+}  // namespace riders::plugin

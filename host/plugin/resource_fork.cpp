@@ -4,7 +4,7 @@
 #include "toolbox/host/text.h"
 #include "toolbox/resources.h"
 
-namespace riders {
+namespace riders::plugin {
 namespace {
 
 std::int16_t openForkOf(const std::filesystem::path &file)
@@ -33,4 +33,4 @@ ResourceFork::~ResourceFork()
     CloseResFile(number_);
 }
 
-}  // namespace riders
+}  // namespace riders::plugin

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-namespace riders {
+namespace riders::plugin {
 
 // One line for the user: what could not be loaded and why.
 struct PluginError : std::runtime_error {
@@ -27,4 +27,4 @@ private:
     std::int16_t number_;
 };
 
-}  // namespace riders
+}  // namespace riders::plugin

@@ -5,11 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "apply/bytes.h"
-#include "apply/refusal.h"
+#include "io/bytes.h"
+#include "io/refusal.h"
 #include "proof/plate_files.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr double kFrequencyOff = 0.01;  // of the frequency asked for
@@ -101,9 +101,9 @@ std::string decimal(double value, int digits)
 
 AskedFor askedByRiders(const std::filesystem::path &riders)
 {
-    const OpenFile in = openInput(riders);
+    const io::OpenFile in = io::openInput(riders);
     std::string text(kLongestRiders, '\0');
-    text.resize(readFully(in, text.data(), text.size()));
+    text.resize(io::readFully(in, text.data(), text.size()));
     AskedFor asked{definedNumber(text, "/riderFrequency "), definedNumber(text, "/riderAngle "), "the riders file",
                    true, text.find("\n/riderFont (") != text.npos};
     return asked;
@@ -153,4 +153,4 @@ std::vector<std::string> warningsFor(const PageFacts &page)
     return warnings;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

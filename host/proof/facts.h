@@ -9,7 +9,7 @@
 #include "proof/interpreter.h"
 #include "proof/tints.h"
 
-namespace riders {
+namespace riders::proof {
 
 // What was asked for, as far as it can be known.
 struct AskedFor {
@@ -74,4 +74,4 @@ std::vector<std::string> warningsFor(const PageFacts &page);
 // "45", "12.5", "62.13": at most so many digits behind the point, no zeros at the end.
 std::string decimal(double value, int digits);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,7 +5,7 @@
 
 #include "proof/plate_files.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 // About what offset inks look like on coated paper; the rosette's black is left a little open.
@@ -38,4 +38,4 @@ std::string hexColour(Colour colour)
     return text;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

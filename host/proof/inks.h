@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace riders {
+namespace riders::proof {
 
 struct Colour {
     std::uint8_t red = 255, green = 255, blue = 255;
@@ -34,4 +34,4 @@ inline Colour tintOf(Colour ink, int tint)
 
 std::string hexColour(Colour colour);  // #rrggbb
 
-}  // namespace riders
+}  // namespace riders::proof

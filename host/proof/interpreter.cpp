@@ -4,11 +4,11 @@
 
 #include <sstream>
 
-#include "apply/output.h"
-#include "apply/refusal.h"
-#include "proof/limited_process.h"
+#include "io/output.h"
+#include "io/refusal.h"
+#include "io/limited_process.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 // Runs ahead of the job. Install takes Ghostscript's lightening of tints out
@@ -155,13 +155,13 @@ InterpreterReport interpret(const InterpreterRun &run)
     const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
     std::filesystem::create_directory(temporary);
     {
-        Output out(prolog);
-        writeAll(out.file(), kProlog);
-        writeAll(out.file(), run.ahead);
+        io::Output out(prolog);
+        io::writeAll(out.file(), kProlog);
+        io::writeAll(out.file(), run.ahead);
         out.finish();
     }
     InterpreterWords words;
-    const LimitedResult result = runLimited(
+    const io::LimitedResult result = io::runLimited(
         {commandOf(run, prolog), folder, temporary, run.secondsAPage, run.megabytes, [&](std::string_view line) {
              const bool pageEnded = words.take(line);
              if (pageEnded)
@@ -170,14 +170,14 @@ InterpreterReport interpret(const InterpreterRun &run)
          }});
     const std::string where =
         run.job.name.string() + ": page " + std::to_string(pageInWork(run, words.report().pages.size())) + ": ";
-    if (result.end == RunEnd::timedOut)
-        throw Refusal(where + "the interpreter took more than " + std::to_string(run.secondsAPage) +
+    if (result.end == io::RunEnd::timedOut)
+        throw io::Refusal(where + "the interpreter took more than " + std::to_string(run.secondsAPage) +
                       " seconds and was ended");
-    if (result.end == RunEnd::killed)
-        throw Refusal(where + endedBy(run, result.status));
+    if (result.end == io::RunEnd::killed)
+        throw io::Refusal(where + endedBy(run, result.status));
     if (result.status != 0)
-        throw Refusal(where + "the interpreter said: " + words.failure(run.megabytes));
+        throw io::Refusal(where + "the interpreter said: " + words.failure(run.megabytes));
     return words.report();
 }
 
-}  // namespace riders
+}  // namespace riders::proof

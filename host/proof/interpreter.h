@@ -8,7 +8,7 @@
 #include "proof/interpreter_words.h"
 #include "proof/prepared_job.h"
 
-namespace riders {
+namespace riders::proof {
 
 enum class PlateDevice {
     none,           // nothing is written
@@ -34,4 +34,4 @@ struct InterpreterRun {
 // interpreter fails or takes too much time or memory, naming the page and what it said.
 InterpreterReport interpret(const InterpreterRun &run);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -7,7 +7,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr size_t kMostLines = 100;
@@ -34,7 +34,7 @@ bool isSameOrder(const std::vector<double> &one, const std::vector<double> &othe
 
 std::string shapeOf(const std::vector<double> &values)
 {
-    for (const NamedSpot &spot : namedSpots()) {
+    for (const meter::NamedSpot &spot : meter::namedSpots()) {
         std::vector<double> ideal;
         for (int i = 0; i < kShapeSide * kShapeSide; ++i)
             ideal.push_back(spot.value((i % kShapeSide - 3) / 3.3, (i / kShapeSide - 3) / 3.5));
@@ -131,4 +131,4 @@ bool InterpreterWords::takeInk(const std::string &text)
     return true;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace riders {
+namespace riders::proof {
 
 struct AskedScreen {
     double frequency = 0, angle = 0;  // frequency 0: neither is known
@@ -49,4 +49,4 @@ private:
     bool started_ = false;
 };
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -10,11 +10,11 @@
 #include <sstream>
 #include <vector>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr size_t kMarkWithin = 1024;
@@ -44,7 +44,7 @@ fs::path realPlace(const fs::path &place)
     std::error_code error;
     fs::path real = fs::weakly_canonical(fs::absolute(place), error);
     if (error)
-        throw Refusal(place.string() + ": " + error.message());
+        throw io::Refusal(place.string() + ": " + error.message());
     return real.has_filename() ? real : real.parent_path();
 }
 
@@ -53,9 +53,9 @@ void refuseForeign(const fs::path &place, const fs::path &shown)
     if (!fs::exists(place))
         return;
     if (!fs::is_directory(place))
-        throw Refusal(shown.string() + ": is there and is no folder; name another with -o");
+        throw io::Refusal(shown.string() + ": is there and is no folder; name another with -o");
     if (!fs::is_empty(place) && !isProofFolder(place))
-        throw Refusal(shown.string() + ": is there and holds files that are not an earlier proof's; "
+        throw io::Refusal(shown.string() + ": is there and holds files that are not an earlier proof's; "
                                        "name another folder with -o");
 }
 
@@ -63,7 +63,7 @@ fs::path newFolderIn(const fs::path &parent)
 {
     std::string pattern = parent / ".riders-proof-XXXXXX";
     if (!mkdtemp(pattern.data()))
-        refuseErrno(parent, errno);
+        io::refuseErrno(parent, errno);
     return pattern;
 }
 
@@ -105,7 +105,7 @@ OutputFolder::OutputFolder(const fs::path &place) : place_(realPlace(place))
         std::error_code ignored;
         if (!outer_.empty())
             fs::remove_all(outer_, ignored);
-        throw Refusal(place.string() + ": " + error.code().message());
+        throw io::Refusal(place.string() + ": " + error.code().message());
     }
 }
 
@@ -132,7 +132,7 @@ void OutputFolder::finish()
     const int error = errno;
     if (stoodAside)
         rename(old.c_str(), place_.c_str());
-    refuseErrno(place_, error);
+    io::refuseErrno(place_, error);
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-namespace riders {
+namespace riders::proof {
 
 // Made beside where the proof is to be, filled, and moved there at the end.
 class OutputFolder {
@@ -35,4 +35,4 @@ inline constexpr const char *kPageName = "proof.html";
 inline constexpr const char *kFilmsName = "films";
 inline constexpr const char *kPicturesName = "pictures";
 
-}  // namespace riders
+}  // namespace riders::proof

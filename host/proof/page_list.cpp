@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 std::string_view withoutBlanks(std::string_view text)
@@ -22,10 +22,10 @@ int pageNumber(std::string_view text, const std::string &list)
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), page);
     const bool number = error == std::errc() && end == text.data() + text.size() && text[0] != '-';
     if ((error == std::errc::result_out_of_range && text[0] != '-') || (number && (page < 1 || page > kMostPages)))
-        throw Refusal("there is no page " + std::string(text) + "; pages go from 1 to " +
+        throw io::Refusal("there is no page " + std::string(text) + "; pages go from 1 to " +
                       std::to_string(kMostPages));
     if (!number)
-        throw Refusal("\"" + list + "\" is no list of pages such as 1,3-5");
+        throw io::Refusal("\"" + list + "\" is no list of pages such as 1,3-5");
     return page;
 }
 
@@ -35,7 +35,7 @@ void addRange(std::vector<int> &pages, std::string_view range, const std::string
     const int first = pageNumber(range.substr(0, dash), list);
     const int last = dash == std::string_view::npos ? first : pageNumber(range.substr(dash + 1), list);
     if (last < first)
-        throw Refusal("the pages " + std::string(withoutBlanks(range)) + " run backwards");
+        throw io::Refusal("the pages " + std::string(withoutBlanks(range)) + " run backwards");
     for (int page = first; page <= last; ++page)
         pages.push_back(page);
 }
@@ -50,7 +50,7 @@ std::vector<int> pagesFromText(const std::string &text)
         addRange(pages, std::string_view(text).substr(at, comma - at), text);
         at = comma + 1;
         if (pages.size() > 10 * kMostPages)
-            throw Refusal("\"" + text.substr(0, 40) + "...\" names too many pages");
+            throw io::Refusal("\"" + text.substr(0, 40) + "...\" names too many pages");
     }
     std::sort(pages.begin(), pages.end());
     pages.erase(std::unique(pages.begin(), pages.end()), pages.end());
@@ -72,4 +72,4 @@ std::string textFromPages(const std::vector<int> &pages)
     return text;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace riders {
+namespace riders::proof {
 
 inline constexpr int kMostPages = 100000;
 
@@ -17,4 +17,4 @@ std::vector<int> pagesFromText(const std::string &text);
 // The shortest text for the pages: 1,3-5.
 std::string textFromPages(const std::vector<int> &pages);
 
-}  // namespace riders
+}  // namespace riders::proof

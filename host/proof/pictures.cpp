@@ -8,9 +8,9 @@
 #include <cstdio>
 #include <memory>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr double kFinestLoupe = 2400;
@@ -181,7 +181,7 @@ void writePicture(const std::filesystem::path &file, const Picture &picture, dou
 {
     const std::unique_ptr<FILE, ClosePng> out(std::fopen(file.c_str(), "wb"));
     if (!out)
-        refuseErrno(file, errno);
+        io::refuseErrno(file, errno);
     const Indexed small = indexed(picture);
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
     png_infop info = png ? png_create_info_struct(png) : nullptr;
@@ -189,7 +189,7 @@ void writePicture(const std::filesystem::path &file, const Picture &picture, dou
         info && writeRows(png, info, out.get(), picture, small, dpi) && std::fflush(out.get()) == 0;
     png_destroy_write_struct(&png, &info);
     if (!written)
-        throw Refusal(file.string() + ": cannot be written; is the disk full?");
+        throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
 }
 
 double loupePictureDpi(double plateDpi)
@@ -197,4 +197,4 @@ double loupePictureDpi(double plateDpi)
     return plateDpi / loupeStep(plateDpi) / kLoupeTimes;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -8,7 +8,7 @@
 #include "proof/plate_files.h"
 #include "proof/tints.h"
 
-namespace riders {
+namespace riders::proof {
 
 struct Picture {
     int width = 0, height = 0;
@@ -40,4 +40,4 @@ void writePicture(const std::filesystem::path &file, const Picture &picture, dou
 // The resolution at which a loupe picture of plates of so many dpi is to be shown.
 double loupePictureDpi(double plateDpi);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <memory>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 struct CloseTiff {
@@ -59,7 +59,7 @@ void readRows(const OpenTiff &open, std::uint8_t *rows, size_t rowBytes, const f
 
 void refusePicture(const fs::path &file)
 {
-    throw Refusal(file.string() + ": is not a picture as the interpreter should write it");
+    throw io::Refusal(file.string() + ": is not a picture as the interpreter should write it");
 }
 
 BitPlate::BitPlate(int across, int down)
@@ -130,7 +130,7 @@ void writeFilm(const fs::path &file, const BitPlate &plate, double dpi)
 {
     const Tiff tiff(TIFFOpen(file.c_str(), "w"));
     if (!tiff)
-        throw Refusal(file.string() + ": cannot be written");
+        throw io::Refusal(file.string() + ": cannot be written");
     TIFF *out = tiff.get();
     TIFFSetField(out, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(plate.width));
     TIFFSetField(out, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(plate.height));
@@ -147,9 +147,9 @@ void writeFilm(const fs::path &file, const BitPlate &plate, double dpi)
     TIFFSetField(out, TIFFTAG_ROWSPERSTRIP, static_cast<std::uint32_t>(plate.height));
     for (int y = 0; y < plate.height; ++y)
         if (TIFFWriteScanline(out, const_cast<std::uint8_t *>(plate.row(y)), static_cast<std::uint32_t>(y)) < 0)
-            throw Refusal(file.string() + ": cannot be written; is the disk full?");
+            throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
     if (!TIFFFlush(out))
-        throw Refusal(file.string() + ": cannot be written; is the disk full?");
+        throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
 }
 
 std::vector<PlateFile> plateFiles(const fs::path &folder, int page)
@@ -175,4 +175,4 @@ bool isProcessPlate(std::string_view plate)
     return std::find(std::begin(kProcessPlates), std::end(kProcessPlates), plate) != std::end(kProcessPlates);
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace riders {
+namespace riders::proof {
 
 inline constexpr int kLongestPlateSide = 1 << 20;  // pixels
 
@@ -57,4 +57,4 @@ std::vector<PlateFile> plateFiles(const std::filesystem::path &folder, int page)
 inline constexpr const char *kProcessPlates[] = {"Cyan", "Magenta", "Yellow", "Black"};
 bool isProcessPlate(std::string_view plate);
 
-}  // namespace riders
+}  // namespace riders::proof

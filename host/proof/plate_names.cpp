@@ -2,7 +2,7 @@
 
 #include <cctype>
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr size_t kLongestName = 40;
@@ -111,4 +111,4 @@ std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)
     return free;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-namespace riders {
+namespace riders::proof {
 
 // UTF-8 of a text in UTF-8 or, where it is none, Latin-1; control characters become blanks.
 std::string plainText(const std::string &bytes);
@@ -19,4 +19,4 @@ std::string inkBytesFrom(const std::string &interpreters);
 // of those taken already, to which it is added.
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken);
 
-}  // namespace riders
+}  // namespace riders::proof

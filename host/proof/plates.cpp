@@ -4,7 +4,7 @@
 #include <memory>
 #include <set>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/output_folder.h"
 #include "proof/pictures.h"
 #include "proof/plate_names.h"
@@ -14,7 +14,7 @@
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 // What a share's page files may take on the disk before they are looked at.
@@ -47,7 +47,7 @@ struct PageInWork {
 
 class PlateMaker {
 public:
-    PlateMaker(const PlatesRun &run, Workers &workers, Progress &progress)
+    PlateMaker(const PlatesRun &run, io::Workers &workers, Progress &progress)
         : run_(run), workers_(workers), progress_(progress), dpi_(run.request.dpi)
     {
         made_.pages.resize(run.survey.pages.size());
@@ -182,7 +182,7 @@ private:
     }
 
     const PlatesRun &run_;
-    Workers &workers_;
+    io::Workers &workers_;
     Progress &progress_;
     const double dpi_;
     const RenderedJob job_{run_.request, run_.job, run_.survey};
@@ -193,9 +193,9 @@ private:
 
 }  // namespace
 
-Plates makePlates(const PlatesRun &run, Workers &workers, Progress &progress)
+Plates makePlates(const PlatesRun &run, io::Workers &workers, Progress &progress)
 {
     return PlateMaker(run, workers, progress).make();
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -7,9 +7,9 @@
 #include "proof/progress.h"
 #include "proof/proof.h"
 #include "proof/survey.h"
-#include "proof/workers.h"
+#include "io/workers.h"
 
-namespace riders {
+namespace riders::proof {
 
 struct PlatesRun {
     const ProofRequest &request;
@@ -27,6 +27,6 @@ struct Plates {
 };
 
 // Renders all surveyed pages and fills the proof's folder. Throws Refusal.
-Plates makePlates(const PlatesRun &run, Workers &workers, Progress &progress);
+Plates makePlates(const PlatesRun &run, io::Workers &workers, Progress &progress);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -6,23 +6,23 @@
 #include <string_view>
 
 #include "apply/apply.h"
-#include "apply/bytes.h"
-#include "apply/output.h"
-#include "apply/refusal.h"
+#include "io/bytes.h"
+#include "io/output.h"
+#include "io/refusal.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr size_t kHead = 1024;  // a PDF may have other bytes ahead of it
 constexpr std::string_view kWrapper = "\xC5\xD0\xD3\xC6";
 constexpr std::string_view kUniversalExit = "\x1B%-12345X";
 
-std::string headOf(const OpenFile &job)
+std::string headOf(const io::OpenFile &job)
 {
     std::string head(kHead, '\0');
-    head.resize(readFully(job, head.data(), head.size()));
+    head.resize(io::readFully(job, head.data(), head.size()));
     return head;
 }
 
@@ -36,7 +36,7 @@ bool isEncapsulated(std::string_view head)
 JobKind kindOfHead(std::string_view head, const std::string &name)
 {
     if (head.empty())
-        throw Refusal(name + ": is empty");
+        throw io::Refusal(name + ": is empty");
     if (head.starts_with(kWrapper))
         return JobKind::eps;
     const std::string_view text = head.substr(std::min(head.find_first_not_of("\x04 \t\r\n"), head.size()));
@@ -44,7 +44,7 @@ JobKind kindOfHead(std::string_view head, const std::string &name)
         return isEncapsulated(text) ? JobKind::eps : JobKind::postScript;
     if (head.find("%PDF-") != std::string_view::npos)
         return JobKind::pdf;
-    throw Refusal(name + ": is neither PostScript nor EPS nor PDF");
+    throw io::Refusal(name + ": is neither PostScript nor EPS nor PDF");
 }
 
 size_t littleEndian(std::string_view bytes, size_t at)
@@ -58,11 +58,11 @@ size_t littleEndian(std::string_view bytes, size_t at)
 // The PostScript of an EPS in its binary wrapper; the job itself if it has none.
 fs::path unwrapped(const fs::path &job, const fs::path &folder)
 {
-    const OpenFile in = openInput(job);
+    const io::OpenFile in = io::openInput(job);
     const std::string head = headOf(in);
     if (!head.starts_with(kWrapper))
         return fs::absolute(job);
-    const Refusal damaged(job.string() + ": is an EPS file whose wrapper is damaged");
+    const io::Refusal damaged(job.string() + ": is an EPS file whose wrapper is damaged");
     if (head.size() < 12)
         throw damaged;
     const size_t start = littleEndian(head, 4), length = littleEndian(head, 8);
@@ -71,13 +71,13 @@ fs::path unwrapped(const fs::path &job, const fs::path &folder)
     if (error || start > size || length > size - start)
         throw damaged;
     if (lseek(in.descriptor(), static_cast<off_t>(start), SEEK_SET) < 0)
-        refuseErrno(job, errno);
+        io::refuseErrno(job, errno);
     std::string text(length, '\0');
-    text.resize(readFully(in, text.data(), length));
+    text.resize(io::readFully(in, text.data(), length));
     if (!text.starts_with("%!"))
         throw damaged;
-    Output out(folder / "unwrapped.eps");
-    writeAll(out.file(), text);
+    io::Output out(folder / "unwrapped.eps");
+    io::writeAll(out.file(), text);
     out.finish();
     return folder / "unwrapped.eps";
 }
@@ -87,24 +87,24 @@ fs::path readableAgain(const fs::path &job, const fs::path &folder)
 {
     if (fs::is_regular_file(job) || fs::is_directory(job) || !fs::exists(job))
         return job;
-    const OpenFile in = openInput(job);
-    Output out(folder / "job");
-    copyRest(in, out.file());
+    const io::OpenFile in = io::openInput(job);
+    io::Output out(folder / "job");
+    io::copyRest(in, out.file());
     out.finish();
     return folder / "job";
 }
 
 // What applyRiders says, with the job's own name.
-void applyNamed(const ApplyRequest &request, const fs::path &name)
+void applyNamed(const apply::ApplyRequest &request, const fs::path &name)
 {
     try {
-        applyRiders(request);
-    } catch (const Refusal &refusal) {
+        apply::applyRiders(request);
+    } catch (const io::Refusal &refusal) {
         std::string text = refusal.message;
         const std::string given = request.job;
         if (text.starts_with(given + ":"))
             text.replace(0, given.size(), name);
-        throw Refusal(text);
+        throw io::Refusal(text);
     }
 }
 
@@ -112,11 +112,11 @@ void applyNamed(const ApplyRequest &request, const fs::path &name)
 fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
 {
     {
-        Output empty(folder / "empty.ps");
-        writeAll(empty.file(), "%!PS\n");
+        io::Output empty(folder / "empty.ps");
+        io::writeAll(empty.file(), "%!PS\n");
         empty.finish();
     }
-    applyRiders({riders, folder / "empty.ps", folder / "riders.ps"});
+    apply::applyRiders({riders, folder / "empty.ps", folder / "riders.ps"});
     return folder / "riders.ps";
 }
 
@@ -125,8 +125,8 @@ fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
 JobKind kindOfJob(const fs::path &job)
 {
     if (fs::is_directory(job))
-        throw Refusal(job.string() + ": is a folder, not a job");
-    return kindOfHead(headOf(openInput(job)), job);
+        throw io::Refusal(job.string() + ": is a folder, not a job");
+    return kindOfHead(headOf(io::openInput(job)), job);
 }
 
 PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::path &folder)
@@ -148,4 +148,4 @@ PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::pa
     return prepared;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

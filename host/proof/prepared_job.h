@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace riders {
+namespace riders::proof {
 
 enum class JobKind { postScript, eps, pdf };
 
@@ -24,4 +24,4 @@ JobKind kindOfJob(const std::filesystem::path &job);
 PreparedJob prepareJob(const std::filesystem::path &job, const std::filesystem::path &riders,
                        const std::filesystem::path &folder);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -7,7 +7,7 @@
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr size_t kRowsAtOnce = 64;
@@ -145,4 +145,4 @@ std::vector<BitPlate> readProcessPlates(const fs::path &pcx, int aboutWidth, int
     return plates;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -6,7 +6,7 @@
 
 #include "proof/plate_files.h"
 
-namespace riders {
+namespace riders::proof {
 
 // Cyan, magenta, yellow and black from a PCX file of four bits a pixel. Told
 // about how large it should be, since the file keeps the lower 16 bits only.
@@ -14,4 +14,4 @@ namespace riders {
 // that is cut short is left out.
 std::vector<BitPlate> readProcessPlates(const std::filesystem::path &pcx, int aboutWidth, int aboutHeight);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr int kBar = 24;
@@ -77,4 +77,4 @@ void Progress::show()
         put("\r\x1B[K" + line());
 }
 
-}  // namespace riders
+}  // namespace riders::proof

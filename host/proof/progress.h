@@ -4,7 +4,7 @@
 #include <mutex>
 #include <string>
 
-namespace riders {
+namespace riders::proof {
 
 // A line on standard error that is written over and over, and taken away at
 // the end; nothing at all where standard error is no terminal. May be told
@@ -28,4 +28,4 @@ private:
     int read_ = 0, pages_ = 0, plates_ = 0, pagesDone_ = 0, platesDone_ = 0;
 };
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <thread>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/facts.h"
-#include "proof/interruption.h"
+#include "io/interruption.h"
 #include "proof/output_folder.h"
 #include "proof/page_list.h"
 #include "proof/plates.h"
@@ -15,20 +15,20 @@
 #include "proof/progress.h"
 #include "proof/report.h"
 #include "proof/survey.h"
-#include "proof/workers.h"
+#include "io/workers.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 void check(const ProofRequest &request)
 {
     if (request.dpi < kLeastProofDpi || request.dpi > kMostProofDpi)
-        throw Refusal(std::to_string(request.dpi) + " dpi is no resolution for a proof; it goes from " +
+        throw io::Refusal(std::to_string(request.dpi) + " dpi is no resolution for a proof; it goes from " +
                       std::to_string(kLeastProofDpi) + " to " + std::to_string(kMostProofDpi));
     if (request.secondsAPage < 1 || request.megabytes < 1)
-        throw Refusal("the interpreter needs some time and some memory");
+        throw io::Refusal("the interpreter needs some time and some memory");
 }
 
 fs::path placeOf(const ProofRequest &request)
@@ -51,14 +51,14 @@ fs::path proof(const ProofRequest &request)
     TIFFSetWarningHandler(nullptr);
     TIFFSetErrorHandler(nullptr);
 
-    Interruption interruption;
+    io::Interruption interruption;
     OutputFolder folder(placeOf(request));
     const PreparedJob job = prepareJob(request.job, request.riders, folder.work());
     ProofFacts facts{request.job.filename(), request.riders.filename(), static_cast<double>(request.dpi), {}, {}};
     {
         Progress progress;
         const int cores = coresFor(request);
-        Workers workers(cores);
+        io::Workers workers(cores);
         const AskedFor riders = request.riders.empty() ? AskedFor{} : askedByRiders(request.riders);
         const Survey survey =
             surveyJob(request, job, pages, folder.work(), folder.path() / kPicturesName, workers, progress);
@@ -68,9 +68,9 @@ fs::path proof(const ProofRequest &request)
         facts.said = std::move(plates.said);
     }
     writeReport(folder.path() / kPageName, facts);
-    Interruption::check();
+    io::Interruption::check();
     folder.finish();
     return placeOf(request) / kPageName;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-namespace riders {
+namespace riders::proof {
 
 struct ProofRequest {
     std::filesystem::path job;          // PostScript, EPS or PDF, told by its first bytes
@@ -30,4 +30,4 @@ inline constexpr int kMostProofDpi = 4800;
 // are for the caller to act on. Not to be called twice at a time.
 std::filesystem::path proof(const ProofRequest &request);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <set>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/plate_names.h"
 #include "proof/process_plates.h"
 #include "proof/separated_inks.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 using Pages = std::vector<size_t>;
@@ -138,9 +138,9 @@ std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rend
     else
         plates = readAllPlates(surveyed, rendering.folder, static_cast<int>(page) + 1);
     if (plates.size() != surveyed.plates.size())
-        throw Refusal(job.job.name.string() + ": page " + std::to_string(surveyed.number) +
+        throw io::Refusal(job.job.name.string() + ": page " + std::to_string(surveyed.number) +
                       ": has other plates each time it is rendered");
     return plates;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

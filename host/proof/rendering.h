@@ -11,7 +11,7 @@
 #include "proof/proof.h"
 #include "proof/survey.h"
 
-namespace riders {
+namespace riders::proof {
 
 enum class RenderingWay {
     processPlates,  // of pages without spot inks
@@ -43,4 +43,4 @@ std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rend
 // The spot inks of a surveyed page, as the interpreter writes them.
 std::vector<std::string> spotInksOf(const SurveyedPage &page);
 
-}  // namespace riders
+}  // namespace riders::proof

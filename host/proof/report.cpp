@@ -2,12 +2,12 @@
 
 #include <cmath>
 
-#include "apply/output.h"
+#include "io/output.h"
 #include "proof/output_folder.h"
 #include "proof/plate_names.h"
 #include "proof/report_style.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 std::string counted(size_t count, const std::string &what)
@@ -261,9 +261,9 @@ std::string reportOf(const ProofFacts &facts)
 
 void writeReport(const std::filesystem::path &file, const ProofFacts &facts)
 {
-    Output out(file);
-    writeAll(out.file(), reportOf(facts));
+    io::Output out(file);
+    io::writeAll(out.file(), reportOf(facts));
     out.finish();
 }
 
-}  // namespace riders
+}  // namespace riders::proof

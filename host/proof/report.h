@@ -6,7 +6,7 @@
 
 #include "proof/facts.h"
 
-namespace riders {
+namespace riders::proof {
 
 // Writes the page; the pictures and films it names lie beside it. Throws Refusal.
 void writeReport(const std::filesystem::path &file, const ProofFacts &facts);
@@ -18,4 +18,4 @@ std::string reportOf(const ProofFacts &facts);
 // written as entities; otherwise see plainText.
 std::string escaped(const std::string &text);
 
-}  // namespace riders
+}  // namespace riders::proof

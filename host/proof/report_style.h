@@ -1,7 +1,7 @@
 // How the page of a proof looks.
 #pragma once
 
-namespace riders {
+namespace riders::proof {
 
 inline constexpr const char *kReportStyle = R"(
 :root { color-scheme: light; --ink: #1c1c1a; --soft: #6a6862; --line: #dcd9d0; --warn: #8a3b00; --ground: #f6f4ee; }
@@ -78,4 +78,4 @@ footer { padding-bottom: 3rem; font-size: .8125rem; }
 }
 )";
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -5,7 +5,7 @@
 
 #include "meter/meter.h"
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 // So many cells a side are exact enough here, and quick.
@@ -21,22 +21,22 @@ Place middleOf(const Place &place, double side)
     return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
 }
 
-double likeness(const BitPage &page, const ScreenReading &reading, const std::string &shape)
+double likeness(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &shape)
 {
-    for (const NamedSpot &spot : namedSpots())
+    for (const meter::NamedSpot &spot : meter::namedSpots())
         if (spot.name == shape)
-            return likenessTo(page, reading, spot.value).correlation;
+            return meter::likenessTo(page, reading, spot.value).correlation;
     return -1;
 }
 
-std::string shapeOf(const BitPage &page, const ScreenReading &reading, const std::string &expected)
+std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &expected)
 {
     if (reading.cellPixels < kTellingCell || reading.ink < kLeastInk || reading.ink > 1 - kLeastInk)
         return {};
     const double like = likeness(page, reading, expected);
     if (like > kLike)
         return expected;
-    const std::string nearest = nearestSpot(page, reading);
+    const std::string nearest = meter::nearestSpot(page, reading);
     const double best = likeness(page, reading, nearest);
     if (best < kLeastLike)
         return {};
@@ -49,19 +49,19 @@ MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint
                             const std::string &shape)
 {
     const Place even = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
-    const BitPage page{plate.bits.data(), plate.width, plate.height, plate.rowBytes, dpi};
+    const meter::BitPage page{plate.bits.data(), plate.width, plate.height, plate.rowBytes, dpi};
     const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };
-    ScreenReading reading;
+    meter::ScreenReading reading;
     if (!even.empty())
-        reading = readScreen(
-            page, cutToPage(page, {pixels(even.left), pixels(even.top), pixels(even.width), pixels(even.height)}));
-    if (reading.kind == ScreenKind::none)
-        reading = readScreen(page);
-    if (reading.kind == ScreenKind::none)
+        reading = meter::readScreen(
+            page, meter::cutToPage(page, {pixels(even.left), pixels(even.top), pixels(even.width), pixels(even.height)}));
+    if (reading.kind == meter::ScreenKind::none)
+        reading = meter::readScreen(page);
+    if (reading.kind == meter::ScreenKind::none)
         return {};
-    const PageWindow &window = reading.window;
+    const meter::PageWindow &window = reading.window;
     // Shown with two digits, a hair below a quarter turn would be 90.
-    const double angle = reading.kind == ScreenKind::dots && reading.angle >= 89.995 ? 0 : reading.angle;
+    const double angle = reading.kind == meter::ScreenKind::dots && reading.angle >= 89.995 ? 0 : reading.angle;
     return {true,
             reading.frequency,
             angle,
@@ -70,4 +70,4 @@ MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint
             shapeOf(page, reading, shape)};
 }
 
-}  // namespace riders
+}  // namespace riders::proof

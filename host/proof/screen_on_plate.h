@@ -3,7 +3,7 @@
 
 #include "proof/facts.h"
 
-namespace riders {
+namespace riders::proof {
 
 // Measures in the middle of an even tint, or where that is empty or shows none,
 // on the largest even tint there is. The frequency that is expected, in lines an inch, tells how
@@ -12,4 +12,4 @@ namespace riders {
 MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
                             const std::string &shape = {});
 
-}  // namespace riders
+}  // namespace riders::proof

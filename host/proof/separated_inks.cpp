@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr std::string_view kStart = R"(
@@ -129,4 +129,4 @@ std::string spotInkAsBlack(const std::string &ink)
            std::string(kEnd);
 }
 
-}  // namespace riders
+}  // namespace riders::proof

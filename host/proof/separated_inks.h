@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace riders {
+namespace riders::proof {
 
 // PostScript that runs ahead of a job. It takes the place of the operators that set colours, as far as
 // PostScript allows: a job can go round it, and what it paints then is wrong. See spot_inks.h.
@@ -14,4 +14,4 @@ std::string processInksOnly();
 // plate is then that of the ink, with its screen.
 std::string spotInkAsBlack(const std::string &ink);
 
-}  // namespace riders
+}  // namespace riders::proof

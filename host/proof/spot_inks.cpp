@@ -1,10 +1,10 @@
 #include "proof/spot_inks.h"
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr double kSmallDpi = 150;
@@ -43,7 +43,7 @@ std::set<size_t> pagesAlike(const RenderedJob &job, const Rendering &one, const 
 
 }  // namespace
 
-SpotInks lookAtSpotInks(const RenderedJob &job, const fs::path &work, Workers &workers)
+SpotInks lookAtSpotInks(const RenderedJob &job, const fs::path &work, io::Workers &workers)
 {
     SpotInks found;
     std::set<std::string> inks;
@@ -58,7 +58,7 @@ SpotInks lookAtSpotInks(const RenderedJob &job, const fs::path &work, Workers &w
     workers.add([&] {
         try {
             renderPages(job, apart);
-        } catch (const Refusal &) {
+        } catch (const io::Refusal &) {
             fails = true;  // the job as it is has not
         }
     });
@@ -68,4 +68,4 @@ SpotInks lookAtSpotInks(const RenderedJob &job, const fs::path &work, Workers &w
     return found;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -4,9 +4,9 @@
 #include <set>
 
 #include "proof/rendering.h"
-#include "proof/workers.h"
+#include "io/workers.h"
 
-namespace riders {
+namespace riders::proof {
 
 struct SpotInks {
     std::set<size_t> apart;  // pages, by their index in the survey, whose inks can be rendered apart
@@ -16,6 +16,6 @@ struct SpotInks {
 // Renders the pages with spot inks small and in both ways, and compares them bit for bit: a job can go round
 // what takes its inks apart. None are looked at where it is not worth the time: at a low resolution, with
 // many inks, or in a PDF, which has its inks taken apart by nothing.
-SpotInks lookAtSpotInks(const RenderedJob &job, const std::filesystem::path &work, Workers &workers);
+SpotInks lookAtSpotInks(const RenderedJob &job, const std::filesystem::path &work, io::Workers &workers);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <mutex>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/pictures.h"
 #include "proof/plate_files.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr double kSurveyDpi = 200;
@@ -85,7 +85,7 @@ SurveyedPage surveyPage(const fs::path &folder, int file, int number, const fs::
         return plate.width == tints[0].width && plate.height == tints[0].height;
     });
     if (tints.size() < std::size(kProcessPlates) || !alike)
-        throw Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
+        throw io::Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
     page.width = tints[0].width / kSurveyDpi;
     page.height = tints[0].height / kSurveyDpi;
     chooseLoupes(page, tints);
@@ -99,7 +99,7 @@ SurveyedPage surveyPage(const fs::path &folder, int file, int number, const fs::
 // Hands the pages to the workers as soon as their files are complete.
 class PageQueue {
 public:
-    PageQueue(const std::vector<int> &pages, fs::path folder, fs::path pictures, Workers &workers)
+    PageQueue(const std::vector<int> &pages, fs::path folder, fs::path pictures, io::Workers &workers)
         : pages_(pages), folder_(std::move(folder)), pictures_(std::move(pictures)), workers_(workers)
     {
     }
@@ -134,7 +134,7 @@ private:
 
     const std::vector<int> &pages_;
     const fs::path folder_, pictures_;
-    Workers &workers_;
+    io::Workers &workers_;
     int next_ = 1;
     std::mutex mutex_;
     std::vector<SurveyedPage> found_;
@@ -177,24 +177,24 @@ void refuseMissing(const ProofRequest &request, const PreparedJob &job, const st
 {
     const std::string name = job.name.string() + ": ";
     if (asked.empty() && survey.pages.empty())
-        throw Refusal(name + "paints no page" + complaint(survey.report));
+        throw io::Refusal(name + "paints no page" + complaint(survey.report));
     if (survey.pages.size() >= asked.size())
         return;
     const size_t count = countPages(request, job, folder, survey);
     if (count == 0)
-        throw Refusal(name + "paints no page" + complaint(survey.report));
+        throw io::Refusal(name + "paints no page" + complaint(survey.report));
     const auto missing =
         std::find_if(asked.begin(), asked.end(), [count](int page) { return static_cast<size_t>(page) > count; });
     if (missing == asked.end())
-        throw Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
+        throw io::Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
                       " is not to be had alone; proof all pages");
-    throw Refusal(name + "there is no page " + std::to_string(*missing) + "; the job has " + pagesInWords(count));
+    throw io::Refusal(name + "there is no page " + std::to_string(*missing) + "; the job has " + pagesInWords(count));
 }
 
 }  // namespace
 
 Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std::vector<int> &pages,
-                 const fs::path &work, const fs::path &pictures, Workers &workers, Progress &progress)
+                 const fs::path &work, const fs::path &pictures, io::Workers &workers, Progress &progress)
 {
     const fs::path folder = work / "survey";
     fs::create_directories(folder);
@@ -218,4 +218,4 @@ Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std:
     return survey;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

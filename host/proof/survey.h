@@ -9,9 +9,9 @@
 #include "proof/interpreter.h"
 #include "proof/progress.h"
 #include "proof/proof.h"
-#include "proof/workers.h"
+#include "io/workers.h"
 
-namespace riders {
+namespace riders::proof {
 
 struct SurveyedPlate {
     std::string plate;  // as the interpreter writes it
@@ -39,7 +39,7 @@ struct Survey {
 // "page-N.png". Throws Refusal where the job fails, paints no page, or has not all
 // pages asked for.
 Survey surveyJob(const ProofRequest &request, const PreparedJob &job, const std::vector<int> &pages,
-                 const std::filesystem::path &work, const std::filesystem::path &pictures, Workers &workers,
+                 const std::filesystem::path &work, const std::filesystem::path &pictures, io::Workers &workers,
                  Progress &progress);
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-namespace riders {
+namespace riders::proof {
 namespace {
 
 constexpr double kMillimetre = 1 / 25.4;
@@ -246,4 +246,4 @@ double tellingShare(const TintPlate &plate, double dpi, const Place &place)
     return right > left && bottom > top ? sum / (static_cast<double>(right - left) * (bottom - top)) : 0;
 }
 
-}  // namespace riders
+}  // namespace riders::proof

@@ -6,7 +6,7 @@
 
 #include "proof/plate_files.h"
 
-namespace riders {
+namespace riders::proof {
 
 // A rectangle in inches from the upper left corner of the sheet.
 struct Place {
@@ -32,4 +32,4 @@ Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, dou
 // How much of a place shows dots, 0 to 1.
 double tellingShare(const TintPlate &plate, double dpi, const Place &place);
 
-}  // namespace riders
+}  // namespace riders::proof

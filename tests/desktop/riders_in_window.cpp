@@ -6,7 +6,7 @@
 int main(int argc, char **argv)
 {
     CLI::App app{"riders, played in a window"};
-    riders::Commands commands(app);
+    riders::commands::Commands commands(app);
     commands.seatPlayersAt(
         [](const std::vector<toolbox::Screen> &screens) { return std::make_unique<desktop::WindowSeat>(screens); });
     CLI11_PARSE(app, argc, argv);

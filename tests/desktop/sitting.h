@@ -20,7 +20,7 @@ public:
         toolbox::Configuration configuration;
         configuration.preferencesFolder = preferences;
         toolbox::start(configuration, machine);
-        plugin_ = std::make_unique<riders::Plugin>(riders::pluginBesideProgram());
+        plugin_ = std::make_unique<riders::plugin::Plugin>(riders::plugin::pluginBesideProgram());
     }
     ~Sitting()
     {
@@ -40,7 +40,7 @@ public:
     toolbox::ScriptedUser user;
 
 private:
-    std::unique_ptr<riders::Plugin> plugin_;
+    std::unique_ptr<riders::plugin::Plugin> plugin_;
 };
 
 struct Difference {

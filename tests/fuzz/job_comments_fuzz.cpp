@@ -11,7 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const std::string_view job(reinterpret_cast<const char *>(data), size);
-    const riders::JobComments comments = riders::commentsOf(job, job.substr(size / 2));
+    const riders::app::JobComments comments = riders::app::commentsOf(job, job.substr(size / 2));
     if (!toolbox::romanFromUtf8(comments.title) || comments.title.find_first_of("\r\n\t") != comments.title.npos)
         abort();
     if (comments.pages && *comments.pages < 0)

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/page_list.h"
 
 namespace {
@@ -36,14 +36,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!isShort(text))
         return 0;
     try {
-        const std::vector<int> pages = riders::pagesFromText(text);
-        if (!pages.empty() && (pages.front() < 1 || pages.back() > riders::kMostPages))
+        const std::vector<int> pages = riders::proof::pagesFromText(text);
+        if (!pages.empty() && (pages.front() < 1 || pages.back() > riders::proof::kMostPages))
             abort();
         if (std::adjacent_find(pages.begin(), pages.end(), std::greater_equal<>()) != pages.end())
             abort();
-        if (riders::pagesFromText(riders::textFromPages(pages)) != pages)
+        if (riders::proof::pagesFromText(riders::proof::textFromPages(pages)) != pages)
             abort();
-    } catch (const riders::Refusal &) {
+    } catch (const riders::io::Refusal &) {
     }
     return 0;
 }

@@ -21,7 +21,7 @@ std::string quoted(const std::string &word)
     return text + "\"";
 }
 
-std::string written(const riders::ScriptLine &line)
+std::string written(const riders::play::ScriptLine &line)
 {
     std::string text;
     for (size_t i = 0; i < line.words.size(); ++i)
@@ -31,8 +31,8 @@ std::string written(const riders::ScriptLine &line)
 
 void checkScreens(const std::string &text)
 {
-    for (const toolbox::Screen &screen : riders::screensFromText(text))
-        if (!riders::isDepth(screen.depth) || screen.scale < 1 || screen.scale > riders::largestScale)
+    for (const toolbox::Screen &screen : riders::play::screensFromText(text))
+        if (!riders::play::isDepth(screen.depth) || screen.scale < 1 || screen.scale > riders::play::largestScale)
             abort();
 }
 
@@ -44,11 +44,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     checkScreens(text);
     try {
         int last = 0;
-        for (const riders::ScriptLine &line : riders::splitScript(text)) {
+        for (const riders::play::ScriptLine &line : riders::play::splitScript(text)) {
             if (line.number <= last || line.words.empty() || line.words.size() != line.quoted.size())
                 abort();
             last = line.number;
-            const auto again = riders::splitScript(written(line));
+            const auto again = riders::play::splitScript(written(line));
             if (again.size() != 1 || again[0].words != line.words || again[0].quoted != line.quoted)
                 abort();
         }

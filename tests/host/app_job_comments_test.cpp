@@ -5,18 +5,18 @@
 
 namespace {
 
-riders::JobComments of(const std::string &job)
+riders::app::JobComments of(const std::string &job)
 {
-    return riders::commentsOf(job, job);
+    return riders::app::commentsOf(job, job);
 }
 
 TEST(JobComments, TitleAndPages)
 {
-    EXPECT_EQ(of("%!PS\n%%Title: Poster\n%%Pages: 3\n%%EndComments\n"), (riders::JobComments{"Poster", 3}));
-    EXPECT_EQ(of("%!PS\r%%Title:Poster \t\r%%Pages:3 1\r"), (riders::JobComments{"Poster", 3}));
-    EXPECT_EQ(of("%!PS\r\n%%Title: Poster\r\n%%Pages:   12\r\n"), (riders::JobComments{"Poster", 12}));
-    EXPECT_EQ(of("%!PS"), riders::JobComments{});
-    EXPECT_EQ(of(""), riders::JobComments{});
+    EXPECT_EQ(of("%!PS\n%%Title: Poster\n%%Pages: 3\n%%EndComments\n"), (riders::app::JobComments{"Poster", 3}));
+    EXPECT_EQ(of("%!PS\r%%Title:Poster \t\r%%Pages:3 1\r"), (riders::app::JobComments{"Poster", 3}));
+    EXPECT_EQ(of("%!PS\r\n%%Title: Poster\r\n%%Pages:   12\r\n"), (riders::app::JobComments{"Poster", 12}));
+    EXPECT_EQ(of("%!PS"), riders::app::JobComments{});
+    EXPECT_EQ(of(""), riders::app::JobComments{});
 }
 
 TEST(JobComments, TitleMayBeAString)

@@ -64,7 +64,7 @@ private:
         const fs::path built = RIDERS_BINARY_DIR;
         restart();
         try {
-            riders::Application({built / "riders", built / "riders.so", job}, {}).run();
+            riders::app::Application({built / "riders", built / "riders.so", job}, {}).run();
         } catch (const toolbox::ScriptError &error) {
             ADD_FAILURE() << error.message;
         }

@@ -177,7 +177,7 @@ TEST_F(App, ScreenMenuOffersWhatTheMachineDoes)
 {
     bool full = false;
     int bits = 8;
-    riders::ScreenSettings screen{[&] { return full; }, [&](bool wanted) { full = wanted; }, [&] { return bits; },
+    riders::app::ScreenSettings screen{[&] { return full; }, [&](bool wanted) { full = wanted; }, [&] { return bits; },
                                   [&](int wanted) { bits = wanted; }};
     user.chooseFromBar("Screen", "Full Screen");
     user.chooseFromBar("Screen", "4 Colors");
@@ -245,7 +245,7 @@ TEST_F(App, EndOfTheProcessGoesThrough)
                                      "-o", (folder / "._riders.so").string()});
     ASSERT_EQ(made.err, "");
     user.chooseFromBar("Riders", "Make Riders File...");
-    EXPECT_THROW(riders::Application({built / "riders", folder / "riders.so", {}}, {}).run(), toolbox::ProcessEnded);
+    EXPECT_THROW(riders::app::Application({built / "riders", folder / "riders.so", {}}, {}).run(), toolbox::ProcessEnded);
 }
 
 TEST(NoDisplay, IsToldInOneLine)
@@ -266,8 +266,8 @@ TEST(NoDisplay, FileThatIsNotThereIsWrongUsage)
 TEST_F(App, MissingPiecesAreNamed)
 {
     fs::path built = RIDERS_BINARY_DIR;
-    EXPECT_THROW(riders::Application({folder / "nothing", built / "riders.so", {}}, {}), riders::PluginError);
-    EXPECT_THROW(riders::Application({built / "riders", folder / "nothing.so", {}}, {}), riders::PluginError);
+    EXPECT_THROW(riders::app::Application({folder / "nothing", built / "riders.so", {}}, {}), riders::plugin::PluginError);
+    EXPECT_THROW(riders::app::Application({built / "riders", folder / "nothing.so", {}}, {}), riders::plugin::PluginError);
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ std::string readAll(int descriptor)
             close(descriptor);
     try {
         work();
-    } catch (const riders::Refusal &refusal) {
+    } catch (const riders::io::Refusal &refusal) {
         if (write(messages, refusal.message.data(), refusal.message.size()) < 0)
             _exit(2);
         _exit(1);
@@ -102,8 +102,8 @@ void ApplyTest::SetUp()
 std::string ApplyTest::apply(const fs::path &to)
 {
     try {
-        riders::applyRiders({riders, job, to});
-    } catch (const riders::Refusal &refusal) {
+        riders::apply::applyRiders({riders, job, to});
+    } catch (const riders::io::Refusal &refusal) {
         return refusal.message;
     }
     return "done";
@@ -112,8 +112,8 @@ std::string ApplyTest::apply(const fs::path &to)
 std::string ApplyTest::strip(const fs::path &from, const fs::path &to)
 {
     try {
-        riders::stripRiders({from, to});
-    } catch (const riders::Refusal &refusal) {
+        riders::apply::stripRiders({from, to});
+    } catch (const riders::io::Refusal &refusal) {
         return refusal.message;
     }
     return "done";

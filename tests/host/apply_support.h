@@ -6,7 +6,7 @@
 #include <string>
 
 #include "apply/apply.h"
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "support/toolbox_test.h"
 
 struct Piped {

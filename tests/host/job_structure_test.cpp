@@ -5,14 +5,14 @@
 
 #include <algorithm>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-using riders::findFragment;
-using riders::findPlace;
-using riders::JobHead;
-using riders::kJobHeadLimit;
-using riders::Place;
-using riders::Refusal;
+using riders::apply::findFragment;
+using riders::apply::findPlace;
+using riders::apply::JobHead;
+using riders::apply::kJobHeadLimit;
+using riders::apply::Place;
+using riders::io::Refusal;
 
 namespace {
 
@@ -183,7 +183,7 @@ TEST(JobStructure, LineThatTheHeadCutsOffIsNotSeen)
 
 TEST(JobStructure, LandscapeIsWhatTheHeaderSays)
 {
-    const auto landscape = [](const std::string &job) { return riders::isLandscape({job, true, "job"}); };
+    const auto landscape = [](const std::string &job) { return riders::apply::isLandscape({job, true, "job"}); };
     EXPECT_TRUE(landscape("%!PS\n%%Orientation: Landscape\n"));
     EXPECT_TRUE(landscape("\x04%!PS-Adobe-3.0\r\n%%Title: x\r\n%%Orientation:Landscape \r\n"));
     EXPECT_FALSE(landscape("%!PS\n%%Orientation: Portrait\n%%Orientation: Landscape\n"));

@@ -229,28 +229,28 @@ TEST_F(Make, WrongUsageExitsWithTwo)
 TEST(MenuMatch, ComparesNumbersNotTexts)
 {
     std::vector<std::string> items = {"Printer's own", "20 lpi", "85 lpi", "7.5\u00B0", "Other..."};
-    EXPECT_EQ(riders::itemWithValue(items, "85"), 3);
-    EXPECT_EQ(riders::itemWithValue(items, "085.00"), 3);
-    EXPECT_EQ(riders::itemWithValue(items, "7.5"), 4);
-    EXPECT_EQ(riders::itemWithValue(items, "8"), 0);
-    EXPECT_EQ(riders::itemWithValue(items, "85x"), 0);
-    EXPECT_EQ(riders::itemWithValue(items, ""), 0);
-    EXPECT_EQ(riders::itemWithValue(items, "Other..."), 0);
+    EXPECT_EQ(riders::make::itemWithValue(items, "85"), 3);
+    EXPECT_EQ(riders::make::itemWithValue(items, "085.00"), 3);
+    EXPECT_EQ(riders::make::itemWithValue(items, "7.5"), 4);
+    EXPECT_EQ(riders::make::itemWithValue(items, "8"), 0);
+    EXPECT_EQ(riders::make::itemWithValue(items, "85x"), 0);
+    EXPECT_EQ(riders::make::itemWithValue(items, ""), 0);
+    EXPECT_EQ(riders::make::itemWithValue(items, "Other..."), 0);
 }
 
 TEST(MenuMatch, NamesMatchWhateverTheirCapitals)
 {
     std::vector<std::string> items = {"Printer's own   ", "Round", "Square"};
-    EXPECT_EQ(riders::itemWithName(items, "round"), 2);
-    EXPECT_EQ(riders::itemWithName(items, "SQUARE"), 3);
-    EXPECT_EQ(riders::itemWithName(items, "squar"), 0);
-    EXPECT_EQ(riders::itemWithName(items, "printer's own"), 1);
+    EXPECT_EQ(riders::make::itemWithName(items, "round"), 2);
+    EXPECT_EQ(riders::make::itemWithName(items, "SQUARE"), 3);
+    EXPECT_EQ(riders::make::itemWithName(items, "squar"), 0);
+    EXPECT_EQ(riders::make::itemWithName(items, "printer's own"), 1);
 }
 
 TEST(MenuMatch, DividersAndItemsThatOpenADialogAreNoValues)
 {
     std::vector<std::string> items = {"Printer's own", "-", "Round", "Import..."};
-    EXPECT_EQ(riders::itemWithName(items, "-"), 0);
-    EXPECT_EQ(riders::itemWithName(items, "Import..."), 0);
-    EXPECT_EQ(riders::itemWithName(items, "round"), 3);
+    EXPECT_EQ(riders::make::itemWithName(items, "-"), 0);
+    EXPECT_EQ(riders::make::itemWithName(items, "Import..."), 0);
+    EXPECT_EQ(riders::make::itemWithName(items, "round"), 3);
 }

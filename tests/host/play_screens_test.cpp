@@ -136,7 +136,7 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
 
 TEST(Screens, AreReadFromLeftToRight)
 {
-    auto screens = riders::screensFromText("640x480x8+1024x768x1");
+    auto screens = riders::play::screensFromText("640x480x8+1024x768x1");
     ASSERT_EQ(screens.size(), 2u);
     EXPECT_EQ(screens[0].bounds.right, 640);
     EXPECT_EQ(screens[0].depth, 8);
@@ -149,7 +149,7 @@ TEST(Screens, AreReadFromLeftToRight)
 
 TEST(Screens, HaveAScaleWhenOneIsTold)
 {
-    auto screens = riders::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
+    auto screens = riders::play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
     ASSERT_EQ(screens.size(), 3u);
     EXPECT_EQ(screens[0].scale, 2);
     EXPECT_EQ(screens[0].bounds.right, 640);
@@ -163,5 +163,5 @@ TEST(Screens, WhatDoesNotReadSoIsRefused)
     for (const char *text : {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8",
                              "640x99999x8", "-640x480x8",
                              "640x480x8@", "640x480x8@0", "640x480x8@4", "640x480x8@2x"})
-        EXPECT_TRUE(riders::screensFromText(text).empty()) << text;
+        EXPECT_TRUE(riders::play::screensFromText(text).empty()) << text;
 }

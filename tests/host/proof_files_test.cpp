@@ -9,7 +9,7 @@
 
 namespace {
 
-using riders::BitPlate;
+using riders::proof::BitPlate;
 
 // A PCX file as the interpreter writes it, of rows of four bits a pixel.
 std::string pcxOf(int width, const std::vector<std::vector<int>> &rows)
@@ -35,9 +35,9 @@ protected:
     {
         writeFile(folder / "1.pcx", pcx);
         try {
-            riders::readProcessPlates(folder / "1.pcx", 10, 10);
+            riders::proof::readProcessPlates(folder / "1.pcx", 10, 10);
             return "read";
-        } catch (const riders::Refusal &refusal) {
+        } catch (const riders::io::Refusal &refusal) {
             return refusal.message;
         }
     }
@@ -52,7 +52,7 @@ TEST_F(ProofFilesTest, ProcessPlatesAreDealtFromAPixelsFourBits)
             for (int &pixel : row)
                 pixel = static_cast<int>(random() % 16);
         writeFile(folder / "1.pcx", pcxOf(width, rows));
-        const std::vector<BitPlate> plates = riders::readProcessPlates(folder / "1.pcx", width, 5);
+        const std::vector<BitPlate> plates = riders::proof::readProcessPlates(folder / "1.pcx", width, 5);
         ASSERT_EQ(plates.size(), 4u);
         for (int plate = 0; plate < 4; ++plate) {
             const BitPlate &bits = plates[static_cast<size_t>(plate)];
@@ -74,7 +74,7 @@ TEST_F(ProofFilesTest, AWidePageIsToldFromANarrowOne)
 {
     const int width = 65536 + 10;
     writeFile(folder / "1.pcx", pcxOf(width, {std::vector<int>(width, 8)}));
-    const std::vector<BitPlate> plates = riders::readProcessPlates(folder / "1.pcx", width - 3, 1);
+    const std::vector<BitPlate> plates = riders::proof::readProcessPlates(folder / "1.pcx", width - 3, 1);
     EXPECT_EQ(plates[0].width, width);
     EXPECT_TRUE(plates[0].at(width - 1, 0));
     EXPECT_FALSE(plates[1].hasInk());
@@ -102,7 +102,7 @@ TEST_F(ProofFilesTest, AnyNumberOfRunsOfNoLengthIsPassedOver)
     for (int i = 0; i < 1 << 20; ++i)
         nothing += "\xC0\x55";
     EXPECT_EQ(messageOf(good.substr(0, 128) + nothing + good.substr(128)), "read");
-    EXPECT_EQ(riders::readProcessPlates(folder / "1.pcx", 10, 10)[1].height, 1);
+    EXPECT_EQ(riders::proof::readProcessPlates(folder / "1.pcx", 10, 10)[1].height, 1);
 }
 
 TEST_F(ProofFilesTest, AFilmIsReadBackAsItWasWritten)
@@ -112,14 +112,14 @@ TEST_F(ProofFilesTest, AFilmIsReadBackAsItWasWritten)
     for (int y = 0; y < plate.height; ++y)
         for (int x = 0; x < plate.width; ++x)
             plate.row(y)[x / 8] |= static_cast<std::uint8_t>((random() % 2) << (7 - x % 8));
-    riders::writeFilm(folder / "film.tif", plate, 1200);
+    riders::proof::writeFilm(folder / "film.tif", plate, 1200);
     const Film film = readFilm(folder / "film.tif");
     EXPECT_EQ(film.bits.bits, plate.bits);
     EXPECT_EQ(film.dpi, 1200);
-    EXPECT_THROW(riders::writeFilm(folder / "none/film.tif", plate, 1200), riders::Refusal);
+    EXPECT_THROW(riders::proof::writeFilm(folder / "none/film.tif", plate, 1200), riders::io::Refusal);
     // The interpreter's are black and white the other way round.
-    EXPECT_THROW(riders::readPlate(folder / "film.tif"), riders::Refusal);
-    EXPECT_THROW(riders::readTints(folder / "film.tif"), riders::Refusal);
+    EXPECT_THROW(riders::proof::readPlate(folder / "film.tif"), riders::io::Refusal);
+    EXPECT_THROW(riders::proof::readTints(folder / "film.tif"), riders::io::Refusal);
 }
 
 // Few colours are written as numbers into a list of them; nobody is to see it.
@@ -127,20 +127,20 @@ TEST_F(ProofFilesTest, APictureIsReadBackAsItWasWritten)
 {
     for (const int colours : {1, 2, 3, 16, 17, 256, 257, 700})
         for (const int width : {1, 7, 9, 100}) {
-            riders::Picture picture{width, 701, {}};
+            riders::proof::Picture picture{width, 701, {}};
             for (int i = 0; i < width * 701; ++i) {
                 const int colour = i * 7 % colours;
                 picture.pixels.push_back({static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
                                           static_cast<std::uint8_t>(255 - colour)});
             }
-            riders::writePicture(folder / "picture.png", picture, 96);
+            riders::proof::writePicture(folder / "picture.png", picture, 96);
             png_image read{};
             read.version = PNG_IMAGE_VERSION;
             ASSERT_TRUE(png_image_begin_read_from_file(&read, (folder / "picture.png").c_str())) << read.message;
             read.format = PNG_FORMAT_RGB;
             ASSERT_EQ(read.width, static_cast<unsigned>(width));
             ASSERT_EQ(read.height, 701u);
-            std::vector<riders::Colour> pixels(picture.pixels.size());
+            std::vector<riders::proof::Colour> pixels(picture.pixels.size());
             ASSERT_TRUE(png_image_finish_read(&read, nullptr, pixels.data(), 0, nullptr)) << read.message;
             EXPECT_TRUE(pixels == picture.pixels) << colours << " colours, " << width << " wide";
         }
@@ -152,7 +152,7 @@ TEST_F(ProofFilesTest, PlatesOfAPageComeInTheirOrder)
                              "1(Blue (2)).tif", "11(Cyan).tif", "1.tif", "prolog.ps"})
         writeFile(folder / name, "");
     std::vector<std::string> plates;
-    for (const riders::PlateFile &file : riders::plateFiles(folder.path(), 1))
+    for (const riders::proof::PlateFile &file : riders::proof::plateFiles(folder.path(), 1))
         plates.push_back(file.plate);
     EXPECT_EQ(plates, (std::vector<std::string>{"Cyan", "Magenta", "Yellow", "Black", "Blue (2)", "Gold"}));
 }

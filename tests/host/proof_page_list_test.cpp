@@ -1,4 +1,4 @@
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "host/proof_support.h"
 #include "proof/page_list.h"
 
@@ -9,8 +9,8 @@ using Pages = std::vector<int>;
 std::string refusalOf(const std::string &text)
 {
     try {
-        riders::pagesFromText(text);
-    } catch (const riders::Refusal &refusal) {
+        riders::proof::pagesFromText(text);
+    } catch (const riders::io::Refusal &refusal) {
         return refusal.message;
     }
     return "taken";
@@ -18,11 +18,11 @@ std::string refusalOf(const std::string &text)
 
 TEST(ProofPageList, IsNumbersAndRanges)
 {
-    EXPECT_EQ(riders::pagesFromText(""), Pages{});
-    EXPECT_EQ(riders::pagesFromText("7"), Pages{7});
-    EXPECT_EQ(riders::pagesFromText("1,3-5"), (Pages{1, 3, 4, 5}));
-    EXPECT_EQ(riders::pagesFromText(" 2 , 1 - 2 ,2"), (Pages{1, 2}));
-    EXPECT_EQ(riders::pagesFromText("100000"), Pages{100000});
+    EXPECT_EQ(riders::proof::pagesFromText(""), Pages{});
+    EXPECT_EQ(riders::proof::pagesFromText("7"), Pages{7});
+    EXPECT_EQ(riders::proof::pagesFromText("1,3-5"), (Pages{1, 3, 4, 5}));
+    EXPECT_EQ(riders::proof::pagesFromText(" 2 , 1 - 2 ,2"), (Pages{1, 2}));
+    EXPECT_EQ(riders::proof::pagesFromText("100000"), Pages{100000});
 }
 
 TEST(ProofPageList, AnythingElseIsRefusedInWords)
@@ -38,7 +38,7 @@ TEST(ProofPageList, AnythingElseIsRefusedInWords)
 TEST(ProofPageList, IsWrittenAsShortAsItCanBe)
 {
     for (const char *text : {"", "1", "1-2", "1,3", "1,3-5,9"})
-        EXPECT_EQ(riders::textFromPages(riders::pagesFromText(text)), text);
+        EXPECT_EQ(riders::proof::textFromPages(riders::proof::pagesFromText(text)), text);
 }
 
 }  // namespace

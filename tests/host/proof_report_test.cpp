@@ -10,7 +10,7 @@
 
 namespace {
 
-using riders::PlateFacts;
+using riders::proof::PlateFacts;
 using Words = std::vector<std::string>;
 
 PlateFacts plate(const std::string &name, double frequency, double angle)
@@ -27,33 +27,33 @@ PlateFacts plate(const std::string &name, double frequency, double angle)
 
 Words warnings(const std::vector<PlateFacts> &plates)
 {
-    riders::PageFacts page;
+    riders::proof::PageFacts page;
     page.plates = plates;
-    return riders::warningsFor(page);
+    return riders::proof::warningsFor(page);
 }
 
 TEST(ProofReport, TextFromAJobIsOnlyText)
 {
-    EXPECT_EQ(riders::escaped("<script>alert('x')</script> & \"y\""),
+    EXPECT_EQ(riders::proof::escaped("<script>alert('x')</script> & \"y\""),
               "&lt;script&gt;alert(&#39;x&#39;)&lt;/script&gt; &amp; &quot;y&quot;");
-    EXPECT_EQ(riders::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
-    EXPECT_EQ(riders::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
-    EXPECT_EQ(riders::escaped("gr\xC3\xBCn"), "grün");
+    EXPECT_EQ(riders::proof::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
+    EXPECT_EQ(riders::proof::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
+    EXPECT_EQ(riders::proof::escaped("gr\xC3\xBCn"), "grün");
 }
 
 TEST(ProofReport, ThePageEscapesAllThatIsTheJobs)
 {
-    riders::ProofFacts facts;
+    riders::proof::ProofFacts facts;
     facts.job = facts.riders = "<i>.ps";
     facts.said = {"<i>said"};
-    riders::PageFacts page;
+    riders::proof::PageFacts page;
     page.number = 1;
     page.width = page.height = 2;
     page.rosette = "pictures/page-1-all.png";
     page.warnings = {"<i>warned"};
     page.plates = {plate("<i>ink", 60, 45)};
     facts.pages = {page};
-    const std::string html = riders::reportOf(facts);
+    const std::string html = riders::proof::reportOf(facts);
     size_t marks = 0;   // the loupe's own is <i style=...>
     for (size_t at = html.find("<i>"); at != std::string::npos; at = html.find("<i>", at + 1))
         ++marks;
@@ -65,11 +65,11 @@ TEST(ProofReport, ThePageEscapesAllThatIsTheJobs)
 
 TEST(ProofReport, TheMarkIsFoundWhateverTheJobIsCalled)
 {
-    riders::ProofFacts facts;
+    riders::proof::ProofFacts facts;
     facts.job = std::string(255, '&');
     TemporaryFolder folder;
-    riders::writeReport(folder / riders::kPageName, facts);
-    EXPECT_TRUE(riders::isProofFolder(folder.path()));
+    riders::proof::writeReport(folder / riders::proof::kPageName, facts);
+    EXPECT_TRUE(riders::proof::isProofFolder(folder.path()));
 }
 
 TEST(ProofReport, WarnsWhereTheScreenIsOff)
@@ -105,17 +105,17 @@ TEST(ProofReport, ShapesAreToldFromTheirValues)
         for (int i = 0; i < 49; ++i)
             line << ' ' << spot((i % 7 - 3) / 3.3, (i / 7 - 3) / 3.5);
         line << " Cyan";
-        riders::InterpreterWords words;
+        riders::proof::InterpreterWords words;
         words.take("%%ProofPage");
         words.take(line.str());
         words.take("%%ProofPage");
         return words.report().pages[0].at("Cyan").shape;
     };
-    for (const riders::NamedSpot &spot : riders::namedSpots())
+    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots())
         EXPECT_EQ(shapeOf(spot.value), spot.name);
     EXPECT_EQ(shapeOf([](double x, double y) { return -5 * (x * x + y * y); }), "Round");
     EXPECT_EQ(shapeOf([](double x, double y) { return x * y; }), "");
-    riders::InterpreterWords words;
+    riders::proof::InterpreterWords words;
     for (const char *line : {"%%ProofShape ", "%%ProofShape 1 2 3 Cyan", "%%ProofShape x"})
         EXPECT_FALSE(words.take(line));
     EXPECT_TRUE(words.report().said.empty());
@@ -123,9 +123,9 @@ TEST(ProofReport, ShapesAreToldFromTheirValues)
 
 TEST(ProofReport, ADotTurnedByAQuarterIsTheSame)
 {
-    EXPECT_NEAR(riders::anglesApart(89.8, 0.1), 0.3, 1e-9);
-    EXPECT_DOUBLE_EQ(riders::anglesApart(0, 180), 0);
-    EXPECT_DOUBLE_EQ(riders::anglesApart(10, 55), 45);
+    EXPECT_NEAR(riders::proof::anglesApart(89.8, 0.1), 0.3, 1e-9);
+    EXPECT_DOUBLE_EQ(riders::proof::anglesApart(0, 180), 0);
+    EXPECT_DOUBLE_EQ(riders::proof::anglesApart(10, 55), 45);
     PlateFacts turned = plate("Cyan", 60, 0.2);
     turned.asked.angle = 90;
     EXPECT_EQ(warnings({turned}), Words{});
@@ -155,30 +155,30 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
 {
     TemporaryFolder folder;
     writeFile(folder / "riders", "/riderFrequency null def /riderAngle null def\n/riderAngle 22.5 def\n");
-    const riders::AskedFor riders = riders::askedByRiders(folder / "riders");
+    const riders::proof::AskedFor riders = riders::proof::askedByRiders(folder / "riders");
     EXPECT_FALSE(riders.frequency);
     EXPECT_EQ(riders.angle, 22.5);
-    const riders::AskedFor both = riders::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
+    const riders::proof::AskedFor both = riders::proof::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(both.frequency, 70);
     EXPECT_EQ(both.angle, 22.5);
-    const riders::AskedFor spot = riders::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
+    const riders::proof::AskedFor spot = riders::proof::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(spot.frequency, 50);
     EXPECT_EQ(spot.by, "the job");
-    EXPECT_EQ(riders::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
-    EXPECT_FALSE(riders::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
-    EXPECT_FALSE(riders::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
+    EXPECT_EQ(riders::proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
+    EXPECT_FALSE(riders::proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
+    EXPECT_FALSE(riders::proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 
 TEST(ProofReport, FilesAreNamedPlainly)
 {
     std::set<std::string> taken = {"all"};
-    EXPECT_EQ(riders::fileNameFor("PANTONE 185 C", taken), "pantone-185-c");
-    EXPECT_EQ(riders::fileNameFor("Pantone-185-C", taken), "pantone-185-c-2");
-    EXPECT_EQ(riders::fileNameFor("All", taken), "all-2");
-    EXPECT_EQ(riders::fileNameFor("../..", taken), "ink");
-    EXPECT_EQ(riders::fileNameFor("", taken), "ink-2");
-    EXPECT_EQ(riders::fileNameFor(std::string(300, 'x'), taken).size(), 40u);
-    EXPECT_EQ(riders::plateNameFrom("a%2Fb%25 %zz%4"), "a/b% %zz%4");
+    EXPECT_EQ(riders::proof::fileNameFor("PANTONE 185 C", taken), "pantone-185-c");
+    EXPECT_EQ(riders::proof::fileNameFor("Pantone-185-C", taken), "pantone-185-c-2");
+    EXPECT_EQ(riders::proof::fileNameFor("All", taken), "all-2");
+    EXPECT_EQ(riders::proof::fileNameFor("../..", taken), "ink");
+    EXPECT_EQ(riders::proof::fileNameFor("", taken), "ink-2");
+    EXPECT_EQ(riders::proof::fileNameFor(std::string(300, 'x'), taken).size(), 40u);
+    EXPECT_EQ(riders::proof::plateNameFrom("a%2Fb%25 %zz%4"), "a/b% %zz%4");
 }
 
 }  // namespace

@@ -7,10 +7,10 @@
 
 namespace fs = std::filesystem;
 
-riders::ProofRequest ProofTest::request(const std::string &job, const std::string &name)
+riders::proof::ProofRequest ProofTest::request(const std::string &job, const std::string &name)
 {
     writeFile(folder / name, job);
-    riders::ProofRequest request;
+    riders::proof::ProofRequest request;
     request.job = folder / name;
     request.folder = out;
     request.dpi = 300;
@@ -18,12 +18,12 @@ riders::ProofRequest ProofTest::request(const std::string &job, const std::strin
     return request;
 }
 
-std::string ProofTest::proofOf(const riders::ProofRequest &request)
+std::string ProofTest::proofOf(const riders::proof::ProofRequest &request)
 {
     try {
-        EXPECT_EQ(riders::proof(request), request.folder / "proof.html");
+        EXPECT_EQ(riders::proof::proof(request), request.folder / "proof.html");
         return "done";
-    } catch (const riders::Refusal &refusal) {
+    } catch (const riders::io::Refusal &refusal) {
         return refusal.message;
     }
 }
@@ -91,7 +91,7 @@ Film readFilm(const fs::path &file)
     TIFFGetField(tiff, TIFFTAG_RESOLUTIONUNIT, &unit);
     TIFFGetField(tiff, TIFFTAG_XRESOLUTION, &across);
     TIFFGetField(tiff, TIFFTAG_YRESOLUTION, &down);
-    film.bits = riders::BitPlate(static_cast<int>(width), static_cast<int>(height));
+    film.bits = riders::proof::BitPlate(static_cast<int>(width), static_cast<int>(height));
     for (int y = 0; y < film.bits.height; ++y)
         TIFFReadScanline(tiff, film.bits.row(y), static_cast<std::uint32_t>(y));
     TIFFClose(tiff);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 #include "proof/plate_files.h"
 #include "proof/proof.h"
 #include "support/toolbox_test.h"
@@ -12,9 +12,9 @@
 class ProofTest : public ::testing::Test {
 protected:
     // A job of these bytes, at a low resolution, on one core.
-    riders::ProofRequest request(const std::string &job, const std::string &name = "job.ps");
+    riders::proof::ProofRequest request(const std::string &job, const std::string &name = "job.ps");
     // "done", or the message of the Refusal.
-    std::string proofOf(const riders::ProofRequest &request);
+    std::string proofOf(const riders::proof::ProofRequest &request);
     // The same, and the page it made.
     std::string pageOf(const std::string &job);
     // The names of all files in the proof, sorted.
@@ -34,7 +34,7 @@ std::string smallJob(const std::vector<std::string> &pages);
 
 // A film as it was written.
 struct Film {
-    riders::BitPlate bits;
+    riders::proof::BitPlate bits;
     double dpi = 0;
     int compression = 0, photometric = 0;
     double ink() const;   // share of the sheet

@@ -35,7 +35,7 @@ TEST_F(Strip, MarkerAtTheVeryLimitIsFound)
 {
     for (size_t short_ : {0, 1, 2, 3}) {
         std::string bytes = "%!PS\n%%EndProlog\n";
-        bytes += std::string(riders::kJobHeadLimit - bytes.size() - 8 - short_, 'x') + "\n%%Page:\n";
+        bytes += std::string(riders::apply::kJobHeadLimit - bytes.size() - 8 - short_, 'x') + "\n%%Page:\n";
         bytes += std::string(300, 'y') + "\n";
         const std::string both = applied(bytes);
         EXPECT_TRUE(stripped(both) == bytes) << short_;
@@ -97,7 +97,7 @@ TEST_F(Strip, OtherLineEndsAreDamage)
 TEST_F(Strip, PipesAndTheJobItself)
 {
     const std::string both = applied(plainJob);
-    const Piped piped = runPiped(both, [] { riders::stripRiders({}); });
+    const Piped piped = runPiped(both, [] { riders::apply::stripRiders({}); });
     EXPECT_EQ(piped.output, plainJob);
     EXPECT_EQ(strip(out, out), "done");
     EXPECT_EQ(contentsOf(out), plainJob);

@@ -39,7 +39,7 @@ std::vector<toolbox::Screen> screensOf(const fs::path &script)
     std::getline(in, line);
     const std::vector<std::string> words = kept::wordsOf(line);
     bool told = words.size() == 3 && words[0] == "#" && words[1] == "screens:";
-    return riders::screensFromText(told ? words[2] : "640x480x8");
+    return riders::play::screensFromText(told ? words[2] : "640x480x8");
 }
 
 std::vector<std::string> picturesOf(const fs::path &script)
@@ -61,7 +61,7 @@ TEST_P(Pictures, AreWhatIsKept)
     TemporaryFolder work;
     const fs::path script = scripts / (GetParam() + ".play");
     fs::copy(scripts / "files", work / "there", fs::copy_options::recursive);
-    riders::PlayRequest request;
+    riders::play::PlayRequest request;
     request.script = script;
     request.plugin = fs::path(RIDERS_BINARY_DIR) / "riders.so";
     request.picturesFolder = work / "pictures";
@@ -69,7 +69,7 @@ TEST_P(Pictures, AreWhatIsKept)
     request.configuration.startFolder = work / "there";
     request.configuration.moveBlocks = blocksMove();
     request.screens = screensOf(script);
-    EXPECT_EQ(riders::play(request), "");
+    EXPECT_EQ(riders::play::play(request), "");
     const std::vector<std::string> names = picturesOf(script);
     EXPECT_FALSE(names.empty()) << "the script takes no picture";
     for (const std::string &name : names)

@@ -19,10 +19,10 @@ TEST_F(AnnotationPlates, EachHasIt)
         const auto result = runGhostscript(folder, "%!PS\n" + annotation() + overprint + kOrange + "showpage\n",
                                            "%d.tif", "-sDEVICE=tiffsep1 -r72 -g200x200");
         ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
-        const auto plates = riders::plateFiles(folder.path(), 1);
+        const auto plates = riders::proof::plateFiles(folder.path(), 1);
         ASSERT_EQ(plates.size(), 5u);
-        for (const riders::PlateFile &plate : plates) {
-            const riders::BitPlate dots = riders::readPlate(plate.file);
+        for (const riders::proof::PlateFile &plate : plates) {
+            const riders::proof::BitPlate dots = riders::proof::readPlate(plate.file);
             int ink = 0;
             for (int y = 200 - 32; y < 200 - 14; ++y)
                 for (int x = 16; x < 60; ++x)

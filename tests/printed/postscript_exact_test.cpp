@@ -21,7 +21,7 @@ struct PackedPage {
                     bits[y * page.rowBytes + x / 8] |= 0x80 >> x % 8;
     }
     std::vector<std::uint8_t> bits;
-    riders::BitPage page;
+    riders::meter::BitPage page;
 };
 
 struct ExactCase {
@@ -30,7 +30,7 @@ struct ExactCase {
 
 class ScreenExact : public ::testing::TestWithParam<ExactCase> {
 protected:
-    riders::ScreenReading read(const std::string &paint)
+    riders::meter::ScreenReading read(const std::string &paint)
     {
         const RidersChoice choice = {
             .frequency = GetParam().frequency, .angle = GetParam().angle, .spotBody = pieceBytes(16128)};
@@ -39,9 +39,9 @@ protected:
                            "page.pbm", "-sDEVICE=pbmraw -r600 -g1800x1800");
         EXPECT_EQ(result.output + result.errors, "");
         packed.emplace(readBitmap(folder / "page.pbm"));
-        return riders::readScreen(packed->page, riders::PageWindow{0, 0, 1800, 1800});
+        return riders::meter::readScreen(packed->page, riders::meter::PageWindow{0, 0, 1800, 1800});
     }
-    void expectExact(const riders::ScreenReading &reading)
+    void expectExact(const riders::meter::ScreenReading &reading)
     {
         const double frequency = std::stod(GetParam().frequency), angle = std::stod(GetParam().angle);
         EXPECT_NEAR(reading.frequency, frequency, 0.004 * frequency);
@@ -59,7 +59,7 @@ TEST_P(ScreenExact, Tint)
     expectExact(reading);
     EXPECT_NEAR(reading.ink, 0.25, 0.007);
     if (reading.cellPixels >= 8) {
-        EXPECT_GE(riders::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.99);
+        EXPECT_GE(riders::meter::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.99);
     }
 }
 

@@ -3,7 +3,7 @@
 #include <set>
 
 #include "host/proof_support.h"
-#include "proof/interruption.h"
+#include "io/interruption.h"
 #include "proof/plate_names.h"
 #include "proof/prepared_job.h"
 #include "proof/spot_inks.h"
@@ -43,10 +43,10 @@ protected:
         Bits films;
         for (int page = 1; page <= pages; ++page) {
             std::set<std::string> taken;
-            for (const riders::PlateFile &file : riders::plateFiles(plates, page))
-                if (const riders::BitPlate plate = riders::readPlate(file.file); plate.hasInk())
+            for (const riders::proof::PlateFile &file : riders::proof::plateFiles(plates, page))
+                if (const riders::proof::BitPlate plate = riders::proof::readPlate(file.file); plate.hasInk())
                     films["page-" + std::to_string(page) + "-" +
-                          riders::fileNameFor(riders::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
+                          riders::proof::fileNameFor(riders::proof::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
         }
         return films;
     }
@@ -65,16 +65,16 @@ protected:
     // Pages whose inks are rendered apart.
     std::set<size_t> apart(const Names &pages)
     {
-        const riders::ProofRequest asked = request(smallJob(pages));
+        const riders::proof::ProofRequest asked = request(smallJob(pages));
         const std::filesystem::path work = folder / "work";
         std::filesystem::create_directories(work / "pictures");
-        riders::Interruption interruption;
-        const riders::PreparedJob prepared = riders::prepareJob(asked.job, {}, work);
-        riders::Progress progress;
-        riders::Workers workers(2);
-        const riders::Survey survey =
-            riders::surveyJob(asked, prepared, {}, work, work / "pictures", workers, progress);
-        return riders::lookAtSpotInks({asked, prepared, survey}, work, workers).apart;
+        riders::io::Interruption interruption;
+        const riders::proof::PreparedJob prepared = riders::proof::prepareJob(asked.job, {}, work);
+        riders::proof::Progress progress;
+        riders::io::Workers workers(2);
+        const riders::proof::Survey survey =
+            riders::proof::surveyJob(asked, prepared, {}, work, work / "pictures", workers, progress);
+        return riders::proof::lookAtSpotInks({asked, prepared, survey}, work, workers).apart;
     }
 };
 

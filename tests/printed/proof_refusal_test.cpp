@@ -17,14 +17,14 @@ const std::string kTint = ".7 setgray 12 12 120 120 rectfill";
 
 TEST_F(ProofTest, AFailingJobTellsThePageAndTheWords)
 {
-    const riders::ProofRequest bad = request(smallJob({smallPage(kTint), smallPage("1 0 div")}));
+    const riders::proof::ProofRequest bad = request(smallJob({smallPage(kTint), smallPage("1 0 div")}));
     EXPECT_EQ(proofOf(bad), bad.job.string() + ": page 2: the interpreter said: /undefinedresult in div");
     EXPECT_EQ(left(), Names{"job.ps"});
 }
 
 TEST_F(ProofTest, AnEndlessJobIsEnded)
 {
-    riders::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
+    riders::proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
     endless.secondsAPage = 1;
     EXPECT_EQ(proofOf(endless),
               endless.job.string() + ": page 2: the interpreter took more than 1 seconds and was ended");
@@ -33,7 +33,7 @@ TEST_F(ProofTest, AnEndlessJobIsEnded)
 
 TEST_F(ProofTest, AJobThatWantsAllMemoryIsEnded)
 {
-    riders::ProofRequest greedy = request("%!PS\n[ {65000 string} loop");
+    riders::proof::ProofRequest greedy = request("%!PS\n[ {65000 string} loop");
     greedy.megabytes = 300;
     const std::string said = proofOf(greedy);
     EXPECT_NE(said.find("page 1: the interpreter"), std::string::npos) << said;
@@ -64,7 +64,7 @@ TEST_F(ProofTest, ALockedPdfIsToldFromAnEmptyOne)
                    "", folder.path());
     ASSERT_EQ(locked.status, 0) << locked.err;
     for (const char *pages : {"", "2"}) {
-        riders::ProofRequest asked = request(contentsOf(folder / "locked.pdf"), "locked.pdf");
+        riders::proof::ProofRequest asked = request(contentsOf(folder / "locked.pdf"), "locked.pdf");
         asked.pages = pages;
         EXPECT_EQ(proofOf(asked), (folder / "locked.pdf").string() +
                                       ": paints no page; the interpreter said: This file requires a password for "
@@ -80,7 +80,7 @@ TEST_F(ProofTest, WhatIsNoJobIsRefused)
     EXPECT_EQ(proofOf(request("\xC5\xD0\xD3\xC6 short")),
               (folder / "job.ps").string() + ": is an EPS file whose wrapper is damaged");
     EXPECT_EQ(proofOf(request("%!PS\n")), (folder / "job.ps").string() + ": paints no page");
-    riders::ProofRequest missing = request("");
+    riders::proof::ProofRequest missing = request("");
     missing.job = folder / "missing.ps";
     EXPECT_EQ(proofOf(missing), missing.job.string() + ": No such file or directory");
     missing.job = folder.path();
@@ -89,7 +89,7 @@ TEST_F(ProofTest, WhatIsNoJobIsRefused)
 
 TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
 {
-    riders::ProofRequest coarse = request(smallJob({smallPage(kTint)}));
+    riders::proof::ProofRequest coarse = request(smallJob({smallPage(kTint)}));
     for (const int dpi : {71, 4801}) {
         coarse.dpi = dpi;
         EXPECT_EQ(proofOf(coarse),
@@ -100,7 +100,7 @@ TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
 TEST_F(ProofTest, AnEarlierProofIsReplacedAsAWhole)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint), smallPage(kTint)}))), "done");
-    ASSERT_TRUE(riders::isProofFolder(out));
+    ASSERT_TRUE(riders::proof::isProofFolder(out));
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint)}))), "done");
     EXPECT_EQ(files(), (Names{"films/page-1-black.tif", "pictures/page-1-all.png", "pictures/page-1-black.png",
                               "pictures/page-1.png", "proof.html"}));
@@ -112,7 +112,7 @@ TEST_F(ProofTest, AnEarlierProofIsReplacedAsAWhole)
 
 TEST_F(ProofTest, WhatIsNotAProofStays)
 {
-    const riders::ProofRequest asked = request(smallJob({smallPage(kTint)}));
+    const riders::proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
     writeFile(out, "a file");
     EXPECT_EQ(proofOf(asked), out.string() + ": is there and is no folder; name another with -o");
     EXPECT_EQ(contentsOf(out), "a file");
@@ -136,7 +136,7 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
 
 TEST_F(ProofTest, NoFolderToMakeItInIsRefused)
 {
-    riders::ProofRequest nowhere = request(smallJob({smallPage(kTint)}));
+    riders::proof::ProofRequest nowhere = request(smallJob({smallPage(kTint)}));
     nowhere.folder = folder / "missing/out";
     EXPECT_EQ(proofOf(nowhere), (folder / "missing").string() + ": No such file or directory");
 }
@@ -163,7 +163,7 @@ bool hasReachedPageOne(const fs::path &folder)
 
 TEST_F(ProofTest, CtrlCLeavesNothingBehind)
 {
-    const riders::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
+    const riders::proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
     for (const int number : {SIGINT, SIGTERM}) {
         const pid_t child = fork();
         if (child == 0) {

@@ -39,7 +39,7 @@ TEST_F(ProofTest, AFilmIsReadyForARecorder)
 TEST_F(ProofTest, SpotInksDoNotChangeTheProcessPlates)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kFourTints)}))), "done");
-    std::vector<riders::BitPlate> plain;
+    std::vector<riders::proof::BitPlate> plain;
     const Names plates = {"cyan", "magenta", "yellow", "black"};
     for (const std::string &plate : plates)
         plain.push_back(readFilm(out / ("films/page-1-" + plate + ".tif")).bits);
@@ -72,7 +72,7 @@ TEST_F(ProofTest, SpotPlatesHaveTheirNames)
 
 TEST_F(ProofTest, OnlyThePagesAskedFor)
 {
-    riders::ProofRequest some = request(smallJob({smallPage(kBlackTint), smallPage(kFourTints), smallPage("")}));
+    riders::proof::ProofRequest some = request(smallJob({smallPage(kBlackTint), smallPage(kFourTints), smallPage("")}));
     some.pages = "2-3";
     ASSERT_EQ(proofOf(some), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -86,7 +86,7 @@ TEST_F(ProofTest, OnlyThePagesAskedFor)
 
 TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
 {
-    riders::ProofRequest all = request(smallJob({smallPage(kBlackTint, 50, 30), smallPage(kBlackTint, 60, 75)}));
+    riders::proof::ProofRequest all = request(smallJob({smallPage(kBlackTint, 50, 30), smallPage(kBlackTint, 60, 75)}));
     all.cores = 2;
     ASSERT_EQ(proofOf(all), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -121,7 +121,7 @@ TEST_F(ProofTest, WithARidersFile)
     writeFile(folder / "film.riders", "%!Zu3_Riders\nuserdict begin\n/riderFrequency 40 def\n/riderAngle 15 def\n"
                                       "riderFrequency riderAngle {pop} setscreen\nend\n");
     const std::string job = "%!PS\n.5 setgray 0 0 100 100 rectfill showpage\n";
-    riders::ProofRequest with = request(job);
+    riders::proof::ProofRequest with = request(job);
     with.riders = folder / "film.riders";
     ASSERT_EQ(proofOf(with), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -155,7 +155,7 @@ TEST_F(ProofTest, APdf)
                       "3 0 obj<</Type/Page/Parent 2 0 R/Contents 4 0 R>>endobj\n"
                       "4 0 obj<</Length 29>>stream\n0 .5 0 0 k 0 0 144 72 re f  \nendstream endobj\n"
                       "5 0 obj<</Type/Page/Parent 2 0 R/Contents 4 0 R>>endobj\ntrailer<</Root 1 0 R>>\n%%EOF\n";
-    riders::ProofRequest second = request(pdf, "no-matter.txt");
+    riders::proof::ProofRequest second = request(pdf, "no-matter.txt");
     second.pages = "2";
     ASSERT_EQ(proofOf(second), "done");
     EXPECT_EQ(files(), (Names{"films/page-2-magenta.tif", "pictures/page-2-all.png", "pictures/page-2-magenta.png",

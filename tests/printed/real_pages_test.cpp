@@ -74,7 +74,7 @@ protected:
 
 TEST_P(RealPages, HaveTheAnnotationAtTheReadersFootAndNothingElse)
 {
-    riders::applyRiders({folder / "riders", folder / "written.ps", folder / "annotated.ps"});
+    riders::apply::applyRiders({folder / "riders", folder / "written.ps", folder / "annotated.ps"});
     const auto plain = printed(folder / "written.ps"), annotated = printed(folder / "annotated.ps");
     ASSERT_EQ(plain.size(), 1u);
     ASSERT_EQ(annotated.size(), 1u);

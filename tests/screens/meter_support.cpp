@@ -40,7 +40,7 @@ void PaintedPage::set(int x, int y, bool ink)
     byte = static_cast<std::uint8_t>(ink ? byte | bit : byte & ~bit);
 }
 
-void PaintedPage::tint(const riders::PageWindow &where, const IdealScreen &screen)
+void PaintedPage::tint(const riders::meter::PageWindow &where, const IdealScreen &screen)
 {
     const auto spot = screen.spot ? screen.spot : roundDot;
     const double least = threshold(spot, screen.ink);
@@ -55,7 +55,7 @@ void PaintedPage::tint(const riders::PageWindow &where, const IdealScreen &scree
         }
 }
 
-void PaintedPage::fill(const riders::PageWindow &where)
+void PaintedPage::fill(const riders::meter::PageWindow &where)
 {
     for (int y = where.top; y < where.top + where.height; ++y)
         for (int x = where.left; x < where.left + where.width; ++x)

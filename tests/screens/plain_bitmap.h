@@ -13,7 +13,7 @@ public:
         : bytes_(std::move(bytes)), start_(start), width_(width), height_(height), dpi_(dpi)
     {
     }
-    riders::BitPage page() const
+    riders::meter::BitPage page() const
     {
         const auto *bits = reinterpret_cast<const std::uint8_t *>(bytes_.data() + start_);
         return {bits, width_, height_, static_cast<size_t>((width_ + 7) / 8), dpi_};

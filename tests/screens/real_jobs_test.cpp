@@ -28,13 +28,13 @@ std::string ridersWith(int spot)
     return composeRiders({.frequency = "45", .angle = "22.5", .spotBody = pieceBytes(spot)});
 }
 
-void expectChosen(const riders::BitPage &page, int spot)
+void expectChosen(const riders::meter::BitPage &page, int spot)
 {
-    const riders::ScreenReading reading = riders::readScreen(page);
+    const riders::meter::ScreenReading reading = riders::meter::readScreen(page);
     ASSERT_EQ(reading.kind, spot == kLine ? riders::ScreenKind::lines : riders::ScreenKind::dots);
     EXPECT_NEAR(reading.frequency, kFrequency, 0.005 * kFrequency);
     EXPECT_NEAR(std::remainder(reading.angle - kAngle, spot == kLine ? 180 : 90), 0, 0.3);
-    EXPECT_GT(riders::likenessTo(page, reading, shapeOf(spot).value).correlation, 0.93);
+    EXPECT_GT(riders::meter::likenessTo(page, reading, shapeOf(spot).value).correlation, 0.93);
 }
 
 class RealJobs : public ::testing::Test {
@@ -69,7 +69,7 @@ protected:
     fs::path applied(const fs::path &job, int spot)
     {
         writeFile(folder / "riders", ridersWith(spot));
-        riders::applyRiders({folder / "riders", job, folder / "screened.ps"});
+        riders::apply::applyRiders({folder / "riders", job, folder / "screened.ps"});
         return folder / "screened.ps";
     }
 

@@ -167,7 +167,7 @@ private:
     void walk()
     {
         hostFilter = [](DialogPtr dialog, EventRecord *event, int16_t *item) {
-            return riders::standardDialogFilter(dialog, event, item);
+            return riders::plugin::standardDialogFilter(dialog, event, item);
         };
         user.onSurprise([this](int dialogID) { return goOn(dialogID); });
         record("start");
@@ -280,11 +280,11 @@ private:
 
     void record(const std::string &line) { script_ << line << std::endl; }
 
-    void queue(const std::string &line) { riders::queueStep(riders::splitScript(line).front(), stage_); }
+    void queue(const std::string &line) { riders::play::queueStep(riders::play::splitScript(line).front(), stage_); }
 
     // Steps of a script act on the user alone, but for those between calls.
-    alignas(riders::Plugin) unsigned char noPlugin_[sizeof(riders::Plugin)];
-    riders::Stage stage_{user, *reinterpret_cast<riders::Plugin *>(noPlugin_), {}, machine};
+    alignas(riders::plugin::Plugin) unsigned char noPlugin_[sizeof(riders::plugin::Plugin)];
+    riders::play::Stage stage_{user, *reinterpret_cast<riders::plugin::Plugin *>(noPlugin_), {}, machine};
     Way way_{};
     restless::Source source_;
     std::ofstream script_;

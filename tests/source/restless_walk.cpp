@@ -231,7 +231,7 @@ private:
 };
 
 // Whether the line can be carried out with what is in front.
-bool fits(const riders::ScriptLine &line, int dialogID)
+bool fits(const riders::play::ScriptLine &line, int dialogID)
 {
     const std::string &verb = line.words[0];
     bool always = verb == "fail" || verb == "depth" || verb == "wait" || verb == "clipboard";
@@ -267,7 +267,7 @@ Source repeating(Lines lines)
         while (!rest->empty()) {
             std::string line = rest->back();
             rest->pop_back();
-            if (fits(riders::splitScript(line).front(), dialogID))
+            if (fits(riders::play::splitScript(line).front(), dialogID))
                 return line;
         }
         return std::nullopt;

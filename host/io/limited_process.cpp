@@ -1,4 +1,4 @@
-#include "proof/limited_process.h"
+#include "io/limited_process.h"
 
 #include <errno.h>
 #include <fcntl.h>
@@ -13,10 +13,10 @@
 #include <algorithm>
 #include <chrono>
 
-#include "apply/refusal.h"
-#include "proof/interruption.h"
+#include "io/refusal.h"
+#include "io/interruption.h"
 
-namespace riders {
+namespace riders::io {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -201,4 +201,4 @@ LimitedResult runLimited(const LimitedRun &run)
     return result;
 }
 
-}  // namespace riders
+}  // namespace riders::io

@@ -5,7 +5,7 @@
 
 #include <exception>
 
-namespace riders {
+namespace riders::io {
 
 // Thrown where work ends because of a signal.
 struct Interrupted : std::exception {
@@ -33,4 +33,4 @@ private:
     struct sigaction old_[3];
 };
 
-}  // namespace riders
+}  // namespace riders::io

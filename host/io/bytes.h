@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace riders {
+namespace riders::io {
 
 // An open file with the name it has in messages. Closed at the end unless it
 // is one of the process's own standard files.
@@ -44,4 +44,4 @@ void copyRest(const OpenFile &in, const OpenFile &out);
 // True where both are the same ordinary file.
 bool sameFile(int one, int other);
 
-}  // namespace riders
+}  // namespace riders::io

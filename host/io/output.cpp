@@ -1,4 +1,4 @@
-#include "apply/output.h"
+#include "io/output.h"
 
 #include <errno.h>
 #include <fcntl.h>
@@ -6,11 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
 namespace fs = std::filesystem;
 
-namespace riders {
+namespace riders::io {
 
 namespace {
 
@@ -129,4 +129,4 @@ void Output::finish()
     temporary_.clear();
 }
 
-}  // namespace riders
+}  // namespace riders::io

@@ -1,9 +1,8 @@
-#include "apply/bytes.h"
+#include "io/bytes.h"
 
 #include <errno.h>
 #include <fcntl.h>
 #include <poll.h>
-#include <string.h>
 #include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,9 +10,9 @@
 #include <memory>
 #include <utility>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::io {
 
 namespace {
 
@@ -75,11 +74,6 @@ size_t readSome(const OpenFile &in, char *buffer, size_t size)
 }
 
 }  // namespace
-
-void refuseErrno(const std::string &name, int error)
-{
-    throw Refusal(name + ": " + strerror(error));
-}
 
 OpenFile::~OpenFile()
 {
@@ -159,4 +153,4 @@ bool sameFile(int one, int other)
            a.st_ino == b.st_ino;
 }
 
-}  // namespace riders
+}  // namespace riders::io

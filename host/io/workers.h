@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-namespace riders {
+namespace riders::io {
 
 // Threads that take pieces of work: urgent ones first, otherwise in the order they came.
 // A piece may add others. A signal (see Interruption) is found between pieces, as if one had thrown Interrupted.
@@ -43,4 +43,4 @@ private:
     std::vector<std::thread> threads_;
 };
 
-}  // namespace riders
+}  // namespace riders::io

@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "apply/bytes.h"
+#include "io/bytes.h"
 
-namespace riders {
+namespace riders::io {
 
 // While one of these is there, writing to a pipe whose reader has gone is an
 // error that can be reported, not the end of the process.
@@ -33,4 +33,4 @@ private:
     void (*oldPipeHandler_)(int);
 };
 
-}  // namespace riders
+}  // namespace riders::io

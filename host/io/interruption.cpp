@@ -1,4 +1,4 @@
-#include "proof/interruption.h"
+#include "io/interruption.h"
 
 #include <errno.h>
 #include <fcntl.h>
@@ -6,9 +6,9 @@
 
 #include <atomic>
 
-#include "apply/refusal.h"
+#include "io/refusal.h"
 
-namespace riders {
+namespace riders::io {
 namespace {
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
@@ -67,4 +67,4 @@ int Interruption::descriptor()
     return ends[0];
 }
 
-}  // namespace riders
+}  // namespace riders::io

@@ -1,10 +1,10 @@
-#include "proof/workers.h"
+#include "io/workers.h"
 
 #include <utility>
 
-#include "proof/interruption.h"
+#include "io/interruption.h"
 
-namespace riders {
+namespace riders::io {
 
 Workers::Workers(int threads)
 {
@@ -92,4 +92,4 @@ void Workers::run()
     }
 }
 
-}  // namespace riders
+}  // namespace riders::io

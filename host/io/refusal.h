@@ -4,7 +4,7 @@
 #include <exception>
 #include <string>
 
-namespace riders {
+namespace riders::io {
 
 struct Refusal : std::exception {
     explicit Refusal(std::string text) : message(std::move(text)) {}
@@ -16,4 +16,4 @@ struct Refusal : std::exception {
 // "name: message of errno", for a call that has just failed.
 [[noreturn]] void refuseErrno(const std::string &name, int error);
 
-}  // namespace riders
+}  // namespace riders::io

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace riders {
+namespace riders::io {
 
 struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
@@ -33,4 +33,4 @@ struct LimitedResult {
 // being there as long as its program is.
 LimitedResult runLimited(const LimitedRun &run);
 
-}  // namespace riders
+}  // namespace riders::io
