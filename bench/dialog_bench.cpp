@@ -15,6 +15,8 @@
 
 namespace {
 
+namespace plugin = riders::plugin;
+
 using Clock = std::chrono::steady_clock;
 
 constexpr int cancelItem = 2;
@@ -34,7 +36,7 @@ public:
         toolbox::Configuration configuration;
         configuration.preferencesFolder = place / "preferences";
         toolbox::start(configuration, machine);
-        plugin = std::make_unique<riders::plugin::Plugin>(riders::plugin::pluginBesideProgram());
+        plugin = std::make_unique<plugin::Plugin>(plugin::pluginBesideProgram());
         user = std::make_unique<toolbox::ScriptedUser>(machine);
     }
     ~Session()
@@ -46,7 +48,7 @@ public:
     Session(const Session &) = delete;
 
     toolbox::HeadlessMachine machine;
-    std::unique_ptr<riders::plugin::Plugin> plugin;
+    std::unique_ptr<plugin::Plugin> plugin;
     std::unique_ptr<toolbox::ScriptedUser> user;
 };
 
@@ -100,7 +102,9 @@ void measureStart(const std::filesystem::path &riders, const Workplace &place)
                 throw std::runtime_error("riders play failed");
             return run.seconds;
         },
-        [&] { return runProcess({"sh", "-c", "true; /bin/true"}).seconds; });
+        [&] {
+            return runProcess({"sh", "-c", "true; /bin/true"}).seconds;
+        });
     printRow("start, settings dialog painted, cancelled, end : sh -c true", pair, 5);
     printFigure("  its time", pair.ours * 1e3, "ms", 50);
 }
@@ -109,9 +113,13 @@ void measurePainting(const Workplace &place)
 {
     Session session(place);
     printRow("a full repaint of the settings dialog : copying the screen's pixels",
-             sideBySide(41, [&] { return repaint(session); }, copyOfTheScreen), 20);
+             sideBySide(
+                 41, [&] { return repaint(session); }, copyOfTheScreen),
+             20);
     printRow("a popup opened, tracked and closed : a full repaint",
-             sideBySide(41, [&] { return popup(session); }, [&] { return repaint(session); }), 10);
+             sideBySide(
+                 41, [&] { return popup(session); }, [&] { return repaint(session); }),
+             10);
 }
 
 void fillFolder(const std::filesystem::path &folder, int files)
@@ -151,7 +159,8 @@ void measureListing(const Workplace &place)
     fillFolder(folder, 10000);
     Session session(place);
     toolbox::setStandardFileFolder(folder);
-    Pair pair = sideBySide(7, [&] { return openRemoval(session); }, [&] { return listPlainly(folder); });
+    Pair pair = sideBySide(
+        7, [&] { return openRemoval(session); }, [&] { return listPlainly(folder); });
     printRow("a dialog of 10,000 files opened : names read, looked at, sorted", pair, 5);
     printFigure("  its time", pair.ours * 1e3, "ms", 100);
 }

@@ -15,11 +15,13 @@
 
 namespace {
 
+namespace plugin = riders::plugin;
+
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t bodyBytes = 100'000'000;
 constexpr int spotPopup = 6;
-constexpr int importAnyway = 1;   // in the question that comes first
+constexpr int importAnyway = 1;  // in the question that comes first
 
 void writeSpotFile(const std::filesystem::path &file)
 {
@@ -42,7 +44,7 @@ double readPlainly(const std::filesystem::path &file)
 }
 
 // From the choice in the popup until the settings dialog is in front again.
-double importOnce(toolbox::ScriptedUser &user, riders::plugin::Plugin &plugin)
+double importOnce(toolbox::ScriptedUser &user, plugin::Plugin &plugin)
 {
     Clock::time_point start;
     double seconds = 0;
@@ -72,10 +74,10 @@ void measureImport()
     toolbox::setStandardFileFolder(place.path());
     {
         toolbox::ScriptedUser user(machine);
-        riders::plugin::Plugin plugin(riders::plugin::pluginBesideProgram());
+        plugin::Plugin plugin(plugin::pluginBesideProgram());
         printHeading("Importing a spot function");
-        Pair pair = sideBySide(5, [&] { return importOnce(user, plugin); },
-                               [&] { return readPlainly(place / "large.spot"); });
+        Pair pair = sideBySide(
+            5, [&] { return importOnce(user, plugin); }, [&] { return readPlainly(place / "large.spot"); });
         printRow("100 MB imported : read into memory in one call", pair, 1.5);
     }
     toolbox::stop();

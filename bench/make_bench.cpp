@@ -15,6 +15,8 @@
 
 namespace {
 
+namespace plugin = riders::plugin;
+
 constexpr int filesARound = 50;
 
 std::string bytesOf(const std::filesystem::path &file)
@@ -35,7 +37,7 @@ void writeAndRename(const Workplace &place, const std::string &bytes, bool sync)
         throw std::runtime_error("cannot write " + file);
 }
 
-void makeOnce(toolbox::ScriptedUser &user, riders::plugin::Plugin &plugin)
+void makeOnce(toolbox::ScriptedUser &user, plugin::Plugin &plugin)
 {
     user.press(1);
     user.answerSave("looped");
@@ -73,15 +75,15 @@ void measureLoop(const Workplace &place)
     toolbox::setStandardFileFolder(place.path());
     toolbox::HeadlessMachine &machine = static_cast<toolbox::HeadlessMachine &>(toolbox::machine());
     toolbox::ScriptedUser user(machine);
-    riders::plugin::Plugin plugin(riders::plugin::pluginBesideProgram());
+    plugin::Plugin plugin(plugin::pluginBesideProgram());
     makeOnce(user, plugin);
     std::string bytes = bytesOf(place / "looped");
     auto make = [&] { return secondsOfRound([&] { makeOnce(user, plugin); }); };
     for (bool sync : {true, false}) {
-        Pair pair = sideBySide(7, make,
-                               [&] { return secondsOfRound([&] { writeAndRename(place, bytes, sync); }); });
-        printRow(std::string("50 makes in one process : create, write, ") + (sync ? "fsync, " : "") + "rename", pair,
-                 2);
+        Pair pair =
+            sideBySide(7, make, [&] { return secondsOfRound([&] { writeAndRename(place, bytes, sync); }); });
+        printRow(std::string("50 makes in one process : create, write, ") + (sync ? "fsync, " : "") + "rename",
+                 pair, 2);
     }
 }
 

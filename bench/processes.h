@@ -9,7 +9,7 @@
 struct ProcessRun {
     double seconds;
     long peakKiB;
-    int status;   // exit code, or -1
+    int status;  // exit code, or -1
 };
 
 // Runs the program found in PATH and waits for it. Its standard output goes to
@@ -19,7 +19,7 @@ ProcessRun runProcess(const std::vector<std::string> &arguments, const std::file
 double secondsOf(const std::function<void()> &work);
 
 struct Pair {
-    double ours;     // seconds
+    double ours;  // seconds
     double theirs;
     double ratio() const { return ours / theirs; }
 };

@@ -47,7 +47,10 @@ void measureJob(const std::filesystem::path &riders, bool spotInk)
     writeJob(job, spotInk);
     std::filesystem::create_directory(theirs);
     const Pair pair = sideBySide(
-        3, [&] { return succeed({riders, "proof", job, "--dpi", dpi, "-o", ours}, place / "told"); },
+        3,
+        [&] {
+            return succeed({riders, "proof", job, "--dpi", dpi, "-o", ours}, place / "told");
+        },
         [&] {
             return succeed({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=tiffsep1", "-sCompression=g4",
                             std::string("-r") + dpi, "-sOutputFile=" + theirs + "/%d.tif", job},

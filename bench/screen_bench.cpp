@@ -11,14 +11,11 @@
 
 namespace {
 
+namespace meter = riders::meter;
+
 constexpr double tints[] = {0.05, 0.10, 0.25, 0.50, 0.75, 0.90, 0.95};
 constexpr int shapeTint = 2;  // of 25 %
 constexpr const char *dot = "{dup mul exch dup mul add 1 exch sub}";
-
-double roundDot(double x, double y)
-{
-    return 1 - (x * x + y * y);
-}
 
 // Errors, and the pair on which the largest came about.
 struct Series {
@@ -43,9 +40,9 @@ struct Series {
 
 struct Errors {
     Series frequency, angle;  // %, degrees
-    void add(const riders::meter::ScreenReading &reading, const ScreenPair &pair)
+    void add(const meter::ScreenReading &reading, const ScreenPair &pair)
     {
-        const bool none = reading.kind == riders::ScreenKind::none;
+        const bool none = reading.kind == meter::ScreenKind::none;
         frequency.add(none ? 100 : 100 * std::abs(reading.frequency / pair.frequency - 1), pair);
         angle.add(none ? 45 : std::abs(std::remainder(reading.angle - pair.angle, 90)), pair);
     }
@@ -71,7 +68,7 @@ void writeJob(const std::filesystem::path &file)
     out << "showpage\n";
 }
 
-riders::meter::PageWindow inches(double dpi, double left, double top, double side)
+meter::PageWindow inches(double dpi, double left, double top, double side)
 {
     return {int(left * dpi), int(top * dpi), int(side * dpi), int(side * dpi)};
 }
@@ -80,18 +77,19 @@ void readPages(const Workplace &place, double dpi, const ScreenPair &pair, Accur
 {
     {
         const Film film(place / "page1.pbm", dpi);
-        const riders::meter::ScreenReading fill = riders::meter::readScreen(film.page(), inches(dpi, 0, 0, 2));
+        const meter::ScreenReading fill = meter::readScreen(film.page(), inches(dpi, 0, 0, 2));
         accuracy.fills.add(fill, pair);
-        accuracy.images.add(riders::meter::readScreen(film.page(), inches(dpi, 2, 0, 2)), pair);
+        accuracy.images.add(meter::readScreen(film.page(), inches(dpi, 2, 0, 2)), pair);
         accuracy.beat.add(fill.beat.strength, pair);
     }
+    const auto roundDot = meter::namedSpots().front().value;
     const Film film(place / "page2.pbm", dpi);
     for (int i = 0; i < int(std::size(tints)); ++i) {
         const auto window = inches(dpi, i % 4, 1 - i / 4, 1);
-        const riders::meter::ScreenReading reading = riders::meter::readScreen(film.page(), window);
+        const meter::ScreenReading reading = meter::readScreen(film.page(), window);
         accuracy.ink.add(100 * std::abs(reading.ink - tints[i]), pair);
         if (i == shapeTint && dpi / pair.frequency >= 8)
-            accuracy.unlike.add(1 - riders::meter::likenessTo(film.page(), reading, roundDot).correlation, pair);
+            accuracy.unlike.add(1 - meter::likenessTo(film.page(), reading, roundDot).correlation, pair);
     }
 }
 

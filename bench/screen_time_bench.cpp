@@ -10,6 +10,8 @@
 
 namespace {
 
+namespace meter = riders::meter;
+
 constexpr double dpi = 1200;
 constexpr double pageWidth = 8.27, pageHeight = 11.69;  // inches, A4
 
@@ -121,7 +123,7 @@ namespace {
 
 // A plate with marks all over and a tint of 4 by 5 inches low on it; 150 lines
 // an inch at 0 degrees, so that rows repeat and painting is quick.
-std::vector<std::uint8_t> plate(const riders::meter::BitPage &size)
+std::vector<std::uint8_t> plate(const meter::BitPage &size)
 {
     std::vector<std::uint8_t> bits(size.rowBytes * static_cast<std::size_t>(size.height));
     std::mt19937 random(1);
@@ -141,12 +143,12 @@ std::vector<std::uint8_t> plate(const riders::meter::BitPage &size)
 
 void measureMeter()
 {
-    riders::meter::BitPage page{nullptr, 19843, 28063, 2481, 2400};
+    meter::BitPage page{nullptr, 19843, 28063, 2481, 2400};
     const std::vector<std::uint8_t> bits = plate(page);
     page.bits = bits.data();
     printHeading("Measuring a screen");
-    riders::meter::ScreenReading reading;
-    const double seconds = secondsOf([&] { reading = riders::meter::readScreen(page); });
+    meter::ScreenReading reading;
+    const double seconds = secondsOf([&] { reading = meter::readScreen(page); });
     if (std::abs(reading.frequency - 150) > 0.1)
         throw std::runtime_error("the meter does not find the plate's screen");
     printFigure("a plate of A4 at 2400 dpi, its tint found", seconds * 1e3, "ms", 1000);

@@ -64,14 +64,24 @@ bool Application::menuEvent(const EventRecord &event)
 void Application::carryOut(const Command &command)
 {
     switch (command.kind) {
-    case Command::Kind::none: return;
-    case Command::Kind::about: plugin_.call(kSelectAbout); return;
-    case Command::Kind::open: return askAndOpen();
-    case Command::Kind::close: return document_->close();
-    case Command::Kind::quit: return quit();
-    case Command::Kind::plugin: plugin_.call(kSelectCommand, command.number); return;
-    case Command::Kind::fullScreen: return screen_->setFullScreen(!screen_->fullScreen());
-    case Command::Kind::depth: return screen_->setDepth(command.number);
+    case Command::Kind::none:
+        return;
+    case Command::Kind::about:
+        plugin_.call(kSelectAbout);
+        return;
+    case Command::Kind::open:
+        return askAndOpen();
+    case Command::Kind::close:
+        return document_->close();
+    case Command::Kind::quit:
+        return quit();
+    case Command::Kind::plugin:
+        plugin_.call(kSelectCommand, command.number);
+        return;
+    case Command::Kind::fullScreen:
+        return screen_->setFullScreen(!screen_->fullScreen());
+    case Command::Kind::depth:
+        return screen_->setDepth(command.number);
     }
 }
 

@@ -15,9 +15,9 @@
 namespace riders::app {
 
 struct AppRequest {
-    std::filesystem::path program;   // its resource fork lies beside it
+    std::filesystem::path program;  // its resource fork lies beside it
     std::filesystem::path plugin;
-    std::filesystem::path job;       // opened at start; empty: none
+    std::filesystem::path job;  // opened at start; empty: none
 };
 
 // Runs on any machine; the Toolbox must be started, and must outlive it.

@@ -93,10 +93,14 @@ int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCanc
         return 0;
     switch (event.message & charCodeMask) {
     case enter:
-    case carriageReturn: return byDefault;
-    case escape: return toCancel;
-    case '.': return event.modifiers & cmdKey ? toCancel : 0;
-    default: return 0;
+    case carriageReturn:
+        return byDefault;
+    case escape:
+        return toCancel;
+    case '.':
+        return event.modifiers & cmdKey ? toCancel : 0;
+    default:
+        return 0;
     }
 }
 

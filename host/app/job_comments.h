@@ -8,7 +8,7 @@
 namespace riders::app {
 
 struct JobComments {
-    std::string title;             // UTF-8; empty where the job states none
+    std::string title;  // UTF-8; empty where the job states none
     std::optional<long> pages;
 
     bool operator==(const JobComments &) const = default;

@@ -48,7 +48,7 @@ void Menus::addCommands()
     for (std::size_t i = 0; menu && i < commands_.size(); ++i) {
         setText("x", text);
         AppendMenu(menu, text);
-        setText(commands_[i].text, text);   // as it stands, without AppendMenu's notation
+        setText(commands_[i].text, text);  // as it stands, without AppendMenu's notation
         SetItem(menu, static_cast<int16_t>(i + 1), text);
     }
     InsertMenu(menu, 0);
@@ -74,15 +74,18 @@ Command Menus::chosen(int32_t choice) const
     using Kind = Command::Kind;
     const int16_t item = LoWord(choice);
     switch (HiWord(choice)) {
-    case programMenu: return {Kind::about};
+    case programMenu:
+        return {Kind::about};
     case fileMenu:
         return {item == openItem ? Kind::open : item == closeItem ? Kind::close : Kind::quit};
-    case pluginMenu: return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
+    case pluginMenu:
+        return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
     case screenMenu:
         if (item == fullScreenItem)
             return {Kind::fullScreen};
         return {Kind::depth, depths[item - firstDepthItem]};
-    default: return {};
+    default:
+        return {};
     }
 }
 

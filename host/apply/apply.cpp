@@ -46,7 +46,8 @@ Head readRiders(const std::filesystem::path &path)
     const io::OpenFile in = io::openInput(path);
     Head riders(in, kLongestFragment + 1);
     if (!isRidersFile(riders.bytes()))
-        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) + ")");
+        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) +
+                          ")");
     if (riders.bytes().size() > kLongestFragment)
         throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
     return riders;

@@ -138,7 +138,8 @@ size_t findStart(const JobHead &head)
     if (head.bytes.empty())
         throw io::Refusal(head.name + ": is empty, not a PostScript job");
     if (head.bytes.starts_with("\xC5\xD0\xD3\xC6"))
-        throw io::Refusal(head.name + ": is an EPS file in a binary wrapper with a preview; take its PostScript part");
+        throw io::Refusal(head.name +
+                          ": is an EPS file in a binary wrapper with a preview; take its PostScript part");
     if (head.bytes.starts_with("%PDF-"))
         throw io::Refusal(head.name + ": is a PDF, not a PostScript job; convert it first (pdftops)");
     size_t at = 0;

@@ -27,7 +27,7 @@ std::string hexNumber(std::string &text)
 std::string screenList(std::string &text)
 {
     return play::screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
-                                         : std::string();
+                                               : std::string();
 }
 
 std::string oneCharacter(std::string &text)
@@ -49,13 +49,17 @@ Commands::Commands(CLI::App &app)
     addPlay(app);
     addProof(app);
     name_ = "riders";
-    chosen_ = [this] { return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_}); };
+    chosen_ = [this] {
+        return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
+    };
 }
 
 void Commands::addMake(CLI::App &app)
 {
     CLI::App *make = app.add_subcommand("make", "Make a riders file; what is not named is left to the printer");
-    make->add_option("-o,--output", make_.output, "The riders file to make or replace")->required()->type_name("FILE");
+    make->add_option("-o,--output", make_.output, "The riders file to make or replace")
+        ->required()
+        ->type_name("FILE");
     make->add_option("--frequency", make_.frequency, "Screen frequency, lines per inch")->type_name("LPI");
     make->add_option("--angle", make_.angle, "Screen angle, degrees")->type_name("DEG");
     make->add_option("--spot", make_.spot, "Dot shape by name, or a spot function file")->type_name("NAME|FILE");
@@ -111,7 +115,8 @@ void Commands::addPlay(CLI::App &app)
         ->required()
         ->type_name("SCRIPT");
     play->add_option("--trace", play_.traceFile, "Write what happened, a line each")->type_name("FILE");
-    play->add_option("--pictures", play_.picturesFolder, "Where pictures go; here when left out")->type_name("DIR");
+    play->add_option("--pictures", play_.picturesFolder, "Where pictures go; here when left out")
+        ->type_name("DIR");
     play->add_option("--preferences", play_.configuration.preferencesFolder, "The folder of the saved settings")
         ->type_name("DIR");
     play->add_option("--screen", screens_, "Screens from left to right")
@@ -153,10 +158,12 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
-    proof->add_option("--seconds", proof_.secondsAPage, "A page may take so long; 300 when left out")
+    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
-    proof->add_option("--megabytes", proof_.megabytes, "The interpreter may take so much memory; 2048 when left out")
+    proof
+        ->add_option("--megabytes", proof_.limits.megabytes,
+                     "The interpreter may take so much memory; 2048 when left out")
         ->check(CLI::Range(64, 1 << 20))
         ->type_name("N");
     proof->callback([this] {

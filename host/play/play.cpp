@@ -51,7 +51,10 @@ public:
     }
 
 private:
-    [[noreturn]] void refuse() const { throw plugin::PluginError("the trace " + path_.string() + " cannot be written"); }
+    [[noreturn]] void refuse() const
+    {
+        throw plugin::PluginError("the trace " + path_.string() + " cannot be written");
+    }
 
     std::filesystem::path path_;
     std::ofstream file_;

@@ -10,11 +10,16 @@ namespace {
 char escaped(char letter, int line)
 {
     switch (letter) {
-    case 'n': return '\n';
-    case 'r': return '\r';
-    case 't': return '\t';
-    case '"': return '"';
-    case '\\': return '\\';
+    case 'n':
+        return '\n';
+    case 'r':
+        return '\r';
+    case 't':
+        return '\t';
+    case '"':
+        return '"';
+    case '\\':
+        return '\\';
     }
     throw toolbox::ScriptError{line, std::string("unknown escape \\") + letter};
 }

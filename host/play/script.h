@@ -9,9 +9,9 @@
 namespace riders::play {
 
 struct ScriptLine {
-    int number;                       // from 1
-    std::vector<std::string> words;   // the first is the verb; quotes removed
-    std::vector<bool> quoted;         // which of them stood in quotes
+    int number;                      // from 1
+    std::vector<std::string> words;  // the first is the verb; quotes removed
+    std::vector<bool> quoted;        // which of them stood in quotes
 };
 
 // toolbox::ScriptError for an unclosed quote or an unknown escape.

@@ -24,7 +24,8 @@ std::int16_t openForkOf(const std::filesystem::path &file)
 
 }  // namespace
 
-ResourceFork::ResourceFork(const std::filesystem::path &file) : number_(openForkOf(std::filesystem::absolute(file)))
+ResourceFork::ResourceFork(const std::filesystem::path &file)
+    : number_(openForkOf(std::filesystem::absolute(file)))
 {
 }
 

@@ -5,17 +5,19 @@
 #include <algorithm>
 #include <thread>
 
-#include "io/refusal.h"
-#include "proof/facts.h"
 #include "io/interruption.h"
-#include "proof/output_folder.h"
-#include "proof/page_list.h"
-#include "proof/plates.h"
-#include "proof/prepared_job.h"
-#include "proof/progress.h"
-#include "proof/report.h"
-#include "proof/survey.h"
+#include "io/refusal.h"
 #include "io/workers.h"
+#include "plates/job/prepared_job.h"
+#include "plates/make_plates.h"
+#include "plates/page_list.h"
+#include "plates/survey/survey.h"
+#include "proof/facts/asked_for.h"
+#include "proof/looking/page_looks.h"
+#include "proof/page_proofs.h"
+#include "proof/progress.h"
+#include "proof/proof_folder.h"
+#include "proof/report/report.h"
 
 namespace fs = std::filesystem;
 
@@ -26,8 +28,8 @@ void check(const ProofRequest &request)
 {
     if (request.dpi < kLeastProofDpi || request.dpi > kMostProofDpi)
         throw io::Refusal(std::to_string(request.dpi) + " dpi is no resolution for a proof; it goes from " +
-                      std::to_string(kLeastProofDpi) + " to " + std::to_string(kMostProofDpi));
-    if (request.secondsAPage < 1 || request.megabytes < 1)
+                          std::to_string(kLeastProofDpi) + " to " + std::to_string(kMostProofDpi));
+    if (request.limits.secondsAPage < 1 || request.limits.megabytes < 1)
         throw io::Refusal("the interpreter needs some time and some memory");
 }
 
@@ -41,33 +43,61 @@ int coresFor(const ProofRequest &request)
     return request.cores > 0 ? request.cores : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
+int inkedPlates(const plates::Survey &survey)
+{
+    int count = 0;
+    for (const plates::SurveyedPage &page : survey.pages)
+        count += static_cast<int>(
+            std::count_if(page.plates.begin(), page.plates.end(), [](const auto &plate) { return plate.ink; }));
+    return count;
+}
+
+// Fills the folder with films and pictures.
+ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages, const ProofFolder &folder)
+{
+    const plates::PreparedJob job = plates::prepareJob(request.job, request.riders, folder.work());
+    const double dpi = request.dpi;
+    const int cores = coresFor(request);
+    PageLooks looks(folder.pictures());
+    Progress progress;
+    io::Workers workers(cores);
+    const AskedFor riders = request.riders.empty() ? AskedFor{} : askedByRiders(request.riders);
+    const plates::Survey survey =
+        plates::surveyJob({.job = job,
+                           .pages = pages,
+                           .limits = request.limits,
+                           .work = folder.work(),
+                           .pageEnded = [&] { progress.pageRead(); },
+                           .pageSeen = [&](const plates::PageInTints &seen) { looks.take(seen); }},
+                          workers);
+    progress.expect(static_cast<int>(survey.pages.size()), inkedPlates(survey));
+    PageProofs proofs({survey, looks, riders, dpi, folder.path()}, workers, progress);
+    std::vector<std::string> said =
+        plates::makePlates({.job = job,
+                            .survey = survey,
+                            .limits = request.limits,
+                            .dpi = dpi,
+                            .work = folder.work(),
+                            .cores = cores,
+                            .pageRendered = [&] { progress.pageRendered(); },
+                            .pageRead = [&](plates::RenderedPage page) { proofs.take(std::move(page)); }},
+                           workers);
+    return {request.job.filename(), request.riders.filename(), dpi, proofs.facts(), std::move(said)};
+}
+
 }  // namespace
 
 fs::path proof(const ProofRequest &request)
 {
     check(request);
-    const std::vector<int> pages = pagesFromText(request.pages);
-    kindOfJob(request.job);  // before anything is made
+    const std::vector<int> pages = plates::pagesFromText(request.pages);
+    plates::kindOfJob(request.job);  // before anything is made
     TIFFSetWarningHandler(nullptr);
     TIFFSetErrorHandler(nullptr);
 
     io::Interruption interruption;
-    OutputFolder folder(placeOf(request));
-    const PreparedJob job = prepareJob(request.job, request.riders, folder.work());
-    ProofFacts facts{request.job.filename(), request.riders.filename(), static_cast<double>(request.dpi), {}, {}};
-    {
-        Progress progress;
-        const int cores = coresFor(request);
-        io::Workers workers(cores);
-        const AskedFor riders = request.riders.empty() ? AskedFor{} : askedByRiders(request.riders);
-        const Survey survey =
-            surveyJob(request, job, pages, folder.work(), folder.path() / kPicturesName, workers, progress);
-        Plates plates =
-            makePlates({request, job, survey, riders, folder.work(), folder.path(), cores}, workers, progress);
-        facts.pages = std::move(plates.pages);
-        facts.said = std::move(plates.said);
-    }
-    writeReport(folder.path() / kPageName, facts);
+    ProofFolder folder(placeOf(request));
+    writeReport(folder.page(), proofPages(request, pages, folder));
     io::Interruption::check();
     folder.finish();
     return placeOf(request) / kPageName;

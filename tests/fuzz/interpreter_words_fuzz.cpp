@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "proof/interpreter_words.h"
+#include "plates/interpreter/interpreter_words.h"
 
 namespace {
 
@@ -29,11 +29,11 @@ std::string spelledOut(const std::string &line)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     std::istringstream in(std::string(reinterpret_cast<const char *>(data), size));
-    riders::proof::InterpreterWords words;
+    riders::plates::InterpreterWords words;
     size_t ended = 0;
     for (std::string line; std::getline(in, line);)
         ended += words.take(spelledOut(line));
-    const riders::proof::InterpreterReport &report = words.report();
+    const riders::plates::InterpreterReport &report = words.report();
     if (report.pages.size() != ended || report.said.size() > 100 || words.failure(10).empty())
         abort();
     for (const auto &page : report.pages)

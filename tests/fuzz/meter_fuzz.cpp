@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const riders::meter::ScreenReading reading = riders::meter::readScreen(page, riders::meter::PageWindow{0, 0, kSide, kSide});
     if (!inRange(reading.ink, 0, 1) || !inRange(reading.angle, 0, 180) || !inRange(reading.frequency, 0, 600))
         abort();
-    if (reading.kind == riders::ScreenKind::dots && reading.angle >= 90)
+    if (reading.kind == riders::meter::ScreenKind::dots && reading.angle >= 90)
         abort();
     for (const riders::meter::PageWindow &tint : riders::meter::findTints(page))
         if (tint.empty() || tint.left < 0 || tint.top < 0 || tint.left + tint.width > kSide ||

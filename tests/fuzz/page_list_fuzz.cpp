@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "io/refusal.h"
-#include "proof/page_list.h"
+#include "plates/page_list.h"
 
 namespace {
 
@@ -36,12 +36,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!isShort(text))
         return 0;
     try {
-        const std::vector<int> pages = riders::proof::pagesFromText(text);
-        if (!pages.empty() && (pages.front() < 1 || pages.back() > riders::proof::kMostPages))
+        const std::vector<int> pages = riders::plates::pagesFromText(text);
+        if (!pages.empty() && (pages.front() < 1 || pages.back() > riders::plates::kMostPages))
             abort();
         if (std::adjacent_find(pages.begin(), pages.end(), std::greater_equal<>()) != pages.end())
             abort();
-        if (riders::proof::pagesFromText(riders::proof::textFromPages(pages)) != pages)
+        if (riders::plates::pagesFromText(riders::plates::textFromPages(pages)) != pages)
             abort();
     } catch (const riders::io::Refusal &) {
     }

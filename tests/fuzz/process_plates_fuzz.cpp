@@ -8,7 +8,7 @@
 #include <string>
 
 #include "io/refusal.h"
-#include "proof/process_plates.h"
+#include "plates/files/process_plates.h"
 
 namespace {
 
@@ -32,8 +32,8 @@ std::string fileOf(const uint8_t *data, size_t size)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     try {
-        const auto plates = riders::proof::readProcessPlates(fileOf(data, size), 100, 10);
-        for (const riders::proof::BitPlate &plate : plates) {
+        const auto plates = riders::plates::readProcessPlates(fileOf(data, size), 100, 10);
+        for (const riders::plates::BitPlate &plate : plates) {
             if (plates.size() != 4 || plate.width != plates[0].width || plate.height != plates[0].height ||
                 plate.bits.size() != plate.rowBytes * static_cast<size_t>(plate.height))
                 abort();

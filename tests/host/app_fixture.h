@@ -8,7 +8,7 @@
 
 namespace app {
 
-inline constexpr const char *program = "\x13";   // the first menu's title, a diamond
+inline constexpr const char *program = "\x13";  // the first menu's title, a diamond
 enum { settingsDialog = 16300, window = 1000, problem = 1010 };
 enum { addButton = 1, closeButton, takeOutButton };
 
@@ -19,8 +19,9 @@ protected:
         configuration.preferencesFolder = folder / "preferences";
         configuration.startFolder = folder.path();
         ToolboxTest::SetUp();
-        writeFile(folder / "job.ps", "%!PS-Adobe-3.0\n%%Title: (Poster \\(front\\))\n%%Pages: (atend)\n%%EndComments\n"
-                                     "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
+        writeFile(folder / "job.ps",
+                  "%!PS-Adobe-3.0\n%%Title: (Poster \\(front\\))\n%%Pages: (atend)\n%%EndComments\n"
+                  "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
         writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n");
     }
     // Until the program ends by itself.

@@ -35,7 +35,7 @@ TEST_F(AppQuit, DialogsAreCancelledOneAfterTheOther)
     user.in(settingsDialog);
     user.choose(4, "Other...");
     user.in(16301);
-    user.type("x");   // no number: OK would refuse it
+    user.type("x");  // no number: OK would refuse it
     quit();
     run();
     EXPECT_TRUE(traced("quit asks dialog 16301 to cancel"));
@@ -49,7 +49,7 @@ TEST_F(AppQuit, MessageIsConfirmedAndNothingIsMade)
     user.in(settingsDialog);
     for (int popup = 4; popup <= 9; ++popup)
         user.choose(popup, 1);
-    user.press(1);   // nothing chosen: a message
+    user.press(1);  // nothing chosen: a message
     quit();
     run();
     EXPECT_TRUE(traced("dialog 16300 closed"));
@@ -66,7 +66,7 @@ TEST_F(AppQuit, SaveDialogAndItsQuestionAreCancelled)
     user.then([] { EXPECT_TRUE(FrontWindow()); });
     user.key("tab");
     user.type("film");
-    user.key("return");   // asks before it replaces
+    user.key("return");  // asks before it replaces
     user.in(16403);
     user.then([] { EXPECT_TRUE(FrontWindow()); });
     quit();
@@ -111,7 +111,7 @@ TEST_F(AppQuit, PopupHeldOpenGivesNothing)
 {
     user.chooseFromBar("Riders", "Make Riders File...");
     user.in(settingsDialog);
-    user.press(4);   // leaves it open
+    user.press(4);  // leaves it open
     quit();
     run();
     EXPECT_TRUE(traced("popup 16136 gave nothing"));

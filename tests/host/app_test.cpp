@@ -59,7 +59,7 @@ TEST_F(App, TimeWithNothingToDoIsThePlugInsIdleTime)
 TEST_F(App, CommandKeysChoose)
 {
     user.then([this] {
-        for (char key : {'z', 'x', 'w', 'q'})   // the first three are disabled
+        for (char key : {'z', 'x', 'w', 'q'})  // the first three are disabled
             machine.push({.kind = toolbox::Input::Kind::keyDown,
                           .character = static_cast<std::uint8_t>(key),
                           .modifiers = 0x0100});
@@ -96,7 +96,7 @@ TEST_F(App, RidersFileIsAddedAndTakenOutAgain)
     user.in(0);
     user.answerOpen(folder / "film");
     user.then([] { keepPicture("save"); });
-    user.key("return");   // under the name that is proposed
+    user.key("return");  // under the name that is proposed
     user.in(window);
     user.then([] { keepPicture("added"); });
     user.press(takeOutButton);
@@ -154,9 +154,7 @@ TEST_F(App, MenusWorkWhileAJobIsShown)
     user.in(0);
     user.answerOpen(folder / "second.ps");
     user.in(window);
-    user.then([] {
-        EXPECT_EQ(windowTitle(), "second.ps");
-    });
+    user.then([] { EXPECT_EQ(windowTitle(), "second.ps"); });
     user.key("w", 0x0100);
     quitByMenu();
     run(folder / "job.ps");
@@ -177,8 +175,8 @@ TEST_F(App, ScreenMenuOffersWhatTheMachineDoes)
 {
     bool full = false;
     int bits = 8;
-    riders::app::ScreenSettings screen{[&] { return full; }, [&](bool wanted) { full = wanted; }, [&] { return bits; },
-                                  [&](int wanted) { bits = wanted; }};
+    riders::app::ScreenSettings screen{[&] { return full; }, [&](bool wanted) { full = wanted; },
+                                       [&] { return bits; }, [&](int wanted) { bits = wanted; }};
     user.chooseFromBar("Screen", "Full Screen");
     user.chooseFromBar("Screen", "4 Colors");
     user.then([&] {
@@ -245,13 +243,14 @@ TEST_F(App, EndOfTheProcessGoesThrough)
                                      "-o", (folder / "._riders.so").string()});
     ASSERT_EQ(made.err, "");
     user.chooseFromBar("Riders", "Make Riders File...");
-    EXPECT_THROW(riders::app::Application({built / "riders", folder / "riders.so", {}}, {}).run(), toolbox::ProcessEnded);
+    EXPECT_THROW(riders::app::Application({built / "riders", folder / "riders.so", {}}, {}).run(),
+                 toolbox::ProcessEnded);
 }
 
 TEST(NoDisplay, IsToldInOneLine)
 {
-    CommandResult result = runProgram({"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY",
-                                       (fs::path(RIDERS_BINARY_DIR) / "riders").string()});
+    CommandResult result = runProgram(
+        {"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", (fs::path(RIDERS_BINARY_DIR) / "riders").string()});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err.substr(0, 19), "riders: no display:");
     EXPECT_EQ(result.err.find('\n'), result.err.size() - 1);
@@ -266,8 +265,10 @@ TEST(NoDisplay, FileThatIsNotThereIsWrongUsage)
 TEST_F(App, MissingPiecesAreNamed)
 {
     fs::path built = RIDERS_BINARY_DIR;
-    EXPECT_THROW(riders::app::Application({folder / "nothing", built / "riders.so", {}}, {}), riders::plugin::PluginError);
-    EXPECT_THROW(riders::app::Application({built / "riders", folder / "nothing.so", {}}, {}), riders::plugin::PluginError);
+    EXPECT_THROW(riders::app::Application({folder / "nothing", built / "riders.so", {}}, {}),
+                 riders::plugin::PluginError);
+    EXPECT_THROW(riders::app::Application({built / "riders", folder / "nothing.so", {}}, {}),
+                 riders::plugin::PluginError);
 }
 
 }  // namespace

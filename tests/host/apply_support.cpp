@@ -8,6 +8,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+namespace io = riders::io;
+
 std::string readAll(int descriptor)
 {
     std::string bytes;
@@ -28,7 +30,7 @@ std::string readAll(int descriptor)
             close(descriptor);
     try {
         work();
-    } catch (const riders::io::Refusal &refusal) {
+    } catch (const io::Refusal &refusal) {
         if (write(messages, refusal.message.data(), refusal.message.size()) < 0)
             _exit(2);
         _exit(1);
@@ -103,7 +105,7 @@ std::string ApplyTest::apply(const fs::path &to)
 {
     try {
         riders::apply::applyRiders({riders, job, to});
-    } catch (const riders::io::Refusal &refusal) {
+    } catch (const io::Refusal &refusal) {
         return refusal.message;
     }
     return "done";
@@ -113,7 +115,7 @@ std::string ApplyTest::strip(const fs::path &from, const fs::path &to)
 {
     try {
         riders::apply::stripRiders({from, to});
-    } catch (const riders::io::Refusal &refusal) {
+    } catch (const io::Refusal &refusal) {
         return refusal.message;
     }
     return "done";

@@ -10,7 +10,7 @@
 #include "support/toolbox_test.h"
 
 struct Piped {
-    int exitCode = -1; // 0, or 1 after a Refusal
+    int exitCode = -1;  // 0, or 1 after a Refusal
     std::string output, message;
 };
 // Runs `work` in a child with `input` coming through a pipe and its output going through one.
@@ -18,8 +18,7 @@ Piped runPiped(const std::string &input, const std::function<void()> &work);
 // Runs `work` in a child with the given descriptors as its standard input and output.
 Piped runOn(int in, int out, const std::function<void()> &work);
 
-class ApplyTest : public ::testing::Test
-{
+class ApplyTest : public ::testing::Test {
 protected:
     void SetUp() override;
 

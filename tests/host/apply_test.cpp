@@ -11,6 +11,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+namespace apply = riders::apply;
+
 using Apply = ApplyTest;
 
 mode_t modeOf(const fs::path &path)
@@ -196,13 +198,13 @@ TEST_F(Apply, PipesAndFilesGiveTheSame)
 {
     for (const std::string &bytes : {plainJob, longJob()}) {
         const std::string expected = applied(bytes);
-        const Piped piped = runPiped(bytes, [&] { riders::apply::applyRiders({riders}); });
+        const Piped piped = runPiped(bytes, [&] { apply::applyRiders({riders}); });
         EXPECT_EQ(piped.exitCode, 0) << piped.message;
         EXPECT_TRUE(piped.output == expected);
-        const Piped toFile = runPiped(bytes, [&] { riders::apply::applyRiders({riders, {}, folder / "two"}); });
+        const Piped toFile = runPiped(bytes, [&] { apply::applyRiders({riders, {}, folder / "two"}); });
         EXPECT_EQ(toFile.exitCode, 0) << toFile.message;
         EXPECT_TRUE(contentsOf(folder / "two") == expected);
-        const Piped fromFile = runPiped("", [&] { riders::apply::applyRiders({riders, job}); });
+        const Piped fromFile = runPiped("", [&] { apply::applyRiders({riders, job}); });
         EXPECT_TRUE(fromFile.output == expected);
     }
 }
@@ -212,7 +214,7 @@ TEST_F(Apply, StandardFilesMayBeFiles)
     const std::string expected = applied(longJob());
     const int in = open(job.c_str(), O_RDONLY),
               to = open((folder / "two").c_str(), O_RDWR | O_CREAT | O_APPEND, 0600);
-    const Piped result = runOn(in, to, [&] { riders::apply::applyRiders({riders}); });
+    const Piped result = runOn(in, to, [&] { apply::applyRiders({riders}); });
     EXPECT_EQ(result.exitCode, 0) << result.message;
     EXPECT_TRUE(contentsOf(folder / "two") == expected) << "also when it is appended to";
     close(in);
@@ -225,7 +227,7 @@ TEST_F(Apply, PipesThatDoNotBlockAreWaitedFor)
     const Piped piped = runPiped(bytes, [&] {
         fcntl(STDIN_FILENO, F_SETFL, O_NONBLOCK);
         fcntl(STDOUT_FILENO, F_SETFL, O_NONBLOCK);
-        riders::apply::applyRiders({riders});
+        apply::applyRiders({riders});
     });
     EXPECT_EQ(piped.exitCode, 0) << piped.message;
     EXPECT_TRUE(piped.output == expected);
@@ -233,7 +235,7 @@ TEST_F(Apply, PipesThatDoNotBlockAreWaitedFor)
 
 TEST_F(Apply, NothingGoesToStandardOutputBeforeARefusal)
 {
-    const Piped piped = runPiped("hello", [&] { riders::apply::applyRiders({riders}); });
+    const Piped piped = runPiped("hello", [&] { apply::applyRiders({riders}); });
     EXPECT_EQ(piped.exitCode, 1);
     EXPECT_EQ(piped.output, "");
     EXPECT_EQ(piped.message, "standard input: is not a PostScript job (it does not begin with %!)");
@@ -242,7 +244,7 @@ TEST_F(Apply, NothingGoesToStandardOutputBeforeARefusal)
 TEST_F(Apply, JobIsNotAppendedToItself)
 {
     const int in = open(job.c_str(), O_RDONLY), to = open(job.c_str(), O_WRONLY | O_APPEND);
-    const Piped result = runOn(in, to, [&] { riders::apply::applyRiders({riders}); });
+    const Piped result = runOn(in, to, [&] { apply::applyRiders({riders}); });
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.message.find("name the output with -o"), std::string::npos) << result.message;
     EXPECT_EQ(contentsOf(job), plainJob);
@@ -256,7 +258,7 @@ TEST_F(Apply, ReaderThatGoesAwayIsOneClearLine)
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     close(ends[0]);
-    const Piped result = runOn(STDIN_FILENO, ends[1], [&] { riders::apply::applyRiders({riders, job}); });
+    const Piped result = runOn(STDIN_FILENO, ends[1], [&] { apply::applyRiders({riders, job}); });
     close(ends[1]);
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.message, "standard output: Broken pipe");
@@ -270,7 +272,7 @@ TEST_F(Apply, FileThatCannotBeFinishedIsAsItWas)
         signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{1 << 20, 1 << 20};
         setrlimit(RLIMIT_FSIZE, &limit);
-        riders::apply::applyRiders({riders, job, out});
+        apply::applyRiders({riders, job, out});
     });
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.message, out.string() + ": File too large");

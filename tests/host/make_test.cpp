@@ -10,6 +10,8 @@
 
 namespace {
 
+namespace make = riders::make;
+
 class Make : public ::testing::Test {
 protected:
     CommandResult make(std::vector<std::string> options)
@@ -40,7 +42,8 @@ TEST_F(Make, WritesWhatWasNamedAndNothingElse)
     EXPECT_EQ(result.err + result.out, "");
     EXPECT_TRUE(holds("85"));
     std::string onlyFrequency = made();
-    ASSERT_EQ(make({"--frequency", "85", "--angle", "45", "--flatness", "1", "--spot", "round", "--error-handler"}).status,
+    ASSERT_EQ(make({"--frequency", "85", "--angle", "45", "--flatness", "1", "--spot", "round", "--error-handler"})
+                  .status,
               0);
     EXPECT_GT(made().size(), onlyFrequency.size());
     ASSERT_EQ(make({"--frequency", "85"}).status, 0);
@@ -133,7 +136,8 @@ TEST_F(Make, AnyValueAnnotationFontAndSizeGoThroughTheirDialogs)
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_TRUE(holds("87.5"));
     EXPECT_TRUE(holds("Courier-Bold"));
-    EXPECT_TRUE(holds("Gr\x9a\xa7" "e (1"));
+    EXPECT_TRUE(holds("Gr\x9a\xa7"
+                      "e (1"));
 }
 
 TEST_F(Make, WhatADialogRefusesIsRefusedInItsOwnWords)
@@ -195,7 +199,8 @@ TEST_F(Make, WhatIsNoOrdinaryFileIsNeverReplaced)
 
 TEST_F(Make, ANameTooLongForTheDiskIsRefusedInWords)
 {
-    CommandResult result = runRiders({"make", "-o", std::string(256, 'n'), "--frequency", "85"}, {}, folder.path());
+    CommandResult result =
+        runRiders({"make", "-o", std::string(256, 'n'), "--frequency", "85"}, {}, folder.path());
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err.find("filesystem"), std::string::npos) << result.err;
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
@@ -229,28 +234,28 @@ TEST_F(Make, WrongUsageExitsWithTwo)
 TEST(MenuMatch, ComparesNumbersNotTexts)
 {
     std::vector<std::string> items = {"Printer's own", "20 lpi", "85 lpi", "7.5\u00B0", "Other..."};
-    EXPECT_EQ(riders::make::itemWithValue(items, "85"), 3);
-    EXPECT_EQ(riders::make::itemWithValue(items, "085.00"), 3);
-    EXPECT_EQ(riders::make::itemWithValue(items, "7.5"), 4);
-    EXPECT_EQ(riders::make::itemWithValue(items, "8"), 0);
-    EXPECT_EQ(riders::make::itemWithValue(items, "85x"), 0);
-    EXPECT_EQ(riders::make::itemWithValue(items, ""), 0);
-    EXPECT_EQ(riders::make::itemWithValue(items, "Other..."), 0);
+    EXPECT_EQ(make::itemWithValue(items, "85"), 3);
+    EXPECT_EQ(make::itemWithValue(items, "085.00"), 3);
+    EXPECT_EQ(make::itemWithValue(items, "7.5"), 4);
+    EXPECT_EQ(make::itemWithValue(items, "8"), 0);
+    EXPECT_EQ(make::itemWithValue(items, "85x"), 0);
+    EXPECT_EQ(make::itemWithValue(items, ""), 0);
+    EXPECT_EQ(make::itemWithValue(items, "Other..."), 0);
 }
 
 TEST(MenuMatch, NamesMatchWhateverTheirCapitals)
 {
     std::vector<std::string> items = {"Printer's own   ", "Round", "Square"};
-    EXPECT_EQ(riders::make::itemWithName(items, "round"), 2);
-    EXPECT_EQ(riders::make::itemWithName(items, "SQUARE"), 3);
-    EXPECT_EQ(riders::make::itemWithName(items, "squar"), 0);
-    EXPECT_EQ(riders::make::itemWithName(items, "printer's own"), 1);
+    EXPECT_EQ(make::itemWithName(items, "round"), 2);
+    EXPECT_EQ(make::itemWithName(items, "SQUARE"), 3);
+    EXPECT_EQ(make::itemWithName(items, "squar"), 0);
+    EXPECT_EQ(make::itemWithName(items, "printer's own"), 1);
 }
 
 TEST(MenuMatch, DividersAndItemsThatOpenADialogAreNoValues)
 {
     std::vector<std::string> items = {"Printer's own", "-", "Round", "Import..."};
-    EXPECT_EQ(riders::make::itemWithName(items, "-"), 0);
-    EXPECT_EQ(riders::make::itemWithName(items, "Import..."), 0);
-    EXPECT_EQ(riders::make::itemWithName(items, "round"), 3);
+    EXPECT_EQ(make::itemWithName(items, "-"), 0);
+    EXPECT_EQ(make::itemWithName(items, "Import..."), 0);
+    EXPECT_EQ(make::itemWithName(items, "round"), 3);
 }

@@ -10,8 +10,11 @@
 
 namespace {
 
-using riders::meter::BitPage;
-using riders::meter::PageWindow;
+namespace meter = riders::meter;
+
+
+using meter::BitPage;
+using meter::PageWindow;
 
 // Rows as long as they must be and no longer, so that a sanitizer sees a byte too many.
 struct Sheet {
@@ -37,7 +40,7 @@ TEST(MeterEdges, InkIsCountedPixelByPixel)
             int ones = 0;
             for (int x = left; x < end; ++x)
                 ones += sheet.page.at(x, 2);
-            EXPECT_EQ(riders::meter::inkInRow(sheet.page, 2, left, end), ones) << left << " to " << end;
+            EXPECT_EQ(meter::inkInRow(sheet.page, 2, left, end), ones) << left << " to " << end;
         }
 }
 
@@ -45,14 +48,14 @@ TEST(MeterEdges, WindowsAreCutToThePage)
 {
     Sheet sheet(100, 50, 100);
     std::memset(sheet.bits.get(), 0xff, sheet.bytes());
-    const PageWindow cut = riders::meter::cutToPage(sheet.page, {-10, 40, 200, 2147483647});
+    const PageWindow cut = meter::cutToPage(sheet.page, {-10, 40, 200, 2147483647});
     EXPECT_EQ(cut.left, 0);
     EXPECT_EQ(cut.top, 40);
     EXPECT_EQ(cut.width, 100);
     EXPECT_EQ(cut.height, 10);
-    EXPECT_EQ(riders::meter::inkShare(sheet.page, {90, -5, 100, 10}), 1);
-    EXPECT_EQ(riders::meter::inkShare(sheet.page, {100, 0, 10, 10}), 0);
-    EXPECT_TRUE(riders::meter::cutToPage(sheet.page, {0, 0, -5, 10}).empty());
+    EXPECT_EQ(meter::inkShare(sheet.page, {90, -5, 100, 10}), 1);
+    EXPECT_EQ(meter::inkShare(sheet.page, {100, 0, 10, 10}), 0);
+    EXPECT_TRUE(meter::cutToPage(sheet.page, {0, 0, -5, 10}).empty());
 }
 
 TEST(MeterEdges, AnswersForPagesOfAnySize)
@@ -62,10 +65,10 @@ TEST(MeterEdges, AnswersForPagesOfAnySize)
         Sheet sheet(side, 97 - side, side == 9 ? 0 : 72);
         for (size_t i = 0; i < sheet.bytes(); ++i)
             sheet.bits[i] = static_cast<std::uint8_t>(random());
-        const auto reading = riders::meter::readScreen(sheet.page);
-        EXPECT_EQ(reading.kind, riders::ScreenKind::none) << side;
-        EXPECT_EQ(riders::meter::nearestSpot(sheet.page, reading), "");
-        EXPECT_EQ(riders::meter::readScreen(sheet.page, PageWindow{-5, -5, 1000, 1000}).kind, riders::ScreenKind::none);
+        const auto reading = meter::readScreen(sheet.page);
+        EXPECT_EQ(reading.kind, meter::ScreenKind::none) << side;
+        EXPECT_EQ(meter::nearestSpot(sheet.page, reading), "");
+        EXPECT_EQ(meter::readScreen(sheet.page, PageWindow{-5, -5, 1000, 1000}).kind, meter::ScreenKind::none);
     }
 }
 
@@ -81,13 +84,12 @@ TEST(MeterEdges, AnswersForBitsOfAnyKind)
         for (size_t at = 0; at < sheet.bytes(); ++at)
             sheet.bits[at] =
                 at < period || random() % 16 == 0 ? static_cast<std::uint8_t>(random()) : sheet.bits[at - period];
-        const auto reading = riders::meter::readScreen(sheet.page, PageWindow{0, 0, sheet.page.width, sheet.page.height});
+        const auto reading = meter::readScreen(sheet.page, PageWindow{0, 0, sheet.page.width, sheet.page.height});
         EXPECT_TRUE(std::isfinite(reading.frequency) && reading.frequency >= 0);
         EXPECT_TRUE(reading.angle >= 0 && reading.angle < 180) << reading.angle;
         EXPECT_TRUE(reading.ink >= 0 && reading.ink <= 1) << reading.ink;
         EXPECT_TRUE(reading.beat.strength >= 0 && std::isfinite(reading.beat.strength));
-        const double like =
-            riders::meter::likenessTo(sheet.page, reading, [](double x, double) { return x; }).correlation;
+        const double like = meter::likenessTo(sheet.page, reading, [](double x, double) { return x; }).correlation;
         EXPECT_TRUE(like >= -1 && like <= 1.000001) << like;
     }
 }
@@ -100,9 +102,9 @@ TEST(MeterEdges, NoiseIsGivenUpEarly)
         Sheet sheet(side, side, 300);
         for (size_t i = 0; i < sheet.bytes(); ++i)
             sheet.bits[i] = static_cast<std::uint8_t>(random());
-        const std::uint64_t before = riders::meter::pixelsLaid();
-        EXPECT_EQ(riders::meter::readScreen(sheet.page, PageWindow{0, 0, side, side}).kind, riders::ScreenKind::none);
-        EXPECT_EQ(riders::meter::pixelsLaid(), before) << side;
+        const std::uint64_t before = meter::pixelsLaid();
+        EXPECT_EQ(meter::readScreen(sheet.page, PageWindow{0, 0, side, side}).kind, meter::ScreenKind::none);
+        EXPECT_EQ(meter::pixelsLaid(), before) << side;
     }
 }
 
@@ -115,10 +117,10 @@ TEST(MeterEdges, AScreenIsFoldedAFewDozenTimes)
             if (std::hypot(x % 14 - 6.5, y % 14 - 6.5) < 5)
                 sheet.bits[static_cast<size_t>(y) * sheet.page.rowBytes + x / 8] |=
                     static_cast<std::uint8_t>(0x80 >> x % 8);
-    const std::uint64_t before = riders::meter::pixelsLaid();
-    const auto reading = riders::meter::readScreen(sheet.page, PageWindow{0, 0, 900, 900});
+    const std::uint64_t before = meter::pixelsLaid();
+    const auto reading = meter::readScreen(sheet.page, PageWindow{0, 0, 900, 900});
     EXPECT_NEAR(reading.cellPixels, 14, 0.01);
-    EXPECT_LT(riders::meter::pixelsLaid() - before, 40u * 900 * 900);
+    EXPECT_LT(meter::pixelsLaid() - before, 40u * 900 * 900);
 }
 
 TEST(MeterEdges, SpotFunctionsThatFailAreTakenAsFlat)
@@ -127,10 +129,10 @@ TEST(MeterEdges, SpotFunctionsThatFailAreTakenAsFlat)
     for (int y = 0; y < 200; ++y)
         if (y % 10 < 4)
             std::memset(&sheet.bits[static_cast<size_t>(y) * sheet.page.rowBytes], 0xff, sheet.page.rowBytes);
-    const auto reading = riders::meter::readScreen(sheet.page, PageWindow{0, 0, 200, 200});
-    ASSERT_EQ(reading.kind, riders::ScreenKind::lines);
+    const auto reading = meter::readScreen(sheet.page, PageWindow{0, 0, 200, 200});
+    ASSERT_EQ(reading.kind, meter::ScreenKind::lines);
     EXPECT_NEAR(reading.frequency, 10, 0.05);
-    EXPECT_LT(riders::meter::likenessTo(sheet.page, reading, [](double, double) { return std::nan(""); }).correlation,
+    EXPECT_LT(meter::likenessTo(sheet.page, reading, [](double, double) { return std::nan(""); }).correlation,
               0.7);
 }
 

@@ -11,8 +11,8 @@ protected:
     CommandResult play(const std::string &script, std::vector<std::string> options = {})
     {
         writeFile(folder / "session.play", script);
-        std::vector<std::string> arguments = {"play", "session.play", "--preferences", "preferences", "--trace",
-                                              "trace"};
+        std::vector<std::string> arguments = {"play",        "session.play", "--preferences",
+                                              "preferences", "--trace",      "trace"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return runRiders(arguments, {}, folder.path());
     }
@@ -28,7 +28,10 @@ protected:
             next += line.starts_with(wanted[next]);
         return next < wanted.size() ? wanted[next] : "";
     }
-    bool traced(const std::string &line) const { return ("\n" + trace()).find("\n" + line + "\n") != std::string::npos; }
+    bool traced(const std::string &line) const
+    {
+        return ("\n" + trace()).find("\n" + line + "\n") != std::string::npos;
+    }
 
     TemporaryFolder folder;
 };

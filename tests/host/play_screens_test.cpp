@@ -5,6 +5,8 @@
 
 namespace {
 
+namespace play = riders::play;
+
 // The settings dialog on a small screen; the angle's popup is item 5.
 const char *const onSmallScreen = "start\ncommand 0\n";
 const std::vector<std::string> smallScreen = {"--screen", "512x342x8"};
@@ -13,15 +15,16 @@ const std::vector<std::string> smallScreen = {"--screen", "512x342x8"};
 
 TEST_F(Play, TheMouseIsHeldWhileAMenuIsLookedAt)
 {
-    CommandResult result = play(std::string(onSmallScreen) +
-                                    "hold 5\npicture first\nmove 250 48\npicture second\nup\nkey escape\n",
-                                smallScreen);
+    CommandResult result =
+        play(std::string(onSmallScreen) + "hold 5\npicture first\nmove 250 48\npicture second\nup\nkey escape\n",
+             smallScreen);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(firstNotTraced({"popup 16137 opened at item 6", "picture \"first.png\"", "picture \"second.png\"",
                               "popup 16137 gave", "dialog 16300 closed"}),
               "")
         << trace();
-    EXPECT_FALSE(contentsOf(folder / "first.png") == contentsOf(folder / "second.png")) << "another item is marked";
+    EXPECT_FALSE(contentsOf(folder / "first.png") == contentsOf(folder / "second.png"))
+        << "another item is marked";
 }
 
 TEST_F(Play, PressMoveAndReleaseAtPointsAreADrag)
@@ -38,11 +41,11 @@ TEST_F(Play, PressMoveAndReleaseAtPointsAreADrag)
 
 TEST_F(Play, AHeldButtonIsNotPressedAgain)
 {
-    EXPECT_NE(play(std::string(onSmallScreen) + "hold 5\npress 2\n").err.find(
-                  "session.play:4: the mouse button is held down"),
+    EXPECT_NE(play(std::string(onSmallScreen) + "hold 5\npress 2\n")
+                  .err.find("session.play:4: the mouse button is held down"),
               std::string::npos);
-    EXPECT_NE(play(std::string(onSmallScreen) + "up 10 10\n").err.find(
-                  "session.play:3: the mouse button is not held down"),
+    EXPECT_NE(play(std::string(onSmallScreen) + "up 10 10\n")
+                  .err.find("session.play:3: the mouse button is not held down"),
               std::string::npos);
     EXPECT_NE(play(std::string(onSmallScreen) + "hold 5\n").err.find("session.play:3: the script ended"),
               std::string::npos);
@@ -116,8 +119,8 @@ TEST_F(Play, WhatCannotBeDraggedComesUpOnAScreenThatIsThere)
     CommandResult result = play(leave + "screens 480x320x8\ncommand 0\nkey return\ncancel-file\n",
                                 {"--screen", "640x480x8+640x480x8"});
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(firstNotTraced({"dialog 16300 shown at 124,112 ", "dialog 16300 shown at 824,214 ",
-                              "dialog 16399 shown at "}),
+    EXPECT_EQ(firstNotTraced(
+                  {"dialog 16300 shown at 124,112 ", "dialog 16300 shown at 824,214 ", "dialog 16399 shown at "}),
               "")
         << trace();
 }
@@ -136,7 +139,7 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
 
 TEST(Screens, AreReadFromLeftToRight)
 {
-    auto screens = riders::play::screensFromText("640x480x8+1024x768x1");
+    auto screens = play::screensFromText("640x480x8+1024x768x1");
     ASSERT_EQ(screens.size(), 2u);
     EXPECT_EQ(screens[0].bounds.right, 640);
     EXPECT_EQ(screens[0].depth, 8);
@@ -149,7 +152,7 @@ TEST(Screens, AreReadFromLeftToRight)
 
 TEST(Screens, HaveAScaleWhenOneIsTold)
 {
-    auto screens = riders::play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
+    auto screens = play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
     ASSERT_EQ(screens.size(), 3u);
     EXPECT_EQ(screens[0].scale, 2);
     EXPECT_EQ(screens[0].bounds.right, 640);
@@ -160,8 +163,8 @@ TEST(Screens, HaveAScaleWhenOneIsTold)
 
 TEST(Screens, WhatDoesNotReadSoIsRefused)
 {
-    for (const char *text : {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8",
-                             "640x99999x8", "-640x480x8",
-                             "640x480x8@", "640x480x8@0", "640x480x8@4", "640x480x8@2x"})
-        EXPECT_TRUE(riders::play::screensFromText(text).empty()) << text;
+    for (const char *text :
+         {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8", "640x99999x8",
+          "-640x480x8", "640x480x8@", "640x480x8@0", "640x480x8@4", "640x480x8@2x"})
+        EXPECT_TRUE(play::screensFromText(text).empty()) << text;
 }

@@ -52,15 +52,39 @@ TEST_F(Play, EveryStepDoesWhatItsNameSays)
                                 "press 1 with option shift\ncancel-file\n"
                                 "command 0\nfail any 3 -36 onward\npress 1\nsave made\n");
     EXPECT_EQ(result.status, 1) << "every later file call fails, so a message is still open";
-    EXPECT_EQ(firstNotTraced({"entry 1/0 -> 0", "dialog 16200 shown", "dialog 16200 hidden",
-                              "dialog 16200 closed", "entry 2/0 -> 0", "entry 3/0 -> 0", "dialog 16300 shown", "popup 16136 opened",
-                              "popup 16136 gave nothing", "popup 16136 opened", "popup 16136 gave 21",
-                              "dialog 16301 shown", "flash \"OK\"", "dialog 16301 closed", "popup 16140 gave 3",
-                              "dialog 16302 shown", "popup 16134 gave 2", "press \"OK\"", "dialog 16302 closed",
-                              "popup 16138 gave 11", "dialog 16132 shown", "press \"Import\"", "dialog 16401 shown",
-                              "press \"Import\"", "file open \"mine.spot\" -> 0", "press \"Make\"",
-                              "dialog 16399 shown", "press \"Cancel\"", "dialog 16399 closed", "entry 4/0 -> 0",
-                              "dialog 16300 shown", "file write \"made\" 0 bytes -> -36", "dialog 16129 shown"}),
+    EXPECT_EQ(firstNotTraced({"entry 1/0 -> 0",
+                              "dialog 16200 shown",
+                              "dialog 16200 hidden",
+                              "dialog 16200 closed",
+                              "entry 2/0 -> 0",
+                              "entry 3/0 -> 0",
+                              "dialog 16300 shown",
+                              "popup 16136 opened",
+                              "popup 16136 gave nothing",
+                              "popup 16136 opened",
+                              "popup 16136 gave 21",
+                              "dialog 16301 shown",
+                              "flash \"OK\"",
+                              "dialog 16301 closed",
+                              "popup 16140 gave 3",
+                              "dialog 16302 shown",
+                              "popup 16134 gave 2",
+                              "press \"OK\"",
+                              "dialog 16302 closed",
+                              "popup 16138 gave 11",
+                              "dialog 16132 shown",
+                              "press \"Import\"",
+                              "dialog 16401 shown",
+                              "press \"Import\"",
+                              "file open \"mine.spot\" -> 0",
+                              "press \"Make\"",
+                              "dialog 16399 shown",
+                              "press \"Cancel\"",
+                              "dialog 16399 closed",
+                              "entry 4/0 -> 0",
+                              "dialog 16300 shown",
+                              "file write \"made\" 0 bytes -> -36",
+                              "dialog 16129 shown"}),
               "")
         << result.err << trace();
     std::string settings = contentsOf(folder / "preferences/._Riders Preferences");
@@ -73,11 +97,11 @@ TEST_F(Play, TheAboutBoxIsPlayedLikeAnyOther)
                                 "about\npress 5 with option\npress 4\nkey enter\n"
                                 "about\nwait 30\npress 5 with control\nwait 700\npress 6\n");
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(firstNotTraced({"dialog 16200 shown", "picture \"fallen.png\"", "dialog 16200 closed",
-                              "dialog 16200 shown", "dialog 16200 closed", "dialog 17000 shown",
-                              "dialog 17000 closed", "entry 2/0 -> 0", "dialog 16200 shown", "dialog 16200 closed",
-                              "entry 2/0 -> 0"}),
-              "")
+    EXPECT_EQ(
+        firstNotTraced({"dialog 16200 shown", "picture \"fallen.png\"", "dialog 16200 closed",
+                        "dialog 16200 shown", "dialog 16200 closed", "dialog 17000 shown", "dialog 17000 closed",
+                        "entry 2/0 -> 0", "dialog 16200 shown", "dialog 16200 closed", "entry 2/0 -> 0"}),
+        "")
         << trace();
 }
 
@@ -131,9 +155,10 @@ TEST_F(Play, AProcessThatEndsEndsTheScript)
     const std::filesystem::path built = RIDERS_BINARY_DIR;
     for (const char *file : {"riders", "riders.so"})
         std::filesystem::copy_file(built / file, folder / file);
-    writeFile(folder / "bare.res", "string 16129 \"Cannot go on.\"\n"
-                                   "dialog 16129 { size 420 164 ; at 110 110 ; hidden ; items 1 }\n"
-                                   "items 1 { button 320 128 80 20 \"OK\" ; user 0 0 0 0 ; text 0 0 0 0 \"^0\" }\n");
+    writeFile(folder / "bare.res",
+              "string 16129 \"Cannot go on.\"\n"
+              "dialog 16129 { size 420 164 ; at 110 110 ; hidden ; items 1 }\n"
+              "items 1 { button 320 128 80 20 \"OK\" ; user 0 0 0 0 ; text 0 0 0 0 \"^0\" }\n");
     ASSERT_EQ(runProgram({(built / "tools/rescomp/rescomp").string(), "bare.res", "-o", "._riders.so"}, {},
                          folder.path())
                   .status,
@@ -153,10 +178,11 @@ TEST_F(Play, AProcessThatEndsEndsTheScript)
 
 TEST_F(Play, WaitingIsSeenInTheCaret)
 {
-    ASSERT_EQ(play("start\ncommand 0\nchoose 4 Other...\ntype 6\npicture one\npicture two\nwait 40\npicture three\n"
-                   "key escape\nkey escape\n")
-                  .status,
-              0);
+    ASSERT_EQ(
+        play("start\ncommand 0\nchoose 4 Other...\ntype 6\npicture one\npicture two\nwait 40\npicture three\n"
+             "key escape\nkey escape\n")
+            .status,
+        0);
     EXPECT_TRUE(contentsOf(folder / "one.png") == contentsOf(folder / "two.png"));
     EXPECT_FALSE(contentsOf(folder / "two.png") == contentsOf(folder / "three.png")) << "it blinks every 32 ticks";
 }
@@ -244,7 +270,8 @@ TEST_F(Play, AFaultInTheScriptIsFoundBeforeAnythingIsDone)
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("session.play:7: there is no step \"frobnicate\""), std::string::npos) << result.err;
     EXPECT_FALSE(std::filesystem::exists(folder / "Film Positive"));
-    EXPECT_EQ(play("press four\n").err, "riders play: session.play:1: press needs an item number from 1 to 32767, not \"four\"\n");
+    EXPECT_EQ(play("press four\n").err,
+              "riders play: session.play:1: press needs an item number from 1 to 32767, not \"four\"\n");
     EXPECT_EQ(play("press 1 2\n").err, "riders play: session.play:1: \"2\" is too much for press\n");
     EXPECT_EQ(play("type \"abc\n").err, "riders play: session.play:1: a quote is not closed\n");
 }

@@ -1,16 +1,15 @@
 // The words and numbers of a proof's page.
-#include <sstream>
-
-#include "host/proof_support.h"
-#include "meter/meter.h"
-#include "proof/facts.h"
-#include "proof/output_folder.h"
-#include "proof/plate_names.h"
-#include "proof/report.h"
+#include "proof/facts/warnings.h"
+#include "proof/proof_folder.h"
+#include "proof/report/report.h"
+#include "proof/report/template.h"
+#include "support/toolbox_test.h"
 
 namespace {
 
-using riders::proof::PlateFacts;
+namespace proof = riders::proof;
+
+using proof::PlateFacts;
 using Words = std::vector<std::string>;
 
 PlateFacts plate(const std::string &name, double frequency, double angle)
@@ -27,49 +26,69 @@ PlateFacts plate(const std::string &name, double frequency, double angle)
 
 Words warnings(const std::vector<PlateFacts> &plates)
 {
-    riders::proof::PageFacts page;
+    proof::PageFacts page;
     page.plates = plates;
-    return riders::proof::warningsFor(page);
+    return proof::warningsFor(page);
 }
 
 TEST(ProofReport, TextFromAJobIsOnlyText)
 {
-    EXPECT_EQ(riders::proof::escaped("<script>alert('x')</script> & \"y\""),
+    EXPECT_EQ(proof::escaped("<script>alert('x')</script> & \"y\""),
               "&lt;script&gt;alert(&#39;x&#39;)&lt;/script&gt; &amp; &quot;y&quot;");
-    EXPECT_EQ(riders::proof::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
-    EXPECT_EQ(riders::proof::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
-    EXPECT_EQ(riders::proof::escaped("gr\xC3\xBCn"), "grün");
+    EXPECT_EQ(proof::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
+    EXPECT_EQ(proof::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
+    EXPECT_EQ(proof::escaped("gr\xC3\xBCn"), "grün");
+}
+
+TEST(ProofReport, TemplatesAreFilledOnce)
+{
+    using proof::filled;
+    EXPECT_EQ(filled("<b>{{a}}, {{b}}, {{a}}</b>", {{"a", "{{b}}"}, {"b", "x"}}), "<b>{{b}}, x, {{b}}</b>");
+    EXPECT_EQ(filled("{{a}}", {{"a", ""}}), "");
+    EXPECT_THROW(filled("{{a}}", {{"b", ""}}), std::logic_error);
+    EXPECT_THROW(proof::part("none of them"), std::logic_error);
+}
+
+// So that a template reads as the page does: a name on a line of its own stands for lines.
+TEST(ProofReport, ANameAloneOnItsLineLeavesNoEmptyOne)
+{
+    using proof::filled;
+    EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", "one\ntwo\n"}}), "<p>\none\ntwo\n</p>\n");
+    EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", ""}}), "<p>\n</p>\n");
+    EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", "one"}}), "<p>\none\n</p>\n");
+    EXPECT_EQ(filled("<p>{{a}}\n</p>\n", {{"a", ""}}), "<p>\n</p>\n");
+    EXPECT_EQ(filled("<p>{{a}}\n</p>\n", {{"a", "one\n"}}), "<p>one\n\n</p>\n");
 }
 
 TEST(ProofReport, ThePageEscapesAllThatIsTheJobs)
 {
-    riders::proof::ProofFacts facts;
+    proof::ProofFacts facts;
     facts.job = facts.riders = "<i>.ps";
     facts.said = {"<i>said"};
-    riders::proof::PageFacts page;
+    proof::PageFacts page;
     page.number = 1;
     page.width = page.height = 2;
     page.rosette = "pictures/page-1-all.png";
     page.warnings = {"<i>warned"};
     page.plates = {plate("<i>ink", 60, 45)};
     facts.pages = {page};
-    const std::string html = riders::proof::reportOf(facts);
-    size_t marks = 0;   // the loupe's own is <i style=...>
+    const std::string html = proof::reportOf(facts);
+    size_t marks = 0;  // the loupe's own is <i style=...>
     for (size_t at = html.find("<i>"); at != std::string::npos; at = html.find("<i>", at + 1))
         ++marks;
     EXPECT_EQ(marks, 0u);
     for (const char *text : {"&lt;i&gt;.ps", "&lt;i&gt;said", "&lt;i&gt;warned", "&lt;i&gt;ink"})
         EXPECT_NE(html.find(text), std::string::npos) << text;
-    EXPECT_EQ(html.find("http"), std::string::npos);   // nothing from outside
+    EXPECT_EQ(html.find("http"), std::string::npos);  // nothing from outside
 }
 
 TEST(ProofReport, TheMarkIsFoundWhateverTheJobIsCalled)
 {
-    riders::proof::ProofFacts facts;
+    proof::ProofFacts facts;
     facts.job = std::string(255, '&');
     TemporaryFolder folder;
-    riders::proof::writeReport(folder / riders::proof::kPageName, facts);
-    EXPECT_TRUE(riders::proof::isProofFolder(folder.path()));
+    proof::writeReport(folder / proof::kPageName, facts);
+    EXPECT_TRUE(proof::isProofFolder(folder.path()));
 }
 
 TEST(ProofReport, WarnsWhereTheScreenIsOff)
@@ -79,7 +98,7 @@ TEST(ProofReport, WarnsWhereTheScreenIsOff)
     EXPECT_EQ(warnings({plate("Cyan", 59.3, 45)}), Words{"Cyan: 59.3 lines an inch on the film, 60 asked for."});
     EXPECT_EQ(warnings({plate("Cyan", 60, 44.4)}), Words{"Cyan: 44.4° on the film, 45° asked for."});
     PlateFacts own = plate("Cyan", 80, 20);
-    own.asked.binding = false;   // nobody asked
+    own.asked.binding = false;  // nobody asked
     EXPECT_EQ(warnings({own}), Words{});
 }
 
@@ -96,36 +115,11 @@ TEST(ProofReport, WarnsWhereTheDotsHaveAnotherShape)
     EXPECT_EQ(warnings({round}), Words{});
 }
 
-// The order of a spot function's values is what counts, and a job may write anything.
-TEST(ProofReport, ShapesAreToldFromTheirValues)
-{
-    const auto shapeOf = [](double (*spot)(double, double)) {
-        std::ostringstream line;
-        line << "%%ProofShape";
-        for (int i = 0; i < 49; ++i)
-            line << ' ' << spot((i % 7 - 3) / 3.3, (i / 7 - 3) / 3.5);
-        line << " Cyan";
-        riders::proof::InterpreterWords words;
-        words.take("%%ProofPage");
-        words.take(line.str());
-        words.take("%%ProofPage");
-        return words.report().pages[0].at("Cyan").shape;
-    };
-    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots())
-        EXPECT_EQ(shapeOf(spot.value), spot.name);
-    EXPECT_EQ(shapeOf([](double x, double y) { return -5 * (x * x + y * y); }), "Round");
-    EXPECT_EQ(shapeOf([](double x, double y) { return x * y; }), "");
-    riders::proof::InterpreterWords words;
-    for (const char *line : {"%%ProofShape ", "%%ProofShape 1 2 3 Cyan", "%%ProofShape x"})
-        EXPECT_FALSE(words.take(line));
-    EXPECT_TRUE(words.report().said.empty());
-}
-
 TEST(ProofReport, ADotTurnedByAQuarterIsTheSame)
 {
-    EXPECT_NEAR(riders::proof::anglesApart(89.8, 0.1), 0.3, 1e-9);
-    EXPECT_DOUBLE_EQ(riders::proof::anglesApart(0, 180), 0);
-    EXPECT_DOUBLE_EQ(riders::proof::anglesApart(10, 55), 45);
+    EXPECT_NEAR(proof::anglesApart(89.8, 0.1), 0.3, 1e-9);
+    EXPECT_DOUBLE_EQ(proof::anglesApart(0, 180), 0);
+    EXPECT_DOUBLE_EQ(proof::anglesApart(10, 55), 45);
     PlateFacts turned = plate("Cyan", 60, 0.2);
     turned.asked.angle = 90;
     EXPECT_EQ(warnings({turned}), Words{});
@@ -133,7 +127,8 @@ TEST(ProofReport, ADotTurnedByAQuarterIsTheSame)
 
 TEST(ProofReport, WarnsWherePlatesShareAnAngle)
 {
-    const Words shared = {"All plates share an angle, 45°: the slightest misregister will show as a shift of colour."};
+    const Words shared = {
+        "All plates share an angle, 45°: the slightest misregister will show as a shift of colour."};
     EXPECT_EQ(warnings({plate("Cyan", 60, 45), plate("Black", 60, 45.3)}), shared);
     EXPECT_EQ(warnings({plate("Cyan", 60, 45)}), Words{});
     PlateFacts other = plate("Black", 60, 75);
@@ -155,30 +150,18 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
 {
     TemporaryFolder folder;
     writeFile(folder / "riders", "/riderFrequency null def /riderAngle null def\n/riderAngle 22.5 def\n");
-    const riders::proof::AskedFor riders = riders::proof::askedByRiders(folder / "riders");
+    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
     EXPECT_FALSE(riders.frequency);
     EXPECT_EQ(riders.angle, 22.5);
-    const riders::proof::AskedFor both = riders::proof::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
+    const proof::AskedFor both = proof::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(both.frequency, 70);
     EXPECT_EQ(both.angle, 22.5);
-    const riders::proof::AskedFor spot = riders::proof::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
+    const proof::AskedFor spot = proof::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(spot.frequency, 50);
     EXPECT_EQ(spot.by, "the job");
-    EXPECT_EQ(riders::proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
-    EXPECT_FALSE(riders::proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
-    EXPECT_FALSE(riders::proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
-}
-
-TEST(ProofReport, FilesAreNamedPlainly)
-{
-    std::set<std::string> taken = {"all"};
-    EXPECT_EQ(riders::proof::fileNameFor("PANTONE 185 C", taken), "pantone-185-c");
-    EXPECT_EQ(riders::proof::fileNameFor("Pantone-185-C", taken), "pantone-185-c-2");
-    EXPECT_EQ(riders::proof::fileNameFor("All", taken), "all-2");
-    EXPECT_EQ(riders::proof::fileNameFor("../..", taken), "ink");
-    EXPECT_EQ(riders::proof::fileNameFor("", taken), "ink-2");
-    EXPECT_EQ(riders::proof::fileNameFor(std::string(300, 'x'), taken).size(), 40u);
-    EXPECT_EQ(riders::proof::plateNameFrom("a%2Fb%25 %zz%4"), "a/b% %zz%4");
+    EXPECT_EQ(proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
+    EXPECT_FALSE(proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
+    EXPECT_FALSE(proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 
 }  // namespace

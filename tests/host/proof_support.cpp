@@ -91,7 +91,7 @@ Film readFilm(const fs::path &file)
     TIFFGetField(tiff, TIFFTAG_RESOLUTIONUNIT, &unit);
     TIFFGetField(tiff, TIFFTAG_XRESOLUTION, &across);
     TIFFGetField(tiff, TIFFTAG_YRESOLUTION, &down);
-    film.bits = riders::proof::BitPlate(static_cast<int>(width), static_cast<int>(height));
+    film.bits = riders::plates::BitPlate(static_cast<int>(width), static_cast<int>(height));
     for (int y = 0; y < film.bits.height; ++y)
         TIFFReadScanline(tiff, film.bits.row(y), static_cast<std::uint32_t>(y));
     TIFFClose(tiff);

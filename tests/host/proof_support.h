@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "io/refusal.h"
-#include "proof/plate_files.h"
+#include "plates/files/plate.h"
 #include "proof/proof.h"
 #include "support/toolbox_test.h"
 
@@ -34,9 +34,9 @@ std::string smallJob(const std::vector<std::string> &pages);
 
 // A film as it was written.
 struct Film {
-    riders::proof::BitPlate bits;
+    riders::plates::BitPlate bits;
     double dpi = 0;
     int compression = 0, photometric = 0;
-    double ink() const;   // share of the sheet
+    double ink() const;  // share of the sheet
 };
 Film readFilm(const std::filesystem::path &file);

@@ -10,8 +10,7 @@ using kept::difference;
 using kept::Session;
 using kept::sessions;
 
-namespace
-{
+namespace {
 
 bool updating()
 {
@@ -19,11 +18,9 @@ bool updating()
     return update && *update == '1';
 }
 
-class Sessions : public ::testing::TestWithParam<std::string>
-{
-};
+class Sessions : public ::testing::TestWithParam<std::string> {};
 
-} // namespace
+}  // namespace
 
 TEST_P(Sessions, LeavesItsTrace)
 {

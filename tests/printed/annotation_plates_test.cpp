@@ -1,8 +1,11 @@
 // The annotation where colours are separated: on each plate, so that films can be told apart; black elsewhere.
 #include "host/proof_support.h"
+#include "plates/files/plate_files.h"
 #include "printed/postscript_support.h"
 
 namespace {
+
+namespace plates = riders::plates;
 
 const std::string kOrange = "[/Separation (Orange) /DeviceCMYK {dup 0.5 mul exch 0 exch 0}] setcolorspace\n"
                             "0.5 setcolor 100 100 40 40 rectfill\n";
@@ -19,10 +22,10 @@ TEST_F(AnnotationPlates, EachHasIt)
         const auto result = runGhostscript(folder, "%!PS\n" + annotation() + overprint + kOrange + "showpage\n",
                                            "%d.tif", "-sDEVICE=tiffsep1 -r72 -g200x200");
         ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
-        const auto plates = riders::proof::plateFiles(folder.path(), 1);
+        const auto plates = plates::plateFiles(folder.path(), 1);
         ASSERT_EQ(plates.size(), 5u);
-        for (const riders::proof::PlateFile &plate : plates) {
-            const riders::proof::BitPlate dots = riders::proof::readPlate(plate.file);
+        for (const plates::PlateFile &plate : plates) {
+            const plates::BitPlate dots = plates::readPlate(plate.file);
             int ink = 0;
             for (int y = 200 - 32; y < 200 - 14; ++y)
                 for (int x = 16; x < 60; ++x)

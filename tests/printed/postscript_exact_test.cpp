@@ -7,6 +7,8 @@
 
 namespace {
 
+namespace meter = riders::meter;
+
 constexpr double kDpi = 600;
 
 // The bits of a page, packed as the meter reads them.
@@ -21,7 +23,7 @@ struct PackedPage {
                     bits[y * page.rowBytes + x / 8] |= 0x80 >> x % 8;
     }
     std::vector<std::uint8_t> bits;
-    riders::meter::BitPage page;
+    meter::BitPage page;
 };
 
 struct ExactCase {
@@ -30,7 +32,7 @@ struct ExactCase {
 
 class ScreenExact : public ::testing::TestWithParam<ExactCase> {
 protected:
-    riders::meter::ScreenReading read(const std::string &paint)
+    meter::ScreenReading read(const std::string &paint)
     {
         const RidersChoice choice = {
             .frequency = GetParam().frequency, .angle = GetParam().angle, .spotBody = pieceBytes(16128)};
@@ -39,9 +41,9 @@ protected:
                            "page.pbm", "-sDEVICE=pbmraw -r600 -g1800x1800");
         EXPECT_EQ(result.output + result.errors, "");
         packed.emplace(readBitmap(folder / "page.pbm"));
-        return riders::meter::readScreen(packed->page, riders::meter::PageWindow{0, 0, 1800, 1800});
+        return meter::readScreen(packed->page, meter::PageWindow{0, 0, 1800, 1800});
     }
-    void expectExact(const riders::meter::ScreenReading &reading)
+    void expectExact(const meter::ScreenReading &reading)
     {
         const double frequency = std::stod(GetParam().frequency), angle = std::stod(GetParam().angle);
         EXPECT_NEAR(reading.frequency, frequency, 0.004 * frequency);
@@ -59,7 +61,7 @@ TEST_P(ScreenExact, Tint)
     expectExact(reading);
     EXPECT_NEAR(reading.ink, 0.25, 0.007);
     if (reading.cellPixels >= 8) {
-        EXPECT_GE(riders::meter::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.99);
+        EXPECT_GE(meter::likenessTo(packed->page, reading, kSpotShapes[0].value).correlation, 0.99);
     }
 }
 

@@ -74,11 +74,13 @@ TEST_F(PostScriptPage, FlatnessIsSet)
 
 TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
 {
-    const std::string job =
-        "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
-        composeRiders(
-            {.frequency = "12", .angle = "5", .spotBody = pieceBytes(16128), .annotation = "x", .errorHandler = true}) +
-        "add riderSpot =\nshowpage\n";
+    const std::string job = "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
+                            composeRiders({.frequency = "12",
+                                           .angle = "5",
+                                           .spotBody = pieceBytes(16128),
+                                           .annotation = "x",
+                                           .errorHandler = true}) +
+                            "add riderSpot =\nshowpage\n";
     EXPECT_EQ(outputOf(job), "job's own add\njob's\n");
 }
 

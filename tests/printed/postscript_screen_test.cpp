@@ -123,7 +123,8 @@ TEST_F(PostScriptScreen, EverySpotFunctionGivesItsShape)
         std::vector<double> cell[2];
         for (int level : {0, 1})
             cell[level] = averageCell(
-                print({.frequency = "20", .angle = "0", .spotBody = pieceBytes(chosen.id)}, level ? 0.7 : 0.3), side);
+                print({.frequency = "20", .angle = "0", .spotBody = pieceBytes(chosen.id)}, level ? 0.7 : 0.3),
+                side);
         std::string best;
         double most = -2;
         for (const SpotShape &shape : kSpotShapes) {

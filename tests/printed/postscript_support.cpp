@@ -8,6 +8,8 @@
 #include <numbers>
 #include <sstream>
 
+#include "meter/meter.h"
+
 namespace {
 
 constexpr int kWindow = 512;
@@ -103,38 +105,22 @@ std::string composeRiders(const RidersChoice &choice)
     if (choice.flatness)
         text += pieceBytes(16560) + *choice.flatness + pieceBytes(16561);
     if (choice.annotation)
-        text += pieceBytes(16508) + choice.font + pieceBytes(16509) + choice.size + pieceBytes(16510) + *choice.annotation +
-                pieceBytes(16511);
+        text += pieceBytes(16508) + choice.font + pieceBytes(16509) + choice.size + pieceBytes(16510) +
+                *choice.annotation + pieceBytes(16511);
     if (choice.errorHandler)
         text += pieceBytes(16520);
     return text + pieceBytes(16600);
 }
 
-const std::vector<SpotShape> kSpotShapes = {
-    {16128, "Round", [](double x, double y) { return 1 - (x * x + y * y); }},
-    {16129, "Ellipse",
-     [](double x, double y) {
-         const double a = std::abs(x), b = std::abs(y), w = 3 * a + 4 * b - 3;
-         if (w < 0)
-             return 1 - (a * a + b * b / 0.5625) / 4;
-         return w > 1 ? ((1 - a) * (1 - a) + (1 - b) * (1 - b) / 0.5625) / 4 - 1 : 0.5 - w;
-     }},
-    {16130, "Line", [](double, double y) { return -std::abs(y); }},
-    {16131, "Square", [](double x, double y) { return -std::max(std::abs(x), std::abs(y)); }},
-    {16132, "Diamond",
-     [](double x, double y) {
-         const double a = std::abs(x), b = std::abs(y);
-         if (a + b <= 0.75)
-             return 1 - (a * a + b * b);
-         return a + b <= 1.23 ? 1 - (0.85 * a + b) : (a - 1) * (a - 1) + (b - 1) * (b - 1) - 1;
-     }},
-    {16133, "Cross", [](double x, double y) { return -std::min(std::abs(x), std::abs(y)); }},
-    {16134, "Euclidean",
-     [](double x, double y) {
-         const double a = std::abs(x), b = std::abs(y);
-         return a + b <= 1 ? 1 - (a * a + b * b) : (a - 1) * (a - 1) + (b - 1) * (b - 1) - 1;
-     }},
-};
+// The meter's first are those of the menu.
+const std::vector<SpotShape> kSpotShapes = [] {
+    std::vector<SpotShape> shapes;
+    for (int id = 16128; id <= 16134; ++id) {
+        const riders::meter::NamedSpot &spot = riders::meter::namedSpots()[static_cast<size_t>(id - 16128)];
+        shapes.push_back({id, spot.name, spot.value});
+    }
+    return shapes;
+}();
 
 GhostscriptResult runGhostscript(const TemporaryFolder &folder, const std::string &job, const std::string &page,
                                  const std::string &options)

@@ -4,12 +4,15 @@
 
 #include "host/proof_support.h"
 #include "io/interruption.h"
-#include "proof/plate_names.h"
-#include "proof/prepared_job.h"
-#include "proof/spot_inks.h"
+#include "plates/files/plate_files.h"
+#include "plates/files/plate_names.h"
+#include "plates/job/prepared_job.h"
+#include "plates/rendering/spot_inks.h"
 #include "support/command.h"
 
 namespace {
+
+namespace plates = riders::plates;
 
 using Names = std::vector<std::string>;
 
@@ -17,8 +20,8 @@ const std::string kGold = "/gold {[/Separation (Gold) /DeviceCMYK {0 exch dup 0.
                           "setcolor} bind def\n";
 const std::string kFourScreens =
     "/dot {dup mul exch dup mul add 1 exch sub} bind def\n"
-    "60 15 {dot} 60 75 {dot} 60 0 {dot} 60 45 {dot} setcolorscreen\n" + kGold +
-    ".3 .2 .4 .1 setcmykcolor 12.1 12.2 120 120 rectfill .5 gold 20 20 30.3 30.7 rectfill\n";
+    "60 15 {dot} 60 75 {dot} 60 0 {dot} 60 45 {dot} setcolorscreen\n" +
+    kGold + ".3 .2 .4 .1 setcmykcolor 12.1 12.2 120 120 rectfill .5 gold 20 20 30.3 30.7 rectfill\n";
 
 std::string page(const std::string &painting)
 {
@@ -43,10 +46,10 @@ protected:
         Bits films;
         for (int page = 1; page <= pages; ++page) {
             std::set<std::string> taken;
-            for (const riders::proof::PlateFile &file : riders::proof::plateFiles(plates, page))
-                if (const riders::proof::BitPlate plate = riders::proof::readPlate(file.file); plate.hasInk())
+            for (const plates::PlateFile &file : plates::plateFiles(plates, page))
+                if (const plates::BitPlate plate = plates::readPlate(file.file); plate.hasInk())
                     films["page-" + std::to_string(page) + "-" +
-                          riders::proof::fileNameFor(riders::proof::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
+                          plates::fileNameFor(plates::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
         }
         return films;
     }
@@ -67,14 +70,13 @@ protected:
     {
         const riders::proof::ProofRequest asked = request(smallJob(pages));
         const std::filesystem::path work = folder / "work";
-        std::filesystem::create_directories(work / "pictures");
+        std::filesystem::create_directories(work);
         riders::io::Interruption interruption;
-        const riders::proof::PreparedJob prepared = riders::proof::prepareJob(asked.job, {}, work);
-        riders::proof::Progress progress;
+        const plates::PreparedJob prepared = plates::prepareJob(asked.job, {}, work);
         riders::io::Workers workers(2);
-        const riders::proof::Survey survey =
-            riders::proof::surveyJob(asked, prepared, {}, work, work / "pictures", workers, progress);
-        return riders::proof::lookAtSpotInks({asked, prepared, survey}, work, workers).apart;
+        const plates::Survey survey = plates::surveyJob(
+            {prepared, {}, asked.limits, work, [] {}, [](const plates::PageInTints &) {}}, workers);
+        return plates::lookAtSpotInks({prepared, survey, asked.limits}, asked.dpi, work, workers).apart;
     }
 };
 
@@ -87,7 +89,8 @@ const Names kSimple = {
          "setlinewidth 10 10 moveto 130 140 lineto stroke .6 gold 130 10 moveto 10 140 lineto stroke"),
     // Other spot inks, and process inks by name.
     page("[/Separation (Gr\\374n 1%) cvn /DeviceRGB {0 0}] setcolorspace .5 setcolor 60 20 20 20 rectfill .4 gold "
-         "65 25 40 10 rectfill [/Separation /Cyan /DeviceRGB {0 0}] setcolorspace .5 setcolor 80 20 20 20 rectfill"),
+         "65 25 40 10 rectfill [/Separation /Cyan /DeviceRGB {0 0}] setcolorspace .5 setcolor 80 20 20 20 "
+         "rectfill"),
     // Pictures in grey, in the spot ink, and in steps of it.
     page("gsave 80 80 translate 40 40 scale 2 2 8 [2 0 0 2 0 0] {<0055aaff>} image grestore "
          ".5 gold gsave 30 90 translate 40 40 scale "
@@ -97,7 +100,8 @@ const Names kSimple = {
          "30 60 translate 40 20 scale <</ImageType 1 /Width 8 /Height 2 /BitsPerComponent 2 /Decode [0 3] "
          "/ImageMatrix [8 0 0 2 0 0] /DataSource {<1b1b1b1b>}>> image"),
     // The ink has a screen of its own.
-    page("/one {/f exch def /a exch def <</HalftoneType 1 /Frequency f /Angle a /SpotFunction {dup mul exch dup mul add "
+    page("/one {/f exch def /a exch def <</HalftoneType 1 /Frequency f /Angle a /SpotFunction {dup mul exch dup "
+         "mul add "
          "1 exch sub}>>} def <</HalftoneType 5 /Default 45 60 one /Black 75 40 one /Gold 22 50 one>> sethalftone "
          ".5 setgray 12 70 60 60 rectfill .5 gold 80 70 60 60 rectfill"),
 };
@@ -109,7 +113,8 @@ const Names kOther = {
     page("[/DeviceN [/Gold /Cyan] /DeviceCMYK {0 0}] setcolorspace .3 .6 setcolor 60 20 20 20 rectfill"),
     page("[/Separation /Gold /DeviceCMYK {0 exch dup 0.3 mul exch 0}] systemdict /setcolorspace get exec "
          ".5 setcolor 60 20 20 20 rectfill"),
-    page("grestore <</BeginPage {pop}>> setpagedevice gsave .1 setgray 5 5 50 50 rectfill .5 gold 20 20 60 60 rectfill "
+    page("grestore <</BeginPage {pop}>> setpagedevice gsave .1 setgray 5 5 50 50 rectfill .5 gold 20 20 60 60 "
+         "rectfill "
          ".2 .3 .5 0 setcmykcolor 70 70 30 30 rectfill"),
     page("true setoverprint .5 gold 60 60 60 60 rectfill 0 0 .5 0 setcmykcolor 70 70 20 20 rectfill"),
 };

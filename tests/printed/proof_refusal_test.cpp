@@ -4,12 +4,14 @@
 #include <unistd.h>
 
 #include "host/proof_support.h"
-#include "proof/output_folder.h"
+#include "proof/proof_folder.h"
 #include "support/command.h"
 
 namespace fs = std::filesystem;
 
 namespace {
+
+namespace proof = riders::proof;
 
 using Names = std::vector<std::string>;
 
@@ -17,15 +19,15 @@ const std::string kTint = ".7 setgray 12 12 120 120 rectfill";
 
 TEST_F(ProofTest, AFailingJobTellsThePageAndTheWords)
 {
-    const riders::proof::ProofRequest bad = request(smallJob({smallPage(kTint), smallPage("1 0 div")}));
+    const proof::ProofRequest bad = request(smallJob({smallPage(kTint), smallPage("1 0 div")}));
     EXPECT_EQ(proofOf(bad), bad.job.string() + ": page 2: the interpreter said: /undefinedresult in div");
     EXPECT_EQ(left(), Names{"job.ps"});
 }
 
 TEST_F(ProofTest, AnEndlessJobIsEnded)
 {
-    riders::proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
-    endless.secondsAPage = 1;
+    proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
+    endless.limits.secondsAPage = 1;
     EXPECT_EQ(proofOf(endless),
               endless.job.string() + ": page 2: the interpreter took more than 1 seconds and was ended");
     EXPECT_EQ(left(), Names{"job.ps"});
@@ -33,8 +35,8 @@ TEST_F(ProofTest, AnEndlessJobIsEnded)
 
 TEST_F(ProofTest, AJobThatWantsAllMemoryIsEnded)
 {
-    riders::proof::ProofRequest greedy = request("%!PS\n[ {65000 string} loop");
-    greedy.megabytes = 300;
+    proof::ProofRequest greedy = request("%!PS\n[ {65000 string} loop");
+    greedy.limits.megabytes = 300;
     const std::string said = proofOf(greedy);
     EXPECT_NE(said.find("page 1: the interpreter"), std::string::npos) << said;
     EXPECT_NE(said.find("memory"), std::string::npos) << said;
@@ -49,7 +51,8 @@ TEST_F(ProofTest, AJobReadsAndWritesNoFiles)
          {std::string("(/etc/passwd) (r) file"), mine + " (r) file", mine + " (w) file", mine + " deletefile",
           std::string("(1.tif) (w) file"), std::string("(%pipe%id) (r) file")}) {
         const std::string said = proofOf(request("%!PS\n" + reach + " showpage\n"));
-        EXPECT_TRUE(said.ends_with("/invalidfileaccess in file") || said.ends_with("/ioerror in deletefile")) << said;
+        EXPECT_TRUE(said.ends_with("/invalidfileaccess in file") || said.ends_with("/ioerror in deletefile"))
+            << said;
         EXPECT_EQ(left(), (Names{"job.ps", "mine"}));
     }
     EXPECT_EQ(contentsOf(folder / "mine"), "precious");
@@ -58,13 +61,13 @@ TEST_F(ProofTest, AJobReadsAndWritesNoFiles)
 TEST_F(ProofTest, ALockedPdfIsToldFromAnEmptyOne)
 {
     writeFile(folder / "open.ps", smallJob({smallPage(kTint)}));
-    const CommandResult locked =
-        runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite", "-sOwnerPassword=a",
-                    "-sUserPassword=b", "-dEncryptionR=3", "-dKeyLength=128", "-sOutputFile=locked.pdf", "open.ps"},
-                   "", folder.path());
+    const CommandResult locked = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite",
+                                             "-sOwnerPassword=a", "-sUserPassword=b", "-dEncryptionR=3",
+                                             "-dKeyLength=128", "-sOutputFile=locked.pdf", "open.ps"},
+                                            "", folder.path());
     ASSERT_EQ(locked.status, 0) << locked.err;
     for (const char *pages : {"", "2"}) {
-        riders::proof::ProofRequest asked = request(contentsOf(folder / "locked.pdf"), "locked.pdf");
+        proof::ProofRequest asked = request(contentsOf(folder / "locked.pdf"), "locked.pdf");
         asked.pages = pages;
         EXPECT_EQ(proofOf(asked), (folder / "locked.pdf").string() +
                                       ": paints no page; the interpreter said: This file requires a password for "
@@ -80,7 +83,7 @@ TEST_F(ProofTest, WhatIsNoJobIsRefused)
     EXPECT_EQ(proofOf(request("\xC5\xD0\xD3\xC6 short")),
               (folder / "job.ps").string() + ": is an EPS file whose wrapper is damaged");
     EXPECT_EQ(proofOf(request("%!PS\n")), (folder / "job.ps").string() + ": paints no page");
-    riders::proof::ProofRequest missing = request("");
+    proof::ProofRequest missing = request("");
     missing.job = folder / "missing.ps";
     EXPECT_EQ(proofOf(missing), missing.job.string() + ": No such file or directory");
     missing.job = folder.path();
@@ -89,7 +92,7 @@ TEST_F(ProofTest, WhatIsNoJobIsRefused)
 
 TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
 {
-    riders::proof::ProofRequest coarse = request(smallJob({smallPage(kTint)}));
+    proof::ProofRequest coarse = request(smallJob({smallPage(kTint)}));
     for (const int dpi : {71, 4801}) {
         coarse.dpi = dpi;
         EXPECT_EQ(proofOf(coarse),
@@ -100,7 +103,7 @@ TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
 TEST_F(ProofTest, AnEarlierProofIsReplacedAsAWhole)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint), smallPage(kTint)}))), "done");
-    ASSERT_TRUE(riders::proof::isProofFolder(out));
+    ASSERT_TRUE(proof::isProofFolder(out));
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint)}))), "done");
     EXPECT_EQ(files(), (Names{"films/page-1-black.tif", "pictures/page-1-all.png", "pictures/page-1-black.png",
                               "pictures/page-1.png", "proof.html"}));
@@ -112,14 +115,14 @@ TEST_F(ProofTest, AnEarlierProofIsReplacedAsAWhole)
 
 TEST_F(ProofTest, WhatIsNotAProofStays)
 {
-    const riders::proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
+    const proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
     writeFile(out, "a file");
     EXPECT_EQ(proofOf(asked), out.string() + ": is there and is no folder; name another with -o");
     EXPECT_EQ(contentsOf(out), "a file");
     fs::remove(out);
 
     fs::create_directory(out);
-    ASSERT_EQ(proofOf(asked), "done");   // an empty folder is as good as none
+    ASSERT_EQ(proofOf(asked), "done");  // an empty folder is as good as none
     const std::string foreign = out.string() + ": is there and holds files that are not an earlier proof's; "
                                                "name another folder with -o";
     for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif"}) {
@@ -136,7 +139,7 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
 
 TEST_F(ProofTest, NoFolderToMakeItInIsRefused)
 {
-    riders::proof::ProofRequest nowhere = request(smallJob({smallPage(kTint)}));
+    proof::ProofRequest nowhere = request(smallJob({smallPage(kTint)}));
     nowhere.folder = folder / "missing/out";
     EXPECT_EQ(proofOf(nowhere), (folder / "missing").string() + ": No such file or directory");
 }
@@ -163,7 +166,7 @@ bool hasReachedPageOne(const fs::path &folder)
 
 TEST_F(ProofTest, CtrlCLeavesNothingBehind)
 {
-    const riders::proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
+    const proof::ProofRequest endless = request(smallJob({smallPage(kTint), "{} loop"}));
     for (const int number : {SIGINT, SIGTERM}) {
         const pid_t child = fork();
         if (child == 0) {
@@ -202,7 +205,8 @@ TEST_F(ProofTest, AtATerminalABarTellsHowFarItIs)
     const CommandResult run = runProgram(
         {"script", "-qec", RIDERS_BINARY_DIR "/riders proof job.ps --dpi 300", "typescript"}, "", folder.path());
     EXPECT_EQ(run.status, 0) << run.out;
-    EXPECT_NE(run.out.find("\r\x1B[K[########################] 1 of 1 page, 1 of 1 plate\r\x1B[K"), std::string::npos)
+    EXPECT_NE(run.out.find("\r\x1B[K[########################] 1 of 1 page, 1 of 1 plate\r\x1B[K"),
+              std::string::npos)
         << run.out;
 }
 

@@ -5,6 +5,8 @@
 
 namespace {
 
+namespace proof = riders::proof;
+
 using Names = std::vector<std::string>;
 
 const std::string kBlackTint = ".7 setgray 12 12 120 120 rectfill";
@@ -13,11 +15,12 @@ const std::string kFourTints = ".3 .2 .4 .1 setcmykcolor 12 12 120 120 rectfill"
 TEST_F(ProofTest, EachPlateWithInkIsAFilm)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kBlackTint), smallPage(kFourTints)}))), "done");
-    EXPECT_EQ(files(), (Names{"films/page-1-black.tif", "films/page-2-black.tif", "films/page-2-cyan.tif",
-                              "films/page-2-magenta.tif", "films/page-2-yellow.tif", "pictures/page-1-all.png",
-                              "pictures/page-1-black.png", "pictures/page-1.png", "pictures/page-2-all.png",
-                              "pictures/page-2-black.png", "pictures/page-2-cyan.png", "pictures/page-2-magenta.png",
-                              "pictures/page-2-yellow.png", "pictures/page-2.png", "proof.html"}));
+    EXPECT_EQ(files(),
+              (Names{"films/page-1-black.tif", "films/page-2-black.tif", "films/page-2-cyan.tif",
+                     "films/page-2-magenta.tif", "films/page-2-yellow.tif", "pictures/page-1-all.png",
+                     "pictures/page-1-black.png", "pictures/page-1.png", "pictures/page-2-all.png",
+                     "pictures/page-2-black.png", "pictures/page-2-cyan.png", "pictures/page-2-magenta.png",
+                     "pictures/page-2-yellow.png", "pictures/page-2.png", "proof.html"}));
     EXPECT_EQ(left(), (Names{"job.ps", "out"}));
 }
 
@@ -39,7 +42,7 @@ TEST_F(ProofTest, AFilmIsReadyForARecorder)
 TEST_F(ProofTest, SpotInksDoNotChangeTheProcessPlates)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kFourTints)}))), "done");
-    std::vector<riders::proof::BitPlate> plain;
+    std::vector<riders::plates::BitPlate> plain;
     const Names plates = {"cyan", "magenta", "yellow", "black"};
     for (const std::string &plate : plates)
         plain.push_back(readFilm(out / ("films/page-1-" + plate + ".tif")).bits);
@@ -72,7 +75,7 @@ TEST_F(ProofTest, SpotPlatesHaveTheirNames)
 
 TEST_F(ProofTest, OnlyThePagesAskedFor)
 {
-    riders::proof::ProofRequest some = request(smallJob({smallPage(kBlackTint), smallPage(kFourTints), smallPage("")}));
+    proof::ProofRequest some = request(smallJob({smallPage(kBlackTint), smallPage(kFourTints), smallPage("")}));
     some.pages = "2-3";
     ASSERT_EQ(proofOf(some), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -86,7 +89,7 @@ TEST_F(ProofTest, OnlyThePagesAskedFor)
 
 TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
 {
-    riders::proof::ProofRequest all = request(smallJob({smallPage(kBlackTint, 50, 30), smallPage(kBlackTint, 60, 75)}));
+    proof::ProofRequest all = request(smallJob({smallPage(kBlackTint, 50, 30), smallPage(kBlackTint, 60, 75)}));
     all.cores = 2;
     ASSERT_EQ(proofOf(all), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -102,8 +105,9 @@ TEST_F(ProofTest, TheShapeOfTheDotsIsTold)
         return "<</PageSize [144 144]>> setpagedevice " + std::to_string(lpi) + " 30 {" + shape +
                "} setscreen .6 setgray 12 12 120 120 rectfill showpage\n";
     };
-    const std::string page = pageOf(smallJob({shaped("exch pop abs neg", 30), shaped("abs exch abs 2 copy lt {exch} if pop neg", 30),
-                                              shaped("dup mul exch dup mul add 1 exch sub", 60)}));
+    const std::string page =
+        pageOf(smallJob({shaped("exch pop abs neg", 30), shaped("abs exch abs 2 copy lt {exch} if pop neg", 30),
+                         shaped("dup mul exch dup mul add 1 exch sub", 60)}));
     const auto told = [&page](const std::string &by, size_t from) {
         const size_t at = page.find(by, page.find("</span>Black", page.find("id=\"page-" + std::to_string(from))));
         return page.substr(at, page.find("</td>", at) - at);
@@ -121,7 +125,7 @@ TEST_F(ProofTest, WithARidersFile)
     writeFile(folder / "film.riders", "%!Zu3_Riders\nuserdict begin\n/riderFrequency 40 def\n/riderAngle 15 def\n"
                                       "riderFrequency riderAngle {pop} setscreen\nend\n");
     const std::string job = "%!PS\n.5 setgray 0 0 100 100 rectfill showpage\n";
-    riders::proof::ProofRequest with = request(job);
+    proof::ProofRequest with = request(job);
     with.riders = folder / "film.riders";
     ASSERT_EQ(proofOf(with), "done");
     const std::string page = contentsOf(out / "proof.html");
@@ -155,7 +159,7 @@ TEST_F(ProofTest, APdf)
                       "3 0 obj<</Type/Page/Parent 2 0 R/Contents 4 0 R>>endobj\n"
                       "4 0 obj<</Length 29>>stream\n0 .5 0 0 k 0 0 144 72 re f  \nendstream endobj\n"
                       "5 0 obj<</Type/Page/Parent 2 0 R/Contents 4 0 R>>endobj\ntrailer<</Root 1 0 R>>\n%%EOF\n";
-    riders::proof::ProofRequest second = request(pdf, "no-matter.txt");
+    proof::ProofRequest second = request(pdf, "no-matter.txt");
     second.pages = "2";
     ASSERT_EQ(proofOf(second), "done");
     EXPECT_EQ(files(), (Names{"films/page-2-magenta.tif", "pictures/page-2-all.png", "pictures/page-2-magenta.png",

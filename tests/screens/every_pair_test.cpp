@@ -12,6 +12,8 @@
 
 namespace {
 
+namespace meter = riders::meter;
+
 struct Film {
     const char *name;
     bool fourInks;
@@ -47,9 +49,9 @@ std::string jobFor(const std::vector<ScreenPair> &pairs, bool fourInks, int spot
 
 class Errors {
 public:
-    void add(const riders::meter::ScreenReading &reading, const ScreenPair &pair)
+    void add(const meter::ScreenReading &reading, const ScreenPair &pair)
     {
-        ASSERT_EQ(reading.kind, riders::ScreenKind::dots);
+        ASSERT_EQ(reading.kind, meter::ScreenKind::dots);
         frequency_.push_back(100 * std::abs(reading.frequency / pair.frequency - 1));
         angle_.push_back(std::abs(std::remainder(reading.angle - pair.angle, 90)));
         EXPECT_LT(reading.beat.strength, 0.35);
@@ -112,8 +114,8 @@ protected:
             const std::filesystem::path file = folder / ("page" + std::to_string(i + 1));
             const PlainBitmap page =
                 film.fourInks ? readFirstInk(file, 2 * side, side, film.dpi) : readPlainBitmap(file, film.dpi);
-            look(pairs[i], riders::meter::readScreen(page.page(), riders::meter::PageWindow{0, 0, side, side}),
-                 riders::meter::readScreen(page.page(), riders::meter::PageWindow{side, 0, side, side}));
+            look(pairs[i], meter::readScreen(page.page(), meter::PageWindow{0, 0, side, side}),
+                 meter::readScreen(page.page(), meter::PageWindow{side, 0, side, side}));
         }
     }
 
@@ -127,7 +129,7 @@ TEST_P(EveryPair, IsOnFilmInFillsAndImages)
         pairs.push_back(screenPairs()[i]);
     Errors fills, images;
     read(pairs, kRound,
-         [&](const ScreenPair &pair, const riders::meter::ScreenReading &fill, const riders::meter::ScreenReading &image) {
+         [&](const ScreenPair &pair, const meter::ScreenReading &fill, const meter::ScreenReading &image) {
              fills.add(fill, pair);
              images.add(image, pair);
          });
@@ -139,9 +141,9 @@ TEST_P(EveryPair, OfLinesIsTurnedAsAsked)
 {
     const std::vector<ScreenPair> pairs = {{60, 10}, {85, 55}, {60, 100}, {85, 145}, {60, 190}, {85, 350}};
     read(pairs, kLine,
-         [&](const ScreenPair &pair, const riders::meter::ScreenReading &fill, const riders::meter::ScreenReading &image) {
-             for (const riders::meter::ScreenReading *reading : {&fill, &image}) {
-                 EXPECT_EQ(reading->kind, riders::ScreenKind::lines);
+         [&](const ScreenPair &pair, const meter::ScreenReading &fill, const meter::ScreenReading &image) {
+             for (const meter::ScreenReading *reading : {&fill, &image}) {
+                 EXPECT_EQ(reading->kind, meter::ScreenKind::lines);
                  EXPECT_NEAR(std::remainder(reading->angle - pair.angle, 180), 0, GetParam().angleError);
              }
          });

@@ -6,10 +6,7 @@
 
 namespace {
 
-double roundDot(double x, double y)
-{
-    return 1 - (x * x + y * y);
-}
+namespace meter = riders::meter;
 
 // The value that the inked part of a cell lies above.
 double threshold(double (*spot)(double, double), double ink)
@@ -40,9 +37,9 @@ void PaintedPage::set(int x, int y, bool ink)
     byte = static_cast<std::uint8_t>(ink ? byte | bit : byte & ~bit);
 }
 
-void PaintedPage::tint(const riders::meter::PageWindow &where, const IdealScreen &screen)
+void PaintedPage::tint(const meter::PageWindow &where, const IdealScreen &screen)
 {
-    const auto spot = screen.spot ? screen.spot : roundDot;
+    const auto spot = screen.spot ? screen.spot : meter::namedSpots().front().value;
     const double least = threshold(spot, screen.ink);
     const double turn = screen.angle * std::numbers::pi / 180, scale = screen.frequency / screen.dpi;
     const double c = std::cos(turn) * scale, s = std::sin(turn) * scale;
@@ -55,7 +52,7 @@ void PaintedPage::tint(const riders::meter::PageWindow &where, const IdealScreen
         }
 }
 
-void PaintedPage::fill(const riders::meter::PageWindow &where)
+void PaintedPage::fill(const meter::PageWindow &where)
 {
     for (int y = where.top; y < where.top + where.height; ++y)
         for (int x = where.left; x < where.left + where.width; ++x)

@@ -10,10 +10,12 @@
 
 namespace {
 
-using riders::meter::BitPage;
-using riders::meter::PageWindow;
-using riders::meter::ScreenKind;
-using riders::meter::ScreenReading;
+namespace meter = riders::meter;
+
+using meter::BitPage;
+using meter::PageWindow;
+using meter::ScreenKind;
+using meter::ScreenReading;
 
 struct Asked {
     double frequency, angle, ink, dpi;
@@ -28,9 +30,9 @@ std::string nameOf(const Asked &asked)
     return name.str();
 }
 
-const riders::meter::NamedSpot &spotNamed(const std::string &name)
+const meter::NamedSpot &spotNamed(const std::string &name)
 {
-    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots())
+    for (const meter::NamedSpot &spot : meter::namedSpots())
         if (spot.name == name)
             return spot;
     throw std::runtime_error("no spot function " + name);
@@ -54,13 +56,13 @@ void expectExact(const Asked &asked, double inches)
     SCOPED_TRACE(nameOf(asked));
     const PaintedPage painted = tintPage(asked, inches);
     const BitPage &page = painted.page();
-    const ScreenReading reading = riders::meter::readScreen(page, wholeOf(page));
+    const ScreenReading reading = meter::readScreen(page, wholeOf(page));
     const bool lines = asked.spot == std::string("Line");
     ASSERT_EQ(reading.kind, lines ? ScreenKind::lines : ScreenKind::dots);
     EXPECT_NEAR(reading.frequency, asked.frequency, 0.0002 * asked.frequency);
     EXPECT_NEAR(std::remainder(reading.angle - asked.angle, lines ? 180 : 90), 0, 0.01);
-    EXPECT_NEAR(reading.ink, riders::meter::inkShare(page, wholeOf(page)), 0.005);
-    EXPECT_GT(riders::meter::likenessTo(page, reading, spotNamed(asked.spot).value).correlation, 0.99);
+    EXPECT_NEAR(reading.ink, meter::inkShare(page, wholeOf(page)), 0.005);
+    EXPECT_GT(meter::likenessTo(page, reading, spotNamed(asked.spot).value).correlation, 0.99);
 }
 
 TEST(Meter, ReadsIdealScreensExactly)
@@ -88,9 +90,9 @@ TEST(Meter, ReadsRandomIdealScreensExactly)
         return std::uniform_real_distribution<>(low, high)(random);
     };
     for (int i = 0; i < 4; ++i) {
-        const char *spot = riders::meter::namedSpots()[random() % riders::meter::namedSpots().size()].name;
+        const char *spot = meter::namedSpots()[random() % meter::namedSpots().size()].name;
         const double frequency = between(20, 150), cell = 600 / frequency;
-        const double least = std::max(0.05, 2.5 / (cell * cell));   // dots of two pixels and more
+        const double least = std::max(0.05, 2.5 / (cell * cell));  // dots of two pixels and more
         expectExact({frequency, between(0, 89.9), between(least, 1 - least), 600, spot}, 3);
     }
 }
@@ -116,7 +118,7 @@ TEST(Meter, FindsTheTintAmongTextAndLines)
     const PageWindow tint{900, 1500, 500, 420};
     painted.tint(tint, {53, 37, 0.3, 300});
     painted.fill({0, 2000, 2400, 4});
-    const ScreenReading reading = riders::meter::readScreen(painted.page());
+    const ScreenReading reading = meter::readScreen(painted.page());
     ASSERT_EQ(reading.kind, ScreenKind::dots);
     EXPECT_GE(reading.window.left, tint.left);
     EXPECT_GE(reading.window.top, tint.top);
@@ -132,7 +134,7 @@ TEST(Meter, TextAloneHasNoScreen)
 {
     PaintedPage painted(2400, 3000, 300);
     typeset(painted, {100, 100, 2200, 2800}, 4);
-    EXPECT_EQ(riders::meter::readScreen(painted.page()).kind, ScreenKind::none);
+    EXPECT_EQ(meter::readScreen(painted.page()).kind, ScreenKind::none);
 }
 
 TEST(Meter, KeepsTintsApartAndTakesTheLargest)
@@ -140,22 +142,22 @@ TEST(Meter, KeepsTintsApartAndTakesTheLargest)
     PaintedPage painted(1800, 900, 300);
     painted.tint({0, 0, 600, 900}, {60, 45, 0.25, 300});
     painted.tint({600, 0, 1200, 900}, {60, 75, 0.4, 300});
-    EXPECT_GE(riders::meter::findTints(painted.page()).size(), 2u);
-    const ScreenReading reading = riders::meter::readScreen(painted.page());
+    EXPECT_GE(meter::findTints(painted.page()).size(), 2u);
+    const ScreenReading reading = meter::readScreen(painted.page());
     EXPECT_GE(reading.window.left, 600);
     EXPECT_GE(reading.window.width * reading.window.height, 700 * 700);
     EXPECT_NEAR(reading.angle, 75, 0.05);
     EXPECT_NEAR(reading.ink, 0.4, 0.01);
-    EXPECT_NEAR(riders::meter::readScreen(painted.page(), PageWindow{0, 0, 600, 900}).angle, 45, 0.05);
+    EXPECT_NEAR(meter::readScreen(painted.page(), PageWindow{0, 0, 600, 900}).angle, 45, 0.05);
 }
 
 TEST(Meter, TellsTheShapesOfTheMenuApart)
 {
-    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots()) {
+    for (const meter::NamedSpot &spot : meter::namedSpots()) {
         const double ink = spot.name == std::string("Round") ? 0.85 : 0.6;  // below, round and Euclidean are one
         const PaintedPage painted = tintPage({40, 22.5, ink, 600, spot.name}, 1);
-        const ScreenReading reading = riders::meter::readScreen(painted.page(), wholeOf(painted.page()));
-        EXPECT_EQ(riders::meter::nearestSpot(painted.page(), reading), spot.name);
+        const ScreenReading reading = meter::readScreen(painted.page(), wholeOf(painted.page()));
+        EXPECT_EQ(meter::nearestSpot(painted.page(), reading), spot.name);
     }
 }
 
@@ -164,8 +166,8 @@ TEST(Meter, TellsHowACellIsTurned)
 {
     for (double angle : {22.5, 112.5}) {
         const PaintedPage painted = tintPage({40, angle, 0.4, 600, "Ellipse"}, 1);
-        const ScreenReading reading = riders::meter::readScreen(painted.page(), wholeOf(painted.page()));
-        const riders::meter::Likeness like = riders::meter::likenessTo(painted.page(), reading, spotNamed("Ellipse").value);
+        const ScreenReading reading = meter::readScreen(painted.page(), wholeOf(painted.page()));
+        const meter::Likeness like = meter::likenessTo(painted.page(), reading, spotNamed("Ellipse").value);
         EXPECT_NEAR(reading.angle, 22.5, 0.02);
         EXPECT_NEAR(std::remainder(reading.angle + 90 * like.quarterTurns - angle, 180), 0, 0.02);
     }
@@ -177,12 +179,12 @@ TEST(Meter, SeesABeat)
     const double frequency = 60, dpi = 600;
     PaintedPage painted(1200, 1200, dpi);
     painted.tint({frequency, 0, 0.3, dpi});
-    const ScreenReading even = riders::meter::readScreen(painted.page(), wholeOf(painted.page()));
+    const ScreenReading even = meter::readScreen(painted.page(), wholeOf(painted.page()));
     for (int y = 0; y < 1200; ++y)
         for (int x = 4; x < 1200; x += 20)
             if (y % 10 < 8)
                 painted.set(x, y, true), painted.set(x + 1, y, true);
-    const ScreenReading uneven = riders::meter::readScreen(painted.page(), wholeOf(painted.page()));
+    const ScreenReading uneven = meter::readScreen(painted.page(), wholeOf(painted.page()));
     EXPECT_LT(even.beat.strength, 0.02);
     EXPECT_GT(uneven.beat.strength, 0.1);
     EXPECT_NEAR(uneven.beat.frequency, frequency / 2, 0.5);
@@ -196,17 +198,17 @@ TEST(Meter, NoiseHasNoScreen)
     for (int y = 0; y < 500; ++y)
         for (int x = 0; x < 700; ++x)
             page.set(x, y, random() & 1);
-    EXPECT_EQ(riders::meter::readScreen(page.page()).kind, ScreenKind::none);
-    EXPECT_EQ(riders::meter::readScreen(page.page(), wholeOf(page.page())).kind, ScreenKind::none);
+    EXPECT_EQ(meter::readScreen(page.page()).kind, ScreenKind::none);
+    EXPECT_EQ(meter::readScreen(page.page(), wholeOf(page.page())).kind, ScreenKind::none);
 }
 
 TEST(Meter, WhiteAndSolidHaveNoTint)
 {
     PaintedPage page(600, 600, 600);
-    EXPECT_TRUE(riders::meter::readScreen(page.page()).window.empty());
+    EXPECT_TRUE(meter::readScreen(page.page()).window.empty());
     page.fill(wholeOf(page.page()));
-    EXPECT_TRUE(riders::meter::findTints(page.page()).empty());
-    EXPECT_EQ(riders::meter::readScreen(page.page(), wholeOf(page.page())).ink, 1);
+    EXPECT_TRUE(meter::findTints(page.page()).empty());
+    EXPECT_EQ(meter::readScreen(page.page(), wholeOf(page.page())).ink, 1);
 }
 
 }  // namespace

@@ -11,6 +11,8 @@
 
 namespace {
 
+namespace meter = riders::meter;
+
 namespace fs = std::filesystem;
 
 constexpr double kDpi = 300;
@@ -28,13 +30,13 @@ std::string ridersWith(int spot)
     return composeRiders({.frequency = "45", .angle = "22.5", .spotBody = pieceBytes(spot)});
 }
 
-void expectChosen(const riders::meter::BitPage &page, int spot)
+void expectChosen(const meter::BitPage &page, int spot)
 {
-    const riders::meter::ScreenReading reading = riders::meter::readScreen(page);
-    ASSERT_EQ(reading.kind, spot == kLine ? riders::ScreenKind::lines : riders::ScreenKind::dots);
+    const meter::ScreenReading reading = meter::readScreen(page);
+    ASSERT_EQ(reading.kind, spot == kLine ? meter::ScreenKind::lines : meter::ScreenKind::dots);
     EXPECT_NEAR(reading.frequency, kFrequency, 0.005 * kFrequency);
     EXPECT_NEAR(std::remainder(reading.angle - kAngle, spot == kLine ? 180 : 90), 0, 0.3);
-    EXPECT_GT(riders::meter::likenessTo(page, reading, shapeOf(spot).value).correlation, 0.93);
+    EXPECT_GT(meter::likenessTo(page, reading, shapeOf(spot).value).correlation, 0.93);
 }
 
 class RealJobs : public ::testing::Test {

@@ -1,0 +1,20 @@
+# Puts text files into a program as they are: PostScript, HTML and style sheets stay files that an editor and an
+# interpreter understand.
+#
+#   riders_embed(TARGET NAMESPACE FILE NAME [FILE NAME...])
+#
+# makes of each FILE, relative to the current folder, a `const std::string_view NAME` of that namespace, whose
+# bytes are the file's. Whoever uses it declares it: `extern const std::string_view NAME;`. A changed file is put
+# in again by the next build.
+function(riders_embed target namespace)
+  set(script ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/embed_file.cmake)
+  while(ARGN)
+    list(POP_FRONT ARGN file name)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/${file}.cpp)
+    add_custom_command(OUTPUT ${source}
+      COMMAND ${CMAKE_COMMAND} -DFILE=${CMAKE_CURRENT_SOURCE_DIR}/${file} -DNAMESPACE=${namespace} -DNAME=${name}
+              -DOUTPUT=${source} -P ${script}
+      DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${file} ${script} VERBATIM)
+    target_sources(${target} PRIVATE ${source})
+  endwhile()
+endfunction()

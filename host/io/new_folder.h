@@ -1,0 +1,36 @@
+// A folder that is wholly new, or as it was.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace riders::io {
+
+// The place without links, dots and a slash at its end, so that what is moved is the folder itself.
+// Throws Refusal.
+std::filesystem::path placeWithoutLinks(const std::filesystem::path &place);
+
+// Made in a hidden folder beside where it is to be, filled, and moved there at the end.
+class NewFolder {
+public:
+    // `place` is without links; the hidden folder's name begins with `hiddenName`. Throws Refusal or
+    // std::filesystem::filesystem_error where nothing can be made.
+    NewFolder(const std::filesystem::path &place, const std::string &hiddenName);
+    // Removes everything that was not moved.
+    ~NewFolder();
+    NewFolder(const NewFolder &) = delete;
+
+    // What is to be moved.
+    const std::filesystem::path &path() const { return new_; }
+    // For files that are needed in between only.
+    const std::filesystem::path &work() const { return work_; }
+    // Moves the folder to its place in one step; one that was there is then gone. Throws Refusal.
+    void finish();
+
+private:
+    void allowUsualAccess();
+
+    std::filesystem::path place_, hidden_, new_, work_;
+};
+
+}  // namespace riders::io

@@ -1,0 +1,29 @@
+// The files in which the interpreter writes the plates of a page, one or more inks each.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "plates/files/plate.h"
+
+namespace riders::plates {
+
+// Throws the Refusal of a file that is not as the interpreter should write it.
+[[noreturn]] void refusePicture(const std::filesystem::path &file);
+
+// All throw Refusal for a file that cannot be read or is not as it should be.
+TintPlate readTints(const std::filesystem::path &tiff);
+BitPlate readPlate(const std::filesystem::path &tiff);
+// The four process inks that all inks of a page, spot inks too, come to.
+std::vector<TintPlate> readComposite(const std::filesystem::path &tiff);
+
+struct PlateFile {
+    std::string plate;  // as the interpreter writes it: %25 for a per cent sign and so on
+    std::filesystem::path file;
+};
+// The interpreter's files of one page, "7(Cyan).tif": the process plates in their
+// order, then the others by name.
+std::vector<PlateFile> plateFiles(const std::filesystem::path &folder, int page);
+
+}  // namespace riders::plates

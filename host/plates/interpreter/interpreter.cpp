@@ -1,0 +1,119 @@
+#include "plates/interpreter/interpreter.h"
+
+#include <signal.h>
+
+#include <sstream>
+
+#include "io/output.h"
+#include "io/refusal.h"
+#include "io/limited_process.h"
+
+namespace riders::plates {
+
+// prolog.ps runs ahead of the job. Install takes Ghostscript's lightening of tints out
+// each time the page device is set; EndPage writes the screens of each page, by the
+// operators as the job and the riders file have them then, in lines that
+// InterpreterWords knows.
+extern const std::string_view kProlog;
+
+namespace {
+
+std::string number(double value)
+{
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
+
+std::vector<std::string> deviceOptions(PlateDevice device)
+{
+    switch (device) {
+    case PlateDevice::none:
+        return {"-sDEVICE=nullpage"};
+    case PlateDevice::tints:
+        // An annotation is on all plates: here it would make plates of inks that the job has not.
+        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};
+    case PlateDevice::processPlates:
+        return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
+    case PlateDevice::allPlates:
+        break;
+    }
+    return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif"};
+}
+
+std::string pageList(const std::vector<int> &pages)
+{
+    std::string list;
+    for (int page : pages)
+        list += (list.empty() ? "" : ",") + std::to_string(page);
+    return "-sPageList=" + list;
+}
+
+std::vector<std::string> commandOf(const InterpreterRun &run, const std::filesystem::path &prolog)
+{
+    std::vector<std::string> command = {"gs",      "-q",        "-P-",        "-dSAFER",
+                                        "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", "-r" + number(run.dpi)};
+    for (const std::string &option : deviceOptions(run.device))
+        command.push_back(option);
+    if (run.job.kind == JobKind::eps)
+        command.push_back("-dEPSCrop");
+    if (!run.pages.empty())
+        command.push_back(pageList(run.pages));
+    command.push_back("-f");
+    command.push_back(prolog);
+    for (const std::filesystem::path &file : run.job.files)
+        command.push_back(file);
+    return command;
+}
+
+// The number of the page that was in work.
+int pageInWork(const InterpreterRun &run, size_t ended)
+{
+    const bool listedOnly = run.job.kind == JobKind::pdf && !run.pages.empty();
+    return listedOnly && ended < run.pages.size() ? run.pages[ended] : static_cast<int>(ended) + 1;
+}
+
+std::string endedBy(const InterpreterRun &run, int signal)
+{
+    if (signal == SIGKILL || signal == SIGABRT || signal == SIGSEGV || signal == SIGBUS)
+        return "the interpreter broke down, perhaps for lack of memory; it may have " +
+               std::to_string(run.limits.megabytes) + " MB";
+    return "the interpreter was ended by signal " + std::to_string(signal);
+}
+
+}  // namespace
+
+InterpreterReport interpret(const InterpreterRun &run)
+{
+    // A job may use the temporary folder: not that in which the page files are.
+    const std::filesystem::path folder = std::filesystem::absolute(run.folder);
+    const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
+    std::filesystem::create_directory(temporary);
+    {
+        io::Output out(prolog);
+        io::writeAll(out.file(), kProlog);
+        io::writeAll(out.file(), run.ahead);
+        out.finish();
+    }
+    InterpreterWords words;
+    const io::LimitedResult result =
+        io::runLimited({commandOf(run, prolog), folder, temporary, run.limits.secondsAPage, run.limits.megabytes,
+                        [&](std::string_view line) {
+                            const bool pageEnded = words.take(line);
+                            if (pageEnded)
+                                run.pageEnded();
+                            return pageEnded;
+                        }});
+    const std::string where =
+        run.job.name.string() + ": page " + std::to_string(pageInWork(run, words.report().pages.size())) + ": ";
+    if (result.end == io::RunEnd::timedOut)
+        throw io::Refusal(where + "the interpreter took more than " + std::to_string(run.limits.secondsAPage) +
+                          " seconds and was ended");
+    if (result.end == io::RunEnd::killed)
+        throw io::Refusal(where + endedBy(run, result.status));
+    if (result.status != 0)
+        throw io::Refusal(where + "the interpreter said: " + words.failure(run.limits.megabytes));
+    return words.report();
+}
+
+}  // namespace riders::plates

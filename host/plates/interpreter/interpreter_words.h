@@ -1,0 +1,52 @@
+// What Ghostscript and the prolog of a proof tell while they run a job.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace riders::plates {
+
+struct AskedScreen {
+    double frequency = 0, angle = 0;  // frequency 0: neither is known
+    std::string shape = {};           // the name of the spot function that inks alike, see meter.h; empty for none
+};
+// By plate; the plate "Default" stands for those that are not named.
+using AskedScreens = std::map<std::string, AskedScreen>;
+
+struct InterpreterReport {
+    AskedScreens atStart;             // the interpreter's own
+    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter tells them: of PostScript
+                                      // all pages of the job, of PDF those asked for
+    std::map<std::string, std::array<double, 4>>
+        inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
+    std::vector<std::string> said;  // its other words, the first hundred lines
+};
+
+// Reads what the interpreter writes, a line at a time. The job can write lines
+// too: whatever they are, they do no harm.
+class InterpreterWords {
+public:
+    // True where a page has ended.
+    bool take(std::string_view line);
+
+    const InterpreterReport &report() const { return report_; }
+    // Why the interpreter failed, in its words; that it may lack memory is told
+    // with how much it may have.
+    std::string failure(int megabytes) const;
+
+private:
+    bool endPage();
+    bool takeScreen(const std::string &text);
+    void takeShape(const std::string &text);
+    bool takeInk(const std::string &text);
+
+    InterpreterReport report_;
+    AskedScreens screens_;
+    std::string firstError_;
+    bool started_ = false;
+};
+
+}  // namespace riders::plates

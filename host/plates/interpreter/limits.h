@@ -1,0 +1,11 @@
+// What each run of the interpreter may use up.
+#pragma once
+
+namespace riders::plates {
+
+struct InterpreterLimits {
+    int secondsAPage = 300;  // it is ended when a page takes longer
+    int megabytes = 2048;    // of memory
+};
+
+}  // namespace riders::plates

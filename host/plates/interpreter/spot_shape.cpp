@@ -1,0 +1,42 @@
+#include "plates/interpreter/spot_shape.h"
+
+#include <cmath>
+
+#include "meter/meter.h"
+
+namespace riders::plates {
+namespace {
+
+constexpr int kSide = 7;  // values along a cell's side, as prolog.ps has it
+static_assert(kSide * kSide == kShapeValues);
+
+// Whether both give the same order, which is all that counts for the dots.
+bool isSameOrder(const std::vector<double> &one, const std::vector<double> &other)
+{
+    constexpr double kAlike = 1e-3;
+    for (size_t i = 0; i < one.size(); ++i)
+        for (size_t j = 0; j < i; ++j) {
+            const double a = one[i] - one[j], b = other[i] - other[j];
+            if ((a > kAlike && b < -kAlike) || (a < -kAlike && b > kAlike) ||
+                (std::abs(a) <= kAlike / 10 && std::abs(b) > kAlike) ||
+                (std::abs(b) <= kAlike / 10 && std::abs(a) > kAlike))
+                return false;
+        }
+    return true;
+}
+
+}  // namespace
+
+std::string shapeOf(const std::vector<double> &values)
+{
+    for (const meter::NamedSpot &spot : meter::namedSpots()) {
+        std::vector<double> ideal;
+        for (int i = 0; i < kSide * kSide; ++i)
+            ideal.push_back(spot.value((i % kSide - 3) / 3.3, (i / kSide - 3) / 3.5));
+        if (isSameOrder(values, ideal))
+            return spot.name;
+    }
+    return {};
+}
+
+}  // namespace riders::plates

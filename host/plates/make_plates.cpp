@@ -1,0 +1,106 @@
+#include "plates/make_plates.h"
+
+#include <algorithm>
+
+#include "plates/rendering/rendering.h"
+#include "plates/rendering/spot_inks.h"
+
+namespace riders::plates {
+namespace {
+
+// What a share's page files may take on the disk before they are looked at.
+constexpr double kShareBytes = 1.0e9;
+
+double bytesOf(const SurveyedPage &page, double dpi)
+{
+    const double pixels = page.width * page.height * dpi * dpi;
+    return pixels / 8 * static_cast<double>(page.plates.size());
+}
+
+// Deals the pages of a kind out in turn, so that each share gets as many slow or large ones.
+std::vector<std::vector<size_t>> dealt(const Survey &survey, const std::vector<size_t> &pages, double dpi,
+                                       int cores)
+{
+    double bytes = 0;
+    for (size_t page : pages)
+        bytes += bytesOf(survey.pages[page], dpi);
+    const size_t least = static_cast<size_t>(bytes / kShareBytes) + 1;
+    std::vector<std::vector<size_t>> shares(std::min(pages.size(), std::max(least, static_cast<size_t>(cores))));
+    for (size_t i = 0; i < pages.size(); ++i)
+        shares[i % shares.size()].push_back(pages[i]);
+    return shares;
+}
+
+class PlateMaker {
+public:
+    PlateMaker(const PlatesRun &run, io::Workers &workers) : run_(run), workers_(workers) {}
+    ~PlateMaker() { workers_.drop(); }
+    PlateMaker(const PlateMaker &) = delete;
+
+    std::vector<std::string> make()
+    {
+        spotInks_ = lookAtSpotInks(job_, run_.dpi, run_.work, workers_);
+        // The slow ones first.
+        for (const RenderingWay way :
+             {RenderingWay::allPlates, RenderingWay::inksApart, RenderingWay::processPlates})
+            for (const std::vector<size_t> &pages : dealt(run_.survey, pagesFor(way), run_.dpi, run_.cores)) {
+                const Rendering share{way, pages, run_.work / ("share-" + std::to_string(shares_++)), run_.dpi};
+                workers_.add([this, share] { render(share); });
+            }
+        workers_.finish();
+        return std::move(said_);
+    }
+
+private:
+    std::vector<size_t> pagesFor(RenderingWay way) const
+    {
+        std::vector<size_t> pages;
+        for (size_t i = 0; i < run_.survey.pages.size(); ++i) {
+            const RenderingWay spots =
+                spotInks_.apart.count(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
+            if (way == (run_.survey.pages[i].spotInks ? spots : RenderingWay::processPlates))
+                pages.push_back(i);
+        }
+        return pages;
+    }
+
+    void render(const Rendering &share)
+    {
+        const auto report = std::make_shared<InterpreterReport>(renderPages(job_, share));
+        report->inks.insert(spotInks_.inks.begin(), spotInks_.inks.end());
+        if (share.pages[0] == 0)
+            said_ = report->said;
+        for (size_t i = 0; i < share.pages.size(); ++i) {
+            run_.pageRendered();
+            workers_.addUrgent([this, i, share, report] {
+                const size_t page = share.pages[i];
+                run_.pageRead({page, readRendered(job_, share, i),
+                               screensOf(page, static_cast<int>(i) + 1, *report), report});
+            });
+        }
+    }
+
+    // Of PostScript the interpreter reports the screens of all pages, of PDF those of its share.
+    AskedScreens screensOf(size_t page, int file, const InterpreterReport &report) const
+    {
+        const int number = run_.job.kind == JobKind::pdf ? file : run_.survey.pages[page].number;
+        const auto index = static_cast<size_t>(number) - 1;
+        return index < report.pages.size() ? report.pages[index] : AskedScreens{};
+    }
+
+    const PlatesRun &run_;
+    io::Workers &workers_;
+    const RenderedJob job_{run_.job, run_.survey, run_.limits};
+    SpotInks spotInks_;
+    int shares_ = 0;
+    std::vector<std::string> said_;
+};
+
+}  // namespace
+
+std::vector<std::string> makePlates(const PlatesRun &run, io::Workers &workers)
+{
+    return PlateMaker(run, workers).make();
+}
+
+}  // namespace riders::plates

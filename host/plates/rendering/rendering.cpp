@@ -1,0 +1,145 @@
+#include "plates/rendering/rendering.h"
+
+#include <algorithm>
+#include <set>
+
+#include "io/refusal.h"
+#include "plates/files/plate_names.h"
+#include "plates/files/process_plates.h"
+#include "plates/rendering/separated_inks.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::plates {
+namespace {
+
+using Pages = std::vector<size_t>;
+
+InterpreterReport runOver(const RenderedJob &job, double dpi, PlateDevice device, const Pages &pages,
+                          const fs::path &folder, const std::string &ahead)
+{
+    fs::create_directories(folder);
+    std::vector<int> numbers;
+    for (size_t page : pages)
+        numbers.push_back(job.survey.pages[page].number);
+    return interpret({.job = job.job,
+                      .device = device,
+                      .dpi = dpi,
+                      .pages = numbers,
+                      .folder = folder,
+                      .limits = job.limits,
+                      .ahead = ahead});
+}
+
+Pages pagesWith(const RenderedJob &job, const Pages &pages, const std::string &ink)
+{
+    Pages some;
+    for (size_t page : pages) {
+        const std::vector<std::string> inks = spotInksOf(job.survey.pages[page]);
+        if (std::find(inks.begin(), inks.end(), ink) != inks.end())
+            some.push_back(page);
+    }
+    return some;
+}
+
+// All spot inks of the pages, each once.
+std::set<std::string> allInks(const RenderedJob &job, const Pages &pages)
+{
+    std::set<std::string> all;
+    for (size_t page : pages)
+        for (const std::string &ink : spotInksOf(job.survey.pages[page]))
+            all.insert(ink);
+    return all;
+}
+
+fs::path folderOf(const Rendering &rendering, const std::set<std::string> &inks, const std::string &ink)
+{
+    return rendering.folder / ("ink-" + std::to_string(std::distance(inks.begin(), inks.find(ink))));
+}
+
+std::vector<BitPlate> readFourPlates(const RenderedJob &job, const Rendering &rendering, const fs::path &folder,
+                                     const Pages &pages, size_t page)
+{
+    const SurveyedPage &surveyed = job.survey.pages[page];
+    const auto at = std::find(pages.begin(), pages.end(), page) - pages.begin();
+    const fs::path pcx = folder / (std::to_string(at + 1) + ".pcx");
+    std::vector<BitPlate> plates = readProcessPlates(pcx, static_cast<int>(surveyed.width * rendering.dpi),
+                                                     static_cast<int>(surveyed.height * rendering.dpi));
+    fs::remove(pcx);
+    return plates;
+}
+
+std::vector<BitPlate> readInksApart(const RenderedJob &job, const Rendering &rendering, size_t page)
+{
+    std::vector<BitPlate> plates = readFourPlates(job, rendering, rendering.folder, rendering.pages, page);
+    const std::set<std::string> inks = allInks(job, rendering.pages);
+    for (const std::string &ink : spotInksOf(job.survey.pages[page])) {
+        std::vector<BitPlate> four = readFourPlates(job, rendering, folderOf(rendering, inks, ink),
+                                                    pagesWith(job, rendering.pages, ink), page);
+        plates.push_back(std::move(four.back()));
+    }
+    return plates;
+}
+
+std::vector<BitPlate> readAllPlates(const SurveyedPage &page, const fs::path &folder, int file)
+{
+    // Others may be there as well, named on other pages and empty.
+    const std::vector<PlateFile> files = plateFiles(folder, file);
+    std::vector<BitPlate> plates;
+    for (const SurveyedPlate &wanted : page.plates)
+        for (const PlateFile &plate : files)
+            if (plate.plate == wanted.plate)
+                plates.push_back(readPlate(plate.file));
+    for (const PlateFile &plate : files)
+        fs::remove(plate.file);
+    return plates;
+}
+
+}  // namespace
+
+std::vector<std::string> spotInksOf(const SurveyedPage &page)
+{
+    std::vector<std::string> inks;
+    for (const SurveyedPlate &plate : page.plates)
+        if (!isProcessPlate(plate.plate))
+            inks.push_back(plate.plate);
+    return inks;
+}
+
+InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering)
+{
+    const auto run = [&](PlateDevice device, const Pages &pages, const fs::path &folder,
+                         const std::string &ahead) {
+        return runOver(job, rendering.dpi, device, pages, folder, ahead);
+    };
+    if (rendering.way == RenderingWay::allPlates)
+        return run(PlateDevice::allPlates, rendering.pages, rendering.folder, {});
+    if (rendering.way == RenderingWay::processPlates)
+        return run(PlateDevice::processPlates, rendering.pages, rendering.folder, {});
+    InterpreterReport report =
+        run(PlateDevice::processPlates, rendering.pages, rendering.folder, processInksOnly());
+    const std::set<std::string> inks = allInks(job, rendering.pages);
+    for (const std::string &ink : inks)
+        run(PlateDevice::processPlates, pagesWith(job, rendering.pages, ink), folderOf(rendering, inks, ink),
+            spotInkAsBlack(inkBytesFrom(ink)));
+    return report;
+}
+
+std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering, size_t page)
+{
+    const size_t index = rendering.pages[page];
+    const SurveyedPage &surveyed = job.survey.pages[index];
+    std::vector<BitPlate> plates;
+    if (rendering.way == RenderingWay::processPlates)
+        plates = readFourPlates(job, rendering, rendering.folder, rendering.pages, index);
+    else if (rendering.way == RenderingWay::inksApart)
+        plates = readInksApart(job, rendering, index);
+    else
+        plates = readAllPlates(surveyed, rendering.folder, static_cast<int>(page) + 1);
+    if (plates.size() != surveyed.plates.size())
+        throw io::Refusal(job.job.name.string() + ": page " + std::to_string(surveyed.number) +
+                          ": has other plates each time it is rendered");
+    return plates;
+}
+
+}  // namespace riders::plates

@@ -1,0 +1,22 @@
+// Pages with spot inks that the fast device can make.
+#pragma once
+
+#include <set>
+
+#include "plates/rendering/rendering.h"
+#include "io/workers.h"
+
+namespace riders::plates {
+
+struct SpotInks {
+    std::set<size_t> apart;  // pages, by their index in the survey, whose inks can be rendered apart
+    std::map<std::string, std::array<double, 4>> inks;  // see InterpreterReport, where pages were looked at
+};
+
+// Renders the pages with spot inks small and in both ways, and compares them bit for bit: a job can go round
+// what takes its inks apart. None are looked at where it is not worth the time: at a low resolution (`dpi`), with
+// many inks, or in a PDF, which has its inks taken apart by nothing.
+SpotInks lookAtSpotInks(const RenderedJob &job, double dpi, const std::filesystem::path &work,
+                        io::Workers &workers);
+
+}  // namespace riders::plates

@@ -1,0 +1,173 @@
+#include "plates/survey/survey.h"
+
+#include <algorithm>
+#include <mutex>
+
+#include "io/refusal.h"
+#include "plates/files/plate_files.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::plates {
+namespace {
+
+constexpr double kSurveyDpi = 200;
+constexpr double kCountDpi = 10;
+
+// Reads the page's files and removes them.
+std::vector<TintPlate> readPage(const fs::path &folder, int file, SurveyedPage &page)
+{
+    std::vector<TintPlate> tints;
+    for (const PlateFile &plate : plateFiles(folder, file)) {
+        TintPlate read = readTints(plate.file);
+        const bool ink = read.hasInk();
+        fs::remove(plate.file);
+        // Not an ink that was only named, here or on a page that was left out.
+        if (isProcessPlate(plate.plate) || ink) {
+            tints.push_back(std::move(read));
+            page.plates.push_back({plate.plate, ink});
+        }
+    }
+    return tints;
+}
+
+SurveyedPage surveyPage(const SurveyRun &run, const fs::path &folder, int file, int number)
+{
+    SurveyedPage page;
+    page.number = number;
+    const std::vector<TintPlate> tints = readPage(folder, file, page);
+    page.spotInks = page.plates.size() > std::size(kProcessPlates);
+    const bool alike = std::all_of(tints.begin(), tints.end(), [&tints](const TintPlate &plate) {
+        return plate.width == tints[0].width && plate.height == tints[0].height;
+    });
+    if (tints.size() < std::size(kProcessPlates) || !alike)
+        throw io::Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
+    page.width = tints[0].width / kSurveyDpi;
+    page.height = tints[0].height / kSurveyDpi;
+    // The interpreter knows what spot inks look like, and shows it in the composite.
+    const fs::path composite = folder / (std::to_string(file) + ".tif");
+    run.pageSeen({page, tints, page.spotInks ? readComposite(composite) : tints, kSurveyDpi});
+    fs::remove(composite);
+    return page;
+}
+
+// Hands the pages to the workers as soon as their files are complete.
+class PageQueue {
+public:
+    PageQueue(const SurveyRun &run, fs::path folder, io::Workers &workers)
+        : run_(run), folder_(std::move(folder)), workers_(workers)
+    {
+    }
+
+    ~PageQueue() { workers_.drop(); }
+
+    // A file is complete when the next one is there, or at the end.
+    void handOver(bool atEnd)
+    {
+        while (fs::exists(fileOf(next_ + (atEnd ? 0 : 1)))) {
+            const int file = next_++;
+            const auto asked = static_cast<size_t>(file) <= run_.pages.size();
+            const int number = asked ? run_.pages[static_cast<size_t>(file) - 1] : file;
+            workers_.add([this, file, number] {
+                SurveyedPage page = surveyPage(run_, folder_, file, number);
+                std::lock_guard lock(mutex_);
+                found_.push_back(std::move(page));
+            });
+        }
+    }
+
+    // Once the workers have finished.
+    std::vector<SurveyedPage> found()
+    {
+        std::sort(found_.begin(), found_.end(),
+                  [](const SurveyedPage &one, const SurveyedPage &other) { return one.number < other.number; });
+        return std::move(found_);
+    }
+
+private:
+    fs::path fileOf(int number) const { return folder_ / (std::to_string(number) + ".tif"); }
+
+    const SurveyRun &run_;
+    const fs::path folder_;
+    io::Workers &workers_;
+    int next_ = 1;
+    std::mutex mutex_;
+    std::vector<SurveyedPage> found_;
+};
+
+std::string pagesInWords(size_t count)
+{
+    return std::to_string(count) + (count == 1 ? " page" : " pages");
+}
+
+// Of PDF the interpreter reports the pages asked for only: then all are run through.
+size_t countPages(const SurveyRun &run, const fs::path &folder, const Survey &survey)
+{
+    if (run.job.kind != JobKind::pdf)
+        return survey.report.pages.size();
+    return interpret({.job = run.job,
+                      .device = PlateDevice::none,
+                      .dpi = kCountDpi,
+                      .folder = folder,
+                      .limits = run.limits})
+        .pages.size();
+}
+
+// Why there is no page, where the interpreter has found something amiss.
+std::string complaint(const InterpreterReport &report)
+{
+    for (const std::string &line : report.said) {
+        const size_t stars = line.find("****");
+        const size_t start = stars == line.npos ? line.npos : line.find_first_not_of("* ", stars);
+        if (start != line.npos)
+            return "; the interpreter said: " + line.substr(start);
+    }
+    return {};
+}
+
+void refuseMissing(const SurveyRun &run, const fs::path &folder, const Survey &survey)
+{
+    const std::vector<int> &asked = run.pages;
+    const std::string name = run.job.name.string() + ": ";
+    if (asked.empty() && survey.pages.empty())
+        throw io::Refusal(name + "paints no page" + complaint(survey.report));
+    if (survey.pages.size() >= asked.size())
+        return;
+    const size_t count = countPages(run, folder, survey);
+    if (count == 0)
+        throw io::Refusal(name + "paints no page" + complaint(survey.report));
+    const auto missing =
+        std::find_if(asked.begin(), asked.end(), [count](int page) { return static_cast<size_t>(page) > count; });
+    if (missing == asked.end())
+        throw io::Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
+                          " is not to be had alone; proof all pages");
+    throw io::Refusal(name + "there is no page " + std::to_string(*missing) + "; the job has " +
+                      pagesInWords(count));
+}
+
+}  // namespace
+
+Survey surveyJob(const SurveyRun &run, io::Workers &workers)
+{
+    const fs::path folder = run.work / "survey";
+    fs::create_directories(folder);
+    PageQueue queue(run, folder, workers);
+    Survey survey;
+    survey.report = interpret({.job = run.job,
+                               .device = PlateDevice::tints,
+                               .dpi = kSurveyDpi,
+                               .pages = run.pages,
+                               .folder = folder,
+                               .limits = run.limits,
+                               .pageEnded = [&] {
+                                   run.pageEnded();
+                                   queue.handOver(false);
+                               }});
+    queue.handOver(true);
+    workers.finish();
+    survey.pages = queue.found();
+    refuseMissing(run, folder, survey);
+    return survey;
+}
+
+}  // namespace riders::plates

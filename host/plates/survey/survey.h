@@ -1,0 +1,55 @@
+// A quick first run over a job: which pages there are, and which plates each has.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "io/workers.h"
+#include "plates/files/plate.h"
+#include "plates/interpreter/interpreter.h"
+
+namespace riders::plates {
+
+struct SurveyedPlate {
+    std::string plate;  // as the interpreter writes it
+    bool ink = false;
+};
+
+struct SurveyedPage {
+    int number = 0;
+    double width = 0, height = 0;       // inches
+    std::vector<SurveyedPlate> plates;  // process plates first, with ink or without
+    bool spotInks = false;              // there are other plates than the process ones
+};
+
+struct Survey {
+    std::vector<SurveyedPage> pages;  // those asked for, rising
+    InterpreterReport report;
+};
+
+// What the survey sees of a page, for as long as the call lasts.
+struct PageInTints {
+    const SurveyedPage &page;
+    const std::vector<TintPlate> &plates;     // as in the page's
+    const std::vector<TintPlate> &composite;  // the four process inks that all its inks come to
+    double dpi;
+};
+
+struct SurveyRun {
+    const PreparedJob &job;
+    const std::vector<int> &pages;  // asked for, rising; empty for all
+    InterpreterLimits limits;
+    std::filesystem::path work;  // for files in between
+    // Whenever the job ends a page, asked for or not.
+    std::function<void()> pageEnded;
+    // For each page asked for; by the workers, several at a time and in any order.
+    std::function<void(const PageInTints &)> pageSeen;
+};
+
+// Throws Refusal where the job fails, paints no page, or has not all pages
+// asked for, and what `pageSeen` throws.
+Survey surveyJob(const SurveyRun &run, io::Workers &workers);
+
+}  // namespace riders::plates

@@ -1,0 +1,29 @@
+// The screen that was asked for, by whom.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "plates/interpreter/interpreter_words.h"
+
+namespace riders::proof {
+
+// What was asked for, as far as it can be known.
+struct AskedFor {
+    std::optional<double> frequency, angle;
+    std::string by;          // "the riders file", "the job", "nobody"
+    bool binding = false;    // worth a warning where it is missed
+    bool annotated = false;  // every plate gets a text
+    std::string shape = {};  // of the dots, by name, where it is one of those that are known
+};
+
+// What a riders file asks for. Throws Refusal where it cannot be read.
+AskedFor askedByRiders(const std::filesystem::path &riders);
+
+// What holds for a plate: first the riders file's values, then the screen in
+// force at the page's end, which is nobody's when it is the interpreter's own.
+AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates::AskedScreens &page,
+                  const plates::AskedScreens &interpreter);
+
+}  // namespace riders::proof

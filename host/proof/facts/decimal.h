@@ -1,0 +1,11 @@
+// Numbers as people read them.
+#pragma once
+
+#include <string>
+
+namespace riders::proof {
+
+// "45", "12.5", "62.13": at most so many digits after the point, no zeros at the end.
+std::string decimal(double value, int digits);
+
+}  // namespace riders::proof

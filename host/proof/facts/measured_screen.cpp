@@ -1,0 +1,73 @@
+#include "proof/facts/measured_screen.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "meter/meter.h"
+
+namespace riders::proof {
+namespace {
+
+// So many cells a side are exact enough here, and quick.
+constexpr double kTellingCell = 8;                 // pixels along a cell's side, below which shapes look the same
+constexpr double kLeastInk = 0.1;                  // and so they do in lighter tints, and in the darkest
+constexpr double kLike = 0.95, kLeastLike = 0.85;  // correlations with a shape
+constexpr double kPlainly = 0.06;                  // more of it than the other has
+constexpr double kCells = 40, kShortest = 0.75, kLongest = 1.5;  // inches
+
+Place middleOf(const Place &place, double side)
+{
+    const double width = std::min(side, place.width), height = std::min(side, place.height);
+    return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
+}
+
+double likeness(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &shape)
+{
+    for (const meter::NamedSpot &spot : meter::namedSpots())
+        if (spot.name == shape)
+            return meter::likenessTo(page, reading, spot.value).correlation;
+    return -1;
+}
+
+std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &expected)
+{
+    if (reading.cellPixels < kTellingCell || reading.ink < kLeastInk || reading.ink > 1 - kLeastInk)
+        return {};
+    const double like = likeness(page, reading, expected);
+    if (like > kLike)
+        return expected;
+    const std::string nearest = meter::nearestSpot(page, reading);
+    const double best = likeness(page, reading, nearest);
+    if (best < kLeastLike)
+        return {};
+    return like > best - kPlainly ? expected : nearest;
+}
+
+}  // namespace
+
+MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
+                            const std::string &shape)
+{
+    const Place even = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
+    const meter::BitPage page{plate.bits.data(), plate.width, plate.height, plate.rowBytes, dpi};
+    const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };
+    meter::ScreenReading reading;
+    if (!even.empty())
+        reading = meter::readScreen(page, meter::cutToPage(page, {pixels(even.left), pixels(even.top),
+                                                                  pixels(even.width), pixels(even.height)}));
+    if (reading.kind == meter::ScreenKind::none)
+        reading = meter::readScreen(page);
+    if (reading.kind == meter::ScreenKind::none)
+        return {};
+    const meter::PageWindow &window = reading.window;
+    // Shown with two digits, a hair below a quarter turn would be 90.
+    const double angle = reading.kind == meter::ScreenKind::dots && reading.angle >= 89.995 ? 0 : reading.angle;
+    return {true,
+            reading.frequency,
+            angle,
+            reading.ink,
+            {window.left / dpi, window.top / dpi, window.width / dpi, window.height / dpi},
+            shapeOf(page, reading, shape)};
+}
+
+}  // namespace riders::proof

@@ -1,0 +1,79 @@
+#include "proof/facts/warnings.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "proof/facts/decimal.h"
+
+namespace riders::proof {
+namespace {
+
+constexpr double kFrequencyOff = 0.01;  // of the frequency asked for
+constexpr double kAngleOff = 0.5;       // degrees
+constexpr double kLightest = 0.03, kDarkest = 0.97;
+
+std::string percent(double share)
+{
+    return decimal(share * 100, 1) + " %";
+}
+
+void warnOfScreen(const PlateFacts &plate, std::vector<std::string> &warnings)
+{
+    const AskedFor &asked = plate.asked;
+    const MeasuredScreen &measured = plate.measured;
+    if (!measured.found || !asked.binding)
+        return;
+    if (asked.frequency && std::abs(measured.frequency / *asked.frequency - 1) > kFrequencyOff)
+        warnings.push_back(plate.name + ": " + decimal(measured.frequency, 2) + " lines an inch on the film, " +
+                           decimal(*asked.frequency, 2) + " asked for.");
+    if (asked.angle && anglesApart(measured.angle, *asked.angle) > kAngleOff)
+        warnings.push_back(plate.name + ": " + decimal(measured.angle, 2) + "° on the film, " +
+                           decimal(*asked.angle, 2) + "° asked for.");
+    if (!asked.shape.empty() && !measured.shape.empty() && measured.shape != asked.shape)
+        warnings.push_back(plate.name + ": dots like " + measured.shape + " on the film, " + asked.shape +
+                           " asked for.");
+}
+
+void warnOfTints(const PlateFacts &plate, std::vector<std::string> &warnings)
+{
+    if (plate.tints.tint && plate.tints.least < kLightest)
+        warnings.push_back(plate.name + ": a tint of " + percent(plate.tints.least) +
+                           ", below 3 %: its dots may not hold.");
+    if (plate.tints.tint && plate.tints.most > kDarkest)
+        warnings.push_back(plate.name + ": a tint of " + percent(plate.tints.most) +
+                           ", above 97 %: its holes may fill in.");
+}
+
+void warnOfSharedAngle(const PageFacts &page, std::vector<std::string> &warnings)
+{
+    std::vector<double> angles;
+    for (const PlateFacts &plate : page.plates)
+        if (plate.measured.found)
+            angles.push_back(plate.measured.angle);
+    const bool shared = std::all_of(angles.begin(), angles.end(), [&angles](double angle) {
+        return anglesApart(angle, angles[0]) <= kAngleOff;
+    });
+    if (angles.size() > 1 && shared)
+        warnings.push_back("All plates share an angle, " + decimal(angles[0], 1) +
+                           "°: the slightest misregister will show as a shift of colour.");
+}
+
+}  // namespace
+
+double anglesApart(double one, double other)
+{
+    return std::abs(std::remainder(one - other, 90));
+}
+
+std::vector<std::string> warningsFor(const PageFacts &page)
+{
+    std::vector<std::string> warnings;
+    for (const PlateFacts &plate : page.plates) {
+        warnOfScreen(plate, warnings);
+        warnOfTints(plate, warnings);
+    }
+    warnOfSharedAngle(page, warnings);
+    return warnings;
+}
+
+}  // namespace riders::proof

@@ -1,0 +1,43 @@
+// What is worth looking at on each page: found while a job is surveyed.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "plates/survey/survey.h"
+#include "proof/looking/even_tint.h"
+
+namespace riders::proof {
+
+struct PlateLook {
+    TintRange tints;
+    Place even;          // the best place to measure on, may be empty
+    double evenInk = 0;  // the tint there, 0 to 1
+    Place loupe;         // where its dots show best; the page's place if they show well there
+};
+
+struct PageLook {
+    Place loupe;
+    std::vector<PlateLook> plates;  // as surveyed
+};
+
+// Takes the pages as they are surveyed, and keeps what was found on them.
+class PageLooks {
+public:
+    // Where the picture of each page goes, "page-N.png".
+    explicit PageLooks(const std::filesystem::path &pictures) : pictures_(pictures) {}
+
+    // From any thread. Throws Refusal where the picture cannot be written.
+    void take(const plates::PageInTints &seen);
+    // Of a page that was taken; from any thread, once all are.
+    const PageLook &of(int page) const { return looks_.at(page); }
+
+private:
+    const std::filesystem::path pictures_;
+    std::mutex mutex_;
+    std::map<int, PageLook> looks_;  // by the page's number
+};
+
+}  // namespace riders::proof

@@ -1,0 +1,35 @@
+// The pictures of a proof: a page in its inks, and dots through a loupe.
+#pragma once
+
+#include <vector>
+
+#include "plates/files/plate.h"
+#include "proof/looking/picture.h"
+#include "proof/looking/place.h"
+
+namespace riders::proof {
+
+// A loupe picture shows a square of this side ...
+inline constexpr double kLoupeInches = 25 / 25.4;
+// ... so many times as large.
+inline constexpr double kLoupeTimes = 8;
+
+struct InkedTints {
+    const plates::TintPlate *plate;
+    Colour ink;
+};
+// The page in all its inks, a pixel for `step` x `step` of the plates'. The plates are of one size, one at least.
+Picture pagePicture(const std::vector<InkedTints> &plates, int step);
+
+struct InkedPlate {
+    const plates::BitPlate *plate;
+    Colour ink;
+};
+// A place of the page through a loupe, all inks on each other; black on white
+// is what a single film looks like. Above 2400 dpi several pixels are made one.
+Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place);
+
+// The resolution at which a loupe picture of plates of so many dpi is to be shown.
+double loupePictureDpi(double plateDpi);
+
+}  // namespace riders::proof

@@ -1,0 +1,21 @@
+// Where on a page its dots show best.
+#pragma once
+
+#include <vector>
+
+#include "plates/files/plate.h"
+#include "proof/looking/place.h"
+
+namespace riders::proof {
+
+// How well a tint, 0 to 255, shows its dots, 0 to 1: one in the middle best; solid ink a little only, so that
+// plates of text are looked at where the text is.
+double telling(int ink);
+
+// Where a square of `side` inches (less on a smaller page) shows most of the
+// dots of these plates together; for plates without tints, most of their ink.
+Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double dpi, double side);
+// How much of a place shows dots, 0 to 1.
+double tellingShare(const plates::TintPlate &plate, double dpi, const Place &place);
+
+}  // namespace riders::proof

@@ -1,0 +1,48 @@
+// Fills the folder of a proof with films and pictures, a page at a time as its plates come.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "io/workers.h"
+#include "plates/make_plates.h"
+#include "proof/facts/page_facts.h"
+#include "proof/looking/page_looks.h"
+#include "proof/progress.h"
+
+namespace riders::proof {
+
+struct PageProofsRun {
+    const plates::Survey &survey;
+    const PageLooks &looks;
+    const AskedFor &riders;  // what the riders file asks for
+    double dpi;
+    std::filesystem::path folder;  // of the proof
+};
+
+class PageProofs {
+public:
+    // All must outlive it, and it the work that it adds.
+    PageProofs(const PageProofsRun &run, io::Workers &workers, Progress &progress);
+
+    // Adds the work on the page's plates. From any thread, once for each page. Throws Refusal.
+    void take(plates::RenderedPage page);
+    // Once the workers have finished: the pages as surveyed.
+    std::vector<PageFacts> facts();
+
+private:
+    using Bits = std::shared_ptr<const std::vector<plates::BitPlate>>;
+
+    PageFacts startedFacts(const plates::RenderedPage &page) const;
+    void addPlates(size_t page, const Bits &plates);
+    void writeRosette(PageFacts &page, const std::vector<plates::BitPlate> &plates) const;
+    void finishPlate(size_t page, size_t plate, const plates::BitPlate &bits);
+
+    const PageProofsRun run_;
+    io::Workers &workers_;
+    Progress &progress_;
+    std::vector<PageFacts> pages_;
+};
+
+}  // namespace riders::proof

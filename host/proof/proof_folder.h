@@ -1,0 +1,39 @@
+// The folder of a proof: its parts, how it is known again, and making a new one.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "io/new_folder.h"
+
+namespace riders::proof {
+
+inline constexpr const char *kPageName = "proof.html";
+inline constexpr const char *kFilmsName = "films";
+inline constexpr const char *kPicturesName = "pictures";
+
+// A proof's folder while it is being made.
+class ProofFolder {
+public:
+    // Throws Refusal where the place is taken by anything that is not an
+    // earlier proof or an empty folder, or where nothing can be made.
+    explicit ProofFolder(const std::filesystem::path &place);
+
+    const std::filesystem::path &path() const { return folder_->path(); }
+    std::filesystem::path page() const { return path() / kPageName; }
+    std::filesystem::path pictures() const { return path() / kPicturesName; }
+    // For files that are needed in between only.
+    const std::filesystem::path &work() const { return folder_->work(); }
+    // Moves the proof to its place; an earlier one is then gone. Until then, the place is as it was. Throws
+    // Refusal.
+    void finish();
+
+private:
+    std::filesystem::path place_;
+    std::optional<io::NewFolder> folder_;
+};
+
+// True where all the files in a folder are such as a proof has, and its page is one.
+bool isProofFolder(const std::filesystem::path &folder);
+
+}  // namespace riders::proof

@@ -1,0 +1,123 @@
+#include "proof/report/report.h"
+
+#include <string_view>
+
+#include "io/output.h"
+#include "proof/facts/decimal.h"
+#include "proof/report/plate_row.h"
+#include "proof/report/template.h"
+
+namespace riders::proof {
+
+extern const std::string_view kPage, kStyle;  // page.html and page.css
+
+namespace {
+
+std::string counted(size_t count, const std::string &what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string millimetres(double inches)
+{
+    return decimal(inches * 25.4, 0);
+}
+
+std::string warningList(const PageFacts &page)
+{
+    std::string items;
+    for (const std::string &warning : page.warnings)
+        items += part("warning", {{"warning", escaped(warning)}});
+    return items.empty() ? "" : part("warnings", {{"items", items}});
+}
+
+std::string loupeMark(const PageFacts &page)
+{
+    if (page.rosette.empty() || page.width <= 0 || page.height <= 0)
+        return "";
+    const auto share = [](double a, double b) { return decimal(100 * a / b, 2); };
+    return part("loupe-mark", {{"left", share(page.loupe.left, page.width)},
+                               {"top", share(page.loupe.top, page.height)},
+                               {"width", share(page.loupe.width, page.width)},
+                               {"height", share(page.loupe.height, page.height)}});
+}
+
+std::string loupes(const PageFacts &page)
+{
+    if (page.rosette.empty())
+        return part("no-ink");
+    std::string figures;
+    for (const PlateFacts &plate : page.plates)
+        if (!plate.picture.empty())
+            figures += part("figure", {{"picture", escaped(plate.picture)}, {"plate", escaped(plate.name)}});
+    return part("loupes", {{"rosette", escaped(page.rosette)}, {"figures", figures}});
+}
+
+std::string pageSection(const PageFacts &page, double dpi)
+{
+    std::string rows;
+    for (const PlateFacts &plate : page.plates)
+        rows += plateRow(plate, dpi);
+    return part("section", {{"number", std::to_string(page.number)},
+                            {"width", millimetres(page.width)},
+                            {"height", millimetres(page.height)},
+                            {"warnings", warningList(page)},
+                            {"picture", escaped(page.picture)},
+                            {"loupe", loupeMark(page)},
+                            {"rows", rows},
+                            {"loupes", loupes(page)}});
+}
+
+std::string summary(const ProofFacts &facts)
+{
+    size_t warnings = 0;
+    std::string links;
+    for (const PageFacts &page : facts.pages) {
+        warnings += page.warnings.size();
+        if (!page.warnings.empty())
+            links += (links.empty() ? "" : ", ") + part("page-link", {{"number", std::to_string(page.number)}});
+    }
+    return warnings == 0 ? part("nothing-to-warn-of")
+                         : part("warned-pages", {{"count", counted(warnings, "warning")}, {"links", links}});
+}
+
+std::string words(const std::vector<std::string> &said)
+{
+    std::string lines;
+    for (const std::string &line : said)
+        lines += escaped(line) + "\n";
+    return said.empty() ? "" : part("said", {{"lines", lines}});
+}
+
+}  // namespace
+
+std::string proofMark()
+{
+    return part("mark");
+}
+
+std::string reportOf(const ProofFacts &facts)
+{
+    std::string sections;
+    for (const PageFacts &page : facts.pages)
+        sections += pageSection(page, facts.dpi);
+    return filled(kPage, {{"mark", proofMark()},
+                          {"title", escaped(facts.job.substr(0, 200))},
+                          {"style", std::string(kStyle)},
+                          {"job", escaped(facts.job)},
+                          {"pages", counted(facts.pages.size(), "page")},
+                          {"dpi", decimal(facts.dpi, 0)},
+                          {"riders", facts.riders.empty() ? "as it is" : "with " + escaped(facts.riders)},
+                          {"summary", summary(facts)},
+                          {"sections", sections},
+                          {"words", words(facts.said)}});
+}
+
+void writeReport(const std::filesystem::path &file, const ProofFacts &facts)
+{
+    io::Output out(file);
+    io::writeAll(out.file(), reportOf(facts));
+    out.finish();
+}
+
+}  // namespace riders::proof

@@ -1,0 +1,24 @@
+// What a user asks of a proof.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "plates/interpreter/limits.h"
+
+namespace riders::proof {
+
+inline constexpr int kLeastProofDpi = 72;
+inline constexpr int kMostProofDpi = 4800;
+
+struct ProofRequest {
+    std::filesystem::path job;          // PostScript, EPS or PDF, recognised by its first bytes
+    std::filesystem::path riders = {};  // added to the job first; empty for none
+    std::filesystem::path folder = {};  // where the proof goes; empty: the job's name and -proof, here
+    std::string pages = {};             // as in 1,3-5; empty for all
+    int dpi = 1200;                     // kLeastProofDpi to kMostProofDpi
+    plates::InterpreterLimits limits = {};
+    int cores = 0;  // interpreters and threads at a time; 0: as many as there are cores
+};
+
+}  // namespace riders::proof

@@ -1,0 +1,36 @@
+// What the interpreter writes about a job's screens, read.
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "meter/meter.h"
+#include "plates/interpreter/interpreter_words.h"
+
+namespace {
+
+// The order of a spot function's values is what counts, and a job may write anything.
+TEST(InterpreterWords, ShapesAreRecognisedByTheirValues)
+{
+    const auto shapeOf = [](double (*spot)(double, double)) {
+        std::ostringstream line;
+        line << "%%ProofShape";
+        for (int i = 0; i < 49; ++i)
+            line << ' ' << spot((i % 7 - 3) / 3.3, (i / 7 - 3) / 3.5);
+        line << " Cyan";
+        riders::plates::InterpreterWords words;
+        words.take("%%ProofPage");
+        words.take(line.str());
+        words.take("%%ProofPage");
+        return words.report().pages[0].at("Cyan").shape;
+    };
+    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots())
+        EXPECT_EQ(shapeOf(spot.value), spot.name);
+    EXPECT_EQ(shapeOf([](double x, double y) { return -5 * (x * x + y * y); }), "Round");
+    EXPECT_EQ(shapeOf([](double x, double y) { return x * y; }), "");
+    riders::plates::InterpreterWords words;
+    for (const char *line : {"%%ProofShape ", "%%ProofShape 1 2 3 Cyan", "%%ProofShape x"})
+        EXPECT_FALSE(words.take(line));
+    EXPECT_TRUE(words.report().said.empty());
+}
+
+}  // namespace

@@ -1,0 +1,22 @@
+// The names of plates, for people and for files.
+#include <gtest/gtest.h>
+
+#include "plates/files/plate_names.h"
+
+namespace {
+
+namespace plates = riders::plates;
+
+TEST(PlateNames, FilesAreNamedPlainly)
+{
+    std::set<std::string> taken = {"all"};
+    EXPECT_EQ(plates::fileNameFor("PANTONE 185 C", taken), "pantone-185-c");
+    EXPECT_EQ(plates::fileNameFor("Pantone-185-C", taken), "pantone-185-c-2");
+    EXPECT_EQ(plates::fileNameFor("All", taken), "all-2");
+    EXPECT_EQ(plates::fileNameFor("../..", taken), "ink");
+    EXPECT_EQ(plates::fileNameFor("", taken), "ink-2");
+    EXPECT_EQ(plates::fileNameFor(std::string(300, 'x'), taken).size(), 40u);
+    EXPECT_EQ(plates::plateNameFrom("a%2Fb%25 %zz%4"), "a/b% %zz%4");
+}
+
+}  // namespace
