@@ -23,7 +23,7 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
 
 int main(int argc, char **argv)
 {
-    // A file that may not grow any further is a full disk, to be told and
+    // A file that may not grow any further is a full disk, to be reported and
     // tidied up after, not the end of the process.
     signal(SIGXFSZ, SIG_IGN);
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};

@@ -9,7 +9,7 @@
 namespace riders::app {
 namespace {
 
-// How long the loop sleeps when nobody does anything, before it lets the
+// How long the loop sleeps when nothing happens, before it lets the
 // plug-in have its idle call.
 constexpr uint32_t idleTicks = 10 * 60;
 

@@ -7,7 +7,7 @@
 
 namespace riders::app {
 
-// Each answers an empty path when the person cancels.
+// Each returns an empty path when the person cancels.
 std::filesystem::path askForJob();
 std::filesystem::path askForRiders();
 // Where a job is to be saved; proposed is what the dialog opens with. The

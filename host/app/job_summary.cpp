@@ -4,8 +4,8 @@
 #include <fstream>
 #include <memory>
 
-#include "io/bytes.h"
 #include "apply/job_structure.h"
+#include "io/bytes.h"
 
 namespace riders::app {
 namespace {

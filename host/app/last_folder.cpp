@@ -49,7 +49,7 @@ void writeFolder(const fs::path &file, const fs::path &folder)
         io::writeAll(out.file(), folder.string());
         out.finish();
     } catch (const io::Refusal &) {
-        // It is no more than a convenience: nobody is to be held up for it.
+        // It is only a convenience, not worth stopping anyone for.
     }
 }
 

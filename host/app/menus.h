@@ -25,7 +25,7 @@ public:
 
     // Enables and marks what is to be, before a choice is made.
     void update(bool documentOpen);
-    // What MenuSelect or MenuKey answered.
+    // What MenuSelect or MenuKey returned.
     Command chosen(int32_t choice) const;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace riders::app {
 
-// Opens the window and runs until the person quits. Answers what went wrong,
+// Opens the window and runs until the person quits. Returns what went wrong,
 // for standard error; empty when all went well.
 std::string startOnDesktop(const AppRequest &request);
 

@@ -12,7 +12,7 @@ enum class Words { notStated = 1, inThisJob, none, saveWith, saveWithout, ending
 // UTF-8.
 std::string words(Words which);
 
-// The top left, global, at which the 'DLOG' or 'ALRT' (told by its type) lies in
+// The top left, global, at which the 'DLOG' or 'ALRT' (whichever the type says) lies in
 // the middle of the main screen, a third of the free height down.
 Point centered(ResType type, int id);
 

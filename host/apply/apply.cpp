@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "io/bytes.h"
 #include "apply/job_structure.h"
 #include "apply/markers.h"
+#include "io/bytes.h"
 #include "io/output.h"
 #include "io/refusal.h"
 

@@ -22,7 +22,7 @@ struct Marker {
 // How every opening line begins, also a damaged one.
 inline constexpr std::string_view kOpeningWord = "%RidersBegin:";
 inline constexpr std::string_view kClosingLine = "%RidersEnd\n";
-// Tells the fragment that the pages are turned by a quarter to the left: an
+// Lets the fragment know that the pages are turned by a quarter to the left: an
 // interpreter does not see the comment that says so, and most programs have
 // turned the axes back when they put a sheet out.
 inline constexpr std::string_view kLandscapeLine = "userdict /Zu3_RidersTurns 1 put\n";

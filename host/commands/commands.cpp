@@ -5,8 +5,8 @@
 #include <iostream>
 
 #include "app/start.h"
-#include "plugin/plugin.h"
 #include "io/interruption.h"
+#include "plugin/plugin.h"
 
 namespace riders::commands {
 namespace {

@@ -31,7 +31,7 @@ private:
     void addProof(CLI::App &app);
 
     std::string name_;
-    std::function<std::string()> chosen_;  // answers what went wrong, or nothing
+    std::function<std::string()> chosen_;  // returns what went wrong, or nothing
     make::MakeRequest make_;
     play::PlayRequest play_;
     proof::ProofRequest proof_;

@@ -1,4 +1,4 @@
-// Being told to stop, by Ctrl-C or a polite kill.
+// Requests to stop, by Ctrl-C or a polite kill.
 #pragma once
 
 #include <signal.h>

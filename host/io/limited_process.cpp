@@ -13,8 +13,8 @@
 #include <algorithm>
 #include <chrono>
 
-#include "io/refusal.h"
 #include "io/interruption.h"
+#include "io/refusal.h"
 
 namespace riders::io {
 namespace {

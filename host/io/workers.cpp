@@ -80,7 +80,7 @@ void Workers::run()
         } catch (...) {
             failure = std::current_exception();
         }
-        work = {};  // what it held is let go before others are told
+        work = {};  // what it held is released before others are woken
         lock.lock();
         --busy_;
         if (failure && !failure_) {

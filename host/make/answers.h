@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "make/make.h"
+#include "make/request.h"
 #include "toolbox/host/user.h"
 
 namespace riders::make {

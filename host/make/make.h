@@ -1,31 +1,13 @@
 // `riders make`: the plug-in's own dialogs, answered without a screen.
 #pragma once
 
-#include <filesystem>
-#include <optional>
 #include <string>
+
+#include "make/request.h"
 
 namespace riders::make {
 
-struct MakeRequest {
-    std::filesystem::path plugin;
-    std::filesystem::path output;
-    // As the user wrote them, with a period; what is not named is left to the
-    // printer.
-    std::optional<std::string> frequency;  // lines per inch
-    std::optional<std::string> angle;      // degrees
-    std::optional<std::string> spot;       // a dot shape of the menu, or a file
-    std::optional<std::string> flatness;
-    std::optional<std::string> annotation;  // UTF-8
-    std::optional<std::string> font;
-    std::optional<std::string> size;  // points
-    bool errorHandler = false;
-    // Start from the user's saved settings and save them again; otherwise they
-    // are neither read nor written.
-    bool saveSettings = false;
-};
-
-// Makes the riders file. Answers the message for standard error, empty when it
+// Makes the riders file. Returns the message for standard error, empty when it
 // was made; otherwise nothing was written and an old file is as it was.
 std::string make(const MakeRequest &request);
 

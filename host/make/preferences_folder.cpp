@@ -15,7 +15,7 @@ std::filesystem::path newFolderIn(const std::filesystem::path &parent)
 
 }  // namespace
 
-// In memory where that can be had: nobody will read these settings again, so
+// In memory where that can be had: these settings are never read again, so
 // no disk need turn for them.
 PreferencesFolder::PreferencesFolder(bool usersOwn)
 {

@@ -8,7 +8,7 @@ namespace riders::meter {
 
 // Borrowed rows of bits: whoever makes it keeps them alive. The leftmost pixel
 // is the highest bit of a row's first byte; 1 is ink; row 0 is the top of the
-// sheet. Bits behind the width are never looked at.
+// sheet. Bits past the width are never looked at.
 struct BitPage {
     const std::uint8_t *bits = nullptr;
     int width = 0, height = 0;  // pixels

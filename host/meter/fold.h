@@ -56,7 +56,7 @@ private:
     bool lines_ = false;
 };
 
-// Tells where in a window the pixels agree with its average cell.
+// Finds out where in a window the pixels agree with its average cell.
 class CellFit {
 public:
     // All must outlive it.

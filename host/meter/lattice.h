@@ -4,7 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "meter/meter.h"
+#include "meter/bit_page.h"
+#include "meter/wave.h"
 
 namespace riders::meter {
 

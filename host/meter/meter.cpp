@@ -141,7 +141,7 @@ ScreenReading readWindow(const BitPage &page, const PageWindow &window, const st
 }
 
 // Takes strips off the sides where the pixels do not agree with the cell: a
-// neighbour of the tint that its ink alone did not tell. Nothing, when most disagree.
+// neighbour of the tint that its ink alone did not show. Nothing, when most disagree.
 PageWindow trimmed(const BitPage &page, const ScreenReading &reading, const Lattice &lattice)
 {
     const CellFit fit(page, reading.window, lattice);

@@ -11,27 +11,20 @@
 // of another screen.
 //
 // All calls may come from several threads at once. None throws but for memory;
-// a page without a screen is an answer, not an error.
+// a page without a screen is a result, not an error.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "meter/bit_page.h"
+#include "meter/spots.h"
+#include "meter/wave.h"
 
 namespace riders::meter {
 
-// A spot function as setscreen takes it: x and y from -1 to 1 over a cell, the
-// highest values are inked first.
-using SpotFunction = std::function<double(double x, double y)>;
-
 enum class ScreenKind { none, dots, lines };
-
-struct Wave {
-    double x = 0, y = 0;  // periods a pixel, to the right and down the sheet
-};
 
 // A regular unevenness that is coarser than the screen itself.
 struct Beat {
@@ -62,7 +55,7 @@ struct ScreenReading {
 };
 
 // Even tints of the page, from 1.5 to 98.5 % of ink, the largest first, 3
-// inches a side at most, not overlapping. They are told by their ink alone, in
+// inches a side at most, not overlapping. They are found by their ink alone, in
 // tenths of an inch: text can slip in, and a window can reach that far over the
 // edge of a tint of nearly the same ink. readScreen tries them in this order and
 // trims what does not agree.
@@ -82,14 +75,6 @@ struct Likeness {
     int quarterTurns = 0;  // 0 to 3, to add to the angle
 };
 Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const SpotFunction &spot);
-
-// Spot functions by name: those of the menu, and the usual ones of PostScript.
-// Formulas from the PostScript Language Reference, third edition, section 7.4.
-struct NamedSpot {
-    const char *name;
-    double (*value)(double x, double y);
-};
-const std::vector<NamedSpot> &namedSpots();
 
 // The named spot function that is most like the reading's cell; empty for no
 // screen. At low and high ink many look the same: then the first of them.

@@ -3,7 +3,8 @@
 
 #include <vector>
 
-#include "meter/meter.h"
+#include "meter/bit_page.h"
+#include "meter/wave.h"
 
 namespace riders::meter {
 
@@ -25,7 +26,8 @@ public:
     bool standsOut(const Peak &peak) const;
     // Strongest peak within two steps of the wave, folded back where it is too fast for the blocks.
     Peak peakNear(const Wave &wave) const;
-    // Strongest line slower than this many periods a pixel; lines too slow to be told from an edge left out.
+    // Strongest line slower than this many periods a pixel; lines too slow to be distinguished from an edge left
+    // out.
     Peak strongestBelow(double frequency) const;
 
     int across() const { return across_; }  // pixels of the page

@@ -1,11 +1,9 @@
-// Spot functions by name.
+#include "meter/spots.h"
+
 #include <cmath>
 #include <numbers>
 
-#include "meter/meter.h"
-
 namespace riders::meter {
-
 namespace {
 
 double ellipse(double x, double y)

@@ -1,4 +1,4 @@
-// The words of one step behind its verb.
+// The words of one step after its verb.
 #pragma once
 
 #include <cstdint>

@@ -25,7 +25,7 @@ struct PlayRequest {
     std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Screen> &)> seat;
 };
 
-// Plays the script to its end. Answers the message for standard error, empty
+// Plays the script to its end. Returns the message for standard error, empty
 // when the session went as the script says: "session.play:12: no dialog is
 // open". The trace is written either way.
 std::string play(const PlayRequest &request);

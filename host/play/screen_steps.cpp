@@ -32,7 +32,7 @@ Rect frontDialogView()
 // One screen, numbered from 1, or what it shows of the front dialog.
 toolbox::Picture pictureNow(toolbox::HeadlessMachine &machine, int number, bool dialogOnly)
 {
-    GetMainDevice();  // between dialogs nobody has looked at changed screens yet
+    GetMainDevice();  // between dialogs nothing has looked at changed screens yet
     const std::vector<toolbox::Screen> screens = machine.screens();
     auto index = static_cast<std::size_t>(number - 1);
     if (index >= screens.size())

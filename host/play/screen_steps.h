@@ -2,7 +2,7 @@
 #pragma once
 
 #include "play/arguments.h"
-#include "play/steps.h"
+#include "play/stage.h"
 
 namespace riders::play {
 

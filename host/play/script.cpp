@@ -24,7 +24,7 @@ char escaped(char letter, int line)
     throw toolbox::ScriptError{line, std::string("unknown escape \\") + letter};
 }
 
-// Reads a quoted text that starts at position; leaves position behind it.
+// Reads a quoted text that starts at position; leaves position after it.
 std::string quotedWord(const std::string &line, std::size_t &position, int number)
 {
     std::string word;

@@ -6,8 +6,8 @@
 
 namespace riders::proof {
 
-// A line on standard error that is written over and over, and taken away at
-// the end; nothing at all where standard error is no terminal. May be told
+// A line on standard error that is written over and over, and removed at
+// the end; nothing at all where standard error is no terminal. May be called
 // from several threads.
 class Progress {
 public:

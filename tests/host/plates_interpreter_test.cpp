@@ -3,7 +3,7 @@
 
 #include <sstream>
 
-#include "meter/meter.h"
+#include "meter/spots.h"
 #include "plates/interpreter/interpreter_words.h"
 
 namespace {

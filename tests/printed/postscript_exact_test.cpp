@@ -2,8 +2,8 @@
 #include <bit>
 #include <cmath>
 
-#include "printed/postscript_support.h"
 #include "meter/meter.h"
+#include "printed/postscript_support.h"
 
 namespace {
 

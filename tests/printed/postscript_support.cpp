@@ -8,7 +8,7 @@
 #include <numbers>
 #include <sstream>
 
-#include "meter/meter.h"
+#include "meter/spots.h"
 
 namespace {
 

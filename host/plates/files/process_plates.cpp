@@ -21,7 +21,7 @@ struct CloseFile {
     void operator()(FILE *file) const { fclose(file); }
 };
 
-// The bytes of a PCX file behind its header, the runs undone.
+// The bytes of a PCX file after its header, its runs expanded.
 class PcxBytes {
 public:
     explicit PcxBytes(const fs::path &file) : file_(fopen(file.c_str(), "rb"))

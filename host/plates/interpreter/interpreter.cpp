@@ -4,9 +4,9 @@
 
 #include <sstream>
 
+#include "io/limited_process.h"
 #include "io/output.h"
 #include "io/refusal.h"
-#include "io/limited_process.h"
 
 namespace riders::plates {
 

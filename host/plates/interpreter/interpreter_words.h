@@ -1,4 +1,4 @@
-// What Ghostscript and the prolog of a proof tell while they run a job.
+// What Ghostscript and prolog.ps write while they run a job, read.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@ using AskedScreens = std::map<std::string, AskedScreen>;
 
 struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
-    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter tells them: of PostScript
+    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: of PostScript
                                       // all pages of the job, of PDF those asked for
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
@@ -33,8 +33,8 @@ public:
     bool take(std::string_view line);
 
     const InterpreterReport &report() const { return report_; }
-    // Why the interpreter failed, in its words; that it may lack memory is told
-    // with how much it may have.
+    // Why the interpreter failed, in its words; where it lacked memory, with how
+    // much it may have.
     std::string failure(int megabytes) const;
 
 private:

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "meter/meter.h"
+#include "meter/spots.h"
 
 namespace riders::plates {
 namespace {

@@ -14,7 +14,7 @@ enum class JobKind { postScript, eps, pdf };
 // Throws Refusal for a file of no such kind. An EPS in the binary wrapper that carries a preview is eps.
 JobKind kindOfJob(const std::filesystem::path &job);
 
-// The first bytes of a job, as many as tell its kind. Throws Refusal.
+// The first bytes of a job, as many as show its kind. Throws Refusal.
 std::string headOf(const io::OpenFile &job);
 // Whether it begins with the binary wrapper of an EPS.
 bool isWrapped(std::string_view head);

@@ -1,4 +1,4 @@
-// A job made ready for the interpreter: its kind told, the riders file in it.
+// A job made ready for the interpreter: its kind known, the riders file added.
 #pragma once
 
 #include <filesystem>

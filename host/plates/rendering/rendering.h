@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "plates/files/plate.h"
 #include "plates/interpreter/interpreter.h"
-#include "plates/files/plate_files.h"
-#include "proof/proof.h"
 #include "plates/survey/survey.h"
 
 namespace riders::plates {

@@ -6,7 +6,7 @@
 namespace riders::plates {
 
 // PostScript that runs ahead of a job. It takes the place of the operators that set colours, as far as
-// PostScript allows: a job can go round it, and what it paints then is wrong. See spot_inks.h.
+// PostScript allows: a job can get past it, and what it paints then is wrong. See spot_inks.h.
 
 // Spot inks are painted as white: what is left are the process plates.
 std::string processInksOnly();

@@ -3,8 +3,8 @@
 
 #include <set>
 
-#include "plates/rendering/rendering.h"
 #include "io/workers.h"
+#include "plates/rendering/rendering.h"
 
 namespace riders::plates {
 
@@ -13,9 +13,9 @@ struct SpotInks {
     std::map<std::string, std::array<double, 4>> inks;  // see InterpreterReport, where pages were looked at
 };
 
-// Renders the pages with spot inks small and in both ways, and compares them bit for bit: a job can go round
+// Renders the pages with spot inks small and in both ways, and compares them bit for bit: a job can get past
 // what takes its inks apart. None are looked at where it is not worth the time: at a low resolution (`dpi`), with
-// many inks, or in a PDF, which has its inks taken apart by nothing.
+// many inks, or in a PDF, whose inks cannot be taken apart.
 SpotInks lookAtSpotInks(const RenderedJob &job, double dpi, const std::filesystem::path &work,
                         io::Workers &workers);
 

@@ -22,7 +22,7 @@ struct AskedFor {
 AskedFor askedByRiders(const std::filesystem::path &riders);
 
 // What holds for a plate: first the riders file's values, then the screen in
-// force at the page's end, which is nobody's when it is the interpreter's own.
+// force at the page's end, which counts as asked for by nobody when it is the interpreter's own.
 AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates::AskedScreens &page,
                   const plates::AskedScreens &interpreter);
 
