@@ -97,7 +97,8 @@ fs::path proof(const ProofRequest &request)
 
     io::Interruption interruption;
     ProofFolder folder(placeOf(request));
-    writeReport(folder.page(), proofPages(request, pages, folder));
+    const ProofFacts facts = proofPages(request, pages, folder);
+    writeReport(folder.page(), facts);
     io::Interruption::check();
     folder.finish();
     return placeOf(request) / kPageName;
