@@ -11,8 +11,8 @@ void measureApply(const std::filesystem::path &riders);
 // The settings dialog from start to painted, its repaint, a popup, and the list
 // of a folder of 10,000 files.
 void measureDialogs(const std::filesystem::path &riders);
-// The window on a display that nobody looks at: its memory, and the processor's
-// time while nobody does anything.
+// The window on a display without a person: its memory, and the processor's
+// time while nothing is done.
 void measureDesktop(const std::filesystem::path &riders);
 // A spot function of 100 MB imported, against reading it.
 void measureImport();

@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// `riders` with its window on a display that nobody looks at.
+// `riders` with its window on a display without a person.
 class RunningHost {
 public:
     RunningHost(const std::filesystem::path &riders, const Workplace &place)
@@ -73,7 +73,7 @@ public:
         throw std::runtime_error("the program has ended");
     }
 
-    // Of one core, while nobody does anything.
+    // Of one core, while nothing is done.
     double idlePercent() const
     {
         constexpr auto length = 10s;
@@ -83,7 +83,7 @@ public:
     }
 
 private:
-    // Fields 14 and 15 behind the name, which may hold anything.
+    // Fields 14 and 15 after the name, which may hold anything.
     double processorSeconds() const
     {
         std::ifstream file("/proc/" + std::to_string(process_) + "/stat");

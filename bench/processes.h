@@ -24,7 +24,7 @@ struct Pair {
     double ratio() const { return ours / theirs; }
 };
 // Runs both in turn, rounds times, after one round that does not count, and
-// answers the medians. Each answers its seconds.
+// returns the medians. Each returns its seconds.
 Pair sideBySide(int rounds, const std::function<double()> &ours, const std::function<double()> &theirs);
 
 void printHeading(const char *heading);

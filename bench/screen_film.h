@@ -20,7 +20,7 @@ private:
     double dpi_;
 };
 
-// Runs the files, one behind the other, to films of that size in inches, named page%d.pbm in the
+// Runs the files, one after the other, to films of that size in inches, named page%d.pbm in the
 // folder. Throws when Ghostscript fails.
 ProcessRun runToFilm(const std::filesystem::path &folder, const std::vector<std::string> &files, double dpi,
                      double width, double height);

@@ -35,7 +35,7 @@ private:
     void show();
     void add();
     void takeOut();
-    // Asks for a name, does it, and shows the job that came of it.
+    // Asks for a name, does it, and shows the resulting job.
     void save(bool with, const std::function<void(const std::filesystem::path &out)> &write);
     std::filesystem::path proposedName(bool with) const;
 

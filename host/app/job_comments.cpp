@@ -30,7 +30,7 @@ std::optional<std::string_view> valueOf(std::string_view line, std::string_view 
     return line.substr(start, line.find_last_not_of(" \t") + 1 - start);
 }
 
-// A title may stand as a PostScript string. Bytes that are no UTF-8 are taken
+// A title may be a PostScript string. Bytes that are no UTF-8 are taken
 // for what a Macintosh would write.
 std::string asText(std::string_view value)
 {

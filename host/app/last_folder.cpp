@@ -21,7 +21,7 @@ fs::path keepingFile(bool make)
     return toolbox::folders::pathOf(volume, folder) / "Last Folder";
 }
 
-// A path is shorter; what is longer is not ours.
+// Every path is shorter; what is longer was not written by this program.
 constexpr std::size_t longest = 4096;
 
 // The path as it is, without a line end: a name may end in one. Empty for
@@ -45,9 +45,7 @@ fs::path readFolder(const fs::path &file)
 void writeFolder(const fs::path &file, const fs::path &folder)
 {
     try {
-        io::Output out(file);
-        io::writeAll(out.file(), folder.string());
-        out.finish();
+        io::writeFile(file, folder.string());
     } catch (const io::Refusal &) {
         // It is only a convenience, not worth stopping anyone for.
     }

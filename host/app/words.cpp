@@ -12,7 +12,7 @@ constexpr int16_t stringList = 1000;
 constexpr int16_t problemAlert = 1010;
 constexpr int16_t menuBarHeight = 20;
 
-// How the bounds stand at the beginning of both kinds of template.
+// Both kinds of template begin with the bounds.
 struct Bounds {
     BigInt16 top, left, bottom, right;
 };

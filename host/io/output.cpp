@@ -129,4 +129,11 @@ void Output::finish()
     temporary_.clear();
 }
 
+void writeFile(const fs::path &path, std::string_view bytes)
+{
+    Output out(path);
+    writeAll(out.file(), bytes);
+    out.finish();
+}
+
 }  // namespace riders::io

@@ -33,4 +33,7 @@ private:
     void (*oldPipeHandler_)(int);
 };
 
+// A file of these bytes, wholly new or as it was. Throws Refusal.
+void writeFile(const std::filesystem::path &path, std::string_view bytes);
+
 }  // namespace riders::io

@@ -66,8 +66,8 @@ Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request) : user
     user_.onSurprise([this](int) { return surprised(); });
 }
 
-// Everything is chosen, also what was not named: a saved setting must not find
-// its way into a file that did not ask for it.
+// Everything is chosen, also what was not named: a saved setting must not get
+// into a file that was made without asking for it.
 void Answers::queue()
 {
     user_.in(settingsDialog);
@@ -175,7 +175,7 @@ int Answers::notOffered(const std::string &words, const std::vector<std::string>
     return giveUp(words + "; there are " + offered);
 }
 
-// Lets go of the menu without a choice, and closes what is open.
+// Releases the menu without a choice, and closes what is open.
 int Answers::giveUp(const std::string &words)
 {
     refuse(words);

@@ -16,7 +16,7 @@ std::filesystem::path newFolderIn(const std::filesystem::path &parent)
 }  // namespace
 
 // In memory where that can be had: these settings are never read again, so
-// no disk need turn for them.
+// they need not go to a disk.
 PreferencesFolder::PreferencesFolder(bool usersOwn)
 {
     if (usersOwn)

@@ -1,4 +1,4 @@
-// Even tints, found by the ink of blocks of a tenth of an inch.
+// Flat tints, found by the ink of blocks of a tenth of an inch.
 #include <algorithm>
 #include <cmath>
 

@@ -9,7 +9,7 @@ namespace riders::play {
 
 class Film {
 public:
-    // Keeps every so manyth picture of that part (global, on the main screen),
+    // Keeps one of every `every` pictures of that part (global, on the main screen),
     // the first one among them; 200 at most.
     Film(const Rect &view, int every) : view_(view), every_(every) {}
 

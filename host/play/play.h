@@ -20,7 +20,7 @@ struct PlayRequest {
     std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
     std::vector<toolbox::Screen> screens;
-    // Where the scripted person sits down; a HeadlessMachine with those screens
+    // The machine that the scripted person uses; a HeadlessMachine with those screens
     // unless set.
     std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Screen> &)> seat;
 };

@@ -11,7 +11,7 @@ namespace riders::play {
 enum { shortestSide = 64, longestSide = 8192, largestScale = 3 };
 
 // WIDTHxHEIGHTxDEPTH or WIDTHxHEIGHTxDEPTH@SCALE, several joined by +, left to
-// right; empty when it does not read so. Depths are 1, 2, 4, 8 and 32, sides 64
+// right; empty when it is none of these. Depths are 1, 2, 4, 8 and 32, sides 64
 // to 8192 pixels, scales 1 to 3 device pixels to a pixel; 1 where none is given.
 std::vector<toolbox::Screen> screensFromText(const std::string &text);
 

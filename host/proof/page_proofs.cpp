@@ -25,7 +25,7 @@ PlateFacts startedPlate(const std::string &plate, const PlateLook &look, Colour 
     facts.ink = ink;
     facts.tints = look.tints;
     facts.even = look.even;
-    facts.evenTint = look.evenInk;
+    facts.flatTint = look.flatInk;
     facts.loupe = look.loupe;
     facts.asked = asked;
     return facts;

@@ -1,5 +1,5 @@
 // Any bytes as a page's process plates: read or refused, all four alike, and
-// nothing behind their width.
+// nothing past their width.
 #include <sys/mman.h>
 #include <unistd.h>
 

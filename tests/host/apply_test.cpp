@@ -185,7 +185,7 @@ TEST_F(Apply, NamedPipeIsWrittenTo)
     EXPECT_EQ(std::string(bytes, static_cast<size_t>(got)), applied(plainJob));
 }
 
-// Longer than what is looked at, with data that tells its place.
+// Longer than what is looked at, with data that shows where it is.
 std::string longJob()
 {
     std::string job = "%!PS\n%%EndProlog\n";

@@ -1,4 +1,4 @@
-// The meter on pages that are small, odd or full of noise: it answers, and looks at nothing outside.
+// The meter on pages that are small, odd or full of noise: it returns, and looks at nothing outside.
 #include <cmath>
 #include <cstring>
 #include <memory>

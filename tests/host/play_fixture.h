@@ -19,7 +19,7 @@ protected:
 
     std::string trace() const { return contentsOf(folder / "trace"); }
     // The first of the wanted lines (or beginnings of them) that does not stand
-    // in the trace behind the ones before it.
+    // in the trace after the ones before it.
     std::string firstNotTraced(const std::vector<std::string> &wanted) const
     {
         std::istringstream in(trace());

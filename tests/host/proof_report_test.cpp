@@ -106,7 +106,7 @@ TEST(ProofReport, WarnsWhereTheDotsHaveAnotherShape)
 {
     PlateFacts round = plate("Cyan", 60, 45);
     round.asked.shape = "Round";
-    EXPECT_EQ(warnings({round}), Words{});  // not told
+    EXPECT_EQ(warnings({round}), Words{});  // not recognised
     round.measured.shape = "Round";
     EXPECT_EQ(warnings({round}), Words{});
     round.measured.shape = "Line";

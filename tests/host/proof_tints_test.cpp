@@ -1,6 +1,6 @@
 // Where a proof looks closely, and what tints it finds.
 #include "host/proof_support.h"
-#include "proof/looking/even_tint.h"
+#include "proof/looking/flat_tint.h"
 #include "proof/looking/telling_place.h"
 
 namespace {
@@ -42,13 +42,13 @@ TEST(ProofTints, RangeIsOfTintsLargeEnoughToSee)
     EXPECT_DOUBLE_EQ(range.most, 0.8);
 }
 
-TEST(ProofTints, TheEvenTintIsLargeAndNotTooLight)
+TEST(ProofTints, TheFlatTintIsLargeAndNotTooLight)
 {
     TintPlate plate = blank(600, 400);
     fill(plate, 0, 0, 600, 100, 12);  // larger, but 5 %
     fill(plate, 100, 150, 260, 270, 128);
     fill(plate, 400, 150, 480, 230, 128);
-    const Place place = proof::evenTint(plate, kDpi);
+    const Place place = proof::flatTint(plate, kDpi);
     EXPECT_NEAR(place.left + place.width / 2, 1.8, 0.06);
     EXPECT_NEAR(place.top + place.height / 2, 2.1, 0.06);
     EXPECT_GT(place.left, 1.0);
@@ -57,15 +57,15 @@ TEST(ProofTints, TheEvenTintIsLargeAndNotTooLight)
     EXPECT_LE(place.width, 1.5);
 }
 
-TEST(ProofTints, NoEvenTintInTextOrASlope)
+TEST(ProofTints, NoFlatTintInTextOrASlope)
 {
     TintPlate plate = blank(300, 300);
-    EXPECT_TRUE(proof::evenTint(plate, kDpi).empty());
+    EXPECT_TRUE(proof::flatTint(plate, kDpi).empty());
     fill(plate, 0, 0, 300, 300, 255);
-    EXPECT_TRUE(proof::evenTint(plate, kDpi).empty());
+    EXPECT_TRUE(proof::flatTint(plate, kDpi).empty());
     for (int x = 0; x < 300; ++x)
         fill(plate, x, 0, x + 1, 300, 20 + x / 2);
-    EXPECT_TRUE(proof::evenTint(plate, kDpi).empty());
+    EXPECT_TRUE(proof::flatTint(plate, kDpi).empty());
 }
 
 TEST(ProofTints, TheLoupeIsHeldOverTheMiddleOfATint)

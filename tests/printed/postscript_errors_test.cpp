@@ -1,6 +1,6 @@
-// What the error handler prints when a job fails. The jobs are in broken_jobs; comments in them tell what
+// What the error handler prints when a job fails. The jobs are in broken_jobs; comments in them say what
 // is to be found: the words on the sheet, where the job had painted, where the report is (in points, as the
-// sheet lies), and what Ghostscript is to be told besides.
+// sheet lies), and what Ghostscript is given besides.
 #include <fstream>
 #include <sstream>
 

@@ -148,7 +148,7 @@ TEST(ScreenKept, OneMoreThanTheDeviceHasIsSaid)
               "%%[ riders: 999.0 lines per inch at 0.0 degrees cannot be reached; the nearest is 150.0 ]%%\n");
 }
 
-// A dot shape that is none is told of, leaves the job its own, and the stacks as they were.
+// A dot shape that is none is reported, and leaves the job its own and the stacks as they were.
 class BadSpot : public ::testing::TestWithParam<const char *> {};
 
 TEST_P(BadSpot, LeavesTheJobItsOwn)

@@ -100,7 +100,7 @@ TEST_F(PostScriptScreen, FrequencyAndAngleAreOnThePage)
     }
 }
 
-// Lines have one direction, dots four: this tells 18 degrees from 72 and from 108.
+// Lines have one direction, dots four: this distinguishes 18 degrees from 72 and from 108.
 TEST_F(PostScriptScreen, AngleTurnsClockwiseOnTheSheet)
 {
     const auto measured =

@@ -1,6 +1,6 @@
 // Fills and images on every pair of frequency and angle: on film for one ink, for
 // several, and where the page is painted in bands.
-// Lines too, which tell an angle from what is a quarter turn off.
+// Lines too, which distinguish an angle from one a quarter turn off.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -161,7 +161,7 @@ TEST(Meter, TellsTheShapesOfTheMenuApart)
     }
 }
 
-// An ellipse lies one way: this tells 22.5 degrees from 112.5.
+// An ellipse lies one way: this distinguishes 22.5 degrees from 112.5.
 TEST(Meter, TellsHowACellIsTurned)
 {
     for (double angle : {22.5, 112.5}) {

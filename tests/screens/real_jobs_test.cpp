@@ -101,7 +101,7 @@ protected:
         jobProducers()[0].make(folder, folder / "job.ps");
         job = contentsOf(folder / "job.ps");
     }
-    // Both pages of the job with text put in behind a line of it.
+    // Both pages of the job with text put in after a line of it.
     void expectChosenBehind(const std::string &line, const std::string &text)
     {
         const size_t at = job.find(line + "\n");

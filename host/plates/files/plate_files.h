@@ -1,4 +1,4 @@
-// The files in which the interpreter writes the plates of a page, one or more inks each.
+// The files in which the interpreter writes the plates of a page, with one or more inks in each.
 #pragma once
 
 #include <filesystem>

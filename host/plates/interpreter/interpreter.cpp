@@ -81,29 +81,9 @@ std::string endedBy(const InterpreterRun &run, int signal)
     return "the interpreter was ended by signal " + std::to_string(signal);
 }
 
-}  // namespace
-
-InterpreterReport interpret(const InterpreterRun &run)
+// Does nothing where the interpreter has done all of the job.
+void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
 {
-    // A job may use the temporary folder: not that in which the page files are.
-    const std::filesystem::path folder = std::filesystem::absolute(run.folder);
-    const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
-    std::filesystem::create_directory(temporary);
-    {
-        io::Output out(prolog);
-        io::writeAll(out.file(), kProlog);
-        io::writeAll(out.file(), run.ahead);
-        out.finish();
-    }
-    InterpreterWords words;
-    const io::LimitedResult result =
-        io::runLimited({commandOf(run, prolog), folder, temporary, run.limits.secondsAPage, run.limits.megabytes,
-                        [&](std::string_view line) {
-                            const bool pageEnded = words.take(line);
-                            if (pageEnded)
-                                run.pageEnded();
-                            return pageEnded;
-                        }});
     const std::string where =
         run.job.name.string() + ": page " + std::to_string(pageInWork(run, words.report().pages.size())) + ": ";
     if (result.end == io::RunEnd::timedOut)
@@ -113,6 +93,28 @@ InterpreterReport interpret(const InterpreterRun &run)
         throw io::Refusal(where + endedBy(run, result.status));
     if (result.status != 0)
         throw io::Refusal(where + "the interpreter said: " + words.failure(run.limits.megabytes));
+}
+
+}  // namespace
+
+InterpreterReport interpret(const InterpreterRun &run)
+{
+    // A job may use the temporary folder: not that in which the page files are.
+    const std::filesystem::path folder = std::filesystem::absolute(run.folder);
+    const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
+    std::filesystem::create_directory(temporary);
+    io::writeFile(prolog, std::string(kProlog) + run.ahead);
+    InterpreterWords words;
+    const auto take = [&](std::string_view line) {
+        const bool pageEnded = words.take(line);
+        if (pageEnded)
+            run.pageEnded();
+        return pageEnded;
+    };
+    refuseFailure(run,
+                  io::runLimited({commandOf(run, prolog), folder, temporary, run.limits.secondsAPage,
+                                  run.limits.megabytes, take}),
+                  words);
     return words.report();
 }
 

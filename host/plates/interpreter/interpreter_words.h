@@ -11,15 +11,15 @@ namespace riders::plates {
 
 struct AskedScreen {
     double frequency = 0, angle = 0;  // frequency 0: neither is known
-    std::string shape = {};           // the name of the spot function that inks alike, see meter.h; empty for none
+    std::string shape = {};  // the name of the spot function that inks alike, see meter/spots.h; empty for none
 };
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
 
 struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
-    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: of PostScript
-                                      // all pages of the job, of PDF those asked for
+    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: of
+                                      // PostScript all pages of the job, of PDF those asked for
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
     std::vector<std::string> said;  // its other words, the first hundred lines

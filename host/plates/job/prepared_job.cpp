@@ -44,9 +44,7 @@ fs::path unwrapped(const fs::path &job, const fs::path &folder)
     text.resize(io::readFully(in, text.data(), length));
     if (!text.starts_with("%!"))
         throw damaged;
-    io::Output out(folder / "unwrapped.eps");
-    io::writeAll(out.file(), text);
-    out.finish();
+    io::writeFile(folder / "unwrapped.eps", text);
     return folder / "unwrapped.eps";
 }
 
@@ -79,11 +77,7 @@ void applyNamed(const apply::ApplyRequest &request, const fs::path &name)
 // The riders file as a program of its own, for what has no place for it.
 fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
 {
-    {
-        io::Output empty(folder / "empty.ps");
-        io::writeAll(empty.file(), "%!PS\n");
-        empty.finish();
-    }
+    io::writeFile(folder / "empty.ps", "%!PS\n");
     apply::applyRiders({riders, folder / "empty.ps", folder / "riders.ps"});
     return folder / "riders.ps";
 }

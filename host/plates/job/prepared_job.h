@@ -16,7 +16,7 @@ struct PreparedJob {
 };
 
 // Writes what it needs to into `folder`; the job itself is not touched. Throws Refusal, also
-// where the riders file (empty: none) is none or the job has one in it already.
+// where the riders file (empty: none) is not one, or the job has one in it already.
 PreparedJob prepareJob(const std::filesystem::path &job, const std::filesystem::path &riders,
                        const std::filesystem::path &folder);
 

@@ -32,7 +32,7 @@ struct Survey {
 // What the survey sees of a page, for as long as the call lasts.
 struct PageInTints {
     const SurveyedPage &page;
-    const std::vector<TintPlate> &plates;     // as in the page's
+    const std::vector<TintPlate> &plates;     // as in page.plates
     const std::vector<TintPlate> &composite;  // the four process inks that all its inks come to
     double dpi;
 };

@@ -6,7 +6,7 @@
 
 #include "proof/facts/asked_for.h"
 #include "proof/facts/measured_screen.h"
-#include "proof/looking/even_tint.h"
+#include "proof/looking/flat_tint.h"
 #include "proof/looking/ink_colours.h"
 
 namespace riders::proof {
@@ -17,7 +17,7 @@ struct PlateFacts {
     TintRange tints;
     Place even;           // the best place to measure on, may be empty
     Place loupe;          // what its loupe picture shows
-    double evenTint = 0;  // the tint there, 0 to 1
+    double flatTint = 0;  // the tint there, 0 to 1
     AskedFor asked;
     MeasuredScreen measured;
     std::string film, picture;  // files, relative to the folder; empty when the plate has no ink

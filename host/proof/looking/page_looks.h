@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "plates/survey/survey.h"
-#include "proof/looking/even_tint.h"
+#include "proof/looking/flat_tint.h"
 
 namespace riders::proof {
 
 struct PlateLook {
     TintRange tints;
     Place even;          // the best place to measure on, may be empty
-    double evenInk = 0;  // the tint there, 0 to 1
+    double flatInk = 0;  // the tint there, 0 to 1
     Place loupe;         // where its dots show best; the page's place if they show well there
 };
 

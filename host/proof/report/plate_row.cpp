@@ -87,8 +87,8 @@ std::string inkCell(const PlateFacts &plate)
                    : percent(plate.tints.least) + " to " + percent(plate.tints.most);
     if (plate.tints.solid)
         text += text.empty() ? "solid" : ", and solid";
-    if (plate.measured.found && plate.evenTint > 0)
-        text += note(percent(plate.evenTint) + " is " + percent(plate.measured.ink) + " on the film");
+    if (plate.measured.found && plate.flatTint > 0)
+        text += note(percent(plate.flatTint) + " is " + percent(plate.measured.ink) + " on the film");
     return text.empty() ? "a trace" : text;
 }
 

@@ -115,9 +115,7 @@ std::string reportOf(const ProofFacts &facts)
 
 void writeReport(const std::filesystem::path &file, const ProofFacts &facts)
 {
-    io::Output out(file);
-    io::writeAll(out.file(), reportOf(facts));
-    out.finish();
+    io::writeFile(file, reportOf(facts));
 }
 
 }  // namespace riders::proof

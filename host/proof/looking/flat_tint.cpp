@@ -1,4 +1,4 @@
-#include "proof/looking/even_tint.h"
+#include "proof/looking/flat_tint.h"
 
 #include <algorithm>
 #include <array>
@@ -19,9 +19,9 @@ struct Rectangle {
 // Rectangles of one tint, each as large as it can be, a row of the page at a
 // time: how far each column is even upwards, and for each stretch of a row the
 // rectangles that stand on it.
-class EvenRectangles {
+class FlatRectangles {
 public:
-    EvenRectangles(const plates::TintPlate &plate, double most)
+    FlatRectangles(const plates::TintPlate &plate, double most)
         : plate_(plate), most_(most), columns_(plate.width / kStep), up_(static_cast<size_t>(columns_))
     {
     }
@@ -115,9 +115,9 @@ TintRange tintRange(const plates::TintPlate &plate, double dpi)
     return range;
 }
 
-Place evenTint(const plates::TintPlate &plate, double dpi)
+Place flatTint(const plates::TintPlate &plate, double dpi)
 {
-    const Rectangle found = EvenRectangles(plate, kLongestWindow * dpi / kStep).best();
+    const Rectangle found = FlatRectangles(plate, kLongestWindow * dpi / kStep).best();
     const double edge = 2 * kStep;
     Place place{(found.left + edge) / dpi, (found.top + edge) / dpi, (found.width - 2 * edge) / dpi,
                 (found.height - 2 * edge) / dpi};

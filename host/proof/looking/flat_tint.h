@@ -13,9 +13,9 @@ struct TintRange {
 };
 TintRange tintRange(const plates::TintPlate &plate, double dpi);
 
-// The best even tint to measure a screen on: large, and not too light or dark;
+// The best flat tint to measure a screen on: large, and not too light or dark;
 // 1.5 inches a side at most, which is exact enough here, and a little away from its edges. Empty where no
 // tint is as large as a tenth of an inch.
-Place evenTint(const plates::TintPlate &plate, double dpi);
+Place flatTint(const plates::TintPlate &plate, double dpi);
 
 }  // namespace riders::proof
