@@ -231,6 +231,14 @@ Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const Spo
     return {best.correlation, best.turns};
 }
 
+double likenessToNamed(const BitPage &page, const ScreenReading &reading, const std::string &spot)
+{
+    for (const NamedSpot &named : namedSpots())
+        if (named.name == spot)
+            return likenessTo(page, reading, named.value).correlation;
+    return -1;
+}
+
 std::string nearestSpot(const BitPage &page, const ScreenReading &reading)
 {
     if (!measurable(page, reading))

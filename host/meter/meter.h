@@ -76,6 +76,9 @@ struct Likeness {
 };
 Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const SpotFunction &spot);
 
+// The correlation with a named spot function; -1 where there is none of that name.
+double likenessToNamed(const BitPage &page, const ScreenReading &reading, const std::string &spot);
+
 // The named spot function that is most like the reading's cell; empty for no
 // screen. At low and high ink many look the same: then the first of them.
 std::string nearestSpot(const BitPage &page, const ScreenReading &reading);

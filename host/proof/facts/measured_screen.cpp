@@ -21,23 +21,15 @@ Place middleOf(const Place &place, double side)
     return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
 }
 
-double likeness(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &shape)
-{
-    for (const meter::NamedSpot &spot : meter::namedSpots())
-        if (spot.name == shape)
-            return meter::likenessTo(page, reading, spot.value).correlation;
-    return -1;
-}
-
 std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &expected)
 {
     if (reading.cellPixels < kTellingCell || reading.ink < kLeastInk || reading.ink > 1 - kLeastInk)
         return {};
-    const double like = likeness(page, reading, expected);
+    const double like = meter::likenessToNamed(page, reading, expected);
     if (like > kLike)
         return expected;
     const std::string nearest = meter::nearestSpot(page, reading);
-    const double best = likeness(page, reading, nearest);
+    const double best = meter::likenessToNamed(page, reading, nearest);
     if (best < kLeastLike)
         return {};
     return like > best - kPlainly ? expected : nearest;
