@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 
 using namespace toolbox::files;
 

@@ -2,6 +2,7 @@
 #include "menu_hand.h"
 
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/quickdraw.h"
 #include "windows/desktop.h"
 
@@ -177,7 +178,7 @@ TEST_F(MenuPopup, WideEnoughForTheWidestText)
                width = rowOf(1).right - rowOf(1).left;
                return mouse(Input::Kind::mouseUp, {5, 5});
            }});
-    toolbox::quickdraw::PortInUse port(toolbox::quickdraw::desktopPort());
+    toolbox::quickdraw::PortScope port(toolbox::quickdraw::desktopPort());
     TextFont(systemFont);
     TextSize(12);
     TextFace(normal);

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "resources/forkformat.h"
+#include "toolbox/host/resource_fork.h"
 
 using toolbox::resources::ForkEntry;
 using toolbox::resources::forkBytes;

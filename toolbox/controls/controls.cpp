@@ -6,9 +6,10 @@
 
 #include "controls/look.h"
 #include "controls/scroll_bar.h"
+#include "memory/locked.h"
+#include "session/managers.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
-#include "windows/locked.h"
 #include "windows/window_list.h"
 
 using namespace toolbox;
@@ -60,6 +61,16 @@ void reshape(ControlHandle control, const Rect &r)
 }
 
 }  // namespace
+
+void managers::startControls(const Configuration &)
+{
+    windows::disposeControls = KillControls;
+}
+
+void managers::stopControls()
+{
+    windows::disposeControls = nullptr;
+}
 
 ControlHandle NewControl(WindowPtr window, const Rect *bounds, ConstStr255Param title, Boolean visible, int16_t value,
                          int16_t min, int16_t max, int16_t procID, intptr_t refCon)

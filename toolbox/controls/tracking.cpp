@@ -2,11 +2,11 @@
 #include "controls/look.h"
 #include "controls/scroll_bar.h"
 #include "events/tracking.h"
+#include "memory/locked.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/controls.h"
 #include "toolbox/events.h"
 #include "toolbox/host/trace.h"
-#include "windows/locked.h"
-#include "windows/port_scope.h"
 
 using namespace toolbox;
 
@@ -16,7 +16,7 @@ using ScrollAction = void (*)(ControlHandle, int16_t);
 
 Point localOf(ControlHandle control, Point global)
 {
-    PortScope current((**control).contrlOwner);
+    quickdraw::PortScope current((**control).contrlOwner);
     GlobalToLocal(&global);
     return global;
 }
@@ -54,7 +54,7 @@ void dropRelease()
 
 int16_t trackRepeating(ControlHandle control, int16_t part, ScrollAction action)
 {
-    PortScope current((**control).contrlOwner);
+    quickdraw::PortScope current((**control).contrlOwner);
     Point where;
     bool inside;
     do {

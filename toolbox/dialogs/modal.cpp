@@ -5,11 +5,11 @@
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
 #include "dialogs/quitting.h"
+#include "quickdraw/port_scope.h"
 #include "textedit/keys.h"
 #include "toolbox/events.h"
 #include "toolbox/host/session.h"
 #include "toolbox/system.h"
-#include "windows/port_scope.h"
 #include "windows/window_list.h"
 
 namespace toolbox::dialogs {
@@ -84,7 +84,7 @@ int16_t pressInEditItem(Dialog &dialog, int number, const EventRecord &event, Po
 int16_t press(Dialog &dialog, const EventRecord &event)
 {
     Point local = event.where;
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     GlobalToLocal(&local);
     int number = FindDItem(dialog.pointer(), local) + 1;
     Item *item = dialog.item(number);

@@ -83,7 +83,7 @@ std::optional<int16_t> askToCancel(Dialog &dialog, ModalFilterProcPtr filter)
 
 std::optional<int16_t> askToCancelIfQuitting(Dialog &dialog, const EventRecord &event, ModalFilterProcPtr filter)
 {
-    if (!events::quitWanted())
+    if (!quitAsked())
         dialog.quitAsks = 0;
     else if (event.what == nullEvent)
         return askToCancel(dialog, filter);

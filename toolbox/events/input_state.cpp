@@ -1,13 +1,14 @@
 #include "events/input_state.h"
 
+#include "events/queue.h"
 #include "quickdraw/devices.h"
 #include "quickdraw/present.h"
 #include "toolbox/host/session.h"
-#include "windows/desktop.h"
 
 namespace toolbox::events {
 
 InputState state;
+std::function<void()> displaysChanged;
 
 using Kind = Input::Kind;
 
@@ -40,7 +41,8 @@ static void note(const Input &input)
     switch (input.kind) {
     case Kind::screensChanged:
         quickdraw::rebuildDevices();
-        windows::screensChanged();
+        if (displaysChanged)
+            displaysChanged();
         return;
     case Kind::clipboardChanged:
         return;  // whoever wants to know asks for the clipboard's serial

@@ -20,8 +20,10 @@ void forgetWindow(WindowPtr window);
 // same window is answered again until its update region is empty.
 extern std::function<WindowPtr()> nextWindowNeedingUpdate;
 
-// Whether the person at the machine has asked the program to end.
-bool quitWanted();
+// Set by the Window Manager: called when the machine has announced that its
+// displays have changed, once QuickDraw knows.
+extern std::function<void()> displaysChanged;
+
 // A key struck now, for programs that are to be told something by a key. Not
 // queued.
 EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers = 0);

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 #include "toolbox/types.h"
 
 namespace toolbox::files {

@@ -6,8 +6,8 @@
 #include <deque>
 #include <unordered_map>
 
-#include "managers.h"
 #include "memory/heapcore.h"
+#include "session/managers.h"
 #include "toolbox/host/faults.h"
 
 namespace toolbox::heap {

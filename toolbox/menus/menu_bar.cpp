@@ -5,8 +5,10 @@
 
 #include "menus/answer.h"
 #include "menus/menu_bytes.h"
+#include "menus/menu_list.h"
 #include "quickdraw/dimming.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "windows/desktop.h"
@@ -74,7 +76,7 @@ int itemWithKey(MenuHandle menu, std::uint8_t key)
 
 std::vector<Title> titles()
 {
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     useTitleText();
     std::vector<Title> all;
     Rect bar = qd.screenBits.bounds;
@@ -132,7 +134,7 @@ void HiliteMenu(int16_t id)
 {
     if (id == hilited)
         return;
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     invertTitle(hilited);
     invertTitle(id);
     hilited = id;

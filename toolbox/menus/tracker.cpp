@@ -2,9 +2,9 @@
 
 #include <cstdlib>
 
-#include "events/queue.h"
 #include "events/tracking.h"
 #include "toolbox/events.h"
+#include "toolbox/host/quit.h"
 
 namespace toolbox::menus {
 namespace {
@@ -57,7 +57,7 @@ int Tracker::track()
 
 void Tracker::timePassed()
 {
-    if (events::quitWanted() || TickCount() - begun_ > hour)
+    if (quitAsked() || TickCount() - begun_ > hour)
         finish(0);
     else if (down_ && down_->view().scrollsAt(mouse_))
         down_->follow(mouse_);

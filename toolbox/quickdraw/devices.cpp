@@ -2,14 +2,12 @@
 
 #include <deque>
 
-#include "quickdraw/globals.h"
+#include "quickdraw/current_port.h"
 #include "quickdraw/region_data.h"
 #include "quickdraw/screens.h"
 #include "toolbox/host/session.h"
 
 namespace toolbox::quickdraw {
-
-std::function<void()> screensDidChange;
 
 namespace {
 
@@ -62,17 +60,16 @@ Area menuBarArea(const Rect &mainScreen)
 
 }  // namespace
 
-void rebuildDevices()
+bool rebuildDevices()
 {
     const std::vector<Screen> screens = machine().screens();
     if (!setScreens(screens))
-        return;
+        return false;
     fillDevices(screens);
     qd.screenBits.bounds = screens.front().bounds;
     storeArea(desktopArea() - menuBarArea(screens.front().bounds), grayRegion);
     fitDesktopPort(desktopArea());
-    if (screensDidChange)
-        screensDidChange();
+    return true;
 }
 
 void startDevices()
@@ -87,7 +84,6 @@ void stopDevices()
     DisposeRgn(grayRegion);
     grayRegion = nullptr;
     devices.clear();
-    screensDidChange = nullptr;
 }
 
 }  // namespace toolbox::quickdraw

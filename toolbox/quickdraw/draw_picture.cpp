@@ -1,8 +1,8 @@
 // Pictures out of 'PICT' resources, stretched to any rectangle.
 #include <algorithm>
 
+#include "quickdraw/current_port.h"
 #include "quickdraw/drawing.h"
-#include "quickdraw/globals.h"
 #include "quickdraw/picture_format.h"
 #include "quickdraw/screens.h"
 #include "toolbox/host/trace.h"

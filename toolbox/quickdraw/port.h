@@ -33,19 +33,4 @@ constexpr int32_t directColor(uint8_t red, uint8_t green, uint8_t blue)
 // menus are drawn here.
 GrafPtr desktopPort();
 
-// The current port for the length of a block.
-class PortInUse {
-public:
-    explicit PortInUse(GrafPtr port)
-    {
-        GetPort(&before_);
-        SetPort(port);
-    }
-    ~PortInUse() { SetPort(before_); }
-    PortInUse(const PortInUse &) = delete;
-
-private:
-    GrafPtr before_;
-};
-
 }  // namespace toolbox::quickdraw

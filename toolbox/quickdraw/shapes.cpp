@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "quickdraw/current_port.h"
 #include "quickdraw/drawing.h"
-#include "quickdraw/globals.h"
+#include "quickdraw/polygons.h"
 #include "quickdraw/region_data.h"
 #include "quickdraw/screens.h"
 #include "toolbox/host/trace.h"

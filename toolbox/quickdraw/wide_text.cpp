@@ -1,8 +1,8 @@
 #include "quickdraw/wide_text.h"
 
+#include "quickdraw/current_port.h"
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
-#include "quickdraw/globals.h"
 #include "quickdraw/screens.h"
 #include "text/utf8.h"
 #include "toolbox/host/trace.h"

@@ -1,5 +1,5 @@
-#include "files/bigbytes.h"
-#include "resources/forkformat.h"
+#include "toolbox/host/big_bytes.h"
+#include "toolbox/host/resource_fork.h"
 
 namespace toolbox::resources {
 namespace {

@@ -1,4 +1,4 @@
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"

@@ -2,6 +2,8 @@
 
 #include "files/directory.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
+#include "standardfile/folders_used.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
 #include "toolbox/resources.h"
@@ -112,7 +114,7 @@ void FileDialog::placeItems()
 bool FileDialog::run()
 {
     Current beingCurrent(this);
-    quickdraw::PortInUse port(dialog_);
+    quickdraw::PortScope port(dialog_);
     placeItems();
     list_.setRows(rowsOf(folder_));
     prepare();
@@ -136,7 +138,7 @@ bool FileDialog::run()
 
 Boolean FileDialog::filterProc(DialogPtr dialog, EventRecord *event, std::int16_t *itemHit)
 {
-    quickdraw::PortInUse port(current->dialog_);
+    quickdraw::PortScope port(current->dialog_);
     if (current->callersFilter_ && current->callersFilter_(dialog, event, itemHit))
         return true;
     return current->filter(event, itemHit);
@@ -342,7 +344,7 @@ bool FileDialog::folderThere(std::int16_t &workingDirectory)
 
 State FileDialog::state() const
 {
-    quickdraw::PortInUse port(dialog_);
+    quickdraw::PortScope port(dialog_);
     State state{dialog_,
                 items_.name != 0,
                 folder_,

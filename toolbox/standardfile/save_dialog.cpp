@@ -3,6 +3,7 @@
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
+#include "standardfile/folders_used.h"
 #include "textedit/keys.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"

@@ -6,7 +6,7 @@
 #include <array>
 #include <iterator>
 
-#include "managers.h"
+#include "session/managers.h"
 #include "toolbox/host/session.h"
 #include "toolbox/memory.h"
 

@@ -29,7 +29,7 @@ int offsetUnder(TEHandle text, Point local)
 
 Point localOf(TEHandle text, Point global)
 {
-    PortScope current((**text).inPort);
+    quickdraw::PortScope current((**text).inPort);
     GlobalToLocal(&global);
     return global;
 }

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "quickdraw/port_scope.h"
 #include "textedit/lines.h"
 #include "toolbox/textedit.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::textedit {
 
@@ -18,7 +18,7 @@ public:
     explicit RecordScope(TEHandle text);
 
 private:
-    DrawingScope drawing_;
+    quickdraw::DrawingScope drawing_;
 };
 
 // The characters and where they stand. Made inside a RecordScope; good until

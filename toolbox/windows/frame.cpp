@@ -1,7 +1,7 @@
 #include "windows/frame.h"
 
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::windows {
 namespace {
@@ -106,7 +106,7 @@ void drawTitleBar(const Window &window)
     const WindowRecord &record = *window.record;
     Rect bar = titleBar(window);
     FrameRect(&bar);
-    ClipScope clip(bar);
+    quickdraw::ClipScope clip(bar);
     if (record.hilited)
         drawTitleLines(bar);
     if (record.goAwayFlag && record.hilited) {

@@ -1,9 +1,10 @@
 #include "windows/screen.h"
 
+#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::windows {
 namespace {
@@ -18,8 +19,8 @@ public:
     }
 
 private:
-    DrawingScope drawing_;
-    ClipScope clip_;
+    quickdraw::DrawingScope drawing_;
+    quickdraw::ClipScope clip_;
 };
 
 void paintFrameIn(const Window &window, const Area &exposed)
@@ -71,7 +72,7 @@ void paintMenuBar()
 Point globalOrigin(const WindowRecord &record)
 {
     Point origin{0, 0};
-    PortScope current(const_cast<GrafPtr>(&record.port));
+    quickdraw::PortScope current(const_cast<GrafPtr>(&record.port));
     LocalToGlobal(&origin);
     return origin;
 }

@@ -1,7 +1,6 @@
 // What windows are to draw anew.
 #include "quickdraw/region_data.h"
 #include "toolbox/windows.h"
-#include "windows/port_scope.h"
 #include "windows/screen.h"
 #include "windows/window_list.h"
 

@@ -36,7 +36,11 @@ void putAt(size_t position, const Window &window);
 void takeOut(WindowPeek record);
 size_t positionOf(WindowPeek record);
 
-// Told of each window that becomes visible, is hidden, or is about to close.
+// Set by the Control Manager: disposes of the window's controls, when it closes.
+extern std::function<void(WindowPtr)> disposeControls;
+
+// Set by the Dialog Manager: called for each window that becomes visible, is
+// hidden, or is about to close.
 enum class Change { shown, hidden, closing };
 extern std::function<void(WindowPtr, Change)> watcher;
 void tellWatcher(WindowPeek record, Change change);

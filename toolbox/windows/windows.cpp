@@ -5,15 +5,15 @@
 #include <utility>
 
 #include "events/queue.h"
-#include "managers.h"
+#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
-#include "toolbox/controls.h"
+#include "session/managers.h"
 #include "toolbox/memory.h"
 #include "windows/activation.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
 #include "windows/onto_screens.h"
-#include "windows/port_scope.h"
 #include "windows/screen.h"
 #include "windows/window_list.h"
 
@@ -88,7 +88,7 @@ void afterChange(const Area &exposed)
 // What erases in the window is to erase to its table's colour.
 void useContentColor(Window &window)
 {
-    PortScope current(portOf(window.record));
+    quickdraw::PortScope current(portOf(window.record));
     int32_t background = whiteColor;
     if (auto content = colorOf(window.colors, 0); content && screenHasColors())
         background = forDrawing(*content);
@@ -126,6 +126,7 @@ void startWindows(const Configuration &)
     watcher = nullptr;
     forgetActivation();
     events::nextWindowNeedingUpdate = nextToUpdate;
+    events::displaysChanged = windows::screensChanged;
     started = true;
     screensBefore = quickdraw::areaOf(GetGrayRgn());
     paintAll();
@@ -140,6 +141,7 @@ void stopWindows()
     watcher = nullptr;
     forgetActivation();
     events::nextWindowNeedingUpdate = nullptr;
+    events::displaysChanged = nullptr;
 }
 
 int openWindowCount()
@@ -199,7 +201,8 @@ void CloseWindow(WindowPtr window)
         return;
     WindowPeek record = closing->record;
     tellWatcher(record, Change::closing);
-    KillControls(window);
+    if (disposeControls)
+        disposeControls(window);
     forgetWindow(record);
     if (record->visible)
         disappear(*find(window));
@@ -213,14 +216,6 @@ void DisposeWindow(WindowPtr window)
         return;
     CloseWindow(window);
     DisposePtr(reinterpret_cast<Ptr>(window));
-}
-
-WindowPtr FrontWindow(void)
-{
-    for (const Window &window : list)
-        if (window.record->visible)
-            return portOf(window.record);
-    return nullptr;
 }
 
 void BringToFront(WindowPtr window)

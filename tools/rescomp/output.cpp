@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "compiler.h"
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 
 namespace rescomp {
 namespace {
