@@ -3,6 +3,7 @@
 
 #include "quickdraw/port.h"
 #include "quickdraw/port_scope.h"
+#include "toolbox/keys.h"
 #include "toolbox/quickdraw.h"
 #include "windows/desktop.h"
 
@@ -289,7 +290,8 @@ TEST_F(MenuPopup, ClickBesideTheOpenMenuClosesIt)
 
 TEST_F(MenuPopup, KeysWorkInAMenuLeftOpen)
 {
-    enum { up = 0x1E, down = 0x1F, enter = 0x03, escape = 0x1B, carriageReturn = 0x0D };
+    constexpr std::uint8_t up = toolbox::key::upArrow, down = toolbox::key::downArrow;
+    using toolbox::key::carriageReturn, toolbox::key::enter, toolbox::key::escape;
     Point corner{200, 290};   // beside every item: none is highlighted
     auto open = [&](std::vector<Step> steps) {
         steps.insert(steps.begin(), release(corner));
@@ -315,10 +317,10 @@ TEST_F(MenuPopup, ArrowKeysScrollToWhatDoesNotShow)
     menu = tall;
     bool shown = false;
     Point beside{200, 290};
-    pressAt(beside, {release(beside), key(0x1E), after([&] {
+    pressAt(beside, {release(beside), key(toolbox::key::upArrow), after([&] {
                          Rect last = rowOf(60);
                          shown = !EmptyRect(&last) && isInverted(last);
-                     }, key(0x0D))});
+                     }, key(toolbox::key::carriageReturn))});
     EXPECT_EQ(LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1)), 60);
     EXPECT_TRUE(shown);
 }

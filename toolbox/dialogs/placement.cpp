@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "quickdraw/region_data.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/quickdraw.h"
 #include "windows/frame.h"
 #include "windows/onto_screens.h"
@@ -45,7 +46,7 @@ Rect placed(Rect bounds, int16_t position)
     if ((position & 0xFF) != 0x0A)
         return bounds;
     Rect screen = qd.screenBits.bounds;
-    screen.top += 20;
+    screen.top = static_cast<int16_t>(screen.top + menuBarHeight);
     if ((position & how) == stagger)
         return staggered(bounds, screen);
     int freeAcross = screen.right - screen.left - (bounds.right - bounds.left);

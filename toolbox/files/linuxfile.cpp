@@ -4,7 +4,11 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
+
+#include "files/retried.h"
+#include "toolbox/host/write_all.h"
 
 namespace fs = std::filesystem;
 
@@ -129,15 +133,7 @@ OSErr statusOf(const fs::path &path, Aim aim, struct stat &status)
 
 OSErr writeAt(int descriptor, const char *bytes, std::size_t count, off_t position, std::size_t &done)
 {
-    done = 0;
-    while (done < count) {
-        ssize_t written = retried(
-            [&] { return pwrite(descriptor, bytes + done, count - done, position + static_cast<off_t>(done)); });
-        if (written <= 0)
-            return written == 0 ? OSErr{ioErr} : errorOf(errno, Aim::change);
-        done += static_cast<std::size_t>(written);
-    }
-    return noErr;
+    return errorOf(writeAll(descriptor, {bytes, count}, position, done), Aim::change);
 }
 
 OSErr readAt(int descriptor, char *bytes, std::size_t count, off_t position, std::size_t &done)

@@ -9,6 +9,7 @@
 #include "quickdraw/dimming.h"
 #include "quickdraw/port.h"
 #include "quickdraw/port_scope.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "windows/desktop.h"
@@ -87,7 +88,7 @@ std::vector<Title> titles()
         int right = left + StringWidth(text) + 2 * beside;
         Rect place;
         SetRect(&place, static_cast<int16_t>(left), static_cast<int16_t>(bar.top + 1), static_cast<int16_t>(right),
-                static_cast<int16_t>(bar.top + windows::menuBarHeight - 1));
+                static_cast<int16_t>(bar.top + menuBarHeight - 1));
         all.push_back({menu, menuID(menu), place, left + 1});
         left = right;
     }

@@ -4,11 +4,10 @@
 
 #include "menus/menu_bytes.h"
 #include "quickdraw/dimming.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
-#include "windows/desktop.h"
 
 namespace toolbox::menus {
-using windows::menuBarHeight;
 
 namespace {
 

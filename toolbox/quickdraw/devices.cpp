@@ -5,6 +5,7 @@
 #include "quickdraw/current_port.h"
 #include "quickdraw/region_data.h"
 #include "quickdraw/screens.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/session.h"
 
 namespace toolbox::quickdraw {
@@ -21,8 +22,6 @@ struct Device {
 };
 std::deque<Device> devices;
 RgnHandle grayRegion;
-
-constexpr int menuBarHeight = 20;
 
 void fillDevice(Device &device, const Screen &screen, bool main)
 {

@@ -4,8 +4,8 @@
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
 #include "quickdraw/screens.h"
-#include "text/utf8.h"
 #include "toolbox/host/trace.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox::quickdraw {
 

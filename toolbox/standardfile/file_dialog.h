@@ -77,8 +77,8 @@ private:
 // Keys that mean Cancel and those that press the default button.
 bool isCancelKey(std::uint8_t character, std::uint16_t modifiers);
 bool isAcceptKey(std::uint8_t character);
-// Shows the button pressed for 8 ticks.
-void flashButton(DialogPtr dialog, std::int16_t item);
+// Shows the item, a button, pressed for 8 ticks; nothing where it has no control.
+void flashItem(DialogPtr dialog, std::int16_t item);
 
 // Numbers of what the dialogs say, in 'STR#' messageStrings. ^0 stands for
 // what a message is about.

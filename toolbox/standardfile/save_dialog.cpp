@@ -29,7 +29,7 @@ Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
         *hit = reinterpret_cast<DialogPeek>(alert)->aDefItem;
     else
         return false;
-    flashButton(alert, *hit);
+    flashItem(alert, *hit);
     return true;
 }
 

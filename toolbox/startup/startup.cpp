@@ -33,8 +33,9 @@ constexpr Manager inOrder[] = {
 
 LeakReport everything()
 {
-    return {managers::pointerCount(), managers::handleCount(), managers::openFileCount() + managers::openResourceFileCount(),
-            managers::openWindowCount(), managers::loadedResourceCount()};
+    return {managers::pointerCount(), managers::handleCount(),
+            managers::openFileCount() + managers::openResourceFileCount(), managers::openWindowCount(),
+            managers::loadedResourceCount()};
 }
 
 }  // namespace

@@ -15,6 +15,4 @@ void paintMenuBar();
 // global coordinates.
 extern std::function<void()> drawMenuTitles;
 
-inline constexpr int menuBarHeight = 20;
-
 }  // namespace toolbox::windows

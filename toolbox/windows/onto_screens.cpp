@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/quickdraw.h"
-#include "windows/desktop.h"
 #include "windows/frame.h"
 
 namespace toolbox::windows {

@@ -3,6 +3,7 @@
 #include "quickdraw/port.h"
 #include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
+#include "toolbox/host/menu_bar.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
 
