@@ -25,12 +25,7 @@ protected:
     }
     int16_t ask()
     {
-        int patience = 200;
-        machine.setSource([patience]() mutable -> std::optional<toolbox::Input> {
-            if (--patience == 0)
-                throw OutOfInput{};
-            return std::nullopt;
-        });
+        limitWaiting();
         return Alert(900, nullptr);
     }
 };

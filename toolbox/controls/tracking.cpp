@@ -21,7 +21,7 @@ Point localOf(ControlHandle control, Point global)
     return global;
 }
 
-// A hilited control answers for its parts as usual.
+// A hilited control has its parts as usual.
 int16_t partUnder(ControlHandle control, Point local)
 {
     return TestControl(control, local);
@@ -43,7 +43,7 @@ int16_t trackPart(ControlHandle control, Point local, int16_t part)
     return 0;
 }
 
-// The release ended a loop over StillDown; nobody is to get it as an event.
+// The release ended a loop over StillDown; it is not to become an event.
 void dropRelease()
 {
     EventRecord event;

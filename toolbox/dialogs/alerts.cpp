@@ -1,4 +1,4 @@
-// Alerts: dialogs of four stages that answer one item and are gone.
+// Alerts: dialogs of four stages that are closed once an item is hit.
 #include <algorithm>
 
 #include "dialogs/dialog_list.h"

@@ -65,7 +65,7 @@ void pressOutside(Dialog &dialog, const EventRecord &event)
     DragWindow(window, event.where, &screens);
 }
 
-// The number of the item if it answers.
+// The number of the item if it can be hit.
 int16_t ifEnabled(Dialog &dialog, int number)
 {
     Item *item = dialog.item(number);
@@ -96,7 +96,7 @@ int16_t press(Dialog &dialog, const EventRecord &event)
     return control && TrackControl(control, local, nullptr) ? ifEnabled(dialog, number) : nothing;
 }
 
-// From system 7 on; earlier the caller's filter edits, or nobody.
+// From system 7 on; earlier the caller's filter edits, if there is one.
 void commandKey(Dialog &dialog, int character)
 {
     if (configuration().systemVersion >= 0x0700)
@@ -117,7 +117,7 @@ int16_t typeKey(Dialog &dialog, const EventRecord &event)
     return ifEnabled(dialog, dialog.record->editField + 1);
 }
 
-// Any dialog's; other windows are drawn by whoever owns them, after us.
+// Any dialog's; other windows are drawn by their owners, after us.
 void update(WindowPtr window)
 {
     Dialog *dialog = find(window);
@@ -176,7 +176,7 @@ int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
         WaitNextEvent(everyEvent, &event, 1);
         Dialog *running = find(dialog);
         if (isOutside(*running, event) && !isMovable(*running)) {
-            SysBeep(1);   // concerns nobody, not even the filter
+            SysBeep(1);   // not for the dialog, nor for the filter
             continue;
         }
         SetPort(dialog);

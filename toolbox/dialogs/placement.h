@@ -10,7 +10,7 @@ namespace toolbox::dialogs {
 // window; on the main screen. Other words leave it alone.
 Rect placed(Rect bounds, int16_t position);
 
-// A dialog that nobody could drag, and part of which lies on no screen, is moved
+// A dialog that cannot be dragged, and part of which lies on no screen, is moved
 // onto the screen that shows most of it, else the main one. One with a title bar
 // stays where its program wants it.
 void bringOntoScreens(DialogPtr dialog);

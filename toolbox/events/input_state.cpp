@@ -45,7 +45,7 @@ static void note(const Input &input)
             displaysChanged();
         return;
     case Kind::clipboardChanged:
-        return;  // whoever wants to know asks for the clipboard's serial
+        return;  // what wants to know asks for the clipboard's serial
     case Kind::quit:
         state.quit = true;
         return;

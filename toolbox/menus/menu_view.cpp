@@ -74,7 +74,7 @@ Rect roomAt(Point where)
     Rect room = (**found).gdRect;
     if (found == GetMainDevice())
         room.top += menuBarHeight;
-    // One pixel of frame all round, one of shadow right and below.
+    // One pixel of frame on every side, one of shadow right and below.
     return {static_cast<int16_t>(room.top + 1), static_cast<int16_t>(room.left + 1),
             static_cast<int16_t>(room.bottom - 2), static_cast<int16_t>(room.right - 2)};
 }

@@ -16,7 +16,7 @@ std::vector<Surface> &surfaces();
 Area desktopArea();
 
 void fillOnScreens(const Area &global, const Ink &ink);
-// Moves the pixels of the area by so much; what leaves it is lost. Answers the
+// Moves the pixels of the area by so much; what leaves it is lost. Returns the
 // part of the area that nothing was moved to.
 Area scrollOnScreens(const Area &global, int dh, int dv);
 

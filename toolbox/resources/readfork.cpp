@@ -85,7 +85,7 @@ bool readType(Fork &fork, std::uint64_t place, std::vector<ForkEntry> &entries)
     entry.type = longAt(fork.map, place);
     std::uint64_t count = wordAt(fork.map, place + 4) + std::uint64_t{1};
     std::uint64_t list = fork.typeList + wordAt(fork.map, place + 6);
-    // Lists that lie over each other would make a small fork tell of more
+    // Lists that lie over each other would make a small fork claim more
     // resources than it has room for.
     fork.referencesSeen += count;
     if (!has(fork.map, list, count * referenceLength) || fork.referencesSeen * referenceLength > fork.map.size())

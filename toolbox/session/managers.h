@@ -36,7 +36,7 @@ void stopSystem();
 void stopStandardFile();
 
 // For the leak report. What a manager keeps for itself it allocates at start,
-// where it is not counted as left behind.
+// where it does not count as left over.
 int pointerCount();
 int handleCount();          // resources not among them
 int openFileCount();

@@ -16,7 +16,7 @@ void deleteFrom(TEHandle text, int start, int end)
         select(text, start, start);
 }
 
-// The selection, or the character before or behind the caret.
+// The selection, or the character before or after the caret.
 void deleteOne(TEHandle text, bool forward)
 {
     int start = (**text).selStart, end = (**text).selEnd;

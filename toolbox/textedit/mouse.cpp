@@ -13,7 +13,7 @@ using namespace toolbox::textedit;
 
 namespace {
 
-// The latest press, to tell a double-click.
+// The latest press, to recognise a double-click.
 struct Press {
     TEHandle text = nullptr;
     int offset = 0;

@@ -51,7 +51,7 @@ private:
 };
 
 std::string charactersOf(TEHandle text);
-// Puts the characters in place of those from start to end, caret behind them.
+// Puts the characters in place of those from start to end, caret after them.
 // False, and nothing is changed, when memory or TextEdit's limit of 32767
 // characters does not allow it.
 bool replace(TEHandle text, int start, int end, std::string_view characters);

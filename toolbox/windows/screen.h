@@ -9,7 +9,7 @@ namespace toolbox::windows {
 // The global point at the port's local 0, 0.
 Point globalOrigin(const WindowRecord &record);
 // The part of the screens that no window in front of that position covers.
-// Global; the menu bar is nobody's.
+// Global; the menu bar belongs to no window.
 Area uncovered(size_t position);
 // Gives each window's port its visible region anew.
 void recalculateVisible();

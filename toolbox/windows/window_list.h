@@ -17,7 +17,7 @@ using quickdraw::Area;
 struct Window {
     WindowPeek record = nullptr;
     ColorTable colors{};   // the copy that SetWinColor made
-    // Global. The record's regions say the same, for whoever reads them.
+    // Global. The record's regions say the same, for what reads them.
     Rect contentRect{};
     Area structure{};
     Area content{};
@@ -46,7 +46,7 @@ extern std::function<void(WindowPtr, Change)> watcher;
 void tellWatcher(WindowPeek record, Change change);
 
 // Keeps a window's update events back until the next releaseUpdates, so that
-// one nobody draws does not keep all other events from being seen.
+// one that is not drawn does not keep all other events back.
 void holdUpdates(WindowPtr window);
 void releaseUpdates();
 

@@ -1,7 +1,6 @@
 // Making and closing windows, and their order.
 #include "toolbox/windows.h"
 
-#include <cstring>
 #include <utility>
 
 #include "events/queue.h"
@@ -9,6 +8,7 @@
 #include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "session/managers.h"
+#include "toolbox/host/text.h"
 #include "toolbox/memory.h"
 #include "windows/activation.h"
 #include "windows/desktop.h"
@@ -38,14 +38,7 @@ WindowPtr nextToUpdate()
     return nullptr;
 }
 
-void copyTitle(Str255 to, ConstStr255Param from)
-{
-    to[0] = 0;
-    if (from)
-        std::memcpy(to, from, from[0] + 1u);
-}
-
-// nil: behind all; (WindowPtr)-1: in front of all; else right behind it.
+// nil: behind all others; (WindowPtr)-1: in front of all; else right behind that one.
 size_t placeBehind(WindowPtr behind)
 {
     if (behind == reinterpret_cast<WindowPtr>(-1))
@@ -96,7 +89,7 @@ void useContentColor(Window &window)
 }
 
 // Screens have become smaller or fewer. What was out of sight before is where
-// somebody put it.
+// the user or the program put it.
 void bringBackLost(const Area &before, const Area &now)
 {
     for (Window &window : list) {
@@ -178,7 +171,7 @@ WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, B
     record->goAwayFlag = goAway;
     record->procID = procID;
     record->refCon = refCon;
-    copyTitle(record->title, title);
+    setPascal(record->title, pascalView(title));
     if (!makeRegions(record)) {
         disposeRegions(record);
         if (!storage)
@@ -291,14 +284,14 @@ void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update)
 void SetWTitle(WindowPtr window, ConstStr255Param title)
 {
     if (Window *found = find(window)) {
-        copyTitle(found->record->title, title);
+        setPascal(found->record->title, pascalView(title));
         paintFrame(*found);
     }
 }
 
 void GetWTitle(WindowPtr window, Str255 title)
 {
-    copyTitle(title, find(window) ? peek(window)->title : nullptr);
+    setPascal(title, find(window) ? pascalView(peek(window)->title) : std::string_view());
 }
 
 void SetWRefCon(WindowPtr window, intptr_t value)
