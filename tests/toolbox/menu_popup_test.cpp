@@ -118,7 +118,7 @@ TEST_F(MenuPopup, CoversAndRestoresTheScreen)
     EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
 }
 
-TEST_F(MenuPopup, LeavesNothingOnScreensThatChangedUnderIt)
+TEST_F(MenuPopup, LeavesNothingOnDisplaysThatChangedUnderIt)
 {
     for (toolbox::Screen changed : {toolbox::Screen{{0, 0, 480, 640}, 8, 2}, toolbox::Screen{{0, 0, 480, 640}, 1, 2}}) {
         select(somewhere, 1, {[&]() -> std::optional<Input> {
@@ -127,7 +127,7 @@ TEST_F(MenuPopup, LeavesNothingOnScreensThatChangedUnderIt)
                               },
                               release({5, 5})});
         toolbox::Picture after = toolbox::screenPicture(0);
-        toolbox::windows::screensChanged();
+        toolbox::windows::displaysChanged();
         EXPECT_EQ(after.width, 1280);
         EXPECT_NE(after.pixels[after.pixels.size() - 3], after.pixels.back()) << "there is a desktop";
         EXPECT_EQ(after.pixels, toolbox::screenPicture(0).pixels);

@@ -22,7 +22,7 @@ constexpr int dimmed = 255;
 struct Colors {
     explicit Colors(const ControlRecord &control)
     {
-        if (!control.colorTable || !windows::screenHasColors())
+        if (!control.colorTable || !windows::displayHasColors())
             return;
         windows::ColorTable table = windows::readColorTable(control.colorTable);
         auto take = [&](int part, int32_t &into) {

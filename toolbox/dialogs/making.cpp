@@ -119,7 +119,7 @@ void watch(WindowPtr window, windows::Change change)
     if (!dialog || !dialog->complete)
         return;
     if (change == windows::Change::shown)
-        bringOntoScreens(window);
+        bringOntoDisplays(window);
     const char *kind = dialog->alert ? "alert" : "dialog";
     if (change == windows::Change::shown)
         trace::line("%s %d shown at %s", kind, dialog->id, placeAndSize(window).c_str());

@@ -61,8 +61,8 @@ void pressOutside(Dialog &dialog, const EventRecord &event)
     WindowPtr window;
     if (FindWindow(event.where, &window) != inDrag || window != dialog.pointer())
         return SysBeep(1);
-    Rect screens = (**GetGrayRgn()).rgnBBox;
-    DragWindow(window, event.where, &screens);
+    Rect displays = (**GetGrayRgn()).rgnBBox;
+    DragWindow(window, event.where, &displays);
 }
 
 // The number of the item if it can be hit.

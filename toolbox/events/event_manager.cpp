@@ -249,7 +249,7 @@ uint32_t GetDblTime(void)
 
 void Delay(uint32_t ticks, uint32_t *finalTicks)
 {
-    quickdraw::presentScreens();
+    quickdraw::presentDisplays();
     machine().passTicks(ticks);
     if (finalTicks)
         *finalTicks = machine().ticks();

@@ -61,7 +61,7 @@ static void note(const Input &input)
 
 std::optional<Input> takeInput(std::uint32_t waitTicks)
 {
-    quickdraw::presentScreens();
+    quickdraw::presentDisplays();
     std::optional<Input> input = machine().nextInput(waitTicks);
     if (input)
         note(*input);

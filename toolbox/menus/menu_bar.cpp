@@ -17,7 +17,7 @@
 namespace toolbox::menus {
 namespace {
 
-constexpr int firstTitle = 10;     // from the screen's left edge
+constexpr int firstTitle = 10;     // from the display's left edge
 constexpr int beside = 8;          // a title's text, left and right
 constexpr int baseline = 14;
 

@@ -61,8 +61,8 @@ int menuWidth(MenuHandle menu, int count)
     return width + textIndent + rightMargin + (keys ? keyGap + keys : 0);
 }
 
-// What a menu may cover on the screen that holds the point, or on the main
-// screen when none does.
+// What a menu may cover on the display that holds the point, or on the main
+// display when none does.
 Rect roomAt(Point where)
 {
     GDHandle found = GetMainDevice();

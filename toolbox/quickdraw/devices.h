@@ -1,4 +1,4 @@
-// The screens as graphics devices. Private to the Toolbox.
+// The displays as graphics devices. Private to the Toolbox.
 #pragma once
 
 #include "toolbox/quickdraw.h"

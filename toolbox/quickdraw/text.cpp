@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
-#include "quickdraw/screens.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 

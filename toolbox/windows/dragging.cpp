@@ -7,7 +7,7 @@
 #include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "toolbox/windows.h"
-#include "windows/screen.h"
+#include "windows/painting.h"
 
 using namespace toolbox;
 
@@ -47,7 +47,7 @@ private:
         PenMode(patXor);   // to be seen on the desktop's grey too
         FrameRect(&r);
     }
-    // Nothing to put back once the screens have changed: all was drawn anew.
+    // Nothing to put back once the displays have changed: all was drawn anew.
     void hide()
     {
         for (const quickdraw::SavedBits &bits : under_)

@@ -80,11 +80,11 @@ void drawTitleLines(const Rect &bar)
     }
 }
 
-// The part's colour in the window's table, where the screen shows colours.
+// The part's colour in the window's table, where the display shows colours.
 int32_t partColor(const Window &window, int part, int32_t otherwise)
 {
     auto color = colorOf(window.colors, part);
-    return color && screenHasColors() ? forDrawing(*color) : otherwise;
+    return color && displayHasColors() ? forDrawing(*color) : otherwise;
 }
 
 void drawTitle(const Window &window, const Rect &bar)

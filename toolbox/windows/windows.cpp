@@ -13,8 +13,8 @@
 #include "windows/activation.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
-#include "windows/onto_screens.h"
-#include "windows/screen.h"
+#include "windows/onto_displays.h"
+#include "windows/painting.h"
 #include "windows/window_list.h"
 
 using namespace toolbox;
@@ -23,7 +23,7 @@ using namespace toolbox::windows;
 namespace {
 
 bool started = false;
-Area screensBefore;   // all windows may cover of them, when they changed last
+Area displaysBefore;   // all windows may cover of them, when they changed last
 
 WindowPtr nextToUpdate()
 {
@@ -83,19 +83,19 @@ void useContentColor(Window &window)
 {
     quickdraw::PortScope current(portOf(window.record));
     int32_t background = whiteColor;
-    if (auto content = colorOf(window.colors, 0); content && screenHasColors())
+    if (auto content = colorOf(window.colors, 0); content && displayHasColors())
         background = forDrawing(*content);
     BackColor(background);
 }
 
-// Screens have become smaller or fewer. What was out of sight before is where
+// Displays have become smaller or fewer. What was out of sight before is where
 // the user or the program put it.
 void bringBackLost(const Area &before, const Area &now)
 {
     for (Window &window : list) {
         if (!window.record->visible || isLost(window, before) || !isLost(window, now))
             continue;
-        const Point way = wayOntoScreens(window.structure.bounds());
+        const Point way = wayOntoDisplays(window.structure.bounds());
         Rect content = window.contentRect;
         OffsetRect(&content, way.h, way.v);
         place(window, content);
@@ -119,9 +119,9 @@ void startWindows(const Configuration &)
     watcher = nullptr;
     forgetActivation();
     events::nextWindowNeedingUpdate = nextToUpdate;
-    events::displaysChanged = windows::screensChanged;
+    events::displaysChanged = windows::displaysChanged;
     started = true;
-    screensBefore = quickdraw::areaOf(GetGrayRgn());
+    displaysBefore = quickdraw::areaOf(GetGrayRgn());
     paintAll();
 }
 
@@ -129,7 +129,7 @@ void stopWindows()
 {
     // The blocks themselves go with the heap.
     started = false;
-    screensBefore = {};
+    displaysBefore = {};
     list.clear();
     watcher = nullptr;
     forgetActivation();
@@ -144,15 +144,15 @@ int openWindowCount()
 
 }  // namespace toolbox::managers
 
-void windows::screensChanged()
+void windows::displaysChanged()
 {
     if (!started)
         return;
     for (Window &window : list)
         if (!window.colors.empty())
             useContentColor(window);
-    const Area screens = quickdraw::areaOf(GetGrayRgn());
-    bringBackLost(std::exchange(screensBefore, screens), screens);
+    const Area displays = quickdraw::areaOf(GetGrayRgn());
+    bringBackLost(std::exchange(displaysBefore, displays), displays);
     paintAll();
 }
 

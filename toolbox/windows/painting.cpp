@@ -1,4 +1,4 @@
-#include "windows/screen.h"
+#include "windows/painting.h"
 
 #include "quickdraw/port.h"
 #include "quickdraw/port_scope.h"
@@ -34,7 +34,7 @@ void paintContentIn(Window &window, const Area &exposed)
 {
     setUpdate(window, window.update | exposed);
     DesktopScope scope(exposed);
-    if (auto color = colorOf(window.colors, 0); color && screenHasColors())
+    if (auto color = colorOf(window.colors, 0); color && displayHasColors())
         BackColor(forDrawing(*color));
     Rect all = exposed.bounds();
     EraseRect(&all);

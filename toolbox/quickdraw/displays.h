@@ -1,4 +1,4 @@
-// The surfaces of all screens, and drawing that may lie across them. Private
+// The surfaces of all displays, and drawing that may lie across them. Private
 // to QuickDraw.
 #pragma once
 
@@ -6,18 +6,18 @@
 
 namespace toolbox::quickdraw {
 
-// Makes surfaces for these screens; one whose place on the desktop and scale
+// Makes surfaces for these displays; one whose place on the desktop and scale
 // are unchanged keeps its pixels. True when anything differs from before.
-bool setScreens(const std::vector<Screen> &screens);
-void forgetScreens();
+bool setDisplays(const std::vector<Screen> &displays);
+void forgetDisplays();
 
 std::vector<Surface> &surfaces();
-// All that the screens cover.
+// All that the displays cover.
 Area desktopArea();
 
-void fillOnScreens(const Area &global, const Ink &ink);
+void fillOnDisplays(const Area &global, const Ink &ink);
 // Moves the pixels of the area by so much; what leaves it is lost. Returns the
 // part of the area that nothing was moved to.
-Area scrollOnScreens(const Area &global, int dh, int dv);
+Area scrollOnDisplays(const Area &global, int dh, int dv);
 
 }  // namespace toolbox::quickdraw
