@@ -1,6 +1,8 @@
 #include "app/dialog_items.h"
 
+#include "toolbox/host/flash_button.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 #include "toolbox/system.h"
 
 namespace riders::app {
@@ -88,14 +90,14 @@ void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)
 
 int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCancel)
 {
-    enum { enter = 0x03, carriageReturn = 0x0D, escape = 0x1B };
+    namespace key = toolbox::key;
     if (event.what != keyDown)
         return 0;
     switch (event.message & charCodeMask) {
-    case enter:
-    case carriageReturn:
+    case key::enter:
+    case key::carriageReturn:
         return byDefault;
-    case escape:
+    case key::escape:
         return toCancel;
     case '.':
         return event.modifiers & cmdKey ? toCancel : 0;
@@ -106,15 +108,12 @@ int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCanc
 
 bool pressByKey(DialogPtr dialog, int16_t number)
 {
-    constexpr uint32_t flash = 8;
     ControlHandle button = buttonOf(dialog, number);
     if ((**button).contrlHilite == dimmed) {
         SysBeep(1);
         return false;
     }
-    HiliteControl(button, inButton);
-    Delay(flash, nullptr);
-    HiliteControl(button, 0);
+    toolbox::flashButton(button);
     return true;
 }
 

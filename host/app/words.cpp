@@ -1,6 +1,7 @@
 #include "app/words.h"
 
 #include "toolbox/bigendian.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
@@ -10,7 +11,6 @@ namespace {
 
 constexpr int16_t stringList = 1000;
 constexpr int16_t problemAlert = 1010;
-constexpr int16_t menuBarHeight = 20;
 
 // Both kinds of template begin with the bounds.
 struct Bounds {
@@ -49,7 +49,7 @@ std::string words(Words which)
 Point centered(ResType type, int id)
 {
     Rect screen = qd.screenBits.bounds;
-    screen.top = static_cast<int16_t>(screen.top + menuBarHeight);
+    screen.top = static_cast<int16_t>(screen.top + toolbox::menuBarHeight);
     Bounds *bounds = boundsOf(type, id);
     if (!bounds)
         return {screen.top, screen.left};

@@ -10,6 +10,7 @@
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/user.h"
+#include "toolbox/host/utf8.h"
 
 namespace riders::make {
 namespace {
@@ -35,9 +36,7 @@ std::string checkOutput(const std::filesystem::path &output)
 std::string checkAnnotation(const std::string &annotation)
 {
     for (std::size_t at = 0; at < annotation.size();) {
-        std::size_t next = at + 1;
-        while (next < annotation.size() && (annotation[next] & 0xC0) == 0x80)
-            ++next;
+        const std::size_t next = toolbox::endOfCharacter(annotation, at);
         std::string character = annotation.substr(at, next - at);
         if (!toolbox::romanFromUtf8(character) && !toolbox::romanFromUtf8(annotation.substr(0, next)))
             return "an annotation cannot hold \"" + character + "\": it has no place in Mac OS Roman";

@@ -7,9 +7,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "text/utf8.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
+#include "toolbox/host/utf8.h"
+#include "toolbox/keys.h"
 
 namespace desktop {
 namespace {
@@ -34,9 +35,13 @@ toolbox::DesktopOptions optionsFor(const std::vector<Screen> &screens)
 }
 
 const std::map<std::uint8_t, const char *> namedKeys = {
-    {0x0D, "Return"}, {0x03, "KP_Enter"}, {0x1B, "Escape"}, {0x09, "Tab"},  {0x08, "BackSpace"},
-    {0x7F, "Delete"}, {0x1C, "Left"},     {0x1D, "Right"},  {0x1E, "Up"},   {0x1F, "Down"},
-    {0x01, "Home"},   {0x04, "End"},      {' ', "space"},
+    {toolbox::key::carriageReturn, "Return"}, {toolbox::key::enter, "KP_Enter"},
+    {toolbox::key::escape, "Escape"},         {toolbox::key::tab, "Tab"},
+    {toolbox::key::backspace, "BackSpace"},   {toolbox::key::forwardDelete, "Delete"},
+    {toolbox::key::leftArrow, "Left"},        {toolbox::key::rightArrow, "Right"},
+    {toolbox::key::upArrow, "Up"},            {toolbox::key::downArrow, "Down"},
+    {toolbox::key::home, "Home"},             {toolbox::key::end, "End"},
+    {' ', "space"},
 };
 
 // X names any character by its code point.

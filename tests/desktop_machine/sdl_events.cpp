@@ -4,6 +4,7 @@
 
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 
 namespace sdl {
 namespace {
@@ -24,7 +25,7 @@ std::string keyText(const toolbox::Input &input)
 {
     char code[8];
     std::snprintf(code, sizeof code, "%02x", input.keyCode);
-    if (input.character > ' ' && input.character != 0x7F)
+    if (input.character > ' ' && input.character != toolbox::key::forwardDelete)
         return toolbox::utf8FromRoman(std::string(1, static_cast<char>(input.character))) + "/" + code;
     char character[8];
     std::snprintf(character, sizeof character, "#%02x", input.character);

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

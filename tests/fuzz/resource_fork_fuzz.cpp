@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "resources/forkformat.h"
+#include "toolbox/host/resource_fork.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t count)
 {

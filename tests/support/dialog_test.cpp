@@ -43,7 +43,7 @@ void DialogTest::type(const std::string &text)
         key(static_cast<unsigned char>(character));
 }
 
-int16_t DialogTest::modal(ModalFilterProcPtr filter)
+void DialogTest::limitWaiting()
 {
     int patience = 200;
     machine.setSource([patience]() mutable -> std::optional<Input> {
@@ -51,6 +51,11 @@ int16_t DialogTest::modal(ModalFilterProcPtr filter)
             throw OutOfInput{};
         return std::nullopt;
     });
+}
+
+int16_t DialogTest::modal(ModalFilterProcPtr filter)
+{
+    limitWaiting();
     int16_t hit = 0;
     ModalDialog(filter, &hit);
     return hit;

@@ -16,6 +16,8 @@ protected:
     void click(int h, int v, int modifiers = 0);
     void key(int character, int modifiers = 0);
     void type(const std::string &text);
+    // Throws OutOfInput when what waits for input has waited 200 times for none.
+    void limitWaiting();
     // All that is expected from the dialog while input is waiting; ends the
     // test's session when the input has run out.
     int16_t modal(ModalFilterProcPtr filter = nullptr);

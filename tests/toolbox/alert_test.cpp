@@ -20,12 +20,7 @@ protected:
 
     int16_t ask(int16_t (*alert)(int16_t, ModalFilterProcPtr) = Alert)
     {
-        int patience = 200;
-        machine.setSource([patience]() mutable -> std::optional<toolbox::Input> {
-            if (--patience == 0)
-                throw OutOfInput{};
-            return std::nullopt;
-        });
+        limitWaiting();
         return alert(900, nullptr);
     }
 

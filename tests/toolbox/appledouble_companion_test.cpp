@@ -3,10 +3,10 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "files/appledouble.h"
 #include "files/forks.h"
 #include "support/toolbox_test.h"
 #include "toolbox/files.h"
+#include "toolbox/host/appledouble.h"
 
 using namespace toolbox;
 using namespace toolbox::files;

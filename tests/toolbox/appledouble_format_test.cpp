@@ -3,21 +3,14 @@
 
 #include <random>
 
-#include "files/appledouble.h"
+#include "support/hex.h"
+#include "toolbox/host/appledouble.h"
 
 using namespace toolbox::files;
 
 extern "C" int appleDoubleTarget(const uint8_t *data, size_t size);
 
 namespace {
-
-std::string fromHex(const std::string &digits)
-{
-    std::string bytes;
-    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
-        bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-    return bytes;
-}
 
 // Type TEXT, creator ttxt, an empty fork.
 const std::string minimal = fromHex("00051607000200000000000000000000"

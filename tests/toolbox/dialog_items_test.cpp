@@ -37,6 +37,14 @@ protected:
         SetDItem(dialog, static_cast<int16_t>(number), item.type, reinterpret_cast<Handle>(procedure), &item.box);
     }
 
+    // An edit item that holds "spot", and a user item that a click at (60, 170) hits.
+    static DialogPtr openSpotDialog()
+    {
+        ItemList().item(editText | itemDisable, 10, 10, 160, 16, "spot").item(userItem, 0, 100, 50, 50).add(600);
+        addDialog(600, 50, 60, 200, 150, true);
+        return GetNewDialog(600, nullptr, inFront);
+    }
+
     // The text drawn meanwhile, piece by piece.
     template <typename Drawing>
     static std::vector<std::string> textDrawn(Drawing draw)
@@ -199,9 +207,7 @@ TEST_F(DialogItems, TextIsReadAsFarAsAPascalStringGoes)
 
 TEST_F(DialogItems, CommandKeysEditThroughTheDeskScrap)
 {
-    ItemList().item(editText | itemDisable, 10, 10, 160, 16, "spot").item(userItem, 0, 100, 50, 50).add(600);
-    addDialog(600, 50, 60, 200, 150, true);
-    DialogPtr dialog = GetNewDialog(600, nullptr, inFront);
+    DialogPtr dialog = openSpotDialog();
     key('x', cmdKey);
     click(60, 170);
     modal();
@@ -225,9 +231,7 @@ TEST_F(DialogItems, BeforeSystemSevenCommandKeysAreTheFiltersBusiness)
     configuration.systemVersion = 0x0608;
     restart();
     openNewResourceFile((std::filesystem::create_directory(folder / "six"), (folder / "six").string()));
-    ItemList().item(editText | itemDisable, 10, 10, 160, 16, "spot").item(userItem, 0, 100, 50, 50).add(600);
-    addDialog(600, 50, 60, 200, 150, true);
-    DialogPtr dialog = GetNewDialog(600, nullptr, inFront);
+    DialogPtr dialog = openSpotDialog();
     key('x', cmdKey);
     click(60, 170);
     modal();

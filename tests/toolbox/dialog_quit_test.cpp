@@ -1,6 +1,7 @@
 // The wish to end the program, met by dialogs and alerts.
 #include "support/dialog_test.h"
 #include "toolbox/host/quit.h"
+#include "toolbox/keys.h"
 
 namespace {
 
@@ -24,12 +25,7 @@ protected:
     }
     int16_t ask()
     {
-        int patience = 200;
-        machine.setSource([patience]() mutable -> std::optional<toolbox::Input> {
-            if (--patience == 0)
-                throw OutOfInput{};
-            return std::nullopt;
-        });
+        limitWaiting();
         return Alert(900, nullptr);
     }
 };
@@ -38,7 +34,7 @@ std::vector<int> keysSeen;
 
 Boolean takesEscape(DialogPtr, EventRecord *event, int16_t *hit)
 {
-    if (event->what != keyDown || (event->message & charCodeMask) != 0x1B)
+    if (event->what != keyDown || (event->message & charCodeMask) != toolbox::key::escape)
         return false;
     *hit = 2;
     return true;
@@ -63,7 +59,7 @@ Boolean takesAllAndAnswersNothing(DialogPtr, EventRecord *event, int16_t *hit)
 
 Boolean takesReturn(DialogPtr, EventRecord *event, int16_t *hit)
 {
-    if (event->what != keyDown || (event->message & charCodeMask) != 0x0D)
+    if (event->what != keyDown || (event->message & charCodeMask) != toolbox::key::carriageReturn)
         return false;
     *hit = 9;
     return true;
@@ -159,7 +155,7 @@ TEST_F(Quitting, FilterThatAnswersNothingIsAskedTwiceBeforeTheButton)
     quit();
     EXPECT_EQ(modal(takesAllAndAnswersNothing), 0) << "its caller may have been told otherwise";
     EXPECT_EQ(modal(takesAllAndAnswersNothing), 1);
-    EXPECT_EQ(keysSeen, (std::vector<int>{0x1B, '.'}));
+    EXPECT_EQ(keysSeen, (std::vector<int>{toolbox::key::escape, '.'}));
     DisposDialog(dialog);
 }
 

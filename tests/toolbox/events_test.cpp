@@ -4,6 +4,7 @@
 #include "events/tracking.h"
 #include "quickdraw/port.h"
 #include "support/toolbox_test.h"
+#include "toolbox/host/quit.h"
 
 using toolbox::Input;
 using Kind = Input::Kind;
@@ -295,12 +296,12 @@ TEST_F(Events, TrackingGivesUpWhenNobodyEverLetsGo)
 
 TEST_F(Events, AskingToQuitEndsTrackingAndIsRemembered)
 {
-    EXPECT_FALSE(events::quitWanted());
+    EXPECT_FALSE(toolbox::quitAsked());
     mouse(Kind::mouseDown, 1, 1);
     next();
     machine.push({.kind = Kind::quit});
     EXPECT_FALSE(events::nextTrackingInput());
-    EXPECT_TRUE(events::quitWanted());
+    EXPECT_TRUE(toolbox::quitAsked());
     EXPECT_EQ(TickCount(), 0u);
 }
 

@@ -1,6 +1,7 @@
 // The menu bar: what it shows, and what is chosen from it.
 #include "menu_hand.h"
 
+#include "toolbox/keys.h"
 #include "toolbox/quickdraw.h"
 #include "toolbox/windows.h"
 
@@ -178,7 +179,9 @@ TEST_F(MenuBar, OpenMenuFollowsTheMouseAndClicksOnTitles)
 
 TEST_F(MenuBar, KeysMoveThroughOpenMenus)
 {
-    enum { left = 0x1C, right = 0x1D, down = 0x1F, carriageReturn = 0x0D, escape = 0x1B };
+    constexpr std::uint8_t left = toolbox::key::leftArrow, right = toolbox::key::rightArrow;
+    constexpr std::uint8_t down = toolbox::key::downArrow;
+    using toolbox::key::carriageReturn, toolbox::key::escape;
     Point title = onTitle(129);
     int32_t result = select(title, {release(title), key(down), key(down), key(carriageReturn)});
     EXPECT_EQ(LoWord(result), 4);

@@ -2,6 +2,8 @@
 #include "menu_hand.h"
 
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
+#include "toolbox/keys.h"
 #include "toolbox/quickdraw.h"
 #include "windows/desktop.h"
 
@@ -116,7 +118,7 @@ TEST_F(MenuPopup, CoversAndRestoresTheScreen)
     EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
 }
 
-TEST_F(MenuPopup, LeavesNothingOnScreensThatChangedUnderIt)
+TEST_F(MenuPopup, LeavesNothingOnDisplaysThatChangedUnderIt)
 {
     for (toolbox::Screen changed : {toolbox::Screen{{0, 0, 480, 640}, 8, 2}, toolbox::Screen{{0, 0, 480, 640}, 1, 2}}) {
         select(somewhere, 1, {[&]() -> std::optional<Input> {
@@ -125,7 +127,7 @@ TEST_F(MenuPopup, LeavesNothingOnScreensThatChangedUnderIt)
                               },
                               release({5, 5})});
         toolbox::Picture after = toolbox::screenPicture(0);
-        toolbox::windows::screensChanged();
+        toolbox::windows::displaysChanged();
         EXPECT_EQ(after.width, 1280);
         EXPECT_NE(after.pixels[after.pixels.size() - 3], after.pixels.back()) << "there is a desktop";
         EXPECT_EQ(after.pixels, toolbox::screenPicture(0).pixels);
@@ -177,7 +179,7 @@ TEST_F(MenuPopup, WideEnoughForTheWidestText)
                width = rowOf(1).right - rowOf(1).left;
                return mouse(Input::Kind::mouseUp, {5, 5});
            }});
-    toolbox::quickdraw::PortInUse port(toolbox::quickdraw::desktopPort());
+    toolbox::quickdraw::PortScope port(toolbox::quickdraw::desktopPort());
     TextFont(systemFont);
     TextSize(12);
     TextFace(normal);
@@ -288,7 +290,8 @@ TEST_F(MenuPopup, ClickBesideTheOpenMenuClosesIt)
 
 TEST_F(MenuPopup, KeysWorkInAMenuLeftOpen)
 {
-    enum { up = 0x1E, down = 0x1F, enter = 0x03, escape = 0x1B, carriageReturn = 0x0D };
+    constexpr std::uint8_t up = toolbox::key::upArrow, down = toolbox::key::downArrow;
+    using toolbox::key::carriageReturn, toolbox::key::enter, toolbox::key::escape;
     Point corner{200, 290};   // beside every item: none is highlighted
     auto open = [&](std::vector<Step> steps) {
         steps.insert(steps.begin(), release(corner));
@@ -314,10 +317,10 @@ TEST_F(MenuPopup, ArrowKeysScrollToWhatDoesNotShow)
     menu = tall;
     bool shown = false;
     Point beside{200, 290};
-    pressAt(beside, {release(beside), key(0x1E), after([&] {
+    pressAt(beside, {release(beside), key(toolbox::key::upArrow), after([&] {
                          Rect last = rowOf(60);
                          shown = !EmptyRect(&last) && isInverted(last);
-                     }, key(0x0D))});
+                     }, key(toolbox::key::carriageReturn))});
     EXPECT_EQ(LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1)), 60);
     EXPECT_TRUE(shown);
 }

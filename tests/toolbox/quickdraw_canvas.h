@@ -1,7 +1,6 @@
 // A blank port in the middle of the screen, and its pixels by local coordinates.
 #pragma once
 
-#include "quickdraw/devices.h"
 #include "quickdraw/port.h"
 #include "support/toolbox_test.h"
 #include "toolbox/host/picture.h"
@@ -33,7 +32,6 @@ protected:
     // Nobody else draws on the screen, and it is blank.
     void openCanvas()
     {
-        toolbox::quickdraw::screensDidChange = nullptr;
         const GrafPtr desktop = toolbox::quickdraw::desktopPort();
         SetPort(desktop);
         EraseRect(&desktop->portRect);

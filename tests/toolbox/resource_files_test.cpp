@@ -2,11 +2,11 @@
 
 #include <unistd.h>
 
-#include "files/appledouble.h"
 #include "memory/heap.h"
-#include "resources/forkformat.h"
 #include "toolbox/files.h"
+#include "toolbox/host/appledouble.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/resource_fork.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 

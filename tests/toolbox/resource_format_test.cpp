@@ -2,7 +2,8 @@
 
 #include <random>
 
-#include "resources/forkformat.h"
+#include "support/hex.h"
+#include "toolbox/host/resource_fork.h"
 
 using toolbox::resources::ForkEntry;
 using toolbox::resources::forkBytes;
@@ -11,21 +12,6 @@ using toolbox::resources::parseFork;
 extern "C" int fuzzResourceFork(const uint8_t *bytes, size_t count);
 
 namespace {
-
-std::string fromHex(const std::string &hex)
-{
-    std::string bytes, digits;
-    for (char c : hex) {
-        if (!isxdigit(static_cast<unsigned char>(c)))
-            continue;
-        digits += c;
-        if (digits.size() == 2) {
-            bytes += static_cast<char>(std::stoi(digits, nullptr, 16));
-            digits.clear();
-        }
-    }
-    return bytes;
-}
 
 // One 'STR ' 128 named "greet", purgeable, "Hi".
 std::string greeting()

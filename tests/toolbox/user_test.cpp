@@ -5,6 +5,7 @@
 #include "quickdraw/port.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/host/user.h"
+#include "toolbox/keys.h"
 #include "toolbox/menus.h"
 #include "toolbox/scrap.h"
 
@@ -21,7 +22,7 @@ std::vector<int32_t> popupResults;
 // A dialog with a popup that its filter opens.
 Boolean popupFilter(DialogPtr dialog, EventRecord *event, int16_t *hit)
 {
-    if (event->what == keyDown && (event->message & charCodeMask) == 0x0D) {
+    if (event->what == keyDown && (event->message & charCodeMask) == toolbox::key::carriageReturn) {
         *hit = okItem;
         return true;
     }

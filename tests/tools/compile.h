@@ -6,10 +6,9 @@
 #include <string>
 
 #include "compiler.h"
+#include "support/hex.h"
 #include "support/toolbox_test.h"
 
-// Bytes from hexadecimal digits; anything else between them is passed over.
-std::string fromHex(const std::string &hex);
 std::string asHex(const std::string &bytes);
 
 class Compile : public ::testing::Test {

@@ -7,7 +7,7 @@
 #include <random>
 
 #include "packbits.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 using namespace toolbox;
 

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 
 namespace {
 

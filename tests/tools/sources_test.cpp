@@ -1,7 +1,7 @@
 // The language around the kinds: texts, options, includes, layout.
-#include "resources/forkformat.h"
-#include "tools/compile.h"
+#include "toolbox/host/resource_fork.h"
 #include "toolbox/resources.h"
+#include "tools/compile.h"
 
 TEST_F(Compile, TextsAreMacRomanWithEscapes)
 {

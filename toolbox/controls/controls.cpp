@@ -6,32 +6,23 @@
 
 #include "controls/look.h"
 #include "controls/scroll_bar.h"
+#include "memory/locked.h"
+#include "session/managers.h"
+#include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
-#include "windows/locked.h"
 #include "windows/window_list.h"
 
 using namespace toolbox;
+using windows::peek;
 
 namespace {
 
 constexpr int inactive = 255;
 
-WindowPeek peek(WindowPtr window)
-{
-    return reinterpret_cast<WindowPeek>(window);
-}
-
 Handle block(ControlHandle control)
 {
     return reinterpret_cast<Handle>(control);
-}
-
-void copyTitle(Str255 to, ConstStr255Param from)
-{
-    to[0] = 0;
-    if (from)
-        std::memcpy(to, from, from[0] + 1u);
 }
 
 void takeFromList(ControlHandle control)
@@ -61,6 +52,16 @@ void reshape(ControlHandle control, const Rect &r)
 
 }  // namespace
 
+void managers::startControls(const Configuration &)
+{
+    windows::disposeControls = KillControls;
+}
+
+void managers::stopControls()
+{
+    windows::disposeControls = nullptr;
+}
+
 ControlHandle NewControl(WindowPtr window, const Rect *bounds, ConstStr255Param title, Boolean visible, int16_t value,
                          int16_t min, int16_t max, int16_t procID, intptr_t refCon)
 {
@@ -74,7 +75,7 @@ ControlHandle NewControl(WindowPtr window, const Rect *bounds, ConstStr255Param 
     made.contrlValue = std::max(min, std::min(value, max));
     made.procID = procID;
     made.contrlRfCon = refCon;
-    copyTitle(made.contrlTitle, title);
+    setPascal(made.contrlTitle, pascalView(title));
     Handle handle = NewHandle(sizeof made);
     if (!handle)
         return nullptr;
@@ -189,13 +190,13 @@ void SetCtlMax(ControlHandle control, int16_t value)
 
 void SetCTitle(ControlHandle control, ConstStr255Param title)
 {
-    copyTitle((**control).contrlTitle, title);
+    setPascal((**control).contrlTitle, pascalView(title));
     controls::draw(control);
 }
 
 void GetCTitle(ControlHandle control, Str255 title)
 {
-    copyTitle(title, (**control).contrlTitle);
+    setPascal(title, pascalView((**control).contrlTitle));
 }
 
 void SetCtlColor(ControlHandle control, Handle colorTable)

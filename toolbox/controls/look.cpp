@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "controls/scroll_bar.h"
+#include "memory/locked.h"
 #include "quickdraw/dimming.h"
+#include "quickdraw/port_scope.h"
 #include "textedit/lines.h"
 #include "toolbox/host/text.h"
 #include "windows/color_table.h"
-#include "windows/locked.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::controls {
 namespace {
@@ -22,7 +22,7 @@ constexpr int dimmed = 255;
 struct Colors {
     explicit Colors(const ControlRecord &control)
     {
-        if (!control.colorTable || !windows::screenHasColors())
+        if (!control.colorTable || !windows::displayHasColors())
             return;
         windows::ColorTable table = windows::readColorTable(control.colorTable);
         auto take = [&](int part, int32_t &into) {
@@ -174,8 +174,8 @@ void draw(ControlHandle control)
     Locked record(control);
     if (!record->contrlVis)
         return;
-    DrawingScope scope(record->contrlOwner);
-    ClipScope clip(record->contrlRect);
+    quickdraw::DrawingScope scope(record->contrlOwner);
+    quickdraw::ClipScope clip(record->contrlRect);
     if (isPushButton(*record))
         drawPushButton(*record);
     else if (record->procID == scrollBarProc)
@@ -187,7 +187,7 @@ void draw(ControlHandle control)
 void erase(ControlHandle control)
 {
     Locked record(control);
-    PortScope current(record->contrlOwner);
+    quickdraw::PortScope current(record->contrlOwner);
     Rect r = record->contrlRect;
     EraseRect(&r);
     InvalRect(&r);

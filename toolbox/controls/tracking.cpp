@@ -2,11 +2,11 @@
 #include "controls/look.h"
 #include "controls/scroll_bar.h"
 #include "events/tracking.h"
+#include "memory/locked.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/controls.h"
 #include "toolbox/events.h"
 #include "toolbox/host/trace.h"
-#include "windows/locked.h"
-#include "windows/port_scope.h"
 
 using namespace toolbox;
 
@@ -16,12 +16,12 @@ using ScrollAction = void (*)(ControlHandle, int16_t);
 
 Point localOf(ControlHandle control, Point global)
 {
-    PortScope current((**control).contrlOwner);
+    quickdraw::PortScope current((**control).contrlOwner);
     GlobalToLocal(&global);
     return global;
 }
 
-// A hilited control answers for its parts as usual.
+// A hilited control has its parts as usual.
 int16_t partUnder(ControlHandle control, Point local)
 {
     return TestControl(control, local);
@@ -43,7 +43,7 @@ int16_t trackPart(ControlHandle control, Point local, int16_t part)
     return 0;
 }
 
-// The release ended a loop over StillDown; nobody is to get it as an event.
+// The release ended a loop over StillDown; it is not to become an event.
 void dropRelease()
 {
     EventRecord event;
@@ -54,7 +54,7 @@ void dropRelease()
 
 int16_t trackRepeating(ControlHandle control, int16_t part, ScrollAction action)
 {
-    PortScope current((**control).contrlOwner);
+    quickdraw::PortScope current((**control).contrlOwner);
     Point where;
     bool inside;
     do {

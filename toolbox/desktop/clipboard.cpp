@@ -2,6 +2,8 @@
 
 #include <SDL.h>
 
+#include "toolbox/host/utf8.h"
+
 namespace toolbox::desktop {
 namespace {
 
@@ -16,12 +18,8 @@ std::size_t hashOf(const std::string &text)
 
 std::string tidied(std::string text)
 {
-    if (text.size() > mostBytes) {
-        std::size_t end = mostBytes;
-        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-            --end;
-        text.resize(end);
-    }
+    if (text.size() > mostBytes)
+        text.resize(beginningOfCharacter(text, mostBytes));
     std::string lines;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '\r')

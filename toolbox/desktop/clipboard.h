@@ -11,8 +11,8 @@ namespace toolbox::desktop {
 // longer than any field holds.
 std::string tidied(std::string text);
 
-// Not every window system tells when the clipboard changes, so it is looked at
-// whenever somebody asks: what differs from last time is another program's.
+// Not every window system reports when the clipboard changes, so it is looked at
+// whenever it is asked for: what differs from last time is another program's.
 class Clipboard {
 public:
     std::string text();

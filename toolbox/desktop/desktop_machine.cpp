@@ -25,8 +25,8 @@ Moment sooner(Moment a, Moment b)
 DesktopMachine::DesktopMachine(const DesktopOptions &options)
     : window_(options), keyboard_(queue_, [this] { beep(); })
 {
-    screen_.depth = options.depth;
-    settleScreen();
+    display_.depth = options.depth;
+    settleDisplay();
     queue_ = {};
 }
 
@@ -59,7 +59,7 @@ void DesktopMachine::doWhatIsDue()
 {
     const auto now = Clock::now();
     if (settlesAt_ && now >= *settlesAt_)
-        settleScreen();
+        settleDisplay();
     if (window_.drawn() && now >= lastShown_ + frameTime) {
         window_.show();
         lastShown_ = now;
@@ -149,30 +149,30 @@ void DesktopMachine::takeWindowEvent(const SDL_WindowEvent &event)
     }
 }
 
-// --- The screen ---------------------------------------------------------------
+// --- The display ---------------------------------------------------------------
 
 std::vector<Screen> DesktopMachine::screens()
 {
-    return {screen_};
+    return {display_};
 }
 
 // A display of another scale gets a window of the same size in QuickDraw's
 // pixels, where the window's size is the program's to choose; the new size then
 // settles as any other.
-void DesktopMachine::settleScreen()
+void DesktopMachine::settleDisplay()
 {
     settlesAt_.reset();
     const int scale = window_.scale();
-    const Screen before = screen_;
+    const Screen before = display_;
     if (scale != before.scale || before.bounds.right == 0)
         window_.keepAbove(smallestWidth, smallestHeight, scale);
     const SDL_Point pixels = window_.pixels();
-    screen_.scale = scale;
-    screen_.bounds = Rect{0, 0, static_cast<std::int16_t>(std::max(pixels.y / scale, 1)),
+    display_.scale = scale;
+    display_.bounds = Rect{0, 0, static_cast<std::int16_t>(std::max(pixels.y / scale, 1)),
                           static_cast<std::int16_t>(std::max(pixels.x / scale, 1))};
     mouse_.setRatio(window_.pixelsPerUnit() / scale);
-    if (scale == before.scale && screen_.bounds.right == before.bounds.right &&
-        screen_.bounds.bottom == before.bounds.bottom)
+    if (scale == before.scale && display_.bounds.right == before.bounds.right &&
+        display_.bounds.bottom == before.bounds.bottom)
         return;
     if (scale != before.scale && before.bounds.right > 0)
         window_.resize(before.bounds.right, before.bounds.bottom, scale);
@@ -189,9 +189,9 @@ void DesktopMachine::setDepth(int bits)
 {
     if (!isDepth(bits))
         throw std::invalid_argument("the depth is 1, 2, 4, 8 or 32");
-    if (bits == screen_.depth)
+    if (bits == display_.depth)
         return;
-    screen_.depth = bits;
+    display_.depth = bits;
     queue_.push({.kind = Input::Kind::screensChanged});
 }
 

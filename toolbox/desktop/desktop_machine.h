@@ -33,7 +33,7 @@ public:
     void setCursor(CursorShape shape) override;
 
     void setDepth(int bits) override;
-    int depth() const override { return screen_.depth; }
+    int depth() const override { return display_.depth; }
     void setFullScreen(bool wanted) override;
     bool fullScreen() const override { return window_.fullScreen(); }
     void setTitle(const std::string &title) override { window_.setTitle(title); }
@@ -49,7 +49,7 @@ private:
     void doWhatIsDue();
     std::optional<Clock::time_point> nextDue() const;
     Clock::time_point timeOf(std::uint32_t tick) const;
-    void settleScreen();
+    void settleDisplay();
     void noticeClipboard();
 
     Window window_;
@@ -59,7 +59,7 @@ private:
     Clipboard clipboard_;
     std::uint32_t announcedClipboard_ = 0;   // the serial of the last clipboardChanged
     Sound sound_;
-    Screen screen_{};
+    Screen display_{};
     const Clock::time_point start_ = Clock::now();
     Clock::time_point lastShown_{};
     std::optional<Clock::time_point> settlesAt_;   // of a new size

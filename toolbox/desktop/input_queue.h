@@ -12,8 +12,8 @@ namespace toolbox::desktop {
 class InputQueue {
 public:
     // A move that follows a move takes its place, so that a slow reader sees
-    // where the mouse is and not where it has been. News of screens, clipboard
-    // and quitting are told once until they are taken.
+    // where the mouse is and not where it has been. News of displays, clipboard
+    // and quitting are kept once until they are taken.
     void push(const Input &input);
     std::optional<Input> take();
     bool empty() const { return inputs_.empty(); }

@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "text/utf8.h"
 #include "toolbox/host/text.h"
+#include "toolbox/host/utf8.h"
+#include "toolbox/keys.h"
 
 namespace toolbox::desktop {
 namespace {
@@ -17,12 +18,25 @@ struct NamedKey {
 };
 
 constexpr NamedKey namedKeys[] = {
-    {SDLK_RETURN, 0x0D}, {SDLK_KP_ENTER, 0x03}, {SDLK_TAB, 0x09},      {SDLK_ESCAPE, 0x1B}, {SDLK_BACKSPACE, 0x08},
-    {SDLK_DELETE, 0x7F}, {SDLK_LEFT, 0x1C},     {SDLK_RIGHT, 0x1D},    {SDLK_UP, 0x1E},     {SDLK_DOWN, 0x1F},
-    {SDLK_HOME, 0x01},   {SDLK_END, 0x04},      {SDLK_PAGEUP, 0x0B},   {SDLK_PAGEDOWN, 0x0C}, {SDLK_INSERT, 0x05},
-    {SDLK_HELP, 0x05},   {SDLK_CLEAR, 0x1B},    {SDLK_KP_CLEAR, 0x1B},
+    {SDLK_RETURN, key::carriageReturn},
+    {SDLK_KP_ENTER, key::enter},
+    {SDLK_TAB, key::tab},
+    {SDLK_ESCAPE, key::escape},
+    {SDLK_CLEAR, key::escape},
+    {SDLK_KP_CLEAR, key::escape},
+    {SDLK_BACKSPACE, key::backspace},
+    {SDLK_DELETE, key::forwardDelete},
+    {SDLK_LEFT, key::leftArrow},
+    {SDLK_RIGHT, key::rightArrow},
+    {SDLK_UP, key::upArrow},
+    {SDLK_DOWN, key::downArrow},
+    {SDLK_HOME, key::home},
+    {SDLK_END, key::end},
+    {SDLK_PAGEUP, key::pageUp},
+    {SDLK_PAGEDOWN, key::pageDown},
+    {SDLK_INSERT, key::help},
+    {SDLK_HELP, key::help},
 };
-constexpr std::uint8_t functionKey = 0x10;
 
 // Runs of keys that follow each other in SDL's numbering.
 struct Run {
@@ -33,15 +47,17 @@ struct Run {
 constexpr std::uint8_t letters[] = {0x00, 0x0B, 0x08, 0x02, 0x0E, 0x03, 0x05, 0x04, 0x22, 0x26, 0x28, 0x25, 0x2E,
                                     0x2D, 0x1F, 0x23, 0x0C, 0x0F, 0x01, 0x11, 0x20, 0x09, 0x0D, 0x07, 0x10, 0x06};
 constexpr std::uint8_t digits[] = {0x12, 0x13, 0x14, 0x15, 0x17, 0x16, 0x1A, 0x1C, 0x19, 0x1D};
-// Return, Escape, Backspace, Tab, Space, - = [ ] \ and its twin, ; ' ` , . /
-constexpr std::uint8_t punctuation[] = {0x24, 0x35, 0x33, 0x30, 0x31, 0x1B, 0x18, 0x21, 0x1E,
-                                        0x2A, 0x2A, 0x29, 0x27, 0x32, 0x2B, 0x2F, 0x2C};
+// After the first five: - = [ ] \ and its twin, ; ' ` , . /
+constexpr std::uint8_t punctuation[] = {
+    keycode::carriageReturn, keycode::escape, keycode::backspace, keycode::tab, keycode::space, 0x1B, 0x18, 0x21,
+    0x1E, 0x2A, 0x2A, 0x29, 0x27, 0x32, 0x2B, keycode::period, 0x2C};
 constexpr std::uint8_t functions[] = {0x7A, 0x78, 0x63, 0x76, 0x60, 0x61, 0x62, 0x64, 0x65, 0x6D, 0x67, 0x6F};
 constexpr std::uint8_t moreFunctions[] = {0x69, 0x6B, 0x71};
-// Insert, Home, Page Up, Delete, End, Page Down, Right, Left, Down, Up.
-constexpr std::uint8_t navigation[] = {0x72, 0x73, 0x74, 0x75, 0x77, 0x79, 0x7C, 0x7B, 0x7D, 0x7E};
+constexpr std::uint8_t navigation[] = {keycode::help,     keycode::home,       keycode::pageUp,
+                                       keycode::forwardDelete, keycode::end,   keycode::pageDown,
+                                       keycode::rightArrow, keycode::leftArrow, keycode::downArrow, keycode::upArrow};
 // Clear, / * - + Enter, 1 to 9, 0, and the period; then the key beside the left Shift.
-constexpr std::uint8_t pad[] = {0x47, 0x4B, 0x43, 0x4E, 0x45, 0x4C, 0x53, 0x54, 0x55,
+constexpr std::uint8_t pad[] = {0x47, 0x4B, 0x43, 0x4E, 0x45, keycode::enter, 0x53, 0x54, 0x55,
                                 0x56, 0x57, 0x58, 0x59, 0x5B, 0x5C, 0x52, 0x41, 0x0A};
 
 template <std::size_t size>
@@ -57,9 +73,9 @@ constexpr Run runs[] = {
     run(SDL_SCANCODE_NUMLOCKCLEAR, pad),
 };
 
-bool isFunctionKey(SDL_Keycode key)
+bool isFunctionKey(SDL_Keycode sym)
 {
-    return (key >= SDLK_F1 && key <= SDLK_F12) || (key >= SDLK_F13 && key <= SDLK_F15);
+    return (sym >= SDLK_F1 && sym <= SDLK_F12) || (sym >= SDLK_F13 && sym <= SDLK_F15);
 }
 
 std::optional<std::uint8_t> padCharacter(SDL_Scancode place)
@@ -79,15 +95,15 @@ std::uint8_t keyCodeOf(SDL_Scancode place)
         if (offset >= 0 && static_cast<std::size_t>(offset) < keys.codes.size())
             return keys.codes[static_cast<std::size_t>(offset)];
     }
-    return place == SDL_SCANCODE_HELP ? 0x72 : 0;
+    return place == SDL_SCANCODE_HELP ? keycode::help : 0;
 }
 
-std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode key)
+std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode sym)
 {
-    if (isFunctionKey(key))
-        return functionKey;
+    if (isFunctionKey(sym))
+        return key::function;
     auto found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
-                              [=](const NamedKey &named) { return named.key == key; });
+                              [=](const NamedKey &named) { return named.key == sym; });
     if (found == std::end(namedKeys))
         return std::nullopt;
     return found->character;
@@ -116,7 +132,7 @@ std::optional<NavigationKey> navigationKey(SDL_Scancode place)
 std::optional<std::uint8_t> plainCharacter(const SDL_Keysym &key)
 {
     const bool letterPlace = key.scancode >= SDL_SCANCODE_A && key.scancode <= SDL_SCANCODE_Z;
-    if (letterPlace && (key.sym < ' ' || key.sym >= 0x7F))
+    if (letterPlace && (key.sym < ' ' || key.sym >= SDLK_DELETE))
         return static_cast<std::uint8_t>('a' + (key.scancode - SDL_SCANCODE_A));
     if (key.sym & SDLK_SCANCODE_MASK)
         return padCharacter(key.scancode);

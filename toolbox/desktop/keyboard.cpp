@@ -3,6 +3,7 @@
 #include "desktop/key_table.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox::desktop {
 namespace {
@@ -11,15 +12,6 @@ namespace {
 bool isCommand(int modifiers)
 {
     return (modifiers & (KMOD_CTRL | KMOD_GUI)) && !(modifiers & (KMOD_RALT | KMOD_MODE));
-}
-
-// The bytes of the character that begins there.
-std::size_t characterLength(const std::string &utf8, std::size_t at)
-{
-    std::size_t end = at + 1;
-    while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xC0) == 0x80)
-        ++end;
-    return end - at;
 }
 
 }  // namespace
@@ -108,9 +100,9 @@ void Keyboard::text(const std::string &utf8)
     if (auto roman = romanFromUtf8(utf8))
         return type(*roman);
     std::string known;
-    for (std::size_t at = 0, length; at < utf8.size(); at += length) {
-        length = characterLength(utf8, at);
-        known += romanFromUtf8(utf8.substr(at, length)).value_or("");
+    for (std::size_t at = 0, end; at < utf8.size(); at = end) {
+        end = endOfCharacter(utf8, at);
+        known += romanFromUtf8(utf8.substr(at, end - at)).value_or("");
     }
     type(known);
     refused_();

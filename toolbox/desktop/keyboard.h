@@ -18,7 +18,7 @@ std::uint16_t toolboxModifiers(int sdlModifiers);
 
 // A key press and the text it types are two events of SDL's, the second of
 // which may never come (a dead key) or come alone (an input method). Keys that
-// type nothing and keys with Command are told from the first, all others from
+// type nothing and keys with Command are known from the first, all others from
 // the second, so that no character is lost and none comes twice.
 class Keyboard {
 public:

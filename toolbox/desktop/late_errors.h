@@ -1,4 +1,4 @@
-// Errors of the X server that come when nobody can want them any more. Private
+// Errors of the X server that come too late to matter. Private
 // to the desktop machine.
 #pragma once
 
@@ -6,7 +6,7 @@ namespace toolbox::desktop {
 
 // SDL wakes its own wait by a message to the window, on a connection of its
 // own. One still under way when the window closes finds no window there, and
-// Xlib ends a process at an error nobody looks at, with status 1. To be made
+// Xlib ends a process at an error that is not looked at, with status 1. To be made
 // before SDL's video is started, which puts back the handler it found before it
 // closes that connection, and to go after it has ended.
 class LateErrors {

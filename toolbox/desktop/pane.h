@@ -21,11 +21,13 @@ struct Pane {
     virtual bool showAll(const Picture &picture) = 0;
 };
 
-// The window must outlive its pane. DesktopError when there is no way.
-std::unique_ptr<Pane> makePane(SDL_Window *window);
-// For a window on Wayland.
-std::unique_ptr<Pane> makeWaylandPane(SDL_Window *window);
-
-SDL_Point pixelsOf(SDL_Window *window);
+// The window's size in pixels of the display, which may be smaller than SDL's
+// units.
+inline SDL_Point pixelsOf(SDL_Window *window)
+{
+    SDL_Point size;
+    SDL_GetWindowSizeInPixels(window, &size.x, &size.y);
+    return size;
+}
 
 }  // namespace toolbox::desktop

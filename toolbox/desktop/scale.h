@@ -19,7 +19,7 @@ struct DisplayFacts {
 };
 
 // 1 to 3. What was asked for counts first; then the window system's own ratio;
-// where it has none, what the person told other programs, and at last the
+// where it has none, what the person has set for other programs, and at last the
 // display's density, one for each 96 dots an inch.
 int chooseScale(const DisplayFacts &facts);
 

@@ -29,8 +29,8 @@ void sayNothing(const char *, int, const char *, int, const char *, ...)
 {
 }
 
-// The library for sound cards tells standard error at length that there is
-// none, unless it is given somebody else to tell.
+// The library for sound cards writes to standard error at length that there
+// is none, unless it is given a procedure to call instead.
 void quietSoundLibrary()
 {
     void *library = dlopen("libasound.so.2", RTLD_NOW | RTLD_LOCAL);

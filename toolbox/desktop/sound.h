@@ -19,7 +19,7 @@ public:
 
     ~Sound();
     // Starts unsigned 8-bit samples, one channel, in place of what plays.
-    // Answers when they will be over; nothing when they cannot be played.
+    // Returns when they will be over; nothing when they cannot be played.
     std::optional<Clock::time_point> start(const std::vector<std::uint8_t> &samples, double samplesPerSecond);
     void startBeep();
     void fallSilent();

@@ -1,6 +1,7 @@
 // Pixels in memory that is shared with the Wayland compositor. SDL would send
 // them through a graphics driver, with twice the memory and copies between.
-#include "desktop/pane.h"
+#include "desktop/wayland_pane.h"
+
 #include "toolbox/host/desktop.h"
 
 #include <SDL_syswm.h>   // last of ours: it brings in X's macros

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "desktop/make_pane.h"
 #include "desktop/scale.h"
 
 namespace toolbox::desktop {

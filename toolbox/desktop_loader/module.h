@@ -10,7 +10,7 @@ constexpr bool isDepth(int bits)
     return bits == 1 || bits == 2 || bits == 4 || bits == 8 || bits == 32;
 }
 
-// Opens the window. The caller owns the answer; throws as openDesktop does.
+// Opens the window. The caller owns what is returned; throws as openDesktop does.
 using OpenDesktopProc = Desktop *(const DesktopOptions &options);
 inline constexpr const char *openDesktopName = "riders_open_desktop";
 

@@ -1,13 +1,13 @@
-// Alerts: dialogs of four stages that answer one item and are gone.
+// Alerts: dialogs of four stages that are closed once an item is hit.
 #include <algorithm>
 
 #include "dialogs/dialog_list.h"
 #include "dialogs/making.h"
 #include "dialogs/modal.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/system.h"
-#include "windows/port_scope.h"
 
 using namespace toolbox;
 using namespace toolbox::dialogs;
@@ -41,7 +41,7 @@ DialogTemplate asDialog(const AlertTemplate &from)
 
 int16_t showAndAsk(Dialog &dialog, ModalFilterProcPtr filter)
 {
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     ShowWindow(dialog.pointer());
     int16_t hit = runModally(dialog.pointer(), filter);
     trace::line("alert %d gave %d", dialog.id, hit);

@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "dialogs/edit_field.h"
+#include "dialogs/icons.h"
 #include "dialogs/parameters.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::dialogs {
 namespace {
@@ -36,7 +37,7 @@ void drawUserItem(Dialog &dialog, int number)
     Handle procedure = dialog.item(number)->handle;
     if (!procedure)
         return;
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     reinterpret_cast<UserItemProcPtr>(procedure)(dialog.pointer(), static_cast<int16_t>(number));
 }
 
@@ -46,7 +47,7 @@ void outlineDefaultItem(Dialog &dialog)
     const Item *item = dialog.item(dialog.record->aDefItem);
     if (!item || item->kind() != ctrlItem)
         return;
-    DrawingScope scope(dialog.pointer());
+    quickdraw::DrawingScope scope(dialog.pointer());
     Rect frame = item->box;
     int16_t corner = static_cast<int16_t>(std::max(16, (frame.bottom - frame.top) / 2));
     InsetRect(&frame, -4, -4);
@@ -66,7 +67,7 @@ void drawItem(Dialog &dialog, int number)
             Draw1Control(reinterpret_cast<ControlHandle>(item.handle));
         return;
     }
-    DrawingScope scope(dialog.pointer());
+    quickdraw::DrawingScope scope(dialog.pointer());
     switch (item.kind()) {
     case statText: return drawStaticText(item);
     case editText: return drawEditItem(dialog, number);
@@ -83,7 +84,7 @@ void drawAll(Dialog &dialog)
         return;
     outlineDefaultItem(dialog);
     if (dialog.alertIcon >= 0) {
-        DrawingScope scope(dialog.pointer());
+        quickdraw::DrawingScope scope(dialog.pointer());
         drawIcon(GetResource('ICON', dialog.alertIcon), dialog.alertIcon, alertIconBox);
     }
 }

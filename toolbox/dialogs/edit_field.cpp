@@ -1,9 +1,9 @@
 #include "dialogs/edit_field.h"
 
+#include "memory/locked.h"
+#include "quickdraw/port_scope.h"
 #include "textedit/lines.h"
 #include "toolbox/memory.h"
-#include "windows/locked.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::dialogs {
 namespace {
@@ -15,7 +15,7 @@ bool haveRecord(Dialog &dialog)
     DialogPeek record = dialog.record;
     if (record->textH)
         return true;
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     Rect nowhere{};
     record->textH = TENew(&nowhere, &nowhere);
     if (!record->textH)
@@ -39,7 +39,7 @@ void leave(Dialog &dialog)
 void attach(Dialog &dialog, const Item &item)
 {
     DialogPeek record = dialog.record;
-    DrawingScope scope(dialog.pointer());
+    quickdraw::DrawingScope scope(dialog.pointer());
     bool single = isSingleLine(item.box);
     {
         Locked text(record->textH);
@@ -117,7 +117,7 @@ void releaseText(Dialog &dialog)
 void drawEditItem(Dialog &dialog, int number)
 {
     const Item &item = *dialog.item(number);
-    DrawingScope scope(dialog.pointer());
+    quickdraw::DrawingScope scope(dialog.pointer());
     Rect frame = item.box;
     InsetRect(&frame, -frameGap, -frameGap);
     FrameRect(&frame);
@@ -132,3 +132,13 @@ void drawEditItem(Dialog &dialog, int number)
 }
 
 }  // namespace toolbox::dialogs
+
+using namespace toolbox::dialogs;
+
+void SelIText(DialogPtr dialog, int16_t number, int16_t start, int16_t end)
+{
+    Dialog *found = find(dialog);
+    if (!found || !makeCurrent(*found, number))
+        return;
+    TESetSelect(start, end, found->record->textH);
+}

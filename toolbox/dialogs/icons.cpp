@@ -1,6 +1,7 @@
+#include "dialogs/icons.h"
+
 #include <initializer_list>
 
-#include "dialogs/drawing.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 

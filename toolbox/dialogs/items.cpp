@@ -5,9 +5,9 @@
 #include "dialogs/dialog_list.h"
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/memory.h"
-#include "windows/port_scope.h"
 
 using namespace toolbox;
 using namespace toolbox::dialogs;
@@ -100,7 +100,7 @@ void HideDItem(DialogPtr dialog, int16_t number)
     if (ControlHandle control = controlOf(*item))
         HideControl(control);
     moveAcross(*find(dialog), number, hidingOffset);
-    PortScope current(dialog);
+    quickdraw::PortScope current(dialog);
     EraseRect(&area);
     InvalRect(&area);
 }
@@ -117,7 +117,7 @@ void ShowDItem(DialogPtr dialog, int16_t number)
         (**control).contrlRect = box;
         ShowControl(control);
     }
-    PortScope current(dialog);
+    quickdraw::PortScope current(dialog);
     Rect area = drawnArea(*item);
     InvalRect(&area);
 }
@@ -159,12 +159,4 @@ void SetIText(Handle item, ConstStr255Param text)
         TECalText(place.dialog->record->textH);
     }
     drawItem(*place.dialog, place.number);
-}
-
-void SelIText(DialogPtr dialog, int16_t number, int16_t start, int16_t end)
-{
-    Dialog *found = find(dialog);
-    if (!found || !makeCurrent(*found, number))
-        return;
-    TESetSelect(start, end, found->record->textH);
 }

@@ -5,11 +5,11 @@
 #include "dialogs/edit_field.h"
 #include "dialogs/parameters.h"
 #include "dialogs/placement.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
-#include "windows/port_scope.h"
 #include "windows/window_list.h"
 
 namespace toolbox::dialogs {
@@ -73,7 +73,7 @@ bool selectFirstEditItem(Dialog &dialog)
 
 bool makeItems(Dialog &dialog, const std::vector<ItemTemplate> &from)
 {
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     for (const ItemTemplate &item : from) {
         dialog.items.emplace_back();
         if (!makeItem(dialog, dialog.items.back(), item))
@@ -106,7 +106,7 @@ DialogPeek makeWindow(const DialogTemplate &from, void *storage, WindowPtr behin
 std::string placeAndSize(DialogPtr dialog)
 {
     Point corner{dialog->portRect.top, dialog->portRect.left};
-    PortScope current(dialog);
+    quickdraw::PortScope current(dialog);
     LocalToGlobal(&corner);
     return std::to_string(corner.h) + "," + std::to_string(corner.v) + " " +
            std::to_string(dialog->portRect.right - dialog->portRect.left) + "x" +
@@ -119,7 +119,7 @@ void watch(WindowPtr window, windows::Change change)
     if (!dialog || !dialog->complete)
         return;
     if (change == windows::Change::shown)
-        bringOntoScreens(window);
+        bringOntoDisplays(window);
     const char *kind = dialog->alert ? "alert" : "dialog";
     if (change == windows::Change::shown)
         trace::line("%s %d shown at %s", kind, dialog->id, placeAndSize(window).c_str());

@@ -5,18 +5,18 @@
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
 #include "dialogs/quitting.h"
+#include "quickdraw/port_scope.h"
 #include "textedit/keys.h"
 #include "toolbox/events.h"
+#include "toolbox/host/flash_button.h"
 #include "toolbox/host/session.h"
+#include "toolbox/keys.h"
 #include "toolbox/system.h"
-#include "windows/port_scope.h"
 #include "windows/window_list.h"
 
 namespace toolbox::dialogs {
 namespace {
 
-enum Key { enter = 0x03, tab = 0x09, carriageReturn = 0x0D };
-constexpr int flashTicks = 8;
 constexpr int16_t nothing = 0;
 
 int characterOf(const EventRecord &event)
@@ -26,8 +26,8 @@ int characterOf(const EventRecord &event)
 
 Boolean standardFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
-    int key = characterOf(*event);
-    if (event->what != keyDown || (key != carriageReturn && key != enter))
+    int character = characterOf(*event);
+    if (event->what != keyDown || (character != key::carriageReturn && character != key::enter))
         return false;
     Dialog *found = find(dialog);
     int16_t number = found->record->aDefItem;
@@ -37,9 +37,7 @@ Boolean standardFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     ControlHandle button = reinterpret_cast<ControlHandle>(item->handle);
     if ((**button).contrlHilite == 255)
         return false;
-    HiliteControl(button, inButton);
-    Delay(flashTicks, nullptr);
-    HiliteControl(button, 0);
+    flashButton(button);
     *itemHit = number;
     return true;
 }
@@ -63,11 +61,11 @@ void pressOutside(Dialog &dialog, const EventRecord &event)
     WindowPtr window;
     if (FindWindow(event.where, &window) != inDrag || window != dialog.pointer())
         return SysBeep(1);
-    Rect screens = (**GetGrayRgn()).rgnBBox;
-    DragWindow(window, event.where, &screens);
+    Rect displays = (**GetGrayRgn()).rgnBBox;
+    DragWindow(window, event.where, &displays);
 }
 
-// The number of the item if it answers.
+// The number of the item if it can be hit.
 int16_t ifEnabled(Dialog &dialog, int number)
 {
     Item *item = dialog.item(number);
@@ -84,7 +82,7 @@ int16_t pressInEditItem(Dialog &dialog, int number, const EventRecord &event, Po
 int16_t press(Dialog &dialog, const EventRecord &event)
 {
     Point local = event.where;
-    PortScope current(dialog.pointer());
+    quickdraw::PortScope current(dialog.pointer());
     GlobalToLocal(&local);
     int number = FindDItem(dialog.pointer(), local) + 1;
     Item *item = dialog.item(number);
@@ -98,28 +96,28 @@ int16_t press(Dialog &dialog, const EventRecord &event)
     return control && TrackControl(control, local, nullptr) ? ifEnabled(dialog, number) : nothing;
 }
 
-// From system 7 on; earlier the caller's filter edits, or nobody.
-void commandKey(Dialog &dialog, int key)
+// From system 7 on; earlier the caller's filter edits, if there is one.
+void commandKey(Dialog &dialog, int character)
 {
     if (configuration().systemVersion >= 0x0700)
-        DlgCommandKey(dialog.pointer(), static_cast<int16_t>(key));
+        DlgCommandKey(dialog.pointer(), static_cast<int16_t>(character));
 }
 
 int16_t typeKey(Dialog &dialog, const EventRecord &event)
 {
-    int key = characterOf(event);
+    int character = characterOf(event);
     if (dialog.record->editField < 0)
         return nothing;
-    if ((event.modifiers & cmdKey) && !textedit::movesCaret(key))
-        commandKey(dialog, key);
-    else if (key == tab)
+    if ((event.modifiers & cmdKey) && !textedit::movesCaret(character))
+        commandKey(dialog, character);
+    else if (character == key::tab)
         tabTo(dialog, event.modifiers & shiftKey ? -1 : 1);
-    else if (textedit::isTyped(key))
-        textedit::typeKey(dialog.record->textH, key, event.modifiers);
+    else if (textedit::isTyped(character))
+        textedit::typeKey(dialog.record->textH, character, event.modifiers);
     return ifEnabled(dialog, dialog.record->editField + 1);
 }
 
-// Any dialog's; other windows are drawn by whoever owns them, after us.
+// Any dialog's; other windows are drawn by their owners, after us.
 void update(WindowPtr window)
 {
     Dialog *dialog = find(window);
@@ -178,7 +176,7 @@ int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
         WaitNextEvent(everyEvent, &event, 1);
         Dialog *running = find(dialog);
         if (isOutside(*running, event) && !isMovable(*running)) {
-            SysBeep(1);   // concerns nobody, not even the filter
+            SysBeep(1);   // not for the dialog, nor for the filter
             continue;
         }
         SetPort(dialog);

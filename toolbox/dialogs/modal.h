@@ -5,8 +5,8 @@
 
 namespace toolbox::dialogs {
 
-// Until an enabled item of the dialog is hit or the filter answers true; what
-// the filter stored, or the item. Nil filter: Return and Enter answer the
+// Until an enabled item of the dialog is hit or the filter returns true; what
+// the filter stored, or the item. Nil filter: Return and Enter press the
 // default item.
 int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter);
 

@@ -3,37 +3,38 @@
 #include <algorithm>
 
 #include "quickdraw/region_data.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/quickdraw.h"
 #include "windows/frame.h"
-#include "windows/onto_screens.h"
+#include "windows/onto_displays.h"
 #include "windows/window_list.h"
 
 namespace toolbox::dialogs {
 namespace {
 
 // So many steps from the corner, from where on it begins again at the corner.
-Rect staggered(Rect bounds, const Rect &screen)
+Rect staggered(Rect bounds, const Rect &display)
 {
     constexpr int step = 20, besideFrame = 10, belowTitle = 30;
     const auto visible = std::count_if(windows::list.begin(), windows::list.end(),
                                        [](const windows::Window &window) { return window.record->visible; });
-    const int roomAcross = screen.right - screen.left - besideFrame - (bounds.right - bounds.left);
-    const int roomDown = screen.bottom - screen.top - belowTitle - (bounds.bottom - bounds.top);
+    const int roomAcross = display.right - display.left - besideFrame - (bounds.right - bounds.left);
+    const int roomDown = display.bottom - display.top - belowTitle - (bounds.bottom - bounds.top);
     const int places = std::max(0, std::min(roomAcross, roomDown)) / step + 1;
     const int away = static_cast<int>(visible) % places * step;
-    OffsetRect(&bounds, static_cast<int16_t>(screen.left + besideFrame + away - bounds.left),
-               static_cast<int16_t>(screen.top + belowTitle + away - bounds.top));
+    OffsetRect(&bounds, static_cast<int16_t>(display.left + besideFrame + away - bounds.left),
+               static_cast<int16_t>(display.top + belowTitle + away - bounds.top));
     return bounds;
 }
 
 }  // namespace
 
-void bringOntoScreens(DialogPtr dialog)
+void bringOntoDisplays(DialogPtr dialog)
 {
     const windows::Window &window = *windows::find(dialog);
     if (windows::hasTitleBar(*window.record) || !windows::isLost(window, quickdraw::areaOf(GetGrayRgn())))
         return;
-    const Point way = windows::wayOntoScreens(window.structure.bounds());
+    const Point way = windows::wayOntoDisplays(window.structure.bounds());
     const Rect &content = window.contentRect;
     MoveWindow(dialog, static_cast<int16_t>(content.left + way.h), static_cast<int16_t>(content.top + way.v), false);
 }
@@ -44,12 +45,12 @@ Rect placed(Rect bounds, int16_t position)
     constexpr int how = 0x3800, centred = 0x2800, alertLike = 0x3000, stagger = 0x3800;
     if ((position & 0xFF) != 0x0A)
         return bounds;
-    Rect screen = qd.screenBits.bounds;
-    screen.top += 20;
+    Rect display = qd.screenBits.bounds;
+    display.top = static_cast<int16_t>(display.top + menuBarHeight);
     if ((position & how) == stagger)
-        return staggered(bounds, screen);
-    int freeAcross = screen.right - screen.left - (bounds.right - bounds.left);
-    int freeDown = screen.bottom - screen.top - (bounds.bottom - bounds.top);
+        return staggered(bounds, display);
+    int freeAcross = display.right - display.left - (bounds.right - bounds.left);
+    int freeDown = display.bottom - display.top - (bounds.bottom - bounds.top);
     int above = 0;
     if ((position & how) == centred)
         above = freeDown / 2;
@@ -57,8 +58,8 @@ Rect placed(Rect bounds, int16_t position)
         above = freeDown / 5;
     else
         return bounds;
-    OffsetRect(&bounds, static_cast<int16_t>(screen.left + freeAcross / 2 - bounds.left),
-               static_cast<int16_t>(screen.top + above - bounds.top));
+    OffsetRect(&bounds, static_cast<int16_t>(display.left + freeAcross / 2 - bounds.left),
+               static_cast<int16_t>(display.top + above - bounds.top));
     return bounds;
 }
 

@@ -7,12 +7,12 @@ namespace toolbox::dialogs {
 
 // The bounds moved as the template's position word says: centred, in the upper
 // fifth as alerts are, or staggered, a step right and down for each visible
-// window; on the main screen. Other words leave it alone.
+// window; on the main display. Other words leave it alone.
 Rect placed(Rect bounds, int16_t position);
 
-// A dialog that nobody could drag, and part of which lies on no screen, is moved
-// onto the screen that shows most of it, else the main one. One with a title bar
+// A dialog that cannot be dragged, and part of which lies on no display, is moved
+// onto the display that shows most of it, else the main one. One with a title bar
 // stays where its program wants it.
-void bringOntoScreens(DialogPtr dialog);
+void bringOntoDisplays(DialogPtr dialog);
 
 }  // namespace toolbox::dialogs

@@ -5,6 +5,7 @@
 #include "events/queue.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/trace.h"
+#include "toolbox/keys.h"
 
 namespace toolbox::dialogs {
 namespace {
@@ -44,14 +45,12 @@ int16_t cancelButton(Dialog &dialog)
 
 EventRecord returnKey()
 {
-    constexpr std::uint8_t carriageReturn = 0x0D, returnCode = 0x24;
-    return events::keyStruck(carriageReturn, returnCode);
+    return events::keyStruck(key::carriageReturn, keycode::carriageReturn);
 }
 
 EventRecord cancelKey(bool first)
 {
-    constexpr std::uint8_t escape = 0x1B, escapeCode = 0x35, periodCode = 0x2F;
-    return first ? events::keyStruck(escape, escapeCode) : events::keyStruck('.', periodCode, cmdKey);
+    return first ? events::keyStruck(key::escape, keycode::escape) : events::keyStruck('.', keycode::period, cmdKey);
 }
 
 std::optional<int16_t> askToCancel(Dialog &dialog, ModalFilterProcPtr filter)
@@ -83,7 +82,7 @@ std::optional<int16_t> askToCancel(Dialog &dialog, ModalFilterProcPtr filter)
 
 std::optional<int16_t> askToCancelIfQuitting(Dialog &dialog, const EventRecord &event, ModalFilterProcPtr filter)
 {
-    if (!events::quitWanted())
+    if (!quitAsked())
         dialog.quitAsks = 0;
     else if (event.what == nullEvent)
         return askToCancel(dialog, filter);

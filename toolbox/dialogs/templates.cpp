@@ -11,7 +11,7 @@ namespace toolbox::dialogs {
 namespace {
 
 // A resource's bytes from front to back. What lies beyond the end reads as
-// zero, and complete() tells.
+// zero, and complete() is false then.
 class Reader {
 public:
     explicit Reader(const std::string &bytes) : bytes_(bytes) {}

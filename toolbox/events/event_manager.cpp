@@ -4,8 +4,8 @@
 
 #include "events/input_state.h"
 #include "events/queue.h"
-#include "managers.h"
 #include "quickdraw/present.h"
+#include "session/managers.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/session.h"
 #include "toolbox/quickdraw.h"
@@ -122,11 +122,6 @@ void forgetWindow(WindowPtr window)
     std::erase_if(activates, [&](const Activate &queued) { return queued.window == window; });
 }
 
-bool quitWanted()
-{
-    return state.quit;
-}
-
 EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers)
 {
     EventRecord event = eventNow(keyDown, static_cast<std::uintptr_t>(keyCode) << 8 | character);
@@ -159,6 +154,7 @@ void stopEvents()
     events::state = {};
     events::activates.clear();
     events::nextWindowNeedingUpdate = nullptr;
+    events::displaysChanged = nullptr;
 }
 
 }  // namespace toolbox::managers
@@ -253,7 +249,7 @@ uint32_t GetDblTime(void)
 
 void Delay(uint32_t ticks, uint32_t *finalTicks)
 {
-    quickdraw::presentScreens();
+    quickdraw::presentDisplays();
     machine().passTicks(ticks);
     if (finalTicks)
         *finalTicks = machine().ticks();

@@ -1,13 +1,14 @@
 #include "events/input_state.h"
 
+#include "events/queue.h"
 #include "quickdraw/devices.h"
 #include "quickdraw/present.h"
 #include "toolbox/host/session.h"
-#include "windows/desktop.h"
 
 namespace toolbox::events {
 
 InputState state;
+std::function<void()> displaysChanged;
 
 using Kind = Input::Kind;
 
@@ -40,10 +41,11 @@ static void note(const Input &input)
     switch (input.kind) {
     case Kind::screensChanged:
         quickdraw::rebuildDevices();
-        windows::screensChanged();
+        if (displaysChanged)
+            displaysChanged();
         return;
     case Kind::clipboardChanged:
-        return;  // whoever wants to know asks for the clipboard's serial
+        return;  // what wants to know asks for the clipboard's serial
     case Kind::quit:
         state.quit = true;
         return;
@@ -59,7 +61,7 @@ static void note(const Input &input)
 
 std::optional<Input> takeInput(std::uint32_t waitTicks)
 {
-    quickdraw::presentScreens();
+    quickdraw::presentDisplays();
     std::optional<Input> input = machine().nextInput(waitTicks);
     if (input)
         note(*input);

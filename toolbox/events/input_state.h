@@ -26,9 +26,9 @@ extern InputState state;
 EventRecord eventNow(std::int16_t what, std::uintptr_t message = 0);
 
 // Takes the next input, after showing what has been drawn; with none there
-// lets up to waitTicks pass. Answers what came. Mouse position, button and
+// lets up to waitTicks pass. Returns what came. Mouse position, button and
 // keys are those of the newest input taken, so input is taken one at a time
-// and no sooner than somebody needs it.
+// and no sooner than it is needed.
 std::optional<Input> takeInput(std::uint32_t waitTicks);
 // Queues the event that an input makes; most kinds make one.
 void queueEventFor(const Input &input);

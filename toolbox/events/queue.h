@@ -17,12 +17,14 @@ void forgetWindow(WindowPtr window);
 
 // Set by the Window Manager: the frontmost window with something to draw, nil
 // when there is none. Asked whenever an update event could be delivered; the
-// same window is answered again until its update region is empty.
+// same window is returned again until its update region is empty.
 extern std::function<WindowPtr()> nextWindowNeedingUpdate;
 
-// Whether the person at the machine has asked the program to end.
-bool quitWanted();
-// A key struck now, for programs that are to be told something by a key. Not
+// Set by the Window Manager: called when the machine has announced that its
+// displays have changed, once QuickDraw knows.
+extern std::function<void()> displaysChanged;
+
+// A key struck now, for programs that are asked for something by a key. Not
 // queued.
 EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers = 0);
 

@@ -1,8 +1,8 @@
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 
 #include <algorithm>
 
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace toolbox::files {
 namespace {

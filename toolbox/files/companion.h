@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
 #include "toolbox/types.h"
 
 namespace toolbox::files {
@@ -27,13 +27,13 @@ Companion loadCompanion(const std::filesystem::path &file, AppleDouble &contents
 // replaceWhole. fLckdErr when the file or the companion is read-only.
 OSErr storeCompanion(const std::filesystem::path &file, const AppleDouble &contents);
 
-// The 32 bytes, type and creator filled in where nothing tells them. A damaged
+// The 32 bytes, type and creator filled in where nothing says them. A damaged
 // companion counts as none.
 std::string finderInfoOf(const std::filesystem::path &file);
 // Whether the companion gives the file a type or creator.
 bool hasTypeOfItsOwn(const std::filesystem::path &file);
 // Replaces the first bytes of the Finder information. ioErr for a damaged
-// companion: what it holds may still be of use to somebody.
+// companion: what it holds may still be of use.
 OSErr setFinderInfoOf(const std::filesystem::path &file, std::string_view firstBytes);
 
 OSType typeIn(std::string_view finderInfo);

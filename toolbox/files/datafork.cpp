@@ -11,6 +11,7 @@
 #include "files/companion.h"
 #include "files/openfiles.h"
 #include "files/places.h"
+#include "files/retried.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;

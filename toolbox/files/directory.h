@@ -19,7 +19,7 @@ struct FolderEntry {
 };
 
 enum class FolderOrder { mixed, foldersFirst };
-// A file without a companion is opened to tell its type, which takes time in a
+// A file without a companion is opened to find its type, which takes time in a
 // large folder.
 enum class FolderTypes { told, leftOut };
 

@@ -6,7 +6,7 @@
 #include "files/names.h"
 #include "files/openfiles.h"
 #include "files/places.h"
-#include "managers.h"
+#include "session/managers.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/host/text.h"
 

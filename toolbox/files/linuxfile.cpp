@@ -4,7 +4,11 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
+
+#include "files/retried.h"
+#include "toolbox/host/write_all.h"
 
 namespace fs = std::filesystem;
 
@@ -106,7 +110,7 @@ int Descriptor::release()
 
 int Descriptor::close()
 {
-    // Linux frees the number even where close answers EINTR; trying again
+    // Linux frees the number even where close returns EINTR; trying again
     // could close another file.
     int number = release();
     if (number >= 0 && ::close(number) != 0 && errno != EINTR)
@@ -129,15 +133,7 @@ OSErr statusOf(const fs::path &path, Aim aim, struct stat &status)
 
 OSErr writeAt(int descriptor, const char *bytes, std::size_t count, off_t position, std::size_t &done)
 {
-    done = 0;
-    while (done < count) {
-        ssize_t written = retried(
-            [&] { return pwrite(descriptor, bytes + done, count - done, position + static_cast<off_t>(done)); });
-        if (written <= 0)
-            return written == 0 ? OSErr{ioErr} : errorOf(errno, Aim::change);
-        done += static_cast<std::size_t>(written);
-    }
-    return noErr;
+    return errorOf(writeAll(descriptor, {bytes, count}, position, done), Aim::change);
 }
 
 OSErr readAt(int descriptor, char *bytes, std::size_t count, off_t position, std::size_t &done)
@@ -166,7 +162,7 @@ OSErr readWhole(const fs::path &path, std::size_t limit, std::string &bytes)
     std::size_t done;
     OSErr error = readAt(file.number(), bytes.data(), bytes.size(), 0, done);
     bytes.resize(done);
-    // Shorter than it said: somebody else is cutting it.
+    // Shorter than it said: another program is cutting it.
     return error == eofErr ? OSErr{ioErr} : error;
 }
 

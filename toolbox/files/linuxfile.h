@@ -20,15 +20,6 @@ OSErr errorOf(int number, Aim aim);
 // The same for a call on a path: what is missing may be the file or its folder.
 OSErr errorOf(int number, Aim aim, const std::filesystem::path &path);
 
-// Calls until no signal comes between.
-template <typename Call> auto retried(Call call)
-{
-    auto result = call();
-    while (result == -1 && errno == EINTR)
-        result = call();
-    return result;
-}
-
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}

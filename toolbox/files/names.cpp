@@ -67,7 +67,7 @@ bool startsLikeCompanion(const std::string &name)
     return name.starts_with("._");
 }
 
-// Number tells apart what was cut to the same letters.
+// The number distinguishes what was cut to the same letters.
 std::string aliasNumbered(const std::string &linuxName, int number)
 {
     std::string roman = linuxName;

@@ -1,4 +1,4 @@
-// Resource forks that somebody has open, by the files they belong to.
+// Resource forks that are open, by the files they belong to.
 #pragma once
 
 #include <filesystem>

@@ -80,7 +80,7 @@ fs::path preferencesFolder()
     if (!places.preferencesFolder.empty())
         return places.preferencesFolder;
     fs::path configuration = environment("XDG_CONFIG_HOME");
-    // A relative one is to be ignored, says whoever defined the variable.
+    // A relative one is to be ignored, by the variable's definition.
     if (!configuration.is_absolute())
         configuration = home() / ".config";
     return configuration / "riders";

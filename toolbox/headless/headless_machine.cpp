@@ -54,7 +54,7 @@ int HeadlessMachine::soundsPlayed() const
 }
 
 // What was pushed comes first; the source is asked only when that has run out,
-// and only here, so that it acts when somebody waits and at no other moment.
+// and only here, so that it acts when a program waits and at no other moment.
 std::optional<Input> HeadlessMachine::nextInput(std::uint32_t waitTicks)
 {
     if (queue_.empty() && source_)

@@ -6,20 +6,20 @@
 #include <deque>
 #include <unordered_map>
 
-#include "managers.h"
 #include "memory/heapcore.h"
+#include "session/managers.h"
 #include "toolbox/host/faults.h"
 
 namespace toolbox::heap {
 namespace {
 
-// New bytes and bytes left behind are filled, so that whoever reads them is
+// New bytes and bytes given up are filled, so that what reads them is
 // wrong in the same way every time.
 constexpr int freshByte = 0xF3;
 constexpr int staleByte = 0xDB;
 
 // A freed master pointer rests while this many others are freed after it, so
-// that a handle used too long is recognised instead of being somebody else's.
+// that a handle used too long is recognised instead of being another block's.
 constexpr std::size_t mastersAtRest = 4096;
 
 struct Heap {
@@ -40,7 +40,7 @@ std::int64_t cost(Size byteCount)
     return static_cast<std::int64_t>(byteCount) + blockOverhead;
 }
 
-// Zeros are the C library's: it has pages that nobody needs to fill.
+// Zeros are the C library's: it has pages that need not be filled.
 Ptr freshBlock(Size byteCount, Content content = Content::wild)
 {
     if (content == Content::zeros)
@@ -87,6 +87,17 @@ void empty(Handle handle, Block &block)
     block.size = 0;
 }
 
+// A block that is counted; nil when there is no room.
+Ptr countedBlock(Size byteCount, Content content)
+{
+    if (byteCount < 0 || !makeRoom(cost(byteCount), nullptr))
+        return nullptr;
+    Ptr block = freshBlock(byteCount, content);
+    if (block)
+        heap.used += cost(byteCount);
+    return block;
+}
+
 Handle newMaster()
 {
     if (heap.atRest.size() > mastersAtRest) {
@@ -125,15 +136,12 @@ Block *find(Handle handle)
 
 Handle allocateHandle(Size byteCount, Content content)
 {
-    if (byteCount < 0 || !makeRoom(cost(byteCount), nullptr))
-        return nullptr;
-    Ptr block = freshBlock(byteCount, content);
+    Ptr block = countedBlock(byteCount, content);
     if (!block)
         return nullptr;
     Handle handle = newMaster();
     *handle = block;
     heap.blocks[handle].size = byteCount;
-    heap.used += cost(byteCount);
     return handle;
 }
 
@@ -188,13 +196,9 @@ OSErr refill(Handle handle, Size byteCount)
 
 Ptr allocatePointer(Size byteCount, Content content)
 {
-    if (byteCount < 0 || !makeRoom(cost(byteCount), nullptr))
-        return nullptr;
-    Ptr block = freshBlock(byteCount, content);
-    if (!block)
-        return nullptr;
-    heap.pointers[block] = byteCount;
-    heap.used += cost(byteCount);
+    Ptr block = countedBlock(byteCount, content);
+    if (block)
+        heap.pointers[block] = byteCount;
     return block;
 }
 

@@ -29,7 +29,7 @@ OSErr refill(Handle handle, Size byteCount);
 void free(Handle handle);
 
 // Called whenever the Memory Manager is about to empty a purgeable block; a
-// manager that answers false keeps it this time. Nil asks nobody.
+// manager that returns false keeps it this time. Nil: none is asked.
 using PurgeQuestion = bool (*)(Handle handle);
 void setPurgeQuestion(PurgeQuestion question);
 

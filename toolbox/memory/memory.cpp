@@ -23,7 +23,7 @@ OSErr result(OSErr error)
     return error;
 }
 
-// The block behind a handle that must be there; nil leaves MemError set.
+// The block of a handle that must be there; nil leaves MemError set.
 Block *known(Handle handle)
 {
     Block *block = handle ? find(handle) : nullptr;

@@ -8,8 +8,8 @@ namespace {
 
 constexpr int32_t notFound = -1;
 
-// Puts replacement where length bytes at offset were; answers the offset
-// behind it.
+// Puts replacement where length bytes at offset were; returns the offset
+// after it.
 int32_t substitute(Handle text, int32_t offset, int32_t length, const void *replacement, int32_t replacementLength)
 {
     Size size = GetHandleSize(text);

@@ -5,8 +5,11 @@
 
 #include "menus/answer.h"
 #include "menus/menu_bytes.h"
+#include "menus/menu_list.h"
 #include "quickdraw/dimming.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "windows/desktop.h"
@@ -14,7 +17,7 @@
 namespace toolbox::menus {
 namespace {
 
-constexpr int firstTitle = 10;     // from the screen's left edge
+constexpr int firstTitle = 10;     // from the display's left edge
 constexpr int beside = 8;          // a title's text, left and right
 constexpr int baseline = 14;
 
@@ -74,7 +77,7 @@ int itemWithKey(MenuHandle menu, std::uint8_t key)
 
 std::vector<Title> titles()
 {
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     useTitleText();
     std::vector<Title> all;
     Rect bar = qd.screenBits.bounds;
@@ -85,7 +88,7 @@ std::vector<Title> titles()
         int right = left + StringWidth(text) + 2 * beside;
         Rect place;
         SetRect(&place, static_cast<int16_t>(left), static_cast<int16_t>(bar.top + 1), static_cast<int16_t>(right),
-                static_cast<int16_t>(bar.top + windows::menuBarHeight - 1));
+                static_cast<int16_t>(bar.top + menuBarHeight - 1));
         all.push_back({menu, menuID(menu), place, left + 1});
         left = right;
     }
@@ -132,7 +135,7 @@ void HiliteMenu(int16_t id)
 {
     if (id == hilited)
         return;
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     invertTitle(hilited);
     invertTitle(id);
     hilited = id;

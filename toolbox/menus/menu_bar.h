@@ -1,5 +1,4 @@
-// The menu bar: which menus are in it, and where their titles are. Private to
-// the Toolbox.
+// The menu bar: where the titles of its menus are. Private to the Toolbox.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +17,6 @@ struct Title {
 };
 
 // From left to right.
-std::vector<MenuHandle> menusInBar();
 std::vector<Title> titles();
 std::optional<Title> titleAt(Point where);
 

@@ -1,9 +1,8 @@
 // Menus as a whole: where they come from, and the list of those installed.
-#include <algorithm>
-#include <vector>
+#include "menus/menu_list.h"
 
-#include "managers.h"
-#include "menus/menu_bar.h"
+#include <algorithm>
+
 #include "menus/menu_bytes.h"
 #include "menus/open_menu.h"
 #include "toolbox/bigendian.h"
@@ -33,16 +32,9 @@ std::vector<MenuHandle> menus::menusInBar()
     return menus;
 }
 
-void managers::startMenus(const Configuration &)
+void menus::forgetMenus()
 {
     installed.clear();
-    menus::startMenuBar();
-}
-
-void managers::stopMenus()
-{
-    installed.clear();
-    menus::stopMenuBar();
 }
 
 }  // namespace toolbox

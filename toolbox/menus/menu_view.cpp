@@ -4,11 +4,10 @@
 
 #include "menus/menu_bytes.h"
 #include "quickdraw/dimming.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
-#include "windows/desktop.h"
 
 namespace toolbox::menus {
-using windows::menuBarHeight;
 
 namespace {
 
@@ -62,8 +61,8 @@ int menuWidth(MenuHandle menu, int count)
     return width + textIndent + rightMargin + (keys ? keyGap + keys : 0);
 }
 
-// What a menu may cover on the screen that holds the point, or on the main
-// screen when none does.
+// What a menu may cover on the display that holds the point, or on the main
+// display when none does.
 Rect roomAt(Point where)
 {
     GDHandle found = GetMainDevice();
@@ -75,7 +74,7 @@ Rect roomAt(Point where)
     Rect room = (**found).gdRect;
     if (found == GetMainDevice())
         room.top += menuBarHeight;
-    // One pixel of frame all round, one of shadow right and below.
+    // One pixel of frame on every side, one of shadow right and below.
     return {static_cast<int16_t>(room.top + 1), static_cast<int16_t>(room.left + 1),
             static_cast<int16_t>(room.bottom - 2), static_cast<int16_t>(room.right - 2)};
 }

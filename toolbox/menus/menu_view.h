@@ -1,4 +1,4 @@
-// A menu as it lies on the screen: where its rows are and how they look.
+// A menu as it lies on the display: where its rows are and how they look.
 // Private to the Menu Manager.
 #pragma once
 
@@ -13,7 +13,7 @@ namespace toolbox::menus {
 class MenuView {
 public:
     // Places the menu with the item's top left at the point, or as near as the
-    // screen that holds the point lets it be.
+    // display that holds the point lets it be.
     MenuView(MenuHandle menu, Point where, int item);
     // Hangs it from the menu bar, its rows' left edge at h.
     static MenuView below(MenuHandle menu, int h);

@@ -15,28 +15,28 @@ const std::optional<OpenMenu> &openMenu()
     return open;
 }
 
-MenuOnScreen::MenuOnScreen(MenuHandle menu, const MenuView &view)
+MenuOnDisplay::MenuOnDisplay(MenuHandle menu, const MenuView &view)
     : view_(view), covered_(quickdraw::saveBits(view.covered()))
 {
     view_.draw();
     open = OpenMenu{menu, menuID(menu), view_.itemRects()};
 }
 
-MenuOnScreen::~MenuOnScreen()
+MenuOnDisplay::~MenuOnDisplay()
 {
     if (covered_ && !quickdraw::restoreBits(*covered_))
-        windows::screensChanged();
+        windows::displaysChanged();
     open.reset();
 }
 
-void MenuOnScreen::follow(Point mouse)
+void MenuOnDisplay::follow(Point mouse)
 {
     if (view_.scrollAt(mouse))
         open->items = view_.itemRects();
     view_.highlight(view_.itemAt(mouse));
 }
 
-void MenuOnScreen::step(int direction)
+void MenuOnDisplay::step(int direction)
 {
     view_.step(direction);
     open->items = view_.itemRects();

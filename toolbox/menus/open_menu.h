@@ -1,4 +1,4 @@
-// The menu that is open now: on the screen, and for those who have to find its
+// The menu that is open now: on the display, and for those who have to find its
 // items there without eyes.
 #pragma once
 
@@ -23,13 +23,13 @@ struct OpenMenu {
 // Nothing while no menu is open.
 const std::optional<OpenMenu> &openMenu();
 
-// A menu on the screen, from making it to its end, however that comes. The
+// A menu on the display, from making it to its end, however that comes. The
 // current port must be the desktop's.
-class MenuOnScreen {
+class MenuOnDisplay {
 public:
-    MenuOnScreen(MenuHandle menu, const MenuView &view);
-    ~MenuOnScreen();
-    MenuOnScreen(const MenuOnScreen &) = delete;
+    MenuOnDisplay(MenuHandle menu, const MenuView &view);
+    ~MenuOnDisplay();
+    MenuOnDisplay(const MenuOnDisplay &) = delete;
 
     const MenuView &view() const { return view_; }
     void highlight(int item) { view_.highlight(item); }

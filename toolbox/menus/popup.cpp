@@ -3,6 +3,7 @@
 #include "menus/menu_bytes.h"
 #include "menus/tracker.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/events.h"
 #include "toolbox/host/trace.h"
 
@@ -36,7 +37,7 @@ extern "C" int32_t PopUpMenuSelect(MenuHandle menu, int16_t top, int16_t left, i
         return 0;
     std::int16_t id = menuID(menu);
     trace::line("popup %d opened at item %d", id, item);
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     int chosen = PopUp(menu, {top, left}, item).choose();
     if (chosen == 0)
         trace::line("popup %d gave nothing", id);

@@ -4,6 +4,7 @@
 #include "menus/menu_bytes.h"
 #include "menus/tracker.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/host/trace.h"
 
 namespace toolbox::menus {
@@ -84,7 +85,7 @@ using namespace toolbox::menus;
 
 extern "C" int32_t MenuSelect(Point start)
 {
-    quickdraw::PortInUse port(quickdraw::desktopPort());
+    quickdraw::PortScope port(quickdraw::desktopPort());
     HiliteMenu(0);
     PullDown pullDown(start);
     int chosen = pullDown.choose();

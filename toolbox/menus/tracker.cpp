@@ -2,9 +2,10 @@
 
 #include <cstdlib>
 
-#include "events/queue.h"
 #include "events/tracking.h"
 #include "toolbox/events.h"
+#include "toolbox/host/quit.h"
+#include "toolbox/keys.h"
 
 namespace toolbox::menus {
 namespace {
@@ -14,11 +15,6 @@ using Kind = Input::Kind;
 constexpr int stillWithin = 3;              // pixels a hand may move in a click
 constexpr std::uint32_t scrollTicks = 4;    // a row each, while the mouse rests
 constexpr std::uint32_t second = 60, hour = 3600 * second;
-
-enum Key {
-    enter = 0x03, carriageReturn = 0x0D, escape = 0x1B, leftArrow = 0x1C, rightArrow = 0x1D, upArrow = 0x1E,
-    downArrow = 0x1F
-};
 
 }  // namespace
 
@@ -57,7 +53,7 @@ int Tracker::track()
 
 void Tracker::timePassed()
 {
-    if (events::quitWanted() || TickCount() - begun_ > hour)
+    if (quitAsked() || TickCount() - begun_ > hour)
         finish(0);
     else if (down_ && down_->view().scrollsAt(mouse_))
         down_->follow(mouse_);
@@ -114,14 +110,14 @@ void Tracker::key(const Input &input)
     if (!down_)
         return;
     switch (input.character) {
-    case escape: return finish(0);
+    case key::escape: return finish(0);
     case '.': return input.modifiers & cmdKey ? finish(0) : void();
-    case carriageReturn:
-    case enter: return finish(down_->view().highlighted());
-    case upArrow: return down_->step(-1);
-    case downArrow: return down_->step(1);
-    case leftArrow: return stepSideways(-1);
-    case rightArrow: return stepSideways(1);
+    case key::carriageReturn:
+    case key::enter: return finish(down_->view().highlighted());
+    case key::upArrow: return down_->step(-1);
+    case key::downArrow: return down_->step(1);
+    case key::leftArrow: return stepSideways(-1);
+    case key::rightArrow: return stepSideways(1);
     default: return;
     }
 }

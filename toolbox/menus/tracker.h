@@ -34,7 +34,7 @@ protected:
     // Begins a press at a point.
     void startPress(Point where);
 
-    std::optional<MenuOnScreen> down_;
+    std::optional<MenuOnDisplay> down_;
 
 private:
     void take(const Input &input);

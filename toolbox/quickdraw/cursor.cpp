@@ -4,7 +4,7 @@
 #include "toolbox/quickdraw.h"
 
 // The machine draws the pointer, in the shapes it has; the arrow is all that
-// is told apart.
+// is known.
 void SetCursor(const Cursor *cursor)
 {
     const bool arrow = std::memcmp(cursor->data, qd.arrow.data, sizeof cursor->data) == 0;

@@ -2,19 +2,18 @@
 
 #include <deque>
 
-#include "quickdraw/globals.h"
+#include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/region_data.h"
-#include "quickdraw/screens.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/session.h"
 
 namespace toolbox::quickdraw {
 
-std::function<void()> screensDidChange;
-
 namespace {
 
 // Devices are never moved nor freed while the Toolbox runs, so a handle to one
-// stays good when its screen is gone.
+// stays good when its display is gone.
 struct Device {
     GDevice record{};
     GDPtr master = &record;
@@ -24,30 +23,28 @@ struct Device {
 std::deque<Device> devices;
 RgnHandle grayRegion;
 
-constexpr int menuBarHeight = 20;
-
-void fillDevice(Device &device, const Screen &screen, bool main)
+void fillDevice(Device &device, const Screen &display, bool main)
 {
     constexpr unsigned color = 1, allInitialised = 1u << 12;
     unsigned flags = color | allInitialised | 1u << screenDevice | 1u << screenActive;
     if (main)
         flags |= 1u << mainScreen;
     device.record.gdFlags = static_cast<int16_t>(flags);
-    device.record.gdRect = screen.bounds;
+    device.record.gdRect = display.bounds;
     device.record.gdPMap = &device.mapMaster;
-    device.map = {screen.bounds, static_cast<int16_t>(screen.depth)};
+    device.map = {display.bounds, static_cast<int16_t>(display.depth)};
 }
 
-void fillDevices(const std::vector<Screen> &screens)
+void fillDevices(const std::vector<Screen> &displays)
 {
-    while (devices.size() < screens.size())
+    while (devices.size() < displays.size())
         devices.emplace_back();
     for (Device &device : devices) {
         device.record.gdFlags = 0;
         device.record.gdNextGD = nullptr;
     }
-    for (std::size_t i = 0; i < screens.size(); ++i) {
-        fillDevice(devices[i], screens[i], i == 0);
+    for (std::size_t i = 0; i < displays.size(); ++i) {
+        fillDevice(devices[i], displays[i], i == 0);
         if (i > 0)
             devices[i - 1].record.gdNextGD = &devices[i].master;
     }
@@ -62,17 +59,16 @@ Area menuBarArea(const Rect &mainScreen)
 
 }  // namespace
 
-void rebuildDevices()
+bool rebuildDevices()
 {
-    const std::vector<Screen> screens = machine().screens();
-    if (!setScreens(screens))
-        return;
-    fillDevices(screens);
-    qd.screenBits.bounds = screens.front().bounds;
-    storeArea(desktopArea() - menuBarArea(screens.front().bounds), grayRegion);
+    const std::vector<Screen> displays = machine().screens();
+    if (!setDisplays(displays))
+        return false;
+    fillDevices(displays);
+    qd.screenBits.bounds = displays.front().bounds;
+    storeArea(desktopArea() - menuBarArea(displays.front().bounds), grayRegion);
     fitDesktopPort(desktopArea());
-    if (screensDidChange)
-        screensDidChange();
+    return true;
 }
 
 void startDevices()
@@ -83,11 +79,10 @@ void startDevices()
 
 void stopDevices()
 {
-    forgetScreens();
+    forgetDisplays();
     DisposeRgn(grayRegion);
     grayRegion = nullptr;
     devices.clear();
-    screensDidChange = nullptr;
 }
 
 }  // namespace toolbox::quickdraw

@@ -1,10 +1,10 @@
 // Pictures out of 'PICT' resources, stretched to any rectangle.
 #include <algorithm>
 
+#include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
-#include "quickdraw/globals.h"
 #include "quickdraw/picture_format.h"
-#include "quickdraw/screens.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
@@ -46,7 +46,7 @@ private:
     Point scaled(Point p) const { return {down_(p.v), across_(p.h)}; }
     Area rim(const Rect &r) const;
     void take(const PictureStyle &style);
-    void fill(const Area &local, const Ink &ink) { fillOnScreens(toGlobal(port_, local) & clip_, ink); }
+    void fill(const Area &local, const Ink &ink) { fillOnDisplays(toGlobal(port_, local) & clip_, ink); }
     void drawImage(const PictureStep &step, const Rect &box);
 
     GrafPort port_;   // a copy: the caller's pen and colours stay

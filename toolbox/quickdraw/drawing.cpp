@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
+#include "quickdraw/displays.h"
 #include "quickdraw/region_data.h"
-#include "quickdraw/screens.h"
 
 namespace toolbox::quickdraw {
 
@@ -19,7 +19,7 @@ Area visibleArea(const GrafPort &port)
 
 void paintShape(const GrafPort &port, const Area &local, const Ink &ink)
 {
-    fillOnScreens(toGlobal(port, local) & visibleArea(port), ink);
+    fillOnDisplays(toGlobal(port, local) & visibleArea(port), ink);
 }
 
 void paintShape(const GrafPort &port, const SmoothShape &shape, const Ink &ink)

@@ -19,8 +19,8 @@ void paintShape(const GrafPort &port, const Area &local, const Ink &ink);
 // Draws with the pen, unless it is too small to draw.
 void paintWithPen(const GrafPort &port, const Area &local);
 
-// A shape with curves or slanted sides, worked out for each screen so that it
-// is as smooth as the screen allows: local coordinates times the scale. What
+// A shape with curves or slanted sides, worked out for each display so that it
+// is as smooth as the display allows: local coordinates times the scale. What
 // lies outside within will not be seen and may be left out.
 using SmoothShape = std::function<Area(int scale, const Box &within)>;
 void paintShape(const GrafPort &port, const SmoothShape &shape, const Ink &ink);

@@ -14,8 +14,8 @@
 #include "quickdraw/font_files.h"
 #include "quickdraw/glyph_effects.h"
 #include "quickdraw/mark_glyphs.h"
-#include "text/utf8.h"
 #include "toolbox/host/text.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox::quickdraw {
 

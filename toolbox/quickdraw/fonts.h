@@ -1,7 +1,7 @@
 // Glyphs: how far they advance and what they look like. Private to QuickDraw.
 //
 // The faces are the URW base fonts; library and faces are opened when first
-// needed and kept. Advances are whole pixels, the same on every screen: the
+// needed and kept. Advances are whole pixels, the same on every display: the
 // design width at the size, rounded, so that hinting has no say in layout.
 #pragma once
 

@@ -1,7 +1,5 @@
 #include "quickdraw/globals.h"
 
-#include "managers.h"
-
 QDGlobals qd;
 
 namespace toolbox {
@@ -22,7 +20,7 @@ constexpr Pattern rows(unsigned char even, unsigned char odd)
 
 }  // namespace
 
-void managers::startQuickDraw(const Configuration &)
+void quickdraw::resetGlobals()
 {
     qd = {};
     qd.arrow = arrowCursor;
@@ -32,16 +30,6 @@ void managers::startQuickDraw(const Configuration &)
     qd.ltGray = rows(0x88, 0x22);
     qd.dkGray = rows(0x77, 0xDD);
     qd.randSeed = 1;
-    quickdraw::startDesktopPort();
-    quickdraw::startDevices();
-}
-
-void managers::stopQuickDraw()
-{
-    quickdraw::forgetPolygon();
-    quickdraw::stopDevices();
-    quickdraw::stopDesktopPort();
-    qd = {};
 }
 
 }  // namespace toolbox

@@ -1,26 +1,12 @@
-// How QuickDraw's parts start and stop, and the current port. Private to
-// QuickDraw.
+// QuickDraw's globals, which programs see as qd. Private to QuickDraw.
 #pragma once
 
-#include "quickdraw/area.h"
 #include "toolbox/quickdraw.h"
 
 namespace toolbox::quickdraw {
 
-void startDesktopPort();
-void stopDesktopPort();
-// Makes the desktop's port cover what the screens cover.
-void fitDesktopPort(const Area &desktop);
-
-void startDevices();
-void stopDevices();
-
-// The port that drawing goes to; the desktop's when none is set.
-GrafPort &currentPort();
-
-// Polygons.
-bool polygonOpen();
-void addToPolygon(Point from, Point to);
-void forgetPolygon();
+// The patterns, the arrow and the random seed as at the start; everything else
+// zero.
+void resetGlobals();
 
 }  // namespace toolbox::quickdraw

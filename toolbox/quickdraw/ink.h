@@ -25,7 +25,7 @@ struct Ink {
     static Ink inverting(const GrafPort &port);
 };
 
-// What a screen shows, 0x00RRGGBB, for a colour constant or a directColor; on
+// What a display shows, 0x00RRGGBB, for a colour constant or a directColor; on
 // one bit all constants but white are black, and so are numbers that are no
 // colour.
 std::uint32_t pixelOf(int32_t color, int depth);

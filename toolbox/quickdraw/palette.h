@@ -1,4 +1,4 @@
-// The colours a screen can show. Private to QuickDraw.
+// The colours a display can show. Private to QuickDraw.
 //
 // 1 bit a pixel: white and black. 2: four greys. 4: the sixteen customary
 // colours. 8: a cube of six levels a component, and ramps of red, green, blue
@@ -13,7 +13,7 @@ namespace toolbox::quickdraw {
 // 0x00RRGGBB, white first and black last; empty where all colours are shown.
 const std::vector<std::uint32_t> &colorsOf(int depth);
 
-// What a screen of that depth shows for a color: the nearest that it has, to
+// What a display of that depth shows for a color: the nearest that it has, to
 // within the eighth of a component's range that a table is divided into; on 1
 // bit white from half the brightness on.
 std::uint32_t shownColor(std::uint32_t rgb, int depth);
@@ -26,7 +26,7 @@ std::uint32_t oppositeColor(std::uint32_t shown, int depth);
 // Whether that is the complement for all colours of the depth.
 bool oppositesAreComplements(int depth);
 
-// Whether the screen has what lies between the two, so that an edge may be
+// Whether the display has what lies between the two, so that an edge may be
 // graded.
 bool canGrade(std::uint32_t one, std::uint32_t other, int depth);
 

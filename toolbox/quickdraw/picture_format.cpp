@@ -185,7 +185,7 @@ bool Parser::image(unsigned code)
     return true;
 }
 
-// A byte of length and the characters, behind where they stand.
+// A byte of length and the characters, after where they stand.
 void Parser::passText(unsigned code)
 {
     constexpr unsigned placeBytes[] = {4, 1, 1, 2};

@@ -1,4 +1,4 @@
-// Pixels out of the screens and back. Private to the Toolbox; what hosts may
+// Pixels out of the displays and back. Private to the Toolbox; what hosts may
 // use is in toolbox/host/picture.h.
 #pragma once
 
@@ -9,15 +9,15 @@
 
 namespace toolbox::quickdraw {
 
-// What the screens showed of a global rectangle, each in its device pixels.
+// What the displays showed of a global rectangle, each in its device pixels.
 struct SavedBits {
     std::vector<Bits> parts;
-    unsigned screens = 0;  // which screens they were taken of
+    unsigned displays = 0;  // which displays they were taken of
 };
 
 SavedBits saveBits(const Rect &global);
 // Puts back what saveBits took. Not clipped. False, and nothing done, when the
-// screens have changed since: what lay there is to be drawn anew.
+// displays have changed since: what lay there is to be drawn anew.
 bool restoreBits(const SavedBits &bits);
 
 }  // namespace toolbox::quickdraw

@@ -5,8 +5,9 @@
 #include <cstring>
 #include <string>
 
+#include "quickdraw/current_port.h"
 #include "quickdraw/drawing.h"
-#include "quickdraw/globals.h"
+#include "quickdraw/polygons.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
 

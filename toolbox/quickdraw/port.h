@@ -6,7 +6,7 @@
 namespace toolbox::quickdraw {
 
 // Makes a port of the record, whatever it held: portRect and visRgn the main
-// screen, local coordinates the global ones, clip wide open, pen, pattern,
+// display, local coordinates the global ones, clip wide open, pen, pattern,
 // text and colours as new. Its two regions are allocated and belong to it;
 // where the heap has no room they are nil and nothing will be drawn. The
 // current port stays what it is.
@@ -21,7 +21,7 @@ void closePort(GrafPtr port);
 void placePort(GrafPtr port, Point globalTopLeft, int16_t width, int16_t height);
 
 // A colour that is none of the eight, for ForeColor and BackColor: as colour
-// tables ask for. On a screen of one bit a pixel it is black or white, whichever
+// tables ask for. On a display of one bit a pixel it is black or white, whichever
 // is nearer.
 constexpr int32_t directColorFlag = 0x40000000;
 constexpr int32_t directColor(uint8_t red, uint8_t green, uint8_t blue)
@@ -29,23 +29,8 @@ constexpr int32_t directColor(uint8_t red, uint8_t green, uint8_t blue)
     return directColorFlag | red << 16 | green << 8 | blue;
 }
 
-// All screens in global coordinates, clipped by nothing: window frames and
+// All displays in global coordinates, clipped by nothing: window frames and
 // menus are drawn here.
 GrafPtr desktopPort();
-
-// The current port for the length of a block.
-class PortInUse {
-public:
-    explicit PortInUse(GrafPtr port)
-    {
-        GetPort(&before_);
-        SetPort(port);
-    }
-    ~PortInUse() { SetPort(before_); }
-    PortInUse(const PortInUse &) = delete;
-
-private:
-    GrafPtr before_;
-};
 
 }  // namespace toolbox::quickdraw

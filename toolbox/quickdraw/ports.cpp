@@ -1,6 +1,6 @@
 #include "quickdraw/port.h"
 
-#include "quickdraw/globals.h"
+#include "quickdraw/current_port.h"
 #include "quickdraw/region_data.h"
 
 namespace toolbox::quickdraw {

@@ -3,7 +3,7 @@
 
 namespace toolbox::quickdraw {
 
-// Presents every screen that was drawn on since it was last presented.
-void presentScreens();
+// Presents every display that was drawn on since it was last presented.
+void presentDisplays();
 
 }  // namespace toolbox::quickdraw

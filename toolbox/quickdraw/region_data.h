@@ -4,7 +4,7 @@
 // rgnSize is 10. For any other the rectangles it is made of follow, as Rect
 // records: disjoint, top to bottom and left to right, touching rectangles of
 // one band joined. rgnSize is the block's size in bytes, or 32766 when that is
-// more; the block's own size tells how many rectangles there are.
+// more; the block's own size says how many rectangles there are.
 #pragma once
 
 #include "quickdraw/area.h"

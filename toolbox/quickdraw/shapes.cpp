@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
+#include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
-#include "quickdraw/globals.h"
+#include "quickdraw/polygons.h"
 #include "quickdraw/region_data.h"
-#include "quickdraw/screens.h"
 #include "toolbox/host/trace.h"
 
 using namespace toolbox;
@@ -169,7 +170,7 @@ void ScrollRect(const Rect *r, int16_t dh, int16_t dv, RgnHandle update)
     const GrafPort &port = currentPort();
     trace::drawing("scrollRect %d,%d,%d,%d by %d,%d", r->left, r->top, r->right, r->bottom, dh, dv);
     const Area moving = toGlobal(port, Area(*r)) & visibleArea(port);
-    const Area vacated = scrollOnScreens(moving, dh, dv);
-    fillOnScreens(vacated, Ink::background(port));
+    const Area vacated = scrollOnDisplays(moving, dh, dv);
+    fillOnDisplays(vacated, Ink::background(port));
     storeArea(vacated.movedBy(-port.portBits.bounds.left, -port.portBits.bounds.top), update);
 }

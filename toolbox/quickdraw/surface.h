@@ -1,4 +1,4 @@
-// The pixels of one screen. Private to QuickDraw.
+// The pixels of one display. Private to QuickDraw.
 //
 // A surface holds several device pixels for each of QuickDraw's, scale by
 // scale of them. Its device coordinates are those of its picture; device()
@@ -25,7 +25,7 @@ struct GlyphImage {
     std::vector<std::uint8_t> coverage;
 };
 
-// A copy of what a screen showed.
+// A copy of what a display showed.
 struct Bits {
     Rect bounds{};  // global
     int depth = 32;
@@ -59,7 +59,7 @@ public:
     // Lets the ink's black action through the glyph, in the part of it that
     // lies in the area. The pen is at a global point.
     void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink);
-    // Whether the screen has the colours between the ink's two, so that glyphs
+    // Whether the display has the colours between the ink's two, so that glyphs
     // may have grades.
     bool canGrade(const Ink &ink) const;
     // Those of the area that lie in the global box the image is stretched to.

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
+#include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
-#include "quickdraw/globals.h"
-#include "quickdraw/screens.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 

@@ -1,11 +1,11 @@
 #include "quickdraw/wide_text.h"
 
+#include "quickdraw/current_port.h"
+#include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
-#include "quickdraw/globals.h"
-#include "quickdraw/screens.h"
-#include "text/utf8.h"
 #include "toolbox/host/trace.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox::quickdraw {
 

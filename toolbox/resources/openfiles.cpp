@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "managers.h"
 #include "memory/heap.h"
-#include "resources/forkformat.h"
 #include "resources/resourcefile.h"
+#include "session/managers.h"
 #include "toolbox/host/faults.h"
+#include "toolbox/host/resource_fork.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/resources.h"

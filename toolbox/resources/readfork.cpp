@@ -1,5 +1,5 @@
-#include "files/bigbytes.h"
-#include "resources/forkformat.h"
+#include "toolbox/host/big_bytes.h"
+#include "toolbox/host/resource_fork.h"
 
 namespace toolbox::resources {
 namespace {
@@ -85,7 +85,7 @@ bool readType(Fork &fork, std::uint64_t place, std::vector<ForkEntry> &entries)
     entry.type = longAt(fork.map, place);
     std::uint64_t count = wordAt(fork.map, place + 4) + std::uint64_t{1};
     std::uint64_t list = fork.typeList + wordAt(fork.map, place + 6);
-    // Lists that lie over each other would make a small fork tell of more
+    // Lists that lie over each other would make a small fork claim more
     // resources than it has room for.
     fork.referencesSeen += count;
     if (!has(fork.map, list, count * referenceLength) || fork.referencesSeen * referenceLength > fork.map.size())

@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "memory/heap.h"
-#include "resources/forkformat.h"
+#include "toolbox/host/resource_fork.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 

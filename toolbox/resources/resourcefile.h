@@ -43,18 +43,18 @@ std::vector<std::unique_ptr<ResourceFile>> &openFiles();
 ResourceFile *currentFile();
 ResourceFile *fileNumbered(std::int16_t refNum);
 
-// Remembers what ResError answers.
+// Remembers what ResError returns.
 OSErr result(OSErr error);
 
 // The resource a handle belongs to, or nil.
 Resource *resourceOf(Handle handle);
 // Makes handle the resource's, marked as such in the heap.
 void attach(Resource &resource, Handle handle);
-// Lets go of the handle, which is then an ordinary one that nobody owns.
+// Lets go of the handle, which is then an ordinary one, the caller's.
 Handle detach(Resource &resource);
 // Takes the resource out of its file; an attached handle must be gone.
 void remove(Resource &resource);
-// Puts a new resource behind the others of its type.
+// Puts a new resource after the others of its type.
 Resource &insert(ResourceFile &file, std::unique_ptr<Resource> resource);
 
 // Fills the resource's block from the file unless it is loaded.

@@ -1,4 +1,4 @@
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
@@ -11,7 +11,7 @@ std::string_view bytesOf(Handle resource)
     return {*resource, static_cast<size_t>(GetHandleSize(resource))};
 }
 
-// A string whose length byte tells of more than there is would have its
+// A string whose length byte claims more than there is would have its
 // readers run past the block.
 bool holdsString(std::string_view bytes, size_t offset = 0)
 {

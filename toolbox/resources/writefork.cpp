@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <map>
 
-#include "files/bigbytes.h"
-#include "resources/forkformat.h"
+#include "toolbox/host/big_bytes.h"
+#include "toolbox/host/resource_fork.h"
 
 namespace toolbox::resources {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "managers.h"
+#include "session/managers.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/host/session.h"
 #include "toolbox/host/text.h"

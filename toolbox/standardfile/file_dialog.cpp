@@ -2,8 +2,12 @@
 
 #include "files/directory.h"
 #include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
+#include "standardfile/folders_used.h"
+#include "toolbox/host/flash_button.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
 
@@ -11,10 +15,6 @@ namespace fs = std::filesystem;
 
 namespace toolbox::standardfile {
 namespace {
-
-enum Character : std::uint8_t {
-    enterKey = 0x03, returnKey = 0x0D, escapeKey = 0x1B, upArrow = 0x1E, downArrow = 0x1F
-};
 
 // The dialog that is up. A hook may bring up another one: then the inner one.
 FileDialog *current = nullptr;
@@ -41,27 +41,22 @@ Rect globalRect(Rect r)
 
 bool isCancelKey(std::uint8_t character, std::uint16_t modifiers)
 {
-    return character == escapeKey || (character == '.' && (modifiers & cmdKey));
+    return character == key::escape || (character == '.' && (modifiers & cmdKey));
 }
 
 bool isAcceptKey(std::uint8_t character)
 {
-    return character == returnKey || character == enterKey;
+    return character == key::carriageReturn || character == key::enter;
 }
 
-void flashButton(DialogPtr dialog, std::int16_t number)
+void flashItem(DialogPtr dialog, std::int16_t number)
 {
-    constexpr std::uint32_t flash = 8;
     std::int16_t type = 0;
     Handle item = nullptr;
     Rect box;
     GetDItem(dialog, number, &type, &item, &box);
-    auto control = reinterpret_cast<ControlHandle>(item);
-    if (!control)
-        return;
-    HiliteControl(control, inButton);
-    Delay(flash, nullptr);
-    HiliteControl(control, 0);
+    if (item)
+        flashButton(reinterpret_cast<ControlHandle>(item));
 }
 
 std::optional<State> state()
@@ -112,7 +107,7 @@ void FileDialog::placeItems()
 bool FileDialog::run()
 {
     Current beingCurrent(this);
-    quickdraw::PortInUse port(dialog_);
+    quickdraw::PortScope port(dialog_);
     placeItems();
     list_.setRows(rowsOf(folder_));
     prepare();
@@ -136,7 +131,7 @@ bool FileDialog::run()
 
 Boolean FileDialog::filterProc(DialogPtr dialog, EventRecord *event, std::int16_t *itemHit)
 {
-    quickdraw::PortInUse port(current->dialog_);
+    quickdraw::PortScope port(current->dialog_);
     if (current->callersFilter_ && current->callersFilter_(dialog, event, itemHit))
         return true;
     return current->filter(event, itemHit);
@@ -184,13 +179,13 @@ bool FileDialog::keyPressed(const EventRecord &event, std::int16_t *itemHit)
         return press(acceptItem, itemHit);
     if (isCancelKey(character, event.modifiers))
         return press(items_.cancel, itemHit);
-    if (character == upArrow && command) {
+    if (character == toolbox::key::upArrow && command) {
         if (fs::path above = files::parentOf(folder_); !above.empty())
             goTo(above);
-    } else if (character == downArrow && command) {
+    } else if (character == toolbox::key::downArrow && command) {
         openSelectedFolder();
-    } else if (character == upArrow || character == downArrow) {
-        list_.moveSelection(character == upArrow ? -1 : 1);
+    } else if (character == toolbox::key::upArrow || character == toolbox::key::downArrow) {
+        list_.moveSelection(character == toolbox::key::upArrow ? -1 : 1);
     } else {
         return key(character, event.modifiers, event.when);
     }
@@ -205,7 +200,7 @@ bool FileDialog::press(std::int16_t button, std::int16_t *itemHit)
         return true;
     }
     *itemHit = button;
-    flashButton(dialog_, button);
+    flashItem(dialog_, button);
     return true;
 }
 
@@ -342,7 +337,7 @@ bool FileDialog::folderThere(std::int16_t &workingDirectory)
 
 State FileDialog::state() const
 {
-    quickdraw::PortInUse port(dialog_);
+    quickdraw::PortScope port(dialog_);
     State state{dialog_,
                 items_.name != 0,
                 folder_,

@@ -77,17 +77,8 @@ private:
 // Keys that mean Cancel and those that press the default button.
 bool isCancelKey(std::uint8_t character, std::uint16_t modifiers);
 bool isAcceptKey(std::uint8_t character);
-// Shows the button pressed for 8 ticks.
-void flashButton(DialogPtr dialog, std::int16_t item);
-
-// The folder the next dialog opens in.
-std::filesystem::path startingFolder();
-void rememberFolder(const std::filesystem::path &folder);
-// The folder, or the nearest one above it that is there.
-std::filesystem::path nearestFolder(std::filesystem::path folder);
-// Lets the user choose the folder or one above it, with the popup's top left
-// at the global point; empty: none chosen.
-std::filesystem::path chooseAbove(const std::filesystem::path &folder, Point where);
+// Shows the item, a button, pressed for 8 ticks; nothing where it has no control.
+void flashItem(DialogPtr dialog, std::int16_t item);
 
 // Numbers of what the dialogs say, in 'STR#' messageStrings. ^0 stands for
 // what a message is about.

@@ -8,6 +8,7 @@
 #include "text/letters.h"
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox::standardfile {
 namespace {
@@ -81,21 +82,11 @@ static void drawRomanFitting(const std::string &roman, int width)
     DrawString(text);
 }
 
-// Without the last character.
-static std::string shortened(std::string utf8)
-{
-    while (!utf8.empty() && (static_cast<unsigned char>(utf8.back()) & 0xC0) == 0x80)
-        utf8.pop_back();
-    if (!utf8.empty())
-        utf8.pop_back();
-    return utf8;
-}
-
 static void drawWideFitting(std::string utf8, int width)
 {
     std::string text = utf8;
     while (!utf8.empty() && quickdraw::widthOfWide(text).value_or(0) > width) {
-        utf8 = shortened(utf8);
+        utf8.resize(beginningOfCharacter(utf8, utf8.size() - 1));
         text = utf8 + "\u2026";
     }
     quickdraw::drawWide(text);

@@ -1,9 +1,9 @@
-// Which folder a file dialog opens in, and going to one above.
+#include "standardfile/folders_used.h"
+
 #include <stdlib.h>
 
 #include "files/directory.h"
-#include "managers.h"
-#include "standardfile/file_dialog.h"
+#include "session/managers.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 #include "toolbox/menus.h"

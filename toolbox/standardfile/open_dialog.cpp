@@ -5,6 +5,7 @@
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
+#include "standardfile/folders_used.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;

@@ -3,6 +3,7 @@
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
+#include "standardfile/folders_used.h"
 #include "textedit/keys.h"
 #include "toolbox/host/folders.h"
 #include "toolbox/host/text.h"
@@ -28,7 +29,7 @@ Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
         *hit = reinterpret_cast<DialogPeek>(alert)->aDefItem;
     else
         return false;
-    flashButton(alert, *hit);
+    flashItem(alert, *hit);
     return true;
 }
 

@@ -1,5 +1,5 @@
 // What is to be seen in the file dialog that is up, for those who have to find
-// their way on the screen without eyes. Private to the Toolbox.
+// their way on the display without eyes. Private to the Toolbox.
 #pragma once
 
 #include <filesystem>

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "toolbox/host/big_bytes.h"
 #include "toolbox/host/session.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/memory.h"
@@ -21,12 +22,7 @@ public:
     explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
     std::uint32_t at(std::size_t offset, int size) const
     {
-        if (!has(offset, static_cast<std::size_t>(size)))
-            return 0;
-        std::uint32_t value = 0;
-        for (int i = 0; i < size; ++i)
-            value = value << 8 | static_cast<std::uint8_t>(bytes_[offset + static_cast<std::size_t>(i)]);
-        return value;
+        return has(offset, static_cast<std::size_t>(size)) ? toolbox::bytesAt(bytes_, offset, size) : 0;
     }
     bool has(std::size_t offset, std::size_t count) const
     {

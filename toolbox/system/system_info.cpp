@@ -6,7 +6,7 @@
 #include <array>
 #include <iterator>
 
-#include "managers.h"
+#include "session/managers.h"
 #include "toolbox/host/session.h"
 #include "toolbox/memory.h"
 
@@ -31,7 +31,7 @@ std::array<char, 32> numberFormatBytes(char decimalPoint)
 
 constexpr std::uint16_t unimplementedTrap = 0xA89F;
 
-// The traps behind the calls that the Toolbox has.
+// The traps of the calls that the Toolbox has.
 constexpr std::uint16_t operatingSystemTraps[] = {
     0xA000, 0xA001, 0xA002, 0xA003, 0xA008, 0xA009, 0xA00B, 0xA00C, 0xA00D, 0xA011, 0xA012, 0xA013, 0xA018,
     0xA01C, 0xA01F, 0xA023, 0xA024, 0xA025, 0xA029, 0xA02A, 0xA02E, 0xA032, 0xA03B, 0xA044, 0xA049, 0xA04A,

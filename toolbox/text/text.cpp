@@ -5,7 +5,7 @@
 #include <cstring>
 #include <unordered_map>
 
-#include "text/utf8.h"
+#include "toolbox/host/utf8.h"
 
 namespace toolbox {
 namespace {
@@ -84,36 +84,14 @@ std::optional<char32_t> composed(char32_t base, char32_t mark)
     return std::nullopt;
 }
 
-constexpr char32_t noCharacter = 0xFFFFFFFF;
-
-// Takes one character off the front; noCharacter (and one byte taken) where
-// the bytes are no UTF-8.
-char32_t takeCharacter(std::string_view &utf8)
-{
-    auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
-    unsigned char first = byteAt(0);
-    std::size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
-    char32_t codePoint = length == 1 ? first : first & (0x7F >> length);
-    bool good = length > 0 && length <= utf8.size();
-    for (std::size_t i = 1; good && i < length; ++i) {
-        good = (byteAt(i) & 0xC0) == 0x80;
-        codePoint = codePoint << 6 | (byteAt(i) & 0x3F);
-    }
-    bool overlong = (length == 3 && codePoint < 0x800) || (length == 4 && codePoint < 0x10000);
-    bool surrogate = codePoint >= 0xD800 && codePoint < 0xE000;
-    good = good && !overlong && !surrogate && codePoint <= 0x10FFFF;
-    utf8.remove_prefix(good ? length : 1);
-    return good ? codePoint : noCharacter;
-}
-
 // Converts; every character without a place sets misfit and becomes '?'.
 std::string convert(std::string_view utf8, bool &misfit)
 {
     std::string roman;
     roman.reserve(utf8.size());
-    char32_t before = noCharacter;
+    char32_t before = noCodePoint;
     while (!utf8.empty()) {
-        char32_t codePoint = takeCharacter(utf8);
+        char32_t codePoint = takeCodePoint(utf8);
         if (auto letter = composed(before, codePoint)) {
             codePoint = *letter;
             roman.pop_back();
@@ -127,30 +105,6 @@ std::string convert(std::string_view utf8, bool &misfit)
 }
 
 }  // namespace
-
-void appendUtf8(std::string &utf8, char32_t codePoint)
-{
-    auto tail = [&](int shift) { return static_cast<char>(0x80 | (codePoint >> shift & 0x3F)); };
-    if (codePoint < 0x80)
-        utf8 += static_cast<char>(codePoint);
-    else if (codePoint < 0x800)
-        utf8 += {static_cast<char>(0xC0 | codePoint >> 6), tail(0)};
-    else if (codePoint < 0x10000)
-        utf8 += {static_cast<char>(0xE0 | codePoint >> 12), tail(6), tail(0)};
-    else
-        utf8 += {static_cast<char>(0xF0 | codePoint >> 18), tail(12), tail(6), tail(0)};
-}
-
-std::optional<std::u32string> codePoints(std::string_view utf8)
-{
-    std::u32string points;
-    while (!utf8.empty()) {
-        points += takeCharacter(utf8);
-        if (points.back() == noCharacter)
-            return std::nullopt;
-    }
-    return points;
-}
 
 std::string utf8FromRoman(std::string_view roman)
 {

@@ -5,21 +5,10 @@
 #include "textedit/record.h"
 #include "textedit/selecting.h"
 #include "toolbox/events.h"
+#include "toolbox/keys.h"
 
 namespace toolbox::textedit {
 namespace {
-
-enum {
-    homeKey = 0x01,
-    endKey = 0x04,
-    backspace = 0x08,
-    carriageReturn = 0x0D,
-    leftArrow = 0x1C,
-    rightArrow = 0x1D,
-    upArrow = 0x1E,
-    downArrow = 0x1F,
-    forwardDelete = 0x7F
-};
 
 void deleteFrom(TEHandle text, int start, int end)
 {
@@ -27,7 +16,7 @@ void deleteFrom(TEHandle text, int start, int end)
         select(text, start, start);
 }
 
-// The selection, or the character before or behind the caret.
+// The selection, or the character before or after the caret.
 void deleteOne(TEHandle text, bool forward)
 {
     int start = (**text).selStart, end = (**text).selEnd;
@@ -60,14 +49,14 @@ int endOfLine(TEHandle text, int offset, bool last)
 
 bool isBackwards(int key)
 {
-    return key == leftArrow || key == upArrow || key == homeKey;
+    return key == key::leftArrow || key == key::upArrow || key == key::home;
 }
 
 // Where the key goes from the offset.
 int destination(TEHandle text, int from, int key, std::uint16_t modifiers)
 {
     const bool backwards = isBackwards(key), command = (modifiers & cmdKey) != 0;
-    const bool vertical = key == upArrow || key == downArrow, edge = key == homeKey || key == endKey;
+    const bool vertical = key == key::upArrow || key == key::downArrow, edge = key == key::home || key == key::end;
     const int length = (**text).teLength;
     if (command && (vertical || edge))
         return backwards ? 0 : length;
@@ -88,7 +77,7 @@ void moveCaret(TEHandle text, int key, std::uint16_t modifiers)
         const Extent extent = extentOf(text, backwards ? -1 : 1);
         return selectTo(text, extent.anchor, destination(text, extent.moving, key, modifiers));
     }
-    const bool byCharacter = (key == leftArrow || key == rightArrow) && !(modifiers & (cmdKey | optionKey));
+    const bool byCharacter = (key == key::leftArrow || key == key::rightArrow) && !(modifiers & (cmdKey | optionKey));
     const int from = backwards ? start : end;
     const int to = byCharacter && start != end ? from : destination(text, from, key, modifiers);
     select(text, to, to);
@@ -98,20 +87,20 @@ void moveCaret(TEHandle text, int key, std::uint16_t modifiers)
 
 bool movesCaret(int character)
 {
-    return (character >= leftArrow && character <= downArrow) || character == homeKey || character == endKey;
+    return (character >= key::leftArrow && character <= key::downArrow) || character == key::home || character == key::end;
 }
 
 bool isTyped(int character)
 {
-    return character >= ' ' || character == backspace || character == carriageReturn || movesCaret(character);
+    return character >= ' ' || character == key::backspace || character == key::carriageReturn || movesCaret(character);
 }
 
 void typeKey(TEHandle text, int character, std::uint16_t modifiers)
 {
     if (movesCaret(character))
         return moveCaret(text, character, modifiers);
-    if (character == backspace || character == forwardDelete)
-        return deleteOne(text, character == forwardDelete);
+    if (character == key::backspace || character == key::forwardDelete)
+        return deleteOne(text, character == key::forwardDelete);
     char typed = static_cast<char>(character);
     if (replace(text, (**text).selStart, (**text).selEnd, {&typed, 1}))
         select(text, (**text).selStart, (**text).selEnd);

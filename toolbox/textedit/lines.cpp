@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "windows/port_scope.h"
+#include "quickdraw/port_scope.h"
 
 namespace toolbox::textedit {
 namespace {
@@ -98,7 +98,7 @@ int leftOf(std::string_view line, const Rect &box, int just)
 
 void drawLines(std::string_view text, const Rect &box, int just, bool wrap)
 {
-    ClipScope clip(box);
+    quickdraw::ClipScope clip(box);
     int height = lineHeight();
     int baseline = box.top + ascent();
     for (const Line &line : breakLines(text, box.right - box.left, wrap)) {

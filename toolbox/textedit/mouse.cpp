@@ -13,7 +13,7 @@ using namespace toolbox::textedit;
 
 namespace {
 
-// The latest press, to tell a double-click.
+// The latest press, to recognise a double-click.
 struct Press {
     TEHandle text = nullptr;
     int offset = 0;
@@ -29,7 +29,7 @@ int offsetUnder(TEHandle text, Point local)
 
 Point localOf(TEHandle text, Point global)
 {
-    PortScope current((**text).inPort);
+    quickdraw::PortScope current((**text).inPort);
     GlobalToLocal(&global);
     return global;
 }

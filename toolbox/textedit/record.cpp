@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "memory/locked.h"
 #include "toolbox/events.h"
 #include "toolbox/memory.h"
-#include "windows/locked.h"
 
 namespace toolbox::textedit {
 namespace {
@@ -173,7 +173,7 @@ void draw(TEHandle text)
 {
     RecordScope scope(text);
     Locked record(text);
-    ClipScope clip(record->viewRect);
+    quickdraw::ClipScope clip(record->viewRect);
     Layout layout(text);
     EraseRect(&record->viewRect);
     drawText(layout, record->viewRect);

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "quickdraw/port_scope.h"
 #include "textedit/lines.h"
 #include "toolbox/textedit.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::textedit {
 
@@ -18,7 +18,7 @@ public:
     explicit RecordScope(TEHandle text);
 
 private:
-    DrawingScope drawing_;
+    quickdraw::DrawingScope drawing_;
 };
 
 // The characters and where they stand. Made inside a RecordScope; good until
@@ -51,7 +51,7 @@ private:
 };
 
 std::string charactersOf(TEHandle text);
-// Puts the characters in place of those from start to end, caret behind them.
+// Puts the characters in place of those from start to end, caret after them.
 // False, and nothing is changed, when memory or TextEdit's limit of 32767
 // characters does not allow it.
 bool replace(TEHandle text, int start, int end, std::string_view characters);

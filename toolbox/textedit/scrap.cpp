@@ -2,11 +2,11 @@
 
 #include <optional>
 
+#include "memory/locked.h"
 #include "textedit/record.h"
 #include "toolbox/memory.h"
 #include "toolbox/scrap.h"
 #include "toolbox/textedit.h"
-#include "windows/locked.h"
 
 namespace toolbox::textedit {
 namespace {

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <string>
 
+#include "memory/locked.h"
 #include "textedit/lines.h"
 #include "textedit/record.h"
 #include "toolbox/events.h"
 #include "toolbox/memory.h"
-#include "windows/locked.h"
 
 using namespace toolbox;
 using namespace toolbox::textedit;
@@ -124,7 +124,7 @@ void TEIdle(TEHandle text)
 void TEUpdate(const Rect *r, TEHandle text)
 {
     RecordScope scope(text);
-    ClipScope clip(*r);
+    quickdraw::ClipScope clip(*r);
     draw(text);
 }
 

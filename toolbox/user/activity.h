@@ -53,7 +53,7 @@ private:
 };
 
 // Opens the popup at the item and releases over the menu item that pick
-// answers, given the texts; outside for 0.
+// returns, given the texts; outside for 0.
 class Choose : public Activity {
 public:
     using Pick = std::function<int(const std::vector<std::string> &)>;

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "dialogs/identity.h"
-#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "toolbox/host/text.h"
 #include "user/hand.h"
 
@@ -83,7 +83,7 @@ Point middleOf(int number)
     Point point = middle(item.box);
     if (!shows(item, point))
         throw Problem{named(number) + " is hidden"};
-    quickdraw::PortInUse port(frontDialog());
+    quickdraw::PortScope port(frontDialog());
     LocalToGlobal(&point);
     if (!PtInRgn(point, GetGrayRgn()))
         throw Problem{named(number) + " is off the screen"};

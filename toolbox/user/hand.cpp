@@ -4,43 +4,42 @@
 
 #include "toolbox/events.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 
 namespace toolbox::user {
 namespace {
 
-constexpr std::uint8_t returnCharacter = 0x0D;
-
 const std::map<std::string, std::uint8_t> namedKeys = {
-    {"return", returnCharacter},
-    {"enter", 0x03},
-    {"escape", 0x1B},
-    {"tab", 0x09},
-    {"backspace", 0x08},
-    {"left", 0x1C},
-    {"right", 0x1D},
-    {"up", 0x1E},
-    {"down", 0x1F},
-    {"home", 0x01},
-    {"end", 0x04},
-    {"delete", 0x7F},
+    {"return", key::carriageReturn},
+    {"enter", key::enter},
+    {"escape", key::escape},
+    {"tab", key::tab},
+    {"backspace", key::backspace},
+    {"left", key::leftArrow},
+    {"right", key::rightArrow},
+    {"up", key::upArrow},
+    {"down", key::downArrow},
+    {"home", key::home},
+    {"end", key::end},
+    {"delete", key::forwardDelete},
     {"space", ' '},
 };
 
-// Key codes that programs look at; 0 for those told by their character alone.
+// Key codes that programs look at; 0 for keys known by their character alone.
 const std::map<std::uint8_t, std::uint8_t> keyCodes = {
-    {returnCharacter, 0x24},
-    {0x03, 0x4C},
-    {0x1B, 0x35},
-    {0x09, 0x30},
-    {0x08, 0x33},
-    {0x1C, 0x7B},
-    {0x1D, 0x7C},
-    {0x1E, 0x7E},
-    {0x1F, 0x7D},
-    {0x01, 0x73},
-    {0x04, 0x77},
-    {0x7F, 0x75},
-    {' ', 0x31},
+    {key::carriageReturn, keycode::carriageReturn},
+    {key::enter, keycode::enter},
+    {key::escape, keycode::escape},
+    {key::tab, keycode::tab},
+    {key::backspace, keycode::backspace},
+    {key::leftArrow, keycode::leftArrow},
+    {key::rightArrow, keycode::rightArrow},
+    {key::upArrow, keycode::upArrow},
+    {key::downArrow, keycode::downArrow},
+    {key::home, keycode::home},
+    {key::end, keycode::end},
+    {key::forwardDelete, keycode::forwardDelete},
+    {' ', keycode::space},
 };
 
 bool isCapital(std::uint8_t character)
@@ -139,7 +138,7 @@ void Hand::type(const std::string &utf8)
     if (!characters)
         throw Problem{"\"" + utf8 + "\" has characters that no key gives"};
     for (char typed : *characters) {
-        auto character = static_cast<std::uint8_t>(typed == '\n' ? returnCharacter : typed);
+        auto character = static_cast<std::uint8_t>(typed == '\n' ? '\r' : typed);
         strike(character, isCapital(character) ? shiftKey : 0);
     }
 }

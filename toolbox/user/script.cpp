@@ -58,7 +58,7 @@ std::optional<Input> ScriptedUser::Script::nextInput()
                                 frontDialogText() + "\"");
         }
         if (perform() == Progress::wait || hand.machine.inputWaiting())
-            return std::nullopt;   // the step changed screens or clipboard: that is taken first
+            return std::nullopt;   // the step changed displays or clipboard: that is taken first
     }
 }
 

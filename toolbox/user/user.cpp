@@ -152,44 +152,44 @@ void ScriptedUser::putOnClipboard(const std::string &text)
 void ScriptedUser::changeScreens(std::function<void(std::vector<Screen> &)> change)
 {
     script_->act(Where::anywhere, [change = std::move(change)](Hand &hand) {
-        std::vector<Screen> screens = hand.machine.screens();
-        change(screens);
-        hand.machine.setScreens(screens);
+        std::vector<Screen> displays = hand.machine.screens();
+        change(displays);
+        hand.machine.setScreens(displays);
     });
 }
 
 void ScriptedUser::setDepth(int bits)
 {
-    changeScreens([=](std::vector<Screen> &screens) {
-        for (Screen &screen : screens)
-            screen.depth = bits;
+    changeScreens([=](std::vector<Screen> &displays) {
+        for (Screen &display : displays)
+            display.depth = bits;
     });
 }
 
 void ScriptedUser::setScale(int scale)
 {
-    changeScreens([=](std::vector<Screen> &screens) {
-        for (Screen &screen : screens)
-            screen.scale = scale;
+    changeScreens([=](std::vector<Screen> &displays) {
+        for (Screen &display : displays)
+            display.scale = scale;
     });
 }
 
 void ScriptedUser::resizeScreen(int width, int height)
 {
-    changeScreens([=](std::vector<Screen> &screens) {
-        const Rect before = screens.front().bounds;
-        SetRect(&screens.front().bounds, 0, 0, static_cast<int16_t>(width), static_cast<int16_t>(height));
-        for (std::size_t i = 1; i < screens.size(); ++i) {
-            Rect &bounds = screens[i].bounds;
+    changeScreens([=](std::vector<Screen> &displays) {
+        const Rect before = displays.front().bounds;
+        SetRect(&displays.front().bounds, 0, 0, static_cast<int16_t>(width), static_cast<int16_t>(height));
+        for (std::size_t i = 1; i < displays.size(); ++i) {
+            Rect &bounds = displays[i].bounds;
             OffsetRect(&bounds, static_cast<int16_t>(bounds.left >= before.right ? width - before.right : 0),
                        static_cast<int16_t>(bounds.top >= before.bottom ? height - before.bottom : 0));
         }
     });
 }
 
-void ScriptedUser::setScreens(const std::vector<Screen> &screens)
+void ScriptedUser::setScreens(const std::vector<Screen> &displays)
 {
-    changeScreens([=](std::vector<Screen> &all) { all = screens; });
+    changeScreens([=](std::vector<Screen> &all) { all = displays; });
 }
 
 void ScriptedUser::then(std::function<void()> action)

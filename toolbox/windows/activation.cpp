@@ -1,7 +1,7 @@
 #include "windows/activation.h"
 
 #include "events/queue.h"
-#include "windows/screen.h"
+#include "windows/painting.h"
 
 namespace toolbox::windows {
 namespace {

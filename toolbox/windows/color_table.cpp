@@ -48,7 +48,7 @@ std::int32_t forDrawing(Color color)
     return quickdraw::directColor(high(color.red), high(color.green), high(color.blue));
 }
 
-bool screenHasColors()
+bool displayHasColors()
 {
     return (**(**GetMainDevice()).gdPMap).pixelSize >= 2;
 }

@@ -21,7 +21,7 @@ ColorTable readColorTable(Handle bytes);
 std::optional<Color> colorOf(const ColorTable &table, int part);
 // For ForeColor and BackColor.
 std::int32_t forDrawing(Color color);
-// Whether the main screen shows colours at all.
-bool screenHasColors();
+// Whether the main display shows colours at all.
+bool displayHasColors();
 
 }  // namespace toolbox::windows

@@ -3,10 +3,11 @@
 
 #include "events/tracking.h"
 #include "quickdraw/pictures.h"
+#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "toolbox/windows.h"
-#include "windows/port_scope.h"
-#include "windows/screen.h"
+#include "windows/painting.h"
 
 using namespace toolbox;
 
@@ -40,13 +41,13 @@ private:
                   quickdraw::saveBits({inner(r.bottom, -thickness), r.left, r.bottom, r.right}),
                   quickdraw::saveBits({r.top, r.left, r.bottom, inner(r.left, thickness)}),
                   quickdraw::saveBits({r.top, inner(r.right, -thickness), r.bottom, r.right})};
-        DrawingScope scope(quickdraw::desktopPort());
-        ClipScope clip(quickdraw::areaOf(GetGrayRgn()));
+        quickdraw::DrawingScope scope(quickdraw::desktopPort());
+        quickdraw::ClipScope clip(quickdraw::areaOf(GetGrayRgn()));
         PenPat(&qd.gray);
         PenMode(patXor);   // to be seen on the desktop's grey too
         FrameRect(&r);
     }
-    // Nothing to put back once the screens have changed: all was drawn anew.
+    // Nothing to put back once the displays have changed: all was drawn anew.
     void hide()
     {
         for (const quickdraw::SavedBits &bits : under_)

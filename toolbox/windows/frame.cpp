@@ -1,7 +1,7 @@
 #include "windows/frame.h"
 
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::windows {
 namespace {
@@ -80,11 +80,11 @@ void drawTitleLines(const Rect &bar)
     }
 }
 
-// The part's colour in the window's table, where the screen shows colours.
+// The part's colour in the window's table, where the display shows colours.
 int32_t partColor(const Window &window, int part, int32_t otherwise)
 {
     auto color = colorOf(window.colors, part);
-    return color && screenHasColors() ? forDrawing(*color) : otherwise;
+    return color && displayHasColors() ? forDrawing(*color) : otherwise;
 }
 
 void drawTitle(const Window &window, const Rect &bar)
@@ -106,7 +106,7 @@ void drawTitleBar(const Window &window)
     const WindowRecord &record = *window.record;
     Rect bar = titleBar(window);
     FrameRect(&bar);
-    ClipScope clip(bar);
+    quickdraw::ClipScope clip(bar);
     if (record.hilited)
         drawTitleLines(bar);
     if (record.goAwayFlag && record.hilited) {

@@ -1,8 +1,7 @@
 // What windows are to draw anew.
 #include "quickdraw/region_data.h"
 #include "toolbox/windows.h"
-#include "windows/port_scope.h"
-#include "windows/screen.h"
+#include "windows/painting.h"
 #include "windows/window_list.h"
 
 using namespace toolbox;

@@ -14,6 +14,7 @@ void relink()
 }  // namespace
 
 std::vector<Window> list;
+std::function<void(WindowPtr)> disposeControls;
 std::function<void(WindowPtr, Change)> watcher;
 
 Window *find(const void *window)
@@ -59,3 +60,13 @@ void releaseUpdates()
 }
 
 }  // namespace toolbox::windows
+
+using namespace toolbox::windows;
+
+WindowPtr FrontWindow(void)
+{
+    for (const Window &window : list)
+        if (window.record->visible)
+            return portOf(window.record);
+    return nullptr;
+}

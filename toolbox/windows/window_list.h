@@ -17,7 +17,7 @@ using quickdraw::Area;
 struct Window {
     WindowPeek record = nullptr;
     ColorTable colors{};   // the copy that SetWinColor made
-    // Global. The record's regions say the same, for whoever reads them.
+    // Global. The record's regions say the same, for what reads them.
     Rect contentRect{};
     Area structure{};
     Area content{};
@@ -36,13 +36,17 @@ void putAt(size_t position, const Window &window);
 void takeOut(WindowPeek record);
 size_t positionOf(WindowPeek record);
 
-// Told of each window that becomes visible, is hidden, or is about to close.
+// Set by the Control Manager: disposes of the window's controls, when it closes.
+extern std::function<void(WindowPtr)> disposeControls;
+
+// Set by the Dialog Manager: called for each window that becomes visible, is
+// hidden, or is about to close.
 enum class Change { shown, hidden, closing };
 extern std::function<void(WindowPtr, Change)> watcher;
 void tellWatcher(WindowPeek record, Change change);
 
 // Keeps a window's update events back until the next releaseUpdates, so that
-// one nobody draws does not keep all other events from being seen.
+// one that is not drawn does not keep all other events back.
 void holdUpdates(WindowPtr window);
 void releaseUpdates();
 

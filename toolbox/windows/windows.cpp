@@ -1,20 +1,20 @@
 // Making and closing windows, and their order.
 #include "toolbox/windows.h"
 
-#include <cstring>
 #include <utility>
 
 #include "events/queue.h"
-#include "managers.h"
+#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
-#include "toolbox/controls.h"
+#include "session/managers.h"
+#include "toolbox/host/text.h"
 #include "toolbox/memory.h"
 #include "windows/activation.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
-#include "windows/onto_screens.h"
-#include "windows/port_scope.h"
-#include "windows/screen.h"
+#include "windows/onto_displays.h"
+#include "windows/painting.h"
 #include "windows/window_list.h"
 
 using namespace toolbox;
@@ -23,7 +23,7 @@ using namespace toolbox::windows;
 namespace {
 
 bool started = false;
-Area screensBefore;   // all windows may cover of them, when they changed last
+Area displaysBefore;   // all windows may cover of them, when they changed last
 
 WindowPtr nextToUpdate()
 {
@@ -38,14 +38,7 @@ WindowPtr nextToUpdate()
     return nullptr;
 }
 
-void copyTitle(Str255 to, ConstStr255Param from)
-{
-    to[0] = 0;
-    if (from)
-        std::memcpy(to, from, from[0] + 1u);
-}
-
-// nil: behind all; (WindowPtr)-1: in front of all; else right behind it.
+// nil: behind all others; (WindowPtr)-1: in front of all; else right behind that one.
 size_t placeBehind(WindowPtr behind)
 {
     if (behind == reinterpret_cast<WindowPtr>(-1))
@@ -88,21 +81,21 @@ void afterChange(const Area &exposed)
 // What erases in the window is to erase to its table's colour.
 void useContentColor(Window &window)
 {
-    PortScope current(portOf(window.record));
+    quickdraw::PortScope current(portOf(window.record));
     int32_t background = whiteColor;
-    if (auto content = colorOf(window.colors, 0); content && screenHasColors())
+    if (auto content = colorOf(window.colors, 0); content && displayHasColors())
         background = forDrawing(*content);
     BackColor(background);
 }
 
-// Screens have become smaller or fewer. What was out of sight before is where
-// somebody put it.
+// Displays have become smaller or fewer. What was out of sight before is where
+// the user or the program put it.
 void bringBackLost(const Area &before, const Area &now)
 {
     for (Window &window : list) {
         if (!window.record->visible || isLost(window, before) || !isLost(window, now))
             continue;
-        const Point way = wayOntoScreens(window.structure.bounds());
+        const Point way = wayOntoDisplays(window.structure.bounds());
         Rect content = window.contentRect;
         OffsetRect(&content, way.h, way.v);
         place(window, content);
@@ -126,8 +119,9 @@ void startWindows(const Configuration &)
     watcher = nullptr;
     forgetActivation();
     events::nextWindowNeedingUpdate = nextToUpdate;
+    events::displaysChanged = windows::displaysChanged;
     started = true;
-    screensBefore = quickdraw::areaOf(GetGrayRgn());
+    displaysBefore = quickdraw::areaOf(GetGrayRgn());
     paintAll();
 }
 
@@ -135,11 +129,12 @@ void stopWindows()
 {
     // The blocks themselves go with the heap.
     started = false;
-    screensBefore = {};
+    displaysBefore = {};
     list.clear();
     watcher = nullptr;
     forgetActivation();
     events::nextWindowNeedingUpdate = nullptr;
+    events::displaysChanged = nullptr;
 }
 
 int openWindowCount()
@@ -149,15 +144,15 @@ int openWindowCount()
 
 }  // namespace toolbox::managers
 
-void windows::screensChanged()
+void windows::displaysChanged()
 {
     if (!started)
         return;
     for (Window &window : list)
         if (!window.colors.empty())
             useContentColor(window);
-    const Area screens = quickdraw::areaOf(GetGrayRgn());
-    bringBackLost(std::exchange(screensBefore, screens), screens);
+    const Area displays = quickdraw::areaOf(GetGrayRgn());
+    bringBackLost(std::exchange(displaysBefore, displays), displays);
     paintAll();
 }
 
@@ -176,7 +171,7 @@ WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, B
     record->goAwayFlag = goAway;
     record->procID = procID;
     record->refCon = refCon;
-    copyTitle(record->title, title);
+    setPascal(record->title, pascalView(title));
     if (!makeRegions(record)) {
         disposeRegions(record);
         if (!storage)
@@ -199,7 +194,8 @@ void CloseWindow(WindowPtr window)
         return;
     WindowPeek record = closing->record;
     tellWatcher(record, Change::closing);
-    KillControls(window);
+    if (disposeControls)
+        disposeControls(window);
     forgetWindow(record);
     if (record->visible)
         disappear(*find(window));
@@ -213,14 +209,6 @@ void DisposeWindow(WindowPtr window)
         return;
     CloseWindow(window);
     DisposePtr(reinterpret_cast<Ptr>(window));
-}
-
-WindowPtr FrontWindow(void)
-{
-    for (const Window &window : list)
-        if (window.record->visible)
-            return portOf(window.record);
-    return nullptr;
 }
 
 void BringToFront(WindowPtr window)
@@ -296,14 +284,14 @@ void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update)
 void SetWTitle(WindowPtr window, ConstStr255Param title)
 {
     if (Window *found = find(window)) {
-        copyTitle(found->record->title, title);
+        setPascal(found->record->title, pascalView(title));
         paintFrame(*found);
     }
 }
 
 void GetWTitle(WindowPtr window, Str255 title)
 {
-    copyTitle(title, find(window) ? peek(window)->title : nullptr);
+    setPascal(title, find(window) ? pascalView(peek(window)->title) : std::string_view());
 }
 
 void SetWRefCon(WindowPtr window, intptr_t value)

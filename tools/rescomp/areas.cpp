@@ -1,5 +1,5 @@
 #include "emitters.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace rescomp {
 

@@ -1,5 +1,5 @@
 // One procedure for each kind of statement: takes what follows the number and
-// the options, and answers the resource's bytes.
+// the options, and returns the resource's bytes.
 #pragma once
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include <utility>
 
 #include "emitters.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace rescomp {
 

@@ -1,5 +1,5 @@
 #include "emitters.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace rescomp {
 
@@ -7,7 +7,7 @@ using namespace toolbox;
 
 namespace {
 
-// Items behind this one have no enable bit of their own.
+// Items after this one have no enable bit of their own.
 constexpr int lastWithBit = 31;
 
 struct MenuItem {

@@ -7,7 +7,8 @@
 #include <string_view>
 
 #include "compiler.h"
-#include "files/appledouble.h"
+#include "toolbox/host/appledouble.h"
+#include "toolbox/host/write_all.h"
 
 namespace rescomp {
 namespace {
@@ -19,25 +20,14 @@ namespace fs = std::filesystem;
     throw std::runtime_error(path.string() + ": " + std::strerror(errno));
 }
 
-bool writeAll(int file, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 bool writeNew(const std::string &path, std::string_view bytes)
 {
     int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (file < 0)
         return false;
-    bool done = writeAll(file, bytes) && ::fsync(file) == 0;
+    std::size_t written;
+    errno = toolbox::writeAll(file, bytes, 0, written);
+    bool done = errno == 0 && ::fsync(file) == 0;
     return ::close(file) == 0 && done;
 }
 

@@ -4,7 +4,7 @@
 #include "emitters.h"
 #include "packbits.h"
 #include "pngpixels.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace rescomp {
 

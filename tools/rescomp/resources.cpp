@@ -1,6 +1,6 @@
 #include "resources.h"
 
-#include "resources/forkformat.h"
+#include "toolbox/host/resource_fork.h"
 #include "toolbox/host/text.h"
 
 namespace rescomp {

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "emitters.h"
-#include "files/bigbytes.h"
+#include "toolbox/host/big_bytes.h"
 
 namespace rescomp {
 
@@ -104,7 +104,7 @@ std::string format1(const std::string &samples, std::uint32_t rate)
     appendWord(bytes, 0x8051);       // play the buffer
     appendWord(bytes, 0);
     appendLong(bytes, 20);           // that begins here
-    appendLong(bytes, 0);            // samples behind the header
+    appendLong(bytes, 0);            // samples follow the header
     appendLong(bytes, static_cast<std::uint32_t>(samples.size()));
     appendLong(bytes, rate << 16);
     appendLong(bytes, 0);            // no loop

@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include "toolbox/host/utf8.h"
+
 namespace riders::plates {
 namespace {
 
@@ -16,49 +18,11 @@ int hexDigit(char c)
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
-// Bytes of the character that begins here; 0 where it is no UTF-8.
-size_t sequenceAt(const std::string &text, size_t at)
-{
-    const auto byte = [&text](size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
-    const unsigned first = byte(at);
-    const size_t length = first < 0x80                    ? 1
-                          : first >= 0xC2 && first < 0xE0 ? 2
-                          : first >= 0xE0 && first < 0xF0 ? 3
-                          : first >= 0xF0 && first < 0xF5 ? 4
-                                                          : 0;
-    unsigned value = length > 1 ? first & (0x7Fu >> length) : first;
-    for (size_t i = 1; i < length; ++i) {
-        if ((byte(at + i) & 0xC0) != 0x80)
-            return 0;
-        value = value << 6 | (byte(at + i) & 0x3F);
-    }
-    const bool overlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
-    return overlong || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000) ? 0 : length;
-}
-
-bool isUtf8(const std::string &text)
-{
-    for (size_t at = 0; at < text.size();) {
-        const size_t length = sequenceAt(text, at);
-        if (length == 0)
-            return false;
-        at += length;
-    }
-    return true;
-}
-
 std::string fromLatin1(const std::string &bytes)
 {
     std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            text += c;
-        } else {
-            text += static_cast<char>(0xC0 | byte >> 6);
-            text += static_cast<char>(0x80 | (byte & 0x3F));
-        }
-    }
+    for (const char c : bytes)
+        toolbox::appendUtf8(text, static_cast<unsigned char>(c));
     return text;
 }
 
@@ -66,7 +30,7 @@ std::string fromLatin1(const std::string &bytes)
 
 std::string plainText(const std::string &bytes)
 {
-    std::string text = isUtf8(bytes) ? bytes : fromLatin1(bytes);
+    std::string text = toolbox::isUtf8(bytes) ? bytes : fromLatin1(bytes);
     for (char &c : text)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
             c = ' ';

@@ -5,7 +5,7 @@
 // the right. A picture is stretched to its item. Icons 0 to 2 have a drawing of
 // our own where no 'ICON' gives one.
 //
-// What the wish to end the program does to a dialog is told in
+// What the wish to end the program does to a dialog is written in
 // toolbox/host/quit.h: it is asked to cancel, as by Escape.
 //
 // All calls here may allocate, and so move blocks; ModalDialog and the alerts
@@ -30,7 +30,7 @@ typedef struct DialogRecord {
     int16_t aDefItem;
 } DialogRecord, *DialogPeek;
 
-// True: the event is dealt with, and ModalDialog answers what was stored in
+// True: the event is dealt with, and ModalDialog returns what was stored in
 // *itemHit, 0 when nothing was. False: the event is handled as it now stands in
 // *event. May call any dialog routine, nested ModalDialogs and alerts too.
 typedef Boolean (*ModalFilterProcPtr)(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
@@ -54,19 +54,22 @@ DialogPtr GetNewDialog(int16_t id, void *storage, WindowPtr behind);
 // with CloseDialog when GetNewDialog allocated it.
 void CloseDialog(DialogPtr dialog);
 void DisposDialog(DialogPtr dialog);
-// Runs until an enabled item is hit or the filter answers true, and sets
+// Runs until an enabled item is hit or the filter returns true, and sets
 // *itemHit. The front window must be a dialog (std::logic_error if not); it is
 // the current port meanwhile. The filter sees every event, null events too (one
 // a tick while nothing happens), but not a press outside a dialog that cannot
-// be moved: that beeps. Nil filter: Return and Enter answer item 1.
-// Left to ModalDialog: a control is tracked and answers when released inside;
-// other items answer on the press; keys go to the current edit item, Tab to the
+// be moved: that beeps. Nil filter: Return and Enter press the default
+// item, 1 unless aDefItem says otherwise.
+// Left to ModalDialog: a control is tracked and hit when released inside;
+// other items are hit by the press; keys go to the current edit item, Tab to the
 // next one; from system version 7 on Command-X, C and V edit through the desk
 // scrap. Updates of all dialogs are drawn; those of other windows wait.
 void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit);
+// Draws all items, or those in the update region; nothing for what is no dialog.
 void DrawDialog(DialogPtr dialog);
 void UpdtDialog(DialogPtr dialog, RgnHandle update);
 
+// How many items it has; 0 for what is no dialog.
 int16_t CountDITL(DialogPtr dialog);
 // Nothing happens for a number that is not there.
 // *item: for controls the ControlHandle, for user items the procedure, for
@@ -74,6 +77,8 @@ int16_t CountDITL(DialogPtr dialog);
 void GetDItem(DialogPtr dialog, int16_t number, int16_t *type, Handle *item, Rect *box);
 // Draws nothing, and does not move a control (MoveControl does).
 void SetDItem(DialogPtr dialog, int16_t number, int16_t type, Handle item, const Rect *box);
+// Moves the item away and back; what it leaves is erased, where it comes back is to
+// be updated. Nothing for an item that is hidden, or shown, already.
 void HideDItem(DialogPtr dialog, int16_t number);
 void ShowDItem(DialogPtr dialog, int16_t number);
 // The number minus 1 of the first item at the local point, -1 for none.
@@ -98,16 +103,17 @@ void DlgDelete(DialogPtr dialog);
 // item.
 Boolean DlgCommandKey(DialogPtr dialog, int16_t character);
 
-// Shows 'ALRT' id, its bounds as they are in memory now, and answers the item
+// Shows 'ALRT' id, its bounds as they are in memory now, and returns the item
 // hit; -1 when the resource or its item list is missing or its stage shows no
 // box. The same alert in succession goes through its four stages, each with
 // its sounds, its box or none, and its default item, which is outlined and
-// which Return and Enter answer.
+// which Return and Enter press.
 int16_t Alert(int16_t id, ModalFilterProcPtr filter);
 int16_t StopAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t NoteAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t CautionAlert(int16_t id, ModalFilterProcPtr filter);
-// 0 to 3, of the latest alert.
+// 0 to 3, of the latest alert. ResetAlrtStage: the next alert is at its first
+// stage, whichever it is.
 int16_t GetAlrtStage(void);
 void ResetAlrtStage(void);
 

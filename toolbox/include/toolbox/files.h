@@ -4,7 +4,7 @@
 // Places. vRefNum is a working directory number as Standard File gives it, 0
 // for the default folder, or kOnSystemDisk. dirID is 0 for the folder that
 // vRefNum names (with kOnSystemDisk: the default folder), or a directory number
-// as FindFolder gives it. nsvErr for a vRefNum nobody gave out, dirNFErr for
+// as FindFolder gives it. nsvErr for a vRefNum that was never given out, dirNFErr for
 // such a dirID or where the folder has gone.
 //
 // Names are Pascal strings of 1 to 63 bytes. bdNamErr for any other length,
@@ -55,7 +55,7 @@ typedef struct FInfo {
     int16_t fdFldr;
 } FInfo;
 
-// Makes an empty file; what an earlier file of the name left behind in "._name"
+// Makes an empty file; what an earlier file of the name left in "._name"
 // is dropped. dupFNErr when something has the name already. On error nothing
 // is there that was not before.
 OSErr Create(ConstStr255Param name, int16_t vRefNum, OSType creator, OSType fileType);

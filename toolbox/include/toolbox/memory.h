@@ -53,7 +53,7 @@ void HSetState(Handle handle, int8_t state);
 // there is nothing to move. memLockedErr when it is locked already.
 void MoveHHi(Handle handle);
 
-// Purges what may be purged and answers the largest block that could now be
+// Purges what may be purged and returns the largest block that could now be
 // had, in bytes. *grow, when not nil, is set to 0: the heap does not grow.
 Size MaxMem(Size *grow);
 // As MaxMem, but purges nothing.
@@ -81,10 +81,10 @@ OSErr PtrAndHand(const void *source, Handle handle, Size byteCount);
 Ptr StripAddress(void *address);
 
 // A byte-string search and edit in a relocatable block (Toolbox Utilities).
-// With target not nil and replacement nil: answers the offset of the first
+// With target not nil and replacement nil: returns the offset of the first
 // occurrence of the target at or after offset, or a negative value. With a
-// target and a replacement: replaces the first occurrence and answers the
-// offset behind the replacement; a target of no bytes is found at offset, so
+// target and a replacement: replaces the first occurrence and returns
+// the offset after the replacement; a target of no bytes is found at offset, so
 // that the replacement is inserted there. Target nil: replaces targetLength
 // bytes at offset (all to the end when negative). An offset outside the text,
 // or no room (MemError): a negative value, and the text is as before. The

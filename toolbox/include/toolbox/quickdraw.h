@@ -1,22 +1,22 @@
-// QuickDraw: ports, pens, shapes, text, regions, screens.
+// QuickDraw: ports, pens, shapes, text, regions, displays.
 //
 // Coordinates are int16 lines between pixels; a pixel lies below and right of
 // its coordinate, and belongs to a round or slanted shape when its centre does.
 // Everything draws into the current port, in its local coordinates, clipped to
 // the port, its visible and its clip region. Sums that leave the 16 bits wrap.
 //
-// A screen may have 2 by 2 or 3 by 3 device pixels for each pixel: its scale.
+// A display may have 2 by 2 or 3 by 3 device pixels for each pixel: its scale.
 // Rectangles, lines, regions and patterns cover all of them; round rectangles
 // and polygons are smooth, and letters as sharp, as the device allows. Images
 // keep their own pixels.
 //
-// A screen shows the colours that its depth has: black and white on 1 bit a
+// A display shows the colours that its depth has: black and white on 1 bit a
 // pixel, four greys on 2, sixteen colours on 4, a table of 256 on 8. Everything
 // drawn takes the nearest one.
 //
 // All may be called from the start of the Toolbox on. No call here fails for
 // want of memory but those that make or change a region or polygon (nil, or
-// unchanged; MemError tells), and those that make none may be called with
+// unchanged; MemError says why), and those that make none may be called with
 // unlocked handles about: drawing moves no blocks. A font file that is missing
 // ends the call with an exception that names it.
 #pragma once
@@ -79,7 +79,7 @@ typedef struct Cursor { uint16_t data[16]; uint16_t mask[16]; Point hotSpot; } C
 
 typedef struct QDGlobals {
     GrafPtr thePort;
-    BitMap screenBits;   // bounds: the main screen, menu bar included
+    BitMap screenBits;   // bounds: the main display, menu bar included
     Cursor arrow;
     Pattern white, black, gray, ltGray, dkGray;
     int32_t randSeed;
@@ -106,6 +106,8 @@ void SetOrigin(int16_t h, int16_t v);
 void LocalToGlobal(Point *point);
 void GlobalToLocal(Point *point);
 
+// These change rectangles and points, which may be of any coordinates; they draw
+// nothing and need no port. SetRect takes its sides as they are given.
 void SetRect(Rect *r, int16_t left, int16_t top, int16_t right, int16_t bottom);
 void OffsetRect(Rect *r, int16_t dh, int16_t dv);
 // Moves each side inwards (negative: outwards); all zero when nothing is left.
@@ -115,8 +117,10 @@ Boolean SectRect(const Rect *a, const Rect *b, Rect *result);
 // The smallest rectangle around both; empty ones do not count. *result may be
 // one of the sources, here and in SectRect.
 void UnionRect(const Rect *a, const Rect *b, Rect *result);
+// Whether the pixel right of and below the point is in the rectangle.
 Boolean PtInRect(Point point, const Rect *r);
 Boolean EqualRect(const Rect *a, const Rect *b);
+// Whether no pixel is in it: bottom not below top, or right not right of left.
 Boolean EmptyRect(const Rect *r);
 void SetPt(Point *point, int16_t h, int16_t v);
 
@@ -126,14 +130,17 @@ void PenNormal(void);
 void PenSize(int16_t width, int16_t height);
 // One of the pat modes.
 void PenMode(int16_t mode);
+// Copied; anchored to the port's origin.
 void PenPat(const Pattern *pattern);
+// Move the pen without drawing: to a point, or by a distance.
 void MoveTo(int16_t h, int16_t v);
 void Move(int16_t dh, int16_t dv);
 // Inks every pixel under the pen, which hangs below and to the right of its
 // point, on the way to the new point, both ends included; the pen stays there.
-// The same pixels backwards.
+// The same pixels backwards. Line: by a distance.
 void LineTo(int16_t h, int16_t v);
 void Line(int16_t dh, int16_t dv);
+// Where the pen is.
 void GetPen(Point *point);
 // Frame draws the rim inside the rectangle, as wide as the pen; Paint fills
 // with the pen's pattern and mode; Erase with the background; Invert flips
@@ -150,14 +157,14 @@ void FrameRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void PaintRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void EraseRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
 void InvertRoundRect(const Rect *r, int16_t ovalWidth, int16_t ovalHeight);
-// One of the eight constants; any other is drawn as black, and on a screen of
+// One of the eight constants; any other is drawn as black, and on a display of
 // one bit a pixel all but white is. On two bits the others are greys.
 void ForeColor(int32_t color);
 void BackColor(int32_t color);
 
 // One polygon is open at a time (nil for a second one, and without memory);
 // lines drawn meanwhile are collected, not shown. The caller owns what OpenPoly
-// answers: KillPoly. Its points are there after ClosePoly; 8188 at most are
+// returns: KillPoly. Its points are there after ClosePoly; 8188 at most are
 // kept.
 PolyHandle OpenPoly(void);
 void ClosePoly(void);
@@ -183,12 +190,12 @@ typedef struct FontInfo { int16_t ascent, descent, widMax, leading; } FontInfo;
 // In pixels. A line is ascent, descent and leading together high: 16 at size 12.
 void GetFontInfo(FontInfo *info);
 // Pixels the pen would advance, in the port's font, size and face: the sum of
-// the characters' own widths, 32767 at most, the same on every screen.
+// the characters' own widths, 32767 at most, the same on every display.
 int16_t StringWidth(ConstStr255Param text);
 // count characters from byte first on.
 int16_t TextWidth(const void *text, int16_t first, int16_t count);
 int16_t CharWidth(int16_t character);
-// Draws on the baseline from the pen on and leaves the pen behind the text. A
+// Draws on the baseline from the pen on and leaves the pen after the text. A
 // character that the font lacks is drawn as '?'; 0x11 to 0x14 are the Command
 // sign, a check mark, a diamond and an apple in every font.
 void DrawString(ConstStr255Param text);
@@ -226,6 +233,7 @@ Boolean EqualRgn(RgnHandle a, RgnHandle b);
 Boolean PtInRgn(Point point, RgnHandle region);
 // True when a pixel of the rectangle lies in the region.
 Boolean RectInRgn(const Rect *r, RgnHandle region);
+// As for rectangles: the background, and the pen's pattern and mode.
 void EraseRgn(RgnHandle region);
 void PaintRgn(RgnHandle region);
 // The current port's clip region; SetClip and GetClip copy.
@@ -236,12 +244,12 @@ void GetClip(RgnHandle region);
 // what leaves it is lost, what is vacated is erased and becomes the update
 // region (nil: it is not wanted).
 void ScrollRect(const Rect *r, int16_t dh, int16_t dv, RgnHandle update);
-// All screens less the menu bar, global. The Toolbox's: neither change nor
+// All displays less the menu bar, global. The Toolbox's: neither change nor
 // dispose.
 RgnHandle GetGrayRgn(void);
 
-// The screens as they are at this moment, the main one first, nil behind the
-// last. The Toolbox's, and not to be moved or disposed; a device whose screen
+// The displays as they are at this moment, the main one first, nil after the
+// last. The Toolbox's, and not to be moved or disposed of; a device whose display
 // is gone stays readable but is no longer active.
 GDHandle GetMainDevice(void);
 GDHandle GetDeviceList(void);

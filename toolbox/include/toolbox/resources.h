@@ -8,7 +8,7 @@
 // may be emptied by the Memory Manager when memory runs short; ask again for
 // it rather than keep it. One that is marked changed is never emptied.
 //
-// Every call sets ResError. Calls that take a resource answer resNotFound
+// Every call sets ResError. Calls that take a resource set resNotFound
 // there for a handle that is none, and do nothing. Any call that loads or
 // writes may move memory.
 #pragma once
@@ -27,11 +27,11 @@ enum {
     resChanged = 2       // is to be written; set by ChangedResource alone
 };
 
-// Opens the resource fork and makes it current. Answers its reference number,
+// Opens the resource fork and makes it current. Returns its reference number,
 // or -1 with ResError set: fnfErr no such file, eofErr an empty fork,
 // mapReadErr a damaged one, or what reading the file met. permission: 1
 // reading, anything else reading and writing. A file that is open for writing
-// already is made current and its number answered; it is closed once.
+// already is made current and its number returned; it is closed once.
 int16_t HOpenResFile(int16_t vRefNum, int32_t dirID, ConstStr255Param name, int8_t permission);
 // Gives a file (made if missing) an empty resource fork; does not open it.
 // ResError dupFNErr when it has one already, or what writing the file met.
@@ -53,7 +53,7 @@ OSErr ResError(void);
 // The resource, loaded; nil when there is none, with ResError resNotFound, or
 // noErr when no open file has the type at all: test for nil. memFullErr when
 // there is no room to load it. The first of two with the same number wins.
-// While it stays loaded the same handle is answered.
+// While it stays loaded the same handle is returned.
 Handle GetResource(ResType type, int16_t id);
 Handle Get1Resource(ResType type, int16_t id);
 // Case does not matter, accents do.

@@ -26,7 +26,7 @@ typedef struct ScrapStuff {
 PScrapStuff InfoScrap(void);
 #define ScrapInfo (*InfoScrap())
 
-// Empties the scrap and the clipboard. Answers noErr.
+// Empties the scrap and the clipboard. Returns noErr.
 int32_t ZeroScrap(void);
 // Appends length bytes under the type. A second entry of a type is kept but
 // never found. paramErr for a negative length, memFullErr.

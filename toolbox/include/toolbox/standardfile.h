@@ -37,8 +37,8 @@ typedef struct SFReply {
     Str63 fName;
 } SFReply;
 
-// Called with -1 before the dialog shows and then with each item hit; answers
-// the item to act on.
+// Called with -1 before the dialog shows and then with each item hit; returns
+// the item to act on, 0 for none.
 typedef int16_t (*DlgHookProcPtr)(int16_t item, DialogPtr dialog);
 // Called with a file's name as a Str255; true leaves it out of the list.
 typedef Boolean (*FileFilterProcPtr)(void *name);

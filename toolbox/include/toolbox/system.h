@@ -34,15 +34,15 @@ void NumToString(int32_t number, Str255 text);
 // Wraps around beyond 32 bits.
 void StringToNum(ConstStr255Param text, int32_t *number);
 // The address that a trap word stands for; equal addresses mean the same
-// routine. Traps of calls the Toolbox has are told apart, all others have the
+// routine. Each call the Toolbox has has an address of its own, all others have the
 // address of 0xA89F. None can be called.
 int32_t NGetTrapAddress(uint16_t trap, int16_t type);
 enum { OSTrap = 0, ToolTrap = 1 };
 
-// A C string as a Pascal string, cut at 255. The answer is good until the
-// eighth later call.
+// A C string as a Pascal string, cut at 255. What is returned is good until
+// the eighth later call.
 StringPtr ql_quorum_passtr(const char *text);
-// Turns a Pascal string into a C string in place and answers it.
+// Turns a Pascal string into a C string in place and returns it.
 char *P2CStr(StringPtr text);
 // Turns a C string, cut at 255, into a Pascal string in place: the room must
 // hold its terminator, which the length byte takes the place of.

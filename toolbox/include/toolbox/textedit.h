@@ -5,6 +5,8 @@
 // text scrolls sideways instead. At most 32767 characters: what would make it
 // longer, or finds no memory, changes nothing. Every call that changes a text
 // or its selection draws it, in inPort, and leaves that port's settings alone.
+// A TEHandle must be one that TENew gave and TEDispose has not taken. May be called
+// between start and stop of the Toolbox; every call may allocate.
 #pragma once
 
 #include "toolbox/quickdraw.h"
@@ -32,9 +34,12 @@ typedef struct TERec {
 // In the current port, with its text settings. Nil when the heap has no room.
 // The caller owns it: TEDispose.
 TEHandle TENew(const Rect *destRect, const Rect *viewRect);
+// Frees the record and its characters.
 void TEDispose(TEHandle text);
-// Replaces all characters, caret behind the last one; draws nothing.
+// Replaces all characters, caret after the last one; draws nothing. The characters
+// are copied.
 void TESetText(const void *characters, int32_t length, TEHandle text);
+// hText: the record's, not to be disposed of.
 Handle TEGetText(TEHandle text);
 // Offsets are cut to the text's length.
 void TESetSelect(int32_t start, int32_t end, TEHandle text);
@@ -43,6 +48,7 @@ void TESetSelect(int32_t start, int32_t end, TEHandle text);
 void TEKey(int16_t character, TEHandle text);
 // In front of the selection, which stays selected.
 void TEInsert(const void *characters, int32_t length, TEHandle text);
+// Deletes what is selected.
 void TEDelete(TEHandle text);
 // Follows the mouse from the press at the local point until the release, and
 // lets the text move while it rests outside. The second press at one place
@@ -54,6 +60,7 @@ void TEActivate(TEHandle text);
 void TEDeactivate(TEHandle text);
 // Lets the caret blink; to be called often.
 void TEIdle(TEHandle text);
+// Draws the text anew, clipped to the rectangle, local, and to viewRect.
 void TEUpdate(const Rect *r, TEHandle text);
 // The characters were changed through hText: takes its length, cuts the
 // selection to it; draws nothing.
@@ -67,7 +74,7 @@ void TEPaste(TEHandle text);
 // is no text to bring back, and the private scrap stays as it was.
 OSErr TEToScrap(void);
 OSErr TEFromScrap(void);
-// The Toolbox's: do not dispose.
+// The private scrap, the Toolbox's: do not dispose of it. Its length in bytes.
 Handle TEScrapHandle(void);
 int32_t TEGetScrapLength(void);
 // Erases the rectangle and draws the text within it in the current port's text

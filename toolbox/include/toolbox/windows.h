@@ -1,12 +1,14 @@
 // Window Manager: a list of windows, the front one first.
 //
-// A window draws straight into the screens, in the part of its content that no
+// A window draws straight onto the displays, in the part of its content that no
 // window in front covers; nothing is kept of what is covered. What comes to
 // light is erased to the content's colour at once and asked for by an update
-// event, for as long as its owner has not answered with BeginUpdate and
+// event, for as long as its owner has not called BeginUpdate and
 // EndUpdate. Rectangles given at creation and to MoveWindow are those of the
 // content, global; the frame lies outside. The frontmost visible window is the
-// active one; activate events follow every change of it.
+// active one; activate events follow every change of it. What takes a window does
+// nothing for one that is not there; only DragWindow and the RefCon calls must get
+// one. May be called between start and stop of the Toolbox; every call may allocate.
 #pragma once
 
 #include "toolbox/quickdraw.h"
@@ -41,12 +43,13 @@ enum { documentProc = 0, dBoxProc = 1, plainDBox = 2, altDBoxProc = 3, noGrowDoc
 enum { inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6 };
 
 // storage nil: allocated; otherwise sizeof(WindowRecord) bytes of the caller's
-// that stay until CloseWindow. behind (WindowPtr)-1: in front of all; nil, or a
-// window that is not there: behind all. The current port stays what it was.
+// that stay until CloseWindow. behind is the window it goes right
+// behind; (WindowPtr)-1: in front of all; nil, or a window that is not there: behind
+// all. bounds is the content, global; the title is copied. The current port stays what it was.
 // Nil when the heap has no room, and then nothing is left.
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible,
                     int16_t procID, WindowPtr behind, Boolean goAway, intptr_t refCon);
-// Takes the window off the screen and frees what belongs to it, its controls
+// Takes the window off the display and frees what belongs to it, its controls
 // among it: all but the record, which is the caller's (CloseWindow), or the
 // record too (DisposeWindow). Events not delivered are dropped. When it is the
 // current port, the desktop's becomes current.
@@ -59,6 +62,7 @@ void SelectWindow(WindowPtr window);
 // Where it stands in the list stays the same. Nothing when it is so already.
 void ShowWindow(WindowPtr window);
 void HideWindow(WindowPtr window);
+// To the front of the list, visible or not; what comes to light is painted.
 void BringToFront(WindowPtr window);
 // Content's top left to (h, v), global; bring to front when front is set. The
 // whole content is to be updated.
@@ -70,6 +74,8 @@ void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front);
 void DragWindow(WindowPtr window, Point start, const Rect *bounds);
 // Content's size; what is new of it is to be updated whatever update says.
 void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update);
+// Copied, and drawn at once; nil is the empty title. GetWTitle gives the empty
+// title for a window that is not there.
 void SetWTitle(WindowPtr window, ConstStr255Param title);
 void GetWTitle(WindowPtr window, Str255 title);
 // The owner's own number or address; the Window Manager does not look at it.
@@ -89,7 +95,7 @@ void BeginUpdate(WindowPtr window);
 void EndUpdate(WindowPtr window);
 // Attaches a 'wctb' or 'dctb' table; the window keeps its own copy until it is
 // closed. It colours content (part 0), frame (part 1) and title (part 2) while the
-// main screen has 2 bits a pixel or more.
+// main display has 2 bits a pixel or more.
 void SetWinColor(WindowPtr window, Handle colorTable);
 
 #ifdef __cplusplus

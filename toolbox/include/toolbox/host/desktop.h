@@ -1,6 +1,6 @@
 // The machine that is a window on the desktop, for hosts.
 //
-// One window is the Toolbox's one screen; keyboard, mouse, clipboard and sound
+// One window is the Toolbox's one display; keyboard, mouse, clipboard and sound
 // are the person's own, and time is real. Built on SDL, which is loaded by
 // openDesktop and not before: a program that never opens a window needs no
 // display's libraries.
@@ -51,11 +51,11 @@ struct DesktopError : std::runtime_error {
 //   not have sounds the beep.
 // - The right mouse button is the button with Control.
 // - F11, Alt-Return and Super-Return switch to the full screen and back and are
-//   seen by nobody else.
+//   seen by no one else.
 // - Closing the window, SIGTERM, SIGINT and the end of the session each give
 //   Input quit; the window stays until the machine goes.
 // - A new size or scale gives one screensChanged, once it has stayed for a
-//   tenth of a second; until then screens() answers the size before.
+//   tenth of a second; until then screens() gives the size before.
 // - The button counts as released when the window loses the keyboard.
 //
 // Sound: beep and playSound need no sound card; without one they are silent and

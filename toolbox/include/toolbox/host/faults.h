@@ -1,8 +1,8 @@
 // Making file and memory calls fail on purpose.
 //
 // Every File Manager call passes one table on its way in. A fault planned here
-// makes the chosen call answer an error instead of doing its work (FSClose
-// does close, and then answers the error; FSWrite and FSRead move nothing,
+// makes the chosen call return an error instead of doing its work (FSClose
+// does close, and then returns the error; FSWrite and FSRead move nothing,
 // *count 0; FSOpen gives refNum 0). The pairs of calls that differ only in how
 // a place is given (FSOpen and HOpen, ...) are one kind. A resource fork being
 // written passes as a write too, and leaves the old fork when it fails.
@@ -27,10 +27,10 @@ inline constexpr int fileCallKinds = 17;
 
 namespace faults {
 
-// The nth call (from 1) of the kind from now on answers error; with onward set
+// The nth call (from 1) of the kind from now on returns error; with onward set
 // every later one as well. error is not noErr.
 void failFileCall(FileCall kind, int nth, OSErr error, bool onward = false);
-// The nth call (from 1) of any kind from now on answers error.
+// The nth call (from 1) of any kind from now on returns error.
 void failAnyFileCall(int nth, OSErr error, bool onward = false);
 // The nth allocation (from 1) from now on has no room.
 void failAllocation(int nth, bool onward = false);
@@ -46,7 +46,7 @@ int count(FileCall kind);
 const char *name(FileCall kind);
 std::optional<FileCall> kindNamed(const std::string &name);
 
-// For the managers, once a call: noErr, or the error this call is to answer.
+// For the managers, once a call: noErr, or the error this call is to return.
 OSErr check(FileCall kind);
 bool allocationFails();
 

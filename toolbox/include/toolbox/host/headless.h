@@ -1,4 +1,4 @@
-// The machine that is only memory: virtual time, no screen, no sound. Complete,
+// The machine that is only memory: virtual time, no display, no sound. Complete,
 // and what tests and scripted sessions run on.
 #pragma once
 
@@ -13,8 +13,8 @@ class HeadlessMachine : public Machine {
 public:
     explicit HeadlessMachine(std::vector<Screen> screens = {{{0, 0, 480, 640}, 8}});
 
-    // Asked for more when somebody waits for input and the queue is empty, and
-    // never at another moment: answers the next input, or nothing to let time
+    // Called for more when a program waits for input and the queue is empty, and
+    // never at another moment: returns the next input, or nothing to let time
     // pass. May look at and act on everything; may throw to end the session.
     // Without one, time passes and nothing ever comes.
     using Source = std::function<std::optional<Input>()>;
@@ -24,7 +24,7 @@ public:
 
     // At least one. Takes effect at once and announces screensChanged.
     virtual void setScreens(std::vector<Screen> screens);
-    // For sessions nobody looks at: no pixels are kept. Before the Toolbox is
+    // For sessions that are not looked at: no pixels are kept. Before the Toolbox is
     // started; true unless set.
     void wantPictures(bool wanted);
     // Sees every picture that is presented; borrowed for the call, which must not
@@ -34,7 +34,7 @@ public:
     // As another program would; the serial changes.
     virtual void putOnClipboard(const std::string &text);
     // What was last presented; empty before that. std::out_of_range when there
-    // is no such screen.
+    // is no such display.
     const Picture &lastPicture(int index) const;
     int beeps() const;
     int soundsPlayed() const;

@@ -1,7 +1,7 @@
 // The seam between the Toolbox and the machine it runs on.
 //
 // All that the Toolbox wants from outside comes through one Machine: input,
-// time, screens, the clipboard, sound. Two exist: headless (memory only, time
+// time, displays, the clipboard, sound. Two exist: headless (memory only, time
 // virtual) and a window on the desktop. The Toolbox calls it on one thread.
 #pragma once
 
@@ -14,8 +14,9 @@
 
 namespace toolbox {
 
+// A display, and the pixels that the Toolbox has on it.
 struct Screen {
-    Rect bounds;     // global; the main screen's top left is 0, 0
+    Rect bounds;     // global; the main display's top left is 0, 0
     int depth;       // bits a pixel: 1, 2, 4, 8 or 32
     int scale = 1;   // device pixels to a pixel of QuickDraw's, each way: 1, 2 or 3
 };
@@ -48,14 +49,14 @@ struct Machine {
     virtual ~Machine() = default;
 
     // The next input, in order. With none there, waits up to waitTicks, lets
-    // that time pass and answers nothing; it may come back sooner with
-    // nothing. Never answers input out of order. May throw to end the session:
-    // the exception goes through the Toolbox and its caller to whoever started
+    // that time pass and returns nothing; it may come back sooner with
+    // nothing. Never gives input out of order. May throw to end the session:
+    // the exception goes through the Toolbox and its caller to what started
     // the session.
     virtual std::optional<Input> nextInput(std::uint32_t waitTicks) = 0;
-    // Whether input has arrived that nextInput(0) would answer; nothing is
-    // taken and nobody is asked. A machine whose user acts only when waited
-    // for may answer false here and yet give input from nextInput.
+    // Whether input has arrived that nextInput(0) would give; nothing is
+    // taken and no user is asked. A machine whose user acts only when waited
+    // for may return false here and yet give input from nextInput.
     virtual bool inputWaiting() = 0;
 
     // Ticks of 1/60 s since start; never runs backwards.
@@ -63,11 +64,11 @@ struct Machine {
     // Lets time pass without taking input: what comes meanwhile is kept.
     virtual void passTicks(std::uint32_t count) = 0;
 
-    // At least one; the first is the main screen. May change between calls,
+    // At least one; the first is the main display. May change between calls,
     // announced by Input screensChanged. Bounds do not overlap and are not
     // empty.
     virtual std::vector<Screen> screens() = 0;
-    // The pixels of screen number index (as in screens), scale times its bounds
+    // The pixels of display number index (as in screens), scale times its bounds
     // wide and high, as they are now to be seen; called before the Toolbox
     // waits, when they have changed. Outside the rectangle changed, in the
     // picture's own pixels, they are what was presented last; it is the whole
@@ -75,21 +76,22 @@ struct Machine {
     // call.
     virtual void present(int index, const Picture &picture, const Rect &changed) = 0;
 
-    // Whether anybody will look at pictures. Asked at start and for each new
-    // screen. False: shapes and text are measured and traced as ever, but no
+    // Whether pictures will be looked at. Asked at start and for each new
+    // display. False: shapes and text are measured and traced as ever, but no
     // pixel is kept, nothing is presented and screenPicture is empty.
     virtual bool picturesWanted() { return true; }
 
     // UTF-8 with \n line ends; empty when there is no text.
     virtual std::string clipboardText() = 0;
     virtual void setClipboardText(const std::string &text) = 0;
-    // Changes whenever somebody else changes the clipboard.
+    // Changes whenever another program changes the clipboard.
     virtual std::uint32_t clipboardSerial() = 0;
 
     // Does not wait for the end of the sound.
     virtual void beep() = 0;
     // Unsigned 8-bit samples, one channel; returns when played.
     virtual void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) = 0;
+    // What the mouse looks like from now on.
     enum class CursorShape { arrow, text, busy };
     virtual void setCursor(CursorShape shape) = 0;
 };

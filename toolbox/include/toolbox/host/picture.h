@@ -1,4 +1,4 @@
-// Pictures of the screens, for hosts and tests.
+// Pictures of the displays, for hosts and tests.
 #pragma once
 
 #include <filesystem>
@@ -7,13 +7,14 @@
 
 namespace toolbox {
 
-// The pixels of screen number index (from 0) as they are at this moment, also
+// The pixels of display number index (from 0) as they are at this moment, also
 // what has not been presented yet; empty when the machine wants no pictures.
-// std::out_of_range when there is no such screen.
+// std::out_of_range when there is no such display. Between start
+// and stop of the Toolbox.
 Picture screenPicture(int index);
 
 // Writes an 8-bit RGB PNG, replacing a file of that name. False, and no file
-// left behind, when it cannot be written.
+// left over, when it cannot be written.
 bool writePng(const std::filesystem::path &path, const Picture &picture);
 // Reads any PNG, what is transparent on white; an empty picture when it cannot
 // be read.

@@ -1,14 +1,14 @@
 // The wish to end the program: the window was closed, or the system asks.
 //
-// It comes from the machine as Input quit and stays until the session ends or
-// somebody drops it. Menus that are open close with nothing chosen; whatever
+// It comes from the machine as Input quit and stays until the session ends or it is
+// dropped. Menus that are open close with nothing chosen; whatever
 // tracks the mouse ends as if it had been released outside. Then dialogs are
 // asked to cancel, the front one first: ModalDialog and the alerts strike
-// Escape for the user, and filters see it as any key. Where nobody takes it,
-// item 2 is answered if it is a button, or else the only button there is, which
-// has but a message to confirm; one without buttons, where nothing can be
+// Escape for the user, and filters see it as any key. Where none takes it,
+// item 2 is hit if it is a button, or else the only button there is, which has but a
+// message to confirm; one without buttons, where nothing can be
 // confirmed, gets Return as well. A dialog that is up again is asked a second
-// time, by Command-period, and if the filter answers nothing again, by that
+// time, by Command-period, and if the filter hits nothing again, by that
 // button. When it is still up after that the wish is dropped: the user's work
 // is worth more. A program's own loop, which WaitNextEvent wakes, looks here
 // once its dialogs are gone.
@@ -16,8 +16,10 @@
 
 namespace toolbox {
 
-// Between start and stop of the Toolbox, like the one below.
+// Whether the program was asked to end and still is. Between start and stop of the
+// Toolbox, as is the one below.
 bool quitAsked();
+// Takes the wish back: dialogs stay up, and the program goes on.
 void dropQuit();
 
 }  // namespace toolbox

@@ -1,4 +1,4 @@
-// Starting and stopping the Toolbox, and asking what was left behind.
+// Starting and stopping the Toolbox, and asking what was left over.
 //
 // For hosts and tests; the plug-in never includes this. One session at a time.
 #pragma once
@@ -18,7 +18,7 @@ struct Configuration {
     // long is found at once.
     bool moveBlocks = false;
     std::int32_t systemVersion = 0x0755;
-    // What Gestalt answers for 'qd  '; below 0x100 is without colour.
+    // What Gestalt gives for 'qd  '; below 0x100 is without colour.
     std::int32_t quickDrawVersion = 0x0230;
     // False: Gestalt fails for 'qd  '.
     bool quickDrawKnown = true;
@@ -31,11 +31,12 @@ struct Configuration {
     std::filesystem::path startFolder;
 };
 
-// Makes heap, screens and tables. The machine must outlive the session.
+// Stops what runs, and makes heap, displays and tables. The machine must outlive the session.
 void start(const Configuration &configuration, Machine &machine);
 // Closes files, frees every block. Safe to call when not started.
 void stop();
-// The machine of the running session.
+// The machine and the configuration of the running session; std::logic_error for
+// the machine of none.
 Machine &machine();
 const Configuration &configuration();
 
@@ -53,7 +54,7 @@ struct LeakReport {
 };
 LeakReport leftBehind();
 
-// Thrown by ExitToShell, through the plug-in, to whoever called it: the
+// Thrown by ExitToShell, through the plug-in, to what called it: the
 // process is to end. Everything the session holds is freed by stop().
 struct ProcessEnded {};
 

@@ -25,9 +25,11 @@ std::string romanFromUtf8Lossy(std::string_view utf8);
 // Copies into a Pascal string with the given capacity (255, 63, 31 or 15),
 // cutting what is too long. The text may lie in the string itself.
 void setPascal(unsigned char *pascalString, std::string_view roman, int capacity = 255);
-// The characters, for as long as the string stays as it is.
+// The characters, for as long as the string stays as it is; none for nil.
 inline std::string_view pascalView(const unsigned char *pascalString)
 {
+    if (!pascalString)
+        return {};
     return {reinterpret_cast<const char *>(pascalString) + 1, pascalString[0]};
 }
 

@@ -6,7 +6,7 @@
 // backslash \\ and other controls \xHH, so that a line is a line.
 //
 // Sinks outlive sessions and are called on the Toolbox's thread, in the middle
-// of the call they tell of: they must not call the Toolbox.
+// of the call they report: they must not call the Toolbox.
 #pragma once
 
 #include <functional>

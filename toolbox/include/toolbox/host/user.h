@@ -43,11 +43,11 @@ public:
     // Presses and releases item number item of the front dialog or alert, in
     // its middle. A hidden item or a dimmed button is an error. On a popup that
     // leaves its menu open: clickAt and keys then go to the menu, while steps
-    // that press, choose or answer close it first.
+    // that press, choose or answer file dialogs close it first.
     void press(int item, std::uint16_t modifiers = 0);
     void clickAt(Point global, std::uint16_t modifiers = 0);
     // The mouse bit by bit. What it does while the button is held is seen by
-    // whoever tracks it; between two of these anything that needs no dialog's
+    // what tracks it; between two of these anything that needs no dialog's
     // items can be done, such as taking a picture of an open menu. The other
     // steps that press find the button held: a ScriptError.
     void moveTo(Point global, std::uint16_t modifiers = 0);
@@ -64,7 +64,7 @@ public:
     // The same by the menu item's text (UTF-8, trailing blanks not compared).
     void choose(int item, const std::string &menuText);
     // The same by what is there to choose: pick is given the texts of the open
-    // menu (UTF-8, without trailing blanks) and answers an item number, or 0 to
+    // menu (UTF-8, without trailing blanks) and returns an item number, or 0 to
     // release outside.
     void chooseWhere(int item, std::function<int(const std::vector<std::string> &)> pick);
     // Opens the popup and releases outside the menu.
@@ -96,11 +96,11 @@ public:
     void wait(std::uint32_t ticks);
     // As another program would put it there.
     void putOnClipboard(const std::string &text);
-    // Bits a pixel, on all screens.
+    // Bits a pixel, on all displays.
     void setDepth(int bits);
-    // Device pixels to a pixel, 1, 2 or 3, on all screens.
+    // Device pixels to a pixel, 1, 2 or 3, on all displays.
     void setScale(int scale);
-    // Of the main screen; screens right of it or below move along.
+    // Of the main display; displays right of it or below move along.
     void resizeScreen(int width, int height);
     void setScreens(const std::vector<Screen> &screens);
     // Anything else, at that moment: a fault to plan, a picture to take. A

@@ -1,9 +1,11 @@
-#include "windows/screen.h"
+#include "windows/painting.h"
 
+#include "quickdraw/port.h"
+#include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
+#include "toolbox/host/menu_bar.h"
 #include "windows/desktop.h"
 #include "windows/frame.h"
-#include "windows/port_scope.h"
 
 namespace toolbox::windows {
 namespace {
@@ -18,8 +20,8 @@ public:
     }
 
 private:
-    DrawingScope drawing_;
-    ClipScope clip_;
+    quickdraw::DrawingScope drawing_;
+    quickdraw::ClipScope clip_;
 };
 
 void paintFrameIn(const Window &window, const Area &exposed)
@@ -32,7 +34,7 @@ void paintContentIn(Window &window, const Area &exposed)
 {
     setUpdate(window, window.update | exposed);
     DesktopScope scope(exposed);
-    if (auto color = colorOf(window.colors, 0); color && screenHasColors())
+    if (auto color = colorOf(window.colors, 0); color && displayHasColors())
         BackColor(forDrawing(*color));
     Rect all = exposed.bounds();
     EraseRect(&all);
@@ -71,7 +73,7 @@ void paintMenuBar()
 Point globalOrigin(const WindowRecord &record)
 {
     Point origin{0, 0};
-    PortScope current(const_cast<GrafPtr>(&record.port));
+    quickdraw::PortScope current(const_cast<GrafPtr>(&record.port));
     LocalToGlobal(&origin);
     return origin;
 }

@@ -1,9 +1,9 @@
-#include "windows/onto_screens.h"
+#include "windows/onto_displays.h"
 
 #include <algorithm>
 
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/quickdraw.h"
-#include "windows/desktop.h"
 #include "windows/frame.h"
 
 namespace toolbox::windows {
@@ -17,7 +17,7 @@ int64_t pixelsOf(const Area &area)
     return sum;
 }
 
-// What windows may cover of the screen that shows most of the rectangle.
+// What windows may cover of the display that shows most of the rectangle.
 Rect roomFor(const Rect &frame)
 {
     GDHandle best = GetMainDevice();
@@ -43,7 +43,7 @@ int nearest(int start, int length, int low, int high)
 
 }  // namespace
 
-Point wayOntoScreens(const Rect &frame)
+Point wayOntoDisplays(const Rect &frame)
 {
     const Rect room = roomFor(frame);
     const int across = nearest(frame.left, frame.right - frame.left, room.left, room.right) - frame.left;
@@ -51,11 +51,11 @@ Point wayOntoScreens(const Rect &frame)
     return {static_cast<int16_t>(down), static_cast<int16_t>(across)};
 }
 
-bool isLost(const Window &window, const Area &screens)
+bool isLost(const Window &window, const Area &displays)
 {
     if (!hasTitleBar(*window.record))
-        return !(window.content - screens).empty();
-    return 2 * pixelsOf(window.structure & screens) < pixelsOf(window.structure);
+        return !(window.content - displays).empty();
+    return 2 * pixelsOf(window.structure & displays) < pixelsOf(window.structure);
 }
 
 }  // namespace toolbox::windows

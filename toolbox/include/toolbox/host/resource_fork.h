@@ -1,6 +1,6 @@
 // A resource fork as bytes: reading what others wrote, writing what any reader
-// accepts. Knows nothing of open files or the heap; the resource compiler uses
-// it too. Private to the Toolbox and its tools.
+// accepts. Knows nothing of open files or the heap, and needs no session: the
+// resource compiler uses it too.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,9 @@
 
 namespace toolbox::resources {
 
-// One resource as the map tells of it. name and data are Mac OS Roman and raw
-// bytes that belong to somebody else.
+// One resource as the map describes it: attributes are resLocked and
+// the others of toolbox/resources.h. The name is Mac OS Roman. Both views are of bytes that the
+// caller keeps.
 struct ForkEntry {
     ResType type = 0;
     std::int16_t id = 0;
@@ -23,9 +24,10 @@ struct ForkEntry {
     std::string_view data;
 };
 
-// Finds the resources of a fork, in the order of its map; the views lie in
-// bytes. eofErr: the fork is empty. mapReadErr: an offset or a length leads
-// out of the place where it has to stay.
+// Fills entries with the resources of a fork, in the order of its map; the views
+// are of bytes, which must outlive them. noErr, or, with no entries: eofErr, the
+// fork is empty; mapReadErr, an offset or a length leads out of the place where
+// it has to stay.
 OSErr parseFork(std::string_view bytes, std::vector<ForkEntry> &entries);
 
 // The fork that holds the entries: grouped by type in order of appearance,

@@ -1,5 +1,5 @@
-// Who sees what of the screen, and painting what has come to light. Private to
-// the Window Manager.
+// Which part of each window is visible, and painting what has come to light.
+// Private to the Window Manager.
 #pragma once
 
 #include "windows/window_list.h"
@@ -8,8 +8,8 @@ namespace toolbox::windows {
 
 // The global point at the port's local 0, 0.
 Point globalOrigin(const WindowRecord &record);
-// The part of the screens that no window in front of that position covers.
-// Global; the menu bar is nobody's.
+// The part of the displays that no window in front of that position covers.
+// Global; the menu bar belongs to no window.
 Area uncovered(size_t position);
 // Gives each window's port its visible region anew.
 void recalculateVisible();

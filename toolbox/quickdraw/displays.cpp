@@ -1,4 +1,4 @@
-#include "quickdraw/screens.h"
+#include "quickdraw/displays.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -14,21 +14,21 @@ namespace {
 std::vector<Surface> all;
 unsigned timesChanged = 0;
 
-bool hasPlaceOf(const Surface &surface, const Screen &screen)
+bool hasPlaceOf(const Surface &surface, const Screen &display)
 {
-    return EqualRect(&surface.bounds(), &screen.bounds) && surface.scale() == screen.scale;
+    return EqualRect(&surface.bounds(), &display.bounds) && surface.scale() == display.scale;
 }
 
-Surface surfaceFor(const Screen &screen)
+Surface surfaceFor(const Screen &display)
 {
     auto kept =
-        std::find_if(all.begin(), all.end(), [&](const Surface &surface) { return hasPlaceOf(surface, screen); });
+        std::find_if(all.begin(), all.end(), [&](const Surface &surface) { return hasPlaceOf(surface, display); });
     if (kept == all.end())
-        return Surface(screen.bounds, screen.depth, screen.scale,
+        return Surface(display.bounds, display.depth, display.scale,
                        machine().picturesWanted() ? Surface::Kind::seen : Surface::Kind::blind);
     Surface surface = std::move(*kept);
     all.erase(kept);
-    surface.setDepth(screen.depth);
+    surface.setDepth(display.depth);
     return surface;
 }
 
@@ -43,22 +43,22 @@ std::vector<Bits> copied(const Rect &global)
 
 }  // namespace
 
-bool setScreens(const std::vector<Screen> &screens)
+bool setDisplays(const std::vector<Screen> &displays)
 {
-    bool same = screens.size() == all.size();
+    bool same = displays.size() == all.size();
     for (std::size_t i = 0; same && i < all.size(); ++i)
-        same = hasPlaceOf(all[i], screens[i]) && screens[i].depth == all[i].depth();
+        same = hasPlaceOf(all[i], displays[i]) && displays[i].depth == all[i].depth();
     if (same)
         return false;
     std::vector<Surface> now;
-    for (const Screen &screen : screens)
-        now.push_back(surfaceFor(screen));
+    for (const Screen &display : displays)
+        now.push_back(surfaceFor(display));
     all = std::move(now);
     ++timesChanged;
     return true;
 }
 
-void forgetScreens()
+void forgetDisplays()
 {
     all.clear();
 }
@@ -76,13 +76,13 @@ Area desktopArea()
     return area;
 }
 
-void fillOnScreens(const Area &global, const Ink &ink)
+void fillOnDisplays(const Area &global, const Ink &ink)
 {
     for (Surface &surface : all)
         surface.fill(surface.device(global), ink);
 }
 
-Area scrollOnScreens(const Area &global, int dh, int dv)
+Area scrollOnDisplays(const Area &global, int dh, int dv)
 {
     const Area reached = global & global.movedBy(dh, dv) & desktopArea().movedBy(dh, dv);
     for (const Bits &before : copied(reached.movedBy(-dh, -dv).bounds()))
@@ -98,7 +98,7 @@ SavedBits saveBits(const Rect &global)
 
 bool restoreBits(const SavedBits &bits)
 {
-    if (bits.screens != timesChanged)
+    if (bits.displays != timesChanged)
         return false;
     for (const Bits &part : bits.parts)
         for (Surface &surface : all)
@@ -106,7 +106,7 @@ bool restoreBits(const SavedBits &bits)
     return true;
 }
 
-void presentScreens()
+void presentDisplays()
 {
     for (std::size_t i = 0; i < all.size(); ++i)
         if (auto changed = all[i].takeChanged())

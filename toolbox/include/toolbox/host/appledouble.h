@@ -3,7 +3,7 @@
 //
 // Header of 26 bytes (magic, version, 16 of filler, entry count), a table of
 // 12 bytes an entry (id, offset, length), then the entries' bytes. All numbers
-// are big-endian.
+// are big-endian. Nothing here touches files or needs a session.
 #pragma once
 
 #include <cstddef>
@@ -30,14 +30,15 @@ struct AppleDouble {
     std::string filler = std::string(16, '\0');
     std::vector<Entry> entries;  // in the order of the table
 
+    // Nil where there is no such entry. Good until an entry is added, as is the
+    // view below, which is empty then.
     const Entry *find(std::uint32_t id) const;
-    // Empty where there is no such entry.
     std::string_view bytes(std::uint32_t id) const;
-    // Adds or replaces an entry.
+    // Adds an entry at the end, or replaces the bytes of the one that is there.
     void set(std::uint32_t id, std::string_view bytes);
 
     // The first 32 bytes of the entry, zeros where it has fewer. Some systems
-    // keep attributes of theirs behind them, which setFinderInfo leaves alone.
+    // keep attributes of their own after them, which setFinderInfo leaves alone.
     std::string finderInfo() const;
     void setFinderInfo(std::string_view info);
 };
@@ -46,11 +47,11 @@ struct AppleDouble {
 // entries, at 50 and 82.
 AppleDouble newAppleDouble();
 
-// Nothing where the bytes are no AppleDouble of version 2, or name an entry
+// The entries as copies. Nothing where the bytes are no AppleDouble of version 2, or name an entry
 // twice, or lay one outside the file, over another or over the header.
 std::optional<AppleDouble> parseAppleDouble(std::string_view bytes);
 
-// The resource fork comes last, so that it can grow; the others stay at their
+// The file's bytes. The resource fork comes last, so that it can grow; the others stay at their
 // offsets where those are still free, and are otherwise laid out afresh.
 std::string composeAppleDouble(const AppleDouble &file);
 

@@ -1,10 +1,4 @@
-#include "desktop/pane.h"
-
-#include <algorithm>
-#include <string>
-#include <string_view>
-
-#include "toolbox/host/desktop.h"
+#include "desktop/surface_pane.h"
 
 namespace toolbox::desktop {
 namespace {
@@ -57,19 +51,9 @@ void SurfacePane::blit(const Picture &picture, SDL_Rect part, SDL_Surface &targe
 
 }  // namespace
 
-std::unique_ptr<Pane> makePane(SDL_Window *window)
+std::unique_ptr<Pane> makeSurfacePane(SDL_Window *window)
 {
-    const char *driver = SDL_GetCurrentVideoDriver();
-    if (driver && std::string_view(driver) == "wayland")
-        return makeWaylandPane(window);
     return std::make_unique<SurfacePane>(window);
-}
-
-SDL_Point pixelsOf(SDL_Window *window)
-{
-    SDL_Point size;
-    SDL_GetWindowSizeInPixels(window, &size.x, &size.y);
-    return size;
 }
 
 }  // namespace toolbox::desktop

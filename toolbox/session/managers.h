@@ -1,5 +1,6 @@
-// What a session calls in each manager, in the order of start; stop runs
-// backwards. Private to the Toolbox.
+// What the start and stop of the Toolbox call in each manager, in the order of
+// start; stop runs backwards. Each room defines its own two; startup/ calls them.
+// Private to the Toolbox.
 #pragma once
 
 #include "toolbox/host/session.h"
@@ -12,7 +13,9 @@ void startResources(const Configuration &configuration);
 void startQuickDraw(const Configuration &configuration);
 void startEvents(const Configuration &configuration);
 void startWindows(const Configuration &configuration);
-void startDialogs(const Configuration &configuration);   // controls and TextEdit too
+void startControls(const Configuration &configuration);
+void startTextEdit(const Configuration &configuration);
+void startDialogs(const Configuration &configuration);
 void startMenus(const Configuration &configuration);
 void startScrap(const Configuration &configuration);
 void startSystem(const Configuration &configuration);
@@ -24,6 +27,8 @@ void stopResources();
 void stopQuickDraw();
 void stopEvents();
 void stopWindows();
+void stopControls();
+void stopTextEdit();
 void stopDialogs();
 void stopMenus();
 void stopScrap();
@@ -31,7 +36,7 @@ void stopSystem();
 void stopStandardFile();
 
 // For the leak report. What a manager keeps for itself it allocates at start,
-// where it is not counted as left behind.
+// where it does not count as left over.
 int pointerCount();
 int handleCount();          // resources not among them
 int openFileCount();

@@ -1,8 +1,17 @@
-#include "windows/port_scope.h"
+#include "quickdraw/port_scope.h"
 
 #include "quickdraw/region_data.h"
 
-namespace toolbox {
+namespace toolbox::quickdraw {
+
+DrawingScope::DrawingScope(GrafPtr port) : current_(port), port_(port), kept_(*port)
+{
+    PenNormal();
+    TextFont(systemFont);
+    TextSize(0);
+    TextFace(normal);
+    TextMode(srcOr);
+}
 
 DrawingScope::~DrawingScope()
 {
@@ -19,16 +28,16 @@ DrawingScope::~DrawingScope()
     BackColor(kept_.bkColor);
 }
 
-ClipScope::ClipScope(const quickdraw::Area &area)
+ClipScope::ClipScope(const Area &area)
 {
     GetPort(&port_);
-    before_ = quickdraw::areaOf(port_->clipRgn);
-    quickdraw::storeArea(before_ & area, port_->clipRgn);
+    before_ = areaOf(port_->clipRgn);
+    storeArea(before_ & area, port_->clipRgn);
 }
 
 ClipScope::~ClipScope()
 {
-    quickdraw::storeArea(before_, port_->clipRgn);
+    storeArea(before_, port_->clipRgn);
 }
 
-}  // namespace toolbox
+}  // namespace toolbox::quickdraw

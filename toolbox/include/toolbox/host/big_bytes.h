@@ -1,5 +1,6 @@
-// Reading and appending big-endian numbers in strings of bytes. Private to the
-// Toolbox and its tools.
+// Big-endian numbers in strings of bytes, for what reads and writes whole files:
+// read at an offset, append at the end. Records of a fixed layout have field types
+// instead (toolbox/bigendian.h).
 #pragma once
 
 #include <cstdint>
@@ -8,7 +9,8 @@
 
 namespace toolbox {
 
-// The caller has checked that they lie within the bytes.
+// The unsigned number of count bytes (1 to 4) at the offset. The caller has checked
+// that they lie within the bytes, here and in the two below.
 inline std::uint32_t bytesAt(std::string_view bytes, std::uint64_t offset, int count)
 {
     std::uint32_t value = 0;
@@ -27,6 +29,7 @@ inline std::uint32_t longAt(std::string_view bytes, std::uint64_t offset)
     return bytesAt(bytes, offset, 4);
 }
 
+// Append the lowest 8, 16 or 32 bits of the value.
 inline void appendByte(std::string &bytes, std::uint32_t value)
 {
     bytes += static_cast<char>(value & 0xFF);
@@ -44,7 +47,7 @@ inline void appendLong(std::string &bytes, std::uint32_t value)
     appendWord(bytes, value);
 }
 
-// Cut at 255 bytes.
+// The length in a byte, then the text, cut at 255 bytes.
 inline void appendPascal(std::string &bytes, std::string_view text)
 {
     text = text.substr(0, 255);

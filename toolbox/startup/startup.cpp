@@ -1,19 +1,14 @@
+// Starting and stopping the managers, and what they say is left over.
+#include <iterator>
+
+#include "session/current.h"
+#include "session/managers.h"
 #include "toolbox/host/session.h"
-
-#include <stdexcept>
-
-#include "managers.h"
 
 namespace toolbox {
 namespace {
 
-struct Session {
-    Configuration configuration;
-    Machine *machine = nullptr;
-    LeakReport atStart;
-};
-
-Session session;
+LeakReport atStart;
 
 struct Manager {
     void (*start)(const Configuration &);
@@ -27,6 +22,8 @@ constexpr Manager inOrder[] = {
     {managers::startQuickDraw, managers::stopQuickDraw},
     {managers::startEvents, managers::stopEvents},
     {managers::startWindows, managers::stopWindows},
+    {managers::startControls, managers::stopControls},
+    {managers::startTextEdit, managers::stopTextEdit},
     {managers::startDialogs, managers::stopDialogs},
     {managers::startMenus, managers::stopMenus},
     {managers::startScrap, managers::stopScrap},
@@ -36,8 +33,9 @@ constexpr Manager inOrder[] = {
 
 LeakReport everything()
 {
-    return {managers::pointerCount(), managers::handleCount(), managers::openFileCount() + managers::openResourceFileCount(),
-            managers::openWindowCount(), managers::loadedResourceCount()};
+    return {managers::pointerCount(), managers::handleCount(),
+            managers::openFileCount() + managers::openResourceFileCount(), managers::openWindowCount(),
+            managers::loadedResourceCount()};
 }
 
 }  // namespace
@@ -45,40 +43,26 @@ LeakReport everything()
 void start(const Configuration &configuration, Machine &machine)
 {
     stop();
-    session.configuration = configuration;
-    session.machine = &machine;
+    session::current = {configuration, &machine};
     for (const Manager &manager : inOrder)
-        manager.start(session.configuration);
-    session.atStart = everything();
+        manager.start(session::current.configuration);
+    atStart = everything();
 }
 
 void stop()
 {
-    if (!session.machine)
+    if (!session::current.machine)
         return;
     for (auto manager = std::rbegin(inOrder); manager != std::rend(inOrder); ++manager)
         manager->stop();
-    session.machine = nullptr;
-}
-
-Machine &machine()
-{
-    if (!session.machine)
-        throw std::logic_error("the Toolbox is not started");
-    return *session.machine;
-}
-
-const Configuration &configuration()
-{
-    return session.configuration;
+    session::current.machine = nullptr;
 }
 
 LeakReport leftBehind()
 {
     LeakReport now = everything();
-    const LeakReport &then = session.atStart;
-    return {now.pointers - then.pointers, now.handles - then.handles, now.openFiles - then.openFiles,
-            now.openWindows - then.openWindows, now.loadedResources - then.loadedResources};
+    return {now.pointers - atStart.pointers, now.handles - atStart.handles, now.openFiles - atStart.openFiles,
+            now.openWindows - atStart.openWindows, now.loadedResources - atStart.loadedResources};
 }
 
 std::string LeakReport::text() const

@@ -1,0 +1,7 @@
+// Bytes that a test writes as hexadecimal digits.
+#pragma once
+
+#include <string>
+
+// Anything but digits between them is passed over.
+std::string fromHex(const std::string &hex);

@@ -1,0 +1,22 @@
+#include "dialogs/dialog_list.h"
+#include "dialogs/making.h"
+#include "dialogs/parameters.h"
+#include "session/managers.h"
+
+namespace toolbox {
+
+void managers::startDialogs(const Configuration &)
+{
+    dialogs::dialogs.clear();
+    dialogs::forgetParameters();
+    ResetAlrtStage();
+    dialogs::startWatching();
+}
+
+void managers::stopDialogs()
+{
+    // Whatever is still open goes with the heap.
+    dialogs::dialogs.clear();
+}
+
+}  // namespace toolbox
