@@ -47,5 +47,5 @@ struct MeasuredScreen {
     double frequency = 0; // lines per inch
     double angle = 0;     // degrees from 0 to 180, clockwise on the sheet, of the strongest wave
 };
-// Looks at a square of 512 pixels in the middle of an even tint.
+// Looks at a square of 512 pixels in the middle of a flat tint.
 MeasuredScreen measureScreen(const Bitmap &page, double dpi);
