@@ -103,7 +103,7 @@ TEST(ScreenTooCoarse, GetsTheNearestThereIs)
     EXPECT_NEAR(page.share(0, 0, page.width, page.height), 0.5, 0.1);  // some four cells
 }
 
-// As good as upright, so that the best tile would be many times the same few pixels.
+// As good as upright, so that the best supercell would be many times the same few pixels.
 TEST(ScreenNextToUpright, InksTintsOfSeveralInks)
 {
     TemporaryFolder folder;

@@ -27,7 +27,7 @@ extern const std::vector<SpotShape> kSpotShapes;
 
 struct GhostscriptResult {
     int exitCode = -1;
-    std::string output, errors;  // standard output and error
+    std::string output, errors; // standard output and error
 };
 // Runs a job with file protection; what it paints goes to `page` ("%d" for the page's number).
 GhostscriptResult runGhostscript(const TemporaryFolder &folder, const std::string &job, const std::string &page,
@@ -44,8 +44,8 @@ struct Bitmap {
 Bitmap readBitmap(const std::filesystem::path &file);
 
 struct MeasuredScreen {
-    double frequency = 0;  // lines per inch
-    double angle = 0;      // degrees from 0 to 180, clockwise on the sheet, of the strongest wave
+    double frequency = 0; // lines per inch
+    double angle = 0;     // degrees from 0 to 180, clockwise on the sheet, of the strongest wave
 };
-// Looks at a square of 512 pixels in the middle of an flat tint.
+// Looks at a square of 512 pixels in the middle of a flat tint.
 MeasuredScreen measureScreen(const Bitmap &page, double dpi);
