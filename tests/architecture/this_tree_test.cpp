@@ -1,0 +1,96 @@
+// The tree as it stands keeps to the tables of docs/ARCHITECTURE.md.
+#include <gtest/gtest.h>
+
+#include "architecture/checks.h"
+
+namespace {
+
+using namespace architecture;
+
+const char *const kDocument = "docs/ARCHITECTURE.md";
+
+const Table &table()
+{
+    static const Table read = readTable(kDocument, readFile(std::string(RIDERS_SOURCE_DIR "/") + kDocument));
+    return read;
+}
+
+const Tree &tree()
+{
+    static const Tree read = readTree(
+        RIDERS_SOURCE_DIR, readCompileCommands(RIDERS_BINARY_DIR "/compile_commands.json", RIDERS_SOURCE_DIR));
+    return read;
+}
+
+// Of what the program, the plug-in, the window and the tools are made of.
+const Symbols &symbols()
+{
+    static const Symbols read = [] {
+        std::vector<Compiled> product;
+        for (const Compiled &one : tree().compiled)
+            if (const Room *room = table().roomOf(one.source); room && !room->knowsEverything)
+                product.push_back(one);
+        return readSymbols(RIDERS_NM, product);
+    }();
+    return read;
+}
+
+std::string lines(const Findings &findings)
+{
+    std::string all;
+    for (const std::string &finding : findings)
+        all += finding + "\n";
+    return all;
+}
+
+TEST(Rooms, AreThoseOfTheTable)
+{
+    ASSERT_GT(table().rooms.size(), 10u);
+    ASSERT_GT(tree().files.size(), 300u);
+    EXPECT_EQ(lines(wrongRows(table(), tree())), "");
+    EXPECT_EQ(lines(homelessFiles(table(), tree())), "");
+}
+
+TEST(Rooms, KnowOnlyWhatTheTableAllows)
+{
+    EXPECT_EQ(lines(lostIncludes(tree())), "");
+    EXPECT_EQ(lines(wrongIncludes(table(), tree())), "");
+}
+
+TEST(Rooms, UseOnlyWhatTheTableAllows)
+{
+    ASSERT_GT(symbols().homes.size(), 1000u);
+    EXPECT_EQ(lines(wrongUses(table(), tree(), symbols())), "");
+}
+
+TEST(Rooms, UseOnlyTheirLibraries)
+{
+    ASSERT_GT(table().libraries.size(), 5u);
+    EXPECT_EQ(lines(wrongLibraries(table(), tree())), "");
+}
+
+TEST(Rooms, KnowNobodyInACircle)
+{
+    EXPECT_EQ(lines(roomCircles(table(), tree(), symbols())), "");
+}
+
+TEST(Files, KnowNobodyInACircle)
+{
+    EXPECT_EQ(lines(fileCircles(tree())), "");
+}
+
+TEST(Types, OfOneNameAreDefinedOnce)
+{
+    EXPECT_EQ(lines(typesTwice(tree())), "");
+}
+
+// Without its object, nothing is known of what a file uses.
+TEST(Objects, AreAllThere)
+{
+    Findings missing;
+    for (const std::string &source : symbols().missing)
+        missing.push_back(source + " has not been compiled; build everything first");
+    EXPECT_EQ(lines(missing), "");
+}
+
+}  // namespace
