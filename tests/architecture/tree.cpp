@@ -105,6 +105,7 @@ Compiled compiledBy(const std::string &command, const std::string &folder, const
             looked = words[i + 1];
         else if (i + 1 < words.size() && words[i] == "-o")
             found.object = fs::path(folder) / words[i + 1];
+        found.keepsTypes |= words[i] == "-flto";
         if (std::string path = inTree(looked, top); !path.empty())
             addNew(found.lookedIn, {path});
     }

@@ -1,5 +1,5 @@
 // What is looked at: the source files with what they include, and what the
-// build made of them.
+// build made of them. Paths of the tree start at its top: `host/main.cpp`.
 #pragma once
 
 #include <map>
@@ -10,11 +10,12 @@
 
 namespace architecture {
 
-// All paths of files of the tree start at its top: `host/main.cpp`.
+// A source file that the build compiles.
 struct Compiled {
     std::string source;
     std::string object;                 // a full path
     std::vector<std::string> lookedIn;  // folders of the tree given to the compiler with -I or -iquote: `host`
+    bool keepsTypes = false;            // with -flto: the object says what the compiler knew of types
 };
 
 struct Include {
