@@ -61,6 +61,7 @@ struct Arrow {
     std::string from, to;  // files
     int line = 0;
     std::string text;  // what it does, for a sentence
+    std::string word;  // where the line is not known, what stands on it
 };
 
 std::vector<Arrow> includeArrows(const Tree &tree)
@@ -69,7 +70,8 @@ std::vector<Arrow> includeArrows(const Tree &tree)
     for (const auto &[path, file] : tree.files)
         for (const Include &include : file.includes)
             if (!include.target.empty())
-                arrows.push_back({path, include.target, include.at.line, "includes \"" + include.at.name + "\""});
+                arrows.push_back(
+                    {path, include.target, include.at.line, "includes \"" + include.at.name + "\"", ""});
     return arrows;
 }
 
@@ -89,27 +91,42 @@ std::vector<Arrow> useArrows(const Tree &tree, const Symbols &symbols)
             if (home == symbols.homes.end() || home->second.size() != 1 || !tree.files.contains(source))
                 continue;
             std::string name = readable(symbol), lives = *home->second.begin();
-            arrows.push_back({source, lives, 0, "uses " + name + ", which lives in " + lives});
+            arrows.push_back({source, lives, 0, "uses " + name + ", which lives in " + lives, lastName(name)});
         }
     return arrows;
 }
 
-Findings sentences(const std::vector<std::string> &path,
-                   const std::map<std::string, std::map<std::string, Arrow>> &by, const std::string &kind)
+std::vector<Arrow> allArrows(const Tree &tree, const Symbols &symbols)
+{
+    std::vector<Arrow> arrows = includeArrows(tree);
+    for (const Arrow &arrow : useArrows(tree, symbols))
+        arrows.push_back(arrow);
+    return arrows;
+}
+
+// Where a file does it. Of a use, its first mention.
+std::string place(const Tree &tree, const Arrow &arrow)
+{
+    int line = arrow.line > 0 ? arrow.line : lineOfWord(tree.files.at(arrow.from).text, arrow.word);
+    return at(arrow.from, line);
+}
+
+std::string sentence(const Tree &tree, const std::string &kind, const std::vector<std::string> &path,
+                     const std::map<std::string, std::map<std::string, Arrow>> &by)
 {
     std::string whole = kind;
     for (size_t i = 0; i < path.size(); ++i)
         whole += (i == 0 ? " " : " -> ") + path[i];
     for (size_t i = 0; i + 1 < path.size(); ++i) {
         const Arrow &arrow = by.at(path[i]).at(path[i + 1]);
-        whole += "\n    " + at(arrow.from, arrow.line) + " " + arrow.text;
+        whole += "\n    " + place(tree, arrow) + " " + arrow.text;
     }
-    return {whole + "\n    take one of these out, or move what both need to a place of its own"};
+    return whole + "\n    take one of these out, or move what both need to a place of its own";
 }
 
 // Circles among what `group` makes of the files; nothing where it gives "".
 template <class Group>
-Findings circlesOf(const std::vector<Arrow> &arrows, const std::string &kind, Group group)
+Findings circlesOf(const Tree &tree, const std::vector<Arrow> &arrows, const std::string &kind, Group group)
 {
     Graph graph;
     std::map<std::string, std::map<std::string, Arrow>> by;
@@ -122,8 +139,7 @@ Findings circlesOf(const std::vector<Arrow> &arrows, const std::string &kind, Gr
     }
     Findings found;
     for (const std::vector<std::string> &path : circles(graph))
-        for (const std::string &sentence : sentences(path, by, kind))
-            found.push_back(sentence);
+        found.push_back(sentence(tree, kind, path, by));
     return found;
 }
 
@@ -386,29 +402,24 @@ Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols)
     Findings found;
     for (const Arrow &arrow : useArrows(tree, symbols)) {
         const Room *from = table.roomOf(arrow.from), *to = table.roomOf(arrow.to);
-        if (!from || !to || mayUse(table, *from, *to, arrow.to))
-            continue;
-        std::string name = arrow.text.substr(5, arrow.text.find(", which") - 5);
-        int line = lineOfWord(tree.files.at(arrow.from).text, lastName(name));
-        found.push_back(at(arrow.from, line) + " " + arrow.text + ": " + refusal(table, *from, *to, arrow.to));
+        if (from && to && !mayUse(table, *from, *to, arrow.to))
+            found.push_back(place(tree, arrow) + " " + arrow.text + ": " + refusal(table, *from, *to, arrow.to));
     }
     return found;
 }
 
-Findings fileCircles(const Tree &tree)
+Findings fileCircles(const Tree &tree, const Symbols &symbols)
 {
-    return circlesOf(includeArrows(tree), "files know each other in a circle:", unit);
+    return circlesOf(tree, allArrows(tree, symbols), "files know each other in a circle:", unit);
 }
 
 Findings roomCircles(const Table &table, const Tree &tree, const Symbols &symbols)
 {
-    std::vector<Arrow> arrows = includeArrows(tree);
-    for (const Arrow &arrow : useArrows(tree, symbols))
-        arrows.push_back(arrow);
-    return circlesOf(arrows, "rooms know each other in a circle:", [&](const std::string &file) {
-        const Room *room = table.roomOf(file);
-        return room && !room->knowsEverything ? room->path : "";
-    });
+    return circlesOf(tree, allArrows(tree, symbols),
+                     "rooms know each other in a circle:", [&](const std::string &file) {
+                         const Room *room = table.roomOf(file);
+                         return room && !room->knowsEverything ? room->path : "";
+                     });
 }
 
 Findings typesTwice(const Tree &tree)

@@ -28,10 +28,10 @@ Findings wrongIncludes(const Table &table, const Tree &tree);
 // a room `x/include/...` may use everything of x/ that its headers declare, in
 // whichever room of x/ it lives, unless it is of x/ itself.
 Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols);
-// Files that include each other in a circle; a header and the source file of
-// its name are one.
-Findings fileCircles(const Tree &tree);
-// The same for rooms, by includes and by uses.
+// Files that know each other in a circle, by includes and by uses; a header and
+// the source file of its name are one.
+Findings fileCircles(const Tree &tree, const Symbols &symbols);
+// The same for rooms.
 Findings roomCircles(const Table &table, const Tree &tree, const Symbols &symbols);
 // Types of one name that are defined in two files which one program may hold.
 Findings typesTwice(const Tree &tree);

@@ -19,6 +19,7 @@ struct Planted : testing::Test {
     std::string types() const { return lines(typesTwice(planted.tree())); }
     Symbols symbols() const { return readSymbols(RIDERS_NM, planted.compiled()); }
     std::string uses() const { return lines(wrongUses(planted.table(), planted.tree(), symbols())); }
+    std::string circles() const { return lines(fileCircles(planted.tree(), symbols())); }
     std::string rooms() const { return lines(roomCircles(planted.table(), planted.tree(), symbols())); }
 };
 
@@ -33,7 +34,7 @@ TEST_F(Planted, NothingIsFoundInASoundTree)
     EXPECT_EQ(libraries(), "");
     EXPECT_EQ(includes(), "");
     EXPECT_EQ(uses(), "");
-    EXPECT_EQ(lines(fileCircles(planted.tree())), "");
+    EXPECT_EQ(circles(), "");
     EXPECT_EQ(rooms(), "");
     EXPECT_EQ(types(), "");
     EXPECT_EQ(lines(differingDefinitions(RIDERS_CXX, planted.top(), planted.compiled())), "");
@@ -88,12 +89,24 @@ TEST_F(Planted, ACircleOfFiles)
     planted.put("host/app/menus.h", "#pragma once\n");
     planted.put("host/app/items.h", "#pragma once\n\n#include \"app/words.h\"\n");
     EXPECT_EQ(
-        lines(fileCircles(planted.tree())),
+        circles(),
         "files know each other in a circle: host/app/items -> host/app/words -> host/app/menus -> host/app/items\n"
         "    host/app/items.h:3 includes \"app/words.h\"\n"
         "    host/app/words.h:2 includes \"app/menus.h\"\n"
         "    host/app/menus.cpp:2 includes \"app/items.h\"\n"
         "    take one of these out, or move what both need to a place of its own\n");
+}
+
+TEST_F(Planted, ACircleOfFilesByUse)
+{
+    planted.put("host/io/in.cpp", "#include \"io/bytes.h\"\nint out();\nint in() { return out(); }\n");
+    planted.put("host/io/out.cpp", "int in();\n\n// The other way.\nint out() { return in(); }\n");
+    planted.compile("host/io/in.cpp");
+    planted.compile("host/io/out.cpp");
+    EXPECT_EQ(circles(), "files know each other in a circle: host/io/in -> host/io/out -> host/io/in\n"
+                         "    host/io/in.cpp:2 uses out, which lives in host/io/out.cpp\n"
+                         "    host/io/out.cpp:1 uses in, which lives in host/io/in.cpp\n"
+                         "    take one of these out, or move what both need to a place of its own\n");
 }
 
 TEST_F(Planted, ACircleOfRooms)
@@ -105,7 +118,7 @@ TEST_F(Planted, ACircleOfRooms)
     planted.compile("toolbox/events/queue.cpp");
     EXPECT_EQ(rooms(),
               "rooms know each other in a circle: toolbox/events/ -> toolbox/windows/ -> toolbox/events/\n"
-              "    toolbox/events/queue.cpp uses FrontWindow, which lives in toolbox/windows/windows.cpp\n"
+              "    toolbox/events/queue.cpp:2 uses FrontWindow, which lives in toolbox/windows/windows.cpp\n"
               "    toolbox/windows/click.cpp:1 includes \"events/queue.h\"\n"
               "    take one of these out, or move what both need to a place of its own\n");
 }
@@ -194,8 +207,7 @@ TEST_F(Planted, DefinitionsThatDiffer)
     planted.compile("host/app/b.cpp");
     EXPECT_EQ(types(), "") << "hidden from who reads the text only";
     std::string found = lines(differingDefinitions(RIDERS_CXX, planted.top(), planted.compiled()));
-    EXPECT_NE(found.find("host/io/a.cpp:2:8: warning: type 'struct Place' violates"), std::string::npos)
-        << found;
+    EXPECT_NE(found.find("host/io/a.cpp:2:8: warning: type 'struct Place' violates"), std::string::npos) << found;
     EXPECT_NE(found.find("\n    host/app/b.cpp:3:"), std::string::npos) << found;
 }
 
