@@ -13,7 +13,7 @@ namespace architecture {
 
 using Findings = std::vector<std::string>;
 
-// The table: rooms without files, unknown rooms, arrows that lead in a circle.
+// The table: rooms without files, and unknown rooms.
 Findings wrongRows(const Table &table, const Tree &tree);
 // Files in no room.
 Findings homelessFiles(const Table &table, const Tree &tree);
@@ -33,6 +33,8 @@ Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols)
 Findings fileCircles(const Tree &tree, const Symbols &symbols);
 // The same for rooms.
 Findings roomCircles(const Table &table, const Tree &tree, const Symbols &symbols);
+// The same for what the table allows.
+Findings tableCircles(const Table &table);
 // Types of one name that are defined in two files which one program may hold.
 Findings typesTwice(const Tree &tree);
 

@@ -1,5 +1,6 @@
 #include "architecture/one_definition.h"
 
+#include <filesystem>
 #include <sstream>
 
 #include "architecture/programs.h"
@@ -8,13 +9,12 @@ namespace architecture {
 
 namespace {
 
-// The compiler names files from where it runs; here from the top of the tree.
-std::string fromTop(std::string line, const std::string &top)
+// The compiler names files from where it runs, by way of where it ran before.
+std::string fromTop(const std::string &line, const std::string &top)
 {
-    size_t place = line.find(top.substr(1) + "/");
-    if (place != std::string::npos && line.find(' ') > place)
-        line.erase(0, place + top.size());
-    return line;
+    size_t end = line.find(':');
+    std::string path = (std::filesystem::path(top) / line.substr(0, end)).lexically_normal();
+    return (path.starts_with(top + "/") ? path.substr(top.size() + 1) : path) + line.substr(end);
 }
 
 }  // namespace
@@ -33,7 +33,8 @@ Findings differingDefinitions(const std::string &compiler, const std::string &to
     // Joined only, not made into code again.
     std::string options =
         " -r -flto -flinker-output=rel -Wodr -Wlto-type-mismatch -o " + folder.path() + "/joined.o ";
-    std::istringstream lines(outputOf("LC_ALL=C " + compiler + options + listArgument(folder, objects)));
+    std::istringstream lines(
+        outputOf("cd " + top + " && LC_ALL=C " + compiler + options + listArgument(folder, objects)));
     for (std::string line; std::getline(lines, line);) {
         if (line.find(": warning: ") != std::string::npos)
             found.push_back(fromTop(line, top));

@@ -36,6 +36,7 @@ TEST_F(Planted, NothingIsFoundInASoundTree)
     EXPECT_EQ(uses(), "");
     EXPECT_EQ(circles(), "");
     EXPECT_EQ(rooms(), "");
+    EXPECT_EQ(lines(tableCircles(planted.table())), "");
     EXPECT_EQ(types(), "");
     EXPECT_EQ(lines(differingDefinitions(RIDERS_CXX, planted.top(), planted.compiled())), "");
 }
@@ -126,8 +127,9 @@ TEST_F(Planted, ACircleOfRooms)
 TEST_F(Planted, ACircleInTheTable)
 {
     planted.putRow("toolbox/events/", "`toolbox/windows/`");
-    EXPECT_EQ(rows(), "docs/ARCHITECTURE.md: the table lets rooms know each other in a circle: toolbox/events/ -> "
-                      "toolbox/windows/ -> toolbox/events/; take one of these out of its row\n");
+    EXPECT_EQ(lines(tableCircles(planted.table())),
+              "docs/ARCHITECTURE.md: the table lets rooms know each other in a circle: toolbox/events/ -> "
+              "toolbox/windows/ -> toolbox/events/; take one of these out of its row\n");
 }
 
 TEST_F(Planted, AFileInNoRoom)

@@ -6,6 +6,9 @@
 
 namespace architecture {
 
+// Whether a character may be in a name.
+bool ofWord(char c);
+
 // The text with comments made blank, and, where asked for, what is between
 // quotes. Lines and columns stay as they are.
 enum class Quotes { Kept, Blank };
@@ -17,14 +20,6 @@ struct IncludeLine {
     bool quoted = false;  // "name", not <name>
 };
 std::vector<IncludeLine> includeLines(const std::string &text);
-
-// A class, struct, union or enum with its body, in a namespace or in another
-// class. What is in a namespace without a name, or in a function, is not given.
-struct TypeDefinition {
-    int line = 0;
-    std::string name;  // with its namespaces and classes
-};
-std::vector<TypeDefinition> typeDefinitions(const std::string &text);
 
 // The first line with this word, 0 where there is none.
 int lineOfWord(const std::string &text, const std::string &word);

@@ -74,6 +74,7 @@ TEST(Rooms, UseOnlyTheirLibraries)
 
 TEST(Rooms, KnowNobodyInACircle)
 {
+    expectNone(tableCircles(table()));
     expectNone(roomCircles(table(), tree(), symbols()));
 }
 
