@@ -25,10 +25,14 @@ Findings differingDefinitions(const std::string &compiler, const std::string &to
     std::vector<std::string> objects;
     Findings found;
     for (const Compiled &one : compiled) {
+        if (!std::filesystem::exists(one.object))
+            continue;
         objects.push_back(one.object);
         if (!one.keepsTypes)
             found.push_back(one.source + " is compiled without -flto, so its types cannot be compared");
     }
+    if (objects.empty())
+        return found;
     TemporaryFolder folder;
     // Joined only, not made into code again.
     std::string options =

@@ -18,10 +18,13 @@ std::string folderOf(const std::string &path)
     return slash == std::string::npos ? "" : path.substr(0, slash);
 }
 
-// The path from the top of the tree; empty where it is outside, or of the build.
+// The path from the top of the tree, "." for that; empty where it is outside, or
+// of the build.
 std::string inTree(const std::string &path, const std::string &top)
 {
     std::string clean = fs::path(path).lexically_normal().string();
+    if (clean == top || clean == top + "/")
+        return ".";
     if (!clean.starts_with(top + "/"))
         return "";
     clean.erase(0, top.size() + 1);
