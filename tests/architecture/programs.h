@@ -1,0 +1,28 @@
+// Running the build's own programs over many objects.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace architecture {
+
+// A folder of its own for as long as this lives.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    const std::string &path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+// What a command of the shell writes, its errors too. Throws where it fails.
+std::string outputOf(const std::string &command);
+
+// The argument by which the build's programs take a list of files, which is
+// written into the folder.
+std::string listArgument(const TemporaryFolder &folder, const std::vector<std::string> &files);
+
+}  // namespace architecture

@@ -1,0 +1,27 @@
+// C++ text, as far as these tests need to understand it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace architecture {
+
+// Whether a character may be in a name.
+bool ofWord(char c);
+
+// The text with comments made blank, and, where asked for, what is between
+// quotes. Lines and columns stay as they are.
+enum class Quotes { Kept, Blank };
+std::string withoutComments(const std::string &text, Quotes quotes);
+
+struct IncludeLine {
+    int line = 0;
+    std::string name;
+    bool quoted = false;  // "name", not <name>
+};
+std::vector<IncludeLine> includeLines(const std::string &text);
+
+// The first line with this word, 0 where there is none.
+int lineOfWord(const std::string &text, const std::string &word);
+
+}  // namespace architecture

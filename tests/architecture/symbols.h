@@ -1,0 +1,26 @@
+// What the objects define and what they want from elsewhere.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "architecture/tree.h"
+
+namespace architecture {
+
+struct Symbols {
+    std::map<std::string, std::set<std::string>> homes;   // of a symbol: the sources that define it
+    std::map<std::string, std::set<std::string>> wanted;  // by a source: the symbols it leaves open
+    std::vector<std::string> missing;                     // sources whose objects are not there
+};
+
+// Reads the objects of these files with the program `nm`. A definition that may
+// stand in several objects, such as an inline function's, is no home.
+Symbols readSymbols(const std::string &nm, const std::vector<Compiled> &compiled);
+
+// The name as it stands in the source, without its arguments.
+std::string readable(const std::string &symbol);
+
+}  // namespace architecture

@@ -1,0 +1,111 @@
+// The tree as it stands keeps to the tables of docs/ARCHITECTURE.md.
+#include "architecture/findings.h"
+#include "architecture/one_definition.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace architecture;
+
+const char *const kDocument = "docs/ARCHITECTURE.md";
+
+const Table &table()
+{
+    static const Table read = readTable(kDocument, readFile(std::string(RIDERS_SOURCE_DIR "/") + kDocument));
+    return read;
+}
+
+const Tree &tree()
+{
+    static const Tree read = readTree(
+        RIDERS_SOURCE_DIR, readCompileCommands(RIDERS_BINARY_DIR "/compile_commands.json", RIDERS_SOURCE_DIR));
+    return read;
+}
+
+// Of what the plug-in, the program with its window and the resource compiler are
+// made: not of tests and what is like them, nor of what is built only on request.
+std::vector<Compiled> product()
+{
+    std::vector<Compiled> found;
+    for (const Compiled &one : tree().compiled)
+        for (const char *folder : {"source/", "toolbox/", "host/", "tools/rescomp/"})
+            if (one.source.starts_with(folder))
+                found.push_back(one);
+    return found;
+}
+
+const Symbols &symbols()
+{
+    static const Symbols read = readSymbols(RIDERS_NM, product());
+    return read;
+}
+
+void expectNone(const Findings &findings)
+{
+    EXPECT_TRUE(findings.empty()) << lines(findings);
+}
+
+TEST(Rooms, AreThoseOfTheTable)
+{
+    ASSERT_GT(table().rooms.size(), 10u);
+    ASSERT_GT(tree().files.size(), 300u);
+    expectNone(wrongRows(table(), tree()));
+    expectNone(homelessFiles(table(), tree()));
+}
+
+TEST(Rooms, KnowOnlyWhatTheTableAllows)
+{
+    expectNone(lostIncludes(tree()));
+    expectNone(wrongIncludes(table(), tree()));
+}
+
+TEST(Rooms, UseOnlyWhatTheTableAllows)
+{
+    ASSERT_GT(symbols().homes.size(), 1000u);
+    expectNone(wrongUses(table(), tree(), symbols()));
+}
+
+TEST(Rooms, UseOnlyTheirLibraries)
+{
+    ASSERT_GT(table().libraries.size(), 5u);
+    expectNone(wrongLibraries(table(), tree()));
+}
+
+TEST(Rooms, KnowNobodyInACircle)
+{
+    expectNone(tableCircles(table()));
+    expectNone(roomCircles(table(), tree(), symbols()));
+}
+
+TEST(Files, KnowNobodyInACircle)
+{
+    expectNone(fileCircles(tree(), symbols()));
+}
+
+TEST(Types, OfOneNameAreDefinedOnce)
+{
+    expectNone(typesTwice(tree()));
+}
+
+// The resource compiler's main file is of another program.
+TEST(Types, AreTheSameInEveryFile)
+{
+    std::vector<Compiled> together;
+    for (const Compiled &one : product())
+        if (one.source != "tools/rescomp/main.cpp")
+            together.push_back(one);
+    ASSERT_GT(together.size(), 150u);
+    expectNone(differingDefinitions(RIDERS_CXX, tree().top, together));
+}
+
+// Without its object, nothing is known of what a file uses.
+TEST(Objects, AreAllThere)
+{
+    Findings missing;
+    for (const std::string &source : symbols().missing)
+        missing.push_back(source + " has not been compiled; build everything first");
+    expectNone(missing);
+}
+
+}  // namespace
