@@ -1,5 +1,6 @@
 // Writing a riders file: the order of its pieces and the care taken with the
-// file that is replaced (ktMakeRiders), and the pieces (ktRiderSections).
+// file that is replaced (ktMakeRiders), and the pieces (ktRiderSections). The
+// file's form, piece by piece: docs/riders-file.md.
 #pragma once
 
 #include "toolbox/types.h"

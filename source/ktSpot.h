@@ -1,7 +1,8 @@
 // Importing a spot function from a text file.
 //
 // The file has "%!KT1_Spot" and a carriage return within its first 96 bytes;
-// what follows the first carriage return is the function's body.
+// what follows the first carriage return is the function's body. See also
+// docs/riders-file.md.
 #pragma once
 
 #include "toolbox/types.h"
