@@ -1,6 +1,5 @@
 // Writing a riders file: the order of its pieces and the care taken with the
-// file that is replaced (ktMakeRiders), and the pieces (ktRiderSections). The
-// file's form, piece by piece: docs/riders-file.md.
+// file that is replaced (ktMakeRiders), and the pieces (ktRiderSections).
 #pragma once
 
 #include "toolbox/types.h"

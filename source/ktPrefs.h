@@ -1,5 +1,5 @@
 // The settings: one record, its defaults and validity, and the file that keeps
-// it between calls. The file's form, field by field: docs/riders-file.md.
+// it between calls.
 #pragma once
 
 #include "toolbox/bigendian.h"

@@ -1,8 +1,7 @@
 // Importing a spot function from a text file.
 //
 // The file has "%!KT1_Spot" and a carriage return within its first 96 bytes;
-// what follows the first carriage return is the function's body. See also
-// docs/riders-file.md.
+// what follows the first carriage return is the function's body.
 #pragma once
 
 #include "toolbox/types.h"

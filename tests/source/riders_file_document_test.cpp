@@ -240,7 +240,6 @@ TEST_F(RidersFileDocument, ItsOpeningLineIsOneThatIsWritten)
 
 TEST_F(RidersFileDocument, HeadersThatHoldAFormatNameTheDocument)
 {
-    for (const char *path : {"source/ktPrefs.h", "source/ktMakeRiders.h", "source/ktSpot.h",
-                             "host/apply/markers.h", "resources/pieces.res"})
+    for (const char *path : {"host/apply/markers.h", "resources/pieces.res"})
         EXPECT_NE(sourceText(path).find(kPath), std::string::npos) << path << " does not name " << kPath;
 }
