@@ -1,4 +1,5 @@
-// The lines that stand around a riders file in a job.
+// The lines that stand around a riders file in a job; docs/riders-file.md
+// describes them for other programs.
 #pragma once
 
 #include <cstddef>

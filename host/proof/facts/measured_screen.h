@@ -16,7 +16,7 @@ struct MeasuredScreen {
     std::string shape = {};  // the spot function most like the dots; empty where that is not clear
 };
 
-// Measures in the middle of an flat tint, or where that is empty or shows none,
+// Measures in the middle of a flat tint, or where that is empty or shows none,
 // on the largest flat tint there is. By the frequency that is expected, in lines an inch, no more of the tint
 // is read than 0.1 % and 0.05 degrees need. `shape` is the one that is expected: it is the result where the dots
 // are like it; another is where they are clearly more like that; none where cells are small, dots or gaps tiny.

@@ -68,7 +68,7 @@ struct Candidate {
 };
 
 // Of those that are as good as the best, the one in their middle: not the
-// corner of an flat tint.
+// corner of a flat tint.
 Candidate middleOfBest(std::vector<Candidate> all)
 {
     const auto byWorth = [](const Candidate &one, const Candidate &other) { return one.worth < other.worth; };
