@@ -7,6 +7,7 @@
 // Drawing calls draw in the current port, which is the owner's dialog.
 #pragma once
 
+#include "source/resourceNumbers.h"
 #include "toolbox/menus.h"
 #include "toolbox/quickdraw.h"
 
@@ -28,21 +29,6 @@ inline PopupInfo *PopupRecord(Handle popup)
 {
     return reinterpret_cast<PopupInfo *>(*popup);
 }
-
-// The menus by resource number.
-enum {
-    kFreqMenu = 16136,
-    kAngleMenu = 16137,
-    kSpotMenu = 16138,
-    kFlatMenu = 16139,
-    kAnnoMenu = 16140,
-    kErrorMenu = 16141,
-    kAnnoFontMenu = 16134,
-    kAnnoSizeMenu = 16135
-};
-
-// The degree sign in Mac OS Roman.
-enum { kDegreeSign = 0xA1 };
 
 // A zero-filled record. Does not return without memory for it.
 Handle NewPopup();
