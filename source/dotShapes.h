@@ -2,7 +2,8 @@
 // order.
 //
 // To add one: its PostScript in resources/ps/, a line in pieces.res, its name
-// in menus.res behind the last shape, and a row here. Tests say what is wrong.
+// in menus.res after the last shape, and a row here with free numbers. Menus that
+// change want a new version in strings.res. Tests say what is missing or taken.
 #pragma once
 
 #include "source/reasons.h"

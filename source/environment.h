@@ -6,14 +6,14 @@
 
 // In memory only.
 struct EnvirInfo {
-    int32_t sysVersion;     // Gestalt 'sysv': 0x0700 is system 7.0
-    Boolean hasColorQD;     // 1: colour QuickDraw is there
-    Str31 versionStr;       // the plug-in's own version text; settings are only
-                            // trusted when they carry the same
-    Rect screenRect;        // main screen, 4 pixels in at left, right and bottom
-    int16_t pixDepth;       // bits per pixel of the main screen, 1 without colour
-                            // QuickDraw; refreshed by GetCurPixDepth
-    char decimalPt;         // the user's decimal separator
+    int32_t sysVersion;  // Gestalt 'sysv': 0x0700 is system 7.0
+    Boolean hasColorQD;  // 1: colour QuickDraw is there
+    Str31 versionStr;    // the plug-in's own version text; settings are only
+                         // trusted when they carry the same
+    Rect screenRect;     // main screen, 4 pixels in at left, right and bottom
+    int16_t pixDepth;    // bits per pixel of the main screen, 1 without colour
+                         // QuickDraw; refreshed by GetCurPixDepth
+    char decimalPt;      // the user's decimal separator
 };
 
 static_assert(offsetof(EnvirInfo, sysVersion) == 0);

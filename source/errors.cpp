@@ -25,7 +25,7 @@ struct ErrorMessage {
 };
 
 constexpr ErrorMessage kWriteMessages[] = {
-    {ioErr, kDiskTrouble},   {dskFulErr, kDiskFull},  {fnfErr, kFileGone},  {wPrErr, kDiskLocked},
+    {ioErr, kDiskTrouble},   {dskFulErr, kDiskFull},  {fnfErr, kFileGone},   {wPrErr, kDiskLocked},
     {fLckdErr, kFileLocked}, {vLckdErr, kDiskLocked}, {fBsyErr, kFileInUse}, {wrPermErr, kNotAllowed},
 };
 constexpr ErrorMessage kReadMessages[] = {{ioErr, kDiskTrouble}, {fnfErr, kFileGone}};
@@ -44,10 +44,14 @@ int16_t ShowAlert(int16_t kind, int16_t unknownKind)
     SetCursor(&qd.arrow);
     CenterAlert(gCustomDialog, kAlertID);
     switch (kind) {
-    case kStopAlert: return StopAlert(kAlertID, nullptr);
-    case kCautionAlert: return CautionAlert(kAlertID, nullptr);
-    case kNoteAlert: return NoteAlert(kAlertID, nullptr);
-    default: return unknownKind;
+    case kStopAlert:
+        return StopAlert(kAlertID, nullptr);
+    case kCautionAlert:
+        return CautionAlert(kAlertID, nullptr);
+    case kNoteAlert:
+        return NoteAlert(kAlertID, nullptr);
+    default:
+        return unknownKind;
     }
 }
 
@@ -145,8 +149,7 @@ Boolean ErrorFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     return TwoButtonKeys(dialog, event, itemHit, kSecondButton);
 }
 
-Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context,
-                         Boolean fatal)
+Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context, Boolean fatal)
 {
     SetReportTexts(stringID, number, context);
     ShowAlert(kind, 0);

@@ -1,4 +1,4 @@
-// Error reports and alerts: every word the plug-in says about a failure.
+// Error reports and alerts: all that the plug-in says about failures.
 //
 // Messages are 'STR ' resources; callers pass numbers and a short context text
 // such as " (fsopen)". All reports are modal. A fatal one ends the process
@@ -34,7 +34,7 @@ Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstSt
 Boolean DoWriteError(OSErr error, ConstStr255Param context);
 // Reports a failed read; TheErrorHandler's result.
 Boolean DoReadError(OSErr error, ConstStr255Param context);
-// Shows four texts of the caller's in an alert; the item hit. An unknown kind
+// Shows the caller's four texts in an alert; the item hit. An unknown kind
 // shows nothing and returns 2. Nothing calls it so far: it belongs to the set.
 int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,
                 ConstStr255Param text3);

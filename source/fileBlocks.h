@@ -5,7 +5,7 @@
 
 // Whether a block of the size may be asked for: 10 KB are left to the host.
 Boolean FitsInMemory(int32_t size);
-// FSRead into the block, locked meanwhile.
+// FSRead into the block, which is locked while it is read.
 OSErr ReadLocked(int16_t refNum, Handle block, int32_t *count);
 // Reports a refusal in the error dialog, not fatal; false.
 Boolean Refused(int16_t messageID, int32_t reason, const char *context);

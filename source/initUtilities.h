@@ -11,7 +11,7 @@ OSErr SystemVersionCheck();
 // For start-up code that has to ask for a trap before it is used; nothing calls
 // TrapAvailable so far.
 //
-// Whether a trap word stands for a routine of its own.
+// Whether a trap word has its own routine.
 Boolean TrapAvailable(uint16_t trap);
 // ToolTrap or OSTrap, by bit 11 of the trap word.
 int16_t GetTrapType(uint16_t trap);

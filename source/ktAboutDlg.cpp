@@ -41,7 +41,8 @@ enum { kCreditsLines = 1, kCreditsShallow = 2, kCreditsDeep = 3, kColourBox = 4 
 enum { kFirstPanelLine = 4, kScrollLines = 3 };
 enum { kIntroPass = 15, kIntroSteps = 22, kDeepScreen = 8 };
 enum { kInfoFont = 3, kInfoSize = 9, kCreditsSize = 10 };
-// Passed as it is, whatever colour a screen has for it.
+// Blue by QuickDraw's numbers, though the line is meant to be red. It has always
+// scrolled by in blue, and so users know it.
 enum { kScrollColour = 409, kTextColour = 33 };
 enum { kOutOfSight = 250 };
 
@@ -334,7 +335,7 @@ void DoAboutScrollText()
 
 // --- The box ----------------------------------------------------------------
 
-// A line that scrolls by draws itself; the others would lie under it.
+// A line that scrolls by draws itself; the others would show through it.
 void AboutProc(DialogPtr, int16_t)
 {
     if (gDoIntro)

@@ -19,7 +19,7 @@ constexpr int32_t kBytesChecked = 15;
 constexpr char kMagic[] = "%!Zu3_Riders";
 constexpr int32_t kMagicLength = sizeof kMagic - 1;
 
-// The file's first bytes in a block of the caller's; nil after a report.
+// The file's first bytes in a block that the caller frees; nil after a report.
 Handle ReadStart(int16_t refNum, OSErr *error)
 {
     *error = memFullErr;

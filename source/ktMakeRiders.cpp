@@ -53,39 +53,37 @@ static OSErr WriteSpotOrCheck(int16_t refNum)
 // The frequency is written also after a failed spot function: its own failure,
 // the file being closed by then, is reported too. A user whose disk is full sees
 // two reports, and has seen two since there were riders files.
-static Boolean WriteSections(NewFile *file)
+static Boolean WriteSections(int16_t refNum)
 {
-    Boolean going =
-        !StepFailed(file, WriteSpotOrCheck(file->refNum), SettingWithMenu(kSpotMenu)->writing);
+    Boolean going = !StepFailed(WriteSpotOrCheck(refNum), SettingWithMenu(kSpotMenu)->writing);
     for (const Section &section : kSections) {
         const Setting &setting = *SettingWithMenu(section.menuID);
         Boolean due = IsWritten(setting) && (going || section.menuID == kFreqMenu);
-        if (due && StepFailed(file, section.write(file->refNum), setting.writing))
+        if (due && StepFailed(section.write(refNum), setting.writing))
             going = false;
     }
     return going;
 }
 
-static void WriteFile(NewFile *file)
+static void WriteFile(int16_t refNum)
 {
-    if (StepFailed(file, WriteBegin(file->refNum), " (fswrite)") || !WriteSections(file))
+    if (StepFailed(WriteBegin(refNum), " (fswrite)") || !WriteSections(refNum))
         return;
-    if (!StepFailed(file, WriteEnd(file->refNum), " (fswrite)"))
-        FinishNewFile(file, gTotalLength);
+    if (!StepFailed(WriteEnd(refNum), " (fswrite)"))
+        FinishNewFile(gTotalLength);
 }
 
 int16_t MakeCustomRiders()
 {
     SFReply reply;
-    NewFile file;
+    int16_t refNum;
     gHaveWriteError = false;
     gTotalLength = 0;
     if (!AskWhereToSave(&reply))
         return 0;
-    if (OpenNewFile(&file, reply)) {
-        WriteFile(&file);
-        // Once more after a failure, where it is closed already.
-        FSClose(file.refNum);
+    if (OpenNewFile(reply, &refNum)) {
+        WriteFile(refNum);
+        CloseNewFile();
     }
     if (gPrefsPtr->closeAfterMake == 1 && !gHaveWriteError)
         gDone = true;

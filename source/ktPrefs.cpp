@@ -65,7 +65,8 @@ void Require(Boolean rule, Boolean *reset)
 
 void ReportChoice(const Setting &setting, Boolean *reset)
 {
-    TheErrorHandler(kWarningDialog, kSettingsUnusable, setting.notInMenu, ql_quorum_passtr(" (PrefsCheck)"), false);
+    TheErrorHandler(kWarningDialog, kSettingsUnusable, setting.notInMenu, ql_quorum_passtr(" (PrefsCheck)"),
+                    false);
     ApplyDefaults(reset);
 }
 
@@ -216,7 +217,8 @@ void GetPrefs()
         SetDefaults();
         break;
     case kNoRecord:
-        TheErrorHandler(kWarningDialog, kSettingsUnusable, kNoStoredRecord, ql_quorum_passtr(" (GetPrefs)"), false);
+        TheErrorHandler(kWarningDialog, kSettingsUnusable, kNoStoredRecord, ql_quorum_passtr(" (GetPrefs)"),
+                        false);
         SetDefaults();
         quiet = true;
         break;
@@ -235,7 +237,7 @@ void WritePrefs()
     NeedString(file.name, kPrefsStrings, kFileNameIndex);
     if (!LocateFolder(&file))
         return;
-    // Always built anew, so that nothing of an older file stays behind.
+    // Always a new file, so that nothing of an older one remains.
     HDelete(file.vRefNum, file.dirID, file.name);
     if (HCreate(file.vRefNum, file.dirID, file.name, kFileCreator, kFileType) != noErr)
         return;

@@ -16,7 +16,7 @@ void SetDefaults();
 // Zeroes what follows each text in its field.
 void CleanupPrefsStruct();
 // Puts the defaults in place of a record that breaks a rule; true when it did.
-// Tells the user only of popup items that do not exist.
+// Only popup items that do not exist are reported to the user.
 Boolean DoPrefsResCheck();
 
 // True when a dialog with its top left at *position (global) would have its

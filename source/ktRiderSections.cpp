@@ -1,5 +1,7 @@
 #include "source/ktRiderSections.h"
 
+#include <initializer_list>
+
 #include "source/dotShapes.h"
 #include "source/ktAnnoDlg.h"
 #include "source/ktSpot.h"
@@ -13,41 +15,73 @@
 
 int32_t gTotalLength = 0;
 
-static OSErr WritePiece(int16_t refNum, int16_t id, int16_t reason)
+// What sections are made of: a piece of PostScript, with the reason reported
+// without it; or characters as they are; or a block; or, all nil, nothing.
+struct Part {
+    int16_t piece = 0;
+    int16_t missing = 0;
+    ConstStr255Param characters = nullptr;
+    Handle block = nullptr;
+    int32_t *length = nullptr;  // the block's; takes the count of what was written
+};
+
+static Handle BlockOf(const Part &part)
 {
-    Handle text = Get1Resource('TEXT', id);
-    Need(text, reason, " (text resource)");
-    int32_t count = SizeResource(text);
-    gTotalLength += count;
-    int8_t state = HGetState(text);
-    HLock(text);
-    OSErr error = FSWrite(refNum, &count, *text);
-    HSetState(text, state);
+    if (part.piece == 0)
+        return part.block;
+    Handle text = Get1Resource('TEXT', part.piece);
+    Need(text, part.missing, " (text resource)");
+    return text;
+}
+
+// The only place where bytes go into a riders file.
+static OSErr WritePart(int16_t refNum, const Part &part)
+{
+    Handle block = BlockOf(part);
+    if (!block && !part.characters)
+        return noErr;
+    int32_t size = part.piece != 0 ? SizeResource(block) : part.characters ? part.characters[0] : 0;
+    int32_t *count = part.length ? part.length : &size;
+    gTotalLength += *count;
+    int8_t state = block ? HGetState(block) : 0;
+    if (block)
+        HLock(block);
+    const void *bytes = part.characters ? static_cast<const void *>(part.characters + 1) : *block;
+    OSErr error = FSWrite(refNum, count, bytes);
+    if (block)
+        HSetState(block, state);
     return error;
 }
 
-static OSErr WriteCharacters(int16_t refNum, ConstStr255Param text)
+// In order, up to the first error.
+static OSErr WriteParts(int16_t refNum, std::initializer_list<Part> parts)
 {
-    int32_t count = text[0];
-    gTotalLength += count;
-    return FSWrite(refNum, &count, text + 1);
+    OSErr error = noErr;
+    for (const Part &part : parts)
+        if (error == noErr)
+            error = WritePart(refNum, part);
+    return error;
+}
+
+static Part Piece(int16_t id, int16_t missing)
+{
+    return {.piece = id, .missing = missing};
+}
+
+static Part Characters(ConstStr255Param text)
+{
+    return {.characters = text};
 }
 
 // --- Values -------------------------------------------------------------------
 
 static OSErr WriteValue(int16_t refNum, const Setting &setting)
 {
-    const ValueRow &row = setting.value;
-    OSErr error = WritePiece(refNum, row.before, row.noBefore);
-    if (error != noErr)
-        return error;
     Str255 value;
+    const ValueRow &row = setting.value;
     const PopupInfo *popup = PopupRecord(*setting.popup);
     ValueOfChoice(setting, popup->menu, popup->curItem, value);
-    error = WriteCharacters(refNum, value);
-    if (error != noErr)
-        return error;
-    return WritePiece(refNum, row.after, row.noAfter);
+    return WriteParts(refNum, {Piece(row.before, row.noBefore), Characters(value), Piece(row.after, row.noAfter)});
 }
 
 OSErr WriteFreq(int16_t refNum)
@@ -67,42 +101,28 @@ OSErr WriteFlat(int16_t refNum)
 
 // --- The spot function --------------------------------------------------------
 
-static OSErr WriteImportedSpot(int16_t refNum)
-{
-    if (!gSpotHandle)
-        return noErr;
-    gTotalLength += gSpotLength;
-    return WriteSpotText(refNum);
-}
-
 // Goes by the stored item, not by the popup's. The menu's last item imports, even
 // in a menu so short that a dot shape has its number. A divider, which only
 // damaged settings can name, stands for no function at all.
-static OSErr WriteSpotBody(int16_t refNum)
+static Part SpotBody()
 {
     int16_t item = gPrefsPtr->spotItem;
     if (item == CountMItems(PopupRecord(gSpotPopInfo)->menu))
-        return WriteImportedSpot(refNum);
+        return {.block = gSpotHandle, .length = &gSpotLength};
     int16_t index = item - kFirstShapeItem;
     if (index < 0 || index >= kDotShapeCount)
-        return noErr;
-    return WritePiece(refNum, kDotShapes[index].piece, kDotShapes[index].missing);
+        return {};
+    return Piece(kDotShapes[index].piece, kDotShapes[index].missing);
 }
 
 OSErr WriteSpot(int16_t refNum)
 {
-    OSErr error = WritePiece(refNum, kSpotBegin, kNoSpotBegin);
-    if (error != noErr)
-        return error;
-    error = WriteSpotBody(refNum);
-    if (error != noErr)
-        return error;
-    return WritePiece(refNum, kSpotEnd, kNoSpotEnd);
+    return WriteParts(refNum, {Piece(kSpotBegin, kNoSpotBegin), SpotBody(), Piece(kSpotEnd, kNoSpotEnd)});
 }
 
 OSErr WriteScreenCheck(int16_t refNum)
 {
-    return WritePiece(refNum, kScreenCheck, kNoScreenCheck);
+    return WriteParts(refNum, {Piece(kScreenCheck, kNoScreenCheck)});
 }
 
 // --- The rest -----------------------------------------------------------------
@@ -111,40 +131,27 @@ OSErr WriteScreenCheck(int16_t refNum)
 // text as data, so that brackets and backslashes print as they were typed.
 OSErr WriteAnno(int16_t refNum)
 {
-    struct {
-        int16_t piece, reason;
-        StringPtr value;
-        int16_t limit;
-    } const parts[] = {{kAnnoFontPiece, kNoAnnoFont, gFontNameStr, 63},
-                       {kAnnoSizePiece, kNoAnnoSize, gPrefsPtr->annoSizeStr, 15},
-                       {kAnnoTextPiece, kNoAnnoText, gPrefsPtr->annoText, 255}};
-    for (const auto &part : parts) {
-        Str255 value;
-        OSErr error = WritePiece(refNum, part.piece, part.reason);
-        if (error != noErr)
-            return error;
-        CopyPStr(part.value, value, part.limit);
-        error = WriteCharacters(refNum, value);
-        if (error != noErr)
-            return error;
-    }
-    return WritePiece(refNum, kAnnoEnd, kNoAnnoEnd);
+    // Cut to what each can hold, in place.
+    Str255 font, size, text;
+    CopyPStr(gFontNameStr, font, 63);
+    CopyPStr(gPrefsPtr->annoSizeStr, size, 15);
+    CopyPStr(gPrefsPtr->annoText, text, 255);
+    return WriteParts(refNum, {Piece(kAnnoFontPiece, kNoAnnoFont), Characters(font),
+                               Piece(kAnnoSizePiece, kNoAnnoSize), Characters(size),
+                               Piece(kAnnoTextPiece, kNoAnnoText), Characters(text), Piece(kAnnoEnd, kNoAnnoEnd)});
 }
 
 OSErr WriteError(int16_t refNum)
 {
-    return WritePiece(refNum, kErrorHandlerPiece, kNoErrorHandler);
+    return WriteParts(refNum, {Piece(kErrorHandlerPiece, kNoErrorHandler)});
 }
 
 OSErr WriteBegin(int16_t refNum)
 {
-    OSErr error = WritePiece(refNum, kHeaderPiece, kNoHeader);
-    if (error != noErr)
-        return error;
-    return WritePiece(refNum, kBeginPiece, kNoHeader);
+    return WriteParts(refNum, {Piece(kHeaderPiece, kNoHeader), Piece(kBeginPiece, kNoHeader)});
 }
 
 OSErr WriteEnd(int16_t refNum)
 {
-    return WritePiece(refNum, kTrailerPiece, kNoTrailer);
+    return WriteParts(refNum, {Piece(kTrailerPiece, kNoTrailer)});
 }

@@ -211,7 +211,7 @@ static Boolean ImportFrom(int16_t refNum, StringPtr name)
         gSpotLength = oldLength;
         return false;
     }
-    // Whatever is there: what an earlier failure left is to be freed as well.
+    // Also a block that an earlier failure left: it is to be freed as well.
     Handle old = gSpotHandle;
     Boolean imported = ReadBody(refNum, old, oldLength);
     if (imported) {

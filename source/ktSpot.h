@@ -11,11 +11,12 @@
 //   in use     a block, and 1: the riders file and the settings file get it.
 //   kept       both the same block: in use when the settings dialog opened.
 //              Cancelling finds it there.
-//   replaced   two blocks: imported anew since; the saved one waits for Cancel.
+//   replaced   two blocks: another was imported since; the saved one waits for
+//              Cancel.
 //   left       1 became 0 when a built-in shape was chosen. A block that is
 //              kept stays for Cancel; one imported since is freed.
 //   failed     a block, but 0: reading it failed with nothing imported before.
-//              Nobody uses it; the next import or the end frees it.
+//              It is not used; the next import or the end frees it.
 #pragma once
 
 #include "toolbox/types.h"
@@ -39,15 +40,14 @@ Boolean CheckIfSpot(int16_t refNum, int32_t *offset);
 
 // --- For the settings file ----------------------------------------------------
 
-// None, whatever the globals hold from an earlier call.
+// None, without a look at what the globals hold from an earlier call.
 void ForgetSpot();
 // A block for a body of the length; false, and none, without memory for it.
 Boolean MakeSpotBlock(int32_t length);
 // In use: fills that block from the open file. After an error there is none.
 // spotImported is the caller's to set.
 OSErr ReadSpotText(int16_t refNum, int32_t length);
-// Writes the body to the open file. gSpotLength itself takes the count of what
-// was written.
+// Writes the body to the open file.
 OSErr WriteSpotText(int16_t refNum);
 // None: frees the block.
 void FreeSpot();

@@ -146,8 +146,9 @@ void OwnValueWithUnit(const Setting &setting, int16_t limit, Str255 out)
 
 void ValueOfChoice(const Setting &setting, MenuHandle menu, int16_t item, Str255 out)
 {
+    StringPtr own = OwnValue(setting);
     if (item == CountMItems(menu)) {
-        CopyPStr(OwnValue(setting), out, kValueLimit);
+        CopyPStr(own, out, kValueLimit);
     } else {
         GetItem(menu, item, out);
         size_t unit = strlen(setting.value.unit);

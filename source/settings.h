@@ -1,5 +1,5 @@
 // The settings of a riders file, a row each: where one is chosen, where it is
-// kept, what its values are, and what stands around them in the file.
+// kept, what its values are, and which pieces surround them in the file.
 //
 // Everything that goes by setting goes by these rows: popups, defaults,
 // validity, value entry, cancelling, writing.
@@ -16,8 +16,8 @@ extern Handle gFlatPopInfo;
 extern Handle gAnnoPopInfo;
 extern Handle gErrorPopInfo;
 
-// What can be typed as a value of one's own. Other numbers set up and store
-// nothing.
+// What can be typed where the menu does not have it. Other numbers set up and
+// store nothing.
 enum : int16_t { kFreqKind = 5, kAngleKind = 6, kFlatKind = 7 };
 
 constexpr int16_t kValueLimit = 15;  // characters
@@ -29,24 +29,25 @@ struct ValueRow {
     Str15 PrefsRec::*text = nullptr;  // what was typed
     const char *unit = nullptr;       // follows the number in the menu
     double lowest = 0, highest = 0;
-    const char *lowestText = nullptr, *highestText = nullptr;  // put in place of a number out of range
+    const char *lowestText = nullptr, *highestText = nullptr;  // replace a number out of range
     int16_t outOfRange = 0;                                    // message
     int16_t label = 0, unitLabel = 0;                          // in the value dialog; 0: none
     int16_t before = 0, noBefore = 0;                          // pieces, and the reasons reported without
     int16_t after = 0, noAfter = 0;
 };
 
+// Which choices put something into a riders file: all but item 1, or item 2 alone.
 enum Written : int16_t { kUnlessFirst, kIfSecond };
 
 struct Setting {
     int16_t menuID;
     Handle *popup;
-    int16_t dialogItem;            // the popup's place in the settings dialog
-    BigInt16 PrefsRec::*choice;    // the menu's item
-    int16_t standard;              // the item in new settings
-    int16_t notInMenu;             // reason reported for a stored item that the menu does not have
-    Written written;               // which items put something into a riders file
-    const char *writing;           // context of a failure to write it
+    int16_t dialogItem;          // the popup's place in the settings dialog
+    BigInt16 PrefsRec::*choice;  // the menu's item
+    int16_t standard;            // the item in new settings
+    int16_t notInMenu;           // reason reported for a stored item that the menu does not have
+    Written written;
+    const char *writing;  // context of a failure to write it
     ValueRow value;
 };
 

@@ -9,27 +9,27 @@
 // it to the printer". Texts are Pascal strings; numbers in them have the user's
 // decimal separator.
 struct PrefsRec {
-    Str31 prefsVersion;        // version text of the plug-in that wrote it
-    BigInt16 freqItem;         // kFreqMenu
-    BigInt16 angleItem;        // kAngleMenu
-    BigInt16 spotItem;         // kSpotMenu
-    BigInt16 flatItem;         // kFlatMenu
-    BigInt16 annoItem;         // kAnnoMenu; 2: write an annotation
-    BigInt16 errorItem;        // kErrorMenu; 2: write the error handler
-    BigInt16 annoFontItem;     // kAnnoFontMenu; 1 to 13
-    uint8_t spareFlag1;        // 1 in new settings; nothing reads it
-    uint8_t closeAfterMake;    // 1: close the settings dialog after a make
-    uint8_t savePosition;      // 1: open it at customDlgPos, 0: centred
-    uint8_t spotImported;      // 1: an imported spot function is in use
-    uint8_t useColor;          // 1: draw dialogs with the colour tables
-    uint8_t spareFlag2;        // nothing reads it
-    BigPoint customDlgPos;     // settings dialog's top left, global
-    BigPoint sparePos;         // nothing reads it
-    Str15 freqStr;             // lines per inch
-    Str15 angleStr;            // degrees
+    Str31 prefsVersion;      // version text of the plug-in that wrote it
+    BigInt16 freqItem;       // kFreqMenu
+    BigInt16 angleItem;      // kAngleMenu
+    BigInt16 spotItem;       // kSpotMenu
+    BigInt16 flatItem;       // kFlatMenu
+    BigInt16 annoItem;       // kAnnoMenu; 2: write an annotation
+    BigInt16 errorItem;      // kErrorMenu; 2: write the error handler
+    BigInt16 annoFontItem;   // kAnnoFontMenu; 1 to 13
+    uint8_t spareFlag1;      // 1 in new settings; nothing reads it
+    uint8_t closeAfterMake;  // 1: close the settings dialog after a make
+    uint8_t savePosition;    // 1: open it at customDlgPos, 0: centred
+    uint8_t spotImported;    // 1: an imported spot function is in use
+    uint8_t useColor;        // 1: draw dialogs with the colour tables
+    uint8_t spareFlag2;      // nothing reads it
+    BigPoint customDlgPos;   // settings dialog's top left, global
+    BigPoint sparePos;       // nothing reads it
+    Str15 freqStr;           // lines per inch
+    Str15 angleStr;          // degrees
     Str15 flatStr;
-    Str15 annoSizeStr;         // points
-    Str63 spotName;            // name of the imported spot function
+    Str15 annoSizeStr;  // points
+    Str63 spotName;     // name of the imported spot function
     Str255 annoText;
 };
 
@@ -66,8 +66,8 @@ struct PrefsText {
 };
 
 inline constexpr PrefsText kPrefsTexts[] = {
-    {offsetof(PrefsRec, spotName), 63, 6}, {offsetof(PrefsRec, freqStr), 15, 2},
-    {offsetof(PrefsRec, angleStr), 15, 3}, {offsetof(PrefsRec, flatStr), 15, 4},
+    {offsetof(PrefsRec, spotName), 63, 6},  {offsetof(PrefsRec, freqStr), 15, 2},
+    {offsetof(PrefsRec, angleStr), 15, 3},  {offsetof(PrefsRec, flatStr), 15, 4},
     {offsetof(PrefsRec, annoText), 255, 5}, {offsetof(PrefsRec, annoSizeStr), 15, 7},
 };
 

@@ -20,7 +20,7 @@ void GetAppVersionLongStr(Str255 version);
 // The first four bytes of 'vers' 1. Does not return when it is missing.
 void GetAppVers(unsigned char version[4]);
 
-// Draws the default button's outline around item 1, whatever item it is
+// Draws the default button's outline around item 1, not around the item it is
 // installed on.
 void OutlineDefault(DialogPtr dialog, int16_t item);
 // Shows a button pressed for 8 ticks, as if it had been clicked. Anything but

@@ -20,7 +20,8 @@ TEST(Numbers, AreReadFromAllPartsOfHeadersAndSources)
 {
     for (const char *type : {"STR#", "STR ", "MENU", "DLOG", "ALRT", "dctb", "cctb", "TEXT", "snd "}) {
         auto of = [&](const std::vector<NamedNumber> &numbers) {
-            return std::count_if(numbers.begin(), numbers.end(), [&](const auto &each) { return each.type == type; });
+            return std::count_if(numbers.begin(), numbers.end(),
+                                 [&](const auto &each) { return each.type == type; });
         };
         EXPECT_GT(of(namedResources()), 0) << type;
         EXPECT_GT(of(definedResources()), 0) << type;
@@ -34,9 +35,10 @@ TEST(Numbers, EachNamedResourceIsThere)
 {
     auto defined = definedResources();
     for (const NamedNumber &each : namedResources())
-        EXPECT_TRUE(has(defined, each)) << each.place << ": " << each.name << " stands for '" << each.type << "' "
-                                        << each.number << ", which no file in resources/ defines. Define it there, "
-                                        << "or take the name away.";
+        EXPECT_TRUE(has(defined, each))
+            << each.place << ": " << each.name << " stands for '" << each.type << "' " << each.number
+            << ", which no file in resources/ defines. Define it there, "
+            << "or take the name away.";
 }
 
 TEST(Numbers, EachResourceHasAName)

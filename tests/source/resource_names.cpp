@@ -71,13 +71,14 @@ std::vector<NamedNumber> definedResources()
     static const std::regex plain(R"(^(\w+) (\d+) .*)"), typed(R"(^colors '(....)' (\d+) .*)");
     std::vector<NamedNumber> all;
     for (const char *name : {"strings", "menus", "dialogs", "colors", "standardfile", "pieces", "about"})
-        eachLine(std::string("resources/") + name + ".res", [&](const std::string &line, const std::string &place) {
-            std::smatch found;
-            if (std::regex_match(line, found, typed))
-                all.push_back({found[1], std::stoi(found[2]), "", place});
-            else if (std::regex_match(line, found, plain) && types.count(found[1]))
-                all.push_back({types.at(found[1]), std::stoi(found[2]), "", place});
-        });
+        eachLine(std::string("resources/") + name + ".res",
+                 [&](const std::string &line, const std::string &place) {
+                     std::smatch found;
+                     if (std::regex_match(line, found, typed))
+                         all.push_back({found[1], std::stoi(found[2]), "", place});
+                     else if (std::regex_match(line, found, plain) && types.count(found[1]))
+                         all.push_back({types.at(found[1]), std::stoi(found[2]), "", place});
+                 });
     return all;
 }
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 struct NamedNumber {
-    std::string type;   // resource type; empty for a reason
+    std::string type;  // resource type; empty for a reason
     int number;
     std::string name;   // in a header; empty in a resource source
     std::string place;  // file and line
