@@ -1,6 +1,6 @@
-#include "dialogItems.h"
+#include "source/dialogItems.h"
 
-#include "initUtilities.h"
+#include "source/environment.h"
 #include "toolbox/scrap.h"
 #include "toolbox/system.h"
 

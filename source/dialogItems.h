@@ -14,16 +14,16 @@ void SetItemText(DialogPtr dialog, int16_t item, ConstStr255Param text);
 void SelectItemText(DialogPtr dialog, int16_t item);
 
 // The length of the field, which must be the one being edited, without what is
-// selected: what is left of it when something is typed.
+// selected: what remains of it when something is typed.
 int16_t LengthLessSelection(DialogPtr dialog, int16_t item);
 
 Boolean IsDigit(int16_t key);
 // Backspace and the arrows.
 Boolean IsEditingKey(int16_t key);
-// Beeps; true, so that nobody else takes the key.
+// Beeps; true, so that the key goes no further.
 Boolean RefuseKey();
 
-// What is to become of a key with Command held.
+// What happens to a key with Command held.
 enum KeyFate { kKeyPassed, kKeyTaken, kPasteRefused };
 // used: LengthLessSelection. A paste is refused unless scrap and field stay
 // below limit. From system 7.0 on the Dialog Manager cuts, copies and pastes;

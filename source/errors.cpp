@@ -1,20 +1,21 @@
-#include "errors.h"
+#include "source/errors.h"
 
-#include "dialogItems.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
-#include "ktPrefs.h"
-#include "strings.h"
+#include "source/needs.h"
+#include "source/openDialogs.h"
+#include "source/dialogItems.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
-#include "utilities.h"
+
+// What is missing below this module is reported through it.
+[[maybe_unused]] static const ReportProc kInstalled = gReport = TheErrorHandler;
 
 Boolean gHaveWriteError = false;
 
 namespace {
 
-constexpr int16_t kAlertID = 16128;
 constexpr int16_t kFrameItem = 2;
 constexpr int16_t kSecondButton = 5;
 
@@ -24,10 +25,10 @@ struct ErrorMessage {
 };
 
 constexpr ErrorMessage kWriteMessages[] = {
-    {ioErr, 16134},   {dskFulErr, 16137}, {fnfErr, 16149},  {wPrErr, 16138},
-    {fLckdErr, 16156}, {vLckdErr, 16138},  {fBsyErr, 16158}, {wrPermErr, 16157},
+    {ioErr, kDiskTrouble},   {dskFulErr, kDiskFull},  {fnfErr, kFileGone},   {wPrErr, kDiskLocked},
+    {fLckdErr, kFileLocked}, {vLckdErr, kDiskLocked}, {fBsyErr, kFileInUse}, {wrPermErr, kNotAllowed},
 };
-constexpr ErrorMessage kReadMessages[] = {{ioErr, 16134}, {fnfErr, 16149}};
+constexpr ErrorMessage kReadMessages[] = {{ioErr, kDiskTrouble}, {fnfErr, kFileGone}};
 
 template <size_t count>
 int16_t MessageFor(OSErr error, const ErrorMessage (&messages)[count], int16_t otherwise)
@@ -43,14 +44,21 @@ int16_t ShowAlert(int16_t kind, int16_t unknownKind)
     SetCursor(&qd.arrow);
     CenterAlert(gCustomDialog, kAlertID);
     switch (kind) {
-    case kStopAlert: return StopAlert(kAlertID, nullptr);
-    case kCautionAlert: return CautionAlert(kAlertID, nullptr);
-    case kNoteAlert: return NoteAlert(kAlertID, nullptr);
-    default: return unknownKind;
+    case kStopAlert:
+        return StopAlert(kAlertID, nullptr);
+    case kCautionAlert:
+        return CautionAlert(kAlertID, nullptr);
+    case kNoteAlert:
+        return NoteAlert(kAlertID, nullptr);
+    default:
+        return unknownKind;
     }
 }
 
-// Where a message is missing there is nothing left to say but this.
+// Where a message is missing there is nothing left to say but this, fatal even
+// for a question or a warning. The words are wrong in one letter and the number is
+// fixed; users have sent both in for so long that they are how this end is known,
+// so neither is mended.
 void EndWithFixedText()
 {
     StringPtr none = ql_quorum_passtr("");
@@ -58,7 +66,7 @@ void EndWithFixedText()
               ql_quorum_passtr("\r\rID = 8 (string resource)"), none, none);
     // Without alert and message alike, reporting the alert would end up here
     // again.
-    if (GetResource('ALRT', kAlertID) || GetString(16129)) {
+    if (GetResource('ALRT', kAlertID) || GetString(kSomethingMissing)) {
         CenterAlert(gCustomDialog, kAlertID);
         StopAlert(kAlertID, nullptr);
     }
@@ -90,9 +98,7 @@ void SetReportTexts(int16_t stringID, int32_t number, ConstStr255Param context)
 // Colours the dialog, draws its outline, and fills in the texts.
 void PrepareReport(DialogPtr dialog, int16_t stringID, int32_t number, ConstStr255Param context)
 {
-    // While the host registers the commands there are no settings.
-    if (gPrefsPtr && gPrefsPtr->useColor)
-        ColorTheDialog(true, dialog);
+    ColourIfWanted(dialog);
     InstallUserProc(dialog, kFrameItem, OutlineDefault);
     SetReportTexts(stringID, number, context);
 }
@@ -101,9 +107,7 @@ Boolean RunReport(DialogPtr dialog)
 {
     SysBeep(1);
     CenterWindow(gCustomDialog, dialog, kCenterThird);
-    SelectWindow(dialog);
-    ShowWindow(dialog);
-    SetCursor(&qd.arrow);
+    BringUp(dialog);
     int16_t hit = 0;
     do {
         ModalDialog(ErrorFilter, &hit);
@@ -145,8 +149,7 @@ Boolean ErrorFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     return TwoButtonKeys(dialog, event, itemHit, kSecondButton);
 }
 
-Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context,
-                         Boolean fatal)
+Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context, Boolean fatal)
 {
     SetReportTexts(stringID, number, context);
     ShowAlert(kind, 0);
@@ -157,14 +160,14 @@ Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstSt
 
 Boolean DoWriteError(OSErr error, ConstStr255Param context)
 {
-    TheErrorHandler(kErrorDialog, MessageFor(error, kWriteMessages, 16139), error, context, false);
+    TheErrorHandler(kErrorDialog, MessageFor(error, kWriteMessages, kNotWritten), error, context, false);
     gHaveWriteError = true;
     return true;
 }
 
 Boolean DoReadError(OSErr error, ConstStr255Param context)
 {
-    return TheErrorHandler(kErrorDialog, MessageFor(error, kReadMessages, 16150), error, context, false);
+    return TheErrorHandler(kErrorDialog, MessageFor(error, kReadMessages, kNotRead), error, context, false);
 }
 
 int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,

@@ -1,4 +1,4 @@
-// Error reports and alerts: every word the plug-in says about a failure.
+// Error reports and alerts: all that the plug-in says about failures.
 //
 // Messages are 'STR ' resources; callers pass numbers and a short context text
 // such as " (fsopen)". All reports are modal. A fatal one ends the process
@@ -6,10 +6,9 @@
 // is missing from the resources is always fatal.
 #pragma once
 
+#include "source/reasons.h"
+#include "source/resourceNumbers.h"
 #include "toolbox/dialogs.h"
-
-// The dialogs that TheErrorHandler is called with.
-enum { kErrorDialog = 16129, kWarningDialog = 16131 };
 
 // What kind of alert to show.
 enum { kStopAlert = 0, kCautionAlert = 1, kNoteAlert = 2 };
@@ -20,8 +19,8 @@ extern Boolean gHaveWriteError;
 void ErrorInit();
 
 // Shows the message (and, unless 0, "ID = " number) and the context text in
-// the dialog, in front of everything, with a beep. True: the user pressed item
-// 1; false: item 5.
+// one of the dialogs kErrorDialog to kSpareDialog2, in front of everything, with a
+// beep. True: the user pressed item 1; false: item 5.
 Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, ConstStr255Param context,
                         Boolean fatal);
 // Its key filter: Return and Enter press item 1, Escape and Command-period
@@ -33,9 +32,9 @@ Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstSt
 // Reports a failed write in words that fit the error, and sets
 // gHaveWriteError. True.
 Boolean DoWriteError(OSErr error, ConstStr255Param context);
-// Reports a failed read; what TheErrorHandler answers.
+// Reports a failed read; TheErrorHandler's result.
 Boolean DoReadError(OSErr error, ConstStr255Param context);
-// Shows four texts of the caller's in an alert; the item hit. An unknown kind
-// shows nothing and answers 2.
+// Shows the caller's four texts in an alert; the item hit. An unknown kind
+// shows nothing and returns 2. Nothing calls it so far: it belongs to the set.
 int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,
                 ConstStr255Param text3);

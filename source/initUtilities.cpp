@@ -1,10 +1,9 @@
-#include "initUtilities.h"
+#include "source/initUtilities.h"
 
-#include "errors.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/utilities.h"
 #include "toolbox/system.h"
-#include "utilities.h"
-
-EnvirInfo *gEnvirInfo = nullptr;
 
 namespace {
 
@@ -19,7 +18,8 @@ void MeasureScreen()
         if (device)
             screen = (*device)->gdRect;
     }
-    // The top keeps its place.
+    // The menu bar keeps windows off the top already: moved in as well, dialogs
+    // would open 4 pixels lower than users have them.
     screen.left += 4;
     screen.right -= 4;
     screen.bottom -= 4;
@@ -36,8 +36,7 @@ void GetEnvirInfo()
 
     SystemVersionCheck();
     int32_t answer = 0;
-    if (Gestalt('qd  ', &answer) != noErr)
-        TheErrorHandler(kErrorDialog, 16129, 2, ql_quorum_passtr(" (gestalt QD)"), true);
+    Need(Gestalt('qd  ', &answer) == noErr, kColourUnknown, " (gestalt QD)");
     gEnvirInfo->hasColorQD = answer >= kColorQuickDraw;
     GetAppVersionStr(gEnvirInfo->versionStr);
     GetCurPixDepth();

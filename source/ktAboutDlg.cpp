@@ -1,18 +1,17 @@
-#include "ktAboutDlg.h"
+#include "source/ktAboutDlg.h"
 
 #include <initializer_list>
 
-#include "dialogItems.h"
-#include "errors.h"
-#include "initUtilities.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "ktPrefs.h"
-#include "strings.h"
+#include "source/dialogItems.h"
+#include "source/environment.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/settingsRecord.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
 RgnHandle gTheAboutRgn = nullptr;
 Boolean gAboutDone = false;
@@ -39,12 +38,11 @@ enum {
     kScrollStrip = 7
 };
 enum { kCreditsLines = 1, kCreditsShallow = 2, kCreditsDeep = 3, kColourBox = 4 };
-enum { kAboutStrings = 16200, kCreditsStrings = 16201, kFirstPanelLine = 4, kScrollLines = 3 };
-enum { kReturnKey = 13, kEnterKey = 3 };
+enum { kFirstPanelLine = 4, kScrollLines = 3 };
 enum { kIntroPass = 15, kIntroSteps = 22, kDeepScreen = 8 };
-enum { kDialogMissing = 80, kStringMissing = 90 };
 enum { kInfoFont = 3, kInfoSize = 9, kCreditsSize = 10 };
-// Passed as it is, whatever colour a screen has for it.
+// Blue by QuickDraw's numbers, though the line is meant to be red. It has always
+// scrolled by in blue, and so users know it.
 enum { kScrollColour = 409, kTextColour = 33 };
 enum { kOutOfSight = 250 };
 
@@ -251,9 +249,7 @@ static void DrawTitle(int16_t baseline)
 static void DrawInfoLine(int16_t index, int16_t baseline)
 {
     Str255 line;
-    GetIndString(line, kAboutStrings, index);
-    if (line[0] == 0)
-        TheErrorHandler(kErrorDialog, 16129, kStringMissing, ql_quorum_passtr(" (STR# resource)"), true);
+    NeedString(line, kAboutStrings, index);
     DrawCentred(line, gTheDialog->portRect, baseline);
 }
 
@@ -339,7 +335,7 @@ void DoAboutScrollText()
 
 // --- The box ----------------------------------------------------------------
 
-// A line that scrolls by draws itself; the others would lie under it.
+// A line that scrolls by draws itself; the others would show through it.
 void AboutProc(DialogPtr, int16_t)
 {
     if (gDoIntro)
@@ -347,12 +343,6 @@ void AboutProc(DialogPtr, int16_t)
     SetAboutPicts(true);
     if (!gScrollInProg)
         DoAboutInfo(false);
-}
-
-static Boolean IsClosingKey(const EventRecord &event)
-{
-    int16_t key = event.message & charCodeMask;
-    return event.what == keyDown && (key == kReturnKey || key == kEnterKey);
 }
 
 static Boolean IsIn(DialogPtr dialog, int16_t item, Point where)
@@ -391,7 +381,7 @@ static void CountPasses()
 Boolean AboutFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
     *itemHit = 0;
-    if (IsClosingKey(*event)) {
+    if (IsConfirmKey(*event)) {
         gAboutDone = true;
         return true;
     }
@@ -417,20 +407,10 @@ static void ClearState()
     gTheAboutRgn = NewRgn();
 }
 
-static void OpenDialog(int16_t id)
-{
-    gTheDialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
-    if (!gTheDialog)
-        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
-    SetPort(gTheDialog);
-}
-
 static void PresentDialog(int16_t mode)
 {
     CenterWindow(gCustomDialog, gTheDialog, mode);
-    SelectWindow(gTheDialog);
-    ShowWindow(gTheDialog);
-    SetCursor(&qd.arrow);
+    BringUp(gTheDialog);
 }
 
 static void RunDialog(ModalFilterProcPtr filter)
@@ -441,12 +421,6 @@ static void RunDialog(ModalFilterProcPtr filter)
     HideWindow(gTheDialog);
 }
 
-static void CloseTheDialog()
-{
-    DisposDialog(gTheDialog);
-    gTheDialog = nullptr;
-}
-
 static int16_t HandleCreditsDialog();
 
 int16_t HandleAboutDialog()
@@ -454,7 +428,7 @@ int16_t HandleAboutDialog()
     GrafPtr savedPort;
     GetPort(&savedPort);
     ClearState();
-    OpenDialog(kAboutDialogID);
+    gTheDialog = OpenDialog(kAboutDialogID, kNoDialog);
     InstallUserProc(gTheDialog, kPictureArea, AboutProc);
     gScrollDelta = gTheDialog->portRect.right;
     gScrollRect = ItemBox(gTheDialog, kTextArea);
@@ -464,7 +438,7 @@ int16_t HandleAboutDialog()
     RunDialog(AboutFilter);
     DisposeRgn(gTheAboutRgn);
     gTheAboutRgn = nullptr;
-    CloseTheDialog();
+    DisposeTheDialog();
     SetPort(savedPort);
     return gWantCredits ? HandleCreditsDialog() : 1;
 }
@@ -511,7 +485,7 @@ static Boolean CanShowColour()
 static Boolean CreditsFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
     *itemHit = 0;
-    if (IsClosingKey(*event)) {
+    if (IsConfirmKey(*event)) {
         gAboutDone = true;
         return true;
     }
@@ -527,13 +501,13 @@ static Boolean CreditsFilter(DialogPtr dialog, EventRecord *event, int16_t *item
     return true;
 }
 
-// Answers 1.
+// Returns 1.
 static int16_t HandleCreditsDialog()
 {
     GrafPtr savedPort;
     GetPort(&savedPort);
     gAboutDone = false;
-    OpenDialog(kCreditsDialogID);
+    gTheDialog = OpenDialog(kCreditsDialogID, kNoDialog);
     InstallUserProc(gTheDialog, kCreditsLines, CreditsProc);
     if (CanShowColour())
         SetCtlValue(ColourBox(gTheDialog), gPrefsPtr->useColor);
@@ -541,7 +515,7 @@ static int16_t HandleCreditsDialog()
         HideDItem(gTheDialog, kColourBox);
     PresentDialog(kCenterMiddle);
     RunDialog(CreditsFilter);
-    CloseTheDialog();
+    DisposeTheDialog();
     SetPort(savedPort);
     return 1;
 }

@@ -1,11 +1,10 @@
 // The About box: a picture that zooms in, an icon that falls out of the window
 // when the picture is clicked, lines that scroll by for a control-click, and
-// the credits panel behind an option-click.
+// the credits panel, which an option-click opens.
 #pragma once
 
-#include "toolbox/dialogs.h"
-
-enum { kAboutDialogID = 16200, kCreditsDialogID = 17000, kAboutSound = 16500 };
+#include "source/openDialogs.h"
+#include "source/resourceNumbers.h"
 
 // One item at a time is updated through it; there while the box is open.
 extern RgnHandle gTheAboutRgn;
@@ -35,7 +34,7 @@ void CreditsInit();
 
 // Shows the About box until the user closes it, and then the credits panel if
 // that was asked for. Needs the settings and the environment; the panel may
-// change useColor. Answers 1. Does not return when a dialog or an information
+// change useColor. Returns 1. Does not return when a dialog or an information
 // line is missing.
 int16_t HandleAboutDialog();
 

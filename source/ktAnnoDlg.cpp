@@ -1,17 +1,16 @@
-#include "ktAnnoDlg.h"
+#include "source/ktAnnoDlg.h"
 
-#include "dialogItems.h"
-#include "errors.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "ktPrefs.h"
-#include "popup.h"
-#include "strings.h"
+#include "source/dialogItems.h"
+#include "source/errors.h"
+#include "source/needs.h"
+#include "source/popup.h"
+#include "source/reasons.h"
+#include "source/settingsRecord.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
 AnnoPrefs *gSavedAnnoPrefs = nullptr;
 Handle gAnnoFontPopInfo = nullptr;
@@ -19,19 +18,10 @@ Handle gAnnoSizePopInfo = nullptr;
 Str255 gFontNameStr = {0};
 Str255 gAnnoSavedFontNameStr = {0};
 
-enum { kOKItem = 1, kCancelItem = 2, kOutlineItem = 3, kTextItem = 4, kFontItem = 6, kSizePopupItem = 7 };
-enum { kSizeItem = 8, kPanelItem = 9 };
+enum { kOutlineItem = 3, kTextItem = 4, kFontItem = 6, kSizePopupItem = 7, kSizeItem = 8, kPanelItem = 9 };
 enum { kTextLimit = 254, kSizeLimit = 4 };
 enum { kTabKey = 9 };
-enum { kDialogMissing = 80, kStringMissing = 90, kNoBlock = 94 };
-enum {
-    kInvalidCharacter = 16132,
-    kTextLength = 16145,
-    kTextPasteTooLong = 16163,
-    kSizeNotWhole = 16165,
-    kSizeOutOfRange = 16166,
-    kSizePasteTooLong = 16167
-};
+enum { kFontTitle = 4 };
 
 void AnnoInit()
 {
@@ -39,10 +29,10 @@ void AnnoInit()
 
 // --- The checks -------------------------------------------------------------
 
-// Says why, corrects the field, and answers false.
+// Says why and corrects the field; false.
 static Boolean RefuseField(int16_t message, int16_t item, ConstStr255Param replacement)
 {
-    TheErrorHandler(kErrorDialog, message, 0, ql_quorum_passtr(""), false);
+    TheErrorHandler(kErrorDialog, message, kNoReason, ql_quorum_passtr(""), false);
     SetItemText(gTheDialog, item, replacement);
     SelectItemText(gTheDialog, item);
     return false;
@@ -61,7 +51,7 @@ Boolean DoSizeStrCheck(Str255 text, Boolean report)
         return RefuseSize(report, kSizeNotWhole, gPrefsPtr->annoSizeStr);
     if (status == kNotANumber)
         return RefuseSize(report, kInvalidCharacter, gPrefsPtr->annoSizeStr);
-    // Several separators and an empty text are worth 0.
+    // Several separators, or nothing, count as 0.
     if (value < 4.0)
         return RefuseSize(report, kSizeOutOfRange, ql_quorum_passtr("4"));
     if (value > 30.0)
@@ -79,8 +69,10 @@ static Boolean CheckText(Str255 text)
     return RefuseField(kTextLength, kTextItem, text);
 }
 
-// The text is stored before the size is looked at. Zeros behind the separator
-// are only removed after the check, which refuses any separator.
+// The text is stored before the size is looked at; Cancel restores it all the
+// same. Trailing zeros are only removed after the check, which refuses every
+// separator: 12.0 is refused rather than tidied, so that a user who types points
+// learns that sizes are whole.
 Boolean DoAnnoDone()
 {
     Str255 text, size;
@@ -127,7 +119,7 @@ static Boolean AnnoCommandKey(DialogPtr dialog, int16_t key, const Field &field)
 {
     KeyFate fate = CommandKey(dialog, key, field.used, field.limit + 1);
     if (fate == kPasteRefused)
-        TheErrorHandler(kErrorDialog, field.isText ? kTextPasteTooLong : kSizePasteTooLong, 0,
+        TheErrorHandler(kErrorDialog, field.isText ? kTextPasteTooLong : kSizePasteTooLong, kNoReason,
                         ql_quorum_passtr(""), false);
     return fate != kKeyPassed;
 }
@@ -240,7 +232,7 @@ void AnnoProc(DialogPtr dialog, int16_t)
     GrafPtr savedPort;
     GetPort(&savedPort);
     SetPort(dialog);
-    ColorDialogRect(gPrefsPtr->useColor, ItemBox(dialog, kPanelItem), kAnnoDialogID);
+    DrawPanel(dialog, kPanelItem, kAnnoDialogID);
     DrawPopup(gAnnoFontPopInfo);
     DrawPopup(gAnnoSizePopInfo);
     SetPort(savedPort);
@@ -251,9 +243,7 @@ void AnnoProc(DialogPtr dialog, int16_t)
 static void SetupAnnoPopups()
 {
     Str255 title;
-    GetIndString(title, 16128, 4);
-    if (title[0] == 0)
-        TheErrorHandler(kErrorDialog, 16129, kStringMissing, ql_quorum_passtr(" (STR# resource)"), true);
+    NeedString(title, kAnnoStrings, kFontTitle);
     gAnnoFontPopInfo = NewPopup();
     SetupPopup(gAnnoFontPopInfo, ItemBox(gTheDialog, kFontItem), title, nullptr, kAnnoFontMenu,
                gPrefsPtr->annoFontItem);
@@ -262,7 +252,8 @@ static void SetupAnnoPopups()
                0);
 }
 
-// The font's name keeps the spaces that its popup may have added.
+// The font's name keeps the spaces that its popup may have added to the first
+// item. No harm comes of it: the riders file drops them before it finds the font.
 void SetupAnnoDialog()
 {
     GetItem(PopupRecord(gAnnoFontPopInfo)->menu, PopupRecord(gAnnoFontPopInfo)->curItem, gFontNameStr);
@@ -289,49 +280,22 @@ static void RestoreAnnoSettings()
 
 static void OpenAnnoDialog()
 {
-    gTheDialog = GetNewDialog(kAnnoDialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
-    if (!gTheDialog)
-        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
+    gTheDialog = OpenDialog(kAnnoDialogID, kNoDialog);
     gSavedAnnoPrefs = reinterpret_cast<AnnoPrefs *>(NewPtr(sizeof(AnnoPrefs)));
-    if (!gSavedAnnoPrefs)
-        TheErrorHandler(kErrorDialog, 16129, kNoBlock, ql_quorum_passtr(" (newptr)"), true);
-    SetPort(gTheDialog);
-    if (gPrefsPtr->useColor)
-        ColorTheDialog(true, gTheDialog);
-    InstallUserProc(gTheDialog, kOutlineItem, OutlineDefault);
-    InstallUserProc(gTheDialog, kPanelItem, AnnoProc);
+    Need(gSavedAnnoPrefs, kNoRecordBlock, " (newptr)");
+    DressDialog(gTheDialog, kOutlineItem, kPanelItem, AnnoProc);
     SetupAnnoPopups();
     SetupAnnoDialog();
     SaveAnnoSettings();
     CenterWindowInWindow(gCustomDialog, gTheDialog);
-    SelectWindow(gTheDialog);
-    ShowWindow(gTheDialog);
-    SetCursor(&qd.arrow);
-}
-
-static Boolean RunAnnoDialog()
-{
-    for (;;) {
-        int16_t itemHit = 0;
-        ModalDialog(AnnoFilter, &itemHit);
-        if (itemHit == kOKItem && DoAnnoDone()) {
-            HideWindow(gTheDialog);
-            return true;
-        }
-        if (itemHit == kCancelItem) {
-            HideWindow(gTheDialog);
-            RestoreAnnoSettings();
-            return false;
-        }
-    }
+    BringUp(gTheDialog);
 }
 
 static void CloseAnnoDialog()
 {
     DisposePopup(gAnnoFontPopInfo, false);
     DisposePopup(gAnnoSizePopInfo, false);
-    DisposDialog(gTheDialog);
-    gTheDialog = nullptr;
+    DisposeTheDialog();
     DisposePtr(reinterpret_cast<Ptr>(gSavedAnnoPrefs));
     gSavedAnnoPrefs = nullptr;
     DisposeHandle(gAnnoFontPopInfo);
@@ -344,7 +308,9 @@ Boolean HandleAnnoDialog()
     GrafPtr savedPort;
     GetPort(&savedPort);
     OpenAnnoDialog();
-    Boolean confirmed = RunAnnoDialog();
+    Boolean confirmed = RunTheDialog(AnnoFilter, DoAnnoDone);
+    if (!confirmed)
+        RestoreAnnoSettings();
     CloseAnnoDialog();
     SetPort(savedPort);
     return confirmed;

@@ -2,9 +2,8 @@
 // adds to each page.
 #pragma once
 
-#include "toolbox/dialogs.h"
-
-enum { kAnnoDialogID = 16302 };
+#include "source/openDialogs.h"
+#include "source/resourceNumbers.h"
 
 // What cancelling the dialog puts back.
 struct AnnoPrefs {

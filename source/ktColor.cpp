@@ -1,35 +1,35 @@
-#include "ktColor.h"
+#include "source/ktColor.h"
 
-#include "errors.h"
-#include "initUtilities.h"
+#include "source/environment.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/resourceNumbers.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
-#include "toolbox/system.h"
-#include "utilities.h"
 
 Handle gCDlogColor = nullptr;
 Handle gDlogColor = nullptr;
 Handle gCCntlColor = nullptr;
 Handle gCntlColor = nullptr;
 
-enum { kWindowTableMissing = 87, kControlTableMissing = 88 };
-
-static Handle ColorTable(ResType type, int16_t id, int32_t number, const char *context)
+static Handle ColorTable(ResType type, int16_t id, int16_t reason, const char *context)
 {
     Handle table = Get1Resource(type, id);
-    if (!table)
-        TheErrorHandler(kErrorDialog, 16129, number, ql_quorum_passtr(context), true);
+    Need(table, reason, context);
     // Kept for as long as the command runs, however short memory gets.
     HNoPurge(table);
     return table;
 }
 
+// The plain pair is loaded for a caller that passes false for colour; none does so
+// far, so a missing plain table is the only trace of it that a user can meet.
 void GetKTColor()
 {
-    gCDlogColor = ColorTable('dctb', 18000, kWindowTableMissing, " (dctb resource)");
-    gDlogColor = ColorTable('dctb', 18001, kWindowTableMissing, " (dctb resource)");
-    gCCntlColor = ColorTable('cctb', 18000, kControlTableMissing, " (cctb resource)");
-    gCntlColor = ColorTable('cctb', 18001, kControlTableMissing, " (cctb resource)");
+    gCDlogColor = ColorTable('dctb', kColourWindow, kNoWindowColours, " (dctb resource)");
+    gDlogColor = ColorTable('dctb', kPlainWindow, kNoWindowColours, " (dctb resource)");
+    gCCntlColor = ColorTable('cctb', kColourButton, kNoButtonColours, " (cctb resource)");
+    gCntlColor = ColorTable('cctb', kPlainButton, kNoButtonColours, " (cctb resource)");
 }
 
 void DisposeKTColor()
@@ -60,7 +60,8 @@ void ColorTheDialog(Boolean colour, DialogPtr dialog)
         Handle item;
         Rect box;
         GetDItem(dialog, number, &type, &item, &box);
-        // A disabled button has another type, and keeps its own colours.
+        // A disabled button has another type and keeps its own colours: blue text
+        // would make it look enabled.
         if (type == ctrlItem + btnCtrl && buttonTable)
             SetCtlColor(reinterpret_cast<ControlHandle>(item), buttonTable);
     }
@@ -72,6 +73,7 @@ void ColorThePopup(Boolean colour)
         ForeColor(blueColor);
 }
 
+// The dialog's number makes no difference: every panel is framed alike.
 void ColorDialogRect(Boolean colour, Rect r, int16_t)
 {
     if (!ScreenShowsColor() || !colour) {

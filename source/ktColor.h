@@ -6,8 +6,8 @@
 
 #include "toolbox/dialogs.h"
 
-// 'dctb' 18000 and 18001, 'cctb' 18000 and 18001; good between GetKTColor and
-// DisposeKTColor, nil outside.
+// The tables kColourWindow, kPlainWindow, kColourButton and kPlainButton; good
+// between GetKTColor and DisposeKTColor, nil outside.
 extern Handle gCDlogColor;
 extern Handle gDlogColor;
 extern Handle gCCntlColor;
@@ -21,5 +21,5 @@ void DisposeKTColor();
 void ColorTheDialog(Boolean colour, DialogPtr dialog);
 // Blue foreground for a popup's arrow; the caller restores black.
 void ColorThePopup(Boolean colour);
-// Frames a dialog's panel: etched in colour, else plain. dialogID does nothing.
+// Frames a dialog's panel: etched in colour, else plain. dialogID is not used.
 void ColorDialogRect(Boolean colour, Rect r, int16_t dialogID);

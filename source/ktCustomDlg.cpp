@@ -1,49 +1,26 @@
-#include "ktCustomDlg.h"
+#include "source/ktCustomDlg.h"
 
-#include "dialogItems.h"
-#include "errors.h"
-#include "ktAnnoDlg.h"
-#include "ktColor.h"
-#include "ktFreqDlg.h"
-#include "ktMakeRiders.h"
-#include "ktPrefs.h"
-#include "ktSpot.h"
-#include "popup.h"
-#include "strings.h"
+#include "source/dialogItems.h"
+#include "source/errors.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/ktMakeRiders.h"
+#include "source/ktSpot.h"
+#include "source/needs.h"
+#include "source/popup.h"
+#include "source/reasons.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
 #include <type_traits>
 
-DialogPtr gCustomDialog = nullptr;
-Boolean gDone = false;
-Handle gFreqPopInfo = nullptr;
-Handle gAnglePopInfo = nullptr;
-Handle gSpotPopInfo = nullptr;
-Handle gFlatPopInfo = nullptr;
-Handle gAnnoPopInfo = nullptr;
-Handle gErrorPopInfo = nullptr;
 Str255 gSavedFontNameStr = {0};
 
-enum { kMakeItem = 1, kCancelItem = 2, kOutlineItem = 3, kFirstPopupItem = 4, kPanelItem = 16 };
-enum { kQuestionDialog = 16132, kImportQuestion = 16146, kNothingChosen = 16155 };
-enum { kMenuMissing = 7, kDialogMissing = 78 };
+enum { kMakeItem = 1, kCancelItem = 2, kOutlineItem = 3, kPanelItem = 16 };
 enum { kAnnotationUsedItem = 2 };
-
-// A popup, its menu and its setting, in the order of the items from 4.
-struct PopupPlace {
-    Handle *popup;
-    int16_t menuID;
-    BigInt16 PrefsRec::*setting;
-};
-
-static const PopupPlace kPopups[] = {
-    {&gFreqPopInfo, kFreqMenu, &PrefsRec::freqItem},    {&gAnglePopInfo, kAngleMenu, &PrefsRec::angleItem},
-    {&gSpotPopInfo, kSpotMenu, &PrefsRec::spotItem},    {&gFlatPopInfo, kFlatMenu, &PrefsRec::flatItem},
-    {&gAnnoPopInfo, kAnnoMenu, &PrefsRec::annoItem},    {&gErrorPopInfo, kErrorMenu, &PrefsRec::errorItem},
-};
 
 void CustomInit()
 {
@@ -53,9 +30,7 @@ void CustomInit()
 
 static void ReadFontName()
 {
-    MenuHandle fonts = GetMenu(kAnnoFontMenu);
-    if (!fonts)
-        TheErrorHandler(kErrorDialog, 16129, kMenuMissing, ql_quorum_passtr(" (menu resource)"), true);
+    MenuHandle fonts = NeedMenu(kAnnoFontMenu);
     GetItem(fonts, gPrefsPtr->annoFontItem, gFontNameStr);
     RemoveTrailingSpaces(gFontNameStr);
     DeleteMenu(kAnnoFontMenu);
@@ -64,11 +39,10 @@ static void ReadFontName()
 
 void SetupCustomDialog()
 {
-    int16_t item = kFirstPopupItem;
-    for (const PopupPlace &place : kPopups) {
-        Rect box = ItemBox(gCustomDialog, item++);
-        *place.popup = NewPopup();
-        SetupPopup(*place.popup, box, ql_quorum_passtr(""), nullptr, place.menuID, gPrefsPtr->*place.setting);
+    for (const Setting &setting : kSettings) {
+        Rect box = ItemBox(gCustomDialog, setting.dialogItem);
+        *setting.popup = NewPopup();
+        SetupPopup(*setting.popup, box, ql_quorum_passtr(""), nullptr, setting.menuID, gPrefsPtr->*setting.choice);
     }
     ReadFontName();
 }
@@ -84,21 +58,13 @@ static void PlaceCustomDialog()
 static void OpenCustomDialog(MessageBlock *block)
 {
     gDone = false;
-    gCustomDialog = GetNewDialog(kCustomDialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
-    if (!gCustomDialog)
-        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
-    SetPort(gCustomDialog);
+    gCustomDialog = OpenDialog(kCustomDialogID, kNoSettingsDialog);
     SetWRefCon(gCustomDialog, reinterpret_cast<intptr_t>(block->hostProcs.as<HostProcs>()));
-    if (gPrefsPtr->useColor)
-        ColorTheDialog(true, gCustomDialog);
+    DressDialog(gCustomDialog, kOutlineItem, kPanelItem, CustomProc);
     SetupCustomDialog();
-    InstallUserProc(gCustomDialog, kOutlineItem, OutlineDefault);
-    InstallUserProc(gCustomDialog, kPanelItem, CustomProc);
     SaveCustomSettings();
     PlaceCustomDialog();
-    SelectWindow(gCustomDialog);
-    ShowWindow(gCustomDialog);
-    SetCursor(&qd.arrow);
+    BringUp(gCustomDialog);
 }
 
 void HandleCustomDialog(MessageBlock *block)
@@ -116,37 +82,18 @@ void HandleCustomDialog(MessageBlock *block)
     SetPort(savedPort);
 }
 
-static void ForgetSpot(Handle *spot)
-{
-    if (*spot)
-        DisposeHandle(*spot);
-    *spot = nullptr;
-}
-
-// What is left is one block at most, gSpotHandle, and only with spotImported
-// set. Both names may be of the same block, which is freed once.
-static void SettleSpotBuffers()
-{
-    Boolean shared = gSavedSpotHandle == gSpotHandle;
-    if (!gPrefsPtr->spotImported)
-        ForgetSpot(&gSpotHandle);
-    if (!shared)
-        ForgetSpot(&gSavedSpotHandle);
-    gSavedSpotHandle = nullptr;
-}
-
 void HandleCustomGoAway()
 {
     HideWindow(gCustomDialog);
-    for (const PopupPlace &place : kPopups)
-        DisposePopup(*place.popup, false);
+    for (const Setting &setting : kSettings)
+        DisposePopup(*setting.popup, false);
     CloseDialog(gCustomDialog);
     gCustomDialog = nullptr;
-    for (const PopupPlace &place : kPopups) {
-        DisposeHandle(*place.popup);
-        *place.popup = nullptr;
+    for (const Setting &setting : kSettings) {
+        DisposeHandle(*setting.popup);
+        *setting.popup = nullptr;
     }
-    SettleSpotBuffers();
+    SettleSpot();
 }
 
 void CustomProc(DialogPtr dialog, int16_t)
@@ -154,23 +101,24 @@ void CustomProc(DialogPtr dialog, int16_t)
     GrafPtr savedPort;
     GetPort(&savedPort);
     SetPort(dialog);
-    ColorDialogRect(gPrefsPtr->useColor, ItemBox(dialog, kPanelItem), kCustomDialogID);
-    for (const PopupPlace &place : kPopups)
-        DrawPopup(*place.popup);
+    DrawPanel(dialog, kPanelItem, kCustomDialogID);
+    for (const Setting &setting : kSettings)
+        DrawPopup(*setting.popup);
     SetPort(savedPort);
 }
 
 // --- Keeping and restoring --------------------------------------------------
 
-// What cancelling puts back, but for the spot function. annoFontItem is not
-// among it: the font's name is.
+// What cancelling puts back, apart from the spot function. annoFontItem is not
+// among it, though the font's name is: the font popup stays where the user last
+// left it, and shows it at the next opening.
 static void CopySettings(PrefsRec *from, PrefsRec *to)
 {
-    for (const PopupPlace &place : kPopups)
-        to->*place.setting = from->*place.setting;
-    CopyPStr(from->freqStr, to->freqStr, 15);
-    CopyPStr(from->angleStr, to->angleStr, 15);
-    CopyPStr(from->flatStr, to->flatStr, 15);
+    for (const Setting &setting : kSettings) {
+        to->*setting.choice = from->*setting.choice;
+        if (setting.value.text)
+            CopyPStr(from->*setting.value.text, to->*setting.value.text, kValueLimit);
+    }
     CopyPStr(from->annoText, to->annoText, 255);
     CopyPStr(from->annoSizeStr, to->annoSizeStr, 15);
 }
@@ -179,27 +127,7 @@ void SaveCustomSettings()
 {
     CopySettings(gPrefsPtr, gSavedPrefs);
     CopyPStr(gFontNameStr, gSavedFontNameStr, 63);
-    gSavedPrefs->spotImported = gPrefsPtr->spotImported;
-    gSavedSpotHandle = nullptr;
-    gSavedSpotLength = 0;
-    if (!gPrefsPtr->spotImported)
-        return;
-    CopyPStr(gPrefsPtr->spotName, gSavedPrefs->spotName, 63);
-    gSavedSpotHandle = gSpotHandle;
-    gSavedSpotLength = gSpotLength;
-}
-
-static void RevertSpot()
-{
-    // What is there now was imported since, or left by an import that failed.
-    if (gSpotHandle != gSavedSpotHandle)
-        ForgetSpot(&gSpotHandle);
-    if (gSavedPrefs->spotImported) {
-        gSpotHandle = gSavedSpotHandle;
-        gSpotLength = gSavedSpotLength;
-        CopyPStr(gSavedPrefs->spotName, gPrefsPtr->spotName, 63);
-    }
-    gPrefsPtr->spotImported = gSavedPrefs->spotImported;
+    KeepSpot();
 }
 
 void DoCustomRevert()
@@ -232,7 +160,9 @@ static Boolean ButtonIsActive(DialogPtr dialog, int16_t number)
     return item && (*reinterpret_cast<ControlHandle>(item))->contrlHilite == 0;
 }
 
-// An inactive Cancel leaves *itemHit at 2 all the same.
+// Return flashes Make even where nothing has been chosen: the report that follows
+// is the answer to it. An inactive Cancel leaves *itemHit at 2 all the same: the
+// host's filter, which gets the key then, sees which item was meant.
 static Boolean CustomKey(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
 {
     if (IsConfirmKey(event)) {
@@ -273,66 +203,40 @@ static Boolean LastItemIsCurrent(Handle popup)
     return CurrentItem(popup) == CountMItems(PopupRecord(popup)->menu);
 }
 
-// --- The value popups -------------------------------------------------------
-
-// The item text that the kind's own value would have.
-static void ValueItemText(int16_t kind, Str255 text)
-{
-    unsigned char degree[] = {1, kDegreeSign};
-    switch (kind) {
-    case kFreqKind:
-        CopyPStr(gPrefsPtr->freqStr, text, 15);
-        ConcatPStr(ql_quorum_passtr(" lpi"), text, 15);
-        break;
-    case kAngleKind:
-        CopyPStr(gPrefsPtr->angleStr, text, 15);
-        ConcatPStr(degree, text, 15);
-        break;
-    default:
-        CopyPStr(gPrefsPtr->flatStr, text, 15);
-    }
-}
+// --- The popups -------------------------------------------------------------
 
 // Asks for the value. Where the menu has an item for it, that is chosen.
-// Cancelling moves the choice back and leaves the check marks to themselves.
-static void EnterValue(Handle popup, int16_t kind)
+// Cancelling moves the choice back and leaves the check marks alone: "Other..."
+// keeps the one that the click gave it, so the next look at the menu shows what
+// was tried last.
+static void EnterValue(const Setting &setting, Handle popup)
 {
-    if (!HandleFreqDialog(kind)) {
+    if (!HandleFreqDialog(setting.value.kind)) {
         PopupRecord(popup)->curItem = PopupRecord(popup)->prevItem;
         return;
     }
     Str255 text;
     int16_t found = 0;
-    ValueItemText(kind, text);
+    OwnValueWithUnit(setting, kValueLimit, text);
     if (FindMenuItemNumber(PopupRecord(popup)->menu, text, &found))
         SetPopupMenuItem(popup, found);
 }
 
-static void DoValuePopup(const PopupPlace &place, int16_t kind)
+static void DoValuePopup(const Setting &setting, Handle popup)
 {
-    Handle popup = *place.popup;
     if (!HandlePopupClick(popup, false))
         return;
     if (LastItemIsCurrent(popup))
-        EnterValue(popup, kind);
-    gPrefsPtr->*place.setting = CurrentItem(popup);
+        EnterValue(setting, popup);
+    gPrefsPtr->*setting.choice = CurrentItem(popup);
     DrawPopup(popup);
 }
 
-// --- The other popups -------------------------------------------------------
-
 static void ImportSpot()
 {
-    if (!TheErrorHandler(kQuestionDialog, kImportQuestion, 0, ql_quorum_passtr(""), false) || !DoSpotImport())
+    if (!TheErrorHandler(kQuestionDialog, kImportQuestion, kNoReason, ql_quorum_passtr(""), false) ||
+        !DoSpotImport())
         RevertPopup(gSpotPopInfo);
-}
-
-// What was in use when the dialog opened is kept for cancelling.
-static void LeaveImportedSpot()
-{
-    if (gPrefsPtr->spotImported && gSpotHandle != gSavedSpotHandle)
-        ForgetSpot(&gSpotHandle);
-    gPrefsPtr->spotImported = 0;
 }
 
 static void DoSpotPopup()
@@ -342,7 +246,7 @@ static void DoSpotPopup()
     if (LastItemIsCurrent(gSpotPopInfo))
         ImportSpot();
     else
-        LeaveImportedSpot();
+        LeaveSpot();
     DrawPopup(gSpotPopInfo);
     gPrefsPtr->spotItem = CurrentItem(gSpotPopInfo);
 }
@@ -367,30 +271,24 @@ static void DoErrorPopup()
         gPrefsPtr->errorItem = CurrentItem(gErrorPopInfo);
 }
 
-static void DoPopup(const PopupPlace &place)
+static void DoPopup(const Setting &setting)
 {
-    switch (place.menuID) {
-    case kFreqMenu:
-        return DoValuePopup(place, kFreqKind);
-    case kAngleMenu:
-        return DoValuePopup(place, kAngleKind);
-    case kSpotMenu:
-        return DoSpotPopup();
-    case kFlatMenu:
-        return DoValuePopup(place, kFlatKind);
-    case kAnnoMenu:
-        return DoAnnoPopup();
-    case kErrorMenu:
-        return DoErrorPopup();
-    }
+    if (setting.value.text)
+        DoValuePopup(setting, *setting.popup);
+    else if (setting.menuID == kSpotMenu)
+        DoSpotPopup();
+    else if (setting.menuID == kAnnoMenu)
+        DoAnnoPopup();
+    else
+        DoErrorPopup();
 }
 
 Boolean DoCustomPopups(Point where)
 {
-    for (const PopupPlace &place : kPopups) {
-        Rect bounds = PopupRecord(*place.popup)->bounds;
+    for (const Setting &setting : kSettings) {
+        Rect bounds = PopupRecord(*setting.popup)->bounds;
         if (PtInRect(where, &bounds)) {
-            DoPopup(place);
+            DoPopup(setting);
             return true;
         }
     }
@@ -401,11 +299,11 @@ Boolean DoCustomPopups(Point where)
 
 Boolean DoCustomMake()
 {
-    for (const PopupPlace &place : kPopups) {
-        if (CurrentItem(*place.popup) != 1)
+    for (const Setting &setting : kSettings) {
+        if (CurrentItem(*setting.popup) != 1)
             return true;
     }
-    TheErrorHandler(kErrorDialog, kNothingChosen, 0, ql_quorum_passtr(""), false);
+    TheErrorHandler(kErrorDialog, kNothingChosen, kNoReason, ql_quorum_passtr(""), false);
     return false;
 }
 

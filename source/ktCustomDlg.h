@@ -5,21 +5,9 @@
 #pragma once
 
 #include "riders/plugin.h"
-
-enum { kCustomDialogID = 16300 };
-
-// The dialog, nil while it is not open. Other dialogs are placed over it.
-extern DialogPtr gCustomDialog;
-// Set by a make that went well when the settings want the dialog to end.
-extern Boolean gDone;
-
-// One PopupInfo each; good while the dialog is open.
-extern Handle gFreqPopInfo;
-extern Handle gAnglePopInfo;
-extern Handle gSpotPopInfo;
-extern Handle gFlatPopInfo;
-extern Handle gAnnoPopInfo;
-extern Handle gErrorPopInfo;
+#include "source/openDialogs.h"
+#include "source/resourceNumbers.h"
+#include "source/settings.h"
 
 // The annotation font's name as it was when the dialog opened.
 extern Str255 gSavedFontNameStr;

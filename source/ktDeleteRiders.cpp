@@ -1,46 +1,39 @@
-#include "ktDeleteRiders.h"
+#include "source/ktDeleteRiders.h"
 
-#include "errors.h"
-#include "ktCustomDlg.h"
-#include "strings.h"
+#include "source/errors.h"
+#include "source/fileBlocks.h"
+#include "source/openDialogs.h"
+#include "source/reasons.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 #include "toolbox/standardfile.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
 namespace {
 
-constexpr int16_t kOpenDialog = 16400;
 constexpr int16_t kOpenWidth = 348;
 constexpr int16_t kOpenHeight = 221;
 constexpr int32_t kBytesChecked = 15;
-constexpr Size kReserve = 10240;
 constexpr char kMagic[] = "%!Zu3_Riders";
 constexpr int32_t kMagicLength = sizeof kMagic - 1;
 
-void Refuse(int16_t stringID, int32_t number, const char *context)
-{
-    TheErrorHandler(kErrorDialog, stringID, number, ql_quorum_passtr(context), false);
-}
-
-// The file's first bytes in a block of the caller's; nil after a report.
+// The file's first bytes in a block that the caller frees; nil after a report.
 Handle ReadStart(int16_t refNum, OSErr *error)
 {
     *error = memFullErr;
-    if (kBytesChecked >= MaxMem(nullptr) - kReserve) {
-        Refuse(16161, 96, " (maxmem)");
+    if (!FitsInMemory(kBytesChecked)) {
+        Refused(kNoMemoryToCheck, kFileTooLarge, " (maxmem)");
         return nullptr;
     }
     Handle start = NewHandleClear(kBytesChecked);
     if (!start) {
-        Refuse(16161, 95, " (newhandle)");
+        Refused(kNoMemoryToCheck, kNoFileBlock, " (newhandle)");
         return nullptr;
     }
     int32_t count = kBytesChecked;
-    HLock(start);
-    *error = FSRead(refNum, &count, *start);
-    HUnlock(start);
+    *error = ReadLocked(refNum, start, &count);
     if (*error == noErr)
         return start;
     DoReadError(*error, ql_quorum_passtr(" (fsread)"));
@@ -48,7 +41,7 @@ Handle ReadStart(int16_t refNum, OSErr *error)
     return nullptr;
 }
 
-// Whether the open file is a riders file; tells the user why not.
+// Whether the open file is a riders file; says so when not.
 Boolean StartsLikeRiders(int16_t refNum, OSErr *error)
 {
     int32_t length = 0;
@@ -57,18 +50,14 @@ Boolean StartsLikeRiders(int16_t refNum, OSErr *error)
         DoReadError(*error, ql_quorum_passtr(" (eof)"));
         return false;
     }
-    if (length < kBytesChecked) {
-        Refuse(16159, 0, "");
-        return false;
-    }
+    if (length < kBytesChecked)
+        return Refused(kNoRidersFile, kNoReason, "");
     Handle start = ReadStart(refNum, error);
     if (!start)
         return false;
     Boolean found = Munger(start, 0, kMagic, kMagicLength, nullptr, 0) >= 0;
     DisposeHandle(start);
-    if (!found)
-        Refuse(16159, 0, "");
-    return found;
+    return found || Refused(kNoRidersFile, kNoReason, "");
 }
 
 }  // namespace
@@ -79,7 +68,7 @@ int16_t RemoveRiders()
     CenterSFGet(gCustomDialog, &where, kOpenWidth, kOpenHeight);
     OSType type = 'TEXT';
     SFReply reply;
-    SFPGetFile(where, ql_quorum_passtr(""), nullptr, 1, &type, nullptr, &reply, kOpenDialog, nullptr);
+    SFPGetFile(where, ql_quorum_passtr(""), nullptr, 1, &type, nullptr, &reply, kRemoveDialogID, nullptr);
     if (!reply.good)
         return 1;
     Str63 name;

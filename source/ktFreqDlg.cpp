@@ -1,31 +1,17 @@
-#include "ktFreqDlg.h"
+#include "source/ktFreqDlg.h"
 
-#include "dialogItems.h"
-#include "errors.h"
-#include "initUtilities.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
-#include "ktPrefs.h"
-#include "popup.h"
-#include "strings.h"
+#include "source/dialogItems.h"
+#include "source/environment.h"
+#include "source/errors.h"
+#include "source/popup.h"
+#include "source/reasons.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
-DialogPtr gTheDialog = nullptr;
 Str15 gSavedFreqStr = {0};
 
-enum { kOKItem = 1, kCancelItem = 2, kOutlineItem = 3, kValueItem = 4, kPanelItem = 10 };
-enum { kFieldLimit = 15 };
-enum { kDialogMissing = 80 };
-enum {
-    kInvalidCharacter = 16132,
-    kTwoSeparators = 16140,
-    kFreqOutOfRange = 16141,
-    kAngleOutOfRange = 16142,
-    kFlatOutOfRange = 16143,
-    kTooManyDecimals = 16144,
-    kPasteTooLong = 16162
-};
+enum { kOutlineItem = 3, kValueItem = 4, kPanelItem = 10 };
 
 void FreqInit()
 {
@@ -33,56 +19,42 @@ void FreqInit()
 
 // --- The check --------------------------------------------------------------
 
-static Boolean IsKind(int16_t kind)
-{
-    return kind >= kFreqKind && kind <= kFlatKind;
-}
-
-// Answers false; in report mode after saying why and correcting the field.
-static Boolean Refuse(Boolean report, int16_t message, int16_t kind, ConstStr255Param replacement)
+// False; in report mode after saying why and correcting the field. Without a
+// setting the field is left alone.
+static Boolean Refuse(Boolean report, int16_t message, const Setting *setting, ConstStr255Param replacement)
 {
     if (!report)
         return false;
-    TheErrorHandler(kErrorDialog, message, 0, ql_quorum_passtr(""), false);
-    if (IsKind(kind)) {
+    TheErrorHandler(kErrorDialog, message, kNoReason, ql_quorum_passtr(""), false);
+    if (setting) {
         SetItemText(gTheDialog, kValueItem, replacement);
         SelectItemText(gTheDialog, kValueItem);
     }
     return false;
 }
 
-struct Range {
-    int16_t message;
-    double lowest, highest;
-    const char *lowestText, *highestText;
-};
-
-static Range RangeOf(int16_t kind)
+static Boolean CheckRange(ConstStr255Param text, double value, const Setting &setting, Boolean report)
 {
-    if (kind == kFreqKind)
-        return {kFreqOutOfRange, 1.0, 999.0, "1", "999"};
-    if (kind == kAngleKind)
-        return {kAngleOutOfRange, 0.0, 360.0, "0", "360"};
-    return {kFlatOutOfRange, 0.2, 200.0, gEnvirInfo->decimalPt == '.' ? "0.2" : "0,2", "200"};
-}
-
-static Boolean CheckRange(ConstStr255Param text, double value, int16_t kind, Boolean report)
-{
-    Range range = RangeOf(kind);
+    const ValueRow &row = setting.value;
     if (text[0] == 0)
-        return Refuse(report, range.message, kind, gSavedFreqStr);
-    if (value < range.lowest)
-        return Refuse(report, range.message, kind, ql_quorum_passtr(range.lowestText));
-    if (value > range.highest)
-        return Refuse(report, range.message, kind, ql_quorum_passtr(range.highestText));
+        return Refuse(report, row.outOfRange, &setting, gSavedFreqStr);
+    if (value < row.lowest) {
+        Str15 lowest;
+        LowestValue(setting, lowest);
+        return Refuse(report, row.outOfRange, &setting, lowest);
+    }
+    if (value > row.highest)
+        return Refuse(report, row.outOfRange, &setting, ql_quorum_passtr(row.highestText));
     return true;
 }
 
-// An angle alone may be nothing, when it is tidied: that is 0.
-static Boolean TidyAngle(Str255 text, double value, int16_t *position, Boolean report)
+// Only an angle may be empty when it is tidied: that is 0. A lone separator was
+// tidied to nothing before, so a user may type one for 0; stored settings that
+// hold one are not tidied and count as damaged.
+static Boolean TidyAngle(Str255 text, double value, const Setting &setting, int16_t *position, Boolean report)
 {
     if (text[0] == 1 && *position == 1)
-        return Refuse(report, kAngleOutOfRange, kAngleKind, gSavedFreqStr);
+        return Refuse(report, setting.value.outOfRange, &setting, gSavedFreqStr);
     if (!report)
         return true;
     if (AddLeadingZero(text))
@@ -95,34 +67,37 @@ static Boolean TidyAngle(Str255 text, double value, int16_t *position, Boolean r
 }
 
 // Counts from the separator, or from -1 without one: a whole number of four
-// digits and more is refused too.
-static Boolean CheckDecimals(Str255 text, int16_t position, int16_t kind, Boolean report)
+// characters and more is refused too. A user does not meet that, since the range
+// refuses it first. Stored settings do: 0100 is no text that this dialog writes,
+// so they count as damaged.
+static Boolean CheckDecimals(Str255 text, int16_t position, const Setting &setting, Boolean report)
 {
     if (text[0] - position < 5 || position == 0)
         return true;
     if (report)
         text[0] = position + 4;
-    return Refuse(report, kTooManyDecimals, kind, text);
+    return Refuse(report, kTooManyDecimals, &setting, text);
 }
 
 Boolean DoFreqStrCheck(Str255 text, int16_t kind, Boolean report)
 {
+    const Setting *setting = SettingOfKind(kind);
     double value;
     int16_t status = PStrToDouble(text, &value);
     if (status == kNotANumber)
-        return Refuse(report, kInvalidCharacter, kind, gSavedFreqStr);
+        return Refuse(report, kInvalidCharacter, setting, gSavedFreqStr);
     if (status == kTooManySeparators)
-        return Refuse(report, kTwoSeparators, kind, gSavedFreqStr);
+        return Refuse(report, kTwoSeparators, setting, gSavedFreqStr);
     if (report) {
         RemoveLeadingZeros(text);
         RemoveTrailingZeros(text);
     }
-    if (!IsKind(kind))
+    if (!setting)
         return true;
     int16_t position = GetDecimalPosition(text);
-    if (kind == kAngleKind && !TidyAngle(text, value, &position, report))
+    if (kind == kAngleKind && !TidyAngle(text, value, *setting, &position, report))
         return false;
-    return CheckRange(text, value, kind, report) && CheckDecimals(text, position, kind, report);
+    return CheckRange(text, value, *setting, report) && CheckDecimals(text, position, *setting, report);
 }
 
 // --- Keys -------------------------------------------------------------------
@@ -134,13 +109,13 @@ static Boolean IsNumberKey(int16_t key)
 
 static Boolean FreqCommandKey(DialogPtr dialog, int16_t key, int16_t used)
 {
-    KeyFate fate = CommandKey(dialog, key, used, kFieldLimit + 1);
+    KeyFate fate = CommandKey(dialog, key, used, kValueLimit + 1);
     if (fate == kPasteRefused)
-        TheErrorHandler(kErrorDialog, kPasteTooLong, 0, ql_quorum_passtr(""), false);
+        TheErrorHandler(kErrorDialog, kValuePasteTooLong, kNoReason, ql_quorum_passtr(""), false);
     return fate != kKeyPassed;
 }
 
-// A held key never repeats a separator.
+// A held key never repeats a separator: a second one would only be refused at OK.
 static Boolean FreqRepeat(const EventRecord &event, Boolean room)
 {
     int16_t key = event.message & charCodeMask;
@@ -156,7 +131,7 @@ static Boolean FreqKey(DialogPtr dialog, const EventRecord &event, int16_t used)
     if (IsEditingKey(key))
         return false;
     if (IsNumberKey(key))
-        return used < kFieldLimit ? false : RefuseKey();
+        return used < kValueLimit ? false : RefuseKey();
     if (event.modifiers & cmdKey)
         return FreqCommandKey(dialog, key, used);
     return RefuseKey();
@@ -168,112 +143,84 @@ Boolean FreqFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
         return false;
     int16_t used = LengthLessSelection(dialog, kValueItem);
     if (event->what == autoKey)
-        return FreqRepeat(*event, used < kFieldLimit);
+        return FreqRepeat(*event, used < kValueLimit);
     return GenericFilter(dialog, event, itemHit) || FreqKey(dialog, *event, used);
 }
 
 // --- The dialog -------------------------------------------------------------
-
-static StringPtr SettingOf(int16_t kind)
-{
-    switch (kind) {
-    case kFreqKind:
-        return gPrefsPtr->freqStr;
-    case kAngleKind:
-        return gPrefsPtr->angleStr;
-    case kFlatKind:
-        return gPrefsPtr->flatStr;
-    }
-    return nullptr;
-}
 
 void FreqProc(DialogPtr dialog, int16_t)
 {
     GrafPtr savedPort;
     GetPort(&savedPort);
     SetPort(dialog);
-    ColorDialogRect(gPrefsPtr->useColor, ItemBox(dialog, kPanelItem), kFreqDialogID);
+    DrawPanel(dialog, kPanelItem, kFreqDialogID);
     SetPort(savedPort);
+}
+
+static void HideLabels(const Setting &setting)
+{
+    HideDItem(gTheDialog, setting.value.label);
+    if (setting.value.unitLabel != 0)
+        HideDItem(gTheDialog, setting.value.unitLabel);
 }
 
 void SetupFreqDialog(int16_t kind)
 {
-    static const int16_t others[][5] = {{6, 7, 9, 0}, {5, 7, 8, 0}, {6, 5, 9, 8, 0}};
-    if (!IsKind(kind))
+    const Setting *setting = SettingOfKind(kind);
+    if (!setting)
         return;
-    SetItemText(gTheDialog, kValueItem, SettingOf(kind));
-    for (const int16_t *item = others[kind - kFreqKind]; *item != 0; ++item)
-        HideDItem(gTheDialog, *item);
+    SetItemText(gTheDialog, kValueItem, OwnValue(*setting));
+    for (const Setting &other : kSettings)
+        if (other.value.text && &other != setting)
+            HideLabels(other);
     SelectItemText(gTheDialog, kValueItem);
 }
 
 void SaveFreqSettings(int16_t kind)
 {
-    if (IsKind(kind))
-        CopyPStr(SettingOf(kind), gSavedFreqStr, 15);
+    if (const Setting *setting = SettingOfKind(kind))
+        CopyPStr(OwnValue(*setting), gSavedFreqStr, kValueLimit);
 }
 
 Boolean DoFreqDone(int16_t kind)
 {
+    const Setting *setting = SettingOfKind(kind);
     Str255 text;
     GetItemText(gTheDialog, kValueItem, text);
-    if (!IsKind(kind) || !DoFreqStrCheck(text, kind, true))
+    if (!setting || !DoFreqStrCheck(text, kind, true))
         return false;
-    CopyPStr(text, SettingOf(kind), 15);
+    CopyPStr(text, OwnValue(*setting), kValueLimit);
     return true;
 }
 
-static Handle PopupOf(int16_t kind)
-{
-    return kind == kFreqKind ? gFreqPopInfo : kind == kAngleKind ? gAnglePopInfo : gFlatPopInfo;
-}
-
-// The check mark that choosing "Other..." gave it stays there.
+// Part of the popup is put back here and part by the settings dialog, which sets
+// the current item once more.
 void DoFreqCancel(int16_t kind)
 {
-    if (!IsKind(kind))
+    const Setting *setting = SettingOfKind(kind);
+    if (!setting)
         return;
-    CopyPStr(gSavedFreqStr, SettingOf(kind), 15);
-    Handle popup = PopupOf(kind);
-    PopupRecord(popup)->curItem = PopupRecord(popup)->prevItem;
-    CheckItem(PopupRecord(popup)->menu, PopupRecord(popup)->curItem, true);
+    CopyPStr(gSavedFreqStr, OwnValue(*setting), kValueLimit);
+    PopupInfo *popup = PopupRecord(*setting->popup);
+    popup->curItem = popup->prevItem;
+    CheckItem(popup->menu, popup->curItem, true);
 }
 
 static void OpenFreqDialog(int16_t kind)
 {
-    gTheDialog = GetNewDialog(kFreqDialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
-    if (!gTheDialog)
-        TheErrorHandler(kErrorDialog, 16129, kDialogMissing, ql_quorum_passtr(" (dlog resource)"), true);
-    SetPort(gTheDialog);
+    gTheDialog = OpenDialog(kFreqDialogID, kNoDialog);
     SetWRefCon(gTheDialog, kind);
-    if (gPrefsPtr->useColor)
-        ColorTheDialog(true, gTheDialog);
-    InstallUserProc(gTheDialog, kOutlineItem, OutlineDefault);
-    InstallUserProc(gTheDialog, kPanelItem, FreqProc);
+    DressDialog(gTheDialog, kOutlineItem, kPanelItem, FreqProc);
     SetupFreqDialog(kind);
     SaveFreqSettings(kind);
     CenterWindowInWindow(gCustomDialog, gTheDialog);
-    SelectWindow(gTheDialog);
-    ShowWindow(gTheDialog);
-    SetCursor(&qd.arrow);
+    BringUp(gTheDialog);
 }
 
-// True when it ended with a value.
-static Boolean RunFreqDialog(int16_t kind)
+static Boolean AcceptValue()
 {
-    for (;;) {
-        int16_t itemHit = 0;
-        ModalDialog(FreqFilter, &itemHit);
-        if (itemHit == kOKItem && DoFreqDone(kind)) {
-            HideWindow(gTheDialog);
-            return true;
-        }
-        if (itemHit == kCancelItem) {
-            HideWindow(gTheDialog);
-            DoFreqCancel(kind);
-            return false;
-        }
-    }
+    return DoFreqDone(static_cast<int16_t>(GetWRefCon(gTheDialog)));
 }
 
 Boolean HandleFreqDialog(int16_t kind)
@@ -281,9 +228,10 @@ Boolean HandleFreqDialog(int16_t kind)
     GrafPtr savedPort;
     GetPort(&savedPort);
     OpenFreqDialog(kind);
-    Boolean confirmed = RunFreqDialog(kind);
-    DisposDialog(gTheDialog);
-    gTheDialog = nullptr;
+    Boolean confirmed = RunTheDialog(FreqFilter, AcceptValue);
+    if (!confirmed)
+        DoFreqCancel(kind);
+    DisposeTheDialog();
     SetPort(savedPort);
     return confirmed;
 }

@@ -1,16 +1,11 @@
-// The value entry dialog: a screen frequency, a screen angle or a flatness of
-// the user's own.
+// The value entry dialog: a screen frequency, a screen angle or a flatness that
+// the menu does not have.
 #pragma once
 
-#include "toolbox/dialogs.h"
+#include "source/openDialogs.h"
+#include "source/resourceNumbers.h"
+#include "source/settings.h"
 
-// What is being entered. Other numbers set up and store nothing.
-enum { kFreqKind = 5, kAngleKind = 6, kFlatKind = 7 };
-
-enum { kFreqDialogID = 16301 };
-
-// The value entry or annotation dialog that is open; nil when none is.
-extern DialogPtr gTheDialog;
 // The kind's text as it was when the dialog last opened.
 extern Str15 gSavedFreqStr;
 

@@ -1,24 +1,26 @@
-#include "ktPlugMain.h"
+#include "source/ktPlugMain.h"
 
 #include <type_traits>
 
-#include "errors.h"
-#include "initUtilities.h"
-#include "ktAboutDlg.h"
-#include "ktAnnoDlg.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
-#include "ktDeleteRiders.h"
-#include "ktFreqDlg.h"
-#include "ktPrefs.h"
-#include "ktSpot.h"
+#include "source/environment.h"
+#include "source/errors.h"
+#include "source/initUtilities.h"
+#include "source/ktAboutDlg.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktColor.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktDeleteRiders.h"
+#include "source/ktFreqDlg.h"
+#include "source/ktPrefs.h"
+#include "source/ktSpot.h"
+#include "source/reasons.h"
+#include "source/resourceNumbers.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
 
 namespace {
 
-constexpr int16_t kMenuStrings = 16500;
 constexpr int16_t kGroupIndex = 1;
 constexpr int16_t kFirstCommandIndex = 2;
 constexpr int32_t kCommands = 2;
@@ -42,7 +44,7 @@ void ReportNoRecord()
     EnvirInfo *kept = gEnvirInfo;
     gEnvirInfo = &spare;
     GetEnvirInfo();
-    TheErrorHandler(kErrorDialog, 16129, 94, ql_quorum_passtr(" (newptr)"), false);
+    TheErrorHandler(kErrorDialog, kSomethingMissing, kNoRecordBlock, ql_quorum_passtr(" (newptr)"), false);
     gEnvirInfo = kept;
 }
 
@@ -68,25 +70,22 @@ Boolean OpenSettings()
         DisposeEnvironment();
         return false;
     }
-    gSavedSpotHandle = nullptr;
     GetEnvirInfo();
     GetPrefs();
     return true;
 }
 
-// Settings that could not be written leave their spot text behind.
+// Settings that could not be written still have their spot text.
 void CloseSettings()
 {
-    DisposeHandle(gSpotHandle);
-    gSpotHandle = nullptr;
-    gSavedSpotHandle = nullptr;
+    FreeSpot();
     DisposeSettings();
     DisposeEnvironment();
 }
 
 Boolean GetMenuString(Str255 text, int16_t index)
 {
-    GetIndString(text, kMenuStrings, index);
+    GetIndString(text, kCommandStrings, index);
     return text[0] != 0;
 }
 
@@ -111,7 +110,7 @@ int32_t StartUp(const MessageBlock *block)
     GetEnvirInfo();
     Boolean registered = RegisterCommands(block->hostProcs.as<HostProcs>());
     if (!registered)
-        TheErrorHandler(kErrorDialog, 16129, 90, ql_quorum_passtr(" (STR# resource)"), false);
+        TheErrorHandler(kErrorDialog, kSomethingMissing, kNoString, ql_quorum_passtr(" (STR# resource)"), false);
     DisposeEnvironment();
     return registered ? 0 : 1;
 }
@@ -143,6 +142,8 @@ void RunCommand(MessageBlock *block)
         return;
     if (gEnvirInfo->hasColorQD)
         GetKTColor();
+    // An unknown command still rewrites the settings file, and says nothing: a
+    // newer host may send commands that this plug-in does not have.
     if (block->command == kCommandSettings)
         RunSettingsDialog(block);
     else if (block->command == kCommandRemove)
@@ -153,7 +154,7 @@ void RunCommand(MessageBlock *block)
     CloseSettings();
 }
 
-// All are empty so far; the order is kept for those that come to have work.
+// All are empty; the order is fixed for one that gets work to do at start-up.
 void CallInitHooks()
 {
     CustomInit();
@@ -170,7 +171,8 @@ __attribute__((visibility("default"))) int32_t main_entry(MessageBlock *block)
 {
     CallInitHooks();
     gHaveWriteError = false;
-    // Unsigned, so that negative selectors are refused with the large ones.
+    // As an unsigned number, so that negative selectors are refused with the large
+    // ones. No complaint: an older plug-in must live with a newer host.
     uint16_t selector = static_cast<uint16_t>(static_cast<int16_t>(block->selector));
     if (selector >= 5)
         return 0;

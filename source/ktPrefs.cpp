@@ -1,33 +1,33 @@
-#include "ktPrefs.h"
+#include "source/ktPrefs.h"
 
 #include <algorithm>
 
-#include "errors.h"
-#include "initUtilities.h"
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "ktSpot.h"
-#include "strings.h"
+#include "source/environment.h"
+#include "source/errors.h"
+#include "source/fileBlocks.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/ktSpot.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/resourceNumbers.h"
+#include "source/settings.h"
+#include "source/strings.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 #include "toolbox/menus.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
 
-PrefsRec *gPrefsPtr = nullptr;
-PrefsRec *gSavedPrefs = nullptr;
-
 namespace {
 
-constexpr int16_t kPrefsStrings = 16131;
 constexpr int16_t kFileNameIndex = 1;
 constexpr OSType kFileType = 'pref';
 constexpr OSType kFileCreator = 'RIDR';
 constexpr ResType kRecordType = 'STUF';
 constexpr int16_t kRecordID = 128;
-constexpr Size kReserve = 10240;
-constexpr int kLastFont = 13;
+constexpr int16_t kStandardFont = 5;
+constexpr int16_t kLastFont = 13;
 
 // Where the preferences file is, or would be.
 struct PrefsFile {
@@ -42,39 +42,13 @@ Boolean LocateFolder(PrefsFile *file)
     return FindFolder(kOnSystemDisk, kPreferencesFolderType, kCreateFolder, &file->vRefNum, &file->dirID) == noErr;
 }
 
-// A text of the plug-in's that must be there.
-void GetPrefsString(Str255 text, int16_t index)
-{
-    GetIndString(text, kPrefsStrings, index);
-    if (text[0] == 0)
-        TheErrorHandler(kErrorDialog, 16129, 90, ql_quorum_passtr(" (STR# resource)"), true);
-}
-
-void SetDefaultText(StringPtr field, int16_t index, int16_t capacity)
-{
-    Str255 text;
-    GetPrefsString(text, index);
-    CopyPStr(text, field, capacity);
-}
-
-void ZeroBehindText(StringPtr text, int capacity)
+void ZeroAfterText(StringPtr text, int capacity)
 {
     for (int i = text[0] + 1; i <= capacity; ++i)
         text[i] = 0;
 }
 
 // Validity of a stored record ------------------------------------------------
-
-struct PopupRule {
-    BigInt16 PrefsRec::*item;
-    int16_t menuID;
-    int16_t report;
-};
-
-constexpr PopupRule kPopupRules[] = {
-    {&PrefsRec::freqItem, 16136, 31}, {&PrefsRec::angleItem, 16137, 32}, {&PrefsRec::spotItem, 16138, 33},
-    {&PrefsRec::flatItem, 16139, 34}, {&PrefsRec::annoItem, 16140, 35},  {&PrefsRec::errorItem, 16141, 36},
-};
 
 void ApplyDefaults(Boolean *reset)
 {
@@ -89,23 +63,23 @@ void Require(Boolean rule, Boolean *reset)
         ApplyDefaults(reset);
 }
 
-void ReportPopup(const PopupRule &rule, Boolean *reset)
+void ReportChoice(const Setting &setting, Boolean *reset)
 {
-    TheErrorHandler(kWarningDialog, 16130, rule.report, ql_quorum_passtr(" (PrefsCheck)"), false);
+    TheErrorHandler(kWarningDialog, kSettingsUnusable, setting.notInMenu, ql_quorum_passtr(" (PrefsCheck)"),
+                    false);
     ApplyDefaults(reset);
 }
 
-void CheckPopup(const PopupRule &rule, Boolean *reset)
+// An item below 1 is reported even after the defaults were applied. They hold no
+// such item, so a user sees it only if the program itself has gone wrong.
+void CheckChoice(const Setting &setting, Boolean *reset)
 {
-    MenuHandle menu = GetMenu(rule.menuID);
-    if (!menu)
-        TheErrorHandler(kErrorDialog, 16129, 7, ql_quorum_passtr(" (menu resource)"), true);
+    MenuHandle menu = NeedMenu(setting.menuID);
     int16_t count = CountMItems(menu);
-    if (gPrefsPtr->*rule.item <= 0)
-        ReportPopup(rule, reset);
-    else if (gPrefsPtr->*rule.item > count && !*reset)
-        ReportPopup(rule, reset);
-    DeleteMenu(rule.menuID);
+    int16_t item = gPrefsPtr->*setting.choice;
+    if (item <= 0 || (item > count && !*reset))
+        ReportChoice(setting, reset);
+    DeleteMenu(setting.menuID);
     ReleaseResource(menu);
 }
 
@@ -147,43 +121,25 @@ void SpotTrouble(Boolean quiet, int16_t stringID, int32_t number, const char *co
     gPrefsPtr->spotImported = false;
 }
 
-// Reads the length bytes of the open file into a new gSpotHandle.
-void ReadSpotText(int16_t refNum, int32_t length, Boolean quiet)
-{
-    gSpotHandle = NewHandleClear(length);
-    if (!gSpotHandle) {
-        SpotTrouble(quiet, 16154, 98, " (newhandle)");
-        gPrefsPtr->spotItem = 1;
-        return;
-    }
-    int32_t count = length;
-    MoveHHi(gSpotHandle);
-    HLock(gSpotHandle);
-    OSErr error = FSRead(refNum, &count, *gSpotHandle);
-    HUnlock(gSpotHandle);
-    if (error == noErr) {
-        gPrefsPtr->spotImported = true;
-        gSpotLength = length;
-        return;
-    }
-    // Here the popup keeps its item.
-    DisposeHandle(gSpotHandle);
-    gSpotHandle = nullptr;
-    SpotTrouble(quiet, 16153, 97, " (fsread)");
-}
-
+// Without memory the popup is put back too; after a failed read it keeps its
+// item, so that the user sees "Import..." chosen and imports again.
 void LoadOpenSpotText(int16_t refNum, Boolean quiet)
 {
     int32_t length = 0;
     if (GetEOF(refNum, &length) != noErr) {
-        SpotTrouble(quiet, 16153, 100, " (eof)");
+        SpotTrouble(quiet, kStoredSpotUnreadable, kStoredSpotNoLength, " (eof)");
     } else if (length <= 0) {
         gPrefsPtr->spotImported = false;
-    } else if (length >= MaxMem(nullptr) - kReserve) {
-        SpotTrouble(quiet, 16154, 99, " (maxmem)");
+    } else if (!FitsInMemory(length)) {
+        SpotTrouble(quiet, kNoMemoryForStored, kStoredSpotTooLarge, " (maxmem)");
         gPrefsPtr->spotItem = 1;
+    } else if (!MakeSpotBlock(length)) {
+        SpotTrouble(quiet, kNoMemoryForStored, kStoredSpotNoBlock, " (newhandle)");
+        gPrefsPtr->spotItem = 1;
+    } else if (ReadSpotText(refNum, length) != noErr) {
+        SpotTrouble(quiet, kStoredSpotUnreadable, kStoredSpotNotRead, " (fsread)");
     } else {
-        ReadSpotText(refNum, length, quiet);
+        gPrefsPtr->spotImported = true;
     }
 }
 
@@ -191,7 +147,7 @@ void LoadSpotText(const PrefsFile &file, Boolean quiet)
 {
     int16_t refNum = 0;
     if (HOpen(file.vRefNum, file.dirID, file.name, fsCurPerm, &refNum) != noErr) {
-        SpotTrouble(quiet, 16153, 101, " (fsopen)");
+        SpotTrouble(quiet, kStoredSpotUnreadable, kStoredSpotNotOpened, " (fsopen)");
         return;
     }
     LoadOpenSpotText(refNum, quiet);
@@ -200,16 +156,11 @@ void LoadSpotText(const PrefsFile &file, Boolean quiet)
 
 // Writing --------------------------------------------------------------------
 
-void WriteSpotText(const PrefsFile &file)
+void StoreSpotText(const PrefsFile &file)
 {
     int16_t refNum = 0;
     if (HOpen(file.vRefNum, file.dirID, file.name, fsCurPerm, &refNum) == noErr) {
-        int32_t count = gSpotLength;
-        MoveHHi(gSpotHandle);
-        HLock(gSpotHandle);
-        OSErr error = FSWrite(refNum, &count, *gSpotHandle);
-        HUnlock(gSpotHandle);
-        if (error == noErr) {
+        if (WriteSpotText(refNum) == noErr) {
             SetEOF(refNum, gSpotLength);
             FlushVol(nullptr, file.vRefNum);
         } else {
@@ -218,8 +169,7 @@ void WriteSpotText(const PrefsFile &file)
         }
         FSClose(refNum);
     }
-    DisposeHandle(gSpotHandle);
-    gSpotHandle = nullptr;
+    FreeSpot();
 }
 
 // Into the current resource file.
@@ -256,11 +206,10 @@ void WriteRecordFile(const PrefsFile &file)
 
 void GetPrefs()
 {
-    gSpotHandle = nullptr;
-    gSpotLength = 0;
+    ForgetSpot();
     PrefsFile file;
     Boolean haveFolder = LocateFolder(&file);
-    GetPrefsString(file.name, kFileNameIndex);
+    NeedString(file.name, kPrefsStrings, kFileNameIndex);
 
     Boolean quiet = false;
     switch (haveFolder ? ReadRecord(file) : kNoFile) {
@@ -268,7 +217,8 @@ void GetPrefs()
         SetDefaults();
         break;
     case kNoRecord:
-        TheErrorHandler(kWarningDialog, 16130, 50, ql_quorum_passtr(" (GetPrefs)"), false);
+        TheErrorHandler(kWarningDialog, kSettingsUnusable, kNoStoredRecord, ql_quorum_passtr(" (GetPrefs)"),
+                        false);
         SetDefaults();
         quiet = true;
         break;
@@ -284,15 +234,15 @@ void WritePrefs()
 {
     CleanupPrefsStruct();
     PrefsFile file;
-    GetPrefsString(file.name, kFileNameIndex);
+    NeedString(file.name, kPrefsStrings, kFileNameIndex);
     if (!LocateFolder(&file))
         return;
-    // Always built anew, so that nothing of an older file stays behind.
+    // Always a new file, so that nothing of an older one remains.
     HDelete(file.vRefNum, file.dirID, file.name);
     if (HCreate(file.vRefNum, file.dirID, file.name, kFileCreator, kFileType) != noErr)
         return;
     if (gPrefsPtr->spotImported && gSpotLength > 0 && gSpotHandle)
-        WriteSpotText(file);
+        StoreSpotText(file);
     WriteRecordFile(file);
 }
 
@@ -300,22 +250,15 @@ void SetDefaults()
 {
     PrefsRec *prefs = gPrefsPtr;
     CopyPStr(gEnvirInfo->versionStr, prefs->prefsVersion, 31);
-    prefs->freqItem = 5;
-    prefs->angleItem = 6;
-    prefs->spotItem = 1;
-    prefs->flatItem = 1;
-    prefs->annoItem = 1;
-    prefs->errorItem = 1;
-    prefs->annoFontItem = 5;
+    for (const Setting &setting : kSettings)
+        prefs->*setting.choice = setting.standard;
+    prefs->annoFontItem = kStandardFont;
     prefs->spotImported = 0;
-
-    SetDefaultText(prefs->spotName, 6, 63);
-    SetDefaultText(prefs->freqStr, 2, 15);
-    SetDefaultText(prefs->angleStr, 3, 15);
-    SetDefaultText(prefs->flatStr, 4, 15);
-    SetDefaultText(prefs->annoText, 5, 255);
-    SetDefaultText(prefs->annoSizeStr, 7, 15);
-
+    for (const PrefsText &text : kPrefsTexts) {
+        Str255 standard;
+        NeedString(standard, kPrefsStrings, text.standard);
+        CopyPStr(standard, TextIn(prefs, text), text.capacity);
+    }
     prefs->spareFlag1 = 1;
     prefs->closeAfterMake = 0;
     prefs->savePosition = 1;
@@ -329,28 +272,25 @@ void SetDefaults()
 
 void CleanupPrefsStruct()
 {
-    ZeroBehindText(gPrefsPtr->prefsVersion, 31);
-    ZeroBehindText(gPrefsPtr->freqStr, 15);
-    ZeroBehindText(gPrefsPtr->angleStr, 15);
-    ZeroBehindText(gPrefsPtr->flatStr, 15);
-    ZeroBehindText(gPrefsPtr->annoSizeStr, 15);
-    ZeroBehindText(gPrefsPtr->annoText, 255);
-    ZeroBehindText(gPrefsPtr->spotName, 63);
+    ZeroAfterText(gPrefsPtr->prefsVersion, 31);
+    for (const PrefsText &text : kPrefsTexts)
+        ZeroAfterText(TextIn(gPrefsPtr, text), text.capacity);
 }
 
 Boolean DoPrefsResCheck()
 {
     Boolean reset = false;
     Require(ComparePStr(gPrefsPtr->prefsVersion, gEnvirInfo->versionStr), &reset);
-    for (const PopupRule &rule : kPopupRules)
-        CheckPopup(rule, &reset);
+    for (const Setting &setting : kSettings)
+        CheckChoice(setting, &reset);
     Require(!gPrefsPtr->spotImported || gPrefsPtr->spotName[0] != 0, &reset);
     Require(gPrefsPtr->annoText[0] != 0, &reset);
-    Require(DoFreqStrCheck(gPrefsPtr->freqStr, kFreqKind, false), &reset);
-    Require(DoFreqStrCheck(gPrefsPtr->angleStr, kAngleKind, false), &reset);
-    Require(DoFreqStrCheck(gPrefsPtr->flatStr, kFlatKind, false), &reset);
+    for (const Setting &setting : kSettings)
+        if (setting.value.text)
+            Require(DoFreqStrCheck(OwnValue(setting), setting.value.kind, false), &reset);
     CheckAnnoFont(&reset);
-    // Asked twice, and kept so.
+    // Once more: the checks between may shorten texts. None of them touches this
+    // one today, so nobody would notice the question gone; a new check might.
     Require(gPrefsPtr->annoText[0] != 0, &reset);
     Require(DoSizeStrCheck(gPrefsPtr->annoSizeStr, false), &reset);
     return reset;
@@ -375,8 +315,8 @@ static Boolean TitleIsOnScreen(Point position, int width)
 Boolean CheckDlogPos(int16_t dialogID, Point *position)
 {
     Handle dialog = GetResource('DLOG', dialogID);
-    if (!dialog || GetHandleSize(dialog) < static_cast<Size>(sizeof(BigRect)))
-        TheErrorHandler(kErrorDialog, 16129, 81, ql_quorum_passtr(" (dlog resource)"), true);
+    Need(dialog && GetHandleSize(dialog) >= static_cast<Size>(sizeof(BigRect)), kNoDialogToPlace,
+         " (dlog resource)");
     // A 'DLOG' begins with its bounds.
     const BigRect *bounds = reinterpret_cast<const BigRect *>(*dialog);
     int width = bounds->right - bounds->left;

@@ -1,171 +1,157 @@
-// The pieces of a riders file: PostScript from the resources, and between its
-// parts the values that the user chose, as bare characters.
-#include "errors.h"
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktMakeRiders.h"
-#include "ktPrefs.h"
-#include "ktSpot.h"
-#include "popup.h"
-#include "strings.h"
+#include "source/ktRiderSections.h"
+
+#include <initializer_list>
+
+#include "source/dotShapes.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktSpot.h"
+#include "source/needs.h"
+#include "source/popup.h"
+#include "source/settings.h"
+#include "source/strings.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
-#include "toolbox/system.h"
 
 int32_t gTotalLength = 0;
 
-// Built-in spot functions are items 3 to 9 of the menu.
-enum { kFirstBuiltInItem = 3, kLastBuiltInItem = 9, kFirstBuiltInText = 16128, kFirstBuiltInError = 21 };
-
-// What a menu item has behind its number.
-enum { kFreqSuffix = 4, kAngleSuffix = 1, kFlatSuffix = 0 };
-
-// The error number says which piece is missing; some numbers serve two.
-static OSErr WriteText(int16_t refNum, int16_t id, int32_t errorID)
-{
-    Handle text = Get1Resource('TEXT', id);
-    if (!text)
-        TheErrorHandler(kErrorDialog, 16129, errorID, ql_quorum_passtr(" (text resource)"), true);
-    int32_t count = SizeResource(text);
-    gTotalLength += count;
-    int8_t state = HGetState(text);
-    HLock(text);
-    OSErr error = FSWrite(refNum, &count, *text);
-    HSetState(text, state);
-    return error;
-}
-
-static OSErr WriteString(int16_t refNum, ConstStr255Param text)
-{
-    int32_t count = text[0];
-    gTotalLength += count;
-    return FSWrite(refNum, &count, text + 1);
-}
-
-// The number in the popup's current item, or the user's own for the last item.
-static void PopupValue(Handle popup, int16_t suffix, StringPtr own, Str255 value)
-{
-    MenuHandle menu = PopupRecord(popup)->menu;
-    int16_t item = PopupRecord(popup)->curItem;
-    if (item == CountMItems(menu)) {
-        CopyPStr(own, value, 15);
-    } else {
-        GetItem(menu, item, value);
-        value[0] = value[0] > suffix ? value[0] - suffix : 0;
-    }
-    ConvertDecimalToPeriod(value);
-}
-
-struct ValueSection {
-    int16_t before, beforeError;
-    int16_t after, afterError;
-    int16_t suffix;
+// What sections are made of: a piece of PostScript, with the reason reported
+// without it; or characters as they are; or a block; or, all nil, nothing.
+struct Part {
+    int16_t piece = 0;
+    int16_t missing = 0;
+    ConstStr255Param characters = nullptr;
+    Handle block = nullptr;
+    int32_t *length = nullptr;  // the block's; takes the count of what was written
 };
 
-static OSErr WriteValue(int16_t refNum, const ValueSection &section, Handle popup, StringPtr own)
+static Handle BlockOf(const Part &part)
 {
-    Str255 value;
-    OSErr error = WriteText(refNum, section.before, section.beforeError);
-    if (error != noErr)
-        return error;
-    PopupValue(popup, section.suffix, own, value);
-    error = WriteString(refNum, value);
-    if (error != noErr)
-        return error;
-    return WriteText(refNum, section.after, section.afterError);
+    if (part.piece == 0)
+        return part.block;
+    Handle text = Get1Resource('TEXT', part.piece);
+    Need(text, part.missing, " (text resource)");
+    return text;
 }
 
-OSErr WriteBegin(int16_t refNum)
+// The only place where bytes go into a riders file.
+static OSErr WritePart(int16_t refNum, const Part &part)
 {
-    OSErr error = WriteText(refNum, 16499, 11);
-    if (error != noErr)
-        return error;
-    return WriteText(refNum, 16500, 11);
-}
-
-// gSpotLength itself takes the count of what was written.
-static OSErr WriteImportedSpot(int16_t refNum)
-{
-    if (!gSpotHandle)
+    Handle block = BlockOf(part);
+    if (!block && !part.characters)
         return noErr;
-    gTotalLength += gSpotLength;
-    HLock(gSpotHandle);
-    OSErr error = FSWrite(refNum, &gSpotLength, *gSpotHandle);
-    HUnlock(gSpotHandle);
+    int32_t size = part.piece != 0 ? SizeResource(block) : part.characters ? part.characters[0] : 0;
+    int32_t *count = part.length ? part.length : &size;
+    gTotalLength += *count;
+    int8_t state = block ? HGetState(block) : 0;
+    if (block)
+        HLock(block);
+    const void *bytes = part.characters ? static_cast<const void *>(part.characters + 1) : *block;
+    OSErr error = FSWrite(refNum, count, bytes);
+    if (block)
+        HSetState(block, state);
     return error;
 }
 
-static OSErr WriteSpotBody(int16_t refNum)
+// In order, up to the first error.
+static OSErr WriteParts(int16_t refNum, std::initializer_list<Part> parts)
 {
-    int16_t item = gPrefsPtr->spotItem;
-    if (item == CountMItems(PopupRecord(gSpotPopInfo)->menu))
-        return WriteImportedSpot(refNum);
-    if (item < kFirstBuiltInItem || item > kLastBuiltInItem)
-        return noErr;
-    int16_t number = item - kFirstBuiltInItem;
-    return WriteText(refNum, kFirstBuiltInText + number, kFirstBuiltInError + number);
+    OSErr error = noErr;
+    for (const Part &part : parts)
+        if (error == noErr)
+            error = WritePart(refNum, part);
+    return error;
 }
 
-OSErr WriteSpot(int16_t refNum)
+static Part Piece(int16_t id, int16_t missing)
 {
-    OSErr error = WriteText(refNum, 16506, 20);
-    if (error != noErr)
-        return error;
-    error = WriteSpotBody(refNum);
-    if (error != noErr)
-        return error;
-    return WriteText(refNum, 16507, 28);
+    return {.piece = id, .missing = missing};
 }
 
-OSErr WriteScreenCheck(int16_t refNum)
+static Part Characters(ConstStr255Param text)
 {
-    return WriteText(refNum, 16135, 29);
+    return {.characters = text};
+}
+
+// --- Values -------------------------------------------------------------------
+
+static OSErr WriteValue(int16_t refNum, const Setting &setting)
+{
+    Str255 value;
+    const ValueRow &row = setting.value;
+    const PopupInfo *popup = PopupRecord(*setting.popup);
+    ValueOfChoice(setting, popup->menu, popup->curItem, value);
+    return WriteParts(refNum, {Piece(row.before, row.noBefore), Characters(value), Piece(row.after, row.noAfter)});
 }
 
 OSErr WriteFreq(int16_t refNum)
 {
-    return WriteValue(refNum, {16501, 13, 16502, 14, kFreqSuffix}, gFreqPopInfo, gPrefsPtr->freqStr);
+    return WriteValue(refNum, *SettingWithMenu(kFreqMenu));
 }
 
 OSErr WriteAngle(int16_t refNum)
 {
-    return WriteValue(refNum, {16503, 15, 16504, 16, kAngleSuffix}, gAnglePopInfo, gPrefsPtr->angleStr);
+    return WriteValue(refNum, *SettingWithMenu(kAngleMenu));
 }
 
 OSErr WriteFlat(int16_t refNum)
 {
-    return WriteValue(refNum, {16560, 17, 16561, 17, kFlatSuffix}, gFlatPopInfo, gPrefsPtr->flatStr);
+    return WriteValue(refNum, *SettingWithMenu(kFlatMenu));
 }
 
+// --- The spot function --------------------------------------------------------
+
+// Goes by the stored item, not by the popup's. The menu's last item imports, even
+// in a menu so short that a dot shape has its number. A divider, which only
+// damaged settings can name, stands for no function at all.
+static Part SpotBody()
+{
+    int16_t item = gPrefsPtr->spotItem;
+    if (item == CountMItems(PopupRecord(gSpotPopInfo)->menu))
+        return {.block = gSpotHandle, .length = &gSpotLength};
+    int16_t index = item - kFirstShapeItem;
+    if (index < 0 || index >= kDotShapeCount)
+        return {};
+    return Piece(kDotShapes[index].piece, kDotShapes[index].missing);
+}
+
+OSErr WriteSpot(int16_t refNum)
+{
+    return WriteParts(refNum, {Piece(kSpotBegin, kNoSpotBegin), SpotBody(), Piece(kSpotEnd, kNoSpotEnd)});
+}
+
+OSErr WriteScreenCheck(int16_t refNum)
+{
+    return WriteParts(refNum, {Piece(kScreenCheck, kNoScreenCheck)});
+}
+
+// --- The rest -----------------------------------------------------------------
+
+// As typed: nothing is escaped and no separator converted. The pieces read the
+// text as data, so that brackets and backslashes print as they were typed.
 OSErr WriteAnno(int16_t refNum)
 {
-    struct {
-        int16_t textID, errorID;
-        StringPtr value;
-        int16_t limit;
-    } const parts[] = {{16508, 18, gFontNameStr, 63},
-                       {16509, 19, gPrefsPtr->annoSizeStr, 15},
-                       {16510, 20, gPrefsPtr->annoText, 255}};
-    for (const auto &part : parts) {
-        Str255 value;
-        OSErr error = WriteText(refNum, part.textID, part.errorID);
-        if (error != noErr)
-            return error;
-        CopyPStr(part.value, value, part.limit);
-        error = WriteString(refNum, value);
-        if (error != noErr)
-            return error;
-    }
-    return WriteText(refNum, 16511, 21);
+    // Cut to what each can hold, in place.
+    Str255 font, size, text;
+    CopyPStr(gFontNameStr, font, 63);
+    CopyPStr(gPrefsPtr->annoSizeStr, size, 15);
+    CopyPStr(gPrefsPtr->annoText, text, 255);
+    return WriteParts(refNum, {Piece(kAnnoFontPiece, kNoAnnoFont), Characters(font),
+                               Piece(kAnnoSizePiece, kNoAnnoSize), Characters(size),
+                               Piece(kAnnoTextPiece, kNoAnnoText), Characters(text), Piece(kAnnoEnd, kNoAnnoEnd)});
 }
 
 OSErr WriteError(int16_t refNum)
 {
-    return WriteText(refNum, 16520, 29);
+    return WriteParts(refNum, {Piece(kErrorHandlerPiece, kNoErrorHandler)});
+}
+
+OSErr WriteBegin(int16_t refNum)
+{
+    return WriteParts(refNum, {Piece(kHeaderPiece, kNoHeader), Piece(kBeginPiece, kNoHeader)});
 }
 
 OSErr WriteEnd(int16_t refNum)
 {
-    return WriteText(refNum, 16600, 12);
+    return WriteParts(refNum, {Piece(kTrailerPiece, kNoTrailer)});
 }

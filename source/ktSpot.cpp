@@ -1,14 +1,16 @@
-#include "ktSpot.h"
+#include "source/ktSpot.h"
 
-#include "errors.h"
-#include "ktCustomDlg.h"
-#include "ktPrefs.h"
-#include "strings.h"
+#include "source/errors.h"
+#include "source/fileBlocks.h"
+#include "source/openDialogs.h"
+#include "source/reasons.h"
+#include "source/settingsRecord.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 #include "toolbox/standardfile.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
 Handle gSpotHandle = nullptr;
 int32_t gSpotLength = 0;
@@ -16,31 +18,106 @@ Handle gSavedSpotHandle = nullptr;
 int32_t gSavedSpotLength = 0;
 
 enum { kHeaderBytes = 96 };
-enum { kOpenDialogID = 16401, kOpenDialogWidth = 348, kOpenDialogHeight = 136 };
-enum { kFileIsEmpty = 16151, kNoMemoryForFile = 16152, kNoSpotFile = 16164 };
-enum { kNoMagic = 51, kNoReturn = 52, kNoBlock = 95, kTooLarge = 96 };
+enum { kOpenDialogWidth = 348, kOpenDialogHeight = 136 };
 
 static const char kMagic[] = "%!KT1_Spot";
 
-// Reports without an end, and answers false.
-static Boolean Refuse(int16_t message, int32_t number, const char *context)
+// --- Loading, writing, freeing ------------------------------------------------
+
+void ForgetSpot()
 {
-    TheErrorHandler(kErrorDialog, message, number, ql_quorum_passtr(context), false);
-    return false;
+    gSpotHandle = nullptr;
+    gSpotLength = 0;
+    gSavedSpotHandle = nullptr;
 }
 
-// 10 KB are left to the host.
-static Boolean FitsInMemory(int32_t size)
+static void FreeBlock(Handle *block)
 {
-    Size grow;
-    return size < MaxMem(&grow) - 10240;
+    if (*block)
+        DisposeHandle(*block);
+    *block = nullptr;
 }
+
+Boolean MakeSpotBlock(int32_t length)
+{
+    gSpotHandle = NewHandleClear(length);
+    return gSpotHandle != nullptr;
+}
+
+OSErr ReadSpotText(int16_t refNum, int32_t length)
+{
+    MoveHHi(gSpotHandle);
+    int32_t count = length;
+    OSErr error = ReadLocked(refNum, gSpotHandle, &count);
+    if (error == noErr)
+        gSpotLength = length;
+    else
+        FreeBlock(&gSpotHandle);
+    return error;
+}
+
+OSErr WriteSpotText(int16_t refNum)
+{
+    MoveHHi(gSpotHandle);
+    HLock(gSpotHandle);
+    OSErr error = FSWrite(refNum, &gSpotLength, *gSpotHandle);
+    HUnlock(gSpotHandle);
+    return error;
+}
+
+void FreeSpot()
+{
+    FreeBlock(&gSpotHandle);
+}
+
+// --- While the settings dialog is open ----------------------------------------
+
+void KeepSpot()
+{
+    gSavedPrefs->spotImported = gPrefsPtr->spotImported;
+    gSavedSpotHandle = nullptr;
+    gSavedSpotLength = 0;
+    if (!gPrefsPtr->spotImported)
+        return;
+    CopyPStr(gPrefsPtr->spotName, gSavedPrefs->spotName, 63);
+    gSavedSpotHandle = gSpotHandle;
+    gSavedSpotLength = gSpotLength;
+}
+
+void LeaveSpot()
+{
+    if (gPrefsPtr->spotImported && gSpotHandle != gSavedSpotHandle)
+        FreeBlock(&gSpotHandle);
+    gPrefsPtr->spotImported = 0;
+}
+
+void RevertSpot()
+{
+    if (gSpotHandle != gSavedSpotHandle)
+        FreeBlock(&gSpotHandle);
+    if (gSavedPrefs->spotImported) {
+        gSpotHandle = gSavedSpotHandle;
+        gSpotLength = gSavedSpotLength;
+        CopyPStr(gSavedPrefs->spotName, gPrefsPtr->spotName, 63);
+    }
+    gPrefsPtr->spotImported = gSavedPrefs->spotImported;
+}
+
+void SettleSpot()
+{
+    Boolean shared = gSavedSpotHandle == gSpotHandle;
+    if (!gPrefsPtr->spotImported)
+        FreeBlock(&gSpotHandle);
+    if (!shared)
+        FreeBlock(&gSavedSpotHandle);
+    gSavedSpotHandle = nullptr;
+}
+
+// --- Importing ----------------------------------------------------------------
 
 static Boolean ReadBlock(int16_t refNum, Handle block, int32_t *count, const char *context)
 {
-    HLock(block);
-    OSErr error = FSRead(refNum, count, *block);
-    HUnlock(block);
+    OSErr error = ReadLocked(refNum, block, count);
     if (error != noErr)
         DoReadError(error, ql_quorum_passtr(context));
     return error == noErr;
@@ -49,7 +126,7 @@ static Boolean ReadBlock(int16_t refNum, Handle block, int32_t *count, const cha
 static Boolean HeaderIsSpot(Handle header, int32_t *offset)
 {
     if (Munger(header, 0, kMagic, sizeof kMagic - 1, nullptr, 0) < 0)
-        return Refuse(kNoSpotFile, kNoMagic, " (%!KT1_Spot)");
+        return Refused(kNoSpotFile, kNoSpotMagic, " (%!KT1_Spot)");
     *offset = FindCharOffset('\r', header, 0);
     return true;
 }
@@ -65,10 +142,10 @@ Boolean CheckIfSpot(int16_t refNum, int32_t *offset)
     if (size > kHeaderBytes)
         size = kHeaderBytes;
     if (!FitsInMemory(size))
-        return Refuse(kNoMemoryForFile, kTooLarge, " (maxmem -check)");
+        return Refused(kNoMemoryForFile, kFileTooLarge, " (maxmem -check)");
     Handle header = NewHandleClear(size);
     if (!header)
-        return Refuse(kNoMemoryForFile, kNoBlock, " (newhandle -check)");
+        return Refused(kNoMemoryForFile, kNoFileBlock, " (newhandle -check)");
     Boolean isSpot = ReadBlock(refNum, header, &size, " (fsread -check)") && HeaderIsSpot(header, offset);
     SetFPos(refNum, fsFromStart, 0);
     DisposeHandle(header);
@@ -80,7 +157,7 @@ static Boolean AskForFile(SFReply *reply)
     Point where;
     OSType types[] = {'TEXT'};
     CenterSFGet(gCustomDialog, &where, kOpenDialogWidth, kOpenDialogHeight);
-    SFPGetFile(where, ql_quorum_passtr(""), nullptr, 1, types, nullptr, reply, kOpenDialogID, nullptr);
+    SFPGetFile(where, ql_quorum_passtr(""), nullptr, 1, types, nullptr, reply, kImportDialogID, nullptr);
     return reply->good;
 }
 
@@ -95,15 +172,15 @@ static Boolean FindBody(int16_t refNum)
         return false;
     }
     if (gSpotLength <= 0)
-        return Refuse(kFileIsEmpty, 0, "");
+        return Refused(kFileIsEmpty, kNoReason, "");
     if (!CheckIfSpot(refNum, &offset))
         return false;
     if (offset < 0)
-        return Refuse(kNoSpotFile, kNoReturn, " (no return offset)");
+        return Refused(kNoSpotFile, kNoSpotReturn, " (no return offset)");
     gSpotLength -= offset + 1;
     SetFPos(refNum, fsFromStart, offset + 1);
     if (!FitsInMemory(gSpotLength))
-        return Refuse(kNoMemoryForFile, kTooLarge, " (maxmem)");
+        return Refused(kNoMemoryForFile, kFileTooLarge, " (maxmem)");
     return true;
 }
 
@@ -113,7 +190,7 @@ static Boolean ReadBody(int16_t refNum, Handle old, int32_t oldLength)
 {
     gSpotHandle = NewHandleClear(gSpotLength);
     if (!gSpotHandle)
-        Refuse(kNoMemoryForFile, kNoBlock, " (newhandle)");
+        Refused(kNoMemoryForFile, kNoFileBlock, " (newhandle)");
     else if (ReadBlock(refNum, gSpotHandle, &gSpotLength, " (fsread)"))
         return true;
     Handle failed = gSpotHandle;
@@ -134,7 +211,7 @@ static Boolean ImportFrom(int16_t refNum, StringPtr name)
         gSpotLength = oldLength;
         return false;
     }
-    // Whatever is there: what an earlier failure left is to be freed as well.
+    // Also a block that an earlier failure left: it is to be freed as well.
     Handle old = gSpotHandle;
     Boolean imported = ReadBody(refNum, old, oldLength);
     if (imported) {

@@ -1,15 +1,15 @@
-#include "popup.h"
+#include "source/popup.h"
 
-#include "errors.h"
-#include "ktColor.h"
-#include "ktPrefs.h"
-#include "strings.h"
+#include "source/ktColor.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/settings.h"
+#include "source/strings.h"
+#include "source/utilities.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
-#include "utilities.h"
 
-enum { kMenuMissing = 7, kNoBlock = 95 };
 enum { kEllipsis = 0xC9 };
 
 // Room in the box for what is not text: in the menu, and in the drawn box.
@@ -18,8 +18,7 @@ enum { kMenuMargin = 28, kTextMargin = 34 };
 Handle NewPopup()
 {
     Handle popup = NewHandleClear(sizeof(PopupInfo));
-    if (!popup)
-        TheErrorHandler(kErrorDialog, 16129, kNoBlock, ql_quorum_passtr(" (newhandle)"), true);
+    Need(popup, kNoFileBlock, " (newhandle)");
     return popup;
 }
 
@@ -28,16 +27,8 @@ static int16_t BoxWidth(const PopupInfo &info)
     return info.popupRect.right - info.popupRect.left;
 }
 
-static MenuHandle MenuFor(MenuHandle menu, int16_t menuID)
-{
-    if (!menu)
-        menu = GetMenu(menuID);
-    if (!menu)
-        TheErrorHandler(kErrorDialog, 16129, kMenuMissing, ql_quorum_passtr(" (menu resource)"), true);
-    return menu;
-}
-
-// The menu comes up at least as wide as the box.
+// The menu comes up at least as wide as the box. The spaces stay in the menu: it
+// is measured by its items, and has no width of its own to set.
 static void WidenFirstItem(MenuHandle menu, int16_t boxWidth)
 {
     Str255 text;
@@ -64,7 +55,7 @@ void SetupPopup(Handle popup, Rect itemRect, ConstStr255Param title, MenuHandle 
     info.menuPos.v = info.popupRect.top + 1;
     info.menuPos.h = info.popupRect.left + 1;
     info.menuID = menuID;
-    info.menu = MenuFor(menu, menuID);
+    info.menu = menu ? menu : NeedMenu(menuID);
     WidenFirstItem(info.menu, BoxWidth(info));
     InsertMenu(info.menu, -1);
     info.curItem = info.prevItem = item;
@@ -79,7 +70,7 @@ static void DrawShadow(const Rect &box)
     LineTo(box.right, box.top + 1);
 }
 
-// Cuts the text to the box and ends it with an ellipsis, never behind a space.
+// Cuts the text to the box and ends it with an ellipsis, which never follows a space.
 static void FitText(Str255 text, int16_t boxWidth)
 {
     Boolean shortened = false;
@@ -198,27 +189,16 @@ Boolean CheckMenuExceptions(MenuHandle menu, int16_t item)
     return ComparePStr(text, ql_quorum_passtr("Other...")) || ComparePStr(text, ql_quorum_passtr("Import..."));
 }
 
+// A spot function that is not imported yet shows the choice before: "Import..."
+// is current only until the import has succeeded or been reverted.
 void DoMenuExceptionString(Handle popup, Str255 out)
 {
     PopupInfo info = *PopupRecord(popup);
-    unsigned char degree[] = {1, kDegreeSign};
-    switch (info.menuID) {
-    case kFreqMenu:
-        CopyPStr(gPrefsPtr->freqStr, out, 255);
-        ConcatPStr(ql_quorum_passtr(" lpi"), out, 255);
-        break;
-    case kAngleMenu:
-        CopyPStr(gPrefsPtr->angleStr, out, 255);
-        ConcatPStr(degree, out, 255);
-        break;
-    case kSpotMenu:
-        if (gPrefsPtr->spotImported)
-            CopyPStr(gPrefsPtr->spotName, out, 255);
-        else
-            GetItem(info.menu, info.prevItem, out);
-        break;
-    case kFlatMenu:
-        CopyPStr(gPrefsPtr->flatStr, out, 255);
-        break;
-    }
+    const Setting *setting = SettingWithMenu(info.menuID);
+    if (setting && setting->value.text)
+        OwnValueWithUnit(*setting, 255, out);
+    else if (info.menuID == kSpotMenu && gPrefsPtr->spotImported)
+        CopyPStr(gPrefsPtr->spotName, out, 255);
+    else if (info.menuID == kSpotMenu)
+        GetItem(info.menu, info.prevItem, out);
 }

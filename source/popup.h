@@ -1,12 +1,13 @@
 // The pop-up menu control: a framed box that shows the current choice and pops
-// a menu up where it stands.
+// a menu up in its place.
 //
 // The control is no dialog item. The owner draws it from a user item's
 // procedure, tests clicks against bounds, and reads curItem. Its state lives in
-// a block of the owner's, made by NewPopup and freed after DisposePopup.
+// a block that the owner makes with NewPopup and frees after DisposePopup.
 // Drawing calls draw in the current port, which is the owner's dialog.
 #pragma once
 
+#include "source/resourceNumbers.h"
 #include "toolbox/menus.h"
 #include "toolbox/quickdraw.h"
 
@@ -19,7 +20,7 @@ struct PopupInfo {
     int16_t prevItem;   // current before the latest change
     int16_t curItem;    // from 1; 0 none
     int16_t titleWidth; // pixels, 8 more than the text
-    Point menuPos;      // where the menu's item comes up, local
+    Point menuPos;      // where the menu's item appears, local
     Str31 title;
 };
 
@@ -28,21 +29,6 @@ inline PopupInfo *PopupRecord(Handle popup)
 {
     return reinterpret_cast<PopupInfo *>(*popup);
 }
-
-// The menus by resource number.
-enum {
-    kFreqMenu = 16136,
-    kAngleMenu = 16137,
-    kSpotMenu = 16138,
-    kFlatMenu = 16139,
-    kAnnoMenu = 16140,
-    kErrorMenu = 16141,
-    kAnnoFontMenu = 16134,
-    kAnnoSizeMenu = 16135
-};
-
-// The degree sign in Mac OS Roman.
-enum { kDegreeSign = 0xA1 };
 
 // A zero-filled record. Does not return without memory for it.
 Handle NewPopup();
@@ -55,8 +41,8 @@ void DrawPopup(Handle popup);
 // Erases what DrawPopup draws for a control of these bounds, shadow included.
 void ErasePopup(Rect bounds);
 // Pops the menu up and tracks it; the mouse button must be down. True when an
-// item was chosen, the current one too. With redraw the control is drawn anew
-// after a choice.
+// item was chosen, the current one too. With redraw the control is drawn
+// again after a choice.
 Boolean HandlePopupClick(Handle popup, Boolean redraw);
 // Takes the menu out of the list and releases it; the handle stays the owner's.
 void DisposePopup(Handle popup, Boolean erase);
@@ -66,5 +52,5 @@ void SetPopupMenuItem(Handle popup, int16_t item);
 // Whether the item reads exactly "Other..." or "Import...".
 Boolean CheckMenuExceptions(MenuHandle menu, int16_t item);
 // The text to show in place of such an item; out is left as it was for a menu
-// without a value of its own.
+// whose values cannot be typed.
 void DoMenuExceptionString(Handle popup, Str255 out);

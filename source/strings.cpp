@@ -1,8 +1,8 @@
-#include "strings.h"
+#include "source/strings.h"
 
 #include <algorithm>
 
-#include "initUtilities.h"
+#include "source/environment.h"
 #include "toolbox/memory.h"
 #include "toolbox/quickdraw.h"
 

@@ -1,25 +1,26 @@
 // Pascal strings, and numbers as users type them.
 //
 // All work in place on the caller's buffers and allocate nothing. Positions
-// count from 1. The decimal separator is the environment record's; gEnvirInfo
-// must be there for all that speak of it.
+// count from 1. The decimal separator is the environment record's: gEnvirInfo
+// must be there for every routine that has to do with one. Nothing calls
+// ElipseString so far: it belongs to the set.
 #pragma once
 
 #include "toolbox/types.h"
 
-// Answers of PStrToDouble.
+// Results of PStrToDouble.
 enum { kNumberWithDecimals = 0, kWholeNumber = 1, kNotANumber = 2, kTooManySeparators = 3 };
 
-// Copies. A source longer than limit is itself cut to limit: callers rely on
-// it.
+// Copies. A source longer than limit is itself cut to limit: that is how stored
+// texts that run over their fields are cut on first use.
 void CopyPStr(StringPtr source, StringPtr destination, int16_t limit);
-// Appends and answers the new length. A source that does not fit into limit is
+// Appends and returns the new length. A source that does not fit into limit is
 // itself cut to what fits.
 int16_t ConcatPStr(StringPtr source, StringPtr destination, int16_t limit);
 // 1 when equal byte for byte, else 0.
 Boolean ComparePStr(ConstStr255Param a, ConstStr255Param b);
 
-// The value of a text of digits and at most one separator; one of the answers
+// The value of a text of digits and at most one separator; one of the results
 // above. 0.0 where it is no number.
 int16_t PStrToDouble(ConstStr255Param text, double *value);
 // Where the one separator stands; -1 when there is none or more than one.
@@ -29,7 +30,8 @@ Boolean AddLeadingZero(StringPtr text);
 // 007 becomes 7, 00,5 becomes ,5, 000 the empty text; 0 and 0,5 stay. 1 when
 // something was removed.
 Boolean RemoveLeadingZeros(StringPtr text);
-// 12,000 becomes 12 and answers 1; 12,500 becomes 12,5 and answers 0. Texts
+// 12,000 becomes 12: 1; 12,500 becomes 12,5: 0, the separator being there still,
+// which is what callers ask. Texts
 // without exactly one separator stay.
 Boolean RemoveTrailingZeros(StringPtr text);
 // Every separator becomes a period.

@@ -1,10 +1,12 @@
-#include "utilities.h"
+#include "source/utilities.h"
 
 #include <algorithm>
 
-#include "errors.h"
-#include "initUtilities.h"
-#include "strings.h"
+#include "source/environment.h"
+#include "source/needs.h"
+#include "source/reasons.h"
+#include "source/resourceNumbers.h"
+#include "source/strings.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
@@ -13,7 +15,7 @@
 namespace {
 
 constexpr Size kWholeHeap = 0x800000;
-constexpr int16_t kVersionPrefixes = 16200;
+constexpr int16_t kVersionPrefix = 1;
 constexpr int kShortVersionOffset = 6;
 
 enum { kReturnKey = 13, kEnterKey = 3, kEscapeKey = 27 };
@@ -22,8 +24,7 @@ enum { kReturnKey = 13, kEnterKey = 3, kEscapeKey = 27 };
 Handle VersionResource()
 {
     Handle version = Get1Resource('vers', 1);
-    if (!version || GetHandleSize(version) < 4)
-        TheErrorHandler(kErrorDialog, 16129, 3, ql_quorum_passtr(" (vers resource)"), true);
+    Need(version && GetHandleSize(version) >= 4, kNoVersion, " (vers resource)");
     return version;
 }
 
@@ -132,9 +133,7 @@ void UtilsInit()
 void GetAppVersionStr(Str31 version)
 {
     Str255 prefix;
-    GetIndString(prefix, kVersionPrefixes, 1);
-    if (prefix[0] == 0)
-        TheErrorHandler(kErrorDialog, 16129, 90, ql_quorum_passtr(" (STR# resource)"), true);
+    NeedString(prefix, kAboutStrings, kVersionPrefix);
     CopyPStr(prefix, version, 31);
     unsigned char number[4];
     GetAppVers(number);
@@ -227,16 +226,16 @@ Boolean IsCancelKey(const EventRecord &event)
 
 Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, int16_t cancelItem)
 {
-    int16_t answer;
+    int16_t hit;
     if (IsConfirmKey(*event))
-        answer = ok;
+        hit = ok;
     else if (IsCancelKey(*event))
-        answer = IsPushButton(dialog, cancelItem) ? cancelItem : 0;
+        hit = IsPushButton(dialog, cancelItem) ? cancelItem : 0;
     else
         return false;
-    *itemHit = answer;
-    if (answer)
-        FlashButton(dialog, answer);
+    *itemHit = hit;
+    if (hit)
+        FlashButton(dialog, hit);
     return true;
 }
 
@@ -271,8 +270,7 @@ void GetCurDevRect(WindowPtr window, Rect *screen)
     GDHandle device = DeviceShowingMost(WindowOnScreens(window));
     if (!device)
         device = GetMainDevice();
-    if (!device)
-        TheErrorHandler(kErrorDialog, 16129, 83, ql_quorum_passtr(" (no monitor)"), true);
+    Need(device, kNoScreen, " (no monitor)");
     *screen = (*device)->gdRect;
 }
 
@@ -297,8 +295,7 @@ void CenterAlert(WindowPtr window, int16_t alertID)
     Rect screen;
     GetCurDevRect(window, &screen);
     Handle alert = GetResource('ALRT', alertID);
-    if (!alert || GetHandleSize(alert) < static_cast<Size>(sizeof(BigRect)))
-        TheErrorHandler(kErrorDialog, 16129, 82, ql_quorum_passtr(" (alert resource)"), true);
+    Need(alert && GetHandleSize(alert) >= static_cast<Size>(sizeof(BigRect)), kNoAlert, " (alert resource)");
     // An 'ALRT' begins with its bounds.
     BigRect *bounds = reinterpret_cast<BigRect *>(*alert);
     int width = bounds->right - bounds->left;

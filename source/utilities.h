@@ -1,4 +1,7 @@
 // What every dialog shares: version texts, placement, keys, menus.
+//
+// Nothing calls UtilsInit, CrushTheHeap, IsWindowOpen, GetWindowType and
+// SetupFontMenuItems so far: they belong to the set that dialogs may count on.
 #pragma once
 
 #include "toolbox/dialogs.h"
@@ -17,7 +20,7 @@ void GetAppVersionLongStr(Str255 version);
 // The first four bytes of 'vers' 1. Does not return when it is missing.
 void GetAppVers(unsigned char version[4]);
 
-// Draws the default button's outline around item 1, whatever item it is
+// Draws the default button's outline around item 1, not around the item it is
 // installed on.
 void OutlineDefault(DialogPtr dialog, int16_t item);
 // Shows a button pressed for 8 ticks, as if it had been clicked. Anything but
@@ -28,8 +31,8 @@ Boolean IsPushButton(DialogPtr dialog, int16_t item);
 // Whether the event is a press of Return or Enter; of Escape or Command-period.
 Boolean IsConfirmKey(const EventRecord &event);
 Boolean IsCancelKey(const EventRecord &event);
-// Key filter of a two-button dialog: Return and Enter answer item 1, Escape
-// and Command-period item 2.
+// Key filter of a two-button dialog: Return and Enter press item 1, Escape and
+// Command-period item 2.
 Boolean GenericFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 // The same with any item as the second button. Where that is no push button
 // its keys are swallowed: true, *itemHit 0.
@@ -66,7 +69,7 @@ Boolean IsWindowOpen(WindowPtr window);
 // -1 an accessory's, 8 a user window, for a dialog the low 16 bits of its
 // reference value, else 0.
 int16_t GetWindowType(WindowPtr window);
-// The main screen's bits a pixel, 1 without colour QuickDraw; also put into
+// The main screen's bits per pixel, 1 without colour QuickDraw; also put into
 // the environment record.
 int16_t GetCurPixDepth();
 // From the current port's local coordinates, with 18 pixels more at the top

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "dialogItems.h"
-#include "ktAboutDlg.h"
-#include "ktFreqDlg.h"
+#include "source/dialogItems.h"
+#include "source/ktAboutDlg.h"
+#include "source/ktFreqDlg.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/memory.h"
 #include "toolbox/system.h"

@@ -1,10 +1,10 @@
 #include "source/open_settings.h"
 
-#include "initUtilities.h"
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "popup.h"
+#include "source/initUtilities.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/popup.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "initUtilities.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
-#include "popup.h"
+#include "source/initUtilities.h"
+#include "source/ktColor.h"
+#include "source/ktCustomDlg.h"
+#include "source/popup.h"
 #include "toolbox/memory.h"
 
 namespace {

@@ -1,10 +1,10 @@
 #include "support/plugin_test.h"
 
-#include "errors.h"
-#include "ktAboutDlg.h"
-#include "ktSpot.h"
+#include "source/errors.h"
+#include "source/ktAboutDlg.h"
+#include "source/ktSpot.h"
 #include "toolbox/memory.h"
-#include "utilities.h"
+#include "source/utilities.h"
 
 namespace fs = std::filesystem;
 

@@ -2,7 +2,7 @@
 
 #include "toolbox/quickdraw.h"
 #include "toolbox/system.h"
-#include "utilities.h"
+#include "source/utilities.h"
 
 namespace {
 

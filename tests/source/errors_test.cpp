@@ -1,8 +1,8 @@
 #include "support/plugin_test.h"
 
-#include "errors.h"
-#include "ktColor.h"
-#include "ktCustomDlg.h"
+#include "source/errors.h"
+#include "source/ktColor.h"
+#include "source/ktCustomDlg.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/system.h"
 

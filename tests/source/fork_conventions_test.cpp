@@ -3,9 +3,11 @@
 
 #include <sstream>
 
-#include "initUtilities.h"
-#include "ktCustomDlg.h"
-#include "popup.h"
+#include "source/dotShapes.h"
+#include "source/initUtilities.h"
+#include "source/ktCustomDlg.h"
+#include "source/popup.h"
+#include "source/resource_names.h"
 
 namespace {
 
@@ -61,13 +63,12 @@ protected:
     }
 };
 
-const std::vector<int16_t> kMessages = {16129, 16130, 16132, 16134, 16137, 16138, 16139, 16140, 16141, 16142, 16143,
-                                        16144, 16145, 16146, 16149, 16150, 16151, 16152, 16153, 16154, 16155, 16156,
-                                        16157, 16158, 16159, 16161, 16162, 16163, 16164, 16165, 16166, 16167};
-
 TEST_F(Fork, EveryMessageIsASentenceThatFitsItsDialog)
 {
-    for (int16_t id : kMessages) {
+    for (const NamedNumber &each : namedResources()) {
+        if (each.type != "STR ")
+            continue;
+        int16_t id = static_cast<int16_t>(each.number);
         std::string text = message(id);
         ASSERT_FALSE(text.empty()) << id;
         EXPECT_TRUE(text.back() == '.' || text.back() == '?') << text;
@@ -89,10 +90,29 @@ TEST_F(Fork, FirstItemMeansNone)
 TEST_F(Fork, LastItemAsksForMore)
 {
     for (int16_t id : {kFreqMenu, kAngleMenu, kFlatMenu})
-        EXPECT_EQ(items(id).back(), "Other...");
-    EXPECT_EQ(items(kSpotMenu).back(), "Import...");
+        EXPECT_EQ(items(id).back(), "Other...")
+            << "menu " << id << " in resources/menus.res must end in \"Other...\": the last item is the one that asks "
+            << "for a value. Put new numbers before it.";
+    EXPECT_EQ(items(kSpotMenu).back(), "Import...")
+        << "the spot function menu in resources/menus.res must end in \"Import...\": the last item is the one that "
+        << "imports. Put new shapes before the second divider.";
     EXPECT_EQ(items(kAnnoMenu).size(), 3u);
     EXPECT_EQ(items(kErrorMenu).size(), 2u);
+}
+
+// Saved settings hold item numbers, and are put back when the version is another.
+TEST_F(Fork, MenusHaveTheItemsThatSavedSettingsOfThisVersionKnow)
+{
+    const std::string version = "Riders 1.0";
+    const std::pair<int16_t, size_t> counts[] = {{kFreqMenu, 21}, {kAngleMenu, 15}, {kSpotMenu, 11},
+                                                 {kFlatMenu, 13}, {kAnnoMenu, 3},   {kErrorMenu, 2},
+                                                 {kAnnoFontMenu, 13}};
+    for (const auto &[id, count] : counts)
+        EXPECT_TRUE(items(id).size() == count && plain(environment.versionStr) == version)
+            << "menu " << id << " has " << items(id).size() << " items in \"" << plain(environment.versionStr)
+            << "\" and had " << count << " in \"" << version << "\". Settings saved by that version would name "
+            << "other items than the user chose. Raise the version in resources/strings.res, which puts such settings "
+            << "back, and enter version and count in this test.";
 }
 
 TEST_F(Fork, ValuesHaveExactlyTheirUnitBehindThem)
@@ -115,13 +135,17 @@ TEST_F(Fork, FrequenciesRunFromScreenPrintingToOffset)
     EXPECT_EQ(texts[texts.size() - 2], "200 lpi");
 }
 
-TEST_F(Fork, SevenSpotFunctionsStandBetweenTheDividers)
+TEST_F(Fork, EachDotShapeHasItsItemBetweenTheDividers)
 {
-    EXPECT_EQ(items(kSpotMenu).size(), 11u);
-    EXPECT_EQ(items(kSpotMenu)[1], "-");
-    EXPECT_EQ(items(kSpotMenu)[2], "Round");
-    EXPECT_EQ(items(kSpotMenu)[8], "Euclidean");
-    EXPECT_EQ(items(kSpotMenu)[9], "-");
+    std::vector<std::string> texts = items(kSpotMenu);
+    auto second = std::find(texts.begin() + kFirstShapeItem - 1, texts.end(), "-");
+    EXPECT_EQ(texts[1], "-");
+    EXPECT_EQ(second - texts.begin() - 2, kDotShapeCount)
+        << "the spot function menu in resources/menus.res has so many items between its dividers, and kDotShapes in "
+        << "source/dotShapes.h so many rows: each shape needs both, in the same order.";
+    EXPECT_EQ(texts.end() - second, 2) << "only \"Import...\" stands after the second divider";
+    EXPECT_EQ(texts[2], "Round");
+    EXPECT_EQ(texts[8], "Euclidean");
 }
 
 TEST_F(Fork, ThirteenFontsHaveNamesWithoutBlanks)

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktMakeRiders.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktMakeRiders.h"
 #include "support/riders_pieces.h"
 
 namespace fs = std::filesystem;

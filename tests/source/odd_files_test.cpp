@@ -5,8 +5,8 @@
 #include <cstring>
 #include <optional>
 
-#include "ktDeleteRiders.h"
-#include "ktSpot.h"
+#include "source/ktDeleteRiders.h"
+#include "source/ktSpot.h"
 #include "source/open_settings.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"

@@ -1,8 +1,8 @@
 #include "source/open_settings.h"
 
-#include "ktCustomDlg.h"
-#include "ktSpot.h"
-#include "popup.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktSpot.h"
+#include "source/popup.h"
 #include "toolbox/memory.h"
 
 void OpenSettings::SetUp()

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "popup.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/popup.h"
 #include "toolbox/memory.h"
 
 namespace {

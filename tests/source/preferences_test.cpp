@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "ktSpot.h"
+#include "source/ktSpot.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 

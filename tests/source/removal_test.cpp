@@ -1,6 +1,6 @@
 #include "support/plugin_test.h"
 
-#include "ktDeleteRiders.h"
+#include "source/ktDeleteRiders.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 

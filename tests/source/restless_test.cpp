@@ -9,8 +9,8 @@
 #include <memory>
 #include <sstream>
 
-#include "ktCustomDlg.h"
-#include "ktSpot.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktSpot.h"
 #include "play/steps.h"
 #include "plugin/dialog_filter.h"
 #include "source/restless_walk.h"

@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <memory>
 
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
 #include "play/script.h"
-#include "popup.h"
+#include "source/popup.h"
 #include "standardfile/file_dialog.h"
 #include "toolbox/host/folders.h"
 #include "user/front_dialog.h"

@@ -1,11 +1,12 @@
 #include "source/open_settings.h"
 #include "support/riders_pieces.h"
 
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktMakeRiders.h"
-#include "ktSpot.h"
-#include "popup.h"
+#include "source/dotShapes.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktMakeRiders.h"
+#include "source/ktSpot.h"
+#include "source/popup.h"
 #include "toolbox/files.h"
 
 namespace {
@@ -138,7 +139,15 @@ TEST_F(Sections, EveryItemWithAValueWritesABareNumber)
     }
 }
 
-TEST_F(Sections, BuiltInSpotFunctionsAreItems3To9)
+TEST_F(Sections, DotShapesAreTheItemsFromTheThirdOn)
+{
+    for (int16_t index = 0; index < kDotShapeCount; ++index) {
+        choose(&PrefsRec::spotItem, 3 + index);
+        EXPECT_EQ(value(WriteSpot, 16506, 16507), pieceBytes(kDotShapes[index].piece)) << "item " << 3 + index;
+    }
+}
+
+TEST_F(Sections, FirstSevenDotShapesKeepTheirItems)
 {
     for (int16_t item = 3; item <= 9; ++item) {
         choose(&PrefsRec::spotItem, item);
@@ -148,7 +157,7 @@ TEST_F(Sections, BuiltInSpotFunctionsAreItems3To9)
 
 TEST_F(Sections, DividersOfTheSpotMenuWriteNoBody)
 {
-    for (int16_t item : {2, 10}) {
+    for (int16_t item : {2, 3 + kDotShapeCount}) {
         choose(&PrefsRec::spotItem, item);
         EXPECT_EQ(value(WriteSpot, 16506, 16507), "") << "item " << item;
     }

@@ -6,11 +6,11 @@
 
 #include <cstring>
 
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "ktSpot.h"
-#include "popup.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/ktSpot.h"
+#include "source/popup.h"
 #include "support/riders_pieces.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "ktCustomDlg.h"
+#include "source/ktCustomDlg.h"
 #include "toolbox/menus.h"
 
 namespace {

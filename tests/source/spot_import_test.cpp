@@ -1,7 +1,7 @@
 #include "source/open_settings.h"
 
-#include "ktCustomDlg.h"
-#include "ktSpot.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktSpot.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 

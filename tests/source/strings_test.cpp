@@ -3,8 +3,8 @@
 #include <cmath>
 #include <random>
 
-#include "initUtilities.h"
-#include "strings.h"
+#include "source/initUtilities.h"
+#include "source/strings.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "toolbox/bigendian.h"
 #include "toolbox/memory.h"
-#include "utilities.h"
+#include "source/utilities.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "initUtilities.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "popup.h"
+#include "source/initUtilities.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/popup.h"
 #include "toolbox/scrap.h"
 
 namespace {

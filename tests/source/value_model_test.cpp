@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <random>
 
-#include "ktAnnoDlg.h"
-#include "ktFreqDlg.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktFreqDlg.h"
 #include "toolbox/menus.h"
 
 namespace

@@ -1,11 +1,13 @@
 // Every message that there is, in the dialog that shows it. With
 // RIDERS_WORDS_PICTURES naming a folder, a picture of each is left there.
+#include <algorithm>
 #include <cstdlib>
 #include <set>
 
-#include "errors.h"
-#include "ktCustomDlg.h"
+#include "source/errors.h"
+#include "source/ktCustomDlg.h"
 #include "source/open_settings.h"
+#include "source/resource_names.h"
 #include "textedit/lines.h"
 #include "toolbox/host/dialog_text.h"
 #include "toolbox/host/picture.h"
@@ -24,40 +26,40 @@ struct Message {
     const char *context; // the longest that comes with it
 };
 
-const Message messages[] = {
+// Those that come with a number, or in another dialog than that for failures.
+const Message withNumbers[] = {
     {16129, kFailure, 80, " (STR# resource)"},
     {16130, kSettingsWarning, 31, " (PrefsCheck)"},
-    {16132, kFailure, 0, ""},
     {16134, kFailure, -36, " (fsread -check)"},
     {16137, kFailure, -34, " (writefreq)"},
     {16138, kFailure, -44, " (writeangle)"},
     {16139, kFailure, -120, " (writeangle)"},
-    {16140, kFailure, 0, ""},
-    {16141, kFailure, 0, ""},
-    {16142, kFailure, 0, ""},
-    {16143, kFailure, 0, ""},
-    {16144, kFailure, 0, ""},
-    {16145, kFailure, 0, ""},
     {16146, kQuestion, 0, ""},
     {16149, kFailure, -43, " (fsdelete)"},
     {16150, kFailure, -39, " (fsread -check)"},
-    {16151, kFailure, 0, ""},
     {16152, kFailure, 95, " (newhandle -check)"},
     {16153, kSettingsWarning, 101, " (fsopen)"},
     {16154, kSettingsWarning, 98, " (newhandle)"},
-    {16155, kFailure, 0, ""},
     {16156, kFailure, -45, " (rename1)"},
     {16157, kFailure, -61, " (create)"},
     {16158, kFailure, -47, " (fsdelete)"},
-    {16159, kFailure, 0, ""},
     {16161, kFailure, 95, " (newhandle)"},
-    {16162, kFailure, 0, ""},
-    {16163, kFailure, 0, ""},
     {16164, kFailure, 52, " (no return offset)"},
-    {16165, kFailure, 0, ""},
-    {16166, kFailure, 0, ""},
-    {16167, kFailure, 0, ""},
 };
+
+std::vector<Message> everyMessage()
+{
+    std::vector<Message> all;
+    for (const NamedNumber &each : namedResources()) {
+        if (each.type != "STR ")
+            continue;
+        int16_t id = static_cast<int16_t>(each.number);
+        auto found = std::find_if(std::begin(withNumbers), std::end(withNumbers),
+                                  [&](const Message &about) { return about.id == id; });
+        all.push_back(found == std::end(withNumbers) ? Message{id, kFailure, 0, ""} : *found);
+    }
+    return all;
+}
 
 class Words : public OpenSettings, public ::testing::WithParamInterface<Message>
 {
@@ -120,13 +122,13 @@ TEST_P(Words, ShowWholeInTheirDialog)
     EXPECT_LE(needed, room) << "the text does not fit";
 }
 
-INSTANTIATE_TEST_SUITE_P(Every, Words, ::testing::ValuesIn(messages),
+INSTANTIATE_TEST_SUITE_P(Every, Words, ::testing::ValuesIn(everyMessage()),
                          [](const auto &instance) { return std::to_string(instance.param.id); });
 
-TEST_F(Messages, AreAllInTheTable)
+TEST_F(Messages, AreAllNamed)
 {
     std::set<int> shown, there;
-    for (const Message &about : messages)
+    for (const Message &about : everyMessage())
         shown.insert(about.id);
     for (int16_t index = 1; index <= Count1Resources('STR '); ++index) {
         int16_t id;
@@ -140,7 +142,7 @@ TEST_F(Messages, AreAllInTheTable)
 
 TEST_F(Messages, AreWholeSentences)
 {
-    for (const Message &about : messages) {
+    for (const Message &about : everyMessage()) {
         std::string text = message(about.id);
         ASSERT_GT(text.size(), 20u) << about.id;
         EXPECT_TRUE(std::isupper(static_cast<unsigned char>(text.front()))) << text;

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <map>
 
-#include "errors.h"
-#include "ktMakeRiders.h"
+#include "source/errors.h"
+#include "source/ktMakeRiders.h"
 
 namespace fs = std::filesystem;
 

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "errors.h"
-#include "ktAnnoDlg.h"
-#include "ktCustomDlg.h"
-#include "ktMakeRiders.h"
-#include "ktSpot.h"
+#include "source/errors.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktMakeRiders.h"
+#include "source/ktSpot.h"
 #include "toolbox/files.h"
 
 namespace fs = std::filesystem;

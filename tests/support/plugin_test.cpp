@@ -1,9 +1,9 @@
 #include "support/plugin_test.h"
 
-#include "errors.h"
-#include "ktCustomDlg.h"
-#include "ktFreqDlg.h"
-#include "ktSpot.h"
+#include "source/errors.h"
+#include "source/ktCustomDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/ktSpot.h"
 #include "toolbox/memory.h"
 
 namespace fs = std::filesystem;

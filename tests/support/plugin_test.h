@@ -8,8 +8,8 @@
 #include "toolbox/host/user.h"
 #include "toolbox/resources.h"
 #include "riders/plugin.h"
-#include "initUtilities.h"
-#include "ktPrefs.h"
+#include "source/initUtilities.h"
+#include "source/ktPrefs.h"
 
 class PluginTest : public ToolboxTest {
 protected:

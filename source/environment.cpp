@@ -1,0 +1,3 @@
+#include "source/environment.h"
+
+EnvirInfo *gEnvirInfo = nullptr;

@@ -1,0 +1,28 @@
+// The environment record: what the plug-in needs to know of the machine it
+// runs on, measured once a call by GetEnvirInfo.
+#pragma once
+
+#include "toolbox/quickdraw.h"
+
+// In memory only.
+struct EnvirInfo {
+    int32_t sysVersion;  // Gestalt 'sysv': 0x0700 is system 7.0
+    Boolean hasColorQD;  // 1: colour QuickDraw is there
+    Str31 versionStr;    // the plug-in's own version text; settings are only
+                         // trusted when they carry the same
+    Rect screenRect;     // main screen, 4 pixels in at left, right and bottom
+    int16_t pixDepth;    // bits per pixel of the main screen, 1 without colour
+                         // QuickDraw; refreshed by GetCurPixDepth
+    char decimalPt;      // the user's decimal separator
+};
+
+static_assert(offsetof(EnvirInfo, sysVersion) == 0);
+static_assert(offsetof(EnvirInfo, hasColorQD) == 4);
+static_assert(offsetof(EnvirInfo, versionStr) == 5);
+static_assert(offsetof(EnvirInfo, screenRect) == 38);
+static_assert(offsetof(EnvirInfo, pixDepth) == 46);
+static_assert(offsetof(EnvirInfo, decimalPt) == 48);
+static_assert(sizeof(EnvirInfo) == 52);
+
+// Good from the entry of a call to its end; nil or stale in between.
+extern EnvirInfo *gEnvirInfo;

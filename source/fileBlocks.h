@@ -1,0 +1,11 @@
+// Reading files into blocks, as the import and the removal do it.
+#pragma once
+
+#include "toolbox/types.h"
+
+// Whether a block of the size may be asked for: 10 KB are left to the host.
+Boolean FitsInMemory(int32_t size);
+// FSRead into the block, which is locked while it is read.
+OSErr ReadLocked(int16_t refNum, Handle block, int32_t *count);
+// Reports a refusal in the error dialog, not fatal; false.
+Boolean Refused(int16_t messageID, int32_t reason, const char *context);

@@ -1,0 +1,4 @@
+#include "source/settingsRecord.h"
+
+PrefsRec *gPrefsPtr = nullptr;
+PrefsRec *gSavedPrefs = nullptr;
