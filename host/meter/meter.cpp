@@ -8,6 +8,7 @@
 #include "meter/fold.h"
 #include "meter/refine_lattice.h"
 #include "meter/spectrum.h"
+#include "meter/tint_finder.h"
 
 namespace riders::meter {
 

@@ -54,13 +54,6 @@ struct ScreenReading {
     int cellSide = 0;
 };
 
-// Flat tints of the page, from 1.5 to 98.5 % of ink, the largest first, 3
-// inches a side at most, not overlapping. They are found by their ink alone, in
-// tenths of an inch: text can slip in, and a window can reach that far over the
-// edge of a tint of nearly the same ink. readScreen tries them in this order and
-// trims what does not agree.
-std::vector<PageWindow> findTints(const BitPage &page, int most = 8);
-
 // Reads the screen of the window, or of the largest flat tint that has one.
 // A page of A4 at 2400 dpi takes well under a second. kind is none where the
 // window is smaller than about 4 cells, is white, solid, or has no screen.

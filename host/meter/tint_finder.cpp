@@ -1,8 +1,7 @@
-// Flat tints, found by the ink of blocks of a tenth of an inch.
+#include "meter/tint_finder.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "meter/meter.h"
 
 namespace riders::meter {
 

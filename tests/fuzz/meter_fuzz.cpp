@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "meter/meter.h"
+#include "meter/tint_finder.h"
 
 namespace {
 

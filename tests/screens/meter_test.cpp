@@ -6,6 +6,7 @@
 #include <cmath>
 #include <random>
 
+#include "meter/tint_finder.h"
 #include "support/toolbox_test.h"
 
 namespace {

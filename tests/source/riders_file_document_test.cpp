@@ -7,9 +7,9 @@
 #include <map>
 
 #include "apply/markers.h"
-#include "ktAnnoDlg.h"
-#include "ktFreqDlg.h"
-#include "popup.h"
+#include "source/ktAnnoDlg.h"
+#include "source/ktFreqDlg.h"
+#include "source/popup.h"
 #include "toolbox/menus.h"
 #include "toolbox/resources.h"
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "menus/font_names.h"
 #include "menus/menu_bytes.h"
+#include "quickdraw/font_names.h"
 #include "toolbox/host/text.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
@@ -125,7 +125,7 @@ void AddResMenu(MenuHandle menu, ResType type)
         return;
     std::vector<std::string> names = resourceNames(type);
     if (type == 'FONT')
-        for (const std::string &family : fontFamilies())
+        for (const std::string &family : quickdraw::fontFamilies())
             names.push_back(family);
     std::erase_if(names, [](const std::string &name) {
         return name.empty() || name.front() == '.' || name.front() == '%';

@@ -1,4 +1,4 @@
-#include "menus/font_names.h"
+#include "quickdraw/font_names.h"
 
 #include <filesystem>
 #include <memory>
@@ -9,7 +9,7 @@
 
 #include "toolbox/host/text.h"
 
-namespace toolbox::menus {
+namespace toolbox::quickdraw {
 namespace {
 
 constexpr const char *fontFolder = "/usr/share/fonts/opentype/urw-base35";
@@ -46,4 +46,4 @@ const std::vector<std::string> &fontFamilies()
     return families;
 }
 
-}  // namespace toolbox::menus
+}  // namespace toolbox::quickdraw

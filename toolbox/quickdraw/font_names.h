@@ -1,12 +1,12 @@
-// Names of the fonts that are installed. Private to the Menu Manager.
+// Names of the fonts that are installed. For font menus.
 #pragma once
 
 #include <string>
 #include <vector>
 
-namespace toolbox::menus {
+namespace toolbox::quickdraw {
 
 // Family names, Mac OS Roman, sorted, each once.
 const std::vector<std::string> &fontFamilies();
 
-}  // namespace toolbox::menus
+}  // namespace toolbox::quickdraw
