@@ -1,5 +1,7 @@
 #include "toolbox/host/flash_button.h"
 
+#include <cstdint>
+
 #include "toolbox/events.h"
 
 void toolbox::flashButton(ControlHandle button)
