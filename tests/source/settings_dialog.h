@@ -90,6 +90,16 @@ protected:
         user.in(kCustomDialogID);
     }
 
+    void chooseOneOfEach()
+    {
+        user.choose(kFreq, "60 lpi");
+        user.choose(kAngle, "22.5°");
+        user.choose(kSpot, "Diamond");
+        user.choose(kFlat, "2");
+        user.choose(kAnno, "Annotation");
+        user.choose(kError, "Print errors");
+    }
+
     void cancel() { user.in(kCustomDialogID); user.press(kCancel); }
 
     void make()

@@ -113,12 +113,7 @@ TEST_F(SettingsDialog, ReturnWithNothingChosenRefusesAndStays)
 
 TEST_F(SettingsDialog, ChoicesAreStoredAndComeBack)
 {
-    user.choose(kFreq, "60 lpi");
-    user.choose(kAngle, "22.5°");
-    user.choose(kSpot, "Diamond");
-    user.choose(kFlat, "2");
-    user.choose(kAnno, "Annotation");
-    user.choose(kError, "Print errors");
+    chooseOneOfEach();
     make();
     run();
     PrefsRec kept = stored();
@@ -138,12 +133,7 @@ TEST_F(SettingsDialog, CancelPutsEveryChoiceBack)
 {
     PrefsRec before{};
     user.then([&] { before = *gPrefsPtr; });
-    user.choose(kFreq, "60 lpi");
-    user.choose(kAngle, "22.5°");
-    user.choose(kSpot, "Diamond");
-    user.choose(kFlat, "2");
-    user.choose(kAnno, "Annotation");
-    user.choose(kError, "Print errors");
+    chooseOneOfEach();
     cancel();
     run();
     PrefsRec after = stored();
