@@ -244,7 +244,7 @@ TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
         },
         "{ 2 copy }");
     std::string fork = contentsOf(forkOfPreferences());
-    size_t record = fork.find('\x0A' + std::string("Riders 1.0"));
+    size_t record = fork.find(static_cast<char>(7 + kPluginVersion.size()) + ("Riders " + kPluginVersion));
     ASSERT_NE(record, std::string::npos);
     fork[record + offsetof(PrefsRec, spotName)] = '\xFF';
     writeFile(forkOfPreferences(), fork);
