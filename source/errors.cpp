@@ -56,9 +56,8 @@ int16_t ShowAlert(int16_t kind, int16_t unknownKind)
 }
 
 // Where a message is missing there is nothing left to say but this, fatal even
-// for a question or a warning. The words are wrong in one letter and the number is
-// fixed; users have sent both in for so long that they are how this end is known,
-// so neither is mended.
+// for a question or a warning. The words are wrong in one letter, and the number is
+// fixed: mended, this end would no longer be recognised in what users report.
 void EndWithFixedText()
 {
     StringPtr none = ql_quorum_passtr("");

@@ -41,8 +41,8 @@ enum { kCreditsLines = 1, kCreditsShallow = 2, kCreditsDeep = 3, kColourBox = 4 
 enum { kFirstPanelLine = 4, kScrollLines = 3 };
 enum { kIntroPass = 15, kIntroSteps = 22, kDeepScreen = 8 };
 enum { kInfoFont = 3, kInfoSize = 9, kCreditsSize = 10 };
-// Blue by QuickDraw's numbers, though the line is meant to be red. It has always
-// scrolled by in blue, and so users know it.
+// QuickDraw's own number for the lines that scroll by, which a screen shows in
+// blue; another one would be another colour to everybody who knows the box.
 enum { kScrollColour = 409, kTextColour = 33 };
 enum { kOutOfSight = 250 };
 
@@ -298,8 +298,8 @@ static void DrawScrollLine()
     PlainText();
 }
 
-// The scroll area begins a little below the top of the title's letters: what of
-// them stands out of it goes too.
+// The scroll area begins a little below the top of the title's letters: the part of
+// them above it is erased too.
 static void EraseForScroll()
 {
     Rect above = ItemBox(gTheDialog, kTextArea);

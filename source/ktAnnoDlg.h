@@ -18,8 +18,8 @@ static_assert(sizeof(AnnoPrefs) == 274);
 extern AnnoPrefs *gSavedAnnoPrefs;
 extern Handle gAnnoFontPopInfo;
 extern Handle gAnnoSizePopInfo;
-// The annotation font's name as the riders file will have it, 63 characters at
-// most of it used.
+// The annotation font's name as the riders file will have it; 63 characters of it
+// are used at most.
 extern Str255 gFontNameStr;
 extern Str255 gAnnoSavedFontNameStr;
 

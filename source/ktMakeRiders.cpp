@@ -51,8 +51,8 @@ static OSErr WriteSpotOrCheck(int16_t refNum)
 }
 
 // The frequency is written also after a failed spot function: its own failure,
-// the file being closed by then, is reported too. A user whose disk is full sees
-// two reports, and has seen two since there were riders files.
+// the file being closed by then, is reported too. Without it a user whose disk is
+// full would see one report where there are two.
 static Boolean WriteSections(int16_t refNum)
 {
     Boolean going = !StepFailed(WriteSpotOrCheck(refNum), SettingWithMenu(kSpotMenu)->writing);

@@ -153,5 +153,5 @@ OSErr WriteBegin(int16_t refNum)
 
 OSErr WriteEnd(int16_t refNum)
 {
-    return WriteParts(refNum, {Piece(kTrailerPiece, kNoTrailer)});
+    return WriteParts(refNum, {Piece(kSetupPiece, kNoSetup)});
 }

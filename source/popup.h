@@ -1,7 +1,7 @@
 // The pop-up menu control: a framed box that shows the current choice and pops
 // a menu up in its place.
 //
-// The control is no dialog item. The owner draws it from a user item's
+// The control is not a dialog item. The owner draws it from a user item's
 // procedure, tests clicks against bounds, and reads curItem. Its state lives in
 // a block that the owner makes with NewPopup and frees after DisposePopup.
 // Drawing calls draw in the current port, which is the owner's dialog.

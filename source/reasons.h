@@ -1,8 +1,7 @@
-// The numbers that a report shows after "ID = ": which step failed. A user
-// reads them out over the telephone, so a number keeps its meaning for good. A
-// name that stands for another name shares its number on purpose: the context
-// text tells them apart, or the piece does not matter. A test refuses any
-// other number that stands twice.
+// The numbers that a report shows after "ID = ": which step failed. Users quote
+// them when they ask for help, so a number keeps its meaning for good. A name that
+// stands for another name shares its number on purpose; giving it one of its own
+// would change what users quote. A test refuses any other number that stands twice.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +13,7 @@ enum : int16_t {
     kNoMenu = 7,                       // any popup's menu
     kNoMessage = 8,                    // a 'STR ', written out in the fixed text of the last resort
     kNoHeader = 11,                    // either piece that a riders file begins with
-    kNoTrailer = 12,                   // the piece it ends with
+    kNoSetup = 12,                     // the piece it ends with
     kNoFreqBegin = 13,                 // before the frequency
     kNoFreqEnd = 14,                   // after it
     kNoAngleBegin = 15,                // before the angle

@@ -116,7 +116,7 @@ enum : int16_t {
     kAnnoTextPiece = 16510,      // before the text
     kAnnoEnd = 16511,            // after it
     kErrorHandlerPiece = 16520,  // prints errors on the page
-    kTrailerPiece = 16600,       // sets the screen, hooks it and the annotation in
+    kSetupPiece = 16600,         // sets the screen, hooks it and the annotation in
 };
 
 // 'snd ' in about.res.

@@ -34,7 +34,7 @@ Boolean IsCancelKey(const EventRecord &event);
 // Key filter of a two-button dialog: Return and Enter press item 1, Escape and
 // Command-period item 2.
 Boolean GenericFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
-// The same with any item as the second button. Where that is no push button
+// The same with any item as the second button. Where that is not a push button
 // its keys are swallowed: true, *itemHit 0.
 Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, int16_t cancelItem);
 

@@ -149,7 +149,7 @@ TEST_F(About, LinesStandCentredBelowThePicture)
         int baseline;
         const char *style;
     };
-    std::vector<Line> expected = {{text(16200, 1) + "1.0", 31, "face 1"},
+    std::vector<Line> expected = {{text(16200, 1) + kPluginVersion, 31, "face 1"},
                                   {text(16200, 2), 48, "face 0"},
                                   {text(16200, 5), 60, "face 0"},
                                   {text(16200, 3), 72, "face 0"}};

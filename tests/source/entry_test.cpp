@@ -116,7 +116,7 @@ TEST_F(Entry, ImportedSpotTextSurvivesTheSettingsDialog)
     // The stored record lies in the fork as it stands: an import, and its name.
     fs::path fork = preferencesFile().parent_path() / ("._" + preferencesFile().filename().string());
     std::string file = contentsOf(fork);
-    size_t record = file.find('\x0A' + std::string("Riders 1.0"));
+    size_t record = file.find(static_cast<char>(7 + kPluginVersion.size()) + ("Riders " + kPluginVersion));
     ASSERT_NE(record, std::string::npos);
     file[record + 49] = 1;
     writeFile(fork, file);

@@ -100,7 +100,7 @@ TEST_F(Environment, SeparatorIsTheLocalesOrAPeriod)
 TEST_F(Environment, VersionTextIsThePluginsOwn)
 {
     measure();
-    EXPECT_EQ(plain(environment.versionStr), text(16200, 1) + "1.0");
+    EXPECT_EQ(plain(environment.versionStr), text(16200, 1) + kPluginVersion);
 }
 
 TEST_F(Environment, UnknownQuickDrawEndsTheProcess)

@@ -167,7 +167,7 @@ TEST_F(Fork, SizePopupIsTooNarrowToPadItsFirstItem)
 
 TEST_F(Fork, VersionFitsBehindItsPrefix)
 {
-    EXPECT_EQ(plain(environment.versionStr), "Riders 1.0");
+    EXPECT_EQ(plain(environment.versionStr), "Riders " + kPluginVersion);
 }
 
 TEST_F(Fork, LabelsFitTheirItems)

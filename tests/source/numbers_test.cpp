@@ -27,7 +27,7 @@ TEST(Numbers, AreReadFromAllPartsOfHeadersAndSources)
         EXPECT_GT(of(definedResources()), 0) << type;
     }
     EXPECT_TRUE(has(namedResources(), {"MENU", kFreqMenu, "", ""}));
-    EXPECT_TRUE(has(namedReasons(), {"", kNoTrailer, "", ""}));
+    EXPECT_TRUE(has(namedReasons(), {"", kNoSetup, "", ""}));
     EXPECT_TRUE(has(namedReasons(), {"", 27, "", ""})) << "the last of the first seven dot shapes";
 }
 

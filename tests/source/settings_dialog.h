@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "source/dotShapes.h"
 #include "source/ktAnnoDlg.h"
 #include "source/ktCustomDlg.h"
 #include "source/ktFreqDlg.h"
@@ -20,6 +21,8 @@ namespace fs = std::filesystem;
 namespace settings_dialog {
 
 enum { kMake = 1, kCancel = 2, kFreq = 4, kAngle, kSpot, kFlat, kAnno, kError };
+// "Import..." follows the dot shapes and a divider.
+constexpr int16_t kImport = kFirstShapeItem + kDotShapeCount + 1;
 
 class SettingsDialog : public PluginTest {
 protected:
@@ -62,7 +65,7 @@ protected:
             BlockMove(spot.data(), *gSpotHandle, static_cast<Size>(spot.size()));
             gSpotLength = static_cast<int32_t>(spot.size());
             settings.spotImported = 1;
-            settings.spotItem = 11;
+            settings.spotItem = kImport;
             toolbox::setPascal(settings.spotName, "Old spot", 63);
         }
         WritePrefs();
@@ -88,6 +91,16 @@ protected:
         dismiss(16132);
         user.answerOpen(folder / name);
         user.in(kCustomDialogID);
+    }
+
+    void chooseOneOfEach()
+    {
+        user.choose(kFreq, "60 lpi");
+        user.choose(kAngle, "22.5°");
+        user.choose(kSpot, "Diamond");
+        user.choose(kFlat, "2");
+        user.choose(kAnno, "Annotation");
+        user.choose(kError, "Print errors");
     }
 
     void cancel() { user.in(kCustomDialogID); user.press(kCancel); }

@@ -113,12 +113,7 @@ TEST_F(SettingsDialog, ReturnWithNothingChosenRefusesAndStays)
 
 TEST_F(SettingsDialog, ChoicesAreStoredAndComeBack)
 {
-    user.choose(kFreq, "60 lpi");
-    user.choose(kAngle, "22.5°");
-    user.choose(kSpot, "Diamond");
-    user.choose(kFlat, "2");
-    user.choose(kAnno, "Annotation");
-    user.choose(kError, "Print errors");
+    chooseOneOfEach();
     make();
     run();
     PrefsRec kept = stored();
@@ -138,12 +133,7 @@ TEST_F(SettingsDialog, CancelPutsEveryChoiceBack)
 {
     PrefsRec before{};
     user.then([&] { before = *gPrefsPtr; });
-    user.choose(kFreq, "60 lpi");
-    user.choose(kAngle, "22.5°");
-    user.choose(kSpot, "Diamond");
-    user.choose(kFlat, "2");
-    user.choose(kAnno, "Annotation");
-    user.choose(kError, "Print errors");
+    chooseOneOfEach();
     cancel();
     run();
     PrefsRec after = stored();
@@ -254,7 +244,7 @@ TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
         },
         "{ 2 copy }");
     std::string fork = contentsOf(forkOfPreferences());
-    size_t record = fork.find('\x0A' + std::string("Riders 1.0"));
+    size_t record = fork.find(static_cast<char>(7 + kPluginVersion.size()) + ("Riders " + kPluginVersion));
     ASSERT_NE(record, std::string::npos);
     fork[record + offsetof(PrefsRec, spotName)] = '\xFF';
     writeFile(forkOfPreferences(), fork);

@@ -11,7 +11,7 @@ TEST_F(SettingsDialog, ImportIsStoredAndMade)
     make();
     run();
     PrefsRec kept = stored();
-    EXPECT_EQ(kept.spotItem, 11);
+    EXPECT_EQ(kept.spotItem, kImport);
     EXPECT_EQ(kept.spotImported, 1);
     EXPECT_EQ(plain(kept.spotName), "Stars");
     EXPECT_EQ(spotText, "{ my spot }");
@@ -27,7 +27,7 @@ TEST_F(SettingsDialog, RefusedImportGoesBackToThePreviousItem)
     user.then([&] {
         EXPECT_EQ(curItem(gSpotPopInfo), 8);
         EXPECT_EQ(gPrefsPtr->spotItem, 8);
-        EXPECT_EQ(markOf(gSpotPopInfo, 11), 0);
+        EXPECT_EQ(markOf(gSpotPopInfo, kImport), 0);
     });
     cancel();
     run();

@@ -112,7 +112,7 @@ TEST_F(Settings, DefaultsFillTheWholeRecord)
     SetDefaults();
     CleanupPrefsStruct();
     // The dialog of 392 by 252 in the middle of 0, 4, 476, 636.
-    std::string expected = pascalField(text(16200, 1) + "1.0", 32);
+    std::string expected = pascalField(text(16200, 1) + kPluginVersion, 32);
     expected += std::string("\0\5\0\6\0\1\0\1\0\1\0\1\0\5", 14) + std::string("\1\0\1\0\0\0", 6);
     expected += std::string("\0\x70\0\x7C\0\x32\0\x32", 8);
     expected += pascalField(text(16131, 2), 16) + pascalField(text(16131, 3), 16);

@@ -11,6 +11,9 @@
 #include "source/initUtilities.h"
 #include "source/ktPrefs.h"
 
+// The version in resources/strings.res, as texts have it.
+inline const std::string kPluginVersion = "1.0";
+
 class PluginTest : public ToolboxTest {
 protected:
     void SetUp() override;
