@@ -128,7 +128,8 @@ TEST_F(RidersFileDocument, ItemsGoAsFarAsTheirMenus)
         MenuHandle items = GetMenu(static_cast<int16_t>(std::stoi(row.at(3).substr(menu + 5))));
         ASSERT_NE(items, nullptr) << row.at(3);
         EXPECT_EQ(endsOf(row.at(5)).first, "1") << name;
-        EXPECT_EQ(std::stoi(endsOf(row.at(5)).second), CountMItems(items)) << name;
+        EXPECT_EQ(std::stoi(endsOf(row.at(5)).second), CountMItems(items))
+            << name << " in the table of the settings";
         ++seen;
     }
     EXPECT_EQ(seen, 7);
@@ -196,8 +197,9 @@ TEST_F(RidersFileDocument, EachBuiltInDotShapeIsTheFileNamedBesideIt)
     MenuHandle menu = GetMenu(16138);
     ASSERT_NE(menu, nullptr);
     std::vector<TableRow> rows = table("Item");
-    EXPECT_EQ(rows.size() + 4,
-              static_cast<size_t>(CountMItems(menu)));  // the printer's own, two rules, the import
+    // The rest are the printer's own, two dividers and the import.
+    EXPECT_EQ(rows.size() + 4, static_cast<size_t>(CountMItems(menu)))
+        << "each dot shape has a row in the second table of docs/riders-file.md";
     for (const TableRow &row : rows) {
         Str255 text;
         GetItem(menu, static_cast<int16_t>(std::stoi(row.at(0))), text);
