@@ -10,6 +10,7 @@
 #include "source/ktAnnoDlg.h"
 #include "source/ktFreqDlg.h"
 #include "source/popup.h"
+#include "source/settingsRecord.h"
 #include "toolbox/menus.h"
 #include "toolbox/resources.h"
 
@@ -229,19 +230,20 @@ TEST_F(RidersFileDocument, AMadeFileIsThePiecesInTheOrderOfTheTable)
 TEST_F(RidersFileDocument, ItsOpeningLineIsOneThatIsWritten)
 {
     const std::string text = sourceText(kPath);
-    const size_t at = text.find(riders::kOpeningWord);
+    const size_t at = text.find(riders::apply::kOpeningWord);
     ASSERT_NE(at, std::string::npos);
     const std::string line = text.substr(at, text.find('\n', at) + 1 - at);
-    auto marker = riders::parseOpening(line);
+    auto marker = riders::apply::parseOpening(line);
     ASSERT_TRUE(marker) << line;
     EXPECT_TRUE(marker->landscape);
     EXPECT_EQ(marker->length, 5120u);
-    EXPECT_NE(text.find("    " + std::string(riders::kLandscapeLine)), std::string::npos);
-    EXPECT_NE(text.find("    " + std::string(riders::kClosingLine)), std::string::npos);
+    EXPECT_NE(text.find("    " + std::string(riders::apply::kLandscapeLine)), std::string::npos);
+    EXPECT_NE(text.find("    " + std::string(riders::apply::kClosingLine)), std::string::npos);
 }
 
 TEST_F(RidersFileDocument, HeadersThatHoldAFormatNameTheDocument)
 {
-    for (const char *path : {"host/apply/markers.h", "resources/pieces.res"})
+    for (const char *path : {"source/settingsRecord.h", "source/ktRiderSections.h", "source/ktSpot.h",
+                             "host/apply/markers.h", "resources/pieces.res"})
         EXPECT_NE(sourceText(path).find(kPath), std::string::npos) << path << " does not name " << kPath;
 }
