@@ -1,11 +1,11 @@
-# Puts text files into a program as they are: PostScript, HTML and style sheets stay files that an editor and an
+# Embeds text files in a program as they are: PostScript, HTML and style sheets stay files that an editor and an
 # interpreter understand.
 #
 #   riders_embed(TARGET NAMESPACE FILE NAME [FILE NAME...])
 #
-# makes of each FILE, relative to the current folder, a `const std::string_view NAME` of that namespace, whose
-# bytes are the file's. Whoever uses it declares it: `extern const std::string_view NAME;`. A changed file is put
-# in again by the next build.
+# turns each FILE, relative to the current folder, into a `const std::string_view NAME` in that namespace, whose
+# bytes are the file's. Code that uses it declares it: `extern const std::string_view NAME;`. The next build embeds
+# a changed file again.
 function(riders_embed target namespace)
   set(script ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/embed_file.cmake)
   while(ARGN)

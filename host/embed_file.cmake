@@ -4,7 +4,7 @@ string(LENGTH "${bytes}" size)
 math(EXPR size "${size} / 2")
 string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${bytes}")
 get_filename_component(name ${FILE} NAME)
-file(WRITE ${OUTPUT} "// ${name}, put in by the build.
+file(WRITE ${OUTPUT} "// ${name}, embedded by the build.
 #include <string_view>
 
 namespace ${NAMESPACE} {

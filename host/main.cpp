@@ -23,8 +23,8 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
 
 int main(int argc, char **argv)
 {
-    // A file that may not grow any further is a full disk, to be reported and
-    // tidied up after, not the end of the process.
+    // A file that may not grow any further is treated as a full disk: reported
+    // and cleaned up after, instead of ending the process.
     signal(SIGXFSZ, SIG_IGN);
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");

@@ -2,7 +2,8 @@
 // parts the values that the user chose, as bare characters.
 //
 // Each call writes one section to the open file and returns noErr or the first
-// error of writing, at which it stops. A missing piece is fatal.
+// error of writing, at which it stops. A missing piece is fatal. All pieces in
+// their order: docs/riders-file.md.
 #pragma once
 
 #include "toolbox/types.h"

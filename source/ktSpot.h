@@ -3,7 +3,7 @@
 // here.
 //
 // The file has "%!KT1_Spot" and a carriage return within its first 96 bytes;
-// what follows the first carriage return is the body.
+// what follows the first carriage return is the body (docs/riders-file.md).
 //
 // The states, as gSpotHandle, gSavedSpotHandle and the settings' spotImported
 // have them:

@@ -1,4 +1,5 @@
-// The settings: one record, which is a file format too.
+// The settings: one record, which is a file format too; docs/riders-file.md has
+// it field by field.
 #pragma once
 
 #include "toolbox/bigendian.h"

@@ -91,7 +91,7 @@ void Application::askAndOpen()
         open(job);
 }
 
-// A window that is open shows the job in its place.
+// A window that is already open shows the new job instead.
 void Application::open(const std::filesystem::path &job)
 {
     try {

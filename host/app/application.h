@@ -1,4 +1,4 @@
-// The program on a screen: its menu bar, the plug-in's commands, and the window
+// The program on a display: its menu bar, the plug-in's commands, and the window
 // of a job.
 #pragma once
 
@@ -26,13 +26,13 @@ public:
     // PluginError when something it needs is missing.
     Application(const AppRequest &request, std::optional<ScreenSettings> screen);
 
-    // Until the person quits, or the machine asks the program to end.
+    // Runs until the person quits or the machine asks the program to end.
     // toolbox::ProcessEnded passes through when the plug-in ends the process.
     void run();
 
 private:
     void handle(const EventRecord &event);
-    // Of the menu bar, and Command keys; true: taken.
+    // Handles the menu bar and Command keys; true when the event was one of these.
     bool menuEvent(const EventRecord &event);
     void carryOut(const Command &command);
     void askAndOpen();

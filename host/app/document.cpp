@@ -19,7 +19,7 @@ enum Item : int16_t { addButton = 1, closeButton, takeOutButton, outline, titleT
 
 Document *current = nullptr;
 
-// As a person says it: the folders are known.
+// Without the folders, which the person knows.
 std::string inPlainWords(std::string problem, const fs::path &folder)
 {
     const std::string prefix = folder.string() + "/";

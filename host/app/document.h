@@ -12,18 +12,18 @@ namespace riders::app {
 
 class Document {
 public:
-    // Sees what happens in the menu bar, and Command keys. True: taken.
+    // Handles the menu bar and Command keys; true when the event was one of these.
     using MenuEvents = std::function<bool(const EventRecord &)>;
 
-    // Refusal when the job cannot be read. One at a time.
+    // Throws Refusal when the job cannot be read. Only one may exist at a time.
     Document(const std::filesystem::path &job, MenuEvents menuEvents);
     ~Document();
     Document(const Document &) = delete;
 
-    // Shows another job in its place. Refusal: it stays with the one it has.
+    // Shows another job instead. Throws Refusal, and keeps the one it has.
     void open(const std::filesystem::path &job);
-    // Until the person closes the window, close is called, or the program is to
-    // end.
+    // Runs until the person closes the window, close is called, or the program
+    // has to end.
     void run();
     void close() { closing_ = true; }
 

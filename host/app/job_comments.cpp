@@ -30,8 +30,8 @@ std::optional<std::string_view> valueOf(std::string_view line, std::string_view 
     return line.substr(start, line.find_last_not_of(" \t") + 1 - start);
 }
 
-// A title may be a PostScript string. Bytes that are no UTF-8 are taken
-// for what a Macintosh would write.
+// A title may be a PostScript string. Bytes that are not UTF-8 are
+// taken to be Mac OS Roman.
 std::string asText(std::string_view value)
 {
     std::string text;
@@ -55,7 +55,7 @@ std::optional<long> asNumber(std::string_view value)
     return good ? std::optional(number) : std::nullopt;
 }
 
-// Header comments end at %%EndComments, or where a line is no comment.
+// Header comments end at %%EndComments, or before a line that is not a comment.
 void readHeader(std::string_view bytes, JobComments &comments)
 {
     takeLine(bytes);

@@ -14,8 +14,8 @@ struct JobComments {
     bool operator==(const JobComments &) const = default;
 };
 
-// From the first bytes of the job, from its "%!" on, and the last ones, where
-// a job may put the number of its pages.
+// From the job's first bytes, beginning with its "%!", and its last ones, where
+// the number of its pages may stand.
 JobComments commentsOf(std::string_view head, std::string_view tail);
 
 }  // namespace riders::app

@@ -12,8 +12,8 @@ struct JobSummary {
     bool hasRiders = false;
 };
 
-// Reads no more than the job's head and its last 64 KiB. Throws Refusal where it
-// cannot be read or is no PostScript.
+// Reads no more than the job's head and its last 64 KiB. Throws Refusal when it
+// cannot be read or is not PostScript.
 JobSummary summaryOf(const std::filesystem::path &job);
 
 }  // namespace riders::app

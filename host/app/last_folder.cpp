@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 namespace riders::app {
 namespace {
 
-// Empty: there is no such place, or none can be made.
+// Empty when there is no such place or it cannot be made.
 fs::path keepingFile(bool make)
 {
     int16_t volume;
@@ -24,8 +24,8 @@ fs::path keepingFile(bool make)
 // Every path is shorter; what is longer was not written by this program.
 constexpr std::size_t longest = 4096;
 
-// The path as it is, without a line end: a name may end in one. Empty for
-// anything that does not name a folder that is there.
+// The file holds the path alone, without a line end: a name may end in one.
+// Empty for anything that does not name an existing folder.
 fs::path readFolder(const fs::path &file)
 {
     std::error_code error;

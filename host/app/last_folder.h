@@ -6,10 +6,10 @@
 
 namespace riders::app {
 
-// While one of these is there, file dialogs open where the last run's ended; at
-// its end the folder used last is kept, in a file of the user's own settings
-// folder. A folder that is gone counts as none: dialogs open in the session's start
-// folder. The Toolbox must be started, and must outlive it.
+// While one of these exists, file dialogs open where those of the last run
+// ended; its destructor keeps the folder used last, in a file in the user's
+// settings folder. A folder that no longer exists counts as none: dialogs open
+// in the session's start folder. The Toolbox must be started, and must outlive it.
 class LastFolder {
 public:
     LastFolder();

@@ -37,7 +37,7 @@ Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::option
     DrawMenuBar();
 }
 
-// Under the heading of the first one: a plug-in has one.
+// Under the heading of the first one: a plug-in has only one heading.
 void Menus::addCommands()
 {
     if (commands_.empty())

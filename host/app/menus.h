@@ -10,7 +10,7 @@
 
 namespace riders::app {
 
-// What can be chosen; number is that of a plug-in's command, or of a depth.
+// What can be chosen; number is a plug-in command's number, or a depth.
 struct Command {
     enum class Kind { none, about, open, close, quit, plugin, fullScreen, depth };
     Kind kind = Kind::none;
@@ -23,9 +23,9 @@ public:
     // from the resources. The settings must outlive it.
     Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<ScreenSettings> &screen);
 
-    // Enables and marks what is to be, before a choice is made.
+    // Enables and marks the items as they should be, before a choice is made.
     void update(bool documentOpen);
-    // What MenuSelect or MenuKey returned.
+    // The command for what MenuSelect or MenuKey returned.
     Command chosen(int32_t choice) const;
 
 private:

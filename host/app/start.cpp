@@ -9,7 +9,7 @@
 namespace riders::app {
 namespace {
 
-// As the person writes numbers; a period where their locale has none of one
+// The one the person's locale uses; a period where it is not a single
 // character.
 char decimalPoint()
 {

@@ -24,7 +24,7 @@ Bounds *boundsOf(ResType type, int id)
     return resource ? reinterpret_cast<Bounds *>(*resource) : nullptr;
 }
 
-// Alerts show where their resource says.
+// Alerts appear where their resource says.
 void center(int16_t alert)
 {
     Point corner = centered('ALRT', alert);

@@ -12,8 +12,8 @@ enum class Words { notStated = 1, inThisJob, none, saveWith, saveWithout, ending
 // UTF-8.
 std::string words(Words which);
 
-// The top left, global, at which the 'DLOG' or 'ALRT' (whichever the type says) lies in
-// the middle of the main screen, a third of the free height down.
+// The top left corner, global, with which the 'DLOG' or 'ALRT' (as the type says) lies
+// in the middle of the main display, a third of the free height down.
 Point centered(ResType type, int id);
 
 // Shows what went wrong, UTF-8, and waits for OK.

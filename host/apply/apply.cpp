@@ -21,7 +21,7 @@ bool isRidersFile(std::string_view bytes)
     return bytes.size() >= kMagicWithin && bytes.substr(0, kMagicWithin).find(kMagic) != std::string_view::npos;
 }
 
-// The first bytes of an input. What is not used of the buffer is never touched
+// The first bytes of an input. The unused part of the buffer is never touched
 // and takes no memory.
 class Head {
 public:
@@ -77,7 +77,7 @@ struct Cut {
     size_t from = 0, to = 0;
 };
 
-// What of the head is not the job's own: the marked lines and all between.
+// The part of the head that is not the job's own: the marker lines and all between.
 Cut cutOf(const JobHead &job, std::string_view bytes)
 {
     const auto opening = findFragment(job);

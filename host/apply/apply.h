@@ -17,9 +17,9 @@ struct ApplyRequest {
     std::filesystem::path out = {};  // empty: standard output; may be the job itself
 };
 
-// Writes the job with the riders file in it, between two marked lines, where
-// job-wide setup belongs. Refused: a file that is no riders file, a job that is
-// no PostScript, a job that has a riders file in it already.
+// Writes the job with the riders file in it, between two marker lines, where
+// job-wide setup belongs. Refused: a file that is not a riders file, a job that
+// is not PostScript or already has a riders file in it.
 void applyRiders(const ApplyRequest &request);
 
 struct StripRequest {
@@ -28,7 +28,7 @@ struct StripRequest {
 };
 
 // Writes the job as it was before applyRiders, byte for byte. Refused: a job
-// without a riders file, or one whose marked lines were changed or cut off.
+// without a riders file, or one whose marker lines were changed or cut off.
 void stripRiders(const StripRequest &request);
 
 }  // namespace riders::apply

@@ -20,7 +20,7 @@ struct Line {
     bool ended = false;     // false: the job ends without a line end
 };
 
-// Lines ending in LF, CR or CRLF. A line that the head cuts off is not given,
+// Lines ending in LF, CR or CRLF. A line that the head cuts off is not returned,
 // nor one whose CR is the head's last byte: an LF may follow.
 class Lines {
 public:
@@ -93,7 +93,7 @@ public:
     }
 
 private:
-    // By the count that the section states; to its end where it states none.
+    // Skips the count that the section states; to its end where it states none.
     void skipData(std::string_view arguments, std::string_view endWord)
     {
         const std::string_view number = nextWord(arguments);
@@ -121,7 +121,7 @@ private:
     unsigned embedded_ = 0;
 };
 
-// Passes what a printer driver may send ahead of the job.
+// Skips what a printer driver may send before the job.
 size_t pastPrinterLanguage(const JobHead &head, size_t at)
 {
     at += kUniversalExit.size();

@@ -1,5 +1,5 @@
 // Reading the structuring comments of a PostScript job: where a setup fragment
-// belongs, and where one of ours already is.
+// belongs, and where there already is one.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace riders::apply {
 
 // A fragment stands in the first part of a job, the same from a file and a pipe.
 inline constexpr size_t kJobHeadLimit = size_t(4) << 20;
-// What is to be read of a job: a marker at the limit is then still seen whole.
+// How much of a job is read: a marker line at the limit is then still seen whole.
 inline constexpr size_t kJobHeadSize = kJobHeadLimit + 128;
 
 struct JobHead {
@@ -30,17 +30,16 @@ struct Place {
 // Where job-wide setup belongs: at the end of the job's own setup section;
 // else before the first page; else after the prolog; else after the header
 // comments; else after the first line. Embedded documents and data sections
-// are passed over. Throws Refusal where the job is no PostScript, where its
-// first line does not end before the limit, or where it has a marked riders
-// fragment already.
+// are skipped. Throws Refusal when the job is not PostScript, when its first
+// line does not end before the limit, or when it already has a riders fragment.
 Place findPlace(const JobHead &head);
 
 // Whether the job's header comments say that its pages are landscape. Throws
-// Refusal where the job is no PostScript.
+// Refusal when the job is not PostScript.
 bool isLandscape(const JobHead &head);
 
-// Offset of the opening marker of a riders fragment of the job's own (not of
-// an embedded document's), if there is one. Throws Refusal where the job is no PostScript.
+// Offset of the opening marker line of the job's own riders fragment (not of an
+// embedded document's), if it has one. Throws Refusal when the job is not PostScript.
 std::optional<size_t> findFragment(const JobHead &head);
 
 }  // namespace riders::apply

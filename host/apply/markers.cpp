@@ -32,7 +32,7 @@ std::optional<Marker> parseOpening(std::string_view line)
     Marker marker;
     if (digits >= end || std::from_chars(digits, end, marker.length).ec != std::errc())
         return {};
-    // The rest has eight forms only: write each and compare.
+    // The rest has only eight forms: write each and compare.
     for (int form = 0; form < 8; ++form) {
         marker.lineEndBefore = form & 1;
         marker.lineEndAfter = form & 2;

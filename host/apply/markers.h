@@ -1,4 +1,4 @@
-// The lines that stand around a riders file in a job; docs/riders-file.md
+// The lines around a riders file in a job; docs/riders-file.md
 // describes them for other programs.
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace riders::apply {
 
-// What the opening line says. With it the fragment is taken out byte for byte,
-// whatever the fragment or the job hold.
+// What the opening line says. From it the fragment is taken out byte for byte,
+// whatever the fragment or the job contains.
 struct Marker {
     size_t length = 0;           // of the fragment in bytes
     bool lineEndBefore = false;  // the job's line before the marker had no line end: one LF was added
@@ -20,18 +20,18 @@ struct Marker {
     bool operator==(const Marker &) const = default;
 };
 
-// How every opening line begins, also a damaged one.
+// How every opening line begins, even a damaged one.
 inline constexpr std::string_view kOpeningWord = "%RidersBegin:";
 inline constexpr std::string_view kClosingLine = "%RidersEnd\n";
 // Lets the fragment know that the pages are turned by a quarter to the left: an
 // interpreter does not see the comment that says so, and most programs have
-// turned the axes back when they put a sheet out.
+// turned the axes back by the time they put a sheet out.
 inline constexpr std::string_view kLandscapeLine = "userdict /Zu3_RidersTurns 1 put\n";
 // No opening line is longer, its line end included.
 inline constexpr size_t kLongestOpening = 96;
 
 std::string openingLine(const Marker &marker);  // with its line end
-// Of the line with its line end; nothing where it is not exactly what openingLine writes.
+// Takes the line with its line end; empty unless it is exactly what openingLine writes.
 std::optional<Marker> parseOpening(std::string_view line);
 
 }  // namespace riders::apply

@@ -1,4 +1,4 @@
-// The command line: what can be asked for, and who does it.
+// The command line: its commands, and what each calls.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -18,9 +18,9 @@ public:
     // Adds the subcommands. The app must outlive it.
     explicit Commands(CLI::App &app);
     // Does what was asked for; false when it was refused or failed, which has
-    // then been said on standard error.
+    // then been reported on standard error.
     bool run();
-    // Where played sessions take place, when not on the headless screen.
+    // Where played sessions take place, when not on the headless machine.
     void seatPlayersAt(decltype(play::PlayRequest::seat) seat) { play_.seat = std::move(seat); }
 
 private:

@@ -140,7 +140,7 @@ void copyRest(const OpenFile &in, const OpenFile &out)
             if (moved < 0 && errno != EINTR)
                 break;
     // What the kernel would not do, or did not finish, goes through a buffer,
-    // where it is plain which side failed; mostly this finds the end only.
+    // which shows which side failed; mostly this only finds the end.
     const auto buffer = std::make_unique_for_overwrite<char[]>(kBuffer);
     while (const size_t got = readSome(in, buffer.get(), kBuffer))
         writeAll(out, {buffer.get(), got});

@@ -1,4 +1,4 @@
-// Moving bytes between files, pipes and devices, in the kernel where it can.
+// Moving bytes between files, pipes and devices, in the kernel where possible.
 #pragma once
 
 #include <sys/types.h>
@@ -21,7 +21,7 @@ public:
 
     int descriptor() const { return descriptor_; }
     const std::string &name() const { return name_; }
-    // Closes now, and says so where the system only now finds that it could not write.
+    // Closes now. Throws Refusal when only now the system finds that it could not write.
     void close();
 
 private:
@@ -32,13 +32,13 @@ private:
 // Opens for reading; an empty path is standard input. Throws Refusal.
 OpenFile openInput(const std::string &path);
 
-// Reads until the buffer is full or the input ends; gives the bytes read. Throws Refusal.
+// Reads until the buffer is full or the input ends; returns the number of bytes read. Throws Refusal.
 size_t readFully(const OpenFile &in, char *buffer, size_t size);
 
 // Throws Refusal.
 void writeAll(const OpenFile &out, std::string_view bytes);
 
-// Copies from where `in` stands to its end. Throws Refusal.
+// Copies from the current position of `in` to its end. Throws Refusal.
 void copyRest(const OpenFile &in, const OpenFile &out);
 
 // True where both are the same ordinary file.

@@ -15,8 +15,8 @@ struct Interrupted : std::exception {
     int signal;
 };
 
-// While one is there, SIGINT, SIGTERM and SIGHUP are noted instead of ending the
-// process (those that are ignored stay so). One at a time.
+// While one exists, SIGINT, SIGTERM and SIGHUP are noted instead of ending the
+// process (those that are ignored stay so). Only one at a time.
 class Interruption {
 public:
     Interruption();

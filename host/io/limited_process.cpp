@@ -39,14 +39,14 @@ struct Prepared {
         takeEnvironment(run.temporary);
     }
 
-    // Without what would change how the program works, its temporary files in its own folder.
+    // Leaves out what would change how the program works; temporary files go into its own folder.
     void takeEnvironment(const std::string &temporary)
     {
         for (char **variable = environ; *variable; ++variable) {
             const std::string_view text = *variable;
-            const bool ours = text.starts_with("TEMP=") || text.starts_with("TMPDIR=") ||
-                              text.starts_with("TMP=") || text.starts_with("GS_");
-            if (!ours)
+            const bool leftOut = text.starts_with("TEMP=") || text.starts_with("TMPDIR=") ||
+                                 text.starts_with("TMP=") || text.starts_with("GS_");
+            if (!leftOut)
                 variables.emplace_back(text);
         }
         variables.push_back("TEMP=" + temporary);
@@ -110,7 +110,7 @@ public:
         close(output_);
     }
 
-    // Answers each line until the output ends; false when the time is over.
+    // Calls `line` for each line until the output ends; false when the time is up.
     bool listen()
     {
         restart();
@@ -149,7 +149,7 @@ public:
 private:
     void restart() { deadline_ = Clock::now() + std::chrono::seconds(run_.seconds); }
 
-    // Until the descriptor can be read (-1: for a moment); false when the time is over.
+    // Waits until the descriptor can be read (-1: for a moment); false when the time is up.
     bool waitFor(int descriptor)
     {
         for (int some = 0; some <= 0;) {

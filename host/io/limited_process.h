@@ -1,4 +1,4 @@
-// A program in a process group of its own, within limits, ended cleanly.
+// Runs a program in its own process group, within limits, and ends it cleanly.
 #pragma once
 
 #include <filesystem>
@@ -13,7 +13,7 @@ struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
     std::filesystem::path folder;      // its current folder
     std::filesystem::path temporary;   // where it makes temporary files
-    int seconds = 300;                 // it may be silent; each line for which `line` returns true starts it anew
+    int seconds = 300;                 // of silence allowed; each line for which `line` returns true starts the time anew
     int megabytes = 2048;              // of address space
     // Called for each line that it writes on standard output or error; true where it shows progress.
     std::function<bool(std::string_view)> line;
@@ -28,8 +28,8 @@ struct LimitedResult {
 
 // Waits for the program to end. It has no input. When too much time has
 // passed, a signal has come (see Interruption) or `line` throws, it is killed with
-// everything it started; it dies with this process as well. Throws Refusal where it cannot
-// be started, Interrupted, or what `line` throws. May run on several threads at a time; a thread must last
+// everything it started; it also dies with this process. Throws Refusal when it cannot
+// be started, Interrupted, or what `line` throws. May be called on several threads at once; a thread must last
 // as long as its program.
 LimitedResult runLimited(const LimitedRun &run);
 

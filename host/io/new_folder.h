@@ -6,7 +6,7 @@
 
 namespace riders::io {
 
-// The place without links, dots and a slash at its end, so that what is moved is the folder itself.
+// The path without links, dots and a trailing slash, so that what is moved is the folder itself.
 // Throws Refusal.
 std::filesystem::path placeWithoutLinks(const std::filesystem::path &place);
 
@@ -14,7 +14,7 @@ std::filesystem::path placeWithoutLinks(const std::filesystem::path &place);
 class NewFolder {
 public:
     // `place` is without links; the hidden folder's name begins with `hiddenName`. Throws Refusal or
-    // std::filesystem::filesystem_error where nothing can be made.
+    // std::filesystem::filesystem_error when it cannot be made.
     NewFolder(const std::filesystem::path &place, const std::string &hiddenName);
     // Removes everything that was not moved.
     ~NewFolder();
@@ -22,9 +22,9 @@ public:
 
     // What is to be moved.
     const std::filesystem::path &path() const { return new_; }
-    // For files that are needed in between only.
+    // For files that are needed only until then.
     const std::filesystem::path &work() const { return work_; }
-    // Moves the folder to its place in one step; one that was there is then gone. Throws Refusal.
+    // Moves the folder to its place in one step; an earlier one there is removed. Throws Refusal.
     void finish();
 
 private:

@@ -98,7 +98,7 @@ void Output::takeAttributes(const std::string &shown)
         return;
     if (access(target_.c_str(), W_OK) != 0)
         refuseErrno(shown, errno);
-    // Whoever may not give files away keeps the new one for himself.
+    // A user who may not give files away stays the owner of the new one.
     if (fchown(file_.descriptor(), status.st_uid, status.st_gid) == 0)
         fchmod(file_.descriptor(), status.st_mode & 07777);
     else

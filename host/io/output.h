@@ -7,13 +7,13 @@
 
 namespace riders::io {
 
-// While one of these is there, writing to a pipe whose reader has gone is an
+// While one of these exists, writing to a pipe whose reader has gone is an
 // error that can be reported, not the end of the process.
 class Output {
 public:
     // Opens for writing; an empty path is standard output. A symbolic link is
     // followed, an existing file's permissions and owner are kept, and a pipe
-    // or device is written to as it stands. Throws Refusal.
+    // or device is written to directly. Throws Refusal.
     explicit Output(const std::filesystem::path &path);
     ~Output();
     Output(const Output &) = delete;

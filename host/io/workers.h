@@ -12,7 +12,7 @@
 namespace riders::io {
 
 // Threads that take pieces of work: urgent ones first, otherwise in the order they came.
-// A piece may add others. A signal (see Interruption) is found between pieces, as if one had thrown Interrupted.
+// A piece may add others. A signal (see Interruption) is noticed between pieces, as if one had thrown Interrupted.
 class Workers {
 public:
     using Work = std::function<void()>;

@@ -18,8 +18,8 @@ enum { frequencyPopup = 4, anglePopup = 5, spotPopup = 6, flatnessPopup = 7, ann
 enum { fontPopup = 6 };
 enum { leftToPrinter = 1, errorHandlerOn = 2 };
 
-// What to type so that the file gets its name: the name itself, or for one
-// that no dialog takes the stand-in that the File Manager keeps for it.
+// What to type so that the file gets its name: the name itself, or, if no
+// dialog accepts it, the stand-in that the File Manager keeps for it.
 std::string typedName(const std::filesystem::path &output)
 {
     std::filesystem::path file = std::filesystem::absolute(output);
@@ -47,7 +47,7 @@ std::string whyNotOffered(const std::filesystem::path &file)
     return isText(file) ? "" : file.string() + " is no text file";
 }
 
-// As Standard File knows it: a link to a folder is followed, one to a file not.
+// As Standard File knows it: a link to a folder is followed, one to a file is not.
 std::filesystem::path asListed(const std::filesystem::path &file)
 {
     std::filesystem::path absolute = std::filesystem::absolute(file);
@@ -66,7 +66,7 @@ Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request) : user
     user_.onSurprise([this](int) { return surprised(); });
 }
 
-// Everything is chosen, also what was not named: a saved setting must not get
+// Everything is chosen, even what was not named: a saved setting must not get
 // into a file that was made without asking for it.
 void Answers::queue()
 {
@@ -183,7 +183,7 @@ int Answers::giveUp(const std::string &words)
     return 0;
 }
 
-// The plug-in says something instead of going on: its words, and OK.
+// The plug-in shows a message instead of going on: keeps its words, presses OK.
 bool Answers::surprised()
 {
     refuse(toolbox::frontDialogText());

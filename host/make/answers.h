@@ -1,4 +1,4 @@
-// What `riders make` answers in the plug-in's dialogs, as steps of a user.
+// How `riders make` fills in the plug-in's dialogs, as steps of a scripted user.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// `riders make`: the plug-in's own dialogs, answered without a screen.
+// `riders make`: the plug-in's own dialogs, filled in without a display.
 #pragma once
 
 #include <string>

@@ -9,7 +9,7 @@
 namespace riders::make {
 namespace {
 
-// The number that a text begins with, if what follows it may stand there.
+// The number that a text begins with, if what follows it is allowed.
 bool leadingNumber(const std::string &text, bool unitAllowed, double &value)
 {
     const char *end = text.data() + text.size();

@@ -15,7 +15,7 @@ std::filesystem::path newFolderIn(const std::filesystem::path &parent)
 
 }  // namespace
 
-// In memory where that can be had: these settings are never read again, so
+// In memory where possible: these settings are never read again, so
 // they need not go to a disk.
 PreferencesFolder::PreferencesFolder(bool usersOwn)
 {

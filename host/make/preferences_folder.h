@@ -1,5 +1,5 @@
 // The folder the plug-in keeps its settings in while a file is made: the
-// user's own, or an empty one that goes away again.
+// user's own, or an empty one that is removed afterwards.
 #pragma once
 
 #include <filesystem>

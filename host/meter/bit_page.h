@@ -1,4 +1,4 @@
-// A page of one bit a pixel, as film recorders and plates have it.
+// A page of one bit per pixel, as film recorders and plates use.
 #pragma once
 
 #include <cstddef>
@@ -6,14 +6,14 @@
 
 namespace riders::meter {
 
-// Borrowed rows of bits: whoever makes it keeps them alive. The leftmost pixel
+// Borrowed rows of bits: the caller keeps them alive. The leftmost pixel
 // is the highest bit of a row's first byte; 1 is ink; row 0 is the top of the
 // sheet. Bits past the width are never looked at.
 struct BitPage {
     const std::uint8_t *bits = nullptr;
     int width = 0, height = 0;  // pixels
     std::size_t rowBytes = 0;   // (width + 7) / 8 or more
-    double dpi = 0;             // pixels an inch, the same both ways
+    double dpi = 0;             // pixels per inch, the same both ways
 
     const std::uint8_t *row(int y) const { return bits + static_cast<std::size_t>(y) * rowBytes; }
     bool at(int x, int y) const { return row(y)[x >> 3] >> (7 - (x & 7)) & 1; }

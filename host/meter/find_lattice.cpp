@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kSmallestPatch = 32;
 constexpr double kLeastPeriods = 4;  // in a window that can be measured
-constexpr double kGoodPeriods = 10;  // in a patch, to take its waves at their word
+constexpr double kGoodPeriods = 10;  // in a patch whose waves can be relied on
 constexpr double kLeastEvenness = 0.3;
 constexpr double kWorthFitting = 0.1;  // evenness of a rough lattice
 constexpr std::size_t kMostCandidates = 4;
@@ -27,8 +27,8 @@ struct Candidate {
     double power;
 };
 
-// Which peaks can be the screen's own waves? It and the one at right angles
-// hold the most; in light tints others hold nearly as much.
+// Which peaks can be the screen's own waves? Such a wave and the one at right
+// angles hold the most power; in light tints others hold nearly as much.
 std::vector<Candidate> candidatesOf(const Spectrum &spectrum)
 {
     const std::vector<Spectrum::Peak> peaks = spectrum.peaks(16);
@@ -103,7 +103,7 @@ std::optional<Lattice> findLattice(const BitPage &page, const PageWindow &window
         const bool whole = patch >= std::max(window.width, window.height) / 2;
         const std::vector<Candidate> candidates = candidatesOf(spectrum);
         if (candidates.empty() || (length(candidates[0].lattice.across) * patch < kGoodPeriods && !whole))
-            continue;  // too slow for this patch: look at a larger one, more coarsely
+            continue;  // too long a wave for this patch: look at a larger one, more coarsely
         const PageWindow middle = middleOf(window, patch);
         const FoundLattice first = dotsOrLines(page, middle, bestOf(page, middle, candidates));
         if (first.evenness < kWorthFitting)

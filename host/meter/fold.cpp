@@ -49,7 +49,7 @@ std::vector<float> blurred(const std::vector<float> &bins, int columns, int rows
         across, rows, columns, [](int column) { return std::size_t(column); }, columns);
 }
 
-// Solves the symmetric system by elimination; unknowns that nothing bears on stay 0.
+// Solves the symmetric system by elimination; unknowns that nothing determines stay 0.
 std::array<double, 4> solve(std::array<std::array<double, 5>, 4> m)
 {
     double largest = 0;

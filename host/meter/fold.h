@@ -11,40 +11,39 @@ namespace riders::meter {
 // One cell in columns by rows of bins: pixels that fell into each, and inked
 // ones among them.
 struct FoldedCell {
-    static constexpr int kSide = 32;  // bins along a wave; along one that is not there, 1
+    static constexpr int kSide = 32;  // bins along a wave; 1 along a missing one
 
     int columns = 0, rows = 0;
     std::vector<float> pixels, inked;
 
     std::size_t bins() const { return pixels.size(); }
     double ink() const;
-    // Share of ink of each bin; empty bins take their neighbours', and each
-    // takes as much of them as a bell curve of `spread` bins gives; 0 leaves
-    // filled bins as they are.
+    // Share of ink of each bin, blurred by a bell curve of `spread` bins; empty
+    // bins take their neighbours'. A spread of 0 leaves filled bins as they are.
     std::vector<float> shares(double spread) const;
-    // Share of the variation that the bins explain, less what chance would.
+    // Share of the variation that the bins explain, less what chance would explain.
     double evenness() const;
 };
 
 class Folding {
 public:
-    // The window lies on the page. About so many of its pixels are looked at,
-    // evenly spread.
+    // The window lies on the page. About as many of its pixels as `pixels` says
+    // are looked at, evenly spread.
     Folding(const BitPage &page, const PageWindow &window, int pixels);
 
     void lay(const Lattice &lattice);
     const FoldedCell &cell() const { return cell_; }
     // The correction to the lattice last laid down that makes the pixels agree
-    // better. Bins are compared with a cell of the given spread: a wide one
-    // leads there from afar, none is exact.
+    // better. Bins are compared with a cell blurred by the spread: a wide one
+    // helps from far away, 0 is exact.
     Lattice correction(double spread, double slopeSpread) const;
-    // Periods that a correction moves the window's corners by.
+    // By how many periods a correction moves the window's corners.
     double effect(const Lattice &correction) const;
 
 private:
     struct Block {
         int left, top, width, height;
-        double x, y;  // its middle from that of the window
+        double x, y;  // its middle, relative to the window's
         FoldedCell cell;
     };
     void layBlock(Block &block, const Lattice &lattice);
@@ -61,7 +60,7 @@ class CellFit {
 public:
     // All must outlive it.
     CellFit(const BitPage &page, const PageWindow &window, const Lattice &lattice);
-    // Share of pixels, of a part of the window, that are not what the cell says there.
+    // Share of the pixels in a part of the window that are not what the cell predicts.
     double disagreement(const PageWindow &part) const;
 
 private:

@@ -10,7 +10,7 @@
 namespace riders::meter {
 
 // Position (x, y) on the page lies in the cell at across.x * x + across.y * y
-// and down.x * x + down.y * y, of which only the fractions count. Lines: across
+// and down.x * x + down.y * y; only the fractions of these count. Lines: across
 // is zero.
 struct Lattice {
     Wave across, down;
@@ -27,7 +27,7 @@ inline Wave turned(const Wave &wave)
 {
     return {-wave.y, wave.x};
 }
-// What a place along a wave has of a period, 2^32 for a whole one.
+// How far into the wave's period a place lies, 2^32 for a whole period.
 inline std::uint32_t phaseAt(const Wave &wave, double x, double y)
 {
     const double periods = wave.x * x + wave.y * y;

@@ -1,4 +1,4 @@
-// How like the dots on a page are to those of a spot function.
+// How closely the dots on a page resemble those of a spot function.
 #include <algorithm>
 #include <cmath>
 
@@ -25,7 +25,7 @@ Sample sampleOf(const BitPage &page, const ScreenReading &reading, int pixels)
     const int wanted = std::max(int(std::sqrt(pixels)), int(3 * reading.cellPixels));
     const int width = std::min(window.width, wanted), height = std::min(window.height, wanted);
     const int left = window.left + (window.width - width) / 2, top = window.top + (window.height - height) / 2;
-    // Cells wider than the sample's pixels would show are looked at every few pixels.
+    // Cells too wide for so few pixels are looked at every few pixels.
     const int step = std::max(1, int(std::sqrt(double(width) * height / pixels)));
     Sample sample;
     for (int y = top; y < top + height; y += step)
@@ -98,8 +98,8 @@ double correlationOf(double both, double one, double other, double squareOne, do
     return spread > 0 ? (both - one * other / n) / spread : -1;
 }
 
-// Where pixels of a cell lie evenly, several have the value that the ink ends
-// with, and which of them are inked is anyone's choice: those of the page.
+// Where a cell's pixels lie regularly, several have the value at which the ink
+// ends, and any of them may be the inked ones: those of the page are taken.
 double correlationAt(const Sample &sample, const SpotFunction &spot, const Place &place)
 {
     constexpr double alike = 0.002;  // in spot values; what a lattice read from pixels leaves

@@ -1,16 +1,16 @@
-// Measures the halftone screen on a page of one bit a pixel: the dots that are
+// Measures the halftone screen on a page of one bit per pixel: the dots that are
 // there, whatever was asked for.
 //
 // How: a Fourier transform of a patch finds the screen's two waves; then every
 // pixel of the window is laid over one cell, and the waves are turned and
-// stretched (least squares, Gauss and Newton's steps) until the dots of the
-// whole window fall on each other. Ideal screens of 20 to 150 lines an inch at
-// 600 to 2400 dpi, 4 pixels a cell and more, are read within 0.02 % of the
+// stretched (least squares, Gauss-Newton steps) until the dots of the
+// whole window fall on each other. Ideal screens of 20 to 150 lines per inch at
+// 600 to 2400 dpi, 4 pixels per cell and more, are read within 0.02 % of the
 // frequency and 0.01 degrees in a window of 3 inches; a smaller window is less
 // exact in proportion. Dots or gaps of less than two pixels can be taken for those
 // of another screen.
 //
-// All calls may come from several threads at once. None throws but for memory;
+// All calls may come from several threads at once. None throws except for memory;
 // a page without a screen is a result, not an error.
 #pragma once
 
@@ -28,15 +28,15 @@ enum class ScreenKind { none, dots, lines };
 
 // A regular unevenness that is coarser than the screen itself.
 struct Beat {
-    double strength = 0;   // its amplitude by that of the screen's wave, 0 and up
-    double frequency = 0;  // periods an inch
+    double strength = 0;   // its amplitude divided by that of the screen's wave, 0 and up
+    double frequency = 0;  // periods per inch
     double direction = 0;  // degrees of its wave, clockwise from the right, 0 to below 180
 };
 
 struct ScreenReading {
     ScreenKind kind = ScreenKind::none;
     PageWindow window;     // where it was measured; empty when there was no tint
-    double frequency = 0;  // lines an inch
+    double frequency = 0;  // lines per inch
     // Degrees as setscreen takes them, which is clockwise on the upright sheet.
     // Dots: 0 to below 90, a quarter turn more looks the same (see likenessTo).
     // Lines: 0 to below 180, the direction in which they run, as for -|y|.
@@ -59,9 +59,9 @@ struct ScreenReading {
 // window is smaller than about 4 cells, is white, solid, or has no screen.
 ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &window = {});
 
-// How like the dots of a reading are to those of a spot function at the same
-// ink, frequency and angle on the same pixels: the correlation from -1 to 1,
-// best over where the cell may begin and over its four quarter turns. Of pixels
+// How closely the dots of a reading resemble those of a spot function at the
+// same ink, frequency and angle on the same pixels: the correlation, -1 to 1,
+// the best of all positions of the cell and of its four quarter turns. Of pixels
 // whose spot values are equal (within 0.002) any may be the inked ones.
 struct Likeness {
     double correlation = -1;
