@@ -1,5 +1,6 @@
 // Controls: what a press on them does, and what they look like.
 #include "support/dialog_test.h"
+#include "toolbox/host/flash_button.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/resources.h"
 
@@ -163,4 +164,14 @@ TEST_F(Controls, MovingAndSizingTakeTheOldPixelsAway)
     SizeControl(button, 40, 20);
     EXPECT_EQ((**button).contrlRect.right, 50);
     EXPECT_EQ(pixel(70, 60), 0xFFFFFFu);
+}
+
+TEST_F(Controls, AFlashShowsTheButtonPressedForEightTicks)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 80, 30);
+    const uint32_t before = TickCount();
+    toolbox::flashButton(button);
+    EXPECT_EQ(TickCount() - before, 8u);
+    EXPECT_EQ((**button).contrlHilite, 0);
+    EXPECT_EQ(tracedTimes("flash \"Title\""), 1);
 }

@@ -1,6 +1,8 @@
 // Which resource a dialog was made from. Private to the Toolbox.
 #pragma once
 
+#include <cstdint>
+
 #include "toolbox/dialogs.h"
 
 namespace toolbox::dialogs {
