@@ -11,8 +11,8 @@ void measureApply(const std::filesystem::path &riders);
 // The settings dialog from start to painted, its repaint, a popup, and the list
 // of a folder of 10,000 files.
 void measureDialogs(const std::filesystem::path &riders);
-// The window on a display without a person: its memory, and the processor's
-// time while nothing is done.
+// The window on a display without a person: its memory, and its processor time
+// while idle.
 void measureDesktop(const std::filesystem::path &riders);
 // A spot function of 100 MB imported, against reading it.
 void measureImport();
@@ -24,7 +24,7 @@ void measureMeter();
 // A job's time with and without a riders file; jobs of photographs against
 // ones with setscreen.
 void measureScreenTime(const std::filesystem::path &riders);
-// How near the dots on film come to what was asked for, over 90 pairs of
+// How close the dots on film come to what was asked for, over 90 pairs of
 // frequency and angle at three resolutions: minutes. The sample: every seventh.
 void measureScreens(const std::filesystem::path &riders);
 void measureScreensSample(const std::filesystem::path &riders);

@@ -73,7 +73,7 @@ public:
         throw std::runtime_error("the program has ended");
     }
 
-    // Of one core, while nothing is done.
+    // Of one core, while idle.
     double idlePercent() const
     {
         constexpr auto length = 10s;

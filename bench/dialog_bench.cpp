@@ -28,7 +28,7 @@ double secondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// A session on a screen with pictures, and the plug-in in it.
+// A session on a display with pictures, with the plug-in loaded.
 class Session {
 public:
     explicit Session(const Workplace &place)
@@ -52,8 +52,8 @@ public:
     std::unique_ptr<toolbox::ScriptedUser> user;
 };
 
-// What the user does in the settings dialog, timed from when all before it is
-// drawn until it is drawn itself.
+// What the user does in the settings dialog, timed from when everything before
+// it is drawn until its own result is.
 double secondsInSettings(Session &session, const std::function<void(toolbox::ScriptedUser &)> &act)
 {
     Clock::time_point start;
@@ -83,7 +83,7 @@ double popup(Session &session)
                              [](toolbox::ScriptedUser &user) { user.choose(frequencyItem, frequencyChoice); });
 }
 
-double copyOfTheScreen()
+double copyOfTheDisplay()
 {
     const toolbox::Picture picture = toolbox::screenPicture(0);
     toolbox::Picture copy = picture;
@@ -114,7 +114,7 @@ void measurePainting(const Workplace &place)
     Session session(place);
     printRow("a full repaint of the settings dialog : copying the screen's pixels",
              sideBySide(
-                 41, [&] { return repaint(session); }, copyOfTheScreen),
+                 41, [&] { return repaint(session); }, copyOfTheDisplay),
              20);
     printRow("a popup opened, tracked and closed : a full repaint",
              sideBySide(
@@ -129,7 +129,7 @@ void fillFolder(const std::filesystem::path &folder, int files)
         std::ofstream(folder / ("Job " + std::to_string(i * 7919 % files) + ".riders")) << "%!Zu3_Riders\n";
 }
 
-// As plain as it can be done: names, kinds, sorted by their bytes.
+// As plainly as possible: names, kinds, sorted by their bytes.
 double listPlainly(const std::filesystem::path &folder)
 {
     return secondsOf([&] {

@@ -27,7 +27,7 @@ std::string bytesOf(const std::filesystem::path &file)
     return bytes.str();
 }
 
-// What a replacing make comes to in plain system calls.
+// What making a file that replaces another amounts to in plain system calls.
 void writeAndRename(const Workplace &place, const std::string &bytes, bool sync)
 {
     std::string temporary = place / "plain.tmp", file = place / "plain";

@@ -1,5 +1,5 @@
 // riders_measure RIDERS [TABLE...]: prints every table, or those named, each
-// figure beside something else taken in the same run.
+// figure beside another measured in the same run.
 #include <cstdio>
 #include <cstring>
 #include <exception>

@@ -49,12 +49,12 @@ void measureJob(const std::filesystem::path &riders, bool spotInk)
     const Pair pair = sideBySide(
         3,
         [&] {
-            return succeed({riders, "proof", job, "--dpi", dpi, "-o", ours}, place / "told");
+            return succeed({riders, "proof", job, "--dpi", dpi, "-o", ours}, place / "said");
         },
         [&] {
             return succeed({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=tiffsep1", "-sCompression=g4",
                             std::string("-r") + dpi, "-sOutputFile=" + theirs + "/%d.tif", job},
-                           place / "told");
+                           place / "said");
         });
     printRow("proof of 4 pages at 1200 dpi, " + std::string(spotInk ? "5" : "4") + " inks : plain gs, same plates",
              pair, 0.6);

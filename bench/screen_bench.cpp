@@ -1,4 +1,4 @@
-// How near the dots on film come to what was asked for.
+// How close the dots on film come to what was asked for.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -17,7 +17,7 @@ constexpr double tints[] = {0.05, 0.10, 0.25, 0.50, 0.75, 0.90, 0.95};
 constexpr int shapeTint = 2;  // of 25 %
 constexpr const char *dot = "{dup mul exch dup mul add 1 exch sub}";
 
-// Errors, and the pair on which the largest came about.
+// Errors, and the pair with the largest one.
 struct Series {
     std::vector<double> values;
     ScreenPair pair{};
@@ -50,7 +50,7 @@ struct Errors {
 
 struct Accuracy {
     Errors fills, images;
-    Series ink, beat;  // parts of a hundred; by the screen's own wave
+    Series ink, beat;  // percent; relative to the screen's own wave
     Series unlike;     // 1 less the correlation, of cells of 8 pixels and more
 };
 
@@ -141,7 +141,7 @@ void printAccuracy(const char *method, const Accuracy &a)
     std::fflush(stdout);
 }
 
-// Ours against the aims, and where it is worst.
+// The errors against the aims, and where they are largest.
 void printAims(const Accuracy &a, double dpi)
 {
     const double frequency = dpi > 2000 ? 0.5 : 0.4, angle = dpi > 2000 ? 0.4 : 0.3;
@@ -158,7 +158,7 @@ void printAims(const Accuracy &a, double dpi)
     print("beat", a.beat, 0.35);
 }
 
-// Pairs on which ours is further off than theirs by more than the meter's own error.
+// The number of pairs on which ours is further off than theirs by more than the meter's own error.
 int worseThan(const Errors &ours, const Errors &theirs)
 {
     int count = 0;

@@ -39,7 +39,7 @@ ProcessRun runToFilm(const std::filesystem::path &folder, const std::vector<std:
                                             std::to_string(int(height * dpi)),
                                         "-sOutputFile=" + (folder / "page%d.pbm").string()};
     command.insert(command.end(), files.begin(), files.end());
-    const ProcessRun run = runProcess(command, folder / "told");
+    const ProcessRun run = runProcess(command, folder / "said");
     if (run.status != 0)
         throw std::runtime_error("gs failed");
     return run;

@@ -62,7 +62,7 @@ void makeFragment(const std::filesystem::path &riders, const std::string &file, 
         throw std::runtime_error("riders make failed");
 }
 
-// A page of photographs is quick to paint, so what the tile costs shows here most.
+// A page of photographs is quick to paint, so what the threshold array costs shows here most.
 void measurePhotographs(const std::filesystem::path &riders, const Workplace &place, double at, const Chosen &pair)
 {
     const std::string fragment = place / "photoscreen", plain = place / "plain.ps";
@@ -122,7 +122,7 @@ void measureScreenTime(const std::filesystem::path &riders)
 namespace {
 
 // A plate with marks all over and a tint of 4 by 5 inches low on it; 150 lines
-// an inch at 0 degrees, so that rows repeat and painting is quick.
+// per inch at 0 degrees, so that rows repeat and painting is quick.
 std::vector<std::uint8_t> plate(const meter::BitPage &size)
 {
     std::vector<std::uint8_t> bits(size.rowBytes * static_cast<std::size_t>(size.height));

@@ -1,10 +1,10 @@
-// A host of its own for the plug-in, as small as one can be: it starts the
+// A separate host for the plug-in, as small as one can be: it starts the
 // Toolbox on the machine that needs no display, loads the plug-in, registers
-// its menu commands and runs one, with a script for the person at the dialogs.
+// its menu commands and runs one, with a script in place of the person.
 //
 //     example_host RIDERS.SO NEW-FILE
 //
-// docs/another-host.md goes through it.
+// docs/another-host.md explains it.
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -36,7 +36,7 @@ int32_t addMenuItem(ConstStr255Param group, ConstStr255Param text, int32_t numbe
     return 0;
 }
 
-// This host's dialogs have nothing in common that an event could be for.
+// This host handles no events in the same way for all its dialogs.
 Boolean standardFilter(DialogPtr, EventRecord *, int16_t *)
 {
     return false;

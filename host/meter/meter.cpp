@@ -36,7 +36,7 @@ Lattice upright(Lattice lattice)
     return lattice;
 }
 
-// Both axes of a cell speak for its size and direction.
+// The size and direction of a cell are the mean of its two axes.
 void setDots(ScreenReading &reading, const Lattice &lattice, double dpi)
 {
     const Wave back{lattice.down.y, -lattice.down.x};  // a quarter turn anticlockwise
@@ -88,7 +88,7 @@ void setCell(ScreenReading &reading, const BitPage &page, const Lattice &lattice
             reading.cell.push_back(shares[std::size_t(v) * cell.columns + u % cell.columns]);
 }
 
-// What the blocks of a shrunken patch leave of a wave.
+// The share of a wave that the blocks of a shrunken patch leave.
 double blockLoss(const Wave &wave, int shrink)
 {
     const auto along = [&](double w) {
@@ -116,7 +116,7 @@ void setBeat(ScreenReading &reading, const BitPage &page, const Lattice &lattice
                     within(directionOf(beat.wave), 180)};
 }
 
-// From a lattice that is nearly right, where there is one already.
+// Starts from a lattice that is nearly right, if there already is one.
 ScreenReading readWindow(const BitPage &page, const PageWindow &window, const std::optional<Lattice> &near = {})
 {
     ScreenReading reading;
@@ -141,8 +141,8 @@ ScreenReading readWindow(const BitPage &page, const PageWindow &window, const st
     return reading;
 }
 
-// Takes strips off the sides where the pixels do not agree with the cell: a
-// neighbour of the tint that its ink alone did not show. Nothing, when most disagree.
+// Cuts strips off the sides where the pixels do not agree with the cell: a
+// neighbouring tint that the ink alone did not reveal. Cuts nothing when most disagree.
 PageWindow trimmed(const BitPage &page, const ScreenReading &reading, const Lattice &lattice)
 {
     const CellFit fit(page, reading.window, lattice);

@@ -10,7 +10,7 @@ namespace riders::meter {
 namespace {
 
 constexpr int kBins = FoldedCell::kSide;
-constexpr double kWide = kBins / 10.0;  // bins; a bell that leads to the right place from afar
+constexpr double kWide = kBins / 10.0;  // bins; a bell curve that leads to the right place from far away
 
 Lattice sum(const Lattice &lattice, const Lattice &by, double factor)
 {
@@ -25,13 +25,13 @@ double product(const Lattice &a, const Lattice &b)
     return a.across.x * b.across.x + a.across.y * b.across.y + a.down.x * b.down.x + a.down.y * b.down.y;
 }
 
-// What is left is chance: steps this small that become no smaller lead nowhere.
+// Whether what is left is chance: steps this small that no longer shrink lead nowhere.
 bool isChance(double effect, double last)
 {
     return effect < 1e-4 || (effect < 2e-3 && effect > 0.7 * last);
 }
 
-// So many steps, or until they do nothing. Where dots are small in their cells
+// Takes that many steps, or fewer once they do nothing. Where dots are small in their cells
 // steps go too far: one that makes the fold worse is halved, and one that turns
 // back makes the later ones shorter.
 void improve(Folding &folding, Lattice &lattice, int steps, double spread, double slopeSpread)

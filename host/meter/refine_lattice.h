@@ -1,4 +1,4 @@
-// Making a lattice that is nearly right exact.
+// Refining a nearly right lattice until it is exact.
 #pragma once
 
 #include "meter/lattice.h"
@@ -7,8 +7,8 @@ namespace riders::meter {
 
 // Refines a lattice that fits all of the window, a little and quickly.
 Lattice roughLattice(const BitPage &page, const PageWindow &window, Lattice start);
-// Refines a lattice that fits a patch of so many pixels in the middle of the
-// window, until it fits all of the window.
+// Refines a lattice that fits a patch in the middle of the window, `patch`
+// pixels a side, until it fits all of the window.
 Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice start, int patch);
 
 }  // namespace riders::meter

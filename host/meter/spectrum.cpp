@@ -14,7 +14,7 @@ namespace riders::meter {
 namespace {
 
 constexpr int kLargestPatch = 1024;
-// What a faded patch smears a constant over.
+// Over how many steps a faded patch smears a constant.
 constexpr int kSmear = 2;
 
 struct PlanEnd {
@@ -57,7 +57,7 @@ std::vector<float> fading(int size)
     return fade;
 }
 
-// How far from the middle of three, by their height, the top of a hump lies.
+// How far from the middle of three values the top of their hump lies.
 double humpShift(double before, double middle, double after)
 {
     const double l = std::log(before + 1e-12), m = std::log(middle + 1e-12), r = std::log(after + 1e-12);

@@ -16,18 +16,18 @@ public:
     Spectrum(const BitPage &page, const PageWindow &window, int shrink);
 
     struct Peak {
-        Wave wave;            // periods a page pixel, between -1/2 and 1/2 of a block
+        Wave wave;            // periods per page pixel, between -1/2 and 1/2 of a block
         double strength = 0;  // amplitude, in share of ink
     };
     // The strongest peaks, each wave and its opposite as one, strongest first.
     std::vector<Peak> peaks(std::size_t most) const;
-    // Whether a peak is more than the strongest that bits at random would have: they have one as strong
-    // once in as many patches as there are waves.
+    // Whether a peak is stronger than random bits would have: they have one as strong in one of as many
+    // patches as there are waves.
     bool standsOut(const Peak &peak) const;
     // Strongest peak within two steps of the wave, folded back where it is too fast for the blocks.
     Peak peakNear(const Wave &wave) const;
-    // Strongest line slower than this many periods a pixel; lines too slow to be distinguished from an edge left
-    // out.
+    // Strongest wave of fewer periods per pixel than this, without those too slow to be distinguished from an
+    // edge.
     Peak strongestBelow(double frequency) const;
 
     int across() const { return across_; }  // pixels of the page

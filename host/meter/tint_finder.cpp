@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kLargest = 3;  // inches
 constexpr double kLeastInk = 0.015;
-constexpr double kCoarsestScreen = 20;  // lines an inch
+constexpr double kCoarsestScreen = 20;  // lines per inch
 
 // Ink of the page in square blocks, and sums over any rectangle of them.
 class Blocks {
@@ -88,7 +88,7 @@ private:
         return std::any_of(found_.begin(), found_.end(), [&](const Area &other) { return other.meets(area); });
     }
 
-    // What a coarse screen's dots, cut by the edges, add to or take from a part of so many blocks a side.
+    // How much a coarse screen's dots, cut by the edges, add to or take from a part of `side` blocks a side.
     double slack(double ink, int side) const
     {
         return 0.01 + std::min(ink, 1 - ink) * 1.2 / (kCoarsestScreen * side * inches_);
@@ -102,7 +102,7 @@ private:
         return evenAt(area, ink, std::max(1, std::min(area.width, area.height) / 3)) && evenAt(area, ink, 1);
     }
 
-    // Every part of so many blocks a side has the ink of the whole.
+    // Whether every part of `side` blocks a side has the ink of the whole.
     bool evenAt(const Area &area, double ink, int side) const
     {
         const double most = slack(ink, side);

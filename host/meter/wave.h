@@ -4,7 +4,7 @@
 namespace riders::meter {
 
 struct Wave {
-    double x = 0, y = 0;  // periods a pixel, to the right and down the sheet
+    double x = 0, y = 0;  // periods per pixel, to the right and down the sheet
 };
 
 }  // namespace riders::meter

@@ -8,7 +8,7 @@
 namespace riders::plates {
 namespace {
 
-// What a share's page files may take on the disk before they are looked at.
+// How much disk space a share's page files may take before they are read.
 constexpr double kShareBytes = 1.0e9;
 
 double bytesOf(const SurveyedPage &page, double dpi)
@@ -17,7 +17,7 @@ double bytesOf(const SurveyedPage &page, double dpi)
     return pixels / 8 * static_cast<double>(page.plates.size());
 }
 
-// Deals the pages of a kind out in turn, so that each share gets as many slow or large ones.
+// Deals out the pages of a kind in turn, so that slow or large ones are spread evenly over the shares.
 std::vector<std::vector<size_t>> dealt(const Survey &survey, const std::vector<size_t> &pages, double dpi,
                                        int cores)
 {
@@ -80,7 +80,7 @@ private:
         }
     }
 
-    // Of PostScript the interpreter reports the screens of all pages, of PDF those of its share.
+    // For PostScript the interpreter reports the screens of all pages, for PDF those of its share.
     AskedScreens screensOf(size_t page, int file, const InterpreterReport &report) const
     {
         const int number = run_.job.kind == JobKind::pdf ? file : run_.survey.pages[page].number;

@@ -1,4 +1,4 @@
-// All plates of a surveyed job, in dots, by as many cores as there are.
+// All plates of a surveyed job, in dots, made on several cores.
 #pragma once
 
 #include <filesystem>
@@ -17,7 +17,7 @@ struct RenderedPage {
     size_t index = 0;                                 // in the survey
     std::vector<BitPlate> plates;                     // as surveyed
     AskedScreens screens;                             // in force at the page's end
-    std::shared_ptr<const InterpreterReport> report;  // of the run that rendered it, with the inks of all
+    std::shared_ptr<const InterpreterReport> report;  // of the run that rendered it, with all pages' spot inks
 };
 
 struct PlatesRun {
@@ -25,10 +25,10 @@ struct PlatesRun {
     const Survey &survey;
     InterpreterLimits limits;
     double dpi;
-    std::filesystem::path work;  // for files in between
+    std::filesystem::path work;  // for temporary files
     int cores;
-    // By the workers: for each page, and then once its plates are read. Of `pageRead`, several calls may
-    // run at a time; it may add work, which is finished before makePlates returns.
+    // Called by the workers: when a page is rendered, and once its plates are read. Several calls of
+    // `pageRead` may run at once; it may add work, which is finished before makePlates returns.
     std::function<void()> pageRendered;
     std::function<void(RenderedPage)> pageRead;
 };

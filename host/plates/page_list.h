@@ -9,8 +9,8 @@ namespace riders::plates {
 
 inline constexpr int kMostPages = 100000;
 
-// The pages in rising order, each once; an empty text is an empty list. Throws
-// Refusal for a text that is no such list, a range that runs backwards, a page
+// The pages in ascending order, each once; an empty text is an empty list. Throws
+// Refusal for a text that is not such a list, a range that runs backwards, a page
 // below 1 or above kMostPages.
 std::vector<int> pagesFromText(const std::string &text);
 

@@ -17,17 +17,17 @@ public:
 
     bool more() const { return next_ < line_.words.size(); }
 
-    // What is wanted, in words, is for the message when it is not there.
+    // `what` says in words what is wanted, for the message when it is missing.
     std::string word(const char *what);
     int number(const char *what, int least, int most);
     // What the Toolbox counts in 16 bits, from 1.
     int ordinal(const char *what) { return number(what, 1, INT16_MAX); }
-    // A place on the screens: horizontal, then vertical.
+    // A place on the displays: horizontal, then vertical.
     Point point();
-    // Takes nothing: whether the next word is all digits. In quotes they are a
-    // text.
+    // Whether the next word is all digits; in quotes they are a text. Takes
+    // nothing.
     bool numberFollows() const;
-    // Takes nothing: whether a point stands there, not modifiers or nothing.
+    // Whether a point follows, not modifiers or the end. Takes nothing.
     bool pointFollows() const;
     // Takes the next word if it is this one.
     bool take(const std::string &expected);

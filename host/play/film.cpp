@@ -32,7 +32,7 @@ void Film::take(const toolbox::Picture &shown, const toolbox::Screen &screen)
         frames_.push_back(pictureOf(shown, screen, view_));
 }
 
-// Frames are of one size, unless the screen changed its own; the largest counts.
+// Frames are of one size, unless the display changed its own; the largest counts.
 toolbox::Picture Film::sheet() const
 {
     int width = 0, height = 0;

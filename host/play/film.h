@@ -1,4 +1,4 @@
-// Pictures of one part of the screen, one after the other, as a sheet.
+// Pictures of one part of the display, one after the other, as a sheet.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@ namespace riders::play {
 
 class Film {
 public:
-    // Keeps one of every `every` pictures of that part (global, on the main screen),
+    // Keeps one of every `every` pictures of that part (global, on the main display),
     // the first one among them; 200 at most.
     Film(const Rect &view, int every) : view_(view), every_(every) {}
 

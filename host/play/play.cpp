@@ -29,7 +29,7 @@ void makeFolder(const std::filesystem::path &folder)
         throw plugin::PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
 }
 
-// The trace as a file, or as nothing.
+// The trace file, or none.
 class TraceFile {
 public:
     explicit TraceFile(const std::filesystem::path &path) : path_(path)
@@ -43,7 +43,7 @@ public:
     }
     ~TraceFile() { toolbox::trace::setSink({}); }
 
-    // PluginError where not all of it could be written.
+    // PluginError when not all of it could be written.
     void finish()
     {
         if (file_.is_open() && !file_.flush())
@@ -67,7 +67,7 @@ struct StopWatching {
 };
 
 // Queues every step first, so that a script with a fault in its last line does
-// nothing at all, and then lets the user go.
+// nothing at all, and then lets the user begin.
 void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
 {
     toolbox::ScriptedUser user(machine);

@@ -1,4 +1,4 @@
-// `riders play`: a scripted person with the host, on the headless screen.
+// `riders play`: a scripted person with the host, on the headless machine.
 #pragma once
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// The text form of a scripted session: one step a line, words separated by
+// The text form of a scripted session: one step per line, words separated by
 // blanks, texts in double quotes, # to the end of the line a comment.
 #pragma once
 

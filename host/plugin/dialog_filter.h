@@ -1,4 +1,4 @@
-// The host's standard dialog filter: what every dialog of the host does alike.
+// The host's standard dialog filter: what all its dialogs have in common.
 #pragma once
 
 #include "toolbox/dialogs.h"

@@ -20,11 +20,11 @@ struct MenuCommand {
 };
 
 // The plug-in, from loading to the end of the Toolbox's session. The Toolbox
-// must be started, and must outlive it. One at a time.
+// must be started, and must outlive it. Only one at a time.
 class Plugin {
 public:
     // Loads the shared object and opens the resource fork beside it. PluginError
-    // when either is missing or the interface is another.
+    // when either is missing or the interface has another version.
     explicit Plugin(const std::filesystem::path &sharedObject);
     ~Plugin();
     Plugin(const Plugin &) = delete;

@@ -12,7 +12,7 @@ struct PluginError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The resource fork of a file, open for reading and current, until it goes.
+// The resource fork of a file, open for reading and current, until destroyed.
 // The Toolbox must be started, and must outlive it.
 class ResourceFork {
 public:

@@ -1,4 +1,4 @@
-// Fills the folder of a proof with films and pictures, a page at a time as its plates come.
+// Fills the folder of a proof with films and pictures, page by page as the plates are ready.
 #pragma once
 
 #include <filesystem>
@@ -23,12 +23,12 @@ struct PageProofsRun {
 
 class PageProofs {
 public:
-    // All must outlive it, and it the work that it adds.
+    // All must outlive it, and it must outlive the work that it adds.
     PageProofs(const PageProofsRun &run, io::Workers &workers, Progress &progress);
 
     // Adds the work on the page's plates. From any thread, once for each page. Throws Refusal.
     void take(plates::RenderedPage page);
-    // Once the workers have finished: the pages as surveyed.
+    // The pages as surveyed; to be called once the workers have finished.
     std::vector<PageFacts> facts();
 
 private:

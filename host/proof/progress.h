@@ -1,4 +1,4 @@
-// How far the work is, for a person at a terminal.
+// How far the work has got, for a person at a terminal.
 #pragma once
 
 #include <mutex>
@@ -7,7 +7,7 @@
 namespace riders::proof {
 
 // A line on standard error that is written over and over, and removed at
-// the end; nothing at all where standard error is no terminal. May be called
+// the end; nothing at all where standard error is not a terminal. May be called
 // from several threads.
 class Progress {
 public:

@@ -74,7 +74,7 @@ ProofFolder::ProofFolder(const fs::path &place) : place_(io::placeWithoutLinks(p
 
 void ProofFolder::finish()
 {
-    refuseForeign(place_, place_);  // something may have been put there meanwhile
+    refuseForeign(place_, place_);  // something may have appeared there in the meantime
     folder_->finish();
 }
 

@@ -1,4 +1,4 @@
-// The folder of a proof: its parts, how it is known again, and making a new one.
+// The folder of a proof: its parts, how it is recognised, and making a new one.
 #pragma once
 
 #include <filesystem>
@@ -15,16 +15,16 @@ inline constexpr const char *kPicturesName = "pictures";
 // A proof's folder while it is being made.
 class ProofFolder {
 public:
-    // Throws Refusal where the place is taken by anything that is not an
-    // earlier proof or an empty folder, or where nothing can be made.
+    // Throws Refusal when the place is taken by anything that is not an
+    // earlier proof or an empty folder, or when the folder cannot be made.
     explicit ProofFolder(const std::filesystem::path &place);
 
     const std::filesystem::path &path() const { return folder_->path(); }
     std::filesystem::path page() const { return path() / kPageName; }
     std::filesystem::path pictures() const { return path() / kPicturesName; }
-    // For files that are needed in between only.
+    // For files that are needed only until then.
     const std::filesystem::path &work() const { return folder_->work(); }
-    // Moves the proof to its place; an earlier one is then gone. Until then, the place is as it was. Throws
+    // Moves the proof to its place; an earlier one is removed. Until then, the place is as it was. Throws
     // Refusal.
     void finish();
 
@@ -33,7 +33,7 @@ private:
     std::optional<io::NewFolder> folder_;
 };
 
-// True where all the files in a folder are such as a proof has, and its page is one.
+// True when a folder holds only such files as a proof has, and its page is a proof's.
 bool isProofFolder(const std::filesystem::path &folder);
 
 }  // namespace riders::proof

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A line that begins with one of the letters P, S and I is one that is known.
+// Turns a line that begins with P, S or I into one that is known.
 std::string spelledOut(const std::string &line)
 {
     switch (line.empty() ? 0 : line[0]) {

@@ -1,4 +1,4 @@
-// Any text as a list of pages: refused, or pages in rising order that are the
+// Any text as a list of pages: refused, or pages in ascending order that are the
 // same again when written and read.
 #include <algorithm>
 #include <cctype>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Lists of many thousand pages are right, but take their time.
+// Lists of many thousand pages are right, but take long.
 bool isShort(const std::string &text)
 {
     size_t digits = 0;

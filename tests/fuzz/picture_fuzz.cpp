@@ -1,5 +1,5 @@
-// Any bytes as a 'PICT': read or refused, and no image that lies about its
-// size.
+// Any bytes as a 'PICT': read or refused, and every image has as many pixels as
+// its size says.
 #include <cstdint>
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
-// Any text as a script: parted into words or refused, and parted the same way
-// when the words are quoted again; any text as the screens it plays on.
+// Any text as a script: split into words or refused, and split the same way
+// when the words are quoted again; any text as the displays it plays on.
 #include <cstdint>
 #include <cstdlib>
 #include <string>

@@ -1,5 +1,5 @@
 // Any bytes as a resource source: compiled or refused with a message. The
-// source has no file of its own, so that what it includes is not there.
+// source is not in a file, so that what it includes is not there.
 #include <cstdint>
 #include <cstdlib>
 #include <string>

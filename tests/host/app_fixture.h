@@ -1,4 +1,4 @@
-// The program on a screen, with a scripted user in front of it.
+// The program on a display, with a scripted user in front of it.
 #pragma once
 
 #include "app/application.h"
@@ -24,7 +24,7 @@ protected:
                   "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
         writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n");
     }
-    // Until the program ends by itself.
+    // Runs until the program ends by itself.
     void run(const std::filesystem::path &job = {}, std::optional<riders::app::ScreenSettings> screen = {})
     {
         std::filesystem::path built = RIDERS_BINARY_DIR;
@@ -40,7 +40,7 @@ protected:
         user.then([this] { machine.push({.kind = toolbox::Input::Kind::quit}); });
     }
     std::string added() { return contentsOf(folder / "job-riders.ps"); }
-    // For those who want to look.
+    // Writes a picture for whoever wants to look, if RIDERS_LOOK names a folder.
     static void keepPicture(const std::string &name)
     {
         if (const char *place = std::getenv("RIDERS_LOOK"))

@@ -1,4 +1,4 @@
-// Loads the shared object that makes windows, when the first is wanted.
+// Loads the shared object that makes windows, when the first window is wanted.
 #include "toolbox/host/desktop.h"
 
 #include <dlfcn.h>
@@ -36,7 +36,7 @@ void requireSense(const DesktopOptions &options)
         throw std::invalid_argument("the window's size is out of range");
 }
 
-// Kept loaded: SDL leaves threads and handlers running that lie in it.
+// Kept loaded: SDL leaves threads and handlers running whose code is in it.
 OpenDesktopProc *moduleEntry()
 {
     const auto module = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "riders_desktop.so";

@@ -13,13 +13,13 @@
 namespace toolbox::heap {
 namespace {
 
-// New bytes and bytes given up are filled, so that what reads them is
-// wrong in the same way every time.
+// New and freed bytes are filled, so that code which reads them goes wrong in
+// the same way every time.
 constexpr int freshByte = 0xF3;
 constexpr int staleByte = 0xDB;
 
-// A freed master pointer rests while this many others are freed after it, so
-// that a handle used too long is recognised instead of being another block's.
+// A freed master pointer is reused only after this many others have been freed,
+// so that a stale handle is recognised instead of being another block's.
 constexpr std::size_t mastersAtRest = 4096;
 
 struct Heap {
@@ -40,7 +40,7 @@ std::int64_t cost(Size byteCount)
     return static_cast<std::int64_t>(byteCount) + blockOverhead;
 }
 
-// Zeros are the C library's: it has pages that need not be filled.
+// Zeros come from the C library: it has pages that need not be filled.
 Ptr freshBlock(Size byteCount, Content content = Content::wild)
 {
     if (content == Content::zeros)

@@ -10,13 +10,13 @@ namespace toolbox::heap {
 // Bytes counted for each block beyond those asked for.
 inline constexpr std::int32_t blockOverhead = 16;
 
-// Whether it is a handle or pointer given out and not freed yet. Any address
-// may be asked about; nothing is read through it.
+// Whether it is a handle or pointer that was allocated and not freed yet. Any
+// address may be passed; nothing is read through it.
 bool isLive(Handle handle);
 bool isLivePointer(Ptr block);
 
-// A handle marked so belongs to the Resource Manager: DisposeHandle refuses
-// it and it is not counted.
+// A marked handle belongs to the Resource Manager: DisposeHandle refuses it, and
+// it is not counted.
 void markAsResource(Handle handle, bool isResource);
 bool isResource(Handle handle);
 
@@ -29,7 +29,7 @@ OSErr refill(Handle handle, Size byteCount);
 void free(Handle handle);
 
 // Called whenever the Memory Manager is about to empty a purgeable block; a
-// manager that returns false keeps it this time. Nil: none is asked.
+// manager that returns false keeps it this time. Nil: no manager is asked.
 using PurgeQuestion = bool (*)(Handle handle);
 void setPurgeQuestion(PurgeQuestion question);
 

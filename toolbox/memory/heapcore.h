@@ -23,12 +23,12 @@ enum class Content { wild, zeros };
 // Nil when there is no room.
 Handle allocateHandle(Size byteCount, Content content = Content::wild);
 Ptr allocatePointer(Size byteCount, Content content = Content::wild);
-// False for what is no live pointer block.
+// False if it is not a live pointer block.
 bool freePointer(Ptr block);
 OSErr resize(Handle handle, Block &block, Size byteCount);
 
-// Every allocation passes here first: moves blocks where that is wanted, meets
-// planned faults, purges when the bytes are short. keep is never purged.
+// Every allocation calls this first: it moves blocks where that is wanted, fails
+// as planned, and purges when memory is short. keep is never purged.
 bool makeRoom(std::int64_t bytes, Handle keep);
 // Empties everything purgeable and unlocked, except keep.
 void purgeAll(Handle keep);

@@ -1,11 +1,11 @@
-// A relocatable record held still for as long as this lives.
+// Keeps a relocatable record in its place for as long as this object lives.
 #pragma once
 
 #include "toolbox/memory.h"
 
 namespace toolbox {
 
-// Nested ones are fine: each puts back the state it found.
+// They may be nested: each restores the state it found.
 template <typename Record>
 class Locked {
 public:

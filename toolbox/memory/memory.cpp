@@ -23,7 +23,7 @@ OSErr result(OSErr error)
     return error;
 }
 
-// The block of a handle that must be there; nil leaves MemError set.
+// The block of a handle that must be valid; nil leaves MemError set.
 Block *known(Handle handle)
 {
     Block *block = handle ? find(handle) : nullptr;
@@ -140,7 +140,7 @@ int8_t HGetState(Handle handle)
 
 void HSetState(Handle handle, int8_t state)
 {
-    // Whether it is a resource is the Resource Manager's to say.
+    // The resource bit is left to the Resource Manager.
     if (Block *block = known(handle)) {
         block->locked = (state & lockedBit) != 0;
         block->purgeable = (state & purgeableBit) != 0;
@@ -207,7 +207,7 @@ OSErr HandToHand(Handle *handle)
     if (!filled(original))
         return MemError();
     Size size = GetHandleSize(original);
-    // The original may be purgeable; it must outlast making the copy.
+    // The original may be purgeable; it must survive until the copy is made.
     int8_t state = HGetState(original);
     HNoPurge(original);
     Handle copy = NewHandle(size);

@@ -18,7 +18,7 @@ namespace toolbox::menus {
 namespace {
 
 constexpr int firstTitle = 10;     // from the display's left edge
-constexpr int beside = 8;          // a title's text, left and right
+constexpr int margin = 8;          // left and right of a title's text
 constexpr int baseline = 14;
 
 std::int16_t hilited = 0;
@@ -54,7 +54,7 @@ void drawTitles()
         Str255 text;
         titleText(title.menu, text);
         useTitleText();
-        MoveTo(static_cast<int16_t>(title.place.left + beside), static_cast<int16_t>(title.place.top - 1 + baseline));
+        MoveTo(static_cast<int16_t>(title.place.left + margin), static_cast<int16_t>(title.place.top - 1 + baseline));
         DrawString(text);
         if (!isEnabled(title.menu))
             quickdraw::dim(title.place);
@@ -85,7 +85,7 @@ std::vector<Title> titles()
     for (MenuHandle menu : menusInBar()) {
         Str255 text;
         titleText(menu, text);
-        int right = left + StringWidth(text) + 2 * beside;
+        int right = left + StringWidth(text) + 2 * margin;
         Rect place;
         SetRect(&place, static_cast<int16_t>(left), static_cast<int16_t>(bar.top + 1), static_cast<int16_t>(right),
                 static_cast<int16_t>(bar.top + menuBarHeight - 1));
@@ -150,7 +150,7 @@ int32_t MenuKey(int16_t character)
         std::int16_t id = menuID(menu);
         HiliteMenu(id);
         trace::line("menu %d gave %d", id, item);
-        return answer(id, item);
+        return menuResult(id, item);
     }
     return 0;
 }

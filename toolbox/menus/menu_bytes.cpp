@@ -123,13 +123,13 @@ bool replaceBytes(MenuHandle menu, std::int32_t at, std::int32_t count, std::str
 {
     std::int32_t size = GetHandleSize(menu);
     auto inserted = static_cast<std::int32_t>(bytes.size());
-    std::int32_t behind = size - at - count;
+    std::int32_t after = size - at - count;
     if (inserted > count) {
         SetHandleSize(menu, size + inserted - count);
         if (MemError() != noErr)
             return false;
     }
-    memmove(*menu + at + inserted, *menu + at + count, static_cast<std::size_t>(behind));
+    memmove(*menu + at + inserted, *menu + at + count, static_cast<std::size_t>(after));
     memcpy(*menu + at, bytes.data(), bytes.size());
     if (inserted < count)
         SetHandleSize(menu, size + inserted - count);

@@ -37,9 +37,9 @@ bool isMenu(MenuHandle menu);
 std::int16_t menuID(MenuHandle menu);
 std::string menuTitle(MenuHandle menu);
 int itemCount(MenuHandle menu);
-// Nothing for 0 and below and beyond the menu.
+// Nothing for 0 or less, or beyond the last item.
 std::optional<ItemPlace> findItem(MenuHandle menu, int item);
-// Where the item after the last one starts or would start.
+// Where an item after the last one would start.
 std::int32_t endOfItems(MenuHandle menu);
 std::string itemText(MenuHandle menu, const ItemPlace &place);
 std::uint8_t attribute(MenuHandle menu, const ItemPlace &place, Attribute which);
@@ -51,11 +51,11 @@ void setEnableFlags(MenuHandle menu, std::uint32_t flags);
 bool canBeChosen(MenuHandle menu, int item);
 bool isDivider(MenuHandle menu, int item);
 
-// Puts bytes in the place of count others; the block may move. False, and
-// nothing changed, when there is no room.
+// Replaces count bytes with others; the block may move. False, with nothing
+// changed, when there is no room.
 bool replaceBytes(MenuHandle menu, std::int32_t at, std::int32_t count, std::string_view bytes);
-// An item as it is stored. An empty text becomes one blank: an empty one would
-// end the menu.
+// An item as it is stored. An empty text becomes one space: empty, it would end
+// the menu.
 std::string itemBytes(std::string_view text, ItemStyle style = {});
 std::string textBytes(std::string_view text);
 

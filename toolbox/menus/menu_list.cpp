@@ -16,7 +16,7 @@ namespace {
 struct Installed {
     std::int16_t id;
     MenuHandle menu;
-    bool inBar;   // those of the bar stand in its order
+    bool inBar;   // those in the bar are in its order
 };
 
 std::vector<Installed> installed;

@@ -9,7 +9,7 @@ namespace toolbox::menus {
 
 // Those in the bar, from left to right.
 std::vector<MenuHandle> menusInBar();
-// Empties the list; the menus themselves belong to what made them.
+// Empties the list; the menus themselves belong to whoever made them.
 void forgetMenus();
 
 }  // namespace toolbox::menus

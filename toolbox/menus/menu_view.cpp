@@ -33,7 +33,7 @@ int textWidth(MenuHandle menu, int item)
     return StringWidth(text);
 }
 
-// How an item's key is shown; empty without one. Bytes below a blank are no
+// How an item's key is shown; empty without one. Bytes below a space are not
 // keys.
 std::string keyText(MenuHandle menu, int item)
 {
@@ -61,7 +61,7 @@ int menuWidth(MenuHandle menu, int count)
     return width + textIndent + rightMargin + (keys ? keyGap + keys : 0);
 }
 
-// What a menu may cover on the display that holds the point, or on the main
+// What a menu may cover on the display that contains the point, or on the main
 // display when none does.
 Rect roomAt(Point where)
 {
@@ -79,8 +79,8 @@ Rect roomAt(Point where)
             static_cast<int16_t>(room.bottom - 2), static_cast<int16_t>(room.right - 2)};
 }
 
-// Moves a length along so that it lies between low and high; it begins at low
-// when it does not fit.
+// Where a length that starts here has to start to lie between low and high; at
+// low when it does not fit.
 int placed(int start, int length, int low, int high)
 {
     return std::max(low, std::min(start, high - length));

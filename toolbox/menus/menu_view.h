@@ -12,8 +12,8 @@ namespace toolbox::menus {
 // Draws into the current port, which is in global coordinates.
 class MenuView {
 public:
-    // Places the menu with the item's top left at the point, or as near as the
-    // display that holds the point lets it be.
+    // Places the menu with the item's top left at the point, or as near to it as
+    // the display that contains the point allows.
     MenuView(MenuHandle menu, Point where, int item);
     // Hangs it from the menu bar, its rows' left edge at h.
     static MenuView below(MenuHandle menu, int h);
@@ -21,18 +21,19 @@ public:
     // All that is drawn on, frame and shadow included.
     Rect covered() const;
     void draw();
-    // The item at the point that can be chosen, else 0.
+    // The item at the point if it can be chosen, else 0.
     int itemAt(Point where) const;
-    // Inverts this item and no other; 0 none.
+    // Inverts this item and no other; none for 0.
     void highlight(int item);
     int highlighted() const { return highlighted_; }
     bool holds(Point where) const { return PtInRect(where, &rows_); }
     // Whether the point is over a row that shows there is more.
     bool scrollsAt(Point where) const { return scrollDirection(where) != 0; }
-    // Moves the rows by one if so. True when they moved.
+    // Scrolls by one row if the point is over such a row. True when the rows
+    // moved.
     bool scrollAt(Point where);
-    // Highlights the item before (-1) or after (1) the highlighted one that can
-    // be chosen, from the end on at the first; scrolls to it.
+    // Highlights the next item before (-1) or after (1) the highlighted one that
+    // can be chosen, continuing at the other end of the menu; scrolls to it.
     void step(int direction);
     // Global rectangle of each item, empty for one that does not show.
     std::vector<Rect> itemRects() const;

@@ -1,5 +1,5 @@
-// The menu that is open now: on the display, and for those who have to find its
-// items there without eyes.
+// The menu that is open now: on the display, and for the scripted user, which
+// has to find its items there.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +23,8 @@ struct OpenMenu {
 // Nothing while no menu is open.
 const std::optional<OpenMenu> &openMenu();
 
-// A menu on the display, from making it to its end, however that comes. The
-// current port must be the desktop's.
+// A menu that is on the display for as long as this object lives. The current
+// port must be the desktop's.
 class MenuOnDisplay {
 public:
     MenuOnDisplay(MenuHandle menu, const MenuView &view);
@@ -33,11 +33,12 @@ public:
 
     const MenuView &view() const { return view_; }
     void highlight(int item) { view_.highlight(item); }
-    // Scrolls where the mouse is over a row that asks for it, and highlights
-    // the item under it.
+    // Scrolls if the mouse is over a row that scrolls, and highlights the item
+    // under it.
     void follow(Point mouse);
     void step(int direction);
-    // What lay under the menu is not to be put back: it has been painted anew.
+    // Does not put back what was under the menu at its end: it has been
+    // repainted.
     void leavePixels() { covered_.reset(); }
 
 private:

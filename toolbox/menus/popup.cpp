@@ -43,5 +43,5 @@ extern "C" int32_t PopUpMenuSelect(MenuHandle menu, int16_t top, int16_t left, i
         trace::line("popup %d gave nothing", id);
     else
         trace::line("popup %d gave %d", id, chosen);
-    return answer(id, chosen);
+    return menuResult(id, chosen);
 }

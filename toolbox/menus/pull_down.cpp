@@ -32,8 +32,8 @@ protected:
         leftTitle_ |= !over || over->id != startTitle_;
     }
 
-    // Released on the title that was pressed, unless the mouse had been among
-    // the items or, for longer, elsewhere.
+    // Released on the title that was pressed, unless the mouse has been over the
+    // items, or elsewhere in a press that was not short.
     bool staysOpenAt(Point where) const override
     {
         std::optional<Title> title = titleAt(where);
@@ -97,5 +97,5 @@ extern "C" int32_t MenuSelect(Point start)
         return 0;
     }
     trace::line("menu %d gave %d", id, chosen);
-    return answer(id, chosen);
+    return menuResult(id, chosen);
 }

@@ -13,7 +13,7 @@ namespace {
 using Kind = Input::Kind;
 
 constexpr int stillWithin = 3;              // pixels a hand may move in a click
-constexpr std::uint32_t scrollTicks = 4;    // a row each, while the mouse rests
+constexpr std::uint32_t scrollTicks = 4;    // per row, while the mouse rests
 constexpr std::uint32_t second = 60, hour = 3600 * second;
 
 }  // namespace

@@ -16,19 +16,19 @@ public:
 
 protected:
     Tracker();
-    // The item chosen from the menu that is then still down; 0 for none.
+    // The item chosen from the menu, which is then still open; 0 for none.
     int track();
 
     // The mouse is there: a bar opens the menu of the title it is on.
     virtual void mouseAt(Point) {}
     // Whether a press released there leaves the menu open.
     virtual bool staysOpenAt(Point where) const = 0;
-    // A press beside the menu that is open. False: it closes the menu.
+    // A press outside the open menu. False: it closes the menu.
     virtual bool pressBeside(Point) { return false; }
     virtual void stepSideways(int) {}
 
-    // Of the press: whether it was short, and whether the mouse stayed where it
-    // was.
+    // Whether the press was short, and whether the mouse has moved since it
+    // began.
     bool quick() const;
     bool moved() const { return moved_; }
     // Begins a press at a point.

@@ -31,14 +31,14 @@ public:
     Area operator^(const Area &other) const { return (*this - other) | (other - *this); }
     bool operator==(const Area &other) const;
     Area movedBy(int dh, int dv) const;
-    // Each pixel becomes factor by factor of them.
+    // Each pixel becomes factor by factor pixels.
     Area scaledBy(int factor) const;
 
     bool empty() const;
     bool contains(int h, int v) const;
     bool touches(const Rect &r) const;
-    Rect bounds() const;   // all zero when empty, cut to what coordinates can say
-    Box extent() const;    // the same, not cut
+    Rect bounds() const;   // all zero when empty; limited to the range of coordinates
+    Box extent() const;    // the same, not limited
     // Disjoint, top to bottom and left to right.
     std::span<const Box> boxes() const;
     const pixman_region32_t *pixman() const { return &region_; }
@@ -49,7 +49,7 @@ private:
     pixman_region32_t region_;
 };
 
-// Right or bottom edge before the left or top one: holds nothing.
+// Whether the right or bottom edge is not beyond the left or top one.
 bool emptyRect(const Rect &r);
 
 }  // namespace toolbox::quickdraw

@@ -3,8 +3,8 @@
 #include "toolbox/host/session.h"
 #include "toolbox/quickdraw.h"
 
-// The machine draws the pointer, in the shapes it has; the arrow is all that
-// is known.
+// The machine draws the pointer, in the shapes it has: the arrow, and for every
+// other cursor the one over text.
 void SetCursor(const Cursor *cursor)
 {
     const bool arrow = std::memcmp(cursor->data, qd.arrow.data, sizeof cursor->data) == 0;

@@ -12,8 +12,8 @@ namespace toolbox::quickdraw {
 
 namespace {
 
-// Devices are never moved nor freed while the Toolbox runs, so a handle to one
-// stays good when its display is gone.
+// Devices are never moved or freed while the Toolbox runs, so a handle to one
+// stays valid when its display is gone.
 struct Device {
     GDevice record{};
     GDPtr master = &record;
@@ -95,8 +95,7 @@ RgnHandle GetGrayRgn(void)
     return grayRegion;
 }
 
-// A changed depth is to be seen at once, before the change has come in as
-// input.
+// A changed depth must be visible at once, before the change arrives as input.
 GDHandle GetMainDevice(void)
 {
     rebuildDevices();

@@ -1,4 +1,4 @@
-// How what cannot be used now looks: controls, menu items, rows of a list.
+// The look of what cannot be used now: controls, menu items, rows of a list.
 // Private to the Toolbox.
 #pragma once
 

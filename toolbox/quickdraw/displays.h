@@ -1,5 +1,5 @@
-// The surfaces of all displays, and drawing that may lie across them. Private
-// to QuickDraw.
+// The surfaces of all displays, and drawing that may extend over several.
+// Private to QuickDraw.
 #pragma once
 
 #include "quickdraw/surface.h"
@@ -16,7 +16,7 @@ std::vector<Surface> &surfaces();
 Area desktopArea();
 
 void fillOnDisplays(const Area &global, const Ink &ink);
-// Moves the pixels of the area by so much; what leaves it is lost. Returns the
+// Moves the pixels of the area by (dh, dv); what leaves it is lost. Returns the
 // part of the area that nothing was moved to.
 Area scrollOnDisplays(const Area &global, int dh, int dv);
 

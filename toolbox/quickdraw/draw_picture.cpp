@@ -1,4 +1,4 @@
-// Pictures out of 'PICT' resources, stretched to any rectangle.
+// Pictures from 'PICT' resources, stretched to any rectangle.
 #include <algorithm>
 
 #include "quickdraw/current_port.h"
@@ -12,7 +12,7 @@
 namespace toolbox::quickdraw {
 namespace {
 
-// One line of coordinates onto another.
+// Maps one range of coordinates onto another.
 struct Scale {
     int from, fromLength, to, toLength;
 
@@ -22,7 +22,7 @@ struct Scale {
         std::int64_t scaled = moved >= 0 ? moved / fromLength : -((-moved + fromLength - 1) / fromLength);
         return static_cast<int16_t>(std::clamp<std::int64_t>(to + scaled, -32767, 32767));
     }
-    // Of a pen, which never vanishes.
+    // A pen's, which never becomes 0 unless it was.
     int16_t length(int value) const
     {
         if (value <= 0)

@@ -21,12 +21,12 @@ void paintWithPen(const GrafPort &port, const Area &local);
 
 // A shape with curves or slanted sides, worked out for each display so that it
 // is as smooth as the display allows: local coordinates times the scale. What
-// lies outside within will not be seen and may be left out.
+// lies outside `within` will not be seen and may be left out.
 using SmoothShape = std::function<Area(int scale, const Box &within)>;
 void paintShape(const GrafPort &port, const SmoothShape &shape, const Ink &ink);
 void paintWithPen(const GrafPort &port, const SmoothShape &shape);
 
-// The pixels under a pen of that size led from one point to the other, both
+// The pixels under a pen of that size moved from one point to the other, both
 // included. The same whichever end comes first.
 Area lineArea(Point from, Point to, Point penSize);
 

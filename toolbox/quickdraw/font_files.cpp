@@ -10,7 +10,7 @@ namespace {
 using Faces = std::array<const char *, 4>;  // plain, bold, italic, bold italic
 
 constexpr Faces sans{"NimbusSans-Regular", "NimbusSans-Bold", "NimbusSans-Italic", "NimbusSans-BoldItalic"};
-// Heavy as it stands; bold makes it no heavier.
+// Already heavy; bold makes it no heavier.
 constexpr Faces system{"NimbusSans-Bold", "NimbusSans-Bold", "NimbusSans-BoldItalic", "NimbusSans-BoldItalic"};
 constexpr Faces mono{"NimbusMonoPS-Regular", "NimbusMonoPS-Bold", "NimbusMonoPS-Italic",
                      "NimbusMonoPS-BoldItalic"};

@@ -7,13 +7,13 @@
 namespace toolbox::quickdraw {
 
 struct FontFile {
-    std::string name;          // from the folder of all fonts
+    std::string name;          // relative to the folder of all fonts
     bool ownEncoding = false;  // its characters are not Mac OS Roman
-    bool makeBold = false;     // there is no such face: to be made from this one
+    bool makeBold = false;     // there is no bold face: to be made from this one
     bool makeItalic = false;
 };
 
-// Unknown numbers are the application font, as on a machine without the font.
+// Unknown numbers give the application font, as on a machine without the font.
 FontFile fontFileFor(int16_t font, uint8_t face);
 
 }  // namespace toolbox::quickdraw

@@ -112,7 +112,7 @@ const OpenFont &fontFor(const TextStyle &style)
     return found->second;
 }
 
-// Beyond the largest size glyphs would take more memory than anybody means.
+// Beyond the largest size, glyphs would take an unreasonable amount of memory.
 int pixelSize(const TextStyle &style)
 {
     constexpr int usual = 12, largest = 1000;
@@ -133,9 +133,9 @@ GlyphImage imageFrom(const FT_GlyphSlot slot)
     return image;
 }
 
-// Without grades thin stems need hinting that puts them on whole pixels, which
-// at small sizes the font's own does not; bold ones keep their gaps best when
-// grades are cut at the half.
+// Without grades, thin stems need hinting that puts them on whole pixels, which
+// the font's own does not do at small sizes; bold ones keep their gaps best when
+// the grades are cut at one half.
 FT_Int32 loadingFor(FT_Face face, int deviceSize, bool graded)
 {
     constexpr int smallSize = 12;

@@ -22,21 +22,21 @@ struct TextStyle {
     bool operator==(const TextStyle &) const = default;
 };
 
-// Pixels to the next character. All 256 characters have a width; those that
-// the font lacks that of '?'.
+// Pixels to the next character. All 256 characters have a width; those that the
+// font lacks have that of '?'.
 int advanceOf(const TextStyle &style, uint8_t character);
-// In device pixels. Graded: 256 levels of coverage, else only 0 and 255. Good
+// In device pixels. Graded: 256 levels of coverage, else only 0 and 255. Valid
 // until glyphs are next forgotten.
 const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, bool graded);
-// The same for any character of Unicode's, effects and marks aside; nothing
-// where the font lacks it.
+// The same for any Unicode character, without effects and marks; nothing where
+// the font lacks it.
 std::optional<int> wideAdvanceOf(const TextStyle &style, char32_t character);
 const GlyphImage &wideGlyphOf(const TextStyle &style, char32_t character, int scale, bool graded);
-// Of the size alone, so that lines keep their height when the face changes.
+// Depends on the size alone, so that lines keep their height when the face changes.
 FontInfo fontInfoOf(const TextStyle &style);
 
-// The folder that the system's fonts are in; forgets all faces. A font that is missing there
-// is a std::runtime_error naming the file and the package it comes from.
+// Sets the folder of the system's fonts and forgets all faces. A font that is missing there
+// raises a std::runtime_error naming the file and the package it comes from.
 void setFontFolder(const std::filesystem::path &folder);
 extern const char *const usualFontFolder;
 

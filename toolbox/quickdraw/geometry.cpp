@@ -14,8 +14,7 @@ void SetRect(Rect *r, int16_t left, int16_t top, int16_t right, int16_t bottom)
     *r = {top, left, bottom, right};
 }
 
-// Coordinates that leave the plane come in again at the other end, as 16-bit
-// sums do.
+// Coordinates that leave the plane wrap around, as 16-bit sums do.
 static int16_t sum(int a, int b)
 {
     return static_cast<int16_t>(a + b);

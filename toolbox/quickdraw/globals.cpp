@@ -5,7 +5,7 @@ QDGlobals qd;
 namespace toolbox {
 namespace {
 
-// The customary pointer: tip at the hot spot, outlined by its mask in white.
+// The usual pointer: tip at the hot spot, outlined by its mask in white.
 constexpr Cursor arrowCursor = {
     {0x0000, 0x4000, 0x6000, 0x7000, 0x7800, 0x7C00, 0x7E00, 0x7F00,
      0x7F80, 0x7C00, 0x6C00, 0x4600, 0x0600, 0x0300, 0x0300, 0x0000},
@@ -34,13 +34,13 @@ void quickdraw::resetGlobals()
 
 }  // namespace toolbox
 
-// Products of 31-bit numbers need 46 bits.
+// The product of a 31-bit seed and the multiplier needs 46 bits.
 int16_t Random(void)
 {
     constexpr int64_t modulus = 0x7FFFFFFF;
     int64_t seed = qd.randSeed % modulus;
     if (seed <= 0)
-        seed += modulus - 1;  // zero, where the generator would stay, is no seed
+        seed += modulus - 1;  // from zero the generator would not move
     qd.randSeed = static_cast<int32_t>(seed * 16807 % modulus);
     auto low = static_cast<int16_t>(qd.randSeed);
     return low == INT16_MIN ? 0 : low;

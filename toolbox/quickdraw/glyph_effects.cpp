@@ -13,7 +13,7 @@ std::uint8_t coverageAt(const GlyphImage &glyph, int x, int y)
                           static_cast<std::size_t>(x)];
 }
 
-// Inks also what lies up to so far from an inked pixel.
+// Also inks all pixels within these distances of an inked one.
 GlyphImage smeared(const GlyphImage &glyph, int toLeftAndUp, int toRight, int down)
 {
     GlyphImage wide{glyph.left - toLeftAndUp, glyph.top, glyph.width + toLeftAndUp + toRight, glyph.height, {}};

@@ -25,9 +25,9 @@ struct Ink {
     static Ink inverting(const GrafPort &port);
 };
 
-// What a display shows, 0x00RRGGBB, for a colour constant or a directColor; on
-// one bit all constants but white are black, and so are numbers that are no
-// colour.
+// What a display shows, 0x00RRGGBB, for a colour constant or a directColor; at
+// one bit all constants but white are black, and so are numbers that are not
+// colours.
 std::uint32_t pixelOf(int32_t color, int depth);
 
 }  // namespace toolbox::quickdraw

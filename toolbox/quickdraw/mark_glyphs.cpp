@@ -6,7 +6,7 @@
 namespace toolbox::quickdraw {
 namespace {
 
-// Drawn for 12 pixels a line; the last row stands on the baseline.
+// Drawn for lines of 12 pixels; the last row is on the baseline.
 constexpr int side = 9, drawnFor = 12;
 
 constexpr const char *marks[4][side] = {
@@ -33,7 +33,7 @@ int markAdvance(int size)
 }
 
 // A mark as a surface over the plane: 1 at the middle of a black square, 0 at
-// that of a white one, even between them.
+// that of a white one, and linear between them.
 static double heightAt(const char *const *mark, double x, double y)
 {
     auto square = [&](int column, int row) {
@@ -47,7 +47,7 @@ static double heightAt(const char *const *mark, double x, double y)
            (square(column, row + 1) * (1 - right) + square(column + 1, row + 1) * right) * below;
 }
 
-// Black is what lies above half the height. That is the squares themselves at
+// What lies above half the height is black. That is the squares themselves at
 // the size they were drawn for, and smooth slants at larger ones.
 GlyphImage markImage(std::uint8_t character, int deviceSize)
 {

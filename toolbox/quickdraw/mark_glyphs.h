@@ -8,7 +8,7 @@ namespace toolbox::quickdraw {
 
 bool isMark(std::uint8_t character);
 int markAdvance(int size);
-// At any size in device pixels; without grades at 12.
+// At any size in device pixels; at 12 without grades.
 GlyphImage markImage(std::uint8_t character, int deviceSize);
 
 }  // namespace toolbox::quickdraw

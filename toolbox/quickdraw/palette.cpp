@@ -24,8 +24,8 @@ int distance(std::uint32_t a, std::uint32_t b)
     return sum;
 }
 
-// Colours and, for each, the position of the one inverting makes of it. Five
-// bits of each component make a cell; no two colours of a table share one.
+// Colours and, for each, the position of the one that inverting turns it into.
+// Five bits of each component make a cell; no two colours of a table share one.
 class Palette {
 public:
     Palette(Colors colors, std::vector<int> opposites)
@@ -94,7 +94,7 @@ constexpr int levels = 6, levelStep = 0x33, cubeSize = levels * levels * levels;
 constexpr int rampSteps[] = {0xEE, 0xDD, 0xBB, 0xAA, 0x88, 0x77, 0x55, 0x44, 0x22, 0x11};
 constexpr int rampSize = 10;
 
-// From white on; black, the last of the cube, stands at the end of the table.
+// White first; black, the last of the cube, is at the end of the table.
 Palette eightBits()
 {
     Colors colors;

@@ -1,8 +1,8 @@
 // The colours a display can show. Private to QuickDraw.
 //
-// 1 bit a pixel: white and black. 2: four greys. 4: the sixteen customary
-// colours. 8: a cube of six levels a component, and ramps of red, green, blue
-// and grey between them. 32: all.
+// 1 bit per pixel: white and black. 2: four greys. 4: the sixteen usual colours.
+// 8: a cube of six levels per component, and ramps of red, green, blue and grey
+// between them. 32: all.
 #pragma once
 
 #include <cstdint>
@@ -14,14 +14,14 @@ namespace toolbox::quickdraw {
 const std::vector<std::uint32_t> &colorsOf(int depth);
 
 // What a display of that depth shows for a color: the nearest that it has, to
-// within the eighth of a component's range that a table is divided into; on 1
-// bit white from half the brightness on.
+// within the 32nd part of each component's range that a table distinguishes; at
+// 1 bit white from half the brightness on.
 std::uint32_t shownColor(std::uint32_t rgb, int depth);
 
-// What inverting makes of a shown color; twice is as before. Greys and the
-// colours of the cube become their complement, the other colours of a table
-// another one that is far away; of 4 bits the middle grey, whose complement it is
-// itself, and brown stay as they are.
+// What inverting turns a shown color into; inverting that restores it. Greys and
+// the colours of the cube become their complement, the other colours of a table
+// another one that is far away; at 4 bits the middle grey, which is its own
+// complement, and brown stay as they are.
 std::uint32_t oppositeColor(std::uint32_t shown, int depth);
 // Whether that is the complement for all colours of the depth.
 bool oppositesAreComplements(int depth);

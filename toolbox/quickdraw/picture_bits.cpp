@@ -82,8 +82,8 @@ Layout readLayout(PictureBytes &in, unsigned opcode, std::uint32_t fore, std::ui
     return layout;
 }
 
-// Runs and pieces of units of one or two bytes; exactly so many bytes come of
-// them.
+// Unpacks runs and literal stretches of units of one or two bytes into exactly
+// `length` bytes.
 std::string unpack(std::string_view packed, std::size_t length, unsigned unit)
 {
     PictureBytes in(packed);
@@ -154,7 +154,7 @@ PixelRow shortRow(PictureBytes &in, const Layout &layout)
     return pixels;
 }
 
-// Three bytes a pixel, the first `lead` bytes of each passed over.
+// Three bytes per pixel, after `lead` bytes that are skipped.
 PixelRow chunkyRow(const std::string &row, std::size_t width, std::size_t lead)
 {
     PixelRow pixels;

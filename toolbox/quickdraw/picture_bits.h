@@ -61,7 +61,7 @@ public:
         std::uint32_t red = word() >> 8, green = word() >> 8;
         return red << 16 | green << 8 | word() >> 8;
     }
-    // A region with its size in front; its bounds.
+    // The bounds of a region, which begins with its size.
     Rect region()
     {
         constexpr unsigned least = 10;
@@ -81,11 +81,11 @@ private:
 struct PictureBits {
     Picture pixels;      // the source rectangle's part
     Rect destination{};
-    int mode = 0;        // the transfer mode as it stands
+    int mode = 0;        // the transfer mode as stored
 };
 
 // What follows one of the opcodes 0x90, 0x91, 0x98 to 0x9B. fore and back are
-// the colours of a bitmap's pixels. pixelsLeft is lowered by what was read; an
+// the colours of a bitmap's pixels. pixelsLeft is reduced by what was read; an
 // image with more is damaged.
 PictureBits readBits(PictureBytes &in, unsigned opcode, std::uint32_t fore, std::uint32_t back,
                      std::size_t &pixelsLeft);

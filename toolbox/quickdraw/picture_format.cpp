@@ -167,7 +167,8 @@ bool Parser::rectangle(unsigned code)
     return true;
 }
 
-// Modes with bit 1 set alone or 36 let the white of an image through.
+// In the modes srcOr and transparent, dithered or not, the white of an image is
+// clear.
 bool Parser::image(unsigned code)
 {
     constexpr int dither = 64, transparent = 36;
@@ -185,7 +186,7 @@ bool Parser::image(unsigned code)
     return true;
 }
 
-// A byte of length and the characters, after where they stand.
+// A length byte and the characters, after their position.
 void Parser::passText(unsigned code)
 {
     constexpr unsigned placeBytes[] = {4, 1, 1, 2};
@@ -197,7 +198,7 @@ struct Stretch {
     unsigned first, last, bytes;
 };
 
-// What has always the same length, up to the images.
+// Those that always have the same length, without the images.
 constexpr Stretch plainOnes[] = {
     {0x00, 0x00, 0},  {0x03, 0x03, 2},  {0x04, 0x04, 1},  {0x05, 0x05, 2},  {0x06, 0x06, 4},  {0x0B, 0x0B, 4},
     {0x0D, 0x0D, 2},  {0x10, 0x10, 8},  {0x15, 0x16, 2},  {0x17, 0x19, 0},  {0x1C, 0x1C, 0},  {0x1D, 0x1D, 6},
@@ -211,7 +212,7 @@ bool within(unsigned code, unsigned first, unsigned last)
     return code >= first && code <= last;
 }
 
-// Polygons and regions: the length counts itself.
+// Polygons and regions: the length includes its own bytes.
 bool countsItself(unsigned code)
 {
     return within(code, 0x70, 0x77) || within(code, 0x80, 0x87);

@@ -1,4 +1,4 @@
-// What a 'PICT' says: its bytes read into steps. Private to QuickDraw.
+// The contents of a 'PICT', read into steps. Private to QuickDraw.
 #pragma once
 
 #include <optional>
@@ -37,10 +37,10 @@ struct PictureContents {
     std::vector<PictureStep> steps;
 };
 
-// Versions 1 and 2. Text, round shapes, polygons and regions are passed over,
-// and of a clip region that is no rectangle its bounds count. Nothing for bytes
-// that end early, have no frame, use pixel patterns or opcodes whose length is
-// not known, or hold more than 16 million pixels or 65535 steps.
+// Versions 1 and 2. Text, round shapes, polygons and regions are skipped, and a
+// clip region that is not a rectangle is replaced by its bounds. Nothing for
+// bytes that end early, have no frame, use pixel patterns or opcodes whose
+// length is not known, or hold more than 16 million pixels or 65535 steps.
 std::optional<PictureContents> readPicture(std::string_view bytes);
 
 }  // namespace toolbox::quickdraw

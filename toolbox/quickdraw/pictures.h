@@ -1,5 +1,5 @@
-// Pixels out of the displays and back. Private to the Toolbox; what hosts may
-// use is in toolbox/host/picture.h.
+// Pixels copied from the displays and back. Private to the Toolbox; what hosts
+// may use is in toolbox/host/picture.h.
 #pragma once
 
 #include <vector>
@@ -12,12 +12,12 @@ namespace toolbox::quickdraw {
 // What the displays showed of a global rectangle, each in its device pixels.
 struct SavedBits {
     std::vector<Bits> parts;
-    unsigned displays = 0;  // which displays they were taken of
+    unsigned displays = 0;  // which displays they were taken from
 };
 
 SavedBits saveBits(const Rect &global);
-// Puts back what saveBits took. Not clipped. False, and nothing done, when the
-// displays have changed since: what lay there is to be drawn anew.
+// Puts back what saveBits took. Not clipped. False, with nothing done, when the
+// displays have changed since: what was there must be redrawn.
 bool restoreBits(const SavedBits &bits);
 
 }  // namespace toolbox::quickdraw

@@ -6,10 +6,10 @@
 namespace toolbox::quickdraw {
 
 bool polygonOpen();
-// Takes a line, local, into it. Lines beyond what a polygon can hold are left
-// out.
+// Adds a line, in local coordinates, to it. Lines beyond what a polygon can hold
+// are left out.
 void addToPolygon(Point from, Point to);
-// Ends recording; the polygon's block stays the caller's.
+// Ends recording; the polygon's block still belongs to the caller.
 void forgetPolygon();
 
 }  // namespace toolbox::quickdraw

@@ -1,5 +1,5 @@
-// Drawing on behalf of another manager: what a block changes about the current
-// port is put back at its end. Private to the Toolbox.
+// Drawing on behalf of another manager: what a block changes in the current port
+// is restored at its end. Private to the Toolbox.
 #pragma once
 
 #include "quickdraw/area.h"
@@ -23,7 +23,7 @@ private:
 };
 
 // Makes a port current with a plain pen and the system's text settings, and
-// puts everything back: what the port's owner set, and the former port.
+// restores everything: what the port's owner set, and the previous port.
 class DrawingScope {
 public:
     explicit DrawingScope(GrafPtr port);

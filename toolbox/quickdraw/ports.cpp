@@ -9,7 +9,7 @@ static GrafPort desktop;
 
 static constexpr Rect everything{-32767, -32767, 32767, 32767};
 
-// All but the regions.
+// Everything except the regions.
 static void resetPort(GrafPort &port, const Rect &rect)
 {
     port = {};

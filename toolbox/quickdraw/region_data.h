@@ -14,9 +14,9 @@ namespace toolbox::quickdraw {
 
 // Nil is an empty region.
 Area areaOf(RgnHandle region);
-// Puts the area into the region, cut to what coordinates can say. Where the
-// heap has no room for its rectangles the region is left as it was; MemError
-// tells.
+// Puts the area into the region, limited to the range of coordinates. Where the
+// heap has no room for its rectangles, the region is left as it was and MemError
+// is set.
 void storeArea(const Area &area, RgnHandle region);
 
 }  // namespace toolbox::quickdraw

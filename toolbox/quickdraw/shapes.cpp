@@ -59,7 +59,7 @@ void FillRect(const Rect *r, const Pattern *pattern)
 }
 
 // Whether a pixel of the corner's square belongs to the oval, which it does when
-// its centre does. Column and row count from the square's outer corner.
+// its centre lies in it. Column and row count from the square's outer corner.
 static bool inCorner(int column, int row, double ovalWidth, double ovalHeight)
 {
     const double h = (ovalWidth - 2 * column - 1) * ovalHeight, v = (ovalHeight - 2 * row - 1) * ovalWidth;

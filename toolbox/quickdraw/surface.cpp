@@ -254,7 +254,7 @@ Bits Surface::copy(const Rect &global) const
     return bits;
 }
 
-// Between displays of different scales the nearest pixel stands for each.
+// Between displays of different scales, each pixel takes the nearest one.
 void Surface::put(const Bits &bits, int dh, int dv, const Area &area)
 {
     const Area there = device(area & Area(bits.bounds).movedBy(dh, dv));

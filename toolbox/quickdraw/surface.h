@@ -2,7 +2,7 @@
 //
 // A surface holds several device pixels for each of QuickDraw's, scale by
 // scale of them. Its device coordinates are those of its picture; device()
-// leads there from global ones.
+// converts global ones to them.
 #pragma once
 
 #include <cstdint>
@@ -62,13 +62,14 @@ public:
     // Whether the display has the colours between the ink's two, so that glyphs
     // may have grades.
     bool canGrade(const Ink &ink) const;
-    // Those of the area that lie in the global box the image is stretched to.
-    // The image's white may be clear.
+    // Stretches the image to the global box, and draws the part that lies in the
+    // area. The image's white may be clear.
     void drawImage(const Picture &image, const Rect &box, bool whiteIsClear, const Area &area);
 
     // The part of a global rectangle that lies on the surface.
     Bits copy(const Rect &global) const;
-    // The bits moved by so much, global; only in the area, which is global.
+    // Puts the bits back, moved by (dh, dv), global; only in the area, which is
+    // global.
     void put(const Bits &bits, int dh, int dv, const Area &area);
 
     // Empty when blind.

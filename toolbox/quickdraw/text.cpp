@@ -37,7 +37,7 @@ void traceText(const GrafPort &port, std::string_view text)
                        static_cast<int>(port.fgColor));
 }
 
-// The last letter of an italic leans out of its width.
+// The last letter of an italic text leans beyond its width.
 int leanOf(const GrafPort &port)
 {
     return port.txFace & italic ? fontInfoOf(TextStyle::of(port)).ascent / 2 : 0;

@@ -8,9 +8,10 @@
 namespace toolbox::quickdraw {
 
 // In pixels, in the current port's font and size, plain or bold; nothing where
-// the bytes are no UTF-8 or the font lacks a character.
+// the bytes are not UTF-8 or the font lacks a character.
 std::optional<int> widthOfWide(std::string_view utf8);
-// Draws at the pen, which moves on, over what is there. Only what has a width.
+// Draws at the pen, over what is there, and advances the pen. Only text that has
+// a width.
 void drawWide(std::string_view utf8);
 
 }  // namespace toolbox::quickdraw

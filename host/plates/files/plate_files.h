@@ -15,7 +15,7 @@ namespace riders::plates {
 // All throw Refusal for a file that cannot be read or is not as it should be.
 TintPlate readTints(const std::filesystem::path &tiff);
 BitPlate readPlate(const std::filesystem::path &tiff);
-// The four process inks that all inks of a page, spot inks too, come to.
+// The four process inks that all inks of a page, spot inks too, add up to.
 std::vector<TintPlate> readComposite(const std::filesystem::path &tiff);
 
 struct PlateFile {

@@ -6,17 +6,17 @@
 
 namespace riders::plates {
 
-// UTF-8 of a text in UTF-8 or, where it is none, Latin-1; control characters become blanks.
+// UTF-8 from a text in UTF-8 or, if it is not, in Latin-1; control characters become blanks.
 std::string plainText(const std::string &bytes);
 
-// The same of a name whose odd bytes are written as %25 and so on.
+// The same from a name whose odd bytes are written as %25 and so on.
 std::string plateNameFrom(const std::string &interpreters);
 
 // The bytes of such a name as the job has them.
 std::string inkBytesFrom(const std::string &interpreters);
 
-// A name for a file: small letters, digits and hyphens, 40 at most; not one
-// of those taken already, to which it is added.
+// A name for a file: lower-case letters, digits and hyphens, 40 at most; not
+// one that is already in `taken`, to which it is added.
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken);
 
 }  // namespace riders::plates

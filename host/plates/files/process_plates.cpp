@@ -21,7 +21,7 @@ struct CloseFile {
     void operator()(FILE *file) const { fclose(file); }
 };
 
-// The bytes of a PCX file after its header, its runs expanded.
+// The bytes of a PCX file after its header, with its runs expanded.
 class PcxBytes {
 public:
     explicit PcxBytes(const fs::path &file) : file_(fopen(file.c_str(), "rb"))
@@ -61,7 +61,7 @@ private:
         return true;
     }
 
-    // The next run; those of no length are passed over.
+    // Finds the next run; those without length are skipped.
     bool next()
     {
         do {

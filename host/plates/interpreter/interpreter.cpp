@@ -10,10 +10,10 @@
 
 namespace riders::plates {
 
-// prolog.ps runs ahead of the job. Install takes Ghostscript's lightening of tints out
-// each time the page device is set; EndPage writes the screens of each page, by the
-// operators as the job and the riders file have them then, in lines that
-// InterpreterWords knows.
+// prolog.ps runs before the job. Its Install removes Ghostscript's lightening of tints
+// each time the page device is set; its EndPage writes the screens of each page, using
+// the operators as the job and the riders file have left them, in lines that
+// InterpreterWords reads.
 extern const std::string_view kProlog;
 
 namespace {
@@ -31,7 +31,7 @@ std::vector<std::string> deviceOptions(PlateDevice device)
     case PlateDevice::none:
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
-        // An annotation is on all plates: here it would make plates of inks that the job has not.
+        // An annotation is on all plates: here it would make plates of inks that the job does not have.
         return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
@@ -66,7 +66,7 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::filesys
     return command;
 }
 
-// The number of the page that was in work.
+// The number of the page that was being rendered.
 int pageInWork(const InterpreterRun &run, size_t ended)
 {
     const bool listedOnly = run.job.kind == JobKind::pdf && !run.pages.empty();
@@ -81,7 +81,7 @@ std::string endedBy(const InterpreterRun &run, int signal)
     return "the interpreter was ended by signal " + std::to_string(signal);
 }
 
-// Does nothing where the interpreter has done all of the job.
+// Does nothing when the interpreter has finished the job.
 void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
 {
     const std::string where =
@@ -99,7 +99,7 @@ void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, c
 
 InterpreterReport interpret(const InterpreterRun &run)
 {
-    // A job may use the temporary folder: not that in which the page files are.
+    // A job may use the temporary folder, so it is not the one that holds the page files.
     const std::filesystem::path folder = std::filesystem::absolute(run.folder);
     const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
     std::filesystem::create_directory(temporary);

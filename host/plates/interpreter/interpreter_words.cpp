@@ -37,7 +37,7 @@ bool InterpreterWords::take(std::string_view line)
     return false;
 }
 
-// Without the hyphens that operators stand between there.
+// Without the hyphens that the interpreter writes around operators.
 std::string InterpreterWords::failure(int megabytes) const
 {
     std::string words = firstError_.empty() && !report_.said.empty() ? report_.said.front() : firstError_;

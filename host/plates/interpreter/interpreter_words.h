@@ -1,4 +1,4 @@
-// What Ghostscript and prolog.ps write while they run a job, read.
+// Reads what Ghostscript and prolog.ps write while they run a job.
 #pragma once
 
 #include <array>
@@ -11,29 +11,29 @@ namespace riders::plates {
 
 struct AskedScreen {
     double frequency = 0, angle = 0;  // frequency 0: neither is known
-    std::string shape = {};  // the name of the spot function that inks alike, see meter/spots.h; empty for none
+    std::string shape = {};  // the name of the spot function with the same dots, see meter/spots.h; empty for none
 };
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
 
 struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
-    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: of
-                                      // PostScript all pages of the job, of PDF those asked for
+    std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: for
+                                      // PostScript all pages of the job, for PDF those asked for
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
-    std::vector<std::string> said;  // its other words, the first hundred lines
+    std::vector<std::string> said;  // its other output, the first hundred lines
 };
 
 // Reads what the interpreter writes, a line at a time. The job can write lines
 // too: whatever they are, they do no harm.
 class InterpreterWords {
 public:
-    // True where a page has ended.
+    // True when a page has ended.
     bool take(std::string_view line);
 
     const InterpreterReport &report() const { return report_; }
-    // Why the interpreter failed, in its words; where it lacked memory, with how
+    // Why the interpreter failed, in its words; when it lacked memory, also how
     // much it may have.
     std::string failure(int megabytes) const;
 

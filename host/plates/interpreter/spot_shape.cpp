@@ -7,7 +7,7 @@
 namespace riders::plates {
 namespace {
 
-constexpr int kSide = 7;  // values along a cell's side, as prolog.ps has it
+constexpr int kSide = 7;  // values along a cell's side, as in prolog.ps
 static_assert(kSide * kSide == kShapeValues);
 
 // Whether both give the same order, which is all that counts for the dots.

@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 namespace riders::plates {
 namespace {
 
-constexpr size_t kHead = 1024;  // a PDF may have other bytes ahead of it
+constexpr size_t kHead = 1024;  // a PDF may have other bytes before it
 constexpr std::string_view kUniversalExit = "\x1B%-12345X";
 
 bool isEncapsulated(std::string_view head)

@@ -11,7 +11,7 @@ namespace riders::plates {
 
 enum class JobKind { postScript, eps, pdf };
 
-// Throws Refusal for a file of no such kind. An EPS in the binary wrapper that carries a preview is eps.
+// Throws Refusal for a file of any other kind. An EPS in the binary wrapper that carries a preview counts as eps.
 JobKind kindOfJob(const std::filesystem::path &job);
 
 // The first bytes of a job, as many as show its kind. Throws Refusal.

@@ -74,7 +74,7 @@ void applyNamed(const apply::ApplyRequest &request, const fs::path &name)
     }
 }
 
-// The riders file as a program of its own, for what has no place for it.
+// The riders file as a separate program, for a job that has no place for it.
 fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
 {
     io::writeFile(folder / "empty.ps", "%!PS\n");

@@ -15,8 +15,8 @@ struct PreparedJob {
     std::vector<std::filesystem::path> files;  // absolute, to be run in this order
 };
 
-// Writes what it needs to into `folder`; the job itself is not touched. Throws Refusal, also
-// where the riders file (empty: none) is not one, or the job has one in it already.
+// Writes the files it needs into `folder`; the job itself is not touched. Throws Refusal, also
+// when `riders` (empty: none) is not a riders file or the job already has one in it.
 PreparedJob prepareJob(const std::filesystem::path &job, const std::filesystem::path &riders,
                        const std::filesystem::path &folder);
 

@@ -83,7 +83,7 @@ std::vector<BitPlate> readInksApart(const RenderedJob &job, const Rendering &ren
 
 std::vector<BitPlate> readAllPlates(const SurveyedPage &page, const fs::path &folder, int file)
 {
-    // Others may be there as well, named on other pages and empty.
+    // There may be others as well, named on other pages and empty here.
     const std::vector<PlateFile> files = plateFiles(folder, file);
     std::vector<BitPlate> plates;
     for (const SurveyedPlate &wanted : page.plates)

@@ -15,14 +15,14 @@ namespace riders::plates {
 enum class RenderingWay {
     processPlates,  // of pages without spot inks
     inksApart,      // several runs of the fast device, one for the process plates and one for each spot ink; see
-                    // spot_inks.h for the pages of which it gives what allPlates does
+                    // spot_inks.h for the pages for which it gives what allPlates does
     allPlates       // one run of the slow device
 };
 
 struct Rendering {
     RenderingWay way;
-    std::vector<size_t> pages;     // rising indices into the survey
-    std::filesystem::path folder;  // made by it
+    std::vector<size_t> pages;     // ascending indices into the survey
+    std::filesystem::path folder;  // made by renderPages
     double dpi;
 };
 
@@ -36,7 +36,7 @@ struct RenderedJob {
 InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering);
 
 // The plates of a rendered page (an index into the rendering's), as surveyed; their files are removed.
-// Throws Refusal where they are not there or cannot be read.
+// Throws Refusal when they are missing or cannot be read.
 std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering, size_t page);
 
 // The spot inks of a surveyed page, as the interpreter writes them.

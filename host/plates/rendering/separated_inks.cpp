@@ -23,7 +23,7 @@ std::string hexString(const std::string &bytes)
     return text + ">";
 }
 
-// With an empty line ahead of each.
+// With an empty line before each.
 std::string joined(std::initializer_list<std::string_view> parts)
 {
     std::string text;

@@ -58,7 +58,7 @@ SpotInks lookAtSpotInks(const RenderedJob &job, double dpi, const fs::path &work
         try {
             renderPages(job, apart);
         } catch (const io::Refusal &) {
-            fails = true;  // the job as it stands did not fail
+            fails = true;  // the job itself did not fail
         }
     });
     workers.finish();

@@ -22,7 +22,7 @@ std::vector<TintPlate> readPage(const fs::path &folder, int file, SurveyedPage &
         TintPlate read = readTints(plate.file);
         const bool ink = read.hasInk();
         fs::remove(plate.file);
-        // Not an ink that was only named, here or on a page that was left out.
+        // Leaves out an ink that was only named, here or on a page not asked for.
         if (isProcessPlate(plate.plate) || ink) {
             tints.push_back(std::move(read));
             page.plates.push_back({plate.plate, ink});
@@ -76,7 +76,7 @@ public:
         }
     }
 
-    // Once the workers have finished.
+    // To be called once the workers have finished.
     std::vector<SurveyedPage> found()
     {
         std::sort(found_.begin(), found_.end(),
@@ -100,7 +100,7 @@ std::string pagesInWords(size_t count)
     return std::to_string(count) + (count == 1 ? " page" : " pages");
 }
 
-// Of PDF the interpreter reports the pages asked for only: then all are run through.
+// For PDF the interpreter reports only the pages asked for: then all are run, to count them.
 size_t countPages(const SurveyRun &run, const fs::path &folder, const Survey &survey)
 {
     if (run.job.kind != JobKind::pdf)
@@ -113,7 +113,7 @@ size_t countPages(const SurveyRun &run, const fs::path &folder, const Survey &su
         .pages.size();
 }
 
-// Why there is no page, where the interpreter has found something amiss.
+// Why there is no page, if the interpreter reported a fault.
 std::string complaint(const InterpreterReport &report)
 {
     for (const std::string &line : report.said) {

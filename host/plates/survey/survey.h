@@ -25,7 +25,7 @@ struct SurveyedPage {
 };
 
 struct Survey {
-    std::vector<SurveyedPage> pages;  // those asked for, rising
+    std::vector<SurveyedPage> pages;  // those asked for, ascending
     InterpreterReport report;
 };
 
@@ -33,23 +33,23 @@ struct Survey {
 struct PageInTints {
     const SurveyedPage &page;
     const std::vector<TintPlate> &plates;     // as in page.plates
-    const std::vector<TintPlate> &composite;  // the four process inks that all its inks come to
+    const std::vector<TintPlate> &composite;  // the four process inks that all its inks add up to
     double dpi;
 };
 
 struct SurveyRun {
     const PreparedJob &job;
-    const std::vector<int> &pages;  // asked for, rising; empty for all
+    const std::vector<int> &pages;  // asked for, ascending; empty for all
     InterpreterLimits limits;
-    std::filesystem::path work;  // for files in between
-    // Whenever the job ends a page, asked for or not.
+    std::filesystem::path work;  // for temporary files
+    // Called whenever the job ends a page, asked for or not.
     std::function<void()> pageEnded;
-    // For each page asked for; by the workers, several at a time and in any order.
+    // Called for each page asked for, by the workers: several at a time and in any order.
     std::function<void(const PageInTints &)> pageSeen;
 };
 
-// Throws Refusal where the job fails, paints no page, or has not all pages
-// asked for, and what `pageSeen` throws.
+// Throws Refusal when the job fails, paints no page, or lacks a page asked
+// for, and what `pageSeen` throws.
 Survey surveyJob(const SurveyRun &run, io::Workers &workers);
 
 }  // namespace riders::plates

@@ -15,10 +15,10 @@ struct AskedFor {
     std::string by;          // "the riders file", "the job", "nobody"
     bool binding = false;    // worth a warning where it is missed
     bool annotated = false;  // every plate gets a text
-    std::string shape = {};  // of the dots, by name, where it is one of those that are known
+    std::string shape = {};  // of the dots, by name, if it is one of those that are known
 };
 
-// What a riders file asks for. Throws Refusal where it cannot be read.
+// What a riders file asks for. Throws Refusal when it cannot be read.
 AskedFor askedByRiders(const std::filesystem::path &riders);
 
 // What holds for a plate: first the riders file's values, then the screen in

@@ -5,7 +5,7 @@
 
 namespace riders::proof {
 
-// "45", "12.5", "62.13": at most so many digits after the point, no zeros at the end.
+// "45", "12.5", "62.13": at most `digits` digits after the point, no zeros at the end.
 std::string decimal(double value, int digits);
 
 }  // namespace riders::proof

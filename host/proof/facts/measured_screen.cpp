@@ -8,11 +8,11 @@
 namespace riders::proof {
 namespace {
 
-// So many cells a side are exact enough here, and quick.
 constexpr double kTellingCell = 8;                 // pixels along a cell's side, below which shapes look the same
-constexpr double kLeastInk = 0.1;                  // and so they do in lighter tints, and in the darkest
+constexpr double kLeastInk = 0.1;                  // likewise in lighter tints, and in the darkest
 constexpr double kLike = 0.95, kLeastLike = 0.85;  // correlations with a shape
-constexpr double kPlainly = 0.06;                  // more of it than the other has
+constexpr double kPlainly = 0.06;                  // by so much more than the expected one
+// This many cells a side are exact enough here, and quick.
 constexpr double kCells = 40, kShortest = 0.75, kLongest = 1.5;  // inches
 
 Place middleOf(const Place &place, double side)

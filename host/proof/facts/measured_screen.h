@@ -10,16 +10,16 @@ namespace riders::proof {
 
 struct MeasuredScreen {
     bool found = false;
-    double frequency = 0, angle = 0;  // lines an inch; degrees, 0 to below 90 for dots
+    double frequency = 0, angle = 0;  // lines per inch; degrees, 0 to below 90 for dots
     double ink = 0;                   // 0 to 1, where it was measured
     Place where;
     std::string shape = {};  // the spot function most like the dots; empty where that is not clear
 };
 
-// Measures in the middle of a flat tint, or where that is empty or shows none,
-// on the largest flat tint there is. By the frequency that is expected, in lines an inch, no more of the tint
-// is read than 0.1 % and 0.05 degrees need. `shape` is the one that is expected: it is the result where the dots
-// are like it; another is where they are clearly more like that; none where cells are small, dots or gaps tiny.
+// Measures in the middle of a flat tint or, if that is empty or shows no screen,
+// on the largest flat tint there is. `aboutFrequency` is the one expected, in lines per inch: no more of the tint
+// is read than 0.1 % and 0.05 degrees need. `shape` is the one expected: it is the result when the dots are like
+// it, another when they are clearly more like that one, none when cells are small or dots or gaps tiny.
 MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
                             const std::string &shape = {});
 

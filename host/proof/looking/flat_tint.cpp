@@ -16,9 +16,9 @@ struct Rectangle {
     int left = 0, top = 0, width = 0, height = 0;
 };
 
-// Rectangles of one tint, each as large as it can be, a row of the page at a
-// time: how far each column is even upwards, and for each stretch of a row the
-// rectangles that stand on it.
+// Finds rectangles of one tint, each as large as possible, row by row of the
+// page: how far up each column keeps its tint, and for each stretch of a row
+// the rectangles that end there.
 class FlatRectangles {
 public:
     FlatRectangles(const plates::TintPlate &plate, double most)
@@ -47,7 +47,7 @@ private:
         }
     }
 
-    // From the column to where the tint changes; returns that place.
+    // Judges what ends in the stretch from the column to where the tint changes; returns that place.
     int stretch(int first, int y)
     {
         const int tint = at(first, y);

@@ -1,4 +1,4 @@
-// The tints of a plate, and where one is even enough to measure a screen on.
+// The tints of a plate, and where one is flat enough to measure a screen on.
 #pragma once
 
 #include "plates/files/plate.h"

@@ -8,7 +8,7 @@
 namespace riders::proof {
 namespace {
 
-// About what offset inks look like on coated paper; the rosette's black is left a little open.
+// Roughly what offset inks look like on coated paper; black is a little lighter than black, for the rosette.
 constexpr Colour kProcessInks[] = {{0, 158, 224}, {230, 0, 126}, {255, 237, 0}, {29, 29, 27}};
 constexpr Colour kUnknownInk = {90, 100, 160};
 

@@ -19,13 +19,13 @@ struct Colour {
 // parts of cyan, magenta, yellow and black where they are known, else a grey blue.
 Colour inkColour(const std::string &plate, const std::map<std::string, std::array<double, 4>> &spotInks);
 
-// Two inks on each other: each lets through its share of the light.
+// Two inks over each other: each lets through its share of the light.
 inline Colour multiply(Colour one, Colour other)
 {
     const auto part = [](int a, int b) { return static_cast<std::uint8_t>((a * b + 127) / 255); };
     return {part(one.red, other.red), part(one.green, other.green), part(one.blue, other.blue)};
 }
-// So much of an ink on white, 255 being solid.
+// A tint of an ink on white; 255 is solid.
 inline Colour tintOf(Colour ink, int tint)
 {
     const auto part = [tint](int a) { return static_cast<std::uint8_t>(255 - ((255 - a) * tint + 127) / 255); };

@@ -12,7 +12,7 @@ namespace riders::proof {
 namespace {
 
 constexpr int kLongestPicture = 1700;  // pixels
-// A plate is looked at in its page's place if it shows this much there of what it shows in its own.
+// A plate is shown at its page's place if it shows at least this share there of what it shows at its own.
 constexpr double kGoodEnough = 0.25;
 
 PlateLook lookAt(const plates::TintPlate &tints, bool ink, double dpi)
@@ -30,7 +30,7 @@ PlateLook lookAt(const plates::TintPlate &tints, bool ink, double dpi)
     return look;
 }
 
-// Where the loupe is held: over one place for all plates, and over a plate's own where it shows little there.
+// Where the loupe is held: over one place for all plates, and over a plate's own if it shows little there.
 void chooseLoupes(PageLook &look, const plates::PageInTints &seen)
 {
     std::vector<const plates::TintPlate *> inked;

@@ -29,9 +29,9 @@ public:
     // Where the picture of each page goes, "page-N.png".
     explicit PageLooks(const std::filesystem::path &pictures) : pictures_(pictures) {}
 
-    // From any thread. Throws Refusal where the picture cannot be written.
+    // From any thread. Throws Refusal when the picture cannot be written.
     void take(const plates::PageInTints &seen);
-    // Of a page that was taken; from any thread, once all are.
+    // What was found on a page that was taken; from any thread, once all are.
     const PageLook &of(int page) const { return looks_.at(page); }
 
 private:

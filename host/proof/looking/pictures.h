@@ -11,25 +11,25 @@ namespace riders::proof {
 
 // A loupe picture shows a square of this side ...
 inline constexpr double kLoupeInches = 25 / 25.4;
-// ... so many times as large.
+// ... enlarged this many times.
 inline constexpr double kLoupeTimes = 8;
 
 struct InkedTints {
     const plates::TintPlate *plate;
     Colour ink;
 };
-// The page in all its inks, a pixel for `step` x `step` of the plates'. The plates are of one size, one at least.
+// The page in all its inks, one pixel for `step` x `step` of the plates'. There is at least one plate; all are of one size.
 Picture pagePicture(const std::vector<InkedTints> &plates, int step);
 
 struct InkedPlate {
     const plates::BitPlate *plate;
     Colour ink;
 };
-// A place of the page through a loupe, all inks on each other; black on white
-// is what a single film looks like. Above 2400 dpi several pixels are made one.
+// A place of the page through a loupe, all inks over each other; black on white
+// is what a single film looks like. Above 2400 dpi several pixels are merged into one.
 Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place);
 
-// The resolution at which a loupe picture of plates of so many dpi is to be shown.
+// The resolution at which a loupe picture of plates of that resolution is to be shown.
 double loupePictureDpi(double plateDpi);
 
 }  // namespace riders::proof

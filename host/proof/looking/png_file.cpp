@@ -23,17 +23,17 @@ struct ClosePng {
     }
 };
 
-// A picture of few colours as numbers into a list of them, which takes a fraction of the time and the room.
+// A picture of few colours as indices into a list of them, which takes a fraction of the time and space.
 struct Indexed {
-    std::vector<Colour> colours;        // empty where there are too many
-    std::vector<std::uint8_t> numbers;  // packed, rows beginning with a byte
+    std::vector<Colour> colours;        // empty when there are too many
+    std::vector<std::uint8_t> numbers;  // packed; each row begins a new byte
     int bits = 8;                       // of a number
     size_t rowBytes = 0;
 };
 
 constexpr size_t kMostColours = 256;
 
-// The number of the colour; kMostColours where there are too many.
+// The number of the colour; kMostColours when there are too many.
 size_t numberOf(Colour colour, std::vector<Colour> &colours)
 {
     const auto found = std::find(colours.begin(), colours.end(), colour);
@@ -79,7 +79,7 @@ void setKind(png_structp png, png_infop info, const Picture &picture, const Inde
                      static_cast<int>(small.colours.size()));
 }
 
-// Nothing with a destructor may be made in here: libpng leaves by longjmp.
+// Nothing with a destructor may be created in here: libpng leaves by longjmp.
 bool writeRows(png_structp png, png_infop info, FILE *file, const Picture &picture, const Indexed &small,
                double dpi)
 {

@@ -8,7 +8,7 @@
 
 namespace riders::proof {
 
-// How well a tint, 0 to 255, shows its dots, 0 to 1: one in the middle best; solid ink a little only, so that
+// How well a tint, 0 to 255, shows its dots, 0 to 1: middle tints best; solid ink only a little, so that
 // plates of text are looked at where the text is.
 double telling(int ink);
 

@@ -14,15 +14,15 @@ struct Filling {
 };
 using Fillings = std::initializer_list<Filling>;
 
-// The text with each {{name}} filled in. Where the name is alone on its line and its value is empty or lines
-// of its own, no empty line is left. Throws std::logic_error for a name without a filling.
+// The text with each {{name}} filled in. Where the name is alone on its line and its value is empty or whole
+// lines, no empty line is left. Throws std::logic_error for a name without a filling.
 std::string filled(std::string_view text, Fillings fillings);
 
-// The template of that id in parts.html, filled. Throws std::logic_error where there is none.
+// The template of that id in parts.html, filled. Throws std::logic_error when there is none.
 std::string part(std::string_view id, Fillings fillings = {});
 
-// A text as it stands, in an element or a quoted attribute: & < > " ' are
-// written as entities; otherwise see plainText.
+// A text for an element or a quoted attribute: & < > " ' are written as
+// entities; otherwise see plainText.
 std::string escaped(const std::string &text);
 
 }  // namespace riders::proof
