@@ -76,7 +76,7 @@ Table PlantedTree::table() const
 
 Tree PlantedTree::tree() const
 {
-    // Where nothing has been compiled yet, a file that is not there tells the folders.
+    // Where nothing has been compiled yet, a file that is not there says where to look.
     std::vector<Compiled> compiled = compiled_;
     compiled.push_back({"main.cpp", "", kLookedIn, false});
     return readTree(top(), compiled);

@@ -72,13 +72,13 @@ TEST(Rooms, UseOnlyTheirLibraries)
     expectNone(wrongLibraries(table(), tree()));
 }
 
-TEST(Rooms, KnowNobodyInACircle)
+TEST(Rooms, AreInNoCircle)
 {
     expectNone(tableCircles(table()));
     expectNone(roomCircles(table(), tree(), symbols()));
 }
 
-TEST(Files, KnowNobodyInACircle)
+TEST(Files, AreInNoCircle)
 {
     expectNone(fileCircles(tree(), symbols()));
 }
