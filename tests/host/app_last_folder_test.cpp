@@ -22,7 +22,7 @@ protected:
         for (const char *job : {"home/at-home.ps", "jobs/job.ps", "other/other.ps"})
             writeFile(folder / job, "%!PS\n");
     }
-    // A run of the program in which the open dialog is asked for; the folder it
+    // Runs the program and asks for the open dialog; returns the folder it
     // opened in.
     fs::path openedIn(const fs::path &firstJob = {})
     {
@@ -38,7 +38,7 @@ protected:
         run(firstJob);
         return there;
     }
-    // A run in which the job is opened by the dialog.
+    // Runs the program and opens the job with the dialog.
     void open(const fs::path &job)
     {
         user.chooseFromBar("File", "Open...");
@@ -97,14 +97,14 @@ TEST_F(LastFolder, IsThatOfTheJobNamedAtTheStart)
     EXPECT_EQ(openedIn(), folder / "jobs");
 }
 
-TEST_F(LastFolder, ThatIsGoneIsAsNone)
+TEST_F(LastFolder, ThatIsGoneCountsAsNone)
 {
     open(folder / "jobs/job.ps");
     fs::remove_all(folder / "jobs");
     EXPECT_EQ(openedIn(), folder / "home");
 }
 
-TEST_F(LastFolder, WhatNamesNoFolderIsAsNone)
+TEST_F(LastFolder, WhatNamesNoFolderCountsAsNone)
 {
     const std::string good = (folder / "jobs").string();
     for (const std::string &text : {std::string(), std::string("jobs"), good + "/job.ps", good + '\0',
@@ -120,7 +120,7 @@ TEST_F(LastFolder, WhatNamesNoFolderIsAsNone)
     EXPECT_EQ(openedIn(), folder / "jobs");
 }
 
-TEST_F(LastFolder, ThatCannotBeKeptHoldsNobodyUp)
+TEST_F(LastFolder, ThatCannotBeKeptDoesNoHarm)
 {
     writeFile(folder / "preferences", "in the way");
     open(folder / "jobs/job.ps");

@@ -1,4 +1,4 @@
-// The wish to quit, whatever the program is at.
+// The wish to quit, whatever the program is doing.
 #include "host/app_fixture.h"
 #include "toolbox/host/quit.h"
 
@@ -87,7 +87,7 @@ TEST_F(AppQuit, RemovalIsCancelled)
     EXPECT_TRUE(traced("entry 4/1 -> 0"));
 }
 
-TEST_F(AppQuit, AboutBoxGoes)
+TEST_F(AppQuit, AboutBoxCloses)
 {
     user.chooseFromBar(program, "About Riders...");
     user.wait(120);
@@ -96,7 +96,7 @@ TEST_F(AppQuit, AboutBoxGoes)
     EXPECT_TRUE(traced("entry 2/0 -> 0"));
 }
 
-TEST_F(AppQuit, CreditsGoToo)
+TEST_F(AppQuit, CreditsCloseToo)
 {
     user.chooseFromBar(program, "About Riders...");
     user.press(5, 0x0800);

@@ -69,7 +69,7 @@ TEST_F(App, CommandKeysChoose)
     EXPECT_FALSE(traced("gave 1"));
 }
 
-TEST_F(App, JobIsShownWithWhatIsKnownOfIt)
+TEST_F(App, JobIsShownWithWhatIsKnownAboutIt)
 {
     user.chooseFromBar("File", "Open...");
     user.answerOpen(folder / "job.ps");
@@ -111,7 +111,7 @@ TEST_F(App, RidersFileIsAddedAndTakenOutAgain)
     EXPECT_EQ(contentsOf(folder / "job.ps"), before) << "the job itself is never touched";
 }
 
-TEST_F(App, RefusalsAreToldInPlainWords)
+TEST_F(App, RefusalsAreShownInPlainWords)
 {
     writeFile(folder / "letter", "Dear printer,\n");
     user.chooseFromBar("File", "Open...");
@@ -224,7 +224,7 @@ TEST_F(App, LongTitleIsCutToItsPlace)
     run(folder / "long.ps");
 }
 
-TEST_F(App, JobThatCannotBeReadIsTold)
+TEST_F(App, JobThatCannotBeReadIsReported)
 {
     user.in(problem);
     user.press(1);
@@ -247,7 +247,7 @@ TEST_F(App, EndOfTheProcessGoesThrough)
                  toolbox::ProcessEnded);
 }
 
-TEST(NoDisplay, IsToldInOneLine)
+TEST(NoDisplay, IsReportedInOneLine)
 {
     CommandResult result = runProgram(
         {"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", (fs::path(RIDERS_BINARY_DIR) / "riders").string()});

@@ -57,7 +57,7 @@ pid_t feed(int descriptor, int unused, const std::string &bytes)
     try {
         io::writeAll(io::OpenFile(descriptor, "the job"), bytes);
     } catch (const io::Refusal &) {
-        // Whoever reads has gone: what they made of it is the test's to judge.
+        // The reader has gone; the test judges what it made of the job.
     }
     _exit(0);
 }

@@ -1,5 +1,5 @@
 // For the tests of apply and strip: a folder with a riders file and a job, and
-// both commands in a process of their own with pipes.
+// both commands in a separate process with pipes.
 #pragma once
 
 #include <functional>

@@ -21,7 +21,7 @@ mode_t modeOf(const fs::path &path)
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
 }
 
-// Root may write anything, so it is somebody else for a while.
+// Root may write anything, so the test is another user for a while.
 class NoRoot {
 public:
     NoRoot()
@@ -40,13 +40,13 @@ private:
     static constexpr uid_t nobody = 65534;
 };
 
-TEST_F(Apply, FragmentStandsBetweenTwoMarkedLines)
+TEST_F(Apply, FragmentStandsBetweenTwoMarkerLines)
 {
     EXPECT_EQ(applied(plainJob), "%!PS\n%%EndComments\n%RidersBegin: 22 bytes, line ends added: none\n"
                                  "%!Zu3_Riders\n/x 1 def\n%RidersEnd\nshowpage\n");
 }
 
-TEST_F(Apply, FragmentInALandscapeJobIsToldSo)
+TEST_F(Apply, FragmentInALandscapeJobGetsALineThatSaysSo)
 {
     EXPECT_EQ(applied(landscapeJob), "%!PS\n%%Orientation: Landscape\n%%EndComments\n"
                                      "%RidersBegin: 22 bytes, line ends added: none, landscape\n"
@@ -185,7 +185,7 @@ TEST_F(Apply, NamedPipeIsWrittenTo)
     EXPECT_EQ(std::string(bytes, static_cast<size_t>(got)), applied(plainJob));
 }
 
-// Longer than what is looked at, with data that shows where it is.
+// Longer than what is looked at, with data that differs from line to line.
 std::string longJob()
 {
     std::string job = "%!PS\n%%EndProlog\n";
@@ -252,7 +252,7 @@ TEST_F(Apply, JobIsNotAppendedToItself)
     close(to);
 }
 
-TEST_F(Apply, ReaderThatGoesAwayIsOneClearLine)
+TEST_F(Apply, ReaderThatGoesAwayGivesOneClearLine)
 {
     writeFile(job, longJob());
     int ends[2];

@@ -100,7 +100,7 @@ TEST(JobStructure, AllLineEndsAreLineEnds)
     EXPECT_EQ(before("%!PS\rshowpage"), "%!PS\r");
 }
 
-TEST(JobStructure, EmbeddedDocumentsArePassedOver)
+TEST(JobStructure, EmbeddedDocumentsAreSkipped)
 {
     const std::string inner = "%%BeginDocument: a.eps\n%!PS\n%%EndSetup\n%%Page: 1 1\n";
     const std::string start = kHead + kProlog + inner + inner + "%%EndDocument\n%%EndSetup\n%%EndDocument\n";
@@ -109,7 +109,7 @@ TEST(JobStructure, EmbeddedDocumentsArePassedOver)
     EXPECT_EQ(before(kHead + "%%EndDocument\n%%EndSetup\n"), kHead + "%%EndDocument\n") << "one that never began";
 }
 
-TEST(JobStructure, DataSectionsArePassedOverByTheirCounts)
+TEST(JobStructure, DataSectionsAreSkippedByTheirCounts)
 {
     const std::string data = "%%EndSetup\n%%Page:\n";  // 19 bytes, 2 lines
     for (const std::string line : {"%%BeginData: 19 Binary Bytes\n", "%%BeginData: 19\n", "%%BeginBinary: 19\n",
@@ -134,7 +134,7 @@ TEST(JobStructure, DataCountsThatCannotBeTrueHideTheRest)
             EXPECT_EQ(before(kHead + "%%BeginData: " + count + unit + "\n%%EndSetup\n"), kHead) << count << unit;
 }
 
-TEST(JobStructure, WhatPrinterDriversSendAheadIsPassed)
+TEST(JobStructure, WhatPrinterDriversSendBeforeTheJobIsSkipped)
 {
     const std::string language = "\033%-12345X@PJL JOB\r\n@PJL SET RESOLUTION=600\r\n\r\n@PJL ENTER LANGUAGE = "
                                  "POSTSCRIPT \r\n";
@@ -143,7 +143,7 @@ TEST(JobStructure, WhatPrinterDriversSendAheadIsPassed)
         EXPECT_EQ(before(ahead + "%!PS\nshowpage\n"), ahead + "%!PS\n");
 }
 
-TEST(JobStructure, WhatIsNoPostScriptIsRefusedInWords)
+TEST(JobStructure, WhatIsNotPostScriptIsRefusedInWords)
 {
     EXPECT_EQ(refusalOf(""), "job: is empty, not a PostScript job");
     EXPECT_NE(refusalOf(std::string("\xC5\xD0\xD3\xC6 ...")).find("preview"), std::string::npos);

@@ -86,7 +86,7 @@ TEST_F(Make, AnOldFileIsReplacedWhole)
         EXPECT_EQ(entry.path().filename().string().find("KTTemp"), std::string::npos) << entry.path();
 }
 
-TEST_F(Make, LeavesTheSavedSettingsAloneUnlessToldToSave)
+TEST_F(Make, LeavesTheSavedSettingsAloneUnlessAskedToSave)
 {
     EXPECT_EQ(make({"--frequency", "85"}).status, 0);
     EXPECT_FALSE(std::filesystem::exists(folder / "config"));

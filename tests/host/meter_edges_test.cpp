@@ -58,7 +58,7 @@ TEST(MeterEdges, WindowsAreCutToThePage)
     EXPECT_TRUE(meter::cutToPage(sheet.page, {0, 0, -5, 10}).empty());
 }
 
-TEST(MeterEdges, AnswersForPagesOfAnySize)
+TEST(MeterEdges, ReturnsForPagesOfAnySize)
 {
     std::mt19937 random(12);
     for (int side : {0, 1, 2, 7, 8, 9, 31, 32, 33, 65}) {
@@ -73,7 +73,7 @@ TEST(MeterEdges, AnswersForPagesOfAnySize)
 }
 
 // Whatever the bits are: numbers in their ranges.
-TEST(MeterEdges, AnswersForBitsOfAnyKind)
+TEST(MeterEdges, ReturnsForBitsOfAnyKind)
 {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));

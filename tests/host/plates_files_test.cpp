@@ -13,7 +13,7 @@ namespace plates = riders::plates;
 
 using plates::BitPlate;
 
-// A PCX file as the interpreter writes it, of rows of four bits a pixel.
+// A PCX file as the interpreter writes it, of rows of four bits per pixel.
 std::string pcxOf(int width, const std::vector<std::vector<int>> &rows)
 {
     std::string file(128, '\0');
@@ -73,7 +73,7 @@ TEST_F(PlatesFilesTest, ProcessPlatesAreDealtFromAPixelsFourBits)
 }
 
 // The file has 16 bits for a width.
-TEST_F(PlatesFilesTest, AWidePageIsToldFromANarrowOne)
+TEST_F(PlatesFilesTest, AWidePageIsDistinguishedFromANarrowOne)
 {
     const int width = 65536 + 10;
     writeFile(folder / "1.pcx", pcxOf(width, {std::vector<int>(width, 8)}));
@@ -87,7 +87,7 @@ TEST_F(PlatesFilesTest, AFileThatIsNoPcxIsRefused)
 {
     const std::string good = pcxOf(10, {std::vector<int>(10, 5)});
     EXPECT_EQ(messageOf(good), "read");
-    EXPECT_EQ(messageOf(good.substr(0, good.size() - 1)), "read");  // a row cut short is no row
+    EXPECT_EQ(messageOf(good.substr(0, good.size() - 1)), "read");  // a row that is cut short is left out
     const std::string refusal =
         (folder / "1.pcx").string() + ": is not a picture as the interpreter should write it";
     EXPECT_EQ(messageOf(""), refusal);
@@ -99,7 +99,7 @@ TEST_F(PlatesFilesTest, AFileThatIsNoPcxIsRefused)
     }
 }
 
-TEST_F(PlatesFilesTest, AnyNumberOfRunsOfNoLengthIsPassedOver)
+TEST_F(PlatesFilesTest, AnyNumberOfEmptyRunsIsSkipped)
 {
     const std::string good = pcxOf(10, {std::vector<int>(10, 5)});
     std::string nothing;
@@ -121,7 +121,7 @@ TEST_F(PlatesFilesTest, AFilmIsReadBackAsItWasWritten)
     EXPECT_EQ(film.bits.bits, plate.bits);
     EXPECT_EQ(film.dpi, 1200);
     EXPECT_THROW(plates::writeFilm(folder / "none/film.tif", plate, 1200), io::Refusal);
-    // The interpreter's are black and white the other way round.
+    // In the interpreter's files black and white are the other way round.
     EXPECT_THROW(plates::readPlate(folder / "film.tif"), io::Refusal);
     EXPECT_THROW(plates::readTints(folder / "film.tif"), io::Refusal);
 }

@@ -1,4 +1,4 @@
-// What the interpreter writes about a job's screens, read.
+// Reading what the interpreter writes about a job's screens.
 #include <gtest/gtest.h>
 
 #include <sstream>

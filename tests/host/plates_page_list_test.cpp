@@ -39,7 +39,7 @@ TEST(PageList, AnythingElseIsRefusedInWords)
     EXPECT_EQ(refusalOf("99999999999"), "there is no page 99999999999; pages go from 1 to 100000");
 }
 
-TEST(PageList, IsWrittenAsShortAsItCanBe)
+TEST(PageList, IsWrittenAsShortAsPossible)
 {
     for (const char *text : {"", "1", "1-2", "1,3", "1,3-5,9"})
         EXPECT_EQ(plates::textFromPages(plates::pagesFromText(text)), text);

@@ -1,4 +1,4 @@
-// Scripts played by the program as a user plays them, in a folder of their own.
+// Scripts played by the program as a user plays them, in a temporary folder.
 #pragma once
 
 #include <sstream>

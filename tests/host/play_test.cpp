@@ -23,7 +23,7 @@ TEST_F(Play, ASessionMakesARidersFile)
     EXPECT_NE(contentsOf(folder / "Film Positive").find("85"), std::string::npos);
 }
 
-TEST_F(Play, TheTraceTellsWhatHappenedInOrder)
+TEST_F(Play, TheTraceSaysWhatHappenedInOrder)
 {
     play(makeScript);
     EXPECT_EQ(firstNotTraced({"menu command 0 ", "menu command 1 ", "entry 1/0 -> 0", "dialog 16300 shown",
@@ -143,13 +143,13 @@ TEST_F(Play, TheMachineIsTheOneAskedFor)
         return contentsOf(folder / "settings.png");
     };
     const std::string usual = picture({});
-    EXPECT_TRUE(picture({"--screen", "640x480x8+512x342x1"}) == usual) << "the second screen is another picture";
+    EXPECT_TRUE(picture({"--screen", "640x480x8+512x342x1"}) == usual) << "the second display is another picture";
     EXPECT_FALSE(picture({"--screen", "640x480x1"}) == usual);
     EXPECT_FALSE(picture({"--screen", "800x600x8+512x342x1"}) == usual);
 }
 
-// A plug-in whose resources lack something that it needs, beside a program of
-// its own.
+// A plug-in whose resources lack something that it needs, beside a copy of the
+// program.
 TEST_F(Play, AProcessThatEndsEndsTheScript)
 {
     const std::filesystem::path built = RIDERS_BINARY_DIR;
@@ -306,7 +306,7 @@ TEST_F(Play, APlannedFaultIsReportedInTheDialog)
     EXPECT_FALSE(std::filesystem::exists(folder / "made"));
 }
 
-TEST_F(Play, AnExistingFileIsReplacedOnlyWhenToldSo)
+TEST_F(Play, AnExistingFileIsReplacedUnlessItIsToBeKept)
 {
     writeFile(folder / "made", "old");
     EXPECT_EQ(play("start\ncommand 0\npress 1\nsave made keep\ncancel-file\n").status, 0);

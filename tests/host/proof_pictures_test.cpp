@@ -8,7 +8,7 @@ namespace {
 
 namespace proof = riders::proof;
 
-// Few colours are written as numbers into a list of them; the picture is the same.
+// Few colours are written as indices into a list of them; the picture is the same.
 TEST(ProofPictures, APictureIsReadBackAsItWasWritten)
 {
     TemporaryFolder folder;

@@ -49,7 +49,7 @@ TEST(ProofReport, TemplatesAreFilledOnce)
     EXPECT_THROW(proof::part("none of them"), std::logic_error);
 }
 
-// So that a template reads as the page does: a name on a line of its own stands for lines.
+// So that a template reads as the page does: a name alone on its line stands for whole lines.
 TEST(ProofReport, ANameAloneOnItsLineLeavesNoEmptyOne)
 {
     using proof::filled;
@@ -60,7 +60,7 @@ TEST(ProofReport, ANameAloneOnItsLineLeavesNoEmptyOne)
     EXPECT_EQ(filled("<p>{{a}}\n</p>\n", {{"a", "one\n"}}), "<p>one\n\n</p>\n");
 }
 
-TEST(ProofReport, ThePageEscapesAllThatIsTheJobs)
+TEST(ProofReport, ThePageEscapesAllThatComesFromTheJob)
 {
     proof::ProofFacts facts;
     facts.job = facts.riders = "<i>.ps";
@@ -98,7 +98,7 @@ TEST(ProofReport, WarnsWhereTheScreenIsOff)
     EXPECT_EQ(warnings({plate("Cyan", 59.3, 45)}), Words{"Cyan: 59.3 lines an inch on the film, 60 asked for."});
     EXPECT_EQ(warnings({plate("Cyan", 60, 44.4)}), Words{"Cyan: 44.4° on the film, 45° asked for."});
     PlateFacts own = plate("Cyan", 80, 20);
-    own.asked.binding = false;  // nobody asked
+    own.asked.binding = false;  // nothing was asked for
     EXPECT_EQ(warnings({own}), Words{});
 }
 

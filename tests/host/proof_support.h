@@ -1,4 +1,4 @@
-// For the tests of proof: small jobs, and a look at what came of them.
+// For the tests of proof: small jobs, and what proof made of them.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ protected:
     riders::proof::ProofRequest request(const std::string &job, const std::string &name = "job.ps");
     // "done", or the message of the Refusal.
     std::string proofOf(const riders::proof::ProofRequest &request);
-    // The same, and the page it made.
+    // Expects "done", and returns the page.
     std::string pageOf(const std::string &job);
     // The names of all files in the proof, sorted.
     std::vector<std::string> files(const std::filesystem::path &of) const;
@@ -27,7 +27,7 @@ protected:
     std::filesystem::path out = folder / "out";
 };
 
-// A page of 2 by 2 inches with its screen, and what paints it.
+// A page of 2 by 2 inches with its screen, painted by `painting`.
 std::string smallPage(const std::string &painting, double lpi = 50, double angle = 30);
 // A job of such pages.
 std::string smallJob(const std::vector<std::string> &pages);

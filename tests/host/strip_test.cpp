@@ -56,7 +56,7 @@ TEST_F(Strip, FragmentInALandscapeJobComesOutWhole)
     EXPECT_EQ(stripped(applied(landscapeJob)), landscapeJob);
 }
 
-// The marked lines and what they say of the fragment, changed in every byte.
+// The marker lines and what they say about the fragment, with each byte changed in turn.
 TEST_F(Strip, DamagedFragmentIsRefused)
 {
     const std::string whole = applied(landscapeJob);
@@ -64,7 +64,7 @@ TEST_F(Strip, DamagedFragmentIsRefused)
     const size_t body = whole.find("\n/x 1 def"), bodyEnd = whole.find("%RidersEnd");
     for (size_t at = start; at < end; ++at) {
         if (at >= body && at < bodyEnd)
-            continue;  // what the fragment says is its own affair
+            continue;  // the fragment's own text is not checked
         std::string damaged = whole;
         damaged[at] = damaged[at] == '7' ? '8' : '7';
         writeFile(job, damaged);
@@ -103,7 +103,7 @@ TEST_F(Strip, PipesAndTheJobItself)
     EXPECT_EQ(contentsOf(out), plainJob);
 }
 
-std::string jobByChance(std::mt19937 &random)
+std::string randomJob(std::mt19937 &random)
 {
     static const std::string lines[] = {"%%EndComments",
                                         "%%BeginProlog",
@@ -137,22 +137,22 @@ std::string jobByChance(std::mt19937 &random)
     return job;
 }
 
-TEST_F(Strip, JobsByChanceComeBackAsTheyWere)
+TEST_F(Strip, RandomJobsComeBackAsTheyWere)
 {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     for (int turn = 0; turn < 200; ++turn) {
-        const std::string bytes = jobByChance(random);
+        const std::string bytes = randomJob(random);
         ASSERT_EQ(stripped(applied(bytes)), bytes);
     }
 }
 
-TEST(StripFuzz, BytesByChanceNeverLoseTheMarker)
+TEST(StripFuzz, RandomBytesNeverLoseTheMarker)
 {
     std::mt19937 random(1);
     for (int turn = 0; turn < 20000; ++turn) {
-        std::string bytes = jobByChance(random);
+        std::string bytes = randomJob(random);
         for (unsigned count = random() % 4; count > 0; --count)
             bytes[random() % bytes.size()] = static_cast<char>(random());
         EXPECT_EQ(LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.data()), bytes.size()), 0);

@@ -48,7 +48,7 @@ TEST_F(AnnotationPlates, ElsewhereItIsBlack)
     }
 }
 
-// It makes no films of inks that the job has not.
+// It makes no films of inks that the job does not have.
 TEST_F(AnnotationPlates, ProofHasThoseOfTheJob)
 {
     writeFile(folder / "riders", annotation());

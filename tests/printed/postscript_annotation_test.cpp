@@ -10,7 +10,7 @@ struct Box {
     int left, bottom, right, top;  // in points from the lower left corner of what is read
 };
 
-// The ink's, on a sheet that is read after so many quarter turns to the right.
+// The box of the ink on a sheet that is read after that many quarter turns to the right.
 Box inkOf(const Bitmap &page, int turns)
 {
     Box box = {1 << 20, 1 << 20, -1, -1};
@@ -30,7 +30,7 @@ Box inkOf(const Bitmap &page, int turns)
 }
 
 struct Sheet {
-    const char *setup;  // what the job does before it puts the sheet out
+    const char *setup;  // what the job does before it prints the sheet
     int turns = 0;
     Box margins = {};  // what else is to stay free
 };
@@ -56,7 +56,7 @@ const std::vector<Sheet> kSheets = {
 
 class PostScriptAnnotation : public ::testing::Test {
 protected:
-    // A sheet's pictures, "page1" and on, with the annotation on each.
+    // Prints all the sheets with the annotation, to "page1" and so on.
     void print(const std::string &text, const std::string &size)
     {
         std::string job = "%!PS\n" + composeRiders({.annotation = text, .size = size});
@@ -65,7 +65,7 @@ protected:
         const auto result = runGhostscript(folder, job, "page%d", "-sDEVICE=pbmraw -r72");
         ASSERT_EQ(result.exitCode, 0) << result.output << result.errors;
     }
-    // Checks that the ink is at the foot and over no margin; gives its box.
+    // Checks that the ink is at the foot and over no margin; returns its box.
     Box inPlace(size_t index, double lowest)
     {
         const Sheet &sheet = kSheets[index];
@@ -155,13 +155,13 @@ TEST_F(PostScriptAnnotation, AccentsAreInEveryFontButThoseOfSymbols)
     for (const char *font :
          {"Times-BoldItalic", "Helvetica", "Helvetica-BoldOblique", "Courier", "Courier-Bold"}) {
         job += "save\n" + composeRiders({.annotation = "\x83preuve \xBD", .font = font}) + "showpage restore\n";
-        expected += "Épreuve \u2126\n\f";  // omega's name means the ohm sign, too
+        expected += "Épreuve \u2126\n\f";  // the name omega also means the ohm sign
     }
     job += composeRiders({.annotation = "abc", .font = "Symbol"}) + "showpage\n";
     EXPECT_EQ(printedText(job), expected + "αβχ\n\f");
 }
 
-TEST_F(PostScriptAnnotation, MissingFontIsReplacedAndSaidSo)
+TEST_F(PostScriptAnnotation, MissingFontIsReplacedAndReported)
 {
     const auto result = runGhostscript(
         folder, "%!PS\n" + composeRiders({.annotation = "still here", .font = "Nowhere-Bold"}) + "showpage\n",
@@ -171,7 +171,7 @@ TEST_F(PostScriptAnnotation, MissingFontIsReplacedAndSaidSo)
     EXPECT_NE(contentsOf(folder / "page").find("still here"), std::string::npos);
 }
 
-TEST_F(PostScriptAnnotation, IsThereOnceASheetHoweverManyPagesAreOnIt)
+TEST_F(PostScriptAnnotation, IsThereOncePerSheetHoweverManyPagesAreOnIt)
 {
     std::string job = "%!PS-Adobe-3.0\n%%Pages: 5\n%%EndComments\n%%BeginSetup\n" +
                       composeRiders({.annotation = "NOTE"}) + "%%EndSetup\n";
@@ -184,10 +184,10 @@ TEST_F(PostScriptAnnotation, IsThereOnceASheetHoweverManyPagesAreOnIt)
     EXPECT_EQ(printedText(contentsOf(folder / "two.ps")), "NOTE\n\fNOTE\n\fNOTE\n\f");
 }
 
-// The text has lines that programs which pick pages look for.
+// The text contains lines that page-picking programs look for.
 TEST_F(PostScriptAnnotation, IsNoPageForProgramsThatPickPages)
 {
-    const std::string text = "before\n%%Page: 7 7\n%%Trailer\nbehind";
+    const std::string text = "before\n%%Page: 7 7\n%%Trailer\nafter";
     std::string job = "%!PS-Adobe-3.0\n%%Pages: 2\n%%EndComments\n%%BeginSetup\n" +
                       composeRiders({.annotation = text}) + "%%EndSetup\n%%Page: 1 1\nshowpage\n%%Page: 2 2\n" +
                       "userdict /Zu3_Riders get /riderText get print showpage\n%%Trailer\n%%EOF\n";
@@ -205,10 +205,10 @@ TEST_F(PostScriptAnnotation, IsReadWhereverItStands)
 {
     const std::string text = "\n(\\ ) quit \x04 %%EOF\n\r%%-";
     const std::string riders = composeRiders({.annotation = text});
-    const std::string tell = "userdict /Zu3_Riders get /riderText get print showpage\n";
-    for (const std::string &job : {riders + "%!PS\n" + tell, "%!PS\n" + riders + tell,
-                                   "%!PS\r%%BeginSetup\r" + riders + "%%EndSetup\r" + tell,
-                                   "%!PS\r\nsave\r\n" + riders + tell + "restore\r\n"}) {
+    const std::string showText = "userdict /Zu3_Riders get /riderText get print showpage\n";
+    for (const std::string &job : {riders + "%!PS\n" + showText, "%!PS\n" + riders + showText,
+                                   "%!PS\r%%BeginSetup\r" + riders + "%%EndSetup\r" + showText,
+                                   "%!PS\r\nsave\r\n" + riders + showText + "restore\r\n"}) {
         const auto asFile = runGhostscript(folder, job, "page", "-sDEVICE=nullpage");
         EXPECT_EQ(asFile.output, text) << asFile.errors;
         const auto asInput = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=nullpage", "-"},

@@ -1,6 +1,6 @@
 // What the error handler prints when a job fails. The jobs are in broken_jobs; comments in them say what
 // is to be found: the words on the sheet, where the job had painted, where the report is (in points, as the
-// sheet lies), and what Ghostscript is given besides.
+// sheet lies), and what options Ghostscript is given.
 #include <fstream>
 #include <sstream>
 
@@ -43,7 +43,7 @@ double inkIn(const Bitmap &page, const std::string &rectangle)
     return page.share(left, page.height - top, right, page.height - bottom);
 }
 
-// Words go line by line, whatever stands between them.
+// Each of the words, which are separated by semicolons, must be on the sheet.
 void expectWords(const std::string &sheet, const std::string &words)
 {
     std::istringstream all(words);
@@ -70,7 +70,7 @@ protected:
 
 class BrokenJobs : public PostScriptErrors, public ::testing::WithParamInterface<std::string> {};
 
-TEST_P(BrokenJobs, TellOnTheSheetWhatFailed)
+TEST_P(BrokenJobs, SayOnTheSheetWhatFailed)
 {
     const std::string job = contentsOf(kJobs / (GetParam() + ".ps")), options = comment(job, "Ghostscript");
     const std::string broken = withRiders(job, handler), painted = comment(job, "Painted");
@@ -100,7 +100,7 @@ std::vector<std::string> jobNames()
 INSTANTIATE_TEST_SUITE_P(All, BrokenJobs, ::testing::ValuesIn(jobNames()),
                          [](const auto &info) { return info.param; });
 
-TEST_F(PostScriptErrors, ThereAreTenBrokenJobsAtLeast)
+TEST_F(PostScriptErrors, ThereAreAtLeastTenBrokenJobs)
 {
     EXPECT_GE(jobNames().size(), 10u);
 }
@@ -199,7 +199,7 @@ TEST_F(PostScriptErrors, StandAboveTheAnnotation)
     expectWords(wordsOf(job), "Plate 7; undefinedresult");
 }
 
-// What a level 1 interpreter has not is taken away, as far as names reach.
+// What a level 1 interpreter lacks is removed, as far as names go.
 TEST_F(PostScriptErrors, Level1InterpreterPrintsTheErrorToo)
 {
     const std::string levelOne =

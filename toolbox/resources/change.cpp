@@ -8,7 +8,7 @@ using namespace toolbox::resources;
 
 namespace {
 
-// What a caller cannot set: it is the Resource Manager's to know.
+// What a caller cannot set: the Resource Manager keeps it.
 constexpr int ownAttributes = resChanged;
 
 Resource *known(Handle handle)

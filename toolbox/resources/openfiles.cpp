@@ -12,7 +12,7 @@
 namespace toolbox::resources {
 namespace {
 
-// Above all that the File Manager gives out.
+// Above all the numbers that the File Manager assigns.
 constexpr std::int16_t firstRefNum = 0x4000;
 constexpr std::int16_t noFile = -1;
 
@@ -69,7 +69,7 @@ OSErr read(ResourceFile &file)
 
 void preload(ResourceFile &file)
 {
-    // Without room it is loaded when it is asked for.
+    // One for which there is no room is loaded when it is asked for.
     for (const auto &resource : file.resources)
         if (resource->attributes & resPreload)
             load(*resource);
@@ -129,12 +129,12 @@ files::ForkAddress addressOf(std::int16_t vRefNum, std::int32_t dirID, ConstStr2
     return {vRefNum, dirID, std::string(name ? pascalView(name) : std::string_view())};
 }
 
-void tell(FileCall call, const files::ForkAddress &address, OSErr error)
+void traceCall(FileCall call, const files::ForkAddress &address, OSErr error)
 {
     trace::line("file %s %s -> %d", faults::name(call), trace::quoted(utf8FromRoman(address.name)).c_str(), error);
 }
 
-// A changed block is all there is of the change.
+// A changed block is the only copy of the change.
 bool mayBePurged(Handle handle)
 {
     const Resource *resource = resourceOf(handle);
@@ -176,7 +176,7 @@ int16_t HOpenResFile(int16_t vRefNum, int32_t dirID, ConstStr255Param name, int8
     toolbox::files::ForkAddress address = addressOf(vRefNum, dirID, name);
     int16_t refNum = noFile;
     result(openFile(address, permission == 1, refNum));
-    tell(toolbox::FileCall::openResFile, address, ResError());
+    traceCall(toolbox::FileCall::openResFile, address, ResError());
     return refNum;
 }
 
@@ -184,7 +184,7 @@ void HCreateResFile(int16_t vRefNum, int32_t dirID, ConstStr255Param name)
 {
     toolbox::files::ForkAddress address = addressOf(vRefNum, dirID, name);
     result(createFork(address));
-    tell(toolbox::FileCall::createResFile, address, ResError());
+    traceCall(toolbox::FileCall::createResFile, address, ResError());
 }
 
 void CloseResFile(int16_t refNum)

@@ -10,7 +10,7 @@ constexpr std::uint64_t typeLength = 8;
 constexpr std::uint64_t referenceLength = 12;
 constexpr std::uint16_t noName = 0xFFFF;
 
-// The parts of a fork. Offsets are 64-bit: no sum of what a fork can say
+// The parts of a fork. Offsets are 64-bit: no sum of the numbers in a fork
 // overflows them.
 struct Fork {
     std::string_view data;
@@ -85,8 +85,8 @@ bool readType(Fork &fork, std::uint64_t place, std::vector<ForkEntry> &entries)
     entry.type = longAt(fork.map, place);
     std::uint64_t count = wordAt(fork.map, place + 4) + std::uint64_t{1};
     std::uint64_t list = fork.typeList + wordAt(fork.map, place + 6);
-    // Lists that lie over each other would make a small fork claim more
-    // resources than it has room for.
+    // Overlapping lists would let a small fork claim more resources than it has
+    // room for.
     fork.referencesSeen += count;
     if (!has(fork.map, list, count * referenceLength) || fork.referencesSeen * referenceLength > fork.map.size())
         return false;
@@ -98,7 +98,7 @@ bool readType(Fork &fork, std::uint64_t place, std::vector<ForkEntry> &entries)
 
 bool readTypes(Fork &fork, std::vector<ForkEntry> &entries)
 {
-    // The count is one less than the number; none at all is 0xFFFF.
+    // The count is one less than the number of types; none at all is 0xFFFF.
     std::uint64_t types = static_cast<std::uint16_t>(wordAt(fork.map, fork.typeList) + 1);
     if (!has(fork.map, fork.typeList + 2, types * typeLength))
         return false;

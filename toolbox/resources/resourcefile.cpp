@@ -30,7 +30,7 @@ OSErr fill(Resource &resource)
     return noErr;
 }
 
-// Purgeable and locked are the file's wish for the block when it is loaded.
+// Purgeable and locked say how the block is to be once it is loaded.
 void applyAttributes(const Resource &resource)
 {
     if (resource.attributes & resPurgeable)
@@ -51,7 +51,7 @@ ForkEntry entryFor(const Resource &resource, bool takeHandle)
     return entry;
 }
 
-// After a write: the resources written lie in new bytes.
+// After a write: the resources' data are in new bytes.
 void adopt(ResourceFile &file, std::string bytes, const std::vector<Resource *> &written)
 {
     file.bytes = std::move(bytes);

@@ -33,7 +33,7 @@ struct ResourceFile {
     std::int16_t refNum = 0;
     files::OpenFork fork;
     bool readOnly = false;
-    bool removed = false;                // the fork holds a resource that is here no more
+    bool removed = false;                // the fork holds a resource that was removed here
     std::string bytes;                   // the fork as it is on the disk
     std::vector<std::unique_ptr<Resource>> resources;   // in the order of the map
 };
@@ -48,9 +48,9 @@ OSErr result(OSErr error);
 
 // The resource a handle belongs to, or nil.
 Resource *resourceOf(Handle handle);
-// Makes handle the resource's, marked as such in the heap.
+// Attaches the handle to the resource and marks it in the heap.
 void attach(Resource &resource, Handle handle);
-// Lets go of the handle, which is then an ordinary one, the caller's.
+// Releases the handle, which is then an ordinary one that belongs to the caller.
 Handle detach(Resource &resource);
 // Takes the resource out of its file; an attached handle must be gone.
 void remove(Resource &resource);
@@ -61,8 +61,8 @@ Resource &insert(ResourceFile &file, std::unique_ptr<Resource> resource);
 OSErr load(Resource &resource);
 void release(Resource &resource);
 
-// Writes the fork: the stored data of all resources, but of those in changed
-// what their handles hold now.
+// Writes the fork: the stored data of all resources, except those in `changed`,
+// of which it writes what their handles hold now.
 OSErr write(ResourceFile &file, const std::vector<Resource *> &changed);
 // Writes everything that has changed, if anything has.
 OSErr update(ResourceFile &file);

@@ -11,14 +11,14 @@ std::string_view bytesOf(Handle resource)
     return {*resource, static_cast<size_t>(GetHandleSize(resource))};
 }
 
-// A string whose length byte claims more than there is would have its
-// readers run past the block.
+// A string whose length byte claims more than there is would make its readers
+// run past the block.
 bool holdsString(std::string_view bytes, size_t offset = 0)
 {
     return offset < bytes.size() && static_cast<unsigned char>(bytes[offset]) < bytes.size() - offset;
 }
 
-// The index'th of a string list, empty where there is none.
+// The string at that index of a list, empty where there is none.
 std::string_view stringIn(std::string_view list, int index)
 {
     if (list.size() < 2 || index < 1 || index > toolbox::wordAt(list, 0))

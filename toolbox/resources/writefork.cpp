@@ -11,7 +11,7 @@ constexpr std::uint32_t dataPlace = 0x100;
 constexpr std::uint32_t headerLength = 16;
 constexpr std::uint32_t typeListPlace = 28;
 constexpr std::size_t firstUnreachable = 1 << 24;
-// The original readers took the map's offsets for signed numbers.
+// The original readers treated the map's offsets as signed numbers.
 constexpr std::size_t longestMapOffset = 0x7FFF;
 constexpr std::uint8_t onlyInMemory = 0x82;   // resSysRef and resChanged
 

@@ -1,5 +1,5 @@
 // The desk scrap, kept in one relocatable block: for each entry its type, its
-// length and the data padded to even, the numbers big-endian.
+// length and the data padded to an even length, the numbers big-endian.
 #include "toolbox/scrap.h"
 
 #include <string.h>
@@ -82,7 +82,7 @@ std::string clipboardText(const char *data, std::int32_t length)
     return text;
 }
 
-// Makes the clipboard that another program has filled the scrap.
+// Takes what another program put on the clipboard into the scrap.
 void bringIn()
 {
     std::uint32_t serial = machine().clipboardSerial();

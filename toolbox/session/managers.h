@@ -38,7 +38,7 @@ void stopStandardFile();
 // For the leak report. What a manager keeps for itself it allocates at start,
 // where it does not count as left over.
 int pointerCount();
-int handleCount();          // resources not among them
+int handleCount();          // without resources
 int openFileCount();
 int openResourceFileCount();
 int openWindowCount();

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 namespace toolbox::standardfile {
 namespace {
 
-// The dialog that is up. A hook may bring up another one: then the inner one.
+// The dialog that is open; the inner one when a hook has opened another.
 FileDialog *current = nullptr;
 
 class Current {
@@ -192,7 +192,7 @@ bool FileDialog::keyPressed(const EventRecord &event, std::int16_t *itemHit)
     return true;
 }
 
-// The button as if pressed by hand; a dimmed one beeps.
+// Acts as if the button were pressed by hand; a dimmed one beeps.
 bool FileDialog::press(std::int16_t button, std::int16_t *itemHit)
 {
     if (button == acceptItem && !acceptPossible()) {

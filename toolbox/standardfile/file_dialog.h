@@ -35,9 +35,10 @@ protected:
     virtual std::vector<Row> rowsOf(const std::filesystem::path &folder) const = 0;
     virtual void prepare() {}
     virtual bool acceptPossible() const = 0;
-    // Whether the dialog is over. May ask, refuse in words, or open a folder.
+    // Whether the dialog is done. May ask a question, show a refusal, or open a
+    // folder.
     virtual bool accept() = 0;
-    // A key that is none of the dialog's own; true when it is dealt with.
+    // A key that the dialog itself does not handle; true when it was handled.
     virtual bool key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t when) = 0;
 
     DialogPtr dialog() const { return dialog_; }
@@ -47,7 +48,8 @@ protected:
     bool openSelectedFolder();
     Handle item(std::int16_t number, Rect *box = nullptr) const;
     void refuse(int message, const std::string &about = {});
-    // The folder's number, or the news that there is no such folder any more.
+    // Gets the folder's number. False, after a message, when there is no such
+    // folder any more: then the dialog shows the nearest one above.
     bool folderThere(std::int16_t &workingDirectory);
 
 private:
@@ -80,8 +82,8 @@ bool isAcceptKey(std::uint8_t character);
 // Shows the item, a button, pressed for 8 ticks; nothing where it has no control.
 void flashItem(DialogPtr dialog, std::int16_t item);
 
-// Numbers of what the dialogs say, in 'STR#' messageStrings. ^0 stands for
-// what a message is about.
+// The dialogs' messages, by index in 'STR#' messageStrings. ^0 stands for what a
+// message is about.
 enum Message { nameHasSeparator = 1, nameTooLong, nameNotUsable, nameIsFolder, folderIsGone };
 inline constexpr std::int16_t messageStrings = 16402;
 inline constexpr std::int16_t messageAlert = 16402;

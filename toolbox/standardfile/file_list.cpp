@@ -193,7 +193,7 @@ Rect FileList::arrowDown() const
     return arrow;
 }
 
-// Empty when everything shows.
+// Empty when everything is visible.
 Rect FileList::thumb() const
 {
     if (lastFirst() == 0)
@@ -327,7 +327,7 @@ void FileList::scrollBy(Part part)
         scrollTo(first_ + (part == Part::pageDown ? page : -page));
 }
 
-// Once at the press, then again and again while the mouse stays on the part.
+// Scrolls once at the press, then repeatedly while the mouse stays on the part.
 void FileList::trackScrolling(Part part)
 {
     constexpr std::uint32_t firstPause = 24, pause = 6;

@@ -28,19 +28,19 @@ public:
     void drawScrollBar() const;
 
     enum class Click { outside, tracked, opened };
-    // To be called for a mouse press; tracks until the release. Opened: the
-    // second click on the selected row.
+    // Call it for a mouse press; tracks until the release. Opened: the second
+    // click on the selected row.
     Click click(Point where, std::uint32_t when);
 
-    // The selectable row before (-1) or after (1) the selected one.
+    // Selects the selectable row before (-1) or after (1) the selected one.
     void moveSelection(int step);
-    // The first selectable row that begins so, whatever the case.
+    // Selects the first selectable row whose name begins so, regardless of case.
     void selectNamed(const std::string &beginning);
     const Row *selected() const;
     int selectedIndex() const { return selected_; }
 
     const std::vector<Row> &rows() const { return rows_; }
-    // Empty for a row that does not show.
+    // Empty for a row that is not visible.
     Rect rowRect(int index) const;
     Rect arrowUp() const;
     Rect arrowDown() const;
@@ -74,8 +74,8 @@ private:
 void drawFolderPicture(int16_t left, int16_t top);
 void drawFilePicture(int16_t left, int16_t top);
 // Draws the name at the pen, cut and ended by an ellipsis where it is wider. One
-// that Mac OS Roman cannot say is drawn as it is where the font can, else by
-// the name that stands for it.
+// that Mac OS Roman cannot express is drawn as it is where the font has its
+// characters, else by its stand-in.
 void drawFitting(const std::string &roman, const std::string &linuxName, int width);
 
 }  // namespace toolbox::standardfile

@@ -74,7 +74,7 @@ bool OpenDialog::accept()
     return folderThere(workingDirectory_);
 }
 
-// Typing selects what begins so.
+// Typing selects the row that begins with what was typed.
 bool OpenDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t when)
 {
     constexpr std::uint8_t firstPrintable = 0x20;

@@ -16,8 +16,8 @@ namespace {
 constexpr std::int16_t promptItem = 3, nameItem = 7;
 constexpr std::size_t longestName = 63;
 
-// The keys of the question before replacing: Escape and Command-period keep
-// the file, Return and Enter press the default button.
+// The keys in the question before replacing: Escape and Command-period keep the
+// file, Return and Enter press the default button.
 Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
 {
     if (event->what != keyDown)
@@ -111,7 +111,7 @@ bool SaveDialog::accept()
            mayReplace(chosenName_);
 }
 
-// Typing goes to the name; here only what Command does.
+// Typing goes to the name; only Command keys are handled here.
 bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t)
 {
     if (!(modifiers & cmdKey) || textedit::movesCaret(character))

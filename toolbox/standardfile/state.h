@@ -1,5 +1,5 @@
-// What is to be seen in the file dialog that is up, for those who have to find
-// their way on the display without eyes. Private to the Toolbox.
+// What the open file dialog shows, for the scripted user, which has to find its
+// way on the display. Private to the Toolbox.
 #pragma once
 
 #include <filesystem>
@@ -25,7 +25,7 @@ struct State {
     std::int16_t nameItem;        // 0 in the open dialog
 };
 
-// Nothing while no file dialog is up.
+// Nothing while no file dialog is open.
 std::optional<State> state();
 
 }  // namespace toolbox::standardfile

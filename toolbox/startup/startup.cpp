@@ -1,4 +1,4 @@
-// Starting and stopping the managers, and what they say is left over.
+// Starting and stopping the managers, and what they report as left over.
 #include <iterator>
 
 #include "session/current.h"

@@ -16,7 +16,7 @@ struct SampledSound {
     double samplesPerSecond = 0;
 };
 
-// Big-endian numbers out of bytes that may be cut short; 0 past the end.
+// Big-endian numbers from bytes that may be cut short; 0 past the end.
 class Bytes {
 public:
     explicit Bytes(std::string_view bytes) : bytes_(bytes) {}

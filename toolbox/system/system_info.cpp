@@ -1,4 +1,4 @@
-// Gestalt, the number format and trap addresses: what the system says of
+// Gestalt, the number format and trap addresses: what the system reports about
 // itself.
 #include "toolbox/system.h"
 
@@ -31,7 +31,7 @@ std::array<char, 32> numberFormatBytes(char decimalPoint)
 
 constexpr std::uint16_t unimplementedTrap = 0xA89F;
 
-// The traps of the calls that the Toolbox has.
+// The traps of the calls that the Toolbox implements.
 constexpr std::uint16_t operatingSystemTraps[] = {
     0xA000, 0xA001, 0xA002, 0xA003, 0xA008, 0xA009, 0xA00B, 0xA00C, 0xA00D, 0xA011, 0xA012, 0xA013, 0xA018,
     0xA01C, 0xA01F, 0xA023, 0xA024, 0xA025, 0xA029, 0xA02A, 0xA02E, 0xA032, 0xA03B, 0xA044, 0xA049, 0xA04A,
@@ -57,7 +57,7 @@ constexpr std::uint16_t toolboxTraps[] = {
     0xA9FC, 0xA9FD, 0xA9FE,
 };
 
-// The part of a trap word that picks the routine; flag bits do not.
+// The part of a trap word that selects the routine; the flag bits do not.
 constexpr int routineNumber(std::uint16_t trap, int16_t type)
 {
     return trap & (type == ToolTrap ? 0x3FF : 0xFF);

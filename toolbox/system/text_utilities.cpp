@@ -34,9 +34,9 @@ StringPtr ql_quorum_passtr(const char *text)
     // Callers pass several of them to one call; eight are enough for any.
     static Str255 ring[8];
     static unsigned next = 0;
-    StringPtr answer = ring[next++ % 8];
-    toolbox::setPascal(answer, text);
-    return answer;
+    StringPtr pascalString = ring[next++ % 8];
+    toolbox::setPascal(pascalString, text);
+    return pascalString;
 }
 
 char *P2CStr(StringPtr text)

@@ -6,9 +6,9 @@
 
 namespace toolbox {
 
-// Of a capital its small letter, accented ones too; any other byte itself.
+// The small letter of a capital, accented ones too; any other byte unchanged.
 char smallLetter(char roman);
-// Equal where two texts are the same but for upper and lower case.
+// Equal for two texts that differ only in upper and lower case.
 std::string foldedCase(std::string_view roman);
 
 }  // namespace toolbox

@@ -72,7 +72,7 @@ std::optional<unsigned char> romanOf(char32_t codePoint)
     return found->second;
 }
 
-// The letter that a plain letter and a combining mark make together.
+// The letter that a plain letter and a combining mark form together.
 std::optional<char32_t> composed(char32_t base, char32_t mark)
 {
     for (const Composition &composition : compositions) {
@@ -84,7 +84,7 @@ std::optional<char32_t> composed(char32_t base, char32_t mark)
     return std::nullopt;
 }
 
-// Converts; every character without a place sets misfit and becomes '?'.
+// Converts; every character that Mac OS Roman lacks sets misfit and becomes '?'.
 std::string convert(std::string_view utf8, bool &misfit)
 {
     std::string roman;

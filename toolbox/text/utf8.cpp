@@ -3,7 +3,7 @@
 namespace toolbox {
 namespace {
 
-// Bytes that the first one announces; 0 where it begins no character.
+// How many bytes the first one announces; 0 where it does not begin a character.
 std::size_t lengthFrom(unsigned char first)
 {
     if (first < 0x80)

@@ -52,7 +52,7 @@ bool isBackwards(int key)
     return key == key::leftArrow || key == key::upArrow || key == key::home;
 }
 
-// Where the key goes from the offset.
+// Where the key moves to from the offset.
 int destination(TEHandle text, int from, int key, std::uint16_t modifiers)
 {
     const bool backwards = isBackwards(key), command = (modifiers & cmdKey) != 0;
@@ -65,7 +65,7 @@ int destination(TEHandle text, int from, int key, std::uint16_t modifiers)
     if (vertical)
         return oneLineAway(text, from, backwards ? -1 : 1);
     if (modifiers & optionKey)
-        return backwards ? wordBefore(charactersOf(text), from) : wordBehind(charactersOf(text), from);
+        return backwards ? wordBefore(charactersOf(text), from) : wordAfter(charactersOf(text), from);
     return std::clamp(from + (backwards ? -1 : 1), 0, length);
 }
 

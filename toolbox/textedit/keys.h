@@ -1,4 +1,4 @@
-// Keys at a text, with what is held beside them. Private to the Toolbox.
+// Keys typed into a text, with their modifiers. Private to the Toolbox.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@ bool movesCaret(int character);
 // Whether TextEdit has a use for the character at all.
 bool isTyped(int character);
 
-// Types, deletes or moves. Moving: Shift extends the selection; Option goes by
-// words; Command goes to the ends of the line or, up and down, of the text;
+// Types, deletes or moves. Moving: Shift extends the selection; Option moves by
+// words; Command moves to the ends of the line or, up and down, of the text;
 // Home and End are the line's ends, with Command the text's.
 void typeKey(TEHandle text, int character, std::uint16_t modifiers);
 

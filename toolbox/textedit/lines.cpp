@@ -14,7 +14,8 @@ std::string_view withoutHangingBlanks(std::string_view line)
     return line.substr(0, last == line.npos ? 0 : last + 1);
 }
 
-// Of each character in the current port's text settings, measured once.
+// The width of each character in the current port's text settings, measured
+// once.
 class Advances {
 public:
     int of(char character)

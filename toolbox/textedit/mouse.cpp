@@ -1,4 +1,4 @@
-// The mouse at a text.
+// The mouse in a text.
 #include <algorithm>
 #include <cstdlib>
 
@@ -40,7 +40,8 @@ bool isOutside(TEHandle text, Point local)
     return local.h < view.left || local.h >= view.right || local.v < view.top || local.v >= view.bottom;
 }
 
-// No further outside the view than the text is to move at a time.
+// The point, or one no further outside the view than the text is to scroll at a
+// time.
 Point heldNear(TEHandle text, Point local)
 {
     constexpr int sideways = 12;
@@ -62,7 +63,7 @@ void byCharacters(TEHandle text, int from, int to)
     selectTo(text, from, to);
 }
 
-// Whole words: the one that was clicked and all up to the one under the mouse.
+// Whole words: from the one that was clicked to the one under the mouse.
 void byWords(TEHandle text, int from, int to)
 {
     const std::string characters = charactersOf(text);
@@ -73,8 +74,8 @@ void byWords(TEHandle text, int from, int to)
         selectTo(text, first.start, std::max(first.end, last.end));
 }
 
-// While the mouse rests outside, the text goes on moving under it, until there
-// is no more of it.
+// While the mouse rests outside, the text keeps scrolling under it until its
+// end.
 void dragSelection(TEHandle text, int from, Selecting selecting)
 {
     constexpr uint32_t pause = 3;

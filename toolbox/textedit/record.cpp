@@ -11,7 +11,7 @@ namespace {
 
 constexpr int longestText = 32767;
 
-// The scroll that brings near to far into the range low to high.
+// How far to scroll so that near to far comes into the range low to high.
 int shiftInto(int near, int far, int low, int high)
 {
     if (near < low)
@@ -122,7 +122,7 @@ int Layout::offsetInLine(int line, int h) const
             return lines_[line].start + count - 1;
         before = after;
     }
-    // Behind the last character of a wrapped line is the next line's start:
+    // After the last character of a wrapped line comes the next line's start:
     // stay on this one.
     bool wrapped = line + 1 < static_cast<int>(lines_.size()) && lines_[line + 1].start == lines_[line].end;
     return lines_[line].end - (wrapped && !characters.empty() ? 1 : 0);

@@ -12,7 +12,7 @@
 
 namespace toolbox::textedit {
 
-// Draws in the record's port and text settings, and puts the port's back.
+// Draws in the record's port with its text settings, and restores the port's.
 class RecordScope {
 public:
     explicit RecordScope(TEHandle text);
@@ -21,8 +21,8 @@ private:
     quickdraw::DrawingScope drawing_;
 };
 
-// The characters and where they stand. Made inside a RecordScope; good until
-// the record changes.
+// The characters and where they are. Made inside a RecordScope; valid until the
+// record changes.
 class Layout {
 public:
     explicit Layout(TEHandle text);
@@ -51,16 +51,16 @@ private:
 };
 
 std::string charactersOf(TEHandle text);
-// Puts the characters in place of those from start to end, caret after them.
-// False, and nothing is changed, when memory or TextEdit's limit of 32767
+// Replaces the characters from start to end, and puts the caret after the new
+// ones. False, with nothing changed, when memory or TextEdit's limit of 32767
 // characters does not allow it.
 bool replace(TEHandle text, int start, int end, std::string_view characters);
-// Selects, scrolls the end into view, or the offset that is to be shown, draws.
+// Selects, scrolls the end or the offset `shown` into view, and draws.
 void select(TEHandle text, int start, int end);
 void select(TEHandle text, int start, int end, int shown);
 void draw(TEHandle text);
-// The next press is no second half of a double-click, and no selection is known
-// to have been made from one end to the other.
+// The next press does not complete a double-click, and which end of the
+// selection moves is forgotten.
 void forgetPresses();
 
 }  // namespace toolbox::textedit

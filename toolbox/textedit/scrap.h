@@ -6,8 +6,8 @@ namespace toolbox::textedit {
 void startScrap();
 void stopScrap();
 // Takes the desk scrap's text into the private scrap when the desk scrap has
-// changed since the two last had to do with each other: a person expects to
-// paste what was copied last, wherever it was.
+// changed since text last passed between the two: a person expects to paste what
+// was copied last, wherever it was.
 void bringInNewerDeskScrap();
 
 }  // namespace toolbox::textedit

@@ -8,7 +8,7 @@
 namespace toolbox::textedit {
 namespace {
 
-// The latest selection that was made from one end to the other.
+// The latest selection of which it is known which end moves.
 struct Latest {
     TEHandle text = nullptr;
     Extent extent{};
@@ -63,7 +63,7 @@ int wordBefore(const std::string &characters, int offset)
     return offset;
 }
 
-int wordBehind(const std::string &characters, int offset)
+int wordAfter(const std::string &characters, int offset)
 {
     const int length = static_cast<int>(characters.size());
     while (offset < length && !isWordCharacter(characters, offset))

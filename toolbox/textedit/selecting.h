@@ -13,23 +13,22 @@ struct Extent {
     int moving;
 };
 
-// Of the selection as it is: as selectTo left it, or, where something else has
-// selected since, with the end that the direction (-1, 1) leads to as the
-// moving one.
+// The ends of the selection: as selectTo left them, or, if something else has
+// selected since, with the end in the direction (-1, 1) as the moving one.
 Extent extentOf(TEHandle text, int direction);
 // Selects from the anchor to the other end, which is scrolled into view.
 void selectTo(TEHandle text, int anchor, int moving);
 void forgetExtent();
 
-// The word that holds the offset, or that it is an end of; empty between two
-// other characters.
+// The word that contains the offset or has an end there; empty between two
+// characters of no word.
 struct WordRange {
     int start;
     int end;
 };
 WordRange wordAt(const std::string &characters, int offset);
-// The next beginning of a word to the left, end of a word to the right.
+// The nearest beginning of a word to the left, end of a word to the right.
 int wordBefore(const std::string &characters, int offset);
-int wordBehind(const std::string &characters, int offset);
+int wordAfter(const std::string &characters, int offset);
 
 }  // namespace toolbox::textedit

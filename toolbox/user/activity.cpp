@@ -19,7 +19,7 @@ std::vector<std::string> textsOf(MenuHandle menu)
     return texts;
 }
 
-// The first and the last item that show, from 1; 0 when none does.
+// The first and the last visible item, from 1; 0 when none is.
 int firstShown(const menus::OpenMenu &open)
 {
     for (std::size_t i = 0; i < open.items.size(); ++i)
@@ -41,7 +41,7 @@ constexpr Point outsideEveryMenu{2, 2};
 
 }  // namespace
 
-// By a click, which does no harm where something else closes the menu before.
+// By a click, which does no harm if something else closes the menu first.
 void closeOpenMenu(Hand &hand)
 {
     if (menus::openMenu())
@@ -101,8 +101,8 @@ Progress Choose::release(Hand &hand)
     return Progress::done;
 }
 
-// Points at the arrow above the first item that shows, or below the last,
-// which stands in a row as high as theirs.
+// Points at the arrow above the first visible item or below the last, in a row
+// as high as an item's.
 Progress Choose::scrollTo(Hand &hand, int first)
 {
     constexpr int patience = 100;
@@ -119,7 +119,7 @@ Progress Choose::scrollTo(Hand &hand, int first)
     return Progress::more;
 }
 
-// The times are those a keyboard is set to when it is bought.
+// The times are those a new keyboard is set to.
 Progress Repeat::advance(Hand &hand)
 {
     constexpr std::uint32_t ticksToFirst = 24, ticksBetween = 4;

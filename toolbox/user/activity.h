@@ -14,11 +14,11 @@ namespace toolbox::user {
 enum class Progress {
     done,
     more,  // ask again when the hand has nothing left to give
-    wait   // ask again after the program has gone on by itself
+    wait   // ask again after the program has run by itself
 };
 
-// Asked to go on whenever the program waits for input and all that the hand
-// did has been taken. Throws Problem when it cannot.
+// Asked to continue whenever the program waits for input and has taken all that
+// the hand did. Throws Problem when it cannot.
 struct Activity {
     virtual ~Activity() = default;
     virtual Progress advance(Hand &hand) = 0;
@@ -72,7 +72,7 @@ private:
     int lastFirst_ = 0, scrolledInVain_ = 0;
 };
 
-// Holds a key down until it has repeated so many times.
+// Holds a key down until it has repeated that many times.
 class Repeat : public Activity {
 public:
     Repeat(std::string key, int times, std::uint16_t modifiers)

@@ -58,7 +58,8 @@ Progress AnswerFile::advance(Hand &hand)
     return answer(hand, state);
 }
 
-// Up by the popup to a folder that the wanted one is in, then down by the list.
+// Up with the popup to a folder that contains the wanted one, then down with the
+// list.
 Progress AnswerFile::goTowards(Hand &hand, const standardfile::State &state)
 {
     fs::path shared = state.folder;
@@ -86,7 +87,7 @@ bool AnswerFile::clickRow(Hand &hand, const standardfile::State &state, const st
         throw Problem{"\"" + linuxName + "\" is dimmed in the list of " + state.folder.string()};
     auto index = static_cast<int>(row - state.rows.begin());
     Rect place = state.rowRects[static_cast<std::size_t>(index)];
-    // What was clicked before is not to make this a double click.
+    // An earlier click must not make this a double-click.
     hand.machine.passTicks(GetDblTime() + 1);
     if (!EmptyRect(&place)) {
         for (int i = 0; i < clicks; ++i)

@@ -1,4 +1,4 @@
-// Answering Standard File's dialogs as a person does, by folder popup and
+// Answering Standard File's dialogs as a person does, with folder popup and
 // list. Private to the scripted user.
 #pragma once
 
@@ -17,14 +17,14 @@ public:
     Progress advance(Hand &hand) final;
 
 protected:
-    // Goes on in the right folder.
+    // Continues once the folder is the right one.
     virtual Progress answer(Hand &hand, const standardfile::State &state) = 0;
     virtual bool saving() const = 0;
     // Clicks the row of that name, scrolling to it first; true once clicked.
     bool clickRow(Hand &hand, const standardfile::State &state, const std::string &linuxName, int clicks);
 
     std::string fileName_;
-    Press accept_{standardfile::acceptItem};   // how long it has been waited for is kept
+    Press accept_{standardfile::acceptItem};   // kept, because it counts how long it has waited
 
 private:
     Progress goTowards(Hand &hand, const standardfile::State &state);

@@ -6,17 +6,17 @@
 
 namespace toolbox::user {
 
-// Nil when no window is open or the front one is no dialog.
+// Nil when no window is open or the front one is not a dialog.
 DialogPtr frontDialog();
 // Its number; 0 when none is in front.
 int frontDialogID();
 
 // Whether the item is a control that is dimmed now.
 bool isDimmed(int item);
-// The middle of the item, global. Throws Problem for an item that is not
-// there, or not to be seen.
+// The middle of the item, global. Throws Problem for an item that does not exist
+// or is not visible.
 Point middleOf(int item);
-// The same; a dimmed control is a Problem too.
+// The same; throws Problem for a dimmed control too.
 Point pressableMiddleOf(int item);
 
 Point middle(const Rect &r);

@@ -47,7 +47,7 @@ bool isCapital(std::uint8_t character)
     return character >= 'A' && character <= 'Z';
 }
 
-// Of a key by its name, or one character.
+// The character of a key given by its name or as one character.
 std::uint8_t characterOf(const std::string &name)
 {
     if (auto named = namedKeys.find(name); named != namedKeys.end())

@@ -20,9 +20,9 @@ public:
     explicit Hand(HeadlessMachine &machine) : machine(machine) {}
 
     void moveTo(Point where, std::uint16_t modifiers = 0);
-    // Problem when the button is already down.
+    // Throws Problem when the button is already down.
     void pressAt(Point where, std::uint16_t modifiers = 0);
-    // Problem when the button is up.
+    // Throws Problem when the button is up.
     void releaseAt(Point where, std::uint16_t modifiers = 0);
     void clickAt(Point where, std::uint16_t modifiers = 0);
     // Presses, moves along in a few steps, releases.

@@ -27,8 +27,8 @@ bool ScriptedUser::Script::surprised(int dialogID)
     return surprise && ++surprises < patience && surprise(dialogID);
 }
 
-// A program may ask for input while it opens or closes a dialog; one that goes
-// on asking waits for somebody.
+// A program may ask for input while it opens or closes a dialog; one that keeps
+// asking waits for the user.
 std::optional<Input> ScriptedUser::Script::inVain(int atLine, const std::string &message)
 {
     constexpr int patience = 20;
@@ -58,7 +58,7 @@ std::optional<Input> ScriptedUser::Script::nextInput()
                                 frontDialogText() + "\"");
         }
         if (perform() == Progress::wait || hand.machine.inputWaiting())
-            return std::nullopt;   // the step changed displays or clipboard: that is taken first
+            return std::nullopt;   // the step changed displays or clipboard: that input is taken first
     }
 }
 
@@ -75,7 +75,7 @@ bool ScriptedUser::Script::ready()
            (next.expectedDialog == 0 || next.expectedDialog == dialogID);
 }
 
-// What it queues has its own line.
+// Steps that it queues get its line.
 Progress ScriptedUser::Script::advance(Step &step)
 {
     int lineBefore = std::exchange(line, step.line);

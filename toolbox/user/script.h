@@ -12,8 +12,8 @@ namespace user {
 
 enum class Where {
     anywhere,
-    inDialog,  // needs one in front
-    ifAsked,   // answers what may come up after the step before
+    inDialog,  // needs a dialog in front
+    ifAsked,   // answers what may appear after the step before
     atHost
 };
 

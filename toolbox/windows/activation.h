@@ -7,7 +7,7 @@
 namespace toolbox::windows {
 
 // Compares the frontmost window with the one that was active, and posts the
-// events that make it so.
+// events that activate it instead.
 void updateActivation();
 // The window is going away: no more events for it.
 void forgetWindow(WindowPeek record);

@@ -10,7 +10,8 @@
 namespace toolbox::windows {
 namespace {
 
-// As the tables are stored: seed, reserved word, entries less one, entries.
+// As the tables are stored: seed, reserved word, number of entries less one,
+// entries.
 constexpr int headBytes = 8;
 struct Entry {
     BigInt16 part;

@@ -5,11 +5,12 @@
 
 namespace toolbox::windows {
 
-// To be called when the displays have changed. Windows that the change leaves out of reach are moved onto the displays; menu
-// bar, desktop and every window are painted anew, and every window gets an
-// update event. Nothing before the Window Manager is started.
+// Call it when the displays have changed. Windows that the change leaves out of
+// reach are moved onto the displays; menu bar, desktop and every window are
+// repainted, and every window gets an update event. Does nothing before the
+// Window Manager is started.
 void displaysChanged();
-// The menu bar, white with its line, and what the Menu Manager has in it.
+// Paints the menu bar, white with its line, and the Menu Manager's titles.
 void paintMenuBar();
 // Set by the Menu Manager: draws the titles into the current port, which is in
 // global coordinates.

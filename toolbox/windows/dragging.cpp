@@ -13,8 +13,8 @@ using namespace toolbox;
 
 namespace {
 
-// A grey frame over everything, with what lies under it put back when it moves
-// and at the end.
+// A grey frame over everything; what lies under it is restored when it moves and
+// at the end.
 class Outline {
 public:
     explicit Outline(const Rect &r) : place_(r) { show(); }
@@ -44,10 +44,10 @@ private:
         quickdraw::DrawingScope scope(quickdraw::desktopPort());
         quickdraw::ClipScope clip(quickdraw::areaOf(GetGrayRgn()));
         PenPat(&qd.gray);
-        PenMode(patXor);   // to be seen on the desktop's grey too
+        PenMode(patXor);   // visible on the desktop's grey too
         FrameRect(&r);
     }
-    // Nothing to put back once the displays have changed: all was drawn anew.
+    // Nothing to restore once the displays have changed: all was redrawn.
     void hide()
     {
         for (const quickdraw::SavedBits &bits : under_)

@@ -118,7 +118,7 @@ void drawTitleBar(const Window &window)
     drawTitle(window, bar);
 }
 
-// The content's colour goes on up to the frame's inner line.
+// The content's colour extends to the frame's inner line.
 void eraseMargin(const Window &window, const Rect &inner)
 {
     BackColor(partColor(window, contentPart, whiteColor));
@@ -167,7 +167,7 @@ void drawFrame(const Window &window)
     const WindowRecord &record = *window.record;
     Style style = styleOf(record.procID);
     Rect frame = border(style, window.contentRect);
-    // What is left black of the structure is the shadow.
+    // The part of the structure that stays black is the shadow.
     Rect all = window.structure.bounds();
     PaintRect(&all);
     EraseRect(&frame);

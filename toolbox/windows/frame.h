@@ -1,5 +1,5 @@
-// The part of a window that is not its content: shape, drawing, and what of it
-// a point lies in. Private to the Window Manager.
+// The part of a window that is not its content: shape, drawing, and which part
+// of it a point is in. Private to the Window Manager.
 #pragma once
 
 #include "windows/window_list.h"

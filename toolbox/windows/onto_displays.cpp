@@ -35,7 +35,8 @@ Rect roomFor(const Rect &frame)
     return room;
 }
 
-// The nearest start for a length so that it lies within; low when it does not fit.
+// Where a length that starts here has to start to lie within; at low when it
+// does not fit.
 int nearest(int start, int length, int low, int high)
 {
     return std::max(low, std::min(start, high - length));

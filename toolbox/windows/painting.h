@@ -1,4 +1,4 @@
-// Which part of each window is visible, and painting what has come to light.
+// Which part of each window is visible, and painting what has been uncovered.
 // Private to the Window Manager.
 #pragma once
 
@@ -11,12 +11,12 @@ Point globalOrigin(const WindowRecord &record);
 // The part of the displays that no window in front of that position covers.
 // Global; the menu bar belongs to no window.
 Area uncovered(size_t position);
-// Gives each window's port its visible region anew.
+// Gives each window's port its new visible region.
 void recalculateVisible();
 // Paints the area, global: frames, contents white (and to be updated),
-// desktop. To be called after recalculateVisible.
+// desktop. Call it after recalculateVisible.
 void paint(const Area &exposed);
-// Draws a window's frame again, where it is to be seen.
+// Redraws a window's frame where it is visible.
 void paintFrame(const Window &window);
 void setUpdate(Window &window, const Area &update);
 // Menu bar and desktop, and all windows.

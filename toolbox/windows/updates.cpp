@@ -1,4 +1,4 @@
-// What windows are to draw anew.
+// What windows have to redraw.
 #include "quickdraw/region_data.h"
 #include "toolbox/windows.h"
 #include "windows/painting.h"
@@ -10,7 +10,7 @@ using namespace toolbox::windows;
 namespace {
 
 // The rectangle of the current port in global coordinates, cut to its window's
-// content; empty when the port is no window's.
+// content; empty when the port is not a window's.
 Area inGlobal(const Rect &r, const Window *window)
 {
     if (!window)

@@ -41,7 +41,7 @@ void takeOut(WindowPeek record)
     relink();
 }
 
-void tellWatcher(WindowPeek record, Change change)
+void notifyWatcher(WindowPeek record, Change change)
 {
     if (watcher)
         watcher(portOf(record), change);

@@ -1,5 +1,5 @@
-// The windows, front to back, and what the Window Manager knows beyond their
-// records. Private to the Toolbox.
+// The windows, front to back, and what the Window Manager knows of them beyond
+// their records. Private to the Toolbox.
 #pragma once
 
 #include <functional>
@@ -17,7 +17,7 @@ using quickdraw::Area;
 struct Window {
     WindowPeek record = nullptr;
     ColorTable colors{};   // the copy that SetWinColor made
-    // Global. The record's regions say the same, for what reads them.
+    // Global. The record's regions hold the same, for code that reads them.
     Rect contentRect{};
     Area structure{};
     Area content{};
@@ -26,7 +26,7 @@ struct Window {
     bool updateHeld = false;               // no update events for now
 };
 
-// Front to back. The records' nextWindow links say the same.
+// Front to back. The records' nextWindow links give the same order.
 extern std::vector<Window> list;
 
 Window *find(const void *window);
@@ -43,10 +43,10 @@ extern std::function<void(WindowPtr)> disposeControls;
 // hidden, or is about to close.
 enum class Change { shown, hidden, closing };
 extern std::function<void(WindowPtr, Change)> watcher;
-void tellWatcher(WindowPeek record, Change change);
+void notifyWatcher(WindowPeek record, Change change);
 
-// Keeps a window's update events back until the next releaseUpdates, so that
-// one that is not drawn does not keep all other events back.
+// Holds back a window's update events until the next releaseUpdates, so that one
+// that is not drawn does not hold back all other events.
 void holdUpdates(WindowPtr window);
 void releaseUpdates();
 

@@ -23,7 +23,7 @@ using namespace toolbox::windows;
 namespace {
 
 bool started = false;
-Area displaysBefore;   // all windows may cover of them, when they changed last
+Area displaysBefore;   // all that windows may cover of them, as of the last change
 
 WindowPtr nextToUpdate()
 {
@@ -69,8 +69,8 @@ void place(Window &window, const Rect &content)
                          content.bottom - content.top);
 }
 
-// Everything that changes who covers whom goes through here: what the change
-// uncovered or moved is painted.
+// Every change of which window covers which ends here: what it uncovered or
+// moved is painted.
 void afterChange(const Area &exposed)
 {
     recalculateVisible();
@@ -78,7 +78,7 @@ void afterChange(const Area &exposed)
     updateActivation();
 }
 
-// What erases in the window is to erase to its table's colour.
+// Erasing in the window uses its table's colour.
 void useContentColor(Window &window)
 {
     quickdraw::PortScope current(portOf(window.record));
@@ -88,8 +88,8 @@ void useContentColor(Window &window)
     BackColor(background);
 }
 
-// Displays have become smaller or fewer. What was out of sight before is where
-// the user or the program put it.
+// Displays have become smaller or fewer. Windows that were out of sight before
+// stay where the user or the program put them.
 void bringBackLost(const Area &before, const Area &now)
 {
     for (Window &window : list) {
@@ -127,7 +127,7 @@ void startWindows(const Configuration &)
 
 void stopWindows()
 {
-    // The blocks themselves go with the heap.
+    // The blocks themselves are freed with the heap.
     started = false;
     displaysBefore = {};
     list.clear();
@@ -193,7 +193,7 @@ void CloseWindow(WindowPtr window)
     if (!closing)
         return;
     WindowPeek record = closing->record;
-    tellWatcher(record, Change::closing);
+    notifyWatcher(record, Change::closing);
     if (disposeControls)
         disposeControls(window);
     forgetWindow(record);
@@ -235,7 +235,7 @@ void ShowWindow(WindowPtr window)
     if (!found || found->record->visible)
         return;
     found->record->visible = true;
-    tellWatcher(found->record, Change::shown);
+    notifyWatcher(found->record, Change::shown);
     found->record->hilited = FrontWindow() == window;
     afterChange(Area(found->structure));
 }
@@ -245,7 +245,7 @@ void HideWindow(WindowPtr window)
     Window *found = find(window);
     if (!found || !found->record->visible)
         return;
-    tellWatcher(found->record, Change::hidden);
+    notifyWatcher(found->record, Change::hidden);
     disappear(*found);
 }
 
@@ -267,7 +267,7 @@ void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front)
 
 void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update)
 {
-    (void)update;   // what is new is always to be updated
+    (void)update;   // new content always needs an update
     Window *found = find(window);
     if (!found)
         return;

@@ -18,7 +18,7 @@ struct InkedTints {
     const plates::TintPlate *plate;
     Colour ink;
 };
-// The page in all its inks, one pixel for `step` x `step` of the plates'. There is at least one plate; all are of one size.
+// The page in all its inks, one pixel for `step` x `step` of the plates'. At least one plate; all of one size.
 Picture pagePicture(const std::vector<InkedTints> &plates, int step);
 
 struct InkedPlate {
