@@ -36,7 +36,7 @@ int32_t addMenuItem(ConstStr255Param group, ConstStr255Param text, int32_t numbe
     return 0;
 }
 
-// This host handles no events in the same way for all its dialogs.
+// Nothing is common to all dialogs of this host, so it handles no event here.
 Boolean standardFilter(DialogPtr, EventRecord *, int16_t *)
 {
     return false;

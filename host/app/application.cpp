@@ -15,8 +15,8 @@ constexpr uint32_t idleTicks = 10 * 60;
 
 }  // namespace
 
-Application::Application(const AppRequest &request, std::optional<ScreenSettings> screen)
-    : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), screen_(std::move(screen))
+Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
+    : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), display_(std::move(display))
 {
     plugin_.startUp();
     menus_.emplace(plugin_.commands(), screen_);
@@ -79,9 +79,9 @@ void Application::carryOut(const Command &command)
         plugin_.call(kSelectCommand, command.number);
         return;
     case Command::Kind::fullScreen:
-        return screen_->setFullScreen(!screen_->fullScreen());
+        return display_->setFullScreen(!display_->fullScreen());
     case Command::Kind::depth:
-        return screen_->setDepth(command.number);
+        return display_->setDepth(command.number);
     }
 }
 

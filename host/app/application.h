@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/display_settings.h"
 #include "app/document.h"
 #include "app/last_folder.h"
 #include "app/menus.h"
-#include "app/screen_settings.h"
 #include "plugin/plugin.h"
 #include "plugin/resource_fork.h"
 
@@ -24,7 +24,7 @@ struct AppRequest {
 class Application {
 public:
     // PluginError when something it needs is missing.
-    Application(const AppRequest &request, std::optional<ScreenSettings> screen);
+    Application(const AppRequest &request, std::optional<DisplaySettings> display);
 
     // Runs until the person quits or the machine asks the program to end.
     // toolbox::ProcessEnded passes through when the plug-in ends the process.
@@ -43,7 +43,7 @@ private:
     plugin::ResourceFork fork_;
     plugin::Plugin plugin_;
     std::filesystem::path firstJob_;
-    std::optional<ScreenSettings> screen_;
+    std::optional<DisplaySettings> display_;
     std::optional<Menus> menus_;
     std::optional<Document> document_;
     bool over_ = false;

@@ -5,9 +5,9 @@
 namespace riders::app {
 namespace {
 
-enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, screenMenu };
+enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu };
 enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
-enum ScreenItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
+enum DisplayItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
 constexpr int depths[] = {1, 2, 4, 8, 32};
 
 void insert(int16_t id)
@@ -25,15 +25,15 @@ void setText(const std::string &utf8, Str255 text)
 
 }  // namespace
 
-Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<ScreenSettings> &screen)
-    : commands_(commands), screen_(screen)
+Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<DisplaySettings> &display)
+    : commands_(commands), display_(display)
 {
     insert(programMenu);
     insert(fileMenu);
     insert(editMenu);
     addCommands();
-    if (screen_)
-        insert(screenMenu);
+    if (display_)
+        insert(displayMenu);
     DrawMenuBar();
 }
 
@@ -61,12 +61,12 @@ void Menus::update(bool documentOpen)
         EnableItem(file, closeItem);
     else
         DisableItem(file, closeItem);
-    if (!screen_)
+    if (!display_)
         return;
-    MenuHandle screen = GetMHandle(screenMenu);
-    CheckItem(screen, fullScreenItem, screen_->fullScreen());
+    MenuHandle display = GetMHandle(displayMenu);
+    CheckItem(display, fullScreenItem, display_->fullScreen());
     for (std::size_t i = 0; i < std::size(depths); ++i)
-        CheckItem(screen, static_cast<int16_t>(firstDepthItem + i), screen_->depth() == depths[i]);
+        CheckItem(display, static_cast<int16_t>(firstDepthItem + i), display_->depth() == depths[i]);
 }
 
 Command Menus::chosen(int32_t choice) const
@@ -80,7 +80,7 @@ Command Menus::chosen(int32_t choice) const
         return {item == openItem ? Kind::open : item == closeItem ? Kind::close : Kind::quit};
     case pluginMenu:
         return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
-    case screenMenu:
+    case displayMenu:
         if (item == fullScreenItem)
             return {Kind::fullScreen};
         return {Kind::depth, depths[item - firstDepthItem]};

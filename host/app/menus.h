@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/screen_settings.h"
+#include "app/display_settings.h"
 #include "plugin/plugin.h"
 #include "toolbox/menus.h"
 
@@ -21,7 +21,7 @@ class Menus {
 public:
     // Puts the menus into the bar and draws it. PluginError when one is missing
     // from the resources. The settings must outlive it.
-    Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<ScreenSettings> &screen);
+    Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<DisplaySettings> &display);
 
     // Enables and marks the items as they should be, before a choice is made.
     void update(bool documentOpen);
@@ -32,7 +32,7 @@ private:
     void addCommands();
 
     const std::vector<plugin::MenuCommand> &commands_;
-    const std::optional<ScreenSettings> &screen_;
+    const std::optional<DisplaySettings> &display_;
 };
 
 }  // namespace riders::app

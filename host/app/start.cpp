@@ -34,7 +34,7 @@ struct Session {
     Session(const Session &) = delete;
 };
 
-ScreenSettings settingsOf(toolbox::Desktop &desktop)
+DisplaySettings settingsOf(toolbox::Desktop &desktop)
 {
     return {[&] { return desktop.fullScreen(); }, [&](bool wanted) { desktop.setFullScreen(wanted); },
             [&] { return desktop.depth(); }, [&](int bits) { desktop.setDepth(bits); }};

@@ -48,14 +48,15 @@ std::string words(Words which)
 
 Point centered(ResType type, int id)
 {
-    Rect screen = qd.screenBits.bounds;
-    screen.top = static_cast<int16_t>(screen.top + toolbox::menuBarHeight);
+    Rect display = qd.screenBits.bounds;
+    display.top = static_cast<int16_t>(display.top + toolbox::menuBarHeight);
     Bounds *bounds = boundsOf(type, id);
     if (!bounds)
-        return {screen.top, screen.left};
-    int freeHeight = screen.bottom - screen.top - (bounds->bottom - bounds->top);
-    int freeWidth = screen.right - screen.left - (bounds->right - bounds->left);
-    return {static_cast<int16_t>(screen.top + freeHeight / 3), static_cast<int16_t>(screen.left + freeWidth / 2)};
+        return {display.top, display.left};
+    int freeHeight = display.bottom - display.top - (bounds->bottom - bounds->top);
+    int freeWidth = display.right - display.left - (bounds->right - bounds->left);
+    return {static_cast<int16_t>(display.top + freeHeight / 3),
+            static_cast<int16_t>(display.left + freeWidth / 2)};
 }
 
 void showProblem(const std::string &text)

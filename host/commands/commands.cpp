@@ -24,7 +24,7 @@ std::string hexNumber(std::string &text)
     return good ? std::string() : text + " is no version number such as 0x0755";
 }
 
-std::string screenList(std::string &text)
+std::string displayList(std::string &text)
 {
     return play::screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
                                                : std::string();
@@ -119,8 +119,8 @@ void Commands::addPlay(CLI::App &app)
         ->type_name("DIR");
     play->add_option("--preferences", play_.configuration.preferencesFolder, "The folder of the saved settings")
         ->type_name("DIR");
-    play->add_option("--screen", screens_, "Screens from left to right")
-        ->check(CLI::Validator(screenList, ""))
+    play->add_option("--screen", displays_, "Screens from left to right")
+        ->check(CLI::Validator(displayList, ""))
         ->type_name("WxHxDEPTH[@SCALE][+...]");
     play->add_option("--decimal", decimal_, "The locale's decimal separator")
         ->check(CLI::Validator(oneCharacter, ""))
@@ -136,7 +136,7 @@ void Commands::addPlay(CLI::App &app)
         name_ = "riders play";
         chosen_ = [this] {
             play_.plugin = plugin::pluginBesideProgram();
-            play_.screens = play::screensFromText(screens_);
+            play_.screens = play::screensFromText(displays_);
             play_.configuration.decimalPoint = decimal_[0];
             play_.configuration.systemVersion = static_cast<std::int32_t>(std::stoul(systemVersion_, nullptr, 16));
             if (noColor_)

@@ -35,7 +35,7 @@ private:
     make::MakeRequest make_;
     play::PlayRequest play_;
     proof::ProofRequest proof_;
-    std::string screens_ = "640x480x8";
+    std::string displays_ = "640x480x8";
     std::string decimal_ = ".";
     std::string systemVersion_ = "0x0755";
     bool noColor_ = false;

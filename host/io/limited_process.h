@@ -13,7 +13,7 @@ struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
     std::filesystem::path folder;      // its current folder
     std::filesystem::path temporary;   // where it makes temporary files
-    int seconds = 300;                 // of silence allowed; each line for which `line` returns true starts the time anew
+    int seconds = 300;                 // of silence; each line for which `line` returns true starts them anew
     int megabytes = 2048;              // of address space
     // Called for each line that it writes on standard output or error; true where it shows progress.
     std::function<bool(std::string_view)> line;

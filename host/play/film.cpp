@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "play/screens.h"
+#include "play/displays.h"
 
 namespace riders::play {
 namespace {
@@ -26,10 +26,10 @@ void paste(const toolbox::Picture &frame, toolbox::Picture &sheet, int h, int v)
 
 }  // namespace
 
-void Film::take(const toolbox::Picture &shown, const toolbox::Screen &screen)
+void Film::take(const toolbox::Picture &shown, const toolbox::Screen &display)
 {
     if (seen_++ % every_ == 0 && frames_.size() < mostFrames)
-        frames_.push_back(pictureOf(shown, screen, view_));
+        frames_.push_back(pictureOf(shown, display, view_));
 }
 
 // Frames are of one size, unless the display changed its own; the largest counts.

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "play/screens.h"
+#include "play/displays.h"
 #include "toolbox/host/headless.h"
 #include "toolbox/host/session.h"
 
@@ -20,7 +20,7 @@ struct PlayRequest {
     std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
     std::vector<toolbox::Screen> screens;
-    // The machine that the scripted person uses; a HeadlessMachine with those screens
+    // The machine that the scripted person uses; a HeadlessMachine with those displays
     // unless set.
     std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Screen> &)> seat;
 };

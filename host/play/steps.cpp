@@ -4,7 +4,7 @@
 #include <map>
 
 #include "play/arguments.h"
-#include "play/screen_steps.h"
+#include "play/display_steps.h"
 #include "toolbox/host/faults.h"
 
 namespace riders::play {
@@ -168,7 +168,7 @@ const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
     {"leave", leave},         {"type", type},       {"key", key},       {"repeat", repeat},
     {"save", save},           {"open", open},       {"wait", wait},     {"cancel-file", cancelFile},
     {"clipboard", clipboard}, {"picture", picture}, {"film", film},     {"fail", fail},
-    {"depth", depth},         {"scale", scale},     {"resize", resize}, {"screens", screens},
+    {"depth", depth},         {"scale", scale},     {"resize", resize}, {"screens", displays},
 };
 
 }  // namespace

@@ -24,7 +24,7 @@ PlateFacts startedPlate(const std::string &plate, const PlateLook &look, Colour 
     facts.name = plates::plateNameFrom(plate);
     facts.ink = ink;
     facts.tints = look.tints;
-    facts.even = look.even;
+    facts.flatPlace = look.flatPlace;
     facts.flatTint = look.flatInk;
     facts.loupe = look.loupe;
     facts.asked = asked;
@@ -110,7 +110,7 @@ void PageProofs::finishPlate(size_t pageIndex, size_t plateIndex, const plates::
                  loupePictureDpi(run_.dpi));
     if (plate.tints.tint)
         plate.measured =
-            measurePlate(bits, run_.dpi, plate.even, plate.asked.frequency.value_or(60), plate.asked.shape);
+            measurePlate(bits, run_.dpi, plate.flatPlace, plate.asked.frequency.value_or(60), plate.asked.shape);
     progress_.plateFinished();
 }
 

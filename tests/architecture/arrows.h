@@ -13,18 +13,18 @@ struct Arrow {
     std::string from, to;  // files
     int line = 0;
     std::string text;  // what it does, for a sentence
-    std::string word;  // where the line is not known, what stands on it
+    std::string word;  // where the line is not known, a word on it
 };
 
 std::vector<Arrow> includeArrows(const Tree &tree);
-// Uses of what has a home. Of what has several, because they are for different
-// programs, none is known to be meant.
+// Uses of symbols that have one home. Where a symbol has several, for different
+// programs, it is not known which is meant.
 std::vector<Arrow> useArrows(const Tree &tree, const Symbols &symbols);
 std::vector<Arrow> allArrows(const Tree &tree, const Symbols &symbols);
 
 // `file:line`, or the file alone where the line is 0.
 std::string at(const std::string &file, int line);
-// Where an arrow starts. Of a use, its first mention.
+// Where an arrow starts. For a use, its first mention.
 std::string place(const Tree &tree, const Arrow &arrow);
 // A file with the header or source file of its name.
 std::string unit(const std::string &file);

@@ -1,5 +1,5 @@
-// What must not be in the tree. Each check gives a sentence for each place that
-// is wrong, with file and line, and with what to do.
+// What must not be in the tree. Each check returns a sentence for each place
+// that is wrong, with file and line, and with what to do.
 #pragma once
 
 #include <string>
@@ -17,16 +17,16 @@ using Findings = std::vector<std::string>;
 Findings wrongRows(const Table &table, const Tree &tree);
 // Files in no room.
 Findings homelessFiles(const Table &table, const Tree &tree);
-// Quoted includes that mean no file of the tree.
+// Quoted includes that name no file of the tree.
 Findings lostIncludes(const Tree &tree);
 // Headers that are not the C++ standard library's, in rooms that the table of
 // libraries does not name.
 Findings wrongLibraries(const Table &table, const Tree &tree);
 // Includes from one room to another that the table does not allow.
 Findings wrongIncludes(const Table &table, const Tree &tree);
-// Uses of what is defined in a room that the table does not allow. Who may know
-// a room `x/include/...` may use everything of x/ that its headers declare, in
-// whichever room of x/ it lives, unless it is of x/ itself.
+// Uses of what is defined in a room that the table does not allow. A room that
+// may know `x/include/...` may use everything in x/ that the headers there
+// declare, whichever room of x/ it lives in, unless the room is in x/ itself.
 Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols);
 // Files that know each other in a circle, by includes and by uses; a header and
 // the source file of its name are one.

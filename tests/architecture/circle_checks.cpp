@@ -19,7 +19,8 @@ std::string sentence(const Tree &tree, const std::string &kind, const std::vecto
     return whole + "\n    take one of these out, or move what both need to a place of its own";
 }
 
-// Circles among what `group` makes of the files; nothing where it gives "".
+// Circles among the groups that `group` puts the files in; a file for which it
+// returns "" is left out.
 template <class Group>
 Findings circlesOf(const Tree &tree, const std::vector<Arrow> &arrows, const std::string &kind, Group group)
 {

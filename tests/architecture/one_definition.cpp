@@ -9,7 +9,8 @@ namespace architecture {
 
 namespace {
 
-// The compiler names files from where it runs, by way of where it ran before.
+// The compiler names files relative to where it runs, by way of where it ran
+// earlier.
 std::string fromTop(const std::string &line, const std::string &top)
 {
     size_t end = line.find(':');
@@ -34,7 +35,7 @@ Findings differingDefinitions(const std::string &compiler, const std::string &to
     if (objects.empty())
         return found;
     TemporaryFolder folder;
-    // Joined only, not made into code again.
+    // Joined only, not compiled to code again.
     std::string options =
         " -r -flto -flinker-output=rel -Wodr -Wlto-type-mismatch -o " + folder.path() + "/joined.o ";
     std::istringstream lines(

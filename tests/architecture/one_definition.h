@@ -8,8 +8,8 @@
 
 namespace architecture {
 
-// Joins what the compiler kept of all these files' types, and gives what it
-// says of types, functions and variables that differ from file to file. Those
+// Joins what the compiler kept of all these files' types, and returns what it
+// says about types, functions and variables that differ from file to file. Those
 // without an object are left out; none may be a second program's main file.
 Findings differingDefinitions(const std::string &compiler, const std::string &top,
                               const std::vector<Compiled> &compiled);

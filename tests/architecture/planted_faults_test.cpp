@@ -1,5 +1,5 @@
-// Each kind of fault, planted in a small tree, is found, and is said with its
-// place; and nothing is said of a sound tree.
+// Each kind of fault, planted in a small tree, is found and reported with its
+// place; and nothing is reported for a sound tree.
 #include "architecture/findings.h"
 #include "architecture/one_definition.h"
 #include "architecture/planted_tree.h"
@@ -60,7 +60,7 @@ TEST_F(Planted, APrivateHeaderIncludedFromOutside)
               "in docs/ARCHITECTURE.md\n");
 }
 
-TEST_F(Planted, AUseBehindAPublicHeader)
+TEST_F(Planted, AUseThroughAPublicHeader)
 {
     planted.put("toolbox/events/queue.cpp",
                 "#include \"events/queue.h\"\n#include \"toolbox/windows.h\"\n"

@@ -16,10 +16,10 @@ public:
     PlantedTree();
 
     void put(const std::string &path, const std::string &text);
-    // The row of the room, as in the document, instead of that it has.
+    // The row of the room, as in the document, instead of the one it has.
     void putRow(const std::string &room, const std::string &mayKnow);
     void dropRow(const std::string &room) { rows_.erase(room); }
-    // Compiles a file that has been put.
+    // Compiles a file that was written by put.
     void compile(const std::string &path);
 
     Table table() const;

@@ -6,7 +6,7 @@
 
 namespace architecture {
 
-// A folder of its own for as long as this lives.
+// A folder that exists for as long as this object.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -18,7 +18,7 @@ private:
     std::string path_;
 };
 
-// What a command of the shell writes, its errors too. Throws where it fails.
+// What a shell command writes, its errors too. Throws if it fails.
 std::string outputOf(const std::string &command);
 
 // The argument by which the build's programs take a list of files, which is

@@ -50,7 +50,7 @@ private:
                 text_[at_] = ' ';
     }
 
-    // In 1'000; a character after a prefix, as in u'x', has letters ahead of it.
+    // In 1'000; a character after a prefix, as in u'x', has letters before it.
     bool separatesDigits() const
     {
         size_t start = at_;

@@ -6,11 +6,11 @@
 
 namespace architecture {
 
-// Whether a character may be in a name.
+// Whether a character may be part of a name.
 bool ofWord(char c);
 
-// The text with comments made blank, and, where asked for, what is between
-// quotes. Lines and columns stay as they are.
+// The text with comments made blank and, where asked for, what is between quotes
+// too. Lines and columns stay as they are.
 enum class Quotes { Kept, Blank };
 std::string withoutComments(const std::string &text, Quotes quotes);
 

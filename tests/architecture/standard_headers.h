@@ -5,7 +5,7 @@
 
 namespace architecture {
 
-// Of the C++ standard library, or of those it has from C.
+// Whether it is a header of the C++ standard library, or one that it has from C.
 bool isStandard(const std::string &header);
 
 }  // namespace architecture

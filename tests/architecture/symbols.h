@@ -1,4 +1,4 @@
-// What the objects define and what they want from elsewhere.
+// What the objects define and what they need from elsewhere.
 #pragma once
 
 #include <map>
@@ -17,10 +17,10 @@ struct Symbols {
 };
 
 // Reads the objects of these files with the program `nm`. A definition that may
-// stand in several objects, such as an inline function's, is no home.
+// be in several objects, such as an inline function's, does not make a home.
 Symbols readSymbols(const std::string &nm, const std::vector<Compiled> &compiled);
 
-// The name as it stands in the source, without its arguments.
+// The name as it is in the source, without its arguments.
 std::string readable(const std::string &symbol);
 
 }  // namespace architecture

@@ -35,15 +35,15 @@ struct Table {
 
 // Reads every table of the text whose first and third heads are "Room" and
 // "May know", and every one with the heads "Headers" and "Used in" in its second
-// and third. Paths stand in backticks; other words are for people, except
+// and third. Paths are in backticks; other words are for people, except
 // "everything" as the first word of what a room may know.
 Table readTable(const std::string &document, const std::string &text);
 
-// Whether one of the entries, as in Room::mayKnow, means this file, which lies
+// Whether one of the entries, as in Room::mayKnow, covers this file, which lies
 // in this room.
 bool covers(const std::vector<std::string> &entries, const Room &room, const std::string &file);
 
-// Whether `name` is what the pattern says, where * stands for any characters.
+// Whether `name` matches the pattern, where * stands for any characters.
 bool matches(const std::string &pattern, const std::string &name);
 
 }  // namespace architecture

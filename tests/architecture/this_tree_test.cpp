@@ -1,4 +1,4 @@
-// The tree as it stands keeps to the tables of docs/ARCHITECTURE.md.
+// This tree keeps to the tables of docs/ARCHITECTURE.md.
 #include "architecture/findings.h"
 #include "architecture/one_definition.h"
 
@@ -23,8 +23,8 @@ const Tree &tree()
     return read;
 }
 
-// Of what the plug-in, the program with its window and the resource compiler are
-// made: not of tests and what is like them, nor of what is built only on request.
+// The files of the plug-in, the program with its window and the resource
+// compiler: not those of tests and the like, nor what is built only on request.
 std::vector<Compiled> product()
 {
     std::vector<Compiled> found;
@@ -88,7 +88,7 @@ TEST(Types, OfOneNameAreDefinedOnce)
     expectNone(typesTwice(tree()));
 }
 
-// The resource compiler's main file is of another program.
+// The resource compiler's main file belongs to another program.
 TEST(Types, AreTheSameInEveryFile)
 {
     std::vector<Compiled> together;
@@ -99,7 +99,7 @@ TEST(Types, AreTheSameInEveryFile)
     expectNone(differingDefinitions(RIDERS_CXX, tree().top, together));
 }
 
-// Without its object, nothing is known of what a file uses.
+// Without its object, it is not known what a file uses.
 TEST(Objects, AreAllThere)
 {
     Findings missing;

@@ -18,8 +18,8 @@ std::string folderOf(const std::string &path)
     return slash == std::string::npos ? "" : path.substr(0, slash);
 }
 
-// The path from the top of the tree, "." for that; empty where it is outside, or
-// of the build.
+// The path from the top of the tree, "." for that; empty where it is outside the
+// tree or in the build folder.
 std::string inTree(const std::string &path, const std::string &top)
 {
     std::string clean = fs::path(path).lexically_normal().string();

@@ -1,5 +1,5 @@
-// What is looked at: the source files with what they include, and what the
-// build made of them. Paths of the tree start at its top: `host/main.cpp`.
+// What is checked: the source files with what they include, and what the build
+// made of them. Paths of the tree start at its top: `host/main.cpp`.
 #pragma once
 
 #include <map>
@@ -15,12 +15,12 @@ struct Compiled {
     std::string source;
     std::string object;                 // a full path
     std::vector<std::string> lookedIn;  // folders of the tree given to the compiler with -I or -iquote: `host`
-    bool keepsTypes = false;            // with -flto: the object says what the compiler knew of types
+    bool keepsTypes = false;            // with -flto: the object holds what the compiler knew about types
 };
 
 struct Include {
     IncludeLine at;
-    std::string target;  // the file of the tree that it means, or nothing
+    std::string target;  // the file of the tree that it names, or nothing
 };
 
 struct SourceFile {

@@ -1,4 +1,4 @@
-// What CMake says of the build, and where includes are looked for.
+// What CMake says about the build, and where includes are looked for.
 #include "architecture/planted_tree.h"
 
 #include <gtest/gtest.h>

@@ -8,8 +8,9 @@ namespace architecture {
 
 namespace {
 
-// Folders below tests/ are programs of their own, but for what they share; so
-// are the benchmarks, the examples and the art. All else may meet in one program.
+// Folders below tests/ are separate programs, except for what they share; so are
+// the benchmarks, the examples and the art. Everything else may meet in one
+// program.
 std::string program(const std::string &file)
 {
     if (file.starts_with("tests/") && !file.starts_with("tests/support/"))

@@ -13,7 +13,7 @@ struct Token {
     int line;
 };
 
-// Words, "::", and single characters; lines of the preprocessor are left out.
+// Words, "::", and single characters; preprocessor lines are left out.
 std::vector<Token> tokens(const std::string &text)
 {
     std::vector<Token> found;
@@ -42,7 +42,7 @@ std::vector<Token> tokens(const std::string &text)
     return found;
 }
 
-// Follows braces, and knows of each what it belongs to.
+// Follows braces, and knows what each of them belongs to.
 class TypeReader {
 public:
     explicit TypeReader(const std::string &text) : tokens_(tokens(text)) {}
@@ -68,7 +68,7 @@ public:
 private:
     struct Scope {
         std::string name;
-        bool hidden;  // a function, a namespace without a name: what is inside is no other file's affair
+        bool hidden;  // a function, a namespace without a name: what is inside is invisible to other files
     };
 
     bool hidden() const

@@ -1,4 +1,4 @@
-// `riders` in a window of its own, started and ended as people do.
+// `riders` in its own window, started and ended as people do.
 #include "desktop/display.h"
 #include "support/command.h"
 #include "support/toolbox_test.h"
@@ -69,7 +69,7 @@ TEST_F(Program, SaysSoWhenThePlugInCannotGoOn)
     EXPECT_FALSE(settingsSaved());
 }
 
-// A message of SDL's to the window may come after its end then.
+// A message from SDL to the window may then arrive after its end.
 TEST_F(Program, EndsWellAtASlowDisplay)
 {
     display.beSlow();

@@ -13,8 +13,8 @@
 
 namespace desktop {
 
-// The server writes the number of the display it has found free once it takes
-// callers, so there is nothing to wait for by the clock.
+// The server writes the number of the display it found free once it accepts
+// connections, so no fixed wait is needed.
 Display::Display(const std::string &screen)
 {
     int ends[2];
@@ -24,11 +24,11 @@ Display::Display(const std::string &screen)
     if (server_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGTERM);
         close(ends[0]);
-        const std::string answer = std::to_string(ends[1]);
+        const std::string descriptor = std::to_string(ends[1]);
         int silence = open("/dev/null", O_WRONLY);
         dup2(silence, STDERR_FILENO);
-        execlp("Xvfb", "Xvfb", "-displayfd", answer.c_str(), "-screen", "0", screen.c_str(), "-nolisten", "tcp",
-               static_cast<char *>(nullptr));
+        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", screen.c_str(), "-nolisten",
+               "tcp", static_cast<char *>(nullptr));
         _exit(127);
     }
     close(ends[1]);

@@ -1,4 +1,4 @@
-// A display with nobody at it: an X server in memory, for one test program.
+// A display without a person: an X server in memory, for one test program.
 #pragma once
 
 #include <sys/types.h>
@@ -9,16 +9,16 @@ namespace desktop {
 
 class Display {
 public:
-    // Starts the server and names it in DISPLAY; WAYLAND_DISPLAY is taken out.
-    // std::runtime_error when there is none to be had.
+    // Starts the server and names it in DISPLAY; WAYLAND_DISPLAY is unset.
+    // std::runtime_error when it does not start.
     explicit Display(const std::string &screen = "1024x768x24");
     ~Display();
     Display(const Display &) = delete;
 
-    // Lets everybody else on the machine go first.
+    // Lets every other process on the machine go first.
     void beSlow() const;
 
-    // What is on it, as PNG, or a part of it.
+    // Writes what it shows, or a part of it, as PNG.
     void picture(const std::string &file, const std::string &geometry = {}) const;
 
 private:

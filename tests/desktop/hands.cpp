@@ -32,7 +32,7 @@ Hands::~Hands()
     waitpid(process_, nullptr, 0);
 }
 
-void Hands::tell(const std::string &line)
+void Hands::send(const std::string &line)
 {
     if (std::fprintf(orders_, "%s\n", line.c_str()) < 0 || std::fflush(orders_) != 0)
         throw std::runtime_error("xdotool does not listen: is there a display?");
@@ -40,34 +40,34 @@ void Hands::tell(const std::string &line)
 
 void Hands::move(int x, int y)
 {
-    tell("mousemove " + std::to_string(x) + " " + std::to_string(y));
+    send("mousemove " + std::to_string(x) + " " + std::to_string(y));
 }
 
 void Hands::button(bool down, Button which)
 {
-    tell((down ? "mousedown " : "mouseup ") + std::to_string(which));
+    send((down ? "mousedown " : "mouseup ") + std::to_string(which));
 }
 
 void Hands::key(const std::string &name, const std::string &modifiers)
 {
-    tell("key " + (modifiers.empty() ? name : modifiers + "+" + name));
+    send("key " + (modifiers.empty() ? name : modifiers + "+" + name));
 }
 
 void Hands::modifier(const std::string &name, bool down)
 {
-    tell((down ? "keydown " : "keyup ") + name);
+    send((down ? "keydown " : "keyup ") + name);
 }
 
 std::string ask(const std::string &command)
 {
-    FILE *answer = popen(("xdotool " + command).c_str(), "r");
-    if (!answer)
+    FILE *output = popen(("xdotool " + command).c_str(), "r");
+    if (!output)
         throw std::runtime_error("xdotool cannot be run");
     std::string text;
     std::array<char, 256> part;
-    while (fgets(part.data(), part.size(), answer))
+    while (fgets(part.data(), part.size(), output))
         text += part.data();
-    pclose(answer);
+    pclose(output);
     while (!text.empty() && text.back() == '\n')
         text.pop_back();
     return text;

@@ -1,5 +1,5 @@
-// A person's hands at a real display: xdotool, kept running and told line by
-// line what to do.
+// A person's hands at a real display: xdotool, kept running and given its
+// commands line by line.
 #pragma once
 
 #include <sys/types.h>
@@ -23,14 +23,14 @@ public:
     void key(const std::string &name, const std::string &modifiers = {});
     void modifier(const std::string &name, bool down);
     // Anything else that xdotool can do.
-    void tell(const std::string &line);
+    void send(const std::string &line);
 
 private:
     pid_t process_ = -1;
     FILE *orders_ = nullptr;
 };
 
-// What xdotool answers to one command, without the last line end.
+// What xdotool prints for one command, without the last line end.
 std::string ask(const std::string &command);
 
 }  // namespace desktop

@@ -1,5 +1,5 @@
 // Whole sessions at a real window: keys and mouse go through the window system,
-// and the traces are those of the headless screen.
+// and the traces are those of the headless display.
 #include "desktop/display.h"
 #include "desktop/weston.h"
 #include "support/kept_sessions.h"
@@ -26,8 +26,8 @@ INSTANTIATE_TEST_SUITE_P(All, SessionsInWindow, ::testing::ValuesIn(kept::names(
                          [](const auto &instance) { return instance.param; });
 
 // The intro, the credits scrolling by after a press of the right button, the
-// fall: as on the headless screen, in its own time.
-TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessScreen)
+// fall: as on the headless display, in real time.
+TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessDisplay)
 {
     desktop::Display display;
     TemporaryFolder folder;
@@ -60,7 +60,7 @@ TEST(AboutInWindow, NeedsNoSoundCard)
     EXPECT_NE(contentsOf(folder / "trace").find("dialog 16200 closed"), std::string::npos);
 }
 
-// The compositor's keyboard and mouse are those of the X display it stands on.
+// The compositor's keyboard and mouse are those of the X display it runs on.
 TEST(SessionsOnWayland, LeaveTheirTraces)
 {
     desktop::Display display;

@@ -1,4 +1,4 @@
-// A session with the plug-in at any machine, and pictures of it compared.
+// A session with the plug-in on any machine, and pictures of it compared.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@ namespace desktop {
 
 constexpr int cancelItem = 2;
 
-// One session with the plug-in, at any machine.
+// One session with the plug-in, on any machine.
 class Sitting {
 public:
     Sitting(toolbox::HeadlessMachine &machine, const std::filesystem::path &preferences) : user(machine)
@@ -61,7 +61,7 @@ inline Difference between(const toolbox::Picture &is, const toolbox::Picture &sh
     return found;
 }
 
-// The settings dialog on the headless screen.
+// The settings dialog on the headless display.
 inline toolbox::Picture headlessSettings(const std::filesystem::path &folder, const toolbox::Screen &first,
                                          const std::vector<toolbox::Screen> &later = {})
 {

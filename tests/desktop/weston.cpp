@@ -30,7 +30,7 @@ constexpr const char *socketName = "wayland-riders";
     _exit(127);
 }
 
-// The compositor makes its socket when it takes callers.
+// The compositor makes its socket once it accepts connections.
 void waitForSocket(int watch)
 {
     alignas(inotify_event) std::array<char, 4096> news;

@@ -12,10 +12,10 @@ namespace desktop {
 
 class Weston {
 public:
-    // In a window at the top left of the X display in DISPLAY, whose keyboard
-    // and mouse are its own: with an output in memory only it would have none,
-    // and SDL 2.26 does not start there. Names itself in WAYLAND_DISPLAY, and
-    // has SDL use it. std::runtime_error when it does not start.
+    // Runs in a window at the top left of the X display in DISPLAY, whose
+    // keyboard and mouse it uses: with an output in memory only it would have
+    // none, and SDL 2.26 does not start there. Names itself in WAYLAND_DISPLAY,
+    // and has SDL use it. std::runtime_error when it does not start.
     Weston(int width, int height);
     ~Weston();
     Weston(const Weston &) = delete;

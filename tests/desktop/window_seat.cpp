@@ -59,7 +59,7 @@ std::string keyName(std::uint8_t character)
 constexpr std::pair<std::uint16_t, const char *> modifierKeys[] = {
     {cmdKey, "ctrl"}, {shiftKey, "shift"}, {optionKey, "alt"}};
 
-// The Shift of a capital is in its name.
+// The name of a capital implies its Shift.
 std::uint16_t heldFor(const Input &key)
 {
     return namedKeys.contains(key.character) ? key.modifiers
@@ -93,7 +93,8 @@ WindowSeat::WindowSeat(const std::vector<Screen> &screens)
 
 void WindowSeat::findWindow()
 {
-    // The one window of this display: ours, or that of the compositor we are in.
+    // The only window on this display: the program's, or the compositor's that
+    // it runs in.
     windowId_ = ask("search --sync --onlyvisible --class '.*'");
     windowId_ = windowId_.substr(windowId_.rfind('\n') + 1);
     ask("windowfocus " + windowId_);
@@ -182,7 +183,7 @@ bool WindowSeat::carryOut(const Input &meant)
         holdModifiers(0);
         hands_->key(keyName(meant.character), modifierNames(heldFor(meant)));
         return true;
-    case Kind::keyUp: return false;   // went with keyDown
+    case Kind::keyUp: return false;   // done with keyDown
     default: throw std::runtime_error("no hand can do that at a window");
     }
 }

@@ -1,6 +1,6 @@
 // A seat for the scripted user at a real window: what the hand means to do is
-// done by xdotool at the display, and what the program gets is what came of it
-// through the window system. Time is real.
+// done by xdotool on the display, and the program gets what comes of it through
+// the window system. Time is real.
 #pragma once
 
 #include <deque>
@@ -13,7 +13,7 @@
 
 namespace desktop {
 
-// One screen only; std::invalid_argument for more.
+// One display only; std::invalid_argument for more.
 class WindowSeat : public toolbox::HeadlessMachine {
 public:
     explicit WindowSeat(const std::vector<toolbox::Screen> &screens);
@@ -39,11 +39,12 @@ public:
 
 private:
     void findWindow();
-    // Moves real hands; true when the window system will answer with an input
+    // Moves real hands; true when the window system will respond with an input
     // of that kind.
     bool carryOut(const toolbox::Input &meant);
     void holdModifiers(std::uint16_t wanted);
-    // What came of it; std::runtime_error when nothing did for long.
+    // The input that came of it; std::runtime_error when none came for a long
+    // time.
     toolbox::Input whatCameOf(const toolbox::Input &meant);
 
     std::unique_ptr<toolbox::Desktop> window_;

@@ -23,7 +23,7 @@ constexpr auto patience = std::chrono::seconds(20);
 
 class InWindow : public ::testing::Test {
 protected:
-    // What the display shows of the window once it has shown all.
+    // What the display shows of the window once all has been shown.
     Picture shown(WindowSeat &seat)
     {
         seat.passTicks(6);
@@ -32,7 +32,7 @@ protected:
         return toolbox::readPng(file);
     }
 
-    // What it shows of the settings dialog on such a screen.
+    // What it shows of the settings dialog on such a display.
     Picture shownSettings(const Screen &screen)
     {
         WindowSeat seat({screen});
@@ -66,7 +66,8 @@ protected:
         return toolbox::utf8FromPascal(text);
     }
 
-    // Lets the dialog take keys until its text is that, or for long.
+    // Lets the dialog take keys until its text is the wanted one or patience
+    // runs out.
     static void expectText(Sitting &sitting, const std::string &wanted, int patience = 200)
     {
         sitting.user.then([&sitting, wanted, patience] {
@@ -90,7 +91,7 @@ protected:
         return picture;
     }
 
-    // Until it is so, while the window goes on.
+    // Waits until the test is true, while the window keeps running.
     static bool comesTrue(WindowSeat &seat, const std::function<bool()> &test)
     {
         const auto end = std::chrono::steady_clock::now() + patience;
@@ -106,7 +107,7 @@ protected:
 
 }  // namespace
 
-TEST_F(InWindow, ShowsWhatTheHeadlessScreenShows)
+TEST_F(InWindow, ShowsWhatTheHeadlessDisplayShows)
 {
     for (int scale : {1, 2})
         for (int depth : {32, 8, 1}) {
@@ -161,7 +162,7 @@ TEST_F(InWindow, OtherProgramsTextsKeepTheirAccents)
     });
 }
 
-// Keys by their place: what they give is the layout's.
+// Keys by their position: the layout decides what they type.
 TEST_F(InWindow, LayoutAndDeadKeysGiveTheirCharacters)
 {
     setenv("LC_ALL", "C.UTF-8", 1);
@@ -179,7 +180,7 @@ TEST_F(InWindow, LayoutAndDeadKeysGiveTheirCharacters)
     });
 }
 
-TEST_F(InWindow, OnWaylandShowsWhatTheHeadlessScreenShows)
+TEST_F(InWindow, OnWaylandShowsWhatTheHeadlessDisplayShows)
 {
     const Screen there = screenOf(640, 480, 8);
     Weston weston(640, 480);

@@ -161,7 +161,7 @@ TEST_F(KeyboardTest, CommandGivesThePlainLetterOfTheLayout)
 TEST_F(KeyboardTest, CommandOnALayoutWithoutLatinLettersGivesTheLatinOne)
 {
     EXPECT_EQ(tapped(SDL_SCANCODE_C, 0x441, KMOD_LCTRL), "down:c/08+c up:c/08+c");
-    // Mac OS Roman has pi, but no command is called that.
+    // Mac OS Roman has pi, but no command has it as its key.
     EXPECT_EQ(tapped(SDL_SCANCODE_P, 0x3C0, KMOD_LCTRL), "down:p/23+c up:p/23+c");
 }
 

@@ -35,7 +35,7 @@ protected:
         dlclose(xlib_);
     }
 
-    // As Xlib calls whoever handles errors now.
+    // Calls the current error handler, as Xlib does.
     void errorArrives(unsigned char code)
     {
         Handler now = setHandler_(nullptr);

@@ -1,4 +1,4 @@
-// The whole machine over SDL's own drivers without a display.
+// The whole machine on SDL's own drivers, without a display.
 #include "desktop/desktop_machine.h"
 
 #include <cstdlib>
@@ -46,7 +46,7 @@ protected:
             all += (all.empty() ? "" : " ") + described(*input);
         return all;
     }
-    // The next input, waited for as long as it takes.
+    // The next input; waits for it, up to 100 times 60 ticks.
     std::string awaited()
     {
         for (int i = 0; i < 100; ++i)
@@ -76,7 +76,7 @@ Picture filled(int width, int height, std::uint32_t value)
     return {width, height, std::vector<std::uint32_t>(std::size_t(width) * height, value)};
 }
 
-TEST_F(DesktopMachineTest, OneScreenOfTheSizeAskedFor)
+TEST_F(DesktopMachineTest, OneDisplayOfTheSizeAskedFor)
 {
     open({.width = 640, .height = 480, .depth = 8});
     const auto screens = machine->screens();
@@ -106,7 +106,7 @@ TEST_F(DesktopMachineTest, EnvironmentNamesTheScale)
     EXPECT_EQ(machine->screens()[0].bounds.right, 512);
 }
 
-TEST_F(DesktopMachineTest, NoWindowIsSmallerThanTheSmallestScreen)
+TEST_F(DesktopMachineTest, NoWindowIsSmallerThanTheSmallestDisplay)
 {
     open({.width = 100, .height = 100});
     EXPECT_EQ(machine->screens()[0].bounds.right, 512);
@@ -162,7 +162,7 @@ TEST_F(DesktopMachineTest, QuitIsAnInput)
     EXPECT_EQ(taken(), "quit");
 }
 
-TEST_F(DesktopMachineTest, SeveralSizesGiveOneNewScreen)
+TEST_F(DesktopMachineTest, SeveralSizesGiveOneNewDisplay)
 {
     for (int width = 700; width <= 720; width += 10)
         SDL_SetWindowSize(window(), width, 500);
@@ -172,7 +172,7 @@ TEST_F(DesktopMachineTest, SeveralSizesGiveOneNewScreen)
     EXPECT_EQ(taken(), "");
 }
 
-TEST_F(DesktopMachineTest, FullScreenKeysAreSeenByNobodyElse)
+TEST_F(DesktopMachineTest, FullScreenKeysGoNoFurther)
 {
     for (auto [place, key, modifiers] : {std::tuple(SDL_SCANCODE_F11, SDLK_F11, 0),
                                          std::tuple(SDL_SCANCODE_RETURN, SDLK_RETURN, int(KMOD_LALT)),
@@ -338,7 +338,7 @@ TEST(OpenDesktopTest, NoDisplayIsSaidInOneLine)
     }
 }
 
-TEST(OpenDesktopTest, DisplayThatDoesNotAnswerIsNamed)
+TEST(OpenDesktopTest, DisplayThatDoesNotRespondIsNamed)
 {
     setenv("SDL_VIDEODRIVER", "there is none", 1);
     try {

@@ -1,4 +1,4 @@
-// What waits to be taken, and the mouse that fills it.
+// The queue of inputs, and the mouse that fills it.
 #include "desktop/input_queue.h"
 #include "desktop/mouse.h"
 #include "desktop_machine/sdl_events.h"
@@ -33,7 +33,7 @@ TEST(InputQueueTest, MovesWithOtherModifiersStayApart)
     EXPECT_EQ(described(queue), "move(1,1) move(2,2)+s");
 }
 
-TEST(InputQueueTest, NewsIsToldOnceUntilItIsTaken)
+TEST(InputQueueTest, NewsIsQueuedOnceUntilItIsTaken)
 {
     InputQueue queue;
     for (int i = 0; i < 2; ++i)
@@ -62,7 +62,7 @@ TEST(MouseTest, PositionsAreQuickDrawsPixels)
     mouse.setRatio(0.5);   // scale 2 on a display without points of its own
     mouse.take(button(SDL_MOUSEBUTTONDOWN, 101, 7), cmdKey);
     EXPECT_EQ(described(queue), "press(50,3)+c");
-    mouse.setRatio(2.0 / 3);   // two pixels a point, shown at scale 3
+    mouse.setRatio(2.0 / 3);   // two pixels per point, shown at scale 3
     mouse.take(move(100, 50), 0);
     EXPECT_EQ(described(queue), "move(66,33)");
 }

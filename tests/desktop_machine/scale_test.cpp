@@ -17,7 +17,7 @@ TEST(ScaleTest, WindowSystemsRatioThenToolkitsThenDensity)
     EXPECT_EQ(chooseScale({.dotsPerInch = 192}), 2);
 }
 
-TEST(ScaleTest, DensityGivesOneForEach96DotsAnInch)
+TEST(ScaleTest, DensityGivesOneForEach96DotsPerInch)
 {
     EXPECT_EQ(chooseScale({.dotsPerInch = 0}), 1);
     EXPECT_EQ(chooseScale({.dotsPerInch = 72}), 1);
@@ -33,7 +33,7 @@ TEST(ScaleTest, RatiosBetweenAreRounded)
     EXPECT_EQ(chooseScale({.pixelsPerPoint = 1.5}), 2);
 }
 
-TEST(ScaleTest, TextThatIsNoScaleIsPassedOver)
+TEST(ScaleTest, TextThatIsNoScaleIsIgnored)
 {
     for (const char *text : {"", "0", "-2", "two", "2x", "99999999999999999999"})
         EXPECT_EQ(chooseScale({.environment = text, .toolkitScale = text, .dotsPerInch = 192}), 2) << text;

@@ -1,4 +1,4 @@
-// SDL's events as a window would send them, and inputs as a line to read.
+// SDL's events as a window would send them, and inputs as a line of text.
 #pragma once
 
 #include <SDL.h>

@@ -1,5 +1,5 @@
-// The documents name files that are there, and the boundary header says the
-// same things of each call.
+// The files that the documents name exist, and the boundary header describes
+// each call under the same headings.
 #include "support/documents.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ std::vector<fs::path> documents()
     return found;
 }
 
-// Without what is set off as code by four blanks.
+// Without code, which is indented by four blanks.
 std::string proseOf(const fs::path &document)
 {
     std::istringstream lines(sourceText(fs::relative(document, kRoot).string()));
@@ -45,7 +45,8 @@ std::vector<std::string> linksIn(const std::string &text)
 }
 
 // Whether a text between backquotes is meant as a path in this tree: it begins
-// with a folder of it. (Files that a how-to has you write are in bold.)
+// with one of the tree's folders. (Files that a how-to has you write are in
+// bold.)
 bool isPath(const std::string &text)
 {
     static const std::regex path(
@@ -61,7 +62,7 @@ bool matchesName(const std::string &name, const std::string &pattern)
     return std::regex_match(name, std::regex(expression));
 }
 
-// A path, one with stars in its last part, or a header as it is included.
+// For a path, perhaps with stars in its last part, or a header as it is included.
 bool isThere(const std::string &text)
 {
     for (const char *folder : {"", "toolbox/include", "include", "host", "toolbox", "tests"}) {

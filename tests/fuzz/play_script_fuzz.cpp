@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "play/screens.h"
+#include "play/displays.h"
 #include "play/script.h"
 #include "toolbox/host/user.h"
 
@@ -29,10 +29,11 @@ std::string written(const riders::play::ScriptLine &line)
     return text;
 }
 
-void checkScreens(const std::string &text)
+void checkDisplays(const std::string &text)
 {
-    for (const toolbox::Screen &screen : riders::play::screensFromText(text))
-        if (!riders::play::isDepth(screen.depth) || screen.scale < 1 || screen.scale > riders::play::largestScale)
+    for (const toolbox::Screen &display : riders::play::screensFromText(text))
+        if (!riders::play::isDepth(display.depth) || display.scale < 1 ||
+            display.scale > riders::play::largestScale)
             abort();
 }
 
@@ -41,7 +42,7 @@ void checkScreens(const std::string &text)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const std::string text(reinterpret_cast<const char *>(data), size);
-    checkScreens(text);
+    checkDisplays(text);
     try {
         int last = 0;
         for (const riders::play::ScriptLine &line : riders::play::splitScript(text)) {

@@ -25,11 +25,11 @@ protected:
         writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n");
     }
     // Runs until the program ends by itself.
-    void run(const std::filesystem::path &job = {}, std::optional<riders::app::ScreenSettings> screen = {})
+    void run(const std::filesystem::path &job = {}, std::optional<riders::app::DisplaySettings> display = {})
     {
         std::filesystem::path built = RIDERS_BINARY_DIR;
         try {
-            riders::app::Application({built / "riders", built / "riders.so", job}, std::move(screen)).run();
+            riders::app::Application({built / "riders", built / "riders.so", job}, std::move(display)).run();
         } catch (const toolbox::ScriptError &error) {
             ADD_FAILURE() << error.message;
         }

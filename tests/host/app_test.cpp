@@ -175,8 +175,8 @@ TEST_F(App, ScreenMenuOffersWhatTheMachineDoes)
 {
     bool full = false;
     int bits = 8;
-    riders::app::ScreenSettings screen{[&] { return full; }, [&](bool wanted) { full = wanted; },
-                                       [&] { return bits; }, [&](int wanted) { bits = wanted; }};
+    riders::app::DisplaySettings display{[&] { return full; }, [&](bool wanted) { full = wanted; },
+                                         [&] { return bits; }, [&](int wanted) { bits = wanted; }};
     user.chooseFromBar("Screen", "Full Screen");
     user.chooseFromBar("Screen", "4 Colors");
     user.then([&] {
@@ -191,7 +191,7 @@ TEST_F(App, ScreenMenuOffersWhatTheMachineDoes)
         EXPECT_EQ(mark, 0x12) << "as it was when the menu was last opened";
     });
     quitByMenu();
-    run({}, screen);
+    run({}, display);
     EXPECT_TRUE(full);
     EXPECT_EQ(bits, 32);
 }

@@ -1,23 +1,23 @@
-// `riders play`: the mouse bit by bit, keys held, screens that change.
+// `riders play`: the mouse bit by bit, keys held, displays that change.
 #include "host/play_fixture.h"
-#include "play/screens.h"
+#include "play/displays.h"
 #include "toolbox/host/picture.h"
 
 namespace {
 
 namespace play = riders::play;
 
-// The settings dialog on a small screen; the angle's popup is item 5.
-const char *const onSmallScreen = "start\ncommand 0\n";
-const std::vector<std::string> smallScreen = {"--screen", "512x342x8"};
+// The settings dialog on a small display; the angle's popup is item 5.
+const char *const onSmallDisplay = "start\ncommand 0\n";
+const std::vector<std::string> smallDisplay = {"--screen", "512x342x8"};
 
 }  // namespace
 
 TEST_F(Play, TheMouseIsHeldWhileAMenuIsLookedAt)
 {
     CommandResult result =
-        play(std::string(onSmallScreen) + "hold 5\npicture first\nmove 250 48\npicture second\nup\nkey escape\n",
-             smallScreen);
+        play(std::string(onSmallDisplay) + "hold 5\npicture first\nmove 250 48\npicture second\nup\nkey escape\n",
+             smallDisplay);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(firstNotTraced({"popup 16137 opened at item 6", "picture \"first.png\"", "picture \"second.png\"",
                               "popup 16137 gave", "dialog 16300 closed"}),
@@ -29,11 +29,12 @@ TEST_F(Play, TheMouseIsHeldWhileAMenuIsLookedAt)
 
 TEST_F(Play, PressMoveAndReleaseAtPointsAreADrag)
 {
-    const std::string byHand = std::string(onSmallScreen) + "down 300 115\nmove 300 131\nup 300 147\nkey escape\n";
-    const std::string atOnce = std::string(onSmallScreen) + "drag 300 115 300 147\nkey escape\n";
+    const std::string byHand =
+        std::string(onSmallDisplay) + "down 300 115\nmove 300 131\nup 300 147\nkey escape\n";
+    const std::string atOnce = std::string(onSmallDisplay) + "drag 300 115 300 147\nkey escape\n";
     for (const std::string &script : {byHand, atOnce}) {
         std::filesystem::remove_all(folder / "preferences");
-        CommandResult result = play(script, smallScreen);
+        CommandResult result = play(script, smallDisplay);
         EXPECT_EQ(result.err, "");
         EXPECT_TRUE(traced("popup 16137 gave 8")) << trace();
     }
@@ -41,13 +42,13 @@ TEST_F(Play, PressMoveAndReleaseAtPointsAreADrag)
 
 TEST_F(Play, AHeldButtonIsNotPressedAgain)
 {
-    EXPECT_NE(play(std::string(onSmallScreen) + "hold 5\npress 2\n")
+    EXPECT_NE(play(std::string(onSmallDisplay) + "hold 5\npress 2\n")
                   .err.find("session.play:4: the mouse button is held down"),
               std::string::npos);
-    EXPECT_NE(play(std::string(onSmallScreen) + "up 10 10\n")
+    EXPECT_NE(play(std::string(onSmallDisplay) + "up 10 10\n")
                   .err.find("session.play:3: the mouse button is not held down"),
               std::string::npos);
-    EXPECT_NE(play(std::string(onSmallScreen) + "hold 5\n").err.find("session.play:3: the script ended"),
+    EXPECT_NE(play(std::string(onSmallDisplay) + "hold 5\n").err.find("session.play:3: the script ended"),
               std::string::npos);
 }
 
@@ -60,7 +61,7 @@ TEST_F(Play, AHeldKeyRepeats)
         << "one and four more are gone";
 }
 
-TEST_F(Play, ScreensChangeWhileADialogIsOpen)
+TEST_F(Play, DisplaysChangeWhileADialogIsOpen)
 {
     CommandResult result = play("start\ncommand 0\npicture usual\nresize 800 600\npicture large\n"
                                 "screens 640x480x8+300x200x1\npicture two screen 2\nkey escape\n");
@@ -95,14 +96,14 @@ TEST_F(Play, APictureOfTheDialogIsCutOut)
     EXPECT_EQ(part.height, 252 + 14 + 18) << "and the title bar";
 }
 
-TEST_F(Play, APictureNeedsItsScreen)
+TEST_F(Play, APictureNeedsItsDisplay)
 {
     EXPECT_NE(play("start\ncommand 0\npicture x screen 2\n").err.find("session.play:3: there is no screen 2"),
               std::string::npos);
     EXPECT_NE(play("start\npicture x dialog\n").err.find("session.play:2: no dialog is open"), std::string::npos);
 }
 
-TEST_F(Play, WrongScreensAreFoundBeforeAnythingIsDone)
+TEST_F(Play, WrongDisplaysAreFoundBeforeAnythingIsDone)
 {
     for (const char *step : {"resize 10 400", "resize 400", "scale 0", "scale 4", "screens 640x480", "screens",
                              "repeat x", "repeat x 0", "move 1", "drag 1 2 3", "picture x screen 0"}) {
@@ -113,7 +114,7 @@ TEST_F(Play, WrongScreensAreFoundBeforeAnythingIsDone)
     }
 }
 
-TEST_F(Play, WhatCannotBeDraggedComesUpOnAScreenThatIsThere)
+TEST_F(Play, WhatCannotBeDraggedComesUpOnADisplayThatIsThere)
 {
     const std::string leave = "start\ncommand 0\ndrag 300 98 1000 200\npress 2\n";
     CommandResult result = play(leave + "screens 480x320x8\ncommand 0\nkey return\ncancel-file\n",
@@ -129,7 +130,7 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
 {
     CommandResult result = play("start\ncommand 0\nchoose 4 Other...\nkey escape\nchoose 4 2\nchoose 4 20\n"
                                 "choose 4 1\nkey escape\n",
-                                smallScreen);
+                                smallDisplay);
     EXPECT_EQ(result.err, "") << "21 items do not fit on 342 pixels";
     EXPECT_EQ(firstNotTraced({"popup 16136 gave 21", "popup 16136 gave 2", "popup 16136 gave 20",
                               "popup 16136 gave 1", "dialog 16300 closed"}),
@@ -137,31 +138,31 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
         << trace();
 }
 
-TEST(Screens, AreReadFromLeftToRight)
+TEST(Displays, AreReadFromLeftToRight)
 {
-    auto screens = play::screensFromText("640x480x8+1024x768x1");
-    ASSERT_EQ(screens.size(), 2u);
-    EXPECT_EQ(screens[0].bounds.right, 640);
-    EXPECT_EQ(screens[0].depth, 8);
-    EXPECT_EQ(screens[1].bounds.left, 640);
-    EXPECT_EQ(screens[1].bounds.right, 1664);
-    EXPECT_EQ(screens[1].bounds.bottom, 768);
-    EXPECT_EQ(screens[1].depth, 1);
-    EXPECT_EQ(screens[1].scale, 1);
+    auto displays = play::screensFromText("640x480x8+1024x768x1");
+    ASSERT_EQ(displays.size(), 2u);
+    EXPECT_EQ(displays[0].bounds.right, 640);
+    EXPECT_EQ(displays[0].depth, 8);
+    EXPECT_EQ(displays[1].bounds.left, 640);
+    EXPECT_EQ(displays[1].bounds.right, 1664);
+    EXPECT_EQ(displays[1].bounds.bottom, 768);
+    EXPECT_EQ(displays[1].depth, 1);
+    EXPECT_EQ(displays[1].scale, 1);
 }
 
-TEST(Screens, HaveAScaleWhenOneIsTold)
+TEST(Displays, HaveAScaleWhenOneIsGiven)
 {
-    auto screens = play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
-    ASSERT_EQ(screens.size(), 3u);
-    EXPECT_EQ(screens[0].scale, 2);
-    EXPECT_EQ(screens[0].bounds.right, 640);
-    EXPECT_EQ(screens[1].scale, 1);
-    EXPECT_EQ(screens[2].scale, 3);
-    EXPECT_EQ(screens[2].bounds.left, 940);
+    auto displays = play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
+    ASSERT_EQ(displays.size(), 3u);
+    EXPECT_EQ(displays[0].scale, 2);
+    EXPECT_EQ(displays[0].bounds.right, 640);
+    EXPECT_EQ(displays[1].scale, 1);
+    EXPECT_EQ(displays[2].scale, 3);
+    EXPECT_EQ(displays[2].bounds.left, 940);
 }
 
-TEST(Screens, WhatDoesNotReadSoIsRefused)
+TEST(Displays, AnyOtherTextIsRefused)
 {
     for (const char *text :
          {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8", "640x99999x8",

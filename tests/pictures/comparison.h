@@ -1,4 +1,4 @@
-// How a picture differs from the one that is kept of the same moment.
+// How a picture differs from the one that is kept for the same moment.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 #include "toolbox/host/machine.h"
 
 struct PictureDifference {
-    int pixels = 0;   // how many differ; those that only one picture has count
+    int pixels = 0;   // how many differ, including those that only one picture has
     // The first one, rows from the top; what only one picture has comes last.
     int h = 0, v = 0;
     std::uint32_t expected = 0, actual = 0;

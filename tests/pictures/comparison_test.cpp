@@ -1,4 +1,4 @@
-// The comparing of pictures, shown to find what it is there to find.
+// The comparison of pictures finds what it is meant to find.
 #include <gtest/gtest.h>
 
 #include "pictures/comparison.h"
@@ -38,7 +38,7 @@ TEST(Comparison, EqualPicturesDoNotDiffer)
     EXPECT_EQ(found.text(), "no pixel differs");
 }
 
-TEST(Comparison, TellsHowManyDifferAndTheFirstWithBothValues)
+TEST(Comparison, ReportsHowManyDifferAndTheFirstWithBothValues)
 {
     toolbox::Picture now = plainPicture(4, 3);
     now.pixels[4 * 1 + 2] = 0x123456;
@@ -48,7 +48,7 @@ TEST(Comparison, TellsHowManyDifferAndTheFirstWithBothValues)
     EXPECT_EQ(found.text(), "2 of 12 pixels differ, the first at 2,1: kept 0xFFFFFF, now 0x123456");
 }
 
-TEST(Comparison, TellsSizesThatDiffer)
+TEST(Comparison, ReportsSizesThatDiffer)
 {
     EXPECT_EQ(comparison(plainPicture(4, 3), plainPicture(5, 2)).text(),
               "kept 4x3, now 5x2; 6 of 15 pixels differ");

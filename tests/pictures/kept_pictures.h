@@ -16,7 +16,7 @@ public:
     // Compares the kept picture of that name with the PNG. Empty when they are
     // the same; otherwise what differs, in words, and NAME.expected.png,
     // NAME.actual.png and NAME.difference.png lie in the leavings. A picture
-    // that is not kept is a difference; none is ever kept from here.
+    // that is not kept is a difference; none is ever added here.
     std::string difference(const std::string &name, const std::filesystem::path &actual) const;
 
 private:

@@ -38,8 +38,8 @@ std::vector<toolbox::Screen> screensOf(const fs::path &script)
     std::string line;
     std::getline(in, line);
     const std::vector<std::string> words = kept::wordsOf(line);
-    bool told = words.size() == 3 && words[0] == "#" && words[1] == "screens:";
-    return riders::play::screensFromText(told ? words[2] : "640x480x8");
+    bool given = words.size() == 3 && words[0] == "#" && words[1] == "screens:";
+    return riders::play::screensFromText(given ? words[2] : "640x480x8");
 }
 
 std::vector<std::string> picturesOf(const fs::path &script)
@@ -87,5 +87,5 @@ TEST(KeptPictureFiles, EachIsTakenByOneScript)
             EXPECT_TRUE(takenBy.emplace(name, script).second)
                 << name << " is taken by " << takenBy[name] << " and " << script;
     for (const fs::directory_entry &entry : fs::directory_iterator(scripts / "expected"))
-        EXPECT_TRUE(takenBy.count(entry.path().stem())) << "nobody takes " << entry.path();
+        EXPECT_TRUE(takenBy.count(entry.path().stem())) << "no script takes " << entry.path();
 }

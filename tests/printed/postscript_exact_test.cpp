@@ -1,4 +1,4 @@
-// How near the dots on the page come to the frequency, angle, ink and shape asked for.
+// How close the dots on the page come to the frequency, angle, ink and shape asked for.
 #include <bit>
 #include <cmath>
 
@@ -48,7 +48,7 @@ protected:
         const double frequency = std::stod(GetParam().frequency), angle = std::stod(GetParam().angle);
         EXPECT_NEAR(reading.frequency, frequency, 0.004 * frequency);
         EXPECT_LT(std::abs(std::remainder(reading.angle - angle, 90)), 0.3) << reading.angle;
-        EXPECT_LT(reading.beat.strength, 0.35) << reading.beat.frequency << " a inch";
+        EXPECT_LT(reading.beat.strength, 0.35) << reading.beat.frequency << " per inch";
     }
 
     TemporaryFolder folder;
@@ -65,7 +65,7 @@ TEST_P(ScreenExact, Tint)
     }
 }
 
-// An image is screened in another way, which must come out alike.
+// An image is screened in another way, which must give the same.
 TEST_P(ScreenExact, Image)
 {
     const auto reading = read("216 216 scale 2 2 8 [2 0 0 -2 0 2] {<80808080>} image");
@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Pairs, ScreenExact,
 
 class ScreenOfWholePixels : public ScreenExact {};
 
-// Of equal values the same ones are inked everywhere, but for the last few pixels.
+// Of equal values the same ones are inked everywhere, except for the last few pixels.
 TEST_P(ScreenOfWholePixels, HasCellsThatAreAlike)
 {
     EXPECT_GT(read("0.75 setgray 0 0 216 216 rectfill").evenness, 0.97);
@@ -103,7 +103,7 @@ TEST(ScreenTooCoarse, GetsTheNearestThereIs)
     EXPECT_NEAR(page.share(0, 0, page.width, page.height), 0.5, 0.1);  // some four cells
 }
 
-// As good as upright, so that the best supercell would be many times the same few pixels.
+// Practically upright, so that the best supercell would be many times the same few pixels.
 TEST(ScreenNextToUpright, InksTintsOfSeveralInks)
 {
     TemporaryFolder folder;
@@ -114,14 +114,14 @@ TEST(ScreenNextToUpright, InksTintsOfSeveralInks)
                                        "page", "-sDEVICE=tiffsep1 -r600 -g900x900 -sCompression=none");
     EXPECT_EQ(result.output + result.errors, "");
     const std::string plate = contentsOf(folder / "page(Black).tif");
-    size_t white = 0;  // one bit a pixel; the file's own bytes are few
+    size_t white = 0;  // one bit per pixel; the file's other bytes are few
     for (unsigned char byte : plate)
         white += static_cast<size_t>(std::popcount(byte));
     EXPECT_NEAR(static_cast<double>(white) / (900 * 904), 0.3, 0.01);
 }
 
 // What an older interpreter lacks is hidden: the fragment looks into a dictionary
-// without it, and meets a trap where it uses it all the same.
+// without it, and meets a trap if it uses it nevertheless.
 std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names,
                                  const std::string &changed)
 {

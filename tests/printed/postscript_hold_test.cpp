@@ -93,31 +93,31 @@ std::string outputOf(const std::string &job, const std::string &options = "-sDEV
 
 TEST(ScreenKept, WhatWasNotChosenIsTheJobs)
 {
-    const std::string tell = "80 15 {pop} setscreen currentscreen type = = =\n"
-                             "<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> sethalftone\n"
-                             "currentscreen type = = =\n";
-    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "60"}) + tell),
+    const std::string query = "80 15 {pop} setscreen currentscreen type = = =\n"
+                              "<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> sethalftone\n"
+                              "currentscreen type = = =\n";
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "60"}) + query),
               "arraytype\n15.0\n60.0\narraytype\n5.0\n60.0\n");
-    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.angle = "45"}) + tell),
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.angle = "45"}) + query),
               "arraytype\n45.0\n80.0\narraytype\n45.0\n33.0\n");
 }
 
-// In procedures of the job's, also in those within them, in dictionaries that are in use or not.
-TEST(ScreenKept, AlsoWhereTheJobBoundTheOperatorsBefore)
+// In the job's procedures and in those within them, in dictionaries that are in use and in others.
+TEST(ScreenKept, EvenWhereTheJobBoundTheOperatorsBefore)
 {
-    const std::string tell = "currentscreen pop = =\n";
+    const std::string query = "currentscreen pop = =\n";
     EXPECT_EQ(outputOf("%!PS\n/one {80 30 {pop} setscreen} bind readonly def\n"
                        "true setpacking /two {true {true {70 20 {pop} setscreen} if} if} bind def "
                        "false setpacking\n"
                        "/later 5 dict def later begin /three {4 {60 9 {pop}} repeat setcolorscreen} bind def end\n"
                        "5 dict begin /four {<< /HalftoneType 1 /Frequency 33 /Angle 5 /SpotFunction {pop} >> "
                        "sethalftone} bind def\n" +
-                       composeRiders(chosen()) + "one " + tell + "two " + tell + "later begin three end " + tell +
-                       "four " + tell + "count = countdictstack =\n"),
+                       composeRiders(chosen()) + "one " + query + "two " + query + "later begin three end " +
+                       query + "four " + query + "count = countdictstack =\n"),
               "22.5\n47.0\n22.5\n47.0\n22.5\n47.0\n22.5\n47.0\n0\n4\n");
 }
 
-// Else it would call itself for ever.
+// Otherwise it would call itself for ever.
 TEST(ScreenKept, OperatorOfTheJobsOwnStillCallsTheInterpreters)
 {
     EXPECT_EQ(outputOf("%!PS\n/setscreen {exch 1 add exch setscreen} bind def\n" +
@@ -140,25 +140,25 @@ TEST(ScreenKept, FlatnessTouchesNothingElse)
               "80.0\n3.0\noperatortype\noperatortype\noperatortype\noperatortype\n3.0\n");
 }
 
-TEST(ScreenKept, OneMoreThanTheDeviceHasIsSaid)
+TEST(ScreenKept, OneThatTheDeviceCannotReachIsReported)
 {
-    const std::string told =
+    const std::string said =
         outputOf("%!PS\n" + composeRiders({.frequency = "999", .angle = "0", .spotBody = pieceBytes(16128)}));
-    EXPECT_EQ(told,
+    EXPECT_EQ(said,
               "%%[ riders: 999.0 lines per inch at 0.0 degrees cannot be reached; the nearest is 150.0 ]%%\n");
 }
 
-// A dot shape that is none is reported, and leaves the job its own and the stacks as they were.
+// A dot shape that is not one is reported, and leaves the job its own and the stacks as they were.
 class BadSpot : public ::testing::TestWithParam<const char *> {};
 
 TEST_P(BadSpot, LeavesTheJobItsOwn)
 {
-    const std::string tell =
+    const std::string query =
         "count = countdictstack = currentscreen pop = = currenthalftone /SpotFunction get ==\n";
     const std::string screen = "60 30 {pop} setscreen\n";
     const RidersChoice choice = {.frequency = "50", .spotBody = GetParam()};
     EXPECT_EQ(
-        outputOf("%!PS\n1 (two)\n" + screen + composeRiders(choice) + tell),
+        outputOf("%!PS\n1 (two)\n" + screen + composeRiders(choice) + query),
         "%%[ riders: the dot shape is empty, fails, or gives what is no spot value; the job keeps its own ]%%\n"
         "2\n3\n30.0\n50.0\n{pop}\n");
 }
@@ -171,16 +171,16 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BadSpot,
 
 TEST(SpotBody, MayBeLongOrInBracketsOfItsOwn)
 {
-    const std::string tell = "currentscreen length = pop pop\n";
-    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "50", .spotBody = "{exch pop abs neg}"}) + tell),
+    const std::string query = "currentscreen length = pop pop\n";
+    EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "50", .spotBody = "{exch pop abs neg}"}) + query),
               "4\n");
     EXPECT_EQ(outputOf("%!PS\n" + composeRiders({.frequency = "50", .spotBody = std::string(60000, ' ') + "pop"}) +
-                       tell),
+                       query),
               "1\n");
-    const std::string told =
+    const std::string said =
         outputOf("%!PS\n" + composeRiders({.spotBody = std::string(200000, ' ') + "pop"}) + "(on) =\n");
-    EXPECT_TRUE(told.starts_with("%%[ riders: the dot shape")) << told;
-    EXPECT_TRUE(told.ends_with("on\n")) << told;
+    EXPECT_TRUE(said.starts_with("%%[ riders: the dot shape")) << said;
+    EXPECT_TRUE(said.ends_with("on\n")) << said;
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ protected:
     TemporaryFolder folder;
 };
 
-// The text as the fragment read it, a number a byte.
+// The text as the fragment read it, one number per byte.
 std::string readAnnotation(const std::string &text)
 {
     return composeRiders({.annotation = text}) + "userdict /Zu3_Riders get /riderText get {=} forall (end) =\n";
@@ -72,7 +72,7 @@ TEST_F(PostScriptPage, FlatnessIsSet)
     EXPECT_EQ(outputOf("%!PS\n7 setflat " + composeRiders({.frequency = "12"}) + "currentflat =\n"), "7.0\n");
 }
 
-TEST_F(PostScriptPage, JobsNamesAreNotTouchedNorMetWith)
+TEST_F(PostScriptPage, JobsNamesAreNeitherChangedNorUsed)
 {
     const std::string job = "%!PS\n/add {(job's own add) =} def /riderSpot (job's) def /show 1 def\n" +
                             composeRiders({.frequency = "12",
@@ -125,15 +125,15 @@ TEST_F(PostScriptPage, AnnotationKeepsTheGraphicsStateOfTheJob)
         "2 3 scale 5 setlinewidth 1 setlinecap 2 setlinejoin 4 setmiterlimit [3 1] 2 setdash "
         "9 setflat {dup mul} settransfer 33 11 {pop} setscreen true setoverprint 0.5 setsmoothness "
         "true setstrokeadjust 1 0 0 setrgbcolor /Courier 7 selectfont\n";
-    const std::string tell = "matrix currentmatrix == currentlinewidth = currentlinecap = currentlinejoin = "
-                             "currentmiterlimit = currentdash = == currentflat = currenttransfer == "
-                             "currentscreen == = = currentoverprint = currentsmoothness = currentstrokeadjust = "
-                             "[currentcolor] == currentcolorspace == currentfont /FontName get =\n";
-    EXPECT_EQ(outputOf("%!PS\n" + state + composeRiders({.annotation = "x"}) + tell),
-              outputOf("%!PS\n" + state + tell));
+    const std::string query = "matrix currentmatrix == currentlinewidth = currentlinecap = currentlinejoin = "
+                              "currentmiterlimit = currentdash = == currentflat = currenttransfer == "
+                              "currentscreen == = = currentoverprint = currentsmoothness = currentstrokeadjust = "
+                              "[currentcolor] == currentcolorspace == currentfont /FontName get =\n";
+    EXPECT_EQ(outputOf("%!PS\n" + state + composeRiders({.annotation = "x"}) + query),
+              outputOf("%!PS\n" + state + query));
 }
 
-// Where there is no stack of clips, as on level 2, a clip of straight edges at least.
+// Where there is no stack of clips, as on level 2, at least a clip of straight edges is kept.
 TEST_F(PostScriptPage, AnnotationKeepsClipAndPathOfTheJob)
 {
     const std::string ring = "300 100 60 0 360 arc closepath 300 100 30 0 360 arc closepath eoclip newpath\n";
@@ -185,7 +185,7 @@ TEST_F(PostScriptPage, AnnotationTextIsDataWhateverItsBytes)
         EXPECT_EQ(outputOf("%!PS\n" + readAnnotation(text)), numbers(text)) << text;
 }
 
-TEST_F(PostScriptPage, AnnotationTextsByChanceAreData)
+TEST_F(PostScriptPage, RandomAnnotationTextsAreData)
 {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
@@ -202,7 +202,7 @@ TEST_F(PostScriptPage, AnnotationTextsByChanceAreData)
     EXPECT_EQ(outputOf(job), expected);
 }
 
-// What follows does not depend on the kind of line end that a transfer makes of ours.
+// It does not matter what kind of line ends a transfer makes of those in the riders file.
 TEST_F(PostScriptPage, RidersFileWorksWithOtherLineEnds)
 {
     const std::string riders = composeRiders({.frequency = "12", .annotation = "(x", .errorHandler = true});

@@ -21,7 +21,7 @@ double angleApart(double one, double other, double period)
     return std::abs(std::remainder(one - other, period));
 }
 
-// A cell of so many pixels, averaged over the page.
+// A cell of `side` pixels a side, averaged over the page.
 std::vector<double> averageCell(const Bitmap &page, int side)
 {
     std::vector<double> cell(side * side);
@@ -32,8 +32,8 @@ std::vector<double> averageCell(const Bitmap &page, int side)
     return cell;
 }
 
-// The cell that the formula says, inked from its highest values on; taken at
-// the pixels' middles or corners. Of the values it ends with any may be inked.
+// The cell that the formula gives, inked from its highest values down; taken at
+// the pixels' middles or corners. Pixels of the last value may be inked or not.
 constexpr double kEither = -1;
 std::vector<double> idealCell(const SpotShape &shape, int side, double ink, double offset)
 {
@@ -49,7 +49,7 @@ std::vector<double> idealCell(const SpotShape &shape, int side, double ink, doub
     return value;
 }
 
-// The correlation of two cells, the ideal one moved; but for where it says either.
+// The correlation of two cells, the ideal one moved; without the pixels where it allows either.
 double likenessMoved(const std::vector<double> &cell, const std::vector<double> &ideal, int side, int dx, int dy)
 {
     double n = 0, sum1 = 0, sum2 = 0, both = 0, square1 = 0, square2 = 0;
@@ -64,7 +64,7 @@ double likenessMoved(const std::vector<double> &cell, const std::vector<double> 
     return (both - sum1 * sum2 / n) / std::sqrt((square1 - sum1 * sum1 / n) * (square2 - sum2 * sum2 / n));
 }
 
-// The best of them, whichever way the one is moved against the other.
+// The best of them over all ways to move the one against the other.
 double likenessTo(const SpotShape &shape, const std::vector<double> &cell, int side, double ink)
 {
     double best = -1;
@@ -79,11 +79,11 @@ double likenessTo(const SpotShape &shape, const std::vector<double> &cell, int s
 
 class PostScriptScreen : public ::testing::Test {
 protected:
-    Bitmap print(const RidersChoice &choice, double ink = 0.25, const std::string &told = "")
+    Bitmap print(const RidersChoice &choice, double ink = 0.25, const std::string &output = "")
     {
         const auto result = runGhostscript(folder, tintJob(composeRiders(choice), ink), "page.pbm");
         EXPECT_EQ(result.exitCode, 0) << result.output << result.errors;
-        EXPECT_EQ(result.output + result.errors, told);
+        EXPECT_EQ(result.output + result.errors, output);
         return readBitmap(folder / "page.pbm");
     }
 
@@ -156,13 +156,13 @@ TEST_F(PostScriptScreen, WhatWasNotChosenLeavesTheScreenAlone)
 }
 
 // Prints the kind of spot function, frequency and angle of each plate.
-const std::string kTellScreens = "currentcolorscreen 4 {type 3 1 roll 12 3 roll} repeat 4 {3 1 roll exch =only ( "
-                                 ") print =only ( ) print =} repeat\n";
+const std::string kPrintScreens = "currentcolorscreen 4 {type 3 1 roll 12 3 roll} repeat 4 {3 1 roll exch =only ( "
+                                  ") print =only ( ) print =} repeat\n";
 
 std::string screensAfter(const std::string &before, const RidersChoice &choice)
 {
     TemporaryFolder folder;
-    const std::string job = "%!PS\n" + before + "\n" + composeRiders(choice) + kTellScreens;
+    const std::string job = "%!PS\n" + before + "\n" + composeRiders(choice) + kPrintScreens;
     const auto result = runGhostscript(folder, job, "page.pbm");
     EXPECT_EQ(result.exitCode, 0) << result.output << result.errors;
     return result.output;

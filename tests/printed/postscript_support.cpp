@@ -20,7 +20,7 @@ std::string quoted(const std::filesystem::path &path)
     return "'" + path.string() + "'";
 }
 
-// In place, of a power of two.
+// In place; the size is a power of two.
 void transform(std::vector<Wave> &data, size_t first, size_t stride)
 {
     const size_t n = kWindow;
@@ -60,7 +60,7 @@ std::vector<Wave> windowed(const Bitmap &page)
     return data;
 }
 
-// Strength of the wave with so many periods a window across and down.
+// Strength of the wave with that many periods per window across and down.
 double strength(const std::vector<Wave> &data, double across, double down)
 {
     const Wave stepX = std::polar(1.0, -2 * std::numbers::pi * across / kWindow);
@@ -112,7 +112,7 @@ std::string composeRiders(const RidersChoice &choice)
     return text + pieceBytes(16600);
 }
 
-// The meter's first are those of the menu.
+// The meter's first spot functions are those of the menu.
 const std::vector<SpotShape> kSpotShapes = [] {
     std::vector<SpotShape> shapes;
     for (int id = 16128; id <= 16134; ++id) {

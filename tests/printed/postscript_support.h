@@ -1,5 +1,5 @@
 // For the tests of what a riders file does in an interpreter: riders files put
-// together from the pieces, Ghostscript, and a look at the page it made.
+// together from the pieces, Ghostscript, and the page that it made.
 #pragma once
 
 #include <filesystem>

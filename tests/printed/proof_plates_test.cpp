@@ -106,7 +106,7 @@ const Names kSimple = {
          ".5 setgray 12 70 60 60 rectfill .5 gold 80 70 60 60 rectfill"),
 };
 
-// What paints in more inks at a time, or gets past what takes them apart.
+// What paints in several inks at a time, or bypasses what separates them.
 const Names kOther = {
     page("gsave 80 80 translate 40 40 scale 2 2 8 [2 0 0 2 0 0] {<00112233445566778899aabbccddeeff>} false 4 "
          "colorimage grestore"),
@@ -125,7 +125,7 @@ TEST_F(ProofPlatesTest, InksRenderedApartAreThePlainOnesBitForBit)
     EXPECT_EQ(apart(kSimple), (std::set<size_t>{0, 1, 2, 3, 4}));
 }
 
-TEST_F(ProofPlatesTest, WhatCannotBeTakenApartIsThePlainAsWell)
+TEST_F(ProofPlatesTest, WhatCannotBeSeparatedIsThePlainAsWell)
 {
     expectPlain(kOther);
     const std::set<size_t> found = apart(kOther);

@@ -1,4 +1,4 @@
-// What is refused, what fails, and what is left behind then: nothing.
+// What is refused, what fails, and that nothing is left behind then.
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,7 +17,7 @@ using Names = std::vector<std::string>;
 
 const std::string kTint = ".7 setgray 12 12 120 120 rectfill";
 
-TEST_F(ProofTest, AFailingJobTellsThePageAndTheWords)
+TEST_F(ProofTest, AFailingJobNamesThePageAndTheError)
 {
     const proof::ProofRequest bad = request(smallJob({smallPage(kTint), smallPage("1 0 div")}));
     EXPECT_EQ(proofOf(bad), bad.job.string() + ": page 2: the interpreter said: /undefinedresult in div");
@@ -58,7 +58,7 @@ TEST_F(ProofTest, AJobReadsAndWritesNoFiles)
     EXPECT_EQ(contentsOf(folder / "mine"), "precious");
 }
 
-TEST_F(ProofTest, ALockedPdfIsToldFromAnEmptyOne)
+TEST_F(ProofTest, ALockedPdfIsDistinguishedFromAnEmptyOne)
 {
     writeFile(folder / "open.ps", smallJob({smallPage(kTint)}));
     const CommandResult locked = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite",
@@ -185,7 +185,7 @@ TEST_F(ProofTest, CtrlCLeavesNothingBehind)
     }
 }
 
-TEST_F(ProofTest, TheCommandTellsWhereThePageIsAndDrawsNoBarIntoAFile)
+TEST_F(ProofTest, TheCommandSaysWhereThePageIsAndDrawsNoBarIntoAFile)
 {
     request(smallJob({smallPage(kTint)}));
     const CommandResult made = runRiders({"proof", "job.ps", "--dpi", "300"}, "", folder.path());
@@ -199,7 +199,7 @@ TEST_F(ProofTest, TheCommandTellsWhereThePageIsAndDrawsNoBarIntoAFile)
     EXPECT_EQ(runRiders({"proof", "job.ps", "--dpi", "50"}, "", folder.path()).status, 2);
 }
 
-TEST_F(ProofTest, AtATerminalABarTellsHowFarItIs)
+TEST_F(ProofTest, AtATerminalABarShowsHowFarItIs)
 {
     request(smallJob({smallPage(kTint)}));
     const CommandResult run = runProgram(

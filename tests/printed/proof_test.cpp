@@ -52,7 +52,7 @@ TEST_F(ProofTest, SpotInksDoNotChangeTheProcessPlates)
     for (size_t i = 0; i < plates.size(); ++i)
         EXPECT_EQ(readFilm(out / ("films/page-1-" + plates[i] + ".tif")).bits.bits, plain[i].bits) << plates[i];
     EXPECT_GT(readFilm(out / "films/page-1-warm-red.tif").ink(), 0.001);
-    // Magenta and yellow on each other.
+    // Magenta and yellow over each other.
     EXPECT_NE(contentsOf(out / "proof.html").find("background:#e60000\"></span>Warm Red"), std::string::npos);
 }
 
@@ -87,7 +87,7 @@ TEST_F(ProofTest, OnlyThePagesAskedFor)
     EXPECT_EQ(contentsOf(out / "proof.html"), page);
 }
 
-TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
+TEST_F(ProofTest, TheJobsOwnScreenIsReportedForEachPage)
 {
     proof::ProofRequest all = request(smallJob({smallPage(kBlackTint, 50, 30), smallPage(kBlackTint, 60, 75)}));
     all.cores = 2;
@@ -98,8 +98,8 @@ TEST_F(ProofTest, TheJobsOwnScreenIsToldForEachPage)
     EXPECT_NE(page.find("60&nbsp;lpi, 75°</span>, Round<small>by the job", first), std::string::npos);
 }
 
-// Asked for and measured, where cells are large enough to tell.
-TEST_F(ProofTest, TheShapeOfTheDotsIsTold)
+// Asked for, and measured where cells are large enough.
+TEST_F(ProofTest, TheShapeOfTheDotsIsReported)
 {
     const auto shaped = [](const std::string &shape, int lpi) {
         return "<</PageSize [144 144]>> setpagedevice " + std::to_string(lpi) + " 30 {" + shape +
@@ -108,16 +108,16 @@ TEST_F(ProofTest, TheShapeOfTheDotsIsTold)
     const std::string page =
         pageOf(smallJob({shaped("exch pop abs neg", 30), shaped("abs exch abs 2 copy lt {exch} if pop neg", 30),
                          shaped("dup mul exch dup mul add 1 exch sub", 60)}));
-    const auto told = [&page](const std::string &by, size_t from) {
+    const auto cell = [&page](const std::string &by, size_t from) {
         const size_t at = page.find(by, page.find("</span>Black", page.find("id=\"page-" + std::to_string(from))));
         return page.substr(at, page.find("</td>", at) - at);
     };
-    EXPECT_NE(told("Asked for\">", 1).find(", Line<small>by the job"), std::string::npos) << page;
-    EXPECT_NE(told("Measured\">", 1).find(", Line<small>"), std::string::npos);
-    EXPECT_NE(told("Asked for\">", 2).find(", Square<small>by the job"), std::string::npos);
-    EXPECT_NE(told("Measured\">", 2).find(", Square<small>"), std::string::npos);
-    EXPECT_NE(told("Asked for\">", 3).find(", Round<small>by the job"), std::string::npos);
-    EXPECT_NE(told("Measured\">", 3).find("<small>shape not told</small>"), std::string::npos);
+    EXPECT_NE(cell("Asked for\">", 1).find(", Line<small>by the job"), std::string::npos) << page;
+    EXPECT_NE(cell("Measured\">", 1).find(", Line<small>"), std::string::npos);
+    EXPECT_NE(cell("Asked for\">", 2).find(", Square<small>by the job"), std::string::npos);
+    EXPECT_NE(cell("Measured\">", 2).find(", Square<small>"), std::string::npos);
+    EXPECT_NE(cell("Asked for\">", 3).find(", Round<small>by the job"), std::string::npos);
+    EXPECT_NE(cell("Measured\">", 3).find("<small>shape not told</small>"), std::string::npos);
 }
 
 TEST_F(ProofTest, WithARidersFile)

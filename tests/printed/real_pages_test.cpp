@@ -1,4 +1,4 @@
-// Jobs as programs write them, with an annotation put in: it is where it belongs, and the rest of the page is
+// Jobs as programs write them, with an annotation added: it is where it belongs, and the rest of the page is
 // what it was.
 #include "apply/apply.h"
 #include "printed/postscript_support.h"
@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 struct Written {
     const char *name;
     std::vector<std::string> command;
-    int turns = 0;  // quarter turns to the left that its pages are read after
+    int turns = 0;  // quarter turns to the left after which its pages are read
 };
 
 const std::vector<Written> kWritten = {
@@ -31,7 +31,7 @@ struct Box {
     int left, bottom, right, top;  // in points from the sheet's lower left corner
 };
 
-// Of what is on one page and not on the other.
+// The box of what is on one page and not on the other.
 Box differenceOf(const Bitmap &one, const Bitmap &other)
 {
     Box box = {1 << 20, 1 << 20, -1, -1};

@@ -20,7 +20,7 @@ struct Film {
     const char *options;
     int dpi;
     double frequencyError, angleError;  // at most, %, degrees
-    size_t step = 1;                    // of the pairs every so many
+    size_t step = 1;                    // only every so many pairs
 };
 
 std::ostream &operator<<(std::ostream &out, const Film &film)
@@ -80,7 +80,7 @@ private:
     std::vector<double> frequency_, angle_;
 };
 
-// The first of the four inks of a page of four bits a pixel, or of an arbitrary
+// The first of the four inks of a page of four bits per pixel, or of an arbitrary
 // map with a byte for each.
 PlainBitmap readFirstInk(const std::filesystem::path &file, int width, int height, double dpi)
 {
@@ -98,7 +98,7 @@ PlainBitmap readFirstInk(const std::filesystem::path &file, int width, int heigh
 
 class EveryPair : public ::testing::TestWithParam<Film> {
 protected:
-    // Runs the job, and calls with each pair and the readings of its fill and its image.
+    // Runs the job, and calls `look` with each pair and the readings of its fill and its image.
     template <typename Look>
     void read(const std::vector<ScreenPair> &pairs, int spot, Look look)
     {

@@ -6,7 +6,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Runs a program in the folder; what it says goes to the file.
+// Runs a program in the folder; its output goes to the file.
 void produce(const TemporaryFolder &folder, const std::vector<std::string> &command, const fs::path &to = {})
 {
     const CommandResult run = runProgram(command, {}, folder.path().string());
@@ -111,7 +111,7 @@ void makeGnuplot(const TemporaryFolder &folder, const fs::path &job)
     produce(folder, {"gnuplot", "plot"});
 }
 
-// A photograph, as even as they come.
+// A photograph of a single grey.
 void makeNetpbm(const TemporaryFolder &folder, const fs::path &job)
 {
     writeFile(folder / "grey.pgm", "P5\n300 200\n255\n" + std::string(300 * 200, '\x70'));

@@ -1,4 +1,4 @@
-// Programs of Debian that write PostScript, each asked for a job with a large grey area on every page.
+// Programs in Debian that write PostScript, each asked for a job with a large grey area on every page.
 #pragma once
 
 #include <vector>
@@ -9,7 +9,7 @@
 struct Producer {
     const char *name;
     int pages;
-    // Writes the job; its inputs go into the folder. Fails the test where the program does.
+    // Writes the job; its inputs go into the folder. Fails the test if the program fails.
     void (*make)(const TemporaryFolder &folder, const std::filesystem::path &job);
 };
 const std::vector<Producer> &jobProducers();

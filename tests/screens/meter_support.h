@@ -8,10 +8,10 @@
 
 struct IdealScreen {
     double frequency, angle, ink, dpi;
-    double (*spot)(double x, double y) = nullptr;  // round when not said
+    double (*spot)(double x, double y) = nullptr;  // round if not given
 };
 
-// A page of white that holds its bits.
+// A white page that holds its bits.
 class PaintedPage {
 public:
     PaintedPage(int width, int height, double dpi);

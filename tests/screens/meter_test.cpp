@@ -98,7 +98,7 @@ TEST(Meter, ReadsRandomIdealScreensExactly)
     }
 }
 
-// A page of words, rules and a few marks; nothing of it is even.
+// A page of words, rules and a few marks; no part of it is a flat tint.
 void typeset(PaintedPage &page, const PageWindow &where, unsigned seed)
 {
     std::mt19937 random(seed);
@@ -152,10 +152,10 @@ TEST(Meter, KeepsTintsApartAndTakesTheLargest)
     EXPECT_NEAR(meter::readScreen(painted.page(), PageWindow{0, 0, 600, 900}).angle, 45, 0.05);
 }
 
-TEST(Meter, TellsTheShapesOfTheMenuApart)
+TEST(Meter, DistinguishesTheNamedShapes)
 {
     for (const meter::NamedSpot &spot : meter::namedSpots()) {
-        const double ink = spot.name == std::string("Round") ? 0.85 : 0.6;  // below, round and Euclidean are one
+        const double ink = spot.name == std::string("Round") ? 0.85 : 0.6;  // below, round and Euclidean are alike
         const PaintedPage painted = tintPage({40, 22.5, ink, 600, spot.name}, 1);
         const ScreenReading reading = meter::readScreen(painted.page(), wholeOf(painted.page()));
         EXPECT_EQ(meter::nearestSpot(painted.page(), reading), spot.name);
@@ -163,7 +163,7 @@ TEST(Meter, TellsTheShapesOfTheMenuApart)
 }
 
 // An ellipse lies one way: this distinguishes 22.5 degrees from 112.5.
-TEST(Meter, TellsHowACellIsTurned)
+TEST(Meter, SeesHowACellIsTurned)
 {
     for (double angle : {22.5, 112.5}) {
         const PaintedPage painted = tintPage({40, angle, 0.4, 600, "Ellipse"}, 1);

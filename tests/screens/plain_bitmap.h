@@ -6,7 +6,7 @@
 
 #include "meter/meter.h"
 
-// Keeps the bytes of a raw PBM file; a page is a look at them.
+// Keeps the bytes of a raw PBM file; a page refers to them.
 class PlainBitmap {
 public:
     PlainBitmap(std::string bytes, size_t start, int width, int height, double dpi)
@@ -26,5 +26,5 @@ private:
     double dpi_;
 };
 
-// Throws for what is no such file.
+// Throws when it is not such a file.
 PlainBitmap readPlainBitmap(const std::filesystem::path &file, double dpi);

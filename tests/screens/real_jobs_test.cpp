@@ -1,5 +1,5 @@
 // Jobs as programs write them, each with grey on every page, with a riders file
-// put in: the dots on the film are the ones that were chosen.
+// added: the dots on the film are the ones that were chosen.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -41,7 +41,7 @@ void expectChosen(const meter::BitPage &page, int spot)
 
 class RealJobs : public ::testing::Test {
 protected:
-    // Films of the job's pages; `first` is run before it.
+    // Films of the job's pages; the files `before` are run before it.
     std::vector<PlainBitmap> films(const fs::path &job, const std::vector<std::string> &before = {})
     {
         std::vector<std::string> command = {"timeout",   "60",
@@ -101,8 +101,8 @@ protected:
         jobProducers()[0].make(folder, folder / "job.ps");
         job = contentsOf(folder / "job.ps");
     }
-    // Both pages of the job with text put in after a line of it.
-    void expectChosenBehind(const std::string &line, const std::string &text)
+    // Checks both pages of the job with text inserted after one of its lines.
+    void expectChosenAfter(const std::string &line, const std::string &text)
     {
         const size_t at = job.find(line + "\n");
         ASSERT_NE(at, std::string::npos) << line;
@@ -114,19 +114,19 @@ protected:
     std::string job, fragment;
 };
 
-TEST_F(EachPlace, BehindTheFirstLine)
+TEST_F(EachPlace, AfterTheFirstLine)
 {
-    expectChosenBehind("%!PS-Adobe-3.0", fragment);
+    expectChosenAfter("%!PS-Adobe-3.0", fragment);
 }
 
 TEST_F(EachPlace, InTheSetup)
 {
-    expectChosenBehind("%%BeginSetup", fragment);
+    expectChosenAfter("%%BeginSetup", fragment);
 }
 
 TEST_F(EachPlace, Twice)
 {
-    expectChosenBehind("%!PS-Adobe-3.0", fragment + fragment);
+    expectChosenAfter("%!PS-Adobe-3.0", fragment + fragment);
 }
 
 TEST_F(EachPlace, BeforeTheJob)
@@ -150,7 +150,7 @@ TEST_F(EachPlace, InAnEncapsulatedDrawingWithoutShowpage)
     expectChosenOnEveryPage(films(screened, {"-dEPSCrop"}), 1, kLine);
 }
 
-// A job's own screens, also in procedures it bound before, and pages that restore.
+// A job's own screens, even in procedures it bound before, and pages that restore.
 TEST_F(EachPlace, OverTheJobsOwnScreens)
 {
     const std::string page = "save 60 0 {exch pop} setscreen 0.6 setgray 100 100 300 300 rectfill fine "

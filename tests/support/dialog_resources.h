@@ -15,7 +15,7 @@ public:
     ResourceBytes &pascal(const std::string &text);
     ResourceBytes &evenly();
 
-    // To the current resource file, purgeable.
+    // Adds it to the current resource file, purgeable.
     void add(ResType type, int id) const;
     const std::string &bytes() const { return bytes_; }
 
@@ -34,7 +34,8 @@ private:
     int count_ = 0;
 };
 
-// A 'DLOG', dBoxProc unless told otherwise, with the item list of its number.
+// A 'DLOG', dBoxProc unless procID says otherwise, with the item list of its
+// number.
 void addDialog(int id, int left, int top, int width, int height, bool visible = false, int procID = 1);
 void addAlert(int id, int left, int top, int width, int height, int stages = 0x5555);
 // Runs the dialog until the item is hit, and disposes of it.

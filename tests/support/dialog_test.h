@@ -1,4 +1,4 @@
-// A Toolbox with a resource file to add dialogs to, and hands for mouse and
+// A Toolbox with a resource file to add dialogs to, and calls for mouse and
 // keys.
 #pragma once
 
@@ -16,14 +16,15 @@ protected:
     void click(int h, int v, int modifiers = 0);
     void key(int character, int modifiers = 0);
     void type(const std::string &text);
-    // Throws OutOfInput when what waits for input has waited 200 times for none.
+    // Makes the program throw OutOfInput when it has waited for input 200 times
+    // in vain.
     void limitWaiting();
-    // All that is expected from the dialog while input is waiting; ends the
-    // test's session when the input has run out.
+    // ModalDialog with the filter, and its item; throws OutOfInput when the
+    // input has run out.
     int16_t modal(ModalFilterProcPtr filter = nullptr);
 
     toolbox::LeakReport before;
 };
 
-// Thrown when a dialog waits for more than the test has to give.
+// Thrown when a dialog waits for more input than the test has.
 struct OutOfInput {};

@@ -3,5 +3,5 @@
 
 #include <string>
 
-// Anything but digits between them is passed over.
+// Anything but digits between them is skipped.
 std::string fromHex(const std::string &hex);

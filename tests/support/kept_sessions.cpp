@@ -11,7 +11,7 @@ const fs::path sessions = fs::path(RIDERS_SOURCE_DIR) / "examples" / "sessions";
 
 namespace {
 
-// The words behind "# options:" in the first line.
+// The words after "# options:" in the first line.
 std::vector<std::string> optionsOf(const fs::path &script)
 {
     std::istringstream in(contentsOf(script));

@@ -19,7 +19,7 @@ std::vector<std::string> names();
 // Played in a folder that holds nothing but a copy of examples/sessions/files.
 class Session {
 public:
-    // By `riders` of this build unless another program is named.
+    // With `riders` of this build unless another program is named.
     explicit Session(std::string program = "riders") : program_(std::move(program)) {}
 
     CommandResult play(const std::string &name);
@@ -37,7 +37,7 @@ private:
 
 // The trace kept for a session.
 std::filesystem::path traceOf(const std::string &name);
-// Where the two part, in words; empty when they do not.
+// Where the two begin to differ, in words; empty when they do not.
 std::string difference(const std::string &is, const std::string &should);
 
 }  // namespace kept

@@ -1,5 +1,6 @@
-// What the plug-in's tests stand on: the plug-in's own fork, open and current,
-// in the test's folder, a scripted user, and a host that calls main_entry.
+// What the plug-in's tests are based on: the plug-in's own fork, open and
+// current, in the test's folder, a scripted user, and a host that calls
+// main_entry.
 #pragma once
 
 #include <functional>
@@ -18,8 +19,8 @@ class PluginTest : public ToolboxTest {
 protected:
     void SetUp() override;
     void TearDown() override;
-    // Starts afresh with the configuration as it is now: Toolbox, fork and
-    // globals. Files and removed resources stay as they are.
+    // Restarts with the configuration as it is now: Toolbox, fork and globals.
+    // Files and removed resources stay as they are.
     void restartPlugin();
 
     // Calls the plug-in as a host does; 0 when the process ended. Afterwards
@@ -28,24 +29,24 @@ protected:
     int32_t runCommand(int command) { return call(kSelectCommand, command); }
     // The same for anything else that may end the process; false when it did.
     bool guarded(const std::function<void()> &action);
-    // What is there beyond what was there when the plug-in's fork was opened.
+    // What has been left behind since the plug-in's fork was opened.
     toolbox::LeakReport leftBehind() const;
 
     // For calling a module's procedures without main_entry: environment as
-    // measured, settings at their defaults. Records of the test's own.
+    // measured, settings at their defaults. The records belong to the test.
     void makeRecords();
 
     // Takes a resource out of the copied fork for the rest of the test.
     void removeResource(ResType type, int16_t id);
-    // Adds a purgeable one, or puts the bytes in the place of one that is there.
+    // Adds a purgeable one, or replaces the bytes of an existing one.
     void addResource(ResType type, int16_t id, const std::string &bytes);
     void replaceResource(ResType type, int16_t id, const std::string &bytes);
-    // A string of an 'STR#' or 'STR ' as it stands in the fork.
+    // A string of an 'STR#' or 'STR ' as it is in the fork.
     std::string text(int16_t listID, int16_t index) const;
     std::string message(int16_t id) const;
-    // Presses item 1 of the error or warning dialog that is to come.
+    // Presses the item of the error or warning dialog that will open.
     void dismiss(int16_t dialogID = 16129, int item = 1);
-    // Tells what a report's parameters line must be.
+    // What a report's parameters line must be.
     static std::string params(const std::string &p0, const std::string &p1 = "", const std::string &p2 = "",
                               const std::string &p3 = "");
 
@@ -55,7 +56,7 @@ protected:
         std::string group, text;
         int32_t number;
     };
-    // What the plug-in registered, and what its host answers.
+    // What the plug-in registered, and the filter of its host.
     std::vector<Registered> registered;
     std::function<bool(DialogPtr, EventRecord *, int16_t *)> hostFilter;
 

@@ -1,4 +1,4 @@
-// The pieces of a riders file read straight from resources/, past compiler,
+// The pieces of a riders file read straight from resources/, bypassing compiler,
 // fork and Resource Manager.
 #pragma once
 

@@ -1,6 +1,6 @@
-// What most tests stand on: a running Toolbox on the headless machine, a
-// folder of its own, a scripted user, the session trace, and a look at what
-// was left behind.
+// What most tests are based on: a running Toolbox on the headless machine, a
+// folder of its own, a scripted user, the session trace, and a look at what was
+// left behind.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 
-// A folder that is there for the length of a test.
+// A folder that exists for the length of a test.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -32,7 +32,7 @@ private:
 std::string contentsOf(const std::filesystem::path &file);
 void writeFile(const std::filesystem::path &file, const std::string &bytes);
 
-// A Pascal string from a literal (Mac OS Roman as it stands), for arguments.
+// A Pascal string from a literal (Mac OS Roman, taken unchanged), for arguments.
 struct P {
     unsigned char bytes[256];
     P(const std::string &text) { toolbox::setPascal(bytes, text); }
@@ -42,7 +42,7 @@ std::string plain(const unsigned char *pascalString);
 
 class ToolboxTest : public ::testing::Test {
 protected:
-    // Change configuration and call this again to start afresh.
+    // Change configuration and call this again to restart.
     void SetUp() override;
     void TearDown() override;
     void restart();

@@ -1,4 +1,4 @@
-// Alerts: their stages, icons and answers.
+// Alerts: their stages, icons and results.
 #include "support/dialog_test.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/memory.h"
@@ -37,7 +37,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Alerts, TheItemPressedIsAnswered)
+TEST_F(Alerts, TheItemPressedIsReturned)
 {
     addAlert(900, 100, 100, 300, 100);
     click(100 + 120, 100 + 70);
@@ -49,7 +49,7 @@ TEST_F(Alerts, TheItemPressedIsAnswered)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(Alerts, AMissingAlertAnswersMinusOne)
+TEST_F(Alerts, AMissingAlertReturnsMinusOne)
 {
     EXPECT_EQ(Alert(900, nullptr), -1);
     EXPECT_FALSE(traced("alert 900"));
@@ -76,7 +76,7 @@ TEST_F(Alerts, TheStagesGoUpToTheFourthAndStay)
     }
     ResetAlrtStage();
     EXPECT_EQ(GetAlrtStage(), 0);
-    EXPECT_EQ(ask(), -1) << "the first stage again";
+    EXPECT_EQ(ask(), -1) << "back at the first stage";
 }
 
 TEST_F(Alerts, TheBoundsAreTheOnesInMemory)

@@ -26,7 +26,7 @@ protected:
     int filesHere() { return static_cast<int>(std::distance(fs::directory_iterator(folder.path()), {})); }
 };
 
-// The disk has room for so many bytes in a file, and no more.
+// A disk on which a file can have so many bytes and no more.
 class FullDisk {
 public:
     explicit FullDisk(std::size_t bytes)
@@ -139,7 +139,7 @@ TEST_F(CompanionTest, DamagedCompanionIsNeitherReadNorOverwritten)
     }
 }
 
-TEST_F(CompanionTest, WhatIsNoFileIsNoCompanion)
+TEST_F(CompanionTest, WhatIsNotAFileIsNotACompanion)
 {
     writeFile(folder / "a", "data");
     ASSERT_EQ(mkfifo((folder / "._a").c_str(), 0666), 0);

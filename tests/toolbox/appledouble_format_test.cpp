@@ -26,7 +26,7 @@ void putLong(std::string &bytes, std::size_t at, std::uint32_t value)
         bytes[at + static_cast<std::size_t>(i)] = static_cast<char>(value >> (24 - 8 * i) & 0xFF);
 }
 
-// A comment between Finder information with attributes behind it and a fork.
+// A comment between the fork and Finder information followed by attributes.
 AppleDouble rich()
 {
     AppleDouble file;
@@ -74,15 +74,15 @@ TEST(AppleDoubleFormat, OnlyTheForkMovesTheEnd)
     std::string after = composeAppleDouble(*file);
     std::size_t forkAt = before.size() - std::string("the fork").size();
     EXPECT_EQ(after.size(), forkAt + 1000);
-    // Everything before the fork but its length in the table.
+    // Everything before the fork except its length in the table.
     putLong(after, 26 + 2 * 12 + 8, 8);
     EXPECT_EQ(after.substr(0, forkAt), before.substr(0, forkAt));
 }
 
-TEST(AppleDoubleFormat, ForkGoesLastAlsoWhereItLayFirst)
+TEST(AppleDoubleFormat, ForkGoesLastEvenWhereItWasFirst)
 {
     std::string bytes = minimal.substr(0, 50) + "fork" + std::string(32, 'i');
-    putLong(bytes, 30, 54);           // Finder information behind the fork
+    putLong(bytes, 30, 54);           // Finder information after the fork
     putLong(bytes, 42, 50);
     putLong(bytes, 46, 4);
     auto file = parseAppleDouble(bytes);
@@ -94,7 +94,7 @@ TEST(AppleDoubleFormat, ForkGoesLastAlsoWhereItLayFirst)
     EXPECT_EQ(after.substr(86), "a longer fork");
 }
 
-TEST(AppleDoubleFormat, AttributesBehindTheFinderInformationStay)
+TEST(AppleDoubleFormat, AttributesAfterTheFinderInformationStay)
 {
     AppleDouble file = rich();
     file.setFinderInfo("PICTabcd");
@@ -102,7 +102,7 @@ TEST(AppleDoubleFormat, AttributesBehindTheFinderInformationStay)
     EXPECT_EQ(file.bytes(finderInfoEntry).substr(32), rich().bytes(finderInfoEntry).substr(32));
 }
 
-TEST(AppleDoubleFormat, EntryThatGrowsIntoTheNextIsLaidOutAfresh)
+TEST(AppleDoubleFormat, EntryThatGrowsIntoTheNextIsMoved)
 {
     auto file = parseAppleDouble(composeAppleDouble(rich()));
     ASSERT_TRUE(file);
@@ -157,7 +157,7 @@ TEST(AppleDoubleFormat, EntriesOutsideTheFileAreRefused)
     EXPECT_FALSE(parseAppleDouble(bytes));
 }
 
-TEST(AppleDoubleFormat, EntriesOverOneAnotherOrTheHeaderAreRefused)
+TEST(AppleDoubleFormat, EntriesThatOverlapOneAnotherOrTheHeaderAreRefused)
 {
     std::string bytes = minimal + "1234";
     putLong(bytes, 42, 60);

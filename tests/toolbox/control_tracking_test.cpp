@@ -47,7 +47,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Controls, AButtonAnswersItsPartWhenReleasedInside)
+TEST_F(Controls, AButtonReturnsItsPartWhenReleasedInside)
 {
     ControlHandle button = make(pushButProc, 10, 10, 90, 30);
     EXPECT_EQ(drag(button, {20, 20}, {20, 40}), inButton);
@@ -55,7 +55,7 @@ TEST_F(Controls, AButtonAnswersItsPartWhenReleasedInside)
     EXPECT_EQ((**button).contrlHilite, 0);
 }
 
-TEST_F(Controls, AButtonAnswersNothingWhenReleasedOutside)
+TEST_F(Controls, AButtonReturnsNothingWhenReleasedOutside)
 {
     ControlHandle button = make(pushButProc, 10, 10, 90, 30);
     EXPECT_EQ(drag(button, {20, 20}, {20, 140}), 0);
@@ -135,7 +135,7 @@ TEST_F(Controls, TheThumbOfAScrollBarSetsTheValue)
     ControlHandle bar = make(scrollBarProc, 100, 10, 116, 110, 10);
     EXPECT_EQ(drag(bar, {30, 105}, {90, 105}), inThumb);
     EXPECT_EQ(GetCtlValue(bar), 10);
-    EXPECT_EQ(drag(bar, {80, 105}, {80, 290}), 0) << "far off the bar the thumb springs back";
+    EXPECT_EQ(drag(bar, {80, 105}, {80, 290}), 0) << "far from the bar the thumb springs back";
     EXPECT_EQ(GetCtlValue(bar), 10);
 }
 
@@ -154,7 +154,7 @@ TEST_F(Controls, AColourTableIsCopied)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(Controls, MovingAndSizingTakeTheOldPixelsAway)
+TEST_F(Controls, MovingAndSizingEraseTheOldPixels)
 {
     ControlHandle button = make(pushButProc, 10, 10, 90, 30);
     EXPECT_EQ(pixel(50, 10), 0u);

@@ -45,7 +45,7 @@ protected:
         return GetNewDialog(600, nullptr, inFront);
     }
 
-    // The text drawn meanwhile, piece by piece.
+    // The text drawn by the call, piece by piece.
     template <typename Drawing>
     static std::vector<std::string> textDrawn(Drawing draw)
     {
@@ -95,7 +95,7 @@ TEST_F(DialogItems, EachKindIsReadBackAsItsListSays)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(DialogItems, ADialogInGivenStorageLeavesIt)
+TEST_F(DialogItems, ADialogLeavesStorageThatItWasGiven)
 {
     ItemList().item(editText, 10, 10, 60, 16, "text").add(600);
     addDialog(600, 50, 60, 200, 150);
@@ -145,7 +145,7 @@ TEST_F(DialogItems, AUserItemDrawsWithThePortSet)
     EXPECT_EQ(calls, 1) << "once for the one update";
 }
 
-TEST_F(DialogItems, ParametersArePutInWhenTheTextIsDrawn)
+TEST_F(DialogItems, ParametersAreInsertedWhenTheTextIsDrawn)
 {
     ItemList().item(statText | itemDisable, 0, 0, 300, 100, "a^0b^1c^2d^3e^4^").add(600);
     addDialog(600, 50, 60, 310, 150, true);
@@ -226,7 +226,7 @@ TEST_F(DialogItems, CommandKeysEditThroughTheDeskScrap)
     EXPECT_EQ(text(dialog, 1), "spotspot12") << "what another program copied last";
 }
 
-TEST_F(DialogItems, BeforeSystemSevenCommandKeysAreTheFiltersBusiness)
+TEST_F(DialogItems, BeforeSystemSevenCommandKeysAreLeftToTheFilter)
 {
     configuration.systemVersion = 0x0608;
     restart();
@@ -271,7 +271,7 @@ TEST_F(DialogItems, DamagedResourcesAreRefused)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(DialogItems, WithoutMemoryNoDialogAndNothingLeft)
+TEST_F(DialogItems, WithoutMemoryThereIsNoDialogAndNothingIsLeft)
 {
     ItemList()
         .item(ctrlItem, 10, 10, 60, 20, "OK")

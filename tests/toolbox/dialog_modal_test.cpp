@@ -50,7 +50,7 @@ protected:
 
 }  // namespace
 
-TEST_F(DialogModal, APressReleasedInAButtonAnswersIt)
+TEST_F(DialogModal, APressReleasedInAButtonReturnsItsItem)
 {
     DialogPtr dialog = open();
     click(okH, okV);
@@ -62,7 +62,7 @@ TEST_F(DialogModal, APressReleasedInAButtonAnswersIt)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(DialogModal, APressReleasedOutsideTheButtonAnswersNothing)
+TEST_F(DialogModal, APressReleasedOutsideTheButtonReturnsNothing)
 {
     open();
     mouse(toolbox::Input::Kind::mouseDown, okH, okV);
@@ -89,7 +89,7 @@ TEST_F(DialogModal, AClickOutsideBeepsAndIsNotOfferedToTheFilter)
     EXPECT_EQ(machine.beeps(), 1);
 }
 
-TEST_F(DialogModal, WithoutAFilterReturnAndEnterAnswerItemOne)
+TEST_F(DialogModal, WithoutAFilterReturnAndEnterHitItemOne)
 {
     open();
     key(13);
@@ -109,7 +109,7 @@ TEST_F(DialogModal, AFilterReplacesTheStandardOne)
     EXPECT_EQ(text(dialog, 4), "\r");
 }
 
-TEST_F(DialogModal, WhatAFilterAnswersIsAnsweredEvenForADisabledItem)
+TEST_F(DialogModal, AFiltersItemIsReturnedEvenIfDisabled)
 {
     open();
     key('x');
@@ -158,7 +158,7 @@ TEST_F(DialogModal, TypingReplacesTheFirstEditItemWhichOpensSelected)
     EXPECT_EQ(text(dialog, 4), "15");
 }
 
-TEST_F(DialogModal, TypingInAnEnabledEditItemAnswersIt)
+TEST_F(DialogModal, TypingInAnEnabledEditItemReturnsIt)
 {
     DialogPtr dialog = open();
     key('\t');
@@ -169,7 +169,7 @@ TEST_F(DialogModal, TypingInAnEnabledEditItemAnswersIt)
     EXPECT_EQ(text(dialog, 4), "old");
 }
 
-TEST_F(DialogModal, TabGoesRoundTheEditItemsAndSelectsAll)
+TEST_F(DialogModal, TabCyclesThroughTheEditItemsAndSelectsAll)
 {
     DialogPtr dialog = open();
     auto *record = reinterpret_cast<DialogPeek>(dialog);
@@ -193,14 +193,14 @@ TEST_F(DialogModal, AClickInAnEditItemMakesItCurrent)
     EXPECT_EQ(text(dialog, 4), "old");
 }
 
-TEST_F(DialogModal, AUserItemAnswersOnTheWayDown)
+TEST_F(DialogModal, AUserItemIsHitWhenTheButtonGoesDown)
 {
     open();
     mouse(toolbox::Input::Kind::mouseDown, 115, 115);
     EXPECT_EQ(modal(), 3);
 }
 
-TEST_F(DialogModal, DisabledItemsAndDimmedButtonsAnswerNothing)
+TEST_F(DialogModal, DisabledItemsAndDimmedButtonsReturnNothing)
 {
     DialogPtr dialog = open();
     HiliteControl(control(dialog, 1), 255);
@@ -212,7 +212,7 @@ TEST_F(DialogModal, DisabledItemsAndDimmedButtonsAnswerNothing)
     EXPECT_EQ(machine.beeps(), 0);
 }
 
-TEST_F(DialogModal, ACheckBoxAnswersAndKeepsItsValue)
+TEST_F(DialogModal, ACheckBoxIsReturnedAndKeepsItsValue)
 {
     DialogPtr dialog = open();
     click(100 + 15, 100 + 58);
@@ -220,13 +220,13 @@ TEST_F(DialogModal, ACheckBoxAnswersAndKeepsItsValue)
     EXPECT_EQ(GetCtlValue(control(dialog, 7)), 0);
 }
 
-TEST_F(DialogModal, ADialogMayRunWithinAFilterOfAnother)
+TEST_F(DialogModal, ADialogMayRunWithinAnothersFilter)
 {
     DialogPtr outer = open();
     static DialogPtr inner;
-    static int answered;
+    static int returned;
     inner = nullptr;
-    answered = 0;
+    returned = 0;
     key('n');
     click(okH + 100, okV);
     click(okH, okV);
@@ -236,19 +236,19 @@ TEST_F(DialogModal, ADialogMayRunWithinAFilterOfAnother)
         inner = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
         int16_t innerHit = 0;
         ModalDialog(nullptr, &innerHit);
-        answered = innerHit;
+        returned = innerHit;
         DisposDialog(inner);
         *event = EventRecord{};
         return false;
     });
-    EXPECT_EQ(answered, 2);
+    EXPECT_EQ(returned, 2);
     EXPECT_EQ(hit, 1);
     EXPECT_EQ(FrontWindow(), outer);
     DisposDialog(outer);
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(DialogModal, WithoutADialogInFrontItSaysSo)
+TEST_F(DialogModal, WithoutADialogInFrontThatIsReported)
 {
     int16_t hit;
     EXPECT_THROW(ModalDialog(nullptr, &hit), std::logic_error);
@@ -263,7 +263,7 @@ TEST_F(DialogModal, AnExceptionThroughItLeavesNothingAfterStop)
     EXPECT_EQ(FrontWindow(), nullptr);
 }
 
-TEST_F(DialogModal, AWindowThatNobodyDrawsDoesNotKeepTimeFromPassing)
+TEST_F(DialogModal, AWindowThatIsNeverDrawnDoesNotKeepTimeFromPassing)
 {
     Rect bounds{300, 100, 400, 200};
     WindowPtr window = NewWindow(nullptr, &bounds, P(""), true, plainDBox, nullptr, false, 0);
@@ -275,10 +275,10 @@ TEST_F(DialogModal, AWindowThatNobodyDrawsDoesNotKeepTimeFromPassing)
               3);
     EventRecord event;
     EXPECT_TRUE(WaitNextEvent(1 << updateEvt, &event, 1));
-    EXPECT_EQ(reinterpret_cast<WindowPtr>(event.message), window) << "its owner is asked afterwards";
+    EXPECT_EQ(reinterpret_cast<WindowPtr>(event.message), window) << "its owner gets the update afterwards";
 }
 
-TEST_F(DialogModal, ADialogBehindIsDrawnToo)
+TEST_F(DialogModal, ADialogBehindAnotherIsDrawnToo)
 {
     static int drawn;
     drawn = 0;

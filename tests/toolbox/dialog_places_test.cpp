@@ -1,4 +1,4 @@
-// Where dialogs come up, and how a person moves them.
+// Where dialogs appear, and how a person moves them.
 #include "support/dialog_resources.h"
 #include "support/toolbox_test.h"
 #include "toolbox/dialogs.h"
@@ -53,7 +53,7 @@ protected:
         return count;
     }
 
-    // A 'DLOG' with a position word behind its title.
+    // A 'DLOG' with a position word after its title.
     static void addPlaced(int16_t number, int position)
     {
         ResourceBytes bytes;
@@ -117,7 +117,7 @@ TEST_F(DialogPlaces, ADialogIsNotDroppedOnTheMenuBar)
     });
 }
 
-TEST_F(DialogPlaces, ScreensThatChangeDuringADragAreDrawnAnew)
+TEST_F(DialogPlaces, DisplaysThatChangeDuringADragAreRedrawn)
 {
     run([this] {
         user.pressAt({85, 200});
@@ -131,12 +131,12 @@ TEST_F(DialogPlaces, ScreensThatChangeDuringADragAreDrawnAnew)
             for (int v = 300; v < 340; ++v)
                 gray += shown.pixels[static_cast<std::size_t>(v * shown.width + 155)] ==
                         shown.pixels[static_cast<std::size_t>(v * shown.width + 157)];
-            EXPECT_EQ(gray, 40) << "no rest of the outline in the desktop's pattern";
+            EXPECT_EQ(gray, 40) << "nothing is left of the outline in the desktop's pattern";
         });
     });
 }
 
-TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheScreen)
+TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheDisplay)
 {
     auto shownAt = [this](int procID, int16_t h, int16_t v) {
         static int16_t number = 700;
@@ -153,19 +153,19 @@ TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheScreen)
     for (int16_t number = 702; number < 707; ++number)
         ItemList().add(number);
     EXPECT_EQ(shownAt(movableDBoxProc, 500, 400), "500,400") << "its title can be dragged";
-    EXPECT_EQ(shownAt(movableDBoxProc, 900, 200), "900,200") << "where its program wants it";
+    EXPECT_EQ(shownAt(movableDBoxProc, 900, 200), "900,200") << "where the program wants it";
     EXPECT_EQ(shownAt(dBoxProc, 100, 100), "100,100");
-    EXPECT_EQ(shownAt(dBoxProc, 500, 400), "332,342") << "8 of frame; nothing to drag it by";
+    EXPECT_EQ(shownAt(dBoxProc, 500, 400), "332,342") << "8 pixels of frame; nothing to drag it by";
     machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
-    EXPECT_EQ(shownAt(dBoxProc, 500, 100), "500,100") << "across two screens";
-    EXPECT_EQ(shownAt(dBoxProc, 900, 400), "900,342") << "on the screen that shows most of it";
+    EXPECT_EQ(shownAt(dBoxProc, 500, 100), "500,100") << "across two displays";
+    EXPECT_EQ(shownAt(dBoxProc, 900, 400), "900,342") << "on the display that shows most of it";
 }
 
-TEST_F(DialogPlaces, ScreensThatBecomeSmallerTakeADialogAlong)
+TEST_F(DialogPlaces, DisplaysThatBecomeSmallerTakeADialogAlong)
 {
     run([this] {
         user.drag({85, 200}, {325, 460});
-        expectCorner(360, 340, "a part of it off the screen");
+        expectCorner(360, 340, "partly off the display");
         user.setDepth(1);
         expectCorner(360, 340, "nothing has become smaller");
         user.resizeScreen(600, 480);
@@ -173,16 +173,16 @@ TEST_F(DialogPlaces, ScreensThatBecomeSmallerTakeADialogAlong)
         user.resizeScreen(520, 342);
         expectCorner(215, 207, "in the corner next to where it was, with its frame");
         user.resizeScreen(800, 600);
-        expectCorner(215, 207, "a larger screen moves nothing");
+        expectCorner(215, 207, "a larger display moves nothing");
         user.drag({189, 300}, {589, 750});
         expectCorner(665, 607, "dropped where little of it shows");
         user.setDepth(8);
         user.resizeScreen(700, 600);
-        expectCorner(665, 607, "where somebody put it");
+        expectCorner(665, 607, "where the user put it");
     });
 }
 
-TEST_F(DialogPlaces, ScreensThatBecomeSmallerTakeAlongWhatCannotBeDragged)
+TEST_F(DialogPlaces, DisplaysThatBecomeSmallerTakeAlongWhatCannotBeDragged)
 {
     run([this] {
         user.then([this] {

@@ -1,4 +1,4 @@
-// The wish to end the program, met by dialogs and alerts.
+// How dialogs and alerts deal with the wish to quit.
 #include "support/dialog_test.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/keys.h"
@@ -17,7 +17,7 @@ protected:
     {
         return items.item(ctrlItem, left, 60, 70, 20, title);
     }
-    // The dialog of the number, shown.
+    // The dialog with this number, shown.
     DialogPtr openDialog(int id)
     {
         addDialog(id, 100, 100, 300, 100, true);
@@ -48,7 +48,7 @@ Boolean takesPeriod(DialogPtr, EventRecord *event, int16_t *hit)
     return true;
 }
 
-Boolean takesAllAndAnswersNothing(DialogPtr, EventRecord *event, int16_t *hit)
+Boolean takesAllAndHitsNothing(DialogPtr, EventRecord *event, int16_t *hit)
 {
     if (event->what != keyDown)
         return false;
@@ -76,14 +76,14 @@ Boolean closesItself(DialogPtr dialog, EventRecord *event, int16_t *hit)
 
 }  // namespace
 
-TEST_F(Quitting, FilterSeesEscapeAndAnswers)
+TEST_F(Quitting, FilterSeesEscapeAndHitsAnItem)
 {
     ItemList items;
     button(button(items, "OK", 200), "Cancel", 100).add(901);
     DialogPtr dialog = openDialog(901);
     quit();
     EXPECT_EQ(modal(takesEscape), 2);
-    EXPECT_TRUE(toolbox::quitAsked()) << "it is for those behind it, too";
+    EXPECT_TRUE(toolbox::quitAsked()) << "it applies to the dialogs behind it, too";
     EXPECT_TRUE(traced("quit asks dialog 901 to cancel"));
     DisposDialog(dialog);
 }
@@ -94,11 +94,11 @@ TEST_F(Quitting, DialogThatIsUpAgainIsAskedByCommandPeriod)
     items.item(statText | itemDisable, 10, 10, 100, 20, "x").add(901);
     DialogPtr dialog = openDialog(901);
     quit();
-    EXPECT_EQ(modal(takesPeriod), 3) << "nobody took Escape";
+    EXPECT_EQ(modal(takesPeriod), 3) << "Escape was not taken";
     DisposDialog(dialog);
 }
 
-TEST_F(Quitting, WithoutAFilterItem2OfAnAlertIsAnswered)
+TEST_F(Quitting, WithoutAFilterItem2OfAnAlertIsHit)
 {
     ItemList items;
     button(button(items, "Do it", 200), "Cancel", 100).add(900);
@@ -107,7 +107,7 @@ TEST_F(Quitting, WithoutAFilterItem2OfAnAlertIsAnswered)
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(Quitting, OnlyButtonIsAnswered)
+TEST_F(Quitting, OnlyButtonIsHit)
 {
     ItemList items;
     button(items, "OK", 200).item(statText | itemDisable, 10, 10, 100, 20, "x").add(900);
@@ -115,7 +115,7 @@ TEST_F(Quitting, OnlyButtonIsAnswered)
     EXPECT_EQ(ask(), 1);
 }
 
-TEST_F(Quitting, DimmedButtonIsNotAnswered)
+TEST_F(Quitting, DimmedButtonIsNotHit)
 {
     ItemList items;
     button(button(items, "Go", 200), "Cancel", 100).add(901);
@@ -130,7 +130,7 @@ TEST_F(Quitting, DimmedButtonIsNotAnswered)
     DisposDialog(dialog);
 }
 
-TEST_F(Quitting, DialogThatRefusesTwiceKeepsItsWork)
+TEST_F(Quitting, DialogThatRefusesTwiceStaysUp)
 {
     ItemList items;
     button(button(items, "Yes", 200).item(ctrlItem | itemDisable, 10, 60, 70, 20, "Cancel"), "No", 100).add(901);
@@ -142,24 +142,24 @@ TEST_F(Quitting, DialogThatRefusesTwiceKeepsItsWork)
     EXPECT_TRUE(traced("quit dropped"));
     quit();
     EXPECT_THROW(modal(), OutOfInput);
-    EXPECT_EQ(tracedTimes("quit asks dialog 901"), 4) << "the next wish is another one";
+    EXPECT_EQ(tracedTimes("quit asks dialog 901"), 4) << "the next wish is a new one";
     DisposDialog(dialog);
 }
 
-TEST_F(Quitting, FilterThatAnswersNothingIsAskedTwiceBeforeTheButton)
+TEST_F(Quitting, FilterThatHitsNothingIsAskedTwiceBeforeTheButton)
 {
     ItemList items;
     button(items, "OK", 200).add(901);
     DialogPtr dialog = openDialog(901);
     keysSeen.clear();
     quit();
-    EXPECT_EQ(modal(takesAllAndAnswersNothing), 0) << "its caller may have been told otherwise";
-    EXPECT_EQ(modal(takesAllAndAnswersNothing), 1);
+    EXPECT_EQ(modal(takesAllAndHitsNothing), 0) << "the filter may have informed its caller some other way";
+    EXPECT_EQ(modal(takesAllAndHitsNothing), 1);
     EXPECT_EQ(keysSeen, (std::vector<int>{toolbox::key::escape, '.'}));
     DisposDialog(dialog);
 }
 
-TEST_F(Quitting, DialogWithoutButtonsIsToldReturn)
+TEST_F(Quitting, DialogWithoutButtonsGetsReturn)
 {
     ItemList items;
     items.item(ctrlItem + chkCtrl, 10, 10, 100, 20, "Colour").add(901);
@@ -178,7 +178,7 @@ TEST_F(Quitting, FilterMayCloseTheDialog)
     EXPECT_EQ(modal(closesItself), 7);
 }
 
-TEST_F(Quitting, EventsThatWaitComeFirst)
+TEST_F(Quitting, QueuedEventsComeFirst)
 {
     ItemList items;
     button(button(items, "OK", 200), "Cancel", 100).add(900);
@@ -196,7 +196,7 @@ TEST_F(Quitting, WaitingEndsAtOnce)
     EXPECT_LT(machine.ticks() - before, 2u);
     EXPECT_TRUE(toolbox::quitAsked());
     EXPECT_FALSE(WaitNextEvent(everyEvent, &event, 600));
-    EXPECT_GE(machine.ticks() - before, 600u) << "told once";
+    EXPECT_GE(machine.ticks() - before, 600u) << "reported once";
     toolbox::dropQuit();
     EXPECT_FALSE(toolbox::quitAsked());
 }

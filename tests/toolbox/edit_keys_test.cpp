@@ -1,4 +1,4 @@
-// Editing in a dialog's fields as a person does it: keys, mouse, long texts.
+// Editing a dialog's fields as a person does: keys, mouse, long texts.
 #include "support/dialog_resources.h"
 #include "support/toolbox_test.h"
 #include "toolbox/dialogs.h"
@@ -11,7 +11,7 @@ constexpr int16_t id = 500;
 enum { okItem = 1, lineItem = 2, textItem = 3, otherItem = 4 };
 constexpr uint16_t shift = shiftKey, command = cmdKey, option = optionKey;
 
-// A field of one line, one of four lines, another of one line.
+// A dialog with fields of one line, of four lines, and of one line again.
 class EditKeys : public ToolboxTest {
 protected:
     void SetUp() override
@@ -27,7 +27,7 @@ protected:
         addDialog(id, 100, 100, 300, 180);
     }
 
-    // Lets the user act with the field current and the caret in front of it.
+    // Lets the user act with the field current and the caret at its beginning.
     void edit(int16_t item, const std::function<void()> &steps)
     {
         DialogPtr dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
@@ -53,7 +53,7 @@ protected:
             EXPECT_EQ(std::string(*(**text).hText, static_cast<std::size_t>((**text).teLength)), wanted) << after;
         });
     }
-    // A place in the current field, from its top left, global.
+    // A place in the field, from its top left, in global coordinates.
     static Point at(int16_t item, int h, int v)
     {
         const int left = item == otherItem ? 150 : 20, top = item == textItem ? 50 : 10;
@@ -84,24 +84,24 @@ TEST_F(EditKeys, ShiftAndArrowsExtendFromWhereTheyBegan)
         expectSelection(1, 2, "one back");
         user.key("left", shift);
         user.key("left", shift);
-        expectSelection(0, 1, "over the place where it began");
+        expectSelection(0, 1, "across the place where it began");
         user.key("right", shift);
         user.key("right", shift);
-        expectSelection(1, 2, "and back over it");
+        expectSelection(1, 2, "and back across it");
         user.key("right");
         expectSelection(2, 2, "an arrow alone ends it");
     });
 }
 
-TEST_F(EditKeys, OptionGoesByWords)
+TEST_F(EditKeys, OptionMovesByWords)
 {
     edit(lineItem, [this] {
         user.key("right", option);
-        expectSelection(3, 3, "behind one");
+        expectSelection(3, 3, "after one");
         user.key("right", option | shift);
         expectSelection(3, 7, "and two");
         user.key("right", option);
-        expectSelection(14, 14, "over comma and blank");
+        expectSelection(14, 14, "across comma and blank");
         user.key("left", option);
         expectSelection(9, 9, "in front of three");
         user.key("left", option | shift);
@@ -109,7 +109,7 @@ TEST_F(EditKeys, OptionGoesByWords)
     });
 }
 
-TEST_F(EditKeys, HomeEndAndCommandGoToTheEnds)
+TEST_F(EditKeys, HomeEndAndCommandMoveToTheEnds)
 {
     edit(lineItem, [this] {
         user.key("end");
@@ -145,7 +145,7 @@ TEST_F(EditKeys, LinesHaveTheirOwnEnds)
     });
 }
 
-TEST_F(EditKeys, ForwardDeleteTakesWhatStandsBehind)
+TEST_F(EditKeys, ForwardDeleteRemovesWhatFollows)
 {
     edit(lineItem, [this] {
         user.key("delete");
@@ -155,7 +155,7 @@ TEST_F(EditKeys, ForwardDeleteTakesWhatStandsBehind)
         expectText(" two, three", "the selection");
         user.key("end");
         user.key("delete");
-        expectText(" two, three", "nothing stands behind the end");
+        expectText(" two, three", "nothing follows the end");
     });
 }
 
@@ -204,7 +204,7 @@ TEST_F(EditKeys, ShiftAndAClickExtend)
         user.clickAt(before(7), shift);
         expectSelection(4, 7, "to the right");
         user.key("right", shift);
-        expectSelection(4, 8, "and on by key");
+        expectSelection(4, 8, "and further by key");
         user.wait(60);
         user.clickAt(before(1), shift);
         expectSelection(1, 8, "the nearer end moves");
@@ -220,7 +220,7 @@ TEST_F(EditKeys, ALongLineScrollsSideways)
         user.key("home");
         user.then([this] { EXPECT_EQ((**text).scroll.h, 0) << "back at the beginning"; });
         user.key("end", shift);
-        user.then([this] { EXPECT_GT((**text).scroll.h, 0) << "the end that moves is shown"; });
+        user.then([this] { EXPECT_GT((**text).scroll.h, 0) << "the moving end is shown"; });
         user.key("left", shift);
         user.key("left", command | shift);
         user.then([this] { EXPECT_EQ((**text).scroll.h, 0) << "the moving end is the first character"; });
@@ -236,9 +236,9 @@ TEST_F(EditKeys, DraggingOutOfALongLineScrollsIt)
         user.pressAt(before(4));
         user.moveTo(at(lineItem, 150, 8));
         user.wait(2);
-        user.then([this] { EXPECT_LT((**text).selEnd, 40) << "not at once to the end"; });
+        user.then([this] { EXPECT_LT((**text).selEnd, 40) << "not immediately to the end"; });
         user.wait(120);
-        expectSelection(4, 45, "the whole rest has come by");
+        expectSelection(4, 45, "all the rest has scrolled by");
         user.moveTo(at(lineItem, -30, 8));
         user.wait(120);
         expectSelection(0, 4, "and back to the beginning");

@@ -197,7 +197,7 @@ TEST_F(Events, LoopsAroundGetNextEventComeToAnEnd)
     EXPECT_EQ(turns, 30);
 }
 
-TEST_F(Events, MouseIsAnsweredInThePortsCoordinates)
+TEST_F(Events, MouseIsReturnedInThePortsCoordinates)
 {
     GrafPort port{};
     toolbox::quickdraw::openPort(&port);
@@ -286,7 +286,7 @@ TEST_F(Events, TrackingFindsAReleaseThatWasAlreadyQueued)
     EXPECT_EQ(next().what, nullEvent);
 }
 
-TEST_F(Events, TrackingGivesUpWhenNobodyEverLetsGo)
+TEST_F(Events, TrackingGivesUpWhenTheButtonIsNeverReleased)
 {
     mouse(Kind::mouseDown, 1, 1);
     next();

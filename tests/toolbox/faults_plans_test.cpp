@@ -65,7 +65,7 @@ TEST_F(FaultsTest, ClearForgetsPlansAndCounts)
     EXPECT_FALSE(faults::allocationFails());
 }
 
-TEST_F(FaultsTest, AllocationsAreApartFromFiles)
+TEST_F(FaultsTest, AllocationsAreCountedApartFromFiles)
 {
     faults::failAllocation(2);
     faults::check(FileCall::write);
@@ -75,7 +75,7 @@ TEST_F(FaultsTest, AllocationsAreApartFromFiles)
     EXPECT_TRUE(faults::met());
 }
 
-TEST_F(FaultsTest, EveryKindHasANameOfItsOwn)
+TEST_F(FaultsTest, EveryKindHasItsOwnName)
 {
     for (int i = 0; i < fileCallKinds; ++i) {
         auto kind = static_cast<FileCall>(i);

@@ -86,7 +86,7 @@ TEST_F(FileTest, CreateWithAnotherTypeKeepsItBeside)
     EXPECT_EQ(info("settings").fdFlags, 0);
 }
 
-TEST_F(FileTest, CreateStartsAfreshBesideAnOrphan)
+TEST_F(FileTest, CreateIgnoresAnOrphan)
 {
     Create(P("a"), 0, 'RIDR', 'pref');
     fs::remove(folder / "a");
@@ -179,7 +179,7 @@ TEST_F(FileTest, ReadingPastTheEndGivesWhatThereIs)
     FSClose(refNum);
 }
 
-TEST_F(FileTest, MarkMovesAsTold)
+TEST_F(FileTest, MarkMovesAsAsked)
 {
     writeFile(folder / "a", "0123456789");
     int16_t refNum = opened("a");
@@ -199,7 +199,7 @@ TEST_F(FileTest, MarkMovesAsTold)
     FSClose(refNum);
 }
 
-TEST_F(FileTest, SetEOFGrowsAndCuts)
+TEST_F(FileTest, SetEOFGrowsAndTruncates)
 {
     writeFile(folder / "a", "0123456789");
     int16_t refNum = opened("a");
@@ -311,7 +311,7 @@ TEST_F(FileTest, DeleteLeavesWhatIsLockedOrOpen)
     EXPECT_EQ(contentsOf(folder / "a"), "text");
 }
 
-TEST_F(FileTest, DeleteNeedsTheVeryName)
+TEST_F(FileTest, DeleteNeedsTheExactName)
 {
     writeFile(folder / "OUT", "somebody's");
     EXPECT_EQ(FSDelete(P("out"), 0), fnfErr);
@@ -363,7 +363,7 @@ TEST_F(FileTest, RenameGoesBackWhereTheCompanionCannotFollow)
     EXPECT_EQ(info("a").fdType, static_cast<OSType>('pref'));
 }
 
-TEST_F(FileTest, RenamedWhileOpenGoesOnWorking)
+TEST_F(FileTest, RenamedWhileOpenKeepsWorking)
 {
     Create(P("a"), 0, 'ttxt', 'TEXT');
     int16_t refNum = opened("a");
@@ -410,7 +410,7 @@ TEST_F(FileTest, TextIsRecognisedByItsBeginning)
     EXPECT_EQ(info("late nul").fdType, static_cast<OSType>('TEXT'));
 }
 
-TEST_F(FileTest, TextThatNoLongerLooksItStaysText)
+TEST_F(FileTest, TextThatNoLongerLooksLikeItStaysText)
 {
     Create(P("a"), 0, 'ttxt', 'TEXT');
     int16_t refNum = opened("a");
@@ -430,7 +430,7 @@ TEST_F(FileTest, OwnTypeIsNotTakenForText)
     EXPECT_EQ(info("a").fdType, unknown);
 }
 
-TEST_F(FileTest, FinderInformationComesBackWhole)
+TEST_F(FileTest, FinderInformationIsReadBackWhole)
 {
     writeFile(folder / "a", "text");
     FInfo set{'PICT', 'draw', 0x4002, {-5, 700}, 3};
@@ -445,7 +445,7 @@ TEST_F(FileTest, FinderInformationComesBackWhole)
     EXPECT_EQ(contentsOf(folder / "a"), "text");
 }
 
-TEST_F(FileTest, CompanionGoesWhenItHasNothingToSay)
+TEST_F(FileTest, CompanionIsDeletedWhenItHoldsNothing)
 {
     writeFile(folder / "a", "text");
     FInfo info{'PICT', 'draw', 0, {0, 0}, 0};
@@ -563,7 +563,7 @@ TEST_F(FileTest, PlannedFaultKeepsTheCallFromItsWork)
     EXPECT_EQ(contentsOf(folder / "a"), "text");
 }
 
-TEST_F(FileTest, PlannedFaultOfCloseClosesAllTheSame)
+TEST_F(FileTest, PlannedFaultOfCloseStillCloses)
 {
     writeFile(folder / "a", "text");
     int16_t refNum = opened("a");

@@ -1,4 +1,4 @@
-// What the disk says, in the File Manager's words.
+// The disk's errors, as the File Manager reports them.
 #include <cerrno>
 
 #include "files/linuxfile.h"
@@ -31,7 +31,7 @@ TEST(FileErrors, ForLackOfRightsSayWhatWasTried)
     EXPECT_EQ(errorOf(EPERM, Aim::change), fLckdErr);
 }
 
-TEST(FileErrors, ForWhatIsMissingTellTheFolderFromTheFile)
+TEST(FileErrors, ForWhatIsMissingDistinguishFolderAndFile)
 {
     TemporaryFolder folder;
     EXPECT_EQ(errorOf(ENOENT, Aim::open, folder / "file"), fnfErr);

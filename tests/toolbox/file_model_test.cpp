@@ -1,4 +1,4 @@
-// Random sequences of file calls against a model in memory.
+// Random sequences of file calls, compared with a model in memory.
 #include <map>
 #include <memory>
 #include <random>
@@ -32,7 +32,7 @@ public:
 
     unsigned below(unsigned limit) { return static_cast<unsigned>(random() % limit); }
     std::string someName() { return std::string("file ") + static_cast<char>('a' + below(4)); }
-    // Text with no NUL, so that a file's type does not hang on it.
+    // Text without NUL, so that a file's type does not depend on it.
     std::string someText() { return std::string(below(2000), static_cast<char>('A' + below(26))); }
     bool isOpen(const std::shared_ptr<ModelFile> &file)
     {
@@ -48,7 +48,7 @@ public:
                 return true;
         return false;
     }
-    // One that is open, or one that is not.
+    // An open file's, or now and then any number.
     int16_t someRefNum()
     {
         if (opened.empty() || below(10) == 0)
@@ -77,7 +77,7 @@ public:
         ASSERT_EQ(HOpen(0, 0, P(name), permission, &refNum), expected);
         if (expected != noErr)
             return;
-        ASSERT_TRUE(numbers.insert(refNum).second) << refNum << " was given out before";
+        ASSERT_TRUE(numbers.insert(refNum).second) << refNum << " was used before";
         opened[refNum] = {found->second, 0, must || (permission == fsCurPerm && !taken)};
     }
     void close()
@@ -121,7 +121,7 @@ public:
     {
         int16_t refNum = someRefNum();
         auto found = opened.find(refNum);
-        // Only cut, for no NUL to get into the text.
+        // Only truncate, so that no NUL gets into the text.
         std::size_t end = found == opened.end() ? 0 : below(static_cast<unsigned>(found->second.file->data.size() + 1));
         OSErr expected = found == opened.end() ? rfNumErr : !found->second.writable ? wrPermErr : noErr;
         ASSERT_EQ(SetEOF(refNum, static_cast<int32_t>(end)), expected);
@@ -193,7 +193,7 @@ public:
         file->fork = fork;
     }
 
-    // Everything on disk is as the model has it, and nothing else is there.
+    // What is on disk is what the model has, and nothing else.
     void compare()
     {
         std::size_t count = 0;

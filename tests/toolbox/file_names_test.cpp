@@ -116,7 +116,7 @@ TEST_F(FileNamesTest, NamesThatDoNotFitGetAliases)
     EXPECT_EQ(macName("日本語.txt"), "???#1.txt");
 }
 
-TEST_F(FileNamesTest, AliasesTellApartAndAvoidFiles)
+TEST_F(FileNamesTest, AliasesDifferFromOneAnotherAndFromFiles)
 {
     writeFile(folder / "???#1.txt", "a real one");
     std::string first = macName("日本語.txt"), second = macName("中国語.txt");

@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Sets a variable of the environment for the length of a test.
+// Sets an environment variable for the duration of a test.
 class Variable {
 public:
     Variable(const char *name, const char *value) : name_(name)
@@ -61,7 +61,7 @@ TEST_F(FilePlacesTest, SameFolderSameNumber)
     EXPECT_EQ(folders::pathOf(*first, 0, P("x/y")), fs::canonical(folder / "a") / "x:y");
 }
 
-TEST_F(FilePlacesTest, WhatIsNoFolderHasNoNumber)
+TEST_F(FilePlacesTest, WhatIsNotAFolderHasNoNumber)
 {
     writeFile(folder / "file", "");
     EXPECT_FALSE(folders::workingDirectory(folder / "file"));
@@ -134,7 +134,7 @@ TEST_F(FilePlacesTest, FileInTheWayOfTheFolderIsReported)
     EXPECT_EQ(contentsOf(folder / "preferences"), "a file");
 }
 
-TEST_F(FilePlacesTest, TemporaryFolderIsOneAndGoesAtTheEnd)
+TEST_F(FilePlacesTest, TemporaryFolderIsAlwaysTheSameAndIsRemovedAtTheEnd)
 {
     Variable temporary("TMPDIR", folder.path().c_str());
     ASSERT_EQ(find(kTemporaryFolderType, true), noErr);
@@ -161,7 +161,7 @@ TEST_F(FilePlacesTest, PlannedFaultOfFindFolder)
     EXPECT_FALSE(fs::exists(folder / "preferences"));
 }
 
-TEST_F(FilePlacesTest, ListLeavesOutWhatIsNoDocument)
+TEST_F(FilePlacesTest, ListLeavesOutWhatIsNotADocument)
 {
     writeFile(folder / "b", "text");
     writeFile(folder / ".hidden", "");
@@ -209,7 +209,7 @@ TEST_F(FilePlacesTest, AListWithoutTypesHasTheSameEntries)
     EXPECT_EQ(listed(), (std::vector<std::string>{"plain", "typed"}));
 }
 
-TEST_F(FilePlacesTest, LookingIsNoFileCall)
+TEST_F(FilePlacesTest, LookingIsNotAFileCall)
 {
     writeFile(folder / "a", "");
     faults::failAnyFileCall(1, ioErr, true);

@@ -54,7 +54,7 @@ TEST(HeadlessMachine, LetsItsSourceEndTheSession)
     EXPECT_THROW(machine.nextInput(1), std::runtime_error);
 }
 
-TEST(HeadlessMachine, AnnouncesChangedScreens)
+TEST(HeadlessMachine, AnnouncesChangedDisplays)
 {
     HeadlessMachine machine;
     machine.setScreens({{{0, 0, 100, 200}, 1}, {{0, 200, 100, 400}, 32}});

@@ -9,8 +9,8 @@ namespace heap = toolbox::heap;
 
 class Memory : public ToolboxTest {
 protected:
-    // A heap of a stated size in which nothing has been allocated yet counts
-    // from what the managers took at start.
+    // A heap of a stated size, which is counted on top of what the managers
+    // took at start.
     void smallHeap(std::int32_t bytes)
     {
         configuration.heapBytes = bytes;
@@ -88,7 +88,7 @@ TEST_F(Memory, DisposingAHandleTwiceOrNilIsRefused)
     EXPECT_EQ(toolbox::leftBehind().handles, 0);
 }
 
-TEST_F(Memory, AFreedHandleIsNotGivenOutAgainAtOnce)
+TEST_F(Memory, AFreedHandleIsNotReusedAtOnce)
 {
     Handle first = NewHandle(8);
     DisposeHandle(first);
@@ -100,7 +100,7 @@ TEST_F(Memory, AFreedHandleIsNotGivenOutAgainAtOnce)
     EXPECT_FALSE(heap::isLive(first));
 }
 
-TEST_F(Memory, MasterPointersAreUsedAgainInTheEnd)
+TEST_F(Memory, MasterPointersAreReusedInTheEnd)
 {
     for (int i = 0; i < 10000; ++i)
         DisposeHandle(NewHandle(1));
@@ -109,7 +109,7 @@ TEST_F(Memory, MasterPointersAreUsedAgainInTheEnd)
     DisposeHandle(handle);
 }
 
-TEST_F(Memory, HandleOperationsOnAStrangerAreRefused)
+TEST_F(Memory, OperationsOnAnUnknownHandleAreRefused)
 {
     Ptr notAMaster = nullptr;
     EXPECT_EQ(GetHandleSize(&notAMaster), 0);
@@ -233,7 +233,7 @@ TEST_F(Memory, TheHeapIsFullAtItsStatedSize)
     EXPECT_EQ(FreeMem(), room);
 }
 
-TEST_F(Memory, WhatMaxMemAnswersCanBeHad)
+TEST_F(Memory, WhatMaxMemReturnsCanBeAllocated)
 {
     Size grow = 77;
     Size largest = MaxMem(&grow);
@@ -286,7 +286,7 @@ TEST_F(Memory, GrowingNeverPurgesTheBlockItself)
     DisposeHandle(handle);
 }
 
-TEST_F(Memory, PurgeMemTellsWhetherThereIsRoom)
+TEST_F(Memory, PurgeMemReportsWhetherThereIsRoom)
 {
     PurgeMem(10);
     EXPECT_EQ(MemError(), noErr);
@@ -307,7 +307,7 @@ TEST_F(Memory, APlannedFaultMakesOneAllocationFail)
     DisposeHandle(third);
 }
 
-TEST_F(Memory, CopiesAreOfTheirOwn)
+TEST_F(Memory, CopiesAreIndependent)
 {
     Handle original = nullptr;
     ASSERT_EQ(PtrToHand("abc", &original, 3), noErr);
@@ -322,7 +322,7 @@ TEST_F(Memory, CopiesAreOfTheirOwn)
     EXPECT_EQ(HandToHand(&original), memWZErr);
 }
 
-TEST_F(Memory, BlockMoveTakesOverlap)
+TEST_F(Memory, BlockMoveAllowsOverlap)
 {
     char bytes[] = "abcdef";
     BlockMove(bytes, bytes + 2, 4);

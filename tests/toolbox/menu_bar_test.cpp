@@ -67,7 +67,7 @@ TEST_F(MenuBar, InsertMenuKeepsTheOrderAskedFor)
     EXPECT_NE(GetMHandle(134), nullptr) << "pop-up menus stay";
 }
 
-TEST_F(MenuBar, TitlesStandInTheBarAndAreDrawnAnewWithTheScreens)
+TEST_F(MenuBar, TitlesAreInTheBarAndAreRedrawnWithTheDisplays)
 {
     toolbox::Picture drawn = toolbox::screenPicture(0);
     EXPECT_GT(darkPixels(drawn, placeOf(129)), 20);
@@ -109,7 +109,7 @@ TEST_F(MenuBar, PressDragReleaseChooses)
     EXPECT_FALSE(isInverted(placeOf(129)));
 }
 
-TEST_F(MenuBar, MenuHangsFromTheBarAndGoesWithoutATrace)
+TEST_F(MenuBar, MenuHangsFromTheBarAndVanishesCompletely)
 {
     toolbox::Picture before = toolbox::screenPicture(0);
     Rect first{};
@@ -151,7 +151,7 @@ TEST_F(MenuBar, ClickOnATitleLeavesItsMenuOpen)
     EXPECT_EQ(LoWord(select(title, {holding(600, release(title)), overItem(Input::Kind::mouseDown, 1),
                                     overItem(Input::Kind::mouseUp, 1)})),
               1)
-        << "however long it took, the mouse never left it";
+        << "however long it took, the mouse never left the title";
 }
 
 TEST_F(MenuBar, LookingAndComingBackClosesIt)
@@ -189,12 +189,12 @@ TEST_F(MenuBar, KeysMoveThroughOpenMenus)
     EXPECT_EQ(HiWord(result), 130);
     EXPECT_EQ(LoWord(result), 1);
     result = select(title, {release(title), key(left), key(down), key(carriageReturn)});
-    EXPECT_EQ(HiWord(result), 130) << "around the end";
+    EXPECT_EQ(HiWord(result), 130) << "wraps around";
     EXPECT_EQ(select(title, {release(title), key(escape)}), 0);
     EXPECT_FALSE(isInverted(title.h ? placeOf(129) : Rect{}));
 }
 
-TEST_F(MenuBar, PressBesideTheTitlesOpensWhatItIsDraggedTo)
+TEST_F(MenuBar, PressBesideTheTitlesOpensTheOneItIsDraggedTo)
 {
     EXPECT_EQ(select({10, 600}, {release({10, 600})}), 0);
     EXPECT_TRUE(trace.empty());

@@ -1,5 +1,5 @@
 // A hand on the mouse for tests of menus: what it does once a menu is open is
-// told step by step, since only then it is known where the items are.
+// given step by step, since only then is it known where the items are.
 #pragma once
 
 #include "support/toolbox_test.h"
@@ -13,7 +13,7 @@
 class MenuTest : public ToolboxTest {
 protected:
     using Input = toolbox::Input;
-    // Answers the next input; nothing lets time pass.
+    // Returns the next input; none lets time pass.
     using Step = std::function<std::optional<Input>()>;
 
     void TearDown() override
@@ -22,7 +22,7 @@ protected:
         ToolboxTest::TearDown();
     }
     // Presses at the point and takes the event, as a program does before it
-    // calls the Menu Manager. The steps are done from then on.
+    // calls the Menu Manager. The steps follow.
     void pressAt(Point where, std::vector<Step> steps)
     {
         machine.push(mouse(Input::Kind::mouseDown, where));
@@ -63,7 +63,7 @@ protected:
         input.modifiers = static_cast<std::uint16_t>(modifiers);
         return [=] { return input; };
     }
-    // A look at how things stand, and then the step.
+    // Calls look, and then does the step.
     static Step after(std::function<void()> look, Step step)
     {
         return [=] {

@@ -70,7 +70,7 @@ TEST_F(MenuItems, TextsBeyondTheMenuAreEmptyAndCannotBeSet)
     DisposeMenu(menu);
 }
 
-TEST_F(MenuItems, SetItemTakesTheTextAsItStands)
+TEST_F(MenuItems, SetItemTakesTheTextLiterally)
 {
     MenuHandle menu = newMenu("One;Two;Three");
     SetItem(menu, 2, P("(a;b/c"));

@@ -1,4 +1,4 @@
-// PopUpMenuSelect: where the menu lies, how it looks, and what it gives.
+// PopUpMenuSelect: where the menu is, how it looks, and what it returns.
 #include "menu_hand.h"
 
 #include "quickdraw/port.h"
@@ -33,7 +33,7 @@ protected:
     static constexpr Point somewhere{200, 300};
 };
 
-TEST_F(MenuPopup, AnswersMenuAndItemReleasedOver)
+TEST_F(MenuPopup, ReturnsMenuAndItemReleasedOver)
 {
     int32_t result = select(somewhere, 1, {overItem(Input::Kind::mouseMoved, 2), overItem(Input::Kind::mouseUp, 5)});
     EXPECT_EQ(HiWord(result), 200);
@@ -84,7 +84,7 @@ TEST_F(MenuPopup, MarksStayAsTheyAre)
     EXPECT_EQ(mark, 0);
 }
 
-TEST_F(MenuPopup, StaysOnTheScreenThatHoldsThePoint)
+TEST_F(MenuPopup, StaysOnTheDisplayThatHoldsThePoint)
 {
     machine.setScreens({{{0, 0, 480, 640}, 8}, {{100, 640, 400, 1040}, 8}});
     restart();
@@ -99,7 +99,7 @@ TEST_F(MenuPopup, StaysOnTheScreenThatHoldsThePoint)
         bool second = corner.h >= 640;
         EXPECT_GT(rows.front().top, second ? 100 : 20);
         if (corner.v == 101) {
-            EXPECT_EQ(rows.front().top, 101) << "only the main screen has a menu bar";
+            EXPECT_EQ(rows.front().top, 101) << "only the main display has a menu bar";
         }
         EXPECT_GT(rows.front().left, second ? 640 : 0);
         EXPECT_LT(rows.back().bottom, second ? 400 : 480);
@@ -107,7 +107,7 @@ TEST_F(MenuPopup, StaysOnTheScreenThatHoldsThePoint)
     }
 }
 
-TEST_F(MenuPopup, CoversAndRestoresTheScreen)
+TEST_F(MenuPopup, CoversAndRestoresTheDisplay)
 {
     toolbox::Picture before = toolbox::screenPicture(0), open;
     select(somewhere, 1, {[&] {
@@ -186,7 +186,7 @@ TEST_F(MenuPopup, WideEnoughForTheWidestText)
     EXPECT_GE(width, StringWidth(P(std::string(30, 'W'))) + 14);
 }
 
-TEST_F(MenuPopup, MenuHigherThanTheScreenScrolls)
+TEST_F(MenuPopup, MenuHigherThanTheDisplayScrolls)
 {
     MenuHandle tall = NewMenu(201, P(""));
     for (int i = 1; i <= 60; ++i)
@@ -210,7 +210,7 @@ TEST_F(MenuPopup, MenuHigherThanTheScreenScrolls)
     EXPECT_EQ(LoWord(result), 60);
 }
 
-TEST_F(MenuPopup, MenuHigherThanTheScreenScrollsWhileTheMouseRests)
+TEST_F(MenuPopup, MenuHigherThanTheDisplayScrollsWhileTheMouseRests)
 {
     MenuHandle tall = NewMenu(201, P(""));
     for (int i = 1; i <= 60; ++i)
@@ -231,7 +231,7 @@ TEST_F(MenuPopup, MenuHigherThanTheScreenScrollsWhileTheMouseRests)
         steps.push_back([] { return std::nullopt; });
     steps.push_back(overItem(Input::Kind::mouseUp, 60));
     EXPECT_EQ(LoWord(select(somewhere, 1, steps)), 60);
-    EXPECT_GT(machine.ticks() - before, 100u) << "a row each few ticks";
+    EXPECT_GT(machine.ticks() - before, 100u) << "a row every few ticks";
 }
 
 TEST_F(MenuPopup, ShortClickLeavesItOpenAndTheNextChooses)
@@ -244,12 +244,12 @@ TEST_F(MenuPopup, ShortClickLeavesItOpenAndTheNextChooses)
     EXPECT_EQ(trace, (std::vector<std::string>{"popup 200 opened at item 1", "popup 200 gave 5"}));
 }
 
-TEST_F(MenuPopup, SecondClickOnTheCurrentItemChoosesItHoweverShort)
+TEST_F(MenuPopup, SecondClickOnTheCurrentItemChoosesItEvenIfShort)
 {
     EXPECT_EQ(LoWord(select({208, 320}, 1, {release({208, 320}), press({208, 320}), release({208, 320})})), 1);
 }
 
-TEST_F(MenuPopup, HandThatTremblesStillClicks)
+TEST_F(MenuPopup, TremblingHandStillClicks)
 {
     Point nearby{static_cast<int16_t>(somewhere.v + 3), static_cast<int16_t>(somewhere.h + 3)};
     EXPECT_EQ(LoWord(select(somewhere, 1, {moveTo(nearby), release(nearby), overItem(Input::Kind::mouseDown, 2),
@@ -292,19 +292,19 @@ TEST_F(MenuPopup, KeysWorkInAMenuLeftOpen)
 {
     constexpr std::uint8_t up = toolbox::key::upArrow, down = toolbox::key::downArrow;
     using toolbox::key::carriageReturn, toolbox::key::enter, toolbox::key::escape;
-    Point corner{200, 290};   // beside every item: none is highlighted
+    Point corner{200, 290};   // outside every item: none is highlighted
     auto open = [&](std::vector<Step> steps) {
         steps.insert(steps.begin(), release(corner));
         pressAt(corner, steps);
         return LoWord(PopUpMenuSelect(menu, somewhere.v, somewhere.h, 1));
     };
     EXPECT_EQ(open({key(down), key(carriageReturn)}), 1);
-    EXPECT_EQ(open({key(down), key(down), key(down), key(enter)}), 5) << "over those that cannot be chosen";
-    EXPECT_EQ(open({key(up), key(carriageReturn)}), 5) << "around the end";
+    EXPECT_EQ(open({key(down), key(down), key(down), key(enter)}), 5) << "skipping those that cannot be chosen";
+    EXPECT_EQ(open({key(up), key(carriageReturn)}), 5) << "wraps around";
     EXPECT_EQ(open({key(carriageReturn)}), 0) << "nothing is highlighted";
     EXPECT_EQ(open({key(down), key(escape)}), 0);
     EXPECT_EQ(open({key(down), key('.', cmdKey)}), 0);
-    EXPECT_EQ(open({key(down), key('.'), key(carriageReturn)}), 1) << "without meaning";
+    EXPECT_EQ(open({key(down), key('.'), key(carriageReturn)}), 1) << "a key that means nothing";
     EXPECT_EQ(LoWord(select(somewhere, 1, {release(somewhere), key(down), key(carriageReturn)})), 2)
         << "from the item under the mouse";
 }
@@ -343,7 +343,7 @@ TEST_F(MenuPopup, WishToQuitClosesItWithNothingChosen)
     EXPECT_EQ(select(somewhere, 1, {release(somewhere), wish}), 0);
 }
 
-TEST_F(MenuPopup, ChangeOfTheScreensClosesIt)
+TEST_F(MenuPopup, ChangeOfTheDisplaysClosesIt)
 {
     EXPECT_EQ(select(somewhere, 1, {[&]() -> std::optional<Input> {
                   machine.setScreens({{{0, 0, 300, 400}, 1}});
@@ -365,7 +365,7 @@ TEST_F(MenuPopup, EmptyMenuOpensNothing)
     EXPECT_TRUE(trace.empty());
 }
 
-TEST_F(MenuPopup, ClosesWhenTrackingIsBrokenOff)
+TEST_F(MenuPopup, ClosesWhenTrackingIsCutShort)
 {
     struct Stopped {};
     toolbox::Picture before = toolbox::screenPicture(0);

@@ -55,7 +55,7 @@ TEST_F(MenuResource, MissingMenuIsNil)
     CloseResFile(file);
 }
 
-TEST_F(MenuResource, BytesThatAreNoMenuAreRefused)
+TEST_F(MenuResource, BytesThatAreNotAMenuAreRefused)
 {
     openFileWithMenu();
     AddResource(NewHandleClear(5), 'MENU', 302, P(""));

@@ -1,4 +1,4 @@
-// A blank port in the middle of the screen, and its pixels by local coordinates.
+// A blank port in the middle of the display, and its pixels by local coordinates.
 #pragma once
 
 #include "quickdraw/port.h"
@@ -29,7 +29,7 @@ protected:
         ToolboxTest::TearDown();
     }
 
-    // Nobody else draws on the screen, and it is blank.
+    // The display is blank, and nothing else draws on it.
     void openCanvas()
     {
         const GrafPtr desktop = toolbox::quickdraw::desktopPort();
@@ -40,7 +40,7 @@ protected:
         SetRectRgn(port.visRgn, 0, 0, width, height);
         SetPort(&port);
     }
-    // What is on the canvas stays on it.
+    // The canvas keeps its contents.
     void useDepth(int depth)
     {
         machine.setScreens({{{0, 0, 480, 640}, depth}});
@@ -48,14 +48,14 @@ protected:
     }
     void closeCanvas() { toolbox::quickdraw::closePort(&port); }
 
-    // The canvas with a rim of what lies around it.
+    // The canvas with a rim of what is around it.
     std::vector<std::uint32_t> pixels() const
     {
-        const toolbox::Picture screen = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::screenPicture(0);
         std::vector<std::uint32_t> result;
         for (int v = -rim; v < height + rim; ++v)
             for (int h = -rim; h < width + rim; ++h)
-                result.push_back(screen.pixels[std::size_t(v + top) * screen.width + (h + left)]);
+                result.push_back(display.pixels[std::size_t(v + top) * display.width + (h + left)]);
         return result;
     }
     static std::uint32_t at(const std::vector<std::uint32_t> &from, int h, int v)

@@ -1,4 +1,4 @@
-// What screens of each depth show.
+// What displays of each depth show.
 #include <map>
 #include <random>
 #include <set>
@@ -77,7 +77,7 @@ TEST_F(QuickDrawDepth, TablesAreAsLongAsTheirDepthAllows)
     }
 }
 
-TEST_F(QuickDrawDepth, EveryColourOfATableIsShownAsItIs)
+TEST_F(QuickDrawDepth, EveryColourOfATableIsShownExactly)
 {
     for (int depth : {1, 2, 4, 8})
         for (std::uint32_t color : colorsOf(depth))
@@ -95,8 +95,8 @@ TEST_F(QuickDrawDepth, TheNearestColourIsShown)
             double nearest = 1e9;
             for (std::uint32_t each : colorsOf(depth))
                 nearest = std::min(nearest, std::sqrt(apart(color, each)));
-            // A colour is looked up by its place in a grid of cells of 8, and so
-            // stands for one up to half a diagonal away.
+            // A colour is looked up by its cell in a grid of cells of 8, so the
+            // cell's own colour is up to half a diagonal away.
             ASSERT_LE(std::sqrt(apart(color, shown)), nearest + 8 * std::sqrt(3.0)) << std::hex << color;
         }
 }
@@ -115,7 +115,7 @@ TEST_F(QuickDrawDepth, OppositesAreEachOthers)
     EXPECT_EQ(oppositeColor(0x123456, 32), 0xEDCBA9u);
 }
 
-TEST_F(QuickDrawDepth, ConstantsStayTellableFromFourBitsOn)
+TEST_F(QuickDrawDepth, ConstantsStayDistinctFromFourBitsUp)
 {
     for (int depth : {4, 8, 32}) {
         useDepth(depth);
@@ -126,7 +126,7 @@ TEST_F(QuickDrawDepth, ConstantsStayTellableFromFourBitsOn)
     }
 }
 
-TEST_F(QuickDrawDepth, OnTwoBitsColoursAreGreysNeitherBlackNorWhite)
+TEST_F(QuickDrawDepth, WithTwoBitsColoursAreGreysNeitherBlackNorWhite)
 {
     useDepth(2);
     std::map<int32_t, std::uint32_t> shown;
@@ -138,7 +138,7 @@ TEST_F(QuickDrawDepth, OnTwoBitsColoursAreGreysNeitherBlackNorWhite)
     EXPECT_EQ(shown, expected);
 }
 
-TEST_F(QuickDrawDepth, OnlyColoursOfTheTableAreOnTheScreen)
+TEST_F(QuickDrawDepth, OnlyColoursOfTheTableAreOnTheDisplay)
 {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
@@ -157,7 +157,7 @@ TEST_F(QuickDrawDepth, OnlyColoursOfTheTableAreOnTheScreen)
     }
 }
 
-TEST_F(QuickDrawDepth, WhatIsThereBecomesWhatTheNewDepthShows)
+TEST_F(QuickDrawDepth, ExistingPixelsBecomeWhatTheNewDepthShows)
 {
     std::mt19937 random(1);
     useDepth(32);
@@ -175,7 +175,7 @@ TEST_F(QuickDrawDepth, WhatIsThereBecomesWhatTheNewDepthShows)
     }
 }
 
-TEST_F(QuickDrawDepth, EdgesOfTextAreGradedWhereTheScreenHasWhatLiesBetween)
+TEST_F(QuickDrawDepth, EdgesOfTextAreSmoothWhereTheDisplayHasColoursBetween)
 {
     auto grades = [&](int depth, int32_t color) {
         useDepth(depth);

@@ -5,7 +5,7 @@ namespace {
 
 class QuickDrawDetails : public CanvasTest {
 protected:
-    // The canvas from left and top on, a letter for each colour.
+    // The canvas from left and top onwards, a letter for each colour.
     std::vector<std::string> drawn(int fromH, int fromV, int columns, int rows) const
     {
         const auto canvas = pixels();
@@ -28,7 +28,7 @@ using Rows = std::vector<std::string>;
 
 }  // namespace
 
-TEST_F(QuickDrawDetails, AShadowLiesOnePixelOutsideAPopupsFrame)
+TEST_F(QuickDrawDetails, AShadowIsOnePixelOutsideAPopupsFrame)
 {
     const Rect box{10, 20, 18, 32};
     FrameRect(&box);
@@ -74,7 +74,7 @@ TEST_F(QuickDrawDetails, AnEtchedPanelHasWhiteBesideItsBlueFrame)
                     "#.b######.b#", "#.b.......b#", "##bbbbbbbbb#", "############"}));
 }
 
-TEST_F(QuickDrawDetails, ADefaultButtonsOutlineHasCornersOfSixteenAndThreePixelsOfPen)
+TEST_F(QuickDrawDetails, ADefaultButtonsOutlineHasCornersOfSixteenAndAPenOfThreePixels)
 {
     Rect button{20, 20, 40, 80};
     PenSize(3, 3);

@@ -12,7 +12,7 @@ TEST(QuickDrawGeometry, RectanglesHoldTopLeftButNotBottomRight)
     EXPECT_TRUE(EmptyRect(&line));
 }
 
-TEST(QuickDrawGeometry, SectRectAnswersAllZeroWithoutAnOverlap)
+TEST(QuickDrawGeometry, SectRectGivesAllZeroWithoutAnOverlap)
 {
     const Rect a{0, 0, 10, 10}, b{5, 5, 20, 20}, beside{0, 10, 10, 20};
     Rect both{};
@@ -108,7 +108,7 @@ TEST_F(QuickDrawPorts, WithoutRegionsDrawNothing)
 
 class QuickDrawDevices : public ToolboxTest {};
 
-TEST_F(QuickDrawDevices, AreTheScreensInOrder)
+TEST_F(QuickDrawDevices, AreTheDisplaysInOrder)
 {
     machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 1}, {{480, 0, 800, 640}, 32}});
     GDHandle device = GetDeviceList();
@@ -144,7 +144,7 @@ TEST_F(QuickDrawDevices, ThatAreGoneStayReadableButInactive)
     EXPECT_FALSE(TestDeviceAttribute(gone, screenActive));
 }
 
-TEST_F(QuickDrawDevices, GrayRegionIsAllScreensLessTheMenuBar)
+TEST_F(QuickDrawDevices, GrayRegionIsAllDisplaysWithoutTheMenuBar)
 {
     machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     RgnHandle gray = GetGrayRgn();
@@ -156,7 +156,7 @@ TEST_F(QuickDrawDevices, GrayRegionIsAllScreensLessTheMenuBar)
     EXPECT_EQ(qd.screenBits.bounds.top, 0);
 }
 
-TEST_F(QuickDrawDevices, ThirtyTwoChangesOfScreenLeaveNothingBehind)
+TEST_F(QuickDrawDevices, ThirtyTwoChangesOfDisplayLeaveNothingBehind)
 {
     for (int i = 0; i < 32; ++i)
         machine.setScreens(std::vector<toolbox::Screen>(1, {{0, 0, 480, 640}, i % 2 ? 1 : 8})), GetMainDevice();
@@ -174,9 +174,9 @@ TEST(QuickDrawRandom, IsTheMinimalStandardGenerator)
     EXPECT_EQ(last, int16_t(1043618065 & 0xFFFF));
 }
 
-TEST(QuickDrawRandom, AnswersZeroInsteadOfTheLowestNumber)
+TEST(QuickDrawRandom, ReturnsZeroInsteadOfTheLowestNumber)
 {
-    // The seed that comes before 0x8000: its product with 16807 leaves 0x8000.
+    // The seed before 0x8000: its product with 16807 leaves 0x8000.
     int64_t inverse = 1, power = 16807;
     for (int64_t exponent = 0x7FFFFFFF - 2; exponent > 0; exponent /= 2, power = power * power % 0x7FFFFFFF)
         if (exponent % 2)

@@ -44,7 +44,7 @@ void addTransfer(Bytes &bytes, int width, int height, int mode = 0)
     bytes.rect(0, 0, width, height).rect(0, 0, width, height).word(mode);
 }
 
-// Red and blue by turns, two rows, at that many bits a pixel.
+// Red and blue in turn, two rows, at that many bits per pixel.
 std::string indexedPicture(int bits)
 {
     const int width = 64 / bits;   // eight bytes a row
@@ -141,7 +141,7 @@ TEST_F(PictureResources, ShrunkToTheRectangle)
 {
     draw(smallBitmap(), {10, 20, 11, 24});
     for (int h = 0; h < 4; ++h)
-        EXPECT_EQ(pixel(20 + h, 10), black) << "every second pixel is taken";
+        EXPECT_EQ(pixel(20 + h, 10), black) << "every other pixel is taken";
     EXPECT_EQ(inked(), 4);
 }
 
@@ -227,7 +227,7 @@ TEST_F(PictureResources, PortKeepsItsPenAndColours)
     EXPECT_EQ(port.pnSize.v, 4);
 }
 
-TEST_F(PictureResources, WhatIsNotDrawnIsPassedOver)
+TEST_F(PictureResources, WhatIsNotDrawnIsSkipped)
 {
     Bytes bytes = version2(20, 20);
     bytes.word(0xA0).word(0).word(0xA1).word(100).word(3).byte(1).byte(2).byte(3).evenly();
@@ -239,7 +239,7 @@ TEST_F(PictureResources, WhatIsNotDrawnIsPassedOver)
     EXPECT_EQ(inked(), 400);
 }
 
-TEST_F(PictureResources, ImageBehindARegionIsReadThroughIt)
+TEST_F(PictureResources, ImageWithARegionIsDrawn)
 {
     Bytes bytes = version1(8, 1);
     bytes.byte(0x91).word(2).rect(0, 0, 8, 1);
@@ -258,7 +258,7 @@ TEST_F(PictureResources, BytesThatEndEarlyDrawNothing)
         }
 }
 
-TEST_F(PictureResources, SizesThatLieAreRefused)
+TEST_F(PictureResources, WrongSizesAreRefused)
 {
     auto bitmap = [](int rowBytes, int width, int height) {
         Bytes bytes = version1(8, 8);
@@ -278,7 +278,7 @@ TEST_F(PictureResources, SizesThatLieAreRefused)
     EXPECT_FALSE(readPicture(Bytes().word(0).rect(0, 0, 8, 8).word(0x1102).byte(0xFF).bytes())) << "no version";
 }
 
-// 32767 by 600 pixels, each row packed into few bytes: more than are allowed.
+// 32767 by 600 pixels, each row packed into few bytes: too many pixels.
 TEST_F(PictureResources, PicturesOfTooManyPixelsAreRefused)
 {
     Bytes bytes = version2(8, 8);
@@ -329,7 +329,7 @@ TEST_F(PictureResources, RandomChangesAreReadOrRefused)
 
 class PictureItems : public DialogTest {};
 
-TEST_F(PictureItems, PictureIsDrawnInItsItemAlsoAfterAPurge)
+TEST_F(PictureItems, PictureIsDrawnInItsItemEvenAfterAPurge)
 {
     Bytes bytes;
     for (char byte : smallBitmap())
@@ -341,11 +341,11 @@ TEST_F(PictureItems, PictureIsDrawnInItsItemAlsoAfterAPurge)
     ASSERT_NE(dialog, nullptr);
     auto dark = [] {
         DrawDialog(FrontWindow());
-        toolbox::Picture screen = toolbox::screenPicture(0);
+        toolbox::Picture display = toolbox::screenPicture(0);
         int count = 0;
         for (int v = 70; v < 74; ++v)
             for (int h = 70; h < 86; ++h)
-                count += screen.pixels[size_t(v * screen.width + h)] == black;
+                count += display.pixels[size_t(v * display.width + h)] == black;
         return count;
     };
     EXPECT_EQ(dark(), 32);

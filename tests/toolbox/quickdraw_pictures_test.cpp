@@ -28,7 +28,7 @@ TEST_F(QuickDrawPictures, ArePutBackAsTheyWereTaken)
     EXPECT_EQ(pixels(), before);
 }
 
-TEST_F(QuickDrawPictures, AreTakenAcrossScreensAndBesideThem)
+TEST_F(QuickDrawPictures, AreTakenAcrossDisplaysAndBesideThem)
 {
     machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     GetMainDevice();
@@ -40,7 +40,7 @@ TEST_F(QuickDrawPictures, AreTakenAcrossScreensAndBesideThem)
     EXPECT_EQ(bits.parts[1].picture.pixels, std::vector<std::uint32_t>(100, 0));
     PaintRect(&beyond);
     const SavedBits edge = saveBits(beyond);
-    EXPECT_EQ(edge.parts[0].picture.height, 10) << "there is no screen below";
+    EXPECT_EQ(edge.parts[0].picture.height, 10) << "there is no display below";
     EXPECT_TRUE(restoreBits(edge));
     EXPECT_TRUE(saveBits({500, 10, 510, 20}).parts.empty());
     EXPECT_EQ(toolbox::screenPicture(1).width, 640);
@@ -52,12 +52,12 @@ TEST_F(QuickDrawPictures, AreWrittenAsPngAndReadBack)
     MoveTo(10, 40);
     ForeColor(magentaColor);
     DrawString(P("Riders"));
-    const Picture screen = toolbox::screenPicture(0);
-    ASSERT_TRUE(toolbox::writePng(folder / "screen.png", screen));
-    const Picture back = toolbox::readPng(folder / "screen.png");
-    EXPECT_EQ(back.width, screen.width);
-    EXPECT_EQ(back.height, screen.height);
-    EXPECT_EQ(back.pixels, screen.pixels);
+    const Picture display = toolbox::screenPicture(0);
+    ASSERT_TRUE(toolbox::writePng(folder / "display.png", display));
+    const Picture back = toolbox::readPng(folder / "display.png");
+    EXPECT_EQ(back.width, display.width);
+    EXPECT_EQ(back.height, display.height);
+    EXPECT_EQ(back.pixels, display.pixels);
 }
 
 TEST_F(QuickDrawPictures, ThatCannotBeWrittenLeaveNoFile)
@@ -77,7 +77,7 @@ TEST_F(QuickDrawPictures, ChangedDisplaysAreNoticedOnce)
     EXPECT_EQ(toolbox::screenPicture(0).width, 800);
 }
 
-TEST_F(QuickDrawPictures, NobodyWantsAreNotKeptButTextIsMeasuredAndTraced)
+TEST_F(QuickDrawPictures, ThatAreNotWantedAreNotKeptButTextIsMeasuredAndTraced)
 {
     const int16_t seenWidth = StringWidth(P("Riders"));
     closeCanvas();

@@ -22,8 +22,8 @@ Rect withoutRim(const Rect &r, Point pen)
     return {int16_t(r.top + pen.v), int16_t(r.left + pen.h), int16_t(r.bottom - pen.v), int16_t(r.right - pen.h)};
 }
 
-// Twice the distance of a pixel's centre from the middle of the nearest corner's
-// oval, as far as it lies in the corner: 0 beside it.
+// Twice the distance of a pixel's centre from the middle of the nearest
+// corner's oval, inside the corner; 0 outside it.
 std::int64_t towardsCorner(int place, int low, int high, int oval)
 {
     const int fromLow = 2 * (place - low) + 1, fromHigh = 2 * (high - place) - 1;
@@ -118,7 +118,7 @@ void SlowCanvas::fillRect(const Rect &r, const Pattern &pattern)
     inkPixels([&](int h, int v) { return within(r, h, v); }, pattern, patCopy);
 }
 
-// The pen stamped at every step of the longer direction, on the nearest pixel.
+// Stamps the pen on the nearest pixel, step by step along the longer direction.
 void SlowCanvas::line(Point from, Point to)
 {
     const int across = std::abs(to.h - from.h), down = std::abs(to.v - from.v), steps = std::max(across, down);
@@ -154,8 +154,8 @@ void SlowCanvas::frameRoundRect(const Rect &r, int ovalWidth, int ovalHeight)
     ink([&](int x, int y) { return outer.holds(x, y) && !inner.holds(x, y); }, state.pattern, state.mode);
 }
 
-// A pixel is inside when an odd number of edges pass its centre on the left or
-// run through it.
+// A pixel is inside when an odd number of edges pass to the left of its centre
+// or through it.
 void SlowCanvas::paintPolygon(const std::vector<Point> &points)
 {
     auto edgesToTheLeft = [&](int x, int y) {
@@ -166,7 +166,7 @@ void SlowCanvas::paintPolygon(const std::vector<Point> &points)
             const double top = upper.v * scale_, bottom = lower.v * scale_, middle = y + 0.5;
             if (middle < top || middle >= bottom)
                 continue;
-            // Products of whole and half numbers: exact.
+            // Products of whole and half numbers are exact.
             const double run = double(lower.h - upper.h) * scale_, rise = bottom - top;
             count += (middle - top) * run <= (x + 0.5 - upper.h * scale_) * rise;
         }

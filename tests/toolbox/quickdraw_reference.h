@@ -1,7 +1,7 @@
-// QuickDraw pixel by pixel: for each device pixel of the canvas, whether it is
-// inked and what it becomes, asked one after another with no cleverness.
+// QuickDraw pixel by pixel: decides for each device pixel of the canvas in
+// turn, with no cleverness, whether it is inked and what it becomes.
 // Rectangles, lines, regions and patterns are in QuickDraw's pixels; round
-// rectangles and polygons are worked out in device pixels.
+// rectangles and polygons are computed in device pixels.
 #pragma once
 
 #include <functional>
@@ -10,10 +10,10 @@
 
 class SlowCanvas {
 public:
-    // Blank, of the canvas' size.
+    // Blank, of the canvas's size.
     SlowCanvas(int depth, int scale);
 
-    // The port's state, as a copy of the port's fields has it.
+    // The state that a port's fields hold.
     struct State {
         Point penSize{1, 1};
         int mode = patCopy;
@@ -34,7 +34,7 @@ public:
     void paintPolygon(const std::vector<Point> &points);
     void scrollRect(const Rect &r, int dh, int dv);
 
-    // As CanvasTest::pixels answers them, but in device pixels and without a rim.
+    // Like CanvasTest::pixels, but in device pixels and without a rim.
     const std::vector<std::uint32_t> &pixels() const { return pixels_; }
     int width() const { return CanvasSize::width * scale_; }
     int height() const { return CanvasSize::height * scale_; }

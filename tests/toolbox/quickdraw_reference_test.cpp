@@ -1,4 +1,4 @@
-// Random drawing, against the slow way and against itself at other scales.
+// Random drawing, compared with the slow reference and with other scales.
 #include <random>
 
 #include "quickdraw_reference.h"
@@ -7,7 +7,7 @@ namespace {
 
 class QuickDrawReference : public CanvasTest {
 protected:
-    void useScreen(int depth, int scale)
+    void useDisplay(int depth, int scale)
     {
         closeCanvas();
         machine.setScreens({{{0, 0, 200, 260}, depth, scale}});
@@ -17,26 +17,25 @@ protected:
     }
     std::vector<std::uint32_t> devicePixels() const
     {
-        const toolbox::Picture screen = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::screenPicture(0);
         std::vector<std::uint32_t> result;
         for (int y = top * scale_; y < (top + height) * scale_; ++y) {
-            auto row = screen.pixels.begin() + y * screen.width + left * scale_;
+            auto row = display.pixels.begin() + y * display.width + left * scale_;
             result.insert(result.end(), row, row + width * scale_);
         }
         return result;
     }
-    // That many pixels differ from white on the whole screen but not on the
-    // canvas.
+    // How many pixels of the display outside the canvas are not white.
     int inkedBeside() const
     {
-        const toolbox::Picture screen = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::screenPicture(0);
         int count = 0;
-        for (int y = 0; y < screen.height; ++y)
-            for (int x = 0; x < screen.width; ++x) {
+        for (int y = 0; y < display.height; ++y)
+            for (int x = 0; x < display.width; ++x) {
                 const int h = x / scale_ - left, v = y / scale_ - top;
                 const bool inside = h >= 0 && h < width && v >= 0 && v < height;
                 count +=
-                    !inside && screen.pixels[std::size_t(y) * std::size_t(screen.width) + std::size_t(x)] != white;
+                    !inside && display.pixels[std::size_t(y) * std::size_t(display.width) + std::size_t(x)] != white;
             }
         return count;
     }
@@ -44,7 +43,7 @@ protected:
     int scale_ = 1;
 };
 
-// The same random drawing on the port and the slow canvas.
+// Draws the same at random on the port and the slow canvas.
 class Scribbler {
 public:
     Scribbler(unsigned seed, bool smoothShapes, SlowCanvas *slow)
@@ -137,7 +136,7 @@ private:
             slow_->state = state;
     }
 
-    // Nothing, a rectangle, or what lies in one of two rectangles but not in both.
+    // Nothing, a rectangle, or what is in exactly one of two rectangles.
     std::function<bool(int, int)> clip()
     {
         const Rect one = rect(), other = rect(), all{-1000, -1000, 1000, 1000};
@@ -228,7 +227,7 @@ TEST_F(QuickDrawReference, RandomDrawingMatchesAtEveryDepthAndScale)
     unsigned drawing = seed;
     for (int scale : {1, 2, 3})
         for (int depth : {1, 2, 4, 8, 32}) {
-            useScreen(depth, scale);
+            useDisplay(depth, scale);
             SlowCanvas slow(depth, scale);
             Scribbler scribbler(++drawing, true, &slow);
             for (int shape = 0; shape < 36 / (scale * scale); ++shape) {
@@ -251,7 +250,7 @@ TEST_F(QuickDrawReference, AllButCurvesAndSlantsIsTheSameAtEveryScaleButLarger)
         for (int depth : {1, 2, 4, 8, 32}) {
             std::vector<std::uint32_t> small;
             for (int scale : {1, 2, 3}) {
-                useScreen(depth, scale);
+                useDisplay(depth, scale);
                 Scribbler scribbler(seed + unsigned(round), false, nullptr);
                 for (int shape = 0; shape < 40; ++shape)
                     scribbler.draw();

@@ -1,4 +1,4 @@
-// Screens with several device pixels to a pixel.
+// Displays with several device pixels per pixel.
 #include "quickdraw/devices.h"
 #include "quickdraw/pictures.h"
 #include "quickdraw_canvas.h"
@@ -36,7 +36,7 @@ int darkIn(const Picture &picture)
 
 }  // namespace
 
-TEST_F(QuickDrawScale, ThePresentedPictureIsScaleTimesTheScreen)
+TEST_F(QuickDrawScale, ThePresentedPictureIsScaleTimesTheDisplay)
 {
     for (int scale : {2, 3, 1}) {
         closeCanvas();
@@ -88,7 +88,7 @@ TEST_F(QuickDrawScale, TextUnderAMenuAndInScrolledPartsIsNotCoarsened)
     EXPECT_EQ(shown().pixels, before.pixels);
 }
 
-TEST_F(QuickDrawScale, WhatWasSavedOfOtherScreensIsNotPutBack)
+TEST_F(QuickDrawScale, WhatWasSavedOfOtherDisplaysIsNotRestored)
 {
     const Rect mark{10, 10, 20, 20};
     PaintRect(&mark);
@@ -99,7 +99,7 @@ TEST_F(QuickDrawScale, WhatWasSavedOfOtherScreensIsNotPutBack)
     EXPECT_EQ(darkIn(shown()), 0);
 }
 
-TEST_F(QuickDrawScale, ScrollsBetweenScreensOfDifferentScales)
+TEST_F(QuickDrawScale, ScrollsBetweenDisplaysOfDifferentScales)
 {
     machine.setScreens({{{0, 0, 480, 640}, 8, 1}, {{0, 640, 480, 1280}, 8, 2}});
     GetMainDevice();
@@ -116,7 +116,7 @@ TEST_F(QuickDrawScale, ScrollsBetweenScreensOfDifferentScales)
     SetPort(&port);
 }
 
-TEST_F(QuickDrawScale, AScreenIsPresentedOnlyWhenSomethingWasDrawn)
+TEST_F(QuickDrawScale, ADisplayIsPresentedOnlyWhenSomethingWasDrawn)
 {
     useScale(2);
     Delay(1, nullptr);

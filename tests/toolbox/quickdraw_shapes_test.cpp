@@ -175,7 +175,7 @@ TEST_F(QuickDrawShapes, PenModesCombineWithWhatIsThere)
     EXPECT_EQ(countAfter(patBic, true), 48);
 }
 
-TEST_F(QuickDrawShapes, DimmingTakesEveryOtherPixelAwayAndAddsNone)
+TEST_F(QuickDrawShapes, DimmingRemovesEveryOtherPixelAndAddsNone)
 {
     const Rect all{0, 0, 8, 8}, dimmed{0, 0, 8, 4};
     FillRect(&all, &qd.black);
@@ -207,13 +207,13 @@ TEST_F(QuickDrawShapes, ColoursHaveTheirTableValues)
     }
 }
 
-TEST_F(QuickDrawShapes, OnABlackAndWhiteScreenAllButWhiteIsBlack)
+TEST_F(QuickDrawShapes, OnABlackAndWhiteDisplayAllButWhiteIsBlack)
 {
     const Rect before{0, 0, 2, 2}, r{10, 10, 12, 12};
     ForeColor(redColor);
     PaintRect(&before);
     useDepth(1);
-    EXPECT_EQ(pixel(0, 0), black) << "what was there becomes what the screen can show";
+    EXPECT_EQ(pixel(0, 0), black) << "what was there becomes what the display can show";
     EXPECT_EQ(pixel(5, 5), white);
     ForeColor(yellowColor);
     PaintRect(&r);
@@ -310,7 +310,7 @@ TEST_F(QuickDrawPolygons, FramesFollowTheLinesWithThePen)
     KillPoly(square);
 }
 
-TEST_F(QuickDrawPolygons, WithoutMemoryAreNotOpened)
+TEST_F(QuickDrawPolygons, AreNotOpenedWithoutMemory)
 {
     toolbox::faults::failAllocation(1);
     EXPECT_EQ(OpenPoly(), nullptr);
@@ -320,7 +320,7 @@ TEST_F(QuickDrawPolygons, WithoutMemoryAreNotOpened)
     KillPoly(nullptr);
 }
 
-TEST_F(QuickDrawScrolling, MovesPixelsWithinTheRectangleAndSaysWhatIsToBeDrawn)
+TEST_F(QuickDrawScrolling, MovesPixelsWithinTheRectangleAndReportsWhatIsToBeDrawn)
 {
     const Rect r{10, 10, 30, 50}, dot{12, 12, 14, 14}, outside{15, 5, 16, 9};
     PaintRect(&dot);

@@ -103,7 +103,7 @@ TEST_F(QuickDrawText, TakesTheForegroundColour)
     EXPECT_NE(std::find(drawn.begin(), drawn.end(), 0xDD0000u), drawn.end());
 }
 
-TEST_F(QuickDrawText, OnABlackAndWhiteScreenHasNoGreys)
+TEST_F(QuickDrawText, OnABlackAndWhiteDisplayHasNoGreys)
 {
     useDepth(1);
     const int before = StringWidth(P("Screen angle"));
@@ -169,7 +169,7 @@ TEST_F(QuickDrawText, SymbolHasItsOwnCharacters)
     EXPECT_EQ(CharWidth('"'), 71);   // for all
     EXPECT_EQ(CharWidth(0xE5), 71);  // sum
     TextFace(bold);
-    EXPECT_EQ(CharWidth('a'), 64) << "made bold by a pixel more";
+    EXPECT_EQ(CharWidth('a'), 64) << "made bold by an extra pixel";
 }
 
 TEST_F(QuickDrawText, MenuMarksHaveShapes)
@@ -198,7 +198,7 @@ TEST_F(QuickDrawText, IsTracedAsDrawn)
     EXPECT_NE(drawing[1].find("\"cde\""), std::string::npos);
 }
 
-TEST_F(QuickDrawText, MayBeLongerAndLargerThanAnyScreen)
+TEST_F(QuickDrawText, MayBeLongerAndLargerThanAnyDisplay)
 {
     TextSize(32767);
     MoveTo(32000, -32000);
@@ -251,7 +251,7 @@ TEST_F(QuickDrawText, OutlinedLettersAreHollowWithALineAround)
         }
 }
 
-TEST_F(QuickDrawText, MadeFacesMakeCharactersWider)
+TEST_F(QuickDrawText, SynthesisedFacesMakeCharactersWider)
 {
     const int16_t plain = CharWidth('e');
     for (int16_t face : {outline, shadow, extend}) {
@@ -264,7 +264,7 @@ TEST_F(QuickDrawText, MadeFacesMakeCharactersWider)
     EXPECT_EQ(CharWidth('e'), plain - 1);
 }
 
-TEST_F(QuickDrawText, WithoutGradesLettersKeepTheirDots)
+TEST_F(QuickDrawText, WithoutSmoothingLettersKeepTheirDots)
 {
     useDepth(1);
     for (int16_t font : {0, 3})
@@ -275,7 +275,7 @@ TEST_F(QuickDrawText, WithoutGradesLettersKeepTheirDots)
             MoveTo(20, 40);
             DrawChar('i');
             const auto drawn = pixels();
-            std::string rows;  // of ink and of none, from the top
+            std::string rows;  // with ink and without, from the top
             for (int v = 20; v < 40; ++v) {
                 bool ink = false;
                 for (int h = 10; h < 40; ++h)
@@ -287,7 +287,7 @@ TEST_F(QuickDrawText, WithoutGradesLettersKeepTheirDots)
         }
 }
 
-TEST_F(QuickDrawText, AMarkHasSmoothSlantsOnAFineScreen)
+TEST_F(QuickDrawText, AMarkHasSmoothSlantsOnAFineDisplay)
 {
     useDepth(8);
     machine.setScreens({{{0, 0, 480, 640}, 8, 3}});
@@ -295,11 +295,11 @@ TEST_F(QuickDrawText, AMarkHasSmoothSlantsOnAFineScreen)
     openCanvas();
     MoveTo(10, 40);
     DrawChar(0x13);
-    const toolbox::Picture screen = toolbox::screenPicture(0);
+    const toolbox::Picture display = toolbox::screenPicture(0);
     std::vector<int> widths;
-    for (int y = 0; y < screen.height; ++y)
-        if (auto row = screen.pixels.begin() + y * screen.width;
-            int dark = int(std::count_if(row, row + screen.width, [](auto pixel) { return (pixel & 255) < 128; })))
+    for (int y = 0; y < display.height; ++y)
+        if (auto row = display.pixels.begin() + y * display.width;
+            int dark = int(std::count_if(row, row + display.width, [](auto pixel) { return (pixel & 255) < 128; })))
             widths.push_back(dark);
     ASSERT_GE(widths.size(), 25u);
     for (std::size_t i = 1; i < widths.size(); ++i)

@@ -14,7 +14,7 @@ using toolbox::resources::ForkEntry;
 
 class Resources : public ToolboxTest {
 protected:
-    // A file in the start folder with these resources.
+    // Makes a file in the start folder with these resources.
     void makeFile(const std::string &name, const std::vector<ForkEntry> &entries)
     {
         makeFork(name, *toolbox::resources::forkBytes(entries));
@@ -120,7 +120,7 @@ TEST_F(Resources, PlannedFaultsStopOpeningAndCreating)
     EXPECT_EQ(ResError(), tmfoErr);
 }
 
-TEST_F(Resources, GettingTwiceAnswersTheSameHandle)
+TEST_F(Resources, GettingTwiceReturnsTheSameHandle)
 {
     makeFile("file", {{'TEXT', 5, 0, {}, "body"}});
     int16_t refNum = open("file");
@@ -200,7 +200,7 @@ TEST_F(Resources, ClosingTheCurrentFileMakesTheOneBeforeItCurrent)
     EXPECT_EQ(CurResFile(), -1);
 }
 
-TEST_F(Resources, OpeningAnOpenFileAnswersItsNumber)
+TEST_F(Resources, OpeningAnOpenFileReturnsItsNumber)
 {
     makeFile("one", {});
     makeFile("two", {});
@@ -244,7 +244,7 @@ TEST_F(Resources, AnOpenForkFollowsItsFileToANewName)
     EXPECT_FALSE(std::filesystem::exists(folder / "file"));
 }
 
-TEST_F(Resources, NamesAreFoundWithoutRegardToCaseButToAccents)
+TEST_F(Resources, NamesAreFoundWhateverTheCaseButWithTheirAccents)
 {
     makeFile("file", {{'TEXT', 1, 0, "Caf\x8E", "1"}, {'TEXT', 2, 0, "cafe", "2"}, {'TEXT', 3, 0, {}, "3"}});
     open("file");
@@ -255,7 +255,7 @@ TEST_F(Resources, NamesAreFoundWithoutRegardToCaseButToAccents)
     EXPECT_FALSE(GetNamedResource('TEXT', P("")));
 }
 
-TEST_F(Resources, InfoAttributesAndSizeAreToldAndStrangersRefused)
+TEST_F(Resources, InfoAttributesAndSizeAreReturnedAndUnknownHandlesRefused)
 {
     makeFile("file", {{'TEXT', -5, resPurgeable | resPreload, "name", "four"}});
     open("file");
@@ -313,7 +313,7 @@ TEST_F(Resources, AChangedResourceIsNotPurged)
     CloseResFile(refNum);
 }
 
-TEST_F(Resources, AFullHeapIsTold)
+TEST_F(Resources, AFullHeapIsReported)
 {
     makeFile("file", {{'TEXT', 1, 0, {}, "body"}});
     open("file");
@@ -358,7 +358,7 @@ TEST_F(Resources, DisposeHandleRefusesAResource)
     EXPECT_EQ(bytesOf(handle), "body");
 }
 
-TEST_F(Resources, ADetachedBlockIsTheCallers)
+TEST_F(Resources, ADetachedBlockBelongsToTheCaller)
 {
     makeFile("file", {{'TEXT', 1, resPurgeable, {}, "body"}});
     int16_t refNum = open("file");
@@ -437,7 +437,7 @@ TEST_F(Resources, WritingOneLeavesOtherChangesForLater)
     EXPECT_EQ(GetResAttrs(added), 0);
 }
 
-TEST_F(Resources, ChangesNobodyMarkedAreNotWritten)
+TEST_F(Resources, ChangesNotMarkedAreNotWritten)
 {
     makeFile("file", {{'TEXT', 1, 0, {}, "old"}});
     std::string before = forkOf("file");
@@ -467,7 +467,7 @@ TEST_F(Resources, AFailedWriteKeepsFileAndChange)
     EXPECT_EQ(forkOf("file"), toolbox::resources::forkBytes({{'TEXT', 1, 0, {}, "new"}}));
 }
 
-TEST_F(Resources, AFileThatCannotBeWrittenIsClosedAllTheSame)
+TEST_F(Resources, AFileThatCannotBeWrittenIsStillClosed)
 {
     int16_t refNum = openNew("file");
     AddResource(block("x"), 'TEXT', 1, nullptr);
@@ -536,7 +536,7 @@ TEST_F(Resources, ProtectedResourcesAreNeitherChangedNorRemoved)
     EXPECT_EQ(GetResAttrs(handle), resChanged);
 }
 
-TEST_F(Resources, GetStringTracesAndAnswersNilWhenMissing)
+TEST_F(Resources, GetStringTracesAndReturnsNilWhenMissing)
 {
     makeFile("file", {{'STR ', 1, 0, {}, "\x02Hi"}, {'STR ', 2, 0, {}, "\x09Hi"}, {'STR ', 3, 0, {}, ""}});
     open("file");

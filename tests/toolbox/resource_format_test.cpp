@@ -164,7 +164,7 @@ TEST(ResourceFormat, ADataLengthBeyondTheAreaIsRefused)
     EXPECT_EQ(parsed(hostile), mapReadErr);
 }
 
-TEST(ResourceFormat, ListsOverEachOtherAreRefused)
+TEST(ResourceFormat, ListsThatOverlapAreRefused)
 {
     // Many types that all point at the same long list.
     std::string map(28, '\0');

@@ -1,4 +1,4 @@
-// The Resource Manager against a slow, obvious model of it.
+// The Resource Manager compared with a slow, obvious model of it.
 #include "support/toolbox_test.h"
 
 #include <map>
@@ -11,7 +11,7 @@ namespace {
 
 struct Kept {
     int16_t id;
-    std::string now;               // what its handle holds, or would
+    std::string now;               // what its handle holds, or would hold
     std::optional<std::string> stored;
     bool changed = false;
 };

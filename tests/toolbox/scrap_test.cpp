@@ -31,7 +31,7 @@ TEST_F(ScrapTest, FreshScrapIsEmpty)
     EXPECT_EQ(offset, 5);
 }
 
-TEST_F(ScrapTest, SizeCountsEightAnEntryAndDataPaddedToEven)
+TEST_F(ScrapTest, SizeCountsEightPerEntryAndDataPaddedToEven)
 {
     ZeroScrap();
     put('TEXT', "abc");

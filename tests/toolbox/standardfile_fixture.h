@@ -1,4 +1,4 @@
-// Standard File above its own dialogs, with a scripted user in front.
+// Standard File with its own dialogs and a scripted user.
 #pragma once
 
 #include "support/dialog_resources.h"
@@ -22,7 +22,7 @@ protected:
         restart();
         openDialogs();
     }
-    // The dialogs as they ship, compiled.
+    // Compiles and opens the dialogs as they ship.
     void openDialogs()
     {
         const fs::path source = fs::path(RIDERS_SOURCE_DIR) / "resources/standardfile.res";
@@ -53,7 +53,7 @@ protected:
                    dialogID, nullptr);
         return reply;
     }
-    // The file a reply stands for.
+    // The file that a reply names.
     static fs::path chosen(const SFReply &reply) { return toolbox::folders::pathOf(reply.vRefNum, 0, reply.fName); }
     static std::vector<std::string> names()
     {

@@ -1,4 +1,4 @@
-// Names and folders in the file dialogs as people have them today.
+// Names and folders as people have them today, in the file dialogs.
 #include <algorithm>
 
 #include "toolbox/standardfile_fixture.h"
@@ -36,7 +36,7 @@ protected:
     }
 };
 
-// The folder that HOME names for the length of a test.
+// The folder that HOME names for the duration of a test.
 class Home {
 public:
     explicit Home(const fs::path &folder)
@@ -99,8 +99,8 @@ TEST_F(NamesInDialogs, OutsideMacOSRomanAreSeenChosenAndOpened)
     EXPECT_EQ(bytesOf(open()), "three");
 }
 
-// By the letters of the font; without them by the name that stands for it.
-TEST_F(NamesInDialogs, OutsideMacOSRomanAreDrawnAsTheyAreWhereTheFontCan)
+// In the font's letters if it has them, otherwise as the alias.
+TEST_F(NamesInDialogs, OutsideMacOSRomanAreDrawnExactlyWhereTheFontCan)
 {
     put("Плёнка № 3.ps", "one");
     put("日本語.txt", "two");
@@ -131,7 +131,7 @@ TEST_F(NamesInDialogs, FoldersOutsideMacOSRomanAreEnteredAndSavedInto)
     EXPECT_EQ(chosen(reply), here() / "印刷" / "film");
 }
 
-TEST_F(NamesInDialogs, ThatAreNoUtf8CanBeOpened)
+TEST_F(NamesInDialogs, ThatAreNotUtf8CanBeOpened)
 {
     const std::string odd = "old\xFF\xFEname";
     put(odd, "bytes");
@@ -186,7 +186,7 @@ TEST_F(NamesInDialogs, ManyFilesAreListedAndTheLastIsReached)
     EXPECT_EQ(plain(reply.fName), "film 1999");
 }
 
-TEST_F(NamesInDialogs, FolderThatVanishesIsSaidHereToo)
+TEST_F(NamesInDialogs, FolderThatVanishesIsReportedHereToo)
 {
     fs::create_directory(here() / "sub");
     user.then([this] { fs::remove(here() / "sub"); });

@@ -59,7 +59,7 @@ TEST_F(OpenDialog, FileFilterLeavesFilesOut)
     open({'TEXT'}, 16400, &leaveOutAlpha);
 }
 
-TEST_F(OpenDialog, AnswersTheFileChosen)
+TEST_F(OpenDialog, ReturnsTheFileChosen)
 {
     user.answerOpen(here() / "sub" / "inner");
     SFReply reply = open();
@@ -143,7 +143,7 @@ TEST_F(OpenDialog, ReturnOnAFolderOpensTheFolder)
     EXPECT_FALSE(open().good);
 }
 
-TEST_F(OpenDialog, TypingSelectsWhatBeginsSo)
+TEST_F(OpenDialog, TypingSelectsWhatBeginsWithIt)
 {
     writeFile(here() / "bravo", "x");
     user.type("BR");
@@ -225,7 +225,7 @@ TEST_F(OpenDialog, NamesTooLongForTheFileManagerCanBeOpened)
     EXPECT_EQ(chosen(reply), here() / longName);
 }
 
-TEST_F(OpenDialog, LowDialogShowsFourRows)
+TEST_F(OpenDialog, ShortDialogShowsFourRows)
 {
     for (int i = 0; i < 9; ++i)
         writeFile(here() / ("file " + std::to_string(i)), "x");
@@ -239,7 +239,7 @@ TEST_F(OpenDialog, LowDialogShowsFourRows)
     EXPECT_TRUE(traced("dialog 16401 shown at 120,100 348x136"));
 }
 
-TEST_F(OpenDialog, LookingIsNoFileCall)
+TEST_F(OpenDialog, LookingIsNotAFileCall)
 {
     user.key("escape");
     open();

@@ -6,7 +6,7 @@ namespace {
 
 using SaveDialog = StandardFileTest;
 
-TEST_F(SaveDialog, AnswersNameAndFolder)
+TEST_F(SaveDialog, ReturnsNameAndFolder)
 {
     user.answerSave("my riders");
     SFReply reply = save();
@@ -19,7 +19,7 @@ TEST_F(SaveDialog, AnswersNameAndFolder)
     expectNothingLeft();
 }
 
-TEST_F(SaveDialog, StartsWithPromptAndNameWhollySelected)
+TEST_F(SaveDialog, StartsWithPromptAndWholeNameSelected)
 {
     user.then([] {
         auto dialog = reinterpret_cast<DialogPeek>(FrontWindow());
@@ -39,8 +39,8 @@ TEST_F(SaveDialog, StartsWithPromptAndNameWhollySelected)
     EXPECT_EQ(plain(reply.fName), "untitled");
 }
 
-// The message that ends the session, with no memory from the step on that
-// plans.
+// The message that ends a session in which memory runs out at the step that
+// plans it.
 static std::string endOf(const std::function<void()> &session)
 {
     try {
@@ -53,7 +53,7 @@ static std::string endOf(const std::function<void()> &session)
     return "no error";
 }
 
-TEST_F(SaveDialog, ANameThatCannotBeTypedEndsTheScriptInWords)
+TEST_F(SaveDialog, ANameThatCannotBeTypedEndsTheScriptWithAMessage)
 {
     user.key("backspace");
     user.then([] { toolbox::faults::failAllocation(1, true); });
@@ -61,11 +61,11 @@ TEST_F(SaveDialog, ANameThatCannotBeTypedEndsTheScriptInWords)
     EXPECT_EQ(endOf([this] { save(); }), "item 1 of dialog 16399, \"Save\", is dimmed");
 }
 
-TEST_F(SaveDialog, AQuestionThatFindsNoMemoryEndsTheScriptInWords)
+TEST_F(SaveDialog, AQuestionThatFindsNoMemoryEndsTheScriptWithAMessage)
 {
     writeFile(here() / "u", "old");
     user.then([] { toolbox::faults::failAllocation(1, true); });
-    user.answerSave("u");   // one letter in place of eight finds room
+    user.answerSave("u");   // one letter instead of eight fits
     const std::string message = endOf([this] { save("untitled"); });
     EXPECT_NE(message.find("dialog 16399"), std::string::npos) << message;
     EXPECT_EQ(contentsOf(here() / "u"), "old");
@@ -129,7 +129,7 @@ TEST_F(SaveDialog, EmptyProposalStartsDim)
     EXPECT_FALSE(save("").good);
 }
 
-TEST_F(SaveDialog, NamesNoFileCanHaveAreRefusedInWords)
+TEST_F(SaveDialog, NamesThatNoFileCanHaveAreRefusedWithAMessage)
 {
     const std::string words[] = {"a:b", "a/b", std::string(64, 'x'), ".", "._x"};
     for (const std::string &name : words) {
@@ -299,7 +299,7 @@ TEST_F(SaveDialog, HostCanSetTheFolder)
     EXPECT_EQ(chosen(save("y")), folder / "chosen/y");
 }
 
-TEST_F(SaveDialog, FolderThatVanishesIsSaidAndLeft)
+TEST_F(SaveDialog, FolderThatVanishesIsReportedAndLeft)
 {
     fs::create_directory(here() / "sub");
     clickRow("sub", 2);

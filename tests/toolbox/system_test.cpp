@@ -7,26 +7,26 @@ namespace {
 
 using System = ToolboxTest;
 
-TEST_F(System, GestaltAnswersVersionAndQuickDraw)
+TEST_F(System, GestaltReturnsVersionAndQuickDraw)
 {
     configuration.systemVersion = 0x0607;
     configuration.quickDrawVersion = 0x00FF;
     restart();
-    int32_t answer = 0;
-    EXPECT_EQ(Gestalt('sysv', &answer), noErr);
-    EXPECT_EQ(answer, 0x0607);
-    EXPECT_EQ(Gestalt('qd  ', &answer), noErr);
-    EXPECT_EQ(answer, 0xFF);
+    int32_t result = 0;
+    EXPECT_EQ(Gestalt('sysv', &result), noErr);
+    EXPECT_EQ(result, 0x0607);
+    EXPECT_EQ(Gestalt('qd  ', &result), noErr);
+    EXPECT_EQ(result, 0xFF);
 }
 
-TEST_F(System, GestaltLeavesTheAnswerForWhatItDoesNotKnow)
+TEST_F(System, GestaltLeavesTheResultForWhatItDoesNotKnow)
 {
     configuration.quickDrawKnown = false;
     restart();
-    int32_t answer = 77;
-    EXPECT_EQ(Gestalt('qd  ', &answer), gestaltUndefSelectorErr);
-    EXPECT_EQ(Gestalt('what', &answer), gestaltUndefSelectorErr);
-    EXPECT_EQ(answer, 77);
+    int32_t result = 77;
+    EXPECT_EQ(Gestalt('qd  ', &result), gestaltUndefSelectorErr);
+    EXPECT_EQ(Gestalt('what', &result), gestaltUndefSelectorErr);
+    EXPECT_EQ(result, 77);
 }
 
 TEST_F(System, NumberFormatBeginsWithTheDecimalSeparator)
@@ -36,7 +36,7 @@ TEST_F(System, NumberFormatBeginsWithTheDecimalSeparator)
     Handle format = IUGetIntl(0);
     ASSERT_NE(format, nullptr);
     EXPECT_EQ(**format, ',');
-    EXPECT_EQ((*format)[1], '.') << "thousands are not parted as decimals are";
+    EXPECT_EQ((*format)[1], '.') << "thousands have another separator than decimals";
     EXPECT_EQ(GetHandleSize(format), 32);
     EXPECT_EQ(IUGetIntl(0), format);
     EXPECT_EQ(IUGetIntl(1), nullptr);
@@ -98,7 +98,7 @@ TEST_F(System, KnownTrapsDifferFromTheUnimplementedOne)
     EXPECT_EQ(NGetTrapAddress(0xA0FE, OSTrap), unimplemented);
 }
 
-TEST_F(System, EightPassedStringsAreGoodAtOnce)
+TEST_F(System, EightPassedStringsAreValidAtOnce)
 {
     std::vector<StringPtr> strings;
     for (int i = 0; i < 8; ++i)
@@ -109,7 +109,7 @@ TEST_F(System, EightPassedStringsAreGoodAtOnce)
     EXPECT_EQ(plain(ql_quorum_passtr("")), "");
 }
 
-TEST_F(System, StringsTurnInPlace)
+TEST_F(System, StringsAreConvertedInPlace)
 {
     char text[257] = "hello";
     StringPtr pascal = C2PStr(text);
@@ -123,7 +123,7 @@ TEST_F(System, StringsTurnInPlace)
 
 class Sounds : public ToolboxTest {
 protected:
-    // A format 1 sound of four samples at 22050 a second.
+    // A format 1 sound of four samples at 22050 per second.
     static std::string sound()
     {
         return std::string("\0\1\0\1\0\5\0\0\0\x80\0\1\x80\x51\0\0\0\0\0\x14"

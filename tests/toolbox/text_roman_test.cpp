@@ -26,7 +26,7 @@ TEST(TextRoman, EveryByteComesBackFromUtf8)
     EXPECT_EQ(romanFromUtf8(utf8FromRoman(everyByte())), everyByte());
 }
 
-TEST(TextRoman, UpperHalfHasTheDocumentedPlaces)
+TEST(TextRoman, UpperHalfHasTheDocumentedCodes)
 {
     EXPECT_EQ(utf8FromRoman("\x80\x9F"), "Äü");
     EXPECT_EQ(utf8FromRoman("\xA0\xAE\xB0\xBD"), "†Æ∞Ω");
@@ -48,7 +48,7 @@ TEST(TextRoman, DecomposedLettersAreComposed)
     EXPECT_EQ(romanFromUtf8("cafe\u0301s"), "caf\x8Es");
 }
 
-TEST(TextRoman, MarksOverOtherLettersHaveNoPlace)
+TEST(TextRoman, MarksOverOtherLettersHaveNoCode)
 {
     EXPECT_FALSE(romanFromUtf8("x\u0301"));
     EXPECT_FALSE(romanFromUtf8("\u0301"));
@@ -65,14 +65,14 @@ TEST(TextRoman, OtherCodePointsOfTheSameSignAreAccepted)
     EXPECT_EQ(romanFromUtf8("\u212B"), "\x81");
 }
 
-TEST(TextRoman, WhatHasNoPlaceIsRefusedOrAQuestionMark)
+TEST(TextRoman, WhatHasNoCodeIsRefusedOrAQuestionMark)
 {
     EXPECT_FALSE(romanFromUtf8("a日b"));
     EXPECT_FALSE(romanFromUtf8("\U0001F600"));
     EXPECT_EQ(romanFromUtf8Lossy("a日b\U0001F600"), "a?b?");
 }
 
-TEST(TextRoman, BytesThatAreNoUtf8AreRefused)
+TEST(TextRoman, BytesThatAreNotUtf8AreRefused)
 {
     for (const char *bytes : {"\x80", "\xC3", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80",
                               "\xF0\x80\x80\x80", "\xFF", "\xE2\x82"})

@@ -28,7 +28,7 @@ TEST_F(TraceTest, LinesArriveInOrder)
     EXPECT_EQ(lines, (std::vector<std::string>{"dialog 128 hidden", "beep"}));
 }
 
-TEST_F(TraceTest, LongLinesAreWhole)
+TEST_F(TraceTest, LongLinesAreComplete)
 {
     trace::setSink(trace::into(lines));
     std::string text(10000, 'x');
@@ -36,7 +36,7 @@ TEST_F(TraceTest, LongLinesAreWhole)
     EXPECT_EQ(lines.at(0), text);
 }
 
-TEST_F(TraceTest, DrawingIsApartAndOffUnlessWanted)
+TEST_F(TraceTest, DrawingIsSeparateAndOffUnlessWanted)
 {
     trace::setSink(trace::into(lines));
     EXPECT_FALSE(trace::drawingWanted());

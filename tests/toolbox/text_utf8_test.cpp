@@ -1,4 +1,4 @@
-// UTF-8, a character at a time.
+// UTF-8, one character at a time.
 #include <gtest/gtest.h>
 
 #include "toolbox/host/utf8.h"
@@ -11,7 +11,7 @@ const std::string threeCharacters = "a\u00E9\u20AC";   // of 1, 2 and 3 bytes
 
 }  // namespace
 
-TEST(Utf8, CharactersOfEachLengthComeApartAndTogether)
+TEST(Utf8, CharactersOfEachLengthAreSplitAndJoined)
 {
     const std::u32string points = {0x41, 0x7F, 0x80, 0x7FF, 0x800, 0xFFFF, 0x10000, 0x10FFFF};
     std::string utf8;

@@ -43,7 +43,7 @@ protected:
 
     int widthOf(const std::string &text) { return TextWidth(text.data(), 0, static_cast<int16_t>(text.size())); }
 
-    // As the Dialog Manager passes a press on: taken from the queue first.
+    // A press as the Dialog Manager passes it on: taken from the queue first.
     void press(TEHandle text, int h, int v, int toH = -1, bool extend = false)
     {
         mouse(Kind::mouseDown, h + 100, v + 100);
@@ -71,7 +71,7 @@ TEST_F(TextEdit, TypingInsertsAtTheCaretAndReplacesASelection)
     EXPECT_EQ(selection(text), (std::pair{2, 2}));
 }
 
-TEST_F(TextEdit, BackspaceTakesTheSelectionOrTheCharacterBefore)
+TEST_F(TextEdit, BackspaceRemovesTheSelectionOrTheCharacterBefore)
 {
     TEHandle text = make("abcdef");
     keys(text, "\b");
@@ -108,10 +108,10 @@ TEST_F(TextEdit, ArrowsMoveTheCaret)
     EXPECT_EQ(selection(text), (std::pair{7, 7}));
     TESetSelect(1, 3, text);
     keys(text, "\x1C");
-    EXPECT_EQ(selection(text), (std::pair{1, 1})) << "a selection collapses to its side";
+    EXPECT_EQ(selection(text), (std::pair{1, 1})) << "a selection collapses to that side";
 }
 
-TEST_F(TextEdit, APressPutsTheCaretAndADragSelects)
+TEST_F(TextEdit, APressSetsTheCaretAndADragSelects)
 {
     TEHandle text = make("abcdef");
     press(text, 10 + widthOf("ab"), 15);
@@ -179,7 +179,7 @@ TEST_F(TextEdit, CuttingAndPastingGoThroughThePrivateScrap)
     TEPaste(text);
     EXPECT_EQ(content(text), "adefbc");
     int32_t offset;
-    EXPECT_LT(GetScrap(nullptr, 'TEXT', &offset), 0) << "the desk scrap has nothing of it";
+    EXPECT_LT(GetScrap(nullptr, 'TEXT', &offset), 0) << "the desk scrap gets nothing";
     ZeroScrap();
     EXPECT_EQ(TEToScrap(), noErr);
     EXPECT_EQ(GetScrap(nullptr, 'TEXT', &offset), 2);
@@ -199,7 +199,7 @@ TEST_F(TextEdit, ATextNeverGrowsBeyondItsLimit)
 TEST_F(TextEdit, WithoutMemoryTheTextStaysAsItWas)
 {
     TEHandle text = make("abc");
-    // So that the block has to grow beyond what its heap has left.
+    // So much that the block may have to grow, for which there is no memory.
     toolbox::faults::failAllocation(1, true);
     TEInsert(std::string(4000, 'x').data(), 4000, text);
     bool met = toolbox::faults::met();
@@ -246,7 +246,7 @@ TEST_F(TextEdit, ABoxOfTextIsAlignedAsAsked)
     EXPECT_EQ(texts, (std::vector<std::string>{"50", std::to_string((50 + left) / 2), std::to_string(left)}));
 }
 
-TEST_F(TextEdit, AnyKeysAnywhereKeepTheRecordSound)
+TEST_F(TextEdit, AnyKeysAnywhereKeepTheRecordValid)
 {
     unsigned seed = 20240;
     SCOPED_TRACE("seed " + std::to_string(seed));

@@ -1,4 +1,4 @@
-// The scripted user: what it does, and what it says when it cannot.
+// The scripted user: what it does, and what it reports when it cannot.
 #include "support/dialog_resources.h"
 #include "support/toolbox_test.h"
 
@@ -19,7 +19,7 @@ enum { okItem = 1, cancelItem = 2, popupItem = 3, nameItem = 4, boxItem = 5, hid
 MenuHandle menu = nullptr;
 std::vector<int32_t> popupResults;
 
-// A dialog with a popup that its filter opens.
+// The filter of a dialog whose popup it opens.
 Boolean popupFilter(DialogPtr dialog, EventRecord *event, int16_t *hit)
 {
     if (event->what == keyDown && (event->message & charCodeMask) == toolbox::key::carriageReturn) {
@@ -84,7 +84,7 @@ protected:
         GetIText(reinterpret_cast<Handle>(control(dialog, nameItem)), text);
         return plain(text);
     }
-    // Runs the dialog until OK or Cancel; answers the items hit.
+    // Runs the dialog until OK or Cancel; returns the items hit.
     std::vector<int> runDialog()
     {
         DialogPtr dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
@@ -101,7 +101,7 @@ protected:
         DisposDialog(dialog);
         return hits;
     }
-    // The error that the steps end the session with.
+    // The error with which the steps end the session.
     ScriptError errorOf(const std::function<void()> &session)
     {
         try {
@@ -165,7 +165,7 @@ TEST_F(User, ChoosesNothing)
     EXPECT_EQ(HiWord(popupResults.at(1)), 0);
 }
 
-TEST_F(User, ChoosesByWhatThereIsAndActsOnIt)
+TEST_F(User, ChoosesByWhatIsThereAndActsOnIt)
 {
     user.chooseWhere(popupItem, [this](const std::vector<std::string> &texts) {
         EXPECT_EQ(texts, (std::vector<std::string>{"First", "Second", "Third", "Fourth"}));
@@ -257,7 +257,7 @@ TEST_F(User, ItemThatIsDimmed)
     EXPECT_EQ(messageOfDialog(), "item 7 of dialog 500, \"Dim\", is dimmed");
 }
 
-TEST_F(User, ItemThatIsNoPopup)
+TEST_F(User, ItemThatIsNotAPopup)
 {
     user.choose(cancelItem, 1);
     EXPECT_EQ(messageOfDialog(), "item 2 is not a popup: no menu opened");

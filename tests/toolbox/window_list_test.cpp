@@ -24,7 +24,7 @@ protected:
         return PtInRgn(Point{static_cast<int16_t>(v), static_cast<int16_t>(h)}, window->visRgn);
     }
 
-    // The windows that are asked to draw, in the order they are asked.
+    // The windows that get an update, in order.
     std::vector<WindowPtr> update()
     {
         std::vector<WindowPtr> asked;
@@ -105,7 +105,7 @@ TEST_F(Windows, AWindowSeesWhatNoWindowInFrontCovers)
     EXPECT_FALSE(sees(front, 20, 20));
 }
 
-TEST_F(Windows, WhatComesToLightIsErasedAndToBeUpdated)
+TEST_F(Windows, WhatIsUncoveredIsErasedAndUpdated)
 {
     WindowPtr back = make(100, 100, 200, 200);
     WindowPtr front = make(150, 150, 250, 250);
@@ -127,7 +127,7 @@ TEST_F(Windows, UpdatesComeFrontToBack)
     SetPort(back);
     Rect covered{60, 60, 90, 90};
     InvalRect(&covered);
-    EXPECT_EQ(update(), std::vector<WindowPtr>{}) << "what is covered is not to be seen";
+    EXPECT_EQ(update(), std::vector<WindowPtr>{}) << "what is covered needs no update";
     Rect open{0, 0, 10, 10};
     InvalRect(&open);
     ValidRect(&open);
@@ -231,12 +231,12 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
     EXPECT_EQ(pixel(150, 150), 0xFFFF00u);
     machine.setScreens({{{0, 0, 480, 640}, 1}});
     update();
-    EXPECT_EQ(pixel(150, 150), white) << "no colours on one bit a pixel";
+    EXPECT_EQ(pixel(150, 150), white) << "no colours with one bit per pixel";
     DisposeWindow(window);
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
 
-TEST_F(Windows, AChangedScreenIsPaintedAnew)
+TEST_F(Windows, AChangedDisplayIsRepainted)
 {
     WindowPtr window = make(100, 100, 200, 200);
     update();
@@ -267,7 +267,7 @@ TEST_F(Windows, TheReferenceValueHoldsAPointer)
     EXPECT_EQ(GetWRefCon(window), reinterpret_cast<intptr_t>(this));
 }
 
-TEST_F(Windows, AColourThatIsNoneOfTheEightIsShownAsItIs)
+TEST_F(Windows, AColourOutsideTheEightIsShownExactly)
 {
     machine.setScreens({{{0, 0, 480, 640}, 32}});
     update();

@@ -1,4 +1,4 @@
-// A folder of sources to compile, and what the compiler says of them.
+// A folder of sources to compile, and what the compiler says about them.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-// What is said of wrong sources, and where.
+// What is reported about wrong sources, and where.
 #include "tools/compile.h"
 
-TEST_F(Compile, EachMistakeIsToldWithItsLine)
+TEST_F(Compile, EachMistakeIsReportedWithItsLine)
 {
     const std::pair<const char *, const char *> mistakes[] = {
         {"\nstrng 1 \"x\"", "2: expected one of include, string, "},
@@ -69,7 +69,7 @@ TEST_F(Compile, TextsAreTwoHundredFiftyFiveBytesAtMost)
     EXPECT_EQ(complaint("strings 1 {\n\"" + most + "x\"\n}"), "2: a text of 256 bytes; 255 is the most");
     EXPECT_EQ(complaint("items 1 {\ntext 0 0 1 1 \"" + most + "x\"\n}"),
               "2: a text of 256 bytes; 255 is the most");
-    // Letters that take two bytes outside take one here.
+    // Letters that take two bytes in UTF-8 take one here.
     std::string umlauts;
     for (int i = 0; i < 255; ++i)
         umlauts += "\xC3\xBC";

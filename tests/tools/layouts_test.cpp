@@ -30,7 +30,7 @@ TEST_F(Compile, MenuHasFlagsTitleItemsAndAnEnd)
                  "00");
 }
 
-TEST_F(Compile, MenuMayHaveADividerBehindTheLastEnableBit)
+TEST_F(Compile, MenuMayHaveADividerAfterTheLastEnableBit)
 {
     std::string source = "menu 1 \"\" {\n";
     for (int i = 0; i < 31; ++i)

@@ -1,4 +1,4 @@
-// Pictures: from PNG files to opcodes, and back by a plain reader of them.
+// Pictures: from PNG files to opcodes, and back with a simple reader.
 #include "tools/compile.h"
 
 #include <png.h>

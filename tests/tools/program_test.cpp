@@ -1,4 +1,5 @@
-// The program itself: what it writes, and that it writes nothing when wrong.
+// The program itself: what it writes, and that it writes nothing when the source
+// is wrong.
 #include "tools/compile.h"
 
 #include <sys/wait.h>
@@ -67,7 +68,7 @@ TEST_F(Compile, ProgramDoesNotReplaceWhatIsNoFile)
     EXPECT_NE(outcome.said.find("is no ordinary file"), std::string::npos);
 }
 
-TEST_F(Compile, ProgramTellsAnUnwritablePlace)
+TEST_F(Compile, ProgramReportsAnUnwritablePlace)
 {
     writeFile(folder / "in.res", "string 1 \"a\"");
     Outcome outcome = rescompWith((folder / "in.res").string() + " -o " + (folder / "no" ).string() + "/where");

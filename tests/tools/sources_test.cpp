@@ -1,4 +1,5 @@
-// The language around the kinds: texts, options, includes, layout.
+// The language apart from the kinds of resource: texts, options, includes,
+// layout.
 #include "toolbox/host/resource_fork.h"
 #include "toolbox/resources.h"
 #include "tools/compile.h"
@@ -13,12 +14,12 @@ TEST_F(Compile, DecomposedLettersAreComposed)
     EXPECT_EQ(bytes("string 1 \"a\xCC\x88\""), "\x01\x8A");
 }
 
-TEST_F(Compile, NeighbouringTextsAreJoinedAlsoOverLines)
+TEST_F(Compile, NeighbouringTextsAreJoinedOverLinesToo)
 {
     EXPECT_EQ(bytes("string 1 \"one \" \"two \"\n\n   # between\n   \"three\""), "\x0Done two three");
 }
 
-TEST_F(Compile, CommentsCarriageReturnsAndAByteOrderMarkArePassedOver)
+TEST_F(Compile, CommentsCarriageReturnsAndAByteOrderMarkAreSkipped)
 {
     EXPECT_EQ(bytes("\xEF\xBB\xBF# first\r\nstring 1 \"#x\" # last\r\n"), "\x02#x");
 }

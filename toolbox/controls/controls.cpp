@@ -40,7 +40,7 @@ void takeFromList(ControlHandle control)
         }
 }
 
-// The rectangle changes: what was there goes, what is there comes.
+// Erases the control where it was and draws it in its new rectangle.
 void reshape(ControlHandle control, const Rect &r)
 {
     bool visible = (**control).contrlVis;

@@ -18,7 +18,7 @@ constexpr int16_t buttonCorner = 10;
 constexpr int16_t boxSize = 12;
 constexpr int dimmed = 255;
 
-// Colours of a control's parts, its table permitting.
+// Colours of a control's parts: those of its table, else black on white.
 struct Colors {
     explicit Colors(const ControlRecord &control)
     {

@@ -5,9 +5,9 @@
 
 namespace toolbox::controls {
 
-// In the owner's port, if the control is visible.
+// Draws in the owner's port, if the control is visible.
 void draw(ControlHandle control);
-// Takes its pixels away and has the window draw what it covered.
+// Erases it and has the window redraw the place.
 void erase(ControlHandle control);
 // Changes contrlHilite and draws; nothing is traced.
 void setHilite(ControlHandle control, uint8_t part);

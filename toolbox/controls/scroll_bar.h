@@ -11,7 +11,7 @@ struct ScrollBar {
     bool vertical;
     Rect whole, upArrow, downArrow, track, thumb;   // thumb empty: nothing to scroll
     int16_t partAt(Point where) const;
-    // The value with the thumb moved by so many pixels.
+    // The value once the thumb has been moved by that many pixels.
     int16_t valueAfter(const ControlRecord &control, int pixels) const;
 
 private:

@@ -21,7 +21,7 @@ Point localOf(ControlHandle control, Point global)
     return global;
 }
 
-// A hilited control has its parts as usual.
+// Also while a part is hilited as pressed: only a dimmed control has no parts.
 int16_t partUnder(ControlHandle control, Point local)
 {
     return TestControl(control, local);
@@ -43,7 +43,7 @@ int16_t trackPart(ControlHandle control, Point local, int16_t part)
     return 0;
 }
 
-// The release ended a loop over StillDown; it is not to become an event.
+// The release ended a loop over StillDown; it must not become an event.
 void dropRelease()
 {
     EventRecord event;
@@ -75,7 +75,7 @@ int alongBar(const controls::ScrollBar &bar, Point from, Point to)
     return bar.vertical ? to.v - from.v : to.h - from.h;
 }
 
-// How far off the bar the mouse may stray before the thumb springs back.
+// Whether the mouse is so far off the bar that the thumb springs back.
 bool strayed(const controls::ScrollBar &bar, Point where)
 {
     Rect allowed = bar.whole;

@@ -7,12 +7,12 @@
 
 namespace toolbox::desktop {
 
-// Text as the Toolbox has it: \n line ends, cut at a character before it gets
-// longer than any field holds.
+// Text as the Toolbox has it: \n line ends, and cut, between characters, at a length
+// that no field can hold.
 std::string tidied(std::string text);
 
-// Not every window system reports when the clipboard changes, so it is looked at
-// whenever it is asked for: what differs from last time is another program's.
+// Not every window system reports when the clipboard changes, so it is read
+// whenever it is asked for: if it differs from last time, another program set it.
 class Clipboard {
 public:
     std::string text();
@@ -20,7 +20,7 @@ public:
     std::uint32_t serial();
 
 private:
-    // The text that is there; the serial counts when it is not the one before.
+    // The present text; the serial advances when it is not the one before.
     std::string look();
 
     std::size_t seen_ = std::hash<std::string>()("");   // hash of the text last seen

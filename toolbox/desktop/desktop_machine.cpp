@@ -68,7 +68,7 @@ void DesktopMachine::doWhatIsDue()
         sound_.rest();
 }
 
-// Until that moment, or something arrives, or something has become due.
+// Sleeps until that moment, or until something arrives or becomes due.
 void DesktopMachine::sleepUntil(Clock::time_point end)
 {
     end = std::min(end, nextDue().value_or(end));
@@ -156,9 +156,9 @@ std::vector<Screen> DesktopMachine::screens()
     return {display_};
 }
 
-// A display of another scale gets a window of the same size in QuickDraw's
-// pixels, where the window's size is the program's to choose; the new size then
-// settles as any other.
+// On a display with another scale the window gets the same size in QuickDraw's
+// pixels, if the program may choose its size; the new size then settles like any
+// other.
 void DesktopMachine::settleDisplay()
 {
     settlesAt_.reset();

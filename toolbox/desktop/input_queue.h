@@ -11,9 +11,9 @@ namespace toolbox::desktop {
 
 class InputQueue {
 public:
-    // A move that follows a move takes its place, so that a slow reader sees
-    // where the mouse is and not where it has been. News of displays, clipboard
-    // and quitting are kept once until they are taken.
+    // A move that follows a move replaces it, so that a slow reader sees where the
+    // mouse is and not where it has been. News of displays, clipboard and quitting
+    // is kept only once until it is taken.
     void push(const Input &input);
     std::optional<Input> take();
     bool empty() const { return inputs_.empty(); }

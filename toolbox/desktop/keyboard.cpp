@@ -8,7 +8,7 @@
 namespace toolbox::desktop {
 namespace {
 
-// AltGr chooses a character of the layout, whatever is held besides.
+// AltGr chooses a character of the layout, whatever else is held.
 bool isCommand(int modifiers)
 {
     return (modifiers & (KMOD_CTRL | KMOD_GUI)) && !(modifiers & (KMOD_RALT | KMOD_MODE));
@@ -86,8 +86,8 @@ void Keyboard::keyUp(const SDL_KeyboardEvent &event)
     down_.erase(held);
 }
 
-// With Command some keys type their text even so (Ctrl and a period) and some
-// do not; only the period is looked at, which may need Shift.
+// With Command held, some keys still type their text (Ctrl and a period) and some
+// do not; only the period matters, which may need Shift.
 void Keyboard::text(const std::string &utf8)
 {
     if (isCommand(modifiers_)) {

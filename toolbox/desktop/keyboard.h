@@ -16,10 +16,10 @@ namespace toolbox::desktop {
 // cmdKey and the like for SDL's modifiers.
 std::uint16_t toolboxModifiers(int sdlModifiers);
 
-// A key press and the text it types are two events of SDL's, the second of
-// which may never come (a dead key) or come alone (an input method). Keys that
-// type nothing and keys with Command are known from the first, all others from
-// the second, so that no character is lost and none comes twice.
+// A key press and the text it types are two SDL events, the second of which may
+// never come (a dead key) or come alone (an input method). Keys that type nothing
+// and keys with Command are taken from the first, all others from the second, so
+// that no character is lost and none comes twice.
 class Keyboard {
 public:
     // Inputs go into the queue, which must outlive this. refused is called for
@@ -29,8 +29,8 @@ public:
     // Key down, key up and text events in the order they came; all others do
     // nothing.
     void take(const SDL_Event &event);
-    // All that had arrived has been taken: a press that no text came with has
-    // none.
+    // To be called when all that had arrived has been taken: a press without text
+    // so far has none.
     void settle();
 
 private:

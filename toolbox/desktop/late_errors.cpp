@@ -2,8 +2,8 @@
 
 #include <dlfcn.h>
 
-// As Xlib declares them; what is not looked into is left out, so that its
-// headers need not be there.
+// As Xlib declares them, without the members not used here, so that its headers
+// are not needed.
 namespace toolbox::desktop {
 namespace {
 

@@ -13,12 +13,12 @@ class Mouse {
 public:
     explicit Mouse(InputQueue &queue) : queue_(queue) {}
 
-    // QuickDraw's pixels for one unit of the window system's.
+    // QuickDraw's pixels per unit of the window system.
     void setRatio(double pixelsPerUnit) { ratio_ = pixelsPerUnit; }
     // Moves, the left button, and the right one, which is the left one with
     // Control; all other events do nothing. modifiers are the Toolbox's.
     void take(const SDL_Event &event, std::uint16_t modifiers);
-    // Lets a held button go, where the mouse is.
+    // Releases a held button, where the mouse is.
     void release(std::uint16_t modifiers);
 
 private:

@@ -1,4 +1,4 @@
-// Ways of bringing pixels into the window. Private to the desktop machine.
+// Ways of getting pixels into the window. Private to the desktop machine.
 #pragma once
 
 #include <SDL.h>
@@ -14,10 +14,10 @@ namespace toolbox::desktop {
 struct Pane {
     virtual ~Pane() = default;
     // Outside the part, which lies in the picture, everything is as last shown.
-    // False when this is not the moment: it is to be tried again, with all that
+    // False when it cannot be shown now: to be tried again later, with all that
     // has changed by then.
     virtual bool show(const Picture &picture, const SDL_Rect &part) = 0;
-    // Whatever was shown before, at whatever size.
+    // Shows all of it, whatever was shown before, at whatever size.
     virtual bool showAll(const Picture &picture) = 0;
 };
 

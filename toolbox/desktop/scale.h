@@ -1,5 +1,4 @@
-// How many device pixels a pixel of QuickDraw's gets. Private to the desktop
-// machine.
+// How many device pixels a QuickDraw pixel gets. Private to the desktop machine.
 #pragma once
 
 #include <optional>
@@ -14,13 +13,13 @@ struct DisplayFacts {
     int wanted = 0;                 // 1 to 3, 0 for none
     std::string environment{};      // RIDERS_SCALE
     std::string toolkitScale{};     // GDK_SCALE
-    double pixelsPerPoint = 1;      // device pixels to one of the window system's
+    double pixelsPerPoint = 1;      // device pixels per unit of the window system
     double dotsPerInch = 0;         // 0: not known
 };
 
-// 1 to 3. What was asked for counts first; then the window system's own ratio;
-// where it has none, what the person has set for other programs, and at last the
-// display's density, one for each 96 dots an inch.
+// 1 to 3. What was asked for counts first; then the window system's own ratio; if
+// it has none, what the person has set for other programs, and finally the
+// display's density, one for each 96 dots per inch.
 int chooseScale(const DisplayFacts &facts);
 
 }  // namespace toolbox::desktop

@@ -29,8 +29,8 @@ void sayNothing(const char *, int, const char *, int, const char *, ...)
 {
 }
 
-// The library for sound cards writes to standard error at length that there
-// is none, unless it is given a procedure to call instead.
+// If there is no sound card, the library for them says so at length on standard
+// error, unless it is given a procedure to call instead.
 void quietSoundLibrary()
 {
     void *library = dlopen("libasound.so.2", RTLD_NOW | RTLD_LOCAL);
@@ -103,7 +103,7 @@ void Sound::fallSilent()
         SDL_ClearQueuedAudio(device_);
 }
 
-// An open device keeps a thread busy with silence.
+// An open device keeps a thread busy playing silence.
 std::optional<Sound::Clock::time_point> Sound::restsAt() const
 {
     if (!device_)

@@ -11,20 +11,20 @@
 
 namespace toolbox::desktop {
 
-// The card is asked for with the first sound and given back when none has been
-// played for a while; one that could not be had is not asked for again.
+// The card is opened with the first sound and closed when none has been played
+// for a while; one that could not be opened is not tried again.
 class Sound {
 public:
     using Clock = std::chrono::steady_clock;
 
     ~Sound();
-    // Starts unsigned 8-bit samples, one channel, in place of what plays.
+    // Starts unsigned 8-bit samples, one channel, in place of what is playing.
     // Returns when they will be over; nothing when they cannot be played.
     std::optional<Clock::time_point> start(const std::vector<std::uint8_t> &samples, double samplesPerSecond);
     void startBeep();
     void fallSilent();
 
-    // When rest is to be called, if it is.
+    // When rest is to be called, if at all.
     std::optional<Clock::time_point> restsAt() const;
     void rest();
 

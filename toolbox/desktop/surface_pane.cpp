@@ -3,8 +3,8 @@
 namespace toolbox::desktop {
 namespace {
 
-// SDL's own: pixels go to the display server as they are. Elsewhere than on X
-// it may take a graphics driver and its memory.
+// SDL's own way: pixels go to the display server as they are. Except on X it may
+// need a graphics driver and the memory that takes.
 class SurfacePane : public Pane {
 public:
     explicit SurfacePane(SDL_Window *window) : window_(window) {}

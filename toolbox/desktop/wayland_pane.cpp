@@ -1,10 +1,10 @@
 // Pixels in memory that is shared with the Wayland compositor. SDL would send
-// them through a graphics driver, with twice the memory and copies between.
+// them through a graphics driver, with twice the memory and more copying.
 #include "desktop/wayland_pane.h"
 
 #include "toolbox/host/desktop.h"
 
-#include <SDL_syswm.h>   // last of ours: it brings in X's macros
+#include <SDL_syswm.h>   // after our own headers: it brings in X's macros
 #include <sys/mman.h>
 #include <unistd.h>
 #include <wayland-client.h>
@@ -88,8 +88,8 @@ wl_buffer *SharedBuffer::give()
     return buffer_.get();
 }
 
-// What SDL shares with us of its connection. Ours has a queue of events of its
-// own, which SDL fills when it reads the connection.
+// Uses SDL's connection, as far as SDL shares it, with a separate event queue,
+// which SDL fills when it reads the connection.
 class WaylandPane : public Pane {
 public:
     WaylandPane(SDL_Window *window, const SDL_SysWMinfo &info);
@@ -136,7 +136,7 @@ void WaylandPane::findSharedMemory()
     wl_display_roundtrip_queue(display_, events_.get());
 }
 
-// One that the compositor has given back. Those of another size go first.
+// One that the compositor has given back. Those of another size are dropped first.
 SharedBuffer *WaylandPane::freeBuffer(SDL_Point size)
 {
     wl_display_dispatch_queue_pending(display_, events_.get());

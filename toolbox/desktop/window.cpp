@@ -38,7 +38,7 @@ int scaleOf(int wanted, double pixelsPerUnit, int display)
     return chooseScale(facts);
 }
 
-// The largest size of the display's that is no larger than the one wanted.
+// The size wanted, made smaller if the display has less room.
 SDL_Point roomFor(SDL_Point wanted)
 {
     SDL_Rect usable;
@@ -94,13 +94,13 @@ Video::Video()
 {
     SDL_SetMainReady();
     SDL_SetHint(SDL_HINT_APP_NAME, "riders");
-    // SDL knows drivers that show nothing; they are for those who ask for them.
+    // SDL has drivers that show nothing; they are used only when asked for.
     SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "x11,wayland", SDL_HINT_DEFAULT);
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    SDL_SetHint(SDL_HINT_MOUSE_AUTO_CAPTURE, "1");   // drags go on outside the window
-    // Pixels are put into the window as they are; a graphics driver would only
+    SDL_SetHint(SDL_HINT_MOUSE_AUTO_CAPTURE, "1");   // drags continue outside the window
+    // Pixels are copied into the window as they are; a graphics driver would only
     // take memory.
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
@@ -157,8 +157,8 @@ void Window::setTitle(const std::string &title)
     SDL_SetWindowTitle(window_.get(), title.c_str());
 }
 
-// The size before is asked for by name: with no window manager there SDL would
-// go on believing in the other one.
+// The earlier size is set explicitly: without a window manager SDL would keep
+// assuming that of the full screen.
 void Window::setFullScreen(bool wanted)
 {
     if (wanted == fullScreen())

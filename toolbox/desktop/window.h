@@ -12,7 +12,7 @@
 
 namespace toolbox::desktop {
 
-// SDL's video, from first to last.
+// SDL's video, from its start to its end.
 class Video {
 public:
     Video();
@@ -27,15 +27,14 @@ class Window {
 public:
     explicit Window(const DesktopOptions &options);
 
-    // Size in device pixels, and how many of them one of the window system's
-    // units is.
+    // Size in device pixels, and how many of them a unit of the window system has.
     SDL_Point pixels() const;
     double pixelsPerUnit() const;
-    // By the display that the window is on.
+    // That of the display that the window is on.
     int scale() const;
-    // The smallest size a person may give the window, and its size now, in
-    // QuickDraw's pixels at that scale. The latter only where it is the
-    // program's to choose.
+    // Set the smallest size a person may give the window, and its size now, in
+    // QuickDraw's pixels at that scale; the latter only if the program may choose
+    // it.
     void keepAbove(int width, int height, int scale);
     void resize(int width, int height, int scale);
 
@@ -43,11 +42,11 @@ public:
     void setFullScreen(bool wanted);
     bool fullScreen() const;
 
-    // Takes the changed part of the picture, to be seen with the next show.
+    // Takes the changed part of the picture, to be shown by the next show.
     void draw(const Picture &picture, const Rect &changed);
     bool drawn() const { return allDrawn_ || drawn_.w > 0; }
     void show();
-    // What the window held is lost: shows it all again.
+    // To be called when what the window held is lost: shows it all again.
     void showAgain();
 
 private:
@@ -61,7 +60,7 @@ private:
     Picture picture_;
     SDL_Rect drawn_{};         // not yet shown
     bool allDrawn_ = false;
-    SDL_Point sizeBefore_{};   // of the full screen, in the window system's units
+    SDL_Point sizeBefore_{};   // before the full screen, in the window system's units
 };
 
 }  // namespace toolbox::desktop

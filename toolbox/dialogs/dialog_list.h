@@ -29,7 +29,7 @@ struct Dialog {
     bool complete = false;       // all items made
     bool ownsRecord = false;
     int16_t alertIcon = -1;      // 0 stop, 1 note, 2 caution
-    int quitAsks = 0;            // how often it was asked to cancel since the wish to quit
+    int quitAsks = 0;            // how often it was asked to cancel since the request to quit
     std::vector<Item> items;
     // DialogRecord.items is a handle to this.
     Ptr master = nullptr;
@@ -40,9 +40,9 @@ struct Dialog {
     bool isCurrent(int number) const { return record->textH && record->editField == number - 1; }
 };
 
-// Addresses stay good until the dialog is taken out.
+// Addresses stay valid until the dialog is removed.
 extern std::list<Dialog> dialogs;
-// Nil for what is no dialog.
+// Nil for a window that is not a dialog.
 Dialog *find(DialogPtr dialog);
 inline DialogPeek peek(DialogPtr dialog) { return reinterpret_cast<DialogPeek>(dialog); }
 

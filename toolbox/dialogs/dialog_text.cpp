@@ -14,7 +14,7 @@ std::string staticText(const dialogs::Item &item)
     return dialogs::substituted(pascalView(text));
 }
 
-// Runs of blanks and line ends become one blank.
+// A run of blanks and line ends becomes one blank.
 std::string onOneLine(const std::string &text)
 {
     std::string line;

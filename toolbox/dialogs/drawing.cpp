@@ -41,7 +41,7 @@ void drawUserItem(Dialog &dialog, int number)
     reinterpret_cast<UserItemProcPtr>(procedure)(dialog.pointer(), static_cast<int16_t>(number));
 }
 
-// The corners follow the button's height.
+// The corners grow with the button's height.
 void outlineDefaultItem(Dialog &dialog)
 {
     const Item *item = dialog.item(dialog.record->aDefItem);

@@ -20,7 +20,7 @@ bool haveRecord(Dialog &dialog)
     record->textH = TENew(&nowhere, &nowhere);
     if (!record->textH)
         return false;
-    // Its own empty text is not needed: it edits the items'.
+    // Its own empty text is not needed: it edits those of the items.
     DisposeHandle((**record->textH).hText);
     (**record->textH).hText = nullptr;
     return true;

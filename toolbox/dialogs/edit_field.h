@@ -1,5 +1,5 @@
-// The one text record of a dialog, and the edit item it is with. Private to the
-// Dialog Manager.
+// The only text record of a dialog, and the edit item that it edits. Private to
+// the Dialog Manager.
 #pragma once
 
 #include "dialogs/dialog_list.h"
@@ -7,17 +7,17 @@
 namespace toolbox::dialogs {
 
 // Moves the text record to the edit item, whose characters it then edits in
-// place. False when it is no edit item or memory is short.
+// place. False when it is not an edit item or memory is short.
 bool makeCurrent(Dialog &dialog, int number);
-// To the next edit item in item order (1) or the one before (-1), around the
-// ends, its whole text selected.
+// Moves to the next edit item in item order (1) or the one before (-1), from the
+// last to the first and back, and selects its whole text.
 void tabTo(Dialog &dialog, int direction);
-// The item's rectangle or characters were changed by others.
+// To be called when others have changed the current item's rectangle or characters.
 void refreshCurrent(Dialog &dialog);
 void releaseText(Dialog &dialog);
-// Frame and characters of an edit item.
+// Draws frame and characters of an edit item.
 void drawEditItem(Dialog &dialog, int number);
-// Whether a text box of that size holds one line, which scrolls sideways.
+// Whether a text box of that size holds a single line, which scrolls sideways.
 bool isSingleLine(const Rect &box);
 
 }  // namespace toolbox::dialogs

@@ -7,7 +7,7 @@
 
 namespace toolbox::dialogs {
 
-// The number of its 'DLOG' or 'ALRT'; 0 for what is no dialog.
+// The number of its 'DLOG' or 'ALRT'; 0 for a window that is not a dialog.
 std::int16_t idOf(DialogPtr dialog);
 bool isAlert(DialogPtr dialog);
 

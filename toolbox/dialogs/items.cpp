@@ -112,7 +112,7 @@ void ShowDItem(DialogPtr dialog, int16_t number)
         return;
     moveAcross(*find(dialog), number, -hidingOffset);
     if (ControlHandle control = controlOf(*item)) {
-        // One made from a hidden item was made out there.
+        // A control made for a hidden item is still where that was hidden.
         Rect box = item->box;
         (**control).contrlRect = box;
         ShowControl(control);

@@ -34,7 +34,7 @@ bool makeNumberedControl(Dialog &dialog, Item &item, int16_t id)
 {
     auto from = readControl(id);
     if (!from)
-        return true;   // an item without a control: nothing there to press
+        return true;   // an item without a control: there is nothing to press
     Str255 title;
     setPascal(title, from->title);
     item.box = from->box;
@@ -82,7 +82,7 @@ bool makeItems(Dialog &dialog, const std::vector<ItemTemplate> &from)
     return selectFirstEditItem(dialog);
 }
 
-// A table of colours numbered like the dialog is the dialog's.
+// A table of colours with the dialog's number belongs to it.
 void applyColors(Dialog &dialog)
 {
     if (Handle colors = GetResource(dialog.alert ? 'actb' : 'dctb', dialog.id))

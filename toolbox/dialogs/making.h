@@ -6,8 +6,8 @@
 
 namespace toolbox::dialogs {
 
-// Invisible, its items made, the first edit item current and selected. Nil
-// when the item list is missing or memory is short; nothing is left then.
+// Makes it invisible, with its items, the first edit item current and selected.
+// Nil when the item list is missing or memory is short; then nothing is left over.
 Dialog *make(int16_t id, const DialogTemplate &from, void *storage, WindowPtr behind);
 // Watches windows, to trace what happens to dialogs.
 void startWatching();

@@ -96,7 +96,7 @@ int16_t press(Dialog &dialog, const EventRecord &event)
     return control && TrackControl(control, local, nullptr) ? ifEnabled(dialog, number) : nothing;
 }
 
-// From system 7 on; earlier the caller's filter edits, if there is one.
+// From system 7 on; before that, editing is left to the caller's filter.
 void commandKey(Dialog &dialog, int character)
 {
     if (configuration().systemVersion >= 0x0700)
@@ -117,7 +117,7 @@ int16_t typeKey(Dialog &dialog, const EventRecord &event)
     return ifEnabled(dialog, dialog.record->editField + 1);
 }
 
-// Any dialog's; other windows are drawn by their owners, after us.
+// Updates any dialog; other windows are drawn by their owners afterwards.
 void update(WindowPtr window)
 {
     Dialog *dialog = find(window);
@@ -176,12 +176,12 @@ int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter)
         WaitNextEvent(everyEvent, &event, 1);
         Dialog *running = find(dialog);
         if (isOutside(*running, event) && !isMovable(*running)) {
-            SysBeep(1);   // not for the dialog, nor for the filter
+            SysBeep(1);   // neither the dialog nor the filter sees it
             continue;
         }
         SetPort(dialog);
-        if (auto answer = askToCancelIfQuitting(*running, event, filter))
-            return *answer;
+        if (auto cancelled = askToCancelIfQuitting(*running, event, filter))
+            return *cancelled;
         if (filter(dialog, &event, &hit))
             return hit;
         if (!find(dialog))

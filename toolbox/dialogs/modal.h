@@ -5,9 +5,9 @@
 
 namespace toolbox::dialogs {
 
-// Until an enabled item of the dialog is hit or the filter returns true; what
-// the filter stored, or the item. Nil filter: Return and Enter press the
-// default item.
+// Runs until an enabled item of the dialog is hit or the filter returns true, and
+// returns the item, or what the filter stored. Nil filter: Return and Enter press
+// the default item.
 int16_t runModally(DialogPtr dialog, ModalFilterProcPtr filter);
 
 }  // namespace toolbox::dialogs

@@ -12,7 +12,8 @@
 namespace toolbox::dialogs {
 namespace {
 
-// So many steps from the corner, from where on it begins again at the corner.
+// A step from the corner for each visible window; at the corner again when there
+// is no room for more.
 Rect staggered(Rect bounds, const Rect &display)
 {
     constexpr int step = 20, besideFrame = 10, belowTitle = 30;

@@ -1,4 +1,4 @@
-// Where a dialog's template asks to be put. Private to the Dialog Manager.
+// Where a dialog's template wants it. Private to the Dialog Manager.
 #pragma once
 
 #include "toolbox/dialogs.h"
@@ -7,7 +7,7 @@ namespace toolbox::dialogs {
 
 // The bounds moved as the template's position word says: centred, in the upper
 // fifth as alerts are, or staggered, a step right and down for each visible
-// window; on the main display. Other words leave it alone.
+// window; on the main display. Other words leave the bounds as they are.
 Rect placed(Rect bounds, int16_t position);
 
 // A dialog that cannot be dragged, and part of which lies on no display, is moved

@@ -27,7 +27,7 @@ bool isPressable(Dialog &dialog, int number)
     return (**control).contrlVis && (**control).contrlHilite != 255;
 }
 
-// 0 where there is none, or more than one to choose from.
+// 0 if there is none, or more than one to choose from.
 int16_t cancelButton(Dialog &dialog)
 {
     if (isPressable(dialog, cancel))

@@ -15,7 +15,7 @@ void managers::startDialogs(const Configuration &)
 
 void managers::stopDialogs()
 {
-    // Whatever is still open goes with the heap.
+    // Dialogs that are still open are freed with the heap.
     dialogs::dialogs.clear();
 }
 

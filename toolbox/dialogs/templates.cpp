@@ -10,7 +10,7 @@
 namespace toolbox::dialogs {
 namespace {
 
-// A resource's bytes from front to back. What lies beyond the end reads as
+// Reads a resource's bytes from front to back. What lies beyond the end reads as
 // zero, and complete() is false then.
 class Reader {
 public:
@@ -53,7 +53,7 @@ private:
     size_t at_ = 0;
 };
 
-// Empty when there is none, which is too short for anything.
+// Empty when there is none: too short for any template.
 std::string bytesOf(ResType type, int16_t id)
 {
     Handle resource = GetResource(type, id);

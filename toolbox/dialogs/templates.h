@@ -38,12 +38,12 @@ struct ItemTemplate {
     int16_t number() const;  // of the resource that an icon or control item names
 };
 
-// From a resource's bytes; nothing where they are fewer than they say.
+// From a resource's bytes; nothing if they are cut short.
 std::optional<DialogTemplate> parseDialog(const std::string &bytes);
 std::optional<AlertTemplate> parseAlert(const std::string &bytes);
 std::optional<std::vector<ItemTemplate>> parseItems(const std::string &bytes);
 
-// The same from the resource itself; nothing where it is missing, too.
+// The same from the resource itself; nothing also if it is missing.
 std::optional<DialogTemplate> readDialog(int16_t id);
 std::optional<AlertTemplate> readAlert(int16_t id);
 std::optional<std::vector<ItemTemplate>> readItems(int16_t id);

@@ -49,8 +49,8 @@ bool queuedEvent(std::int16_t mask, EventRecord &event, Taking taking)
     return true;
 }
 
-// Input that has arrived goes before repeats and updates; it is taken in only
-// up to the first event that is asked for.
+// Input that has arrived comes before repeats and updates; it is taken only up
+// to the first event that is asked for.
 bool inputEvent(std::int16_t mask, EventRecord &event, Taking taking)
 {
     while (!queuedEvent(mask, event, taking)) {
@@ -89,8 +89,8 @@ bool eventThere(std::int16_t mask, EventRecord &event, Taking taking)
            repeatEvent(mask, event, taking) || updateEvent(mask, event);
 }
 
-// A null event takes a tick at least. Otherwise a loop around GetNextEvent
-// would stand still in virtual time, and burn the processor in real time.
+// A null event takes at least a tick. Otherwise a loop around GetNextEvent
+// would let no virtual time pass, and keep the processor busy in real time.
 bool waitForEvent(std::int16_t mask, EventRecord &event, std::uint32_t sleep, Taking taking)
 {
     constexpr std::uint32_t longestWait = 60;
@@ -204,7 +204,7 @@ void GetMouse(Point *where)
         GlobalToLocal(where);
 }
 
-// One input a call, so that a loop sees each change of the button.
+// One input per call, so that a loop sees each change of the button.
 static void takeOneInput()
 {
     if (std::optional<Input> input = takeInput(1))

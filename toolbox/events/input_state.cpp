@@ -45,7 +45,7 @@ static void note(const Input &input)
             displaysChanged();
         return;
     case Kind::clipboardChanged:
-        return;  // what wants to know asks for the clipboard's serial
+        return;  // the Scrap Manager looks at the clipboard's serial itself
     case Kind::quit:
         state.quit = true;
         return;
@@ -88,7 +88,7 @@ void queueEventFor(const Input &input)
     case Kind::autoKey:
         state.autoKey = eventNow(autoKey, keyMessage(input));
         break;
-    case Kind::keyUp:  // keys going up make no events, they end the repeat
+    case Kind::keyUp:  // releasing a key makes no event, but ends the repeat
         state.autoKey.reset();
         break;
     default:

@@ -22,10 +22,10 @@ struct InputState {
 
 extern InputState state;
 
-// An event of now: time, mouse and modifiers filled in.
+// An event that happens now: time, mouse and modifiers filled in.
 EventRecord eventNow(std::int16_t what, std::uintptr_t message = 0);
 
-// Takes the next input, after showing what has been drawn; with none there
+// Takes the next input, after showing what has been drawn; if there is none,
 // lets up to waitTicks pass. Returns what came. Mouse position, button and
 // keys are those of the newest input taken, so input is taken one at a time
 // and no sooner than it is needed.

@@ -24,8 +24,8 @@ extern std::function<WindowPtr()> nextWindowNeedingUpdate;
 // displays have changed, once QuickDraw knows.
 extern std::function<void()> displaysChanged;
 
-// A key struck now, for programs that are asked for something by a key. Not
-// queued.
+// The event of a key pressed now, for asking a program for something by a key.
+// Not queued.
 EventRecord keyStruck(std::uint8_t character, std::uint8_t keyCode, std::uint16_t modifiers = 0);
 
 }  // namespace toolbox::events

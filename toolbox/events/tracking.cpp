@@ -32,7 +32,7 @@ bool isKey(const Input &input)
 
 constexpr std::uint32_t second = 60, hour = 3600 * second;
 
-// Mouse input within so many ticks.
+// The next mouse input within that many ticks.
 std::optional<Input> mouseInput(std::uint32_t ticks)
 {
     if (std::optional<Input> queued = queuedMouseInput())

@@ -8,14 +8,14 @@
 
 namespace toolbox::events {
 
-// Waits for the next mouseMoved, mouseDown or mouseUp, takes it (no event will
-// be made of it) and returns it. Keys typed meanwhile become events as usual.
-// Nothing when there is no more to come: the button is up and no mouse input
-// was queued, the program is asked to end, or an hour has passed with the
-// button held. A tracking loop ends then as it does at a mouseUp outside.
+// Waits for the next mouseMoved, mouseDown or mouseUp, takes it (it will not
+// become an event) and returns it. Keys typed meanwhile become events as usual.
+// Nothing when no more is to come: the button is up and no mouse input was
+// queued, the program is asked to end, or an hour has passed with the button
+// held. A tracking loop then ends as it does at a mouseUp outside.
 std::optional<Input> nextTrackingInput();
-// For trackers that act while the mouse rests: after so many ticks without
-// mouse input returns a mouseMoved to where the mouse is. At least 1.
+// For trackers that act while the mouse rests: after restTicks (at least 1)
+// without mouse input returns a mouseMoved to where the mouse is.
 std::optional<Input> nextTrackingInput(std::uint32_t restTicks);
 
 // The same for menus, which may stay open with the button up: also takes and

@@ -30,7 +30,7 @@ std::vector<Plan> allocationPlans;
 std::array<int, fileCallKinds> counts{};
 bool anyMet = false;
 
-// Every plan sees every call, also when an earlier one has struck already.
+// Every plan sees every call, even when an earlier one has struck already.
 OSErr strike(std::vector<Plan> &plans, std::optional<FileCall> kind)
 {
     OSErr error = noErr;

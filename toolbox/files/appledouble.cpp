@@ -50,7 +50,7 @@ bool anyTwice(std::vector<std::uint32_t> ids)
     return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
 }
 
-// Every entry has an id of its own and a place of its own within the file.
+// Whether no two entries share an id or a place, and all lie within the file.
 bool isSound(const std::vector<TableEntry> &table, std::size_t fileBytes)
 {
     std::vector<Extent> extents{{0, headerBytes + tableEntryBytes * table.size()}};
@@ -71,7 +71,7 @@ std::size_t bytesBeforeEntries(const AppleDouble &file)
     return headerBytes + tableEntryBytes * file.entries.size();
 }
 
-// Where every entry but the fork stays, if each may stay where it was.
+// Whether every entry but the fork can stay where it was.
 bool canStay(const AppleDouble &file)
 {
     std::vector<Extent> extents{{0, bytesBeforeEntries(file)}};
@@ -169,7 +169,7 @@ std::optional<AppleDouble> parseAppleDouble(std::string_view bytes)
     if (!isSound(table, bytes.size()))
         return std::nullopt;
 
-    // Only now are bytes copied: without overlaps they cannot be more than the file's.
+    // Bytes are copied only now: without overlaps there cannot be more than the file has.
     AppleDouble file;
     file.filler = bytes.substr(fillerAt, countAt - fillerAt);
     for (const TableEntry &entry : table)

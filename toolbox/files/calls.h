@@ -1,5 +1,5 @@
-// The one door every file call goes through: faults strike here, and here the
-// trace is written.
+// What every file call passes through: faults strike here, and the trace is
+// written here.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace toolbox::files {
 
-// name is in quotes already, as trace::quoted gives it; a call that moves
+// name is in quotes already, as trace::quoted returns it; a call that moves
 // bytes adds a blank and how many.
 void traceCall(FileCall kind, const std::string &name, OSErr error);
 
@@ -23,7 +23,7 @@ template <typename Work> OSErr fileCall(FileCall kind, const std::string &name, 
     return error;
 }
 
-// The same for calls that move bytes: count becomes how many were.
+// The same for calls that move bytes: count becomes how many were moved.
 template <typename Work> OSErr transferCall(FileCall kind, const std::string &name, std::int32_t &count, Work work)
 {
     OSErr error = faults::check(kind);

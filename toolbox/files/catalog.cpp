@@ -63,7 +63,7 @@ OSErr locate(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, Ma
     return name ? pathFor(folder, pascalView(name), match, path) : OSErr{bdNamErr};
 }
 
-// A companion without a file would otherwise pass its fork to a new one.
+// Otherwise a new file would take over the fork of a companion whose file is gone.
 OSErr removeOrphan(const fs::path &file)
 {
     if (unlink(companionOf(file).c_str()) == 0 || errno == ENOENT || errno == ENAMETOOLONG || errno == EISDIR)
@@ -78,14 +78,14 @@ int moveWithoutReplacing(const fs::path &from, const fs::path &to)
         return 0;
     if (errno != EINVAL && errno != ENOSYS)
         return errno;
-    // A file system that cannot promise it.
+    // The file system cannot guarantee it.
     struct stat status;
     if (lstat(to.c_str(), &status) == 0)
         return EEXIST;
     return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
-// The companion goes last: should that fail, the file goes back.
+// The companion is moved last: if that fails, the file is moved back.
 OSErr moveBoth(const fs::path &from, const fs::path &to)
 {
     if (int failed = moveWithoutReplacing(from, to))
@@ -119,7 +119,7 @@ OSErr createFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
     info.fdType = fileType;
     info.fdCreator = creator;
     OSErr error = removeOrphan(path);
-    // What an empty file counts as anyway needs no saying.
+    // The type that an empty file has anyway need not be stored.
     if (error == noErr && (fileType != 'TEXT' || creator != 'ttxt'))
         error = setFinderInfoOf(path, stored(info));
     if (error != noErr)

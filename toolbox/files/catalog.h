@@ -10,7 +10,7 @@
 
 namespace toolbox::files {
 
-// Where the file is that a call is about, and its status.
+// The path and the status of the file that a call is about.
 OSErr locateFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, Match match, Aim aim,
                  std::filesystem::path &path, struct stat &status);
 

@@ -29,7 +29,7 @@ bool isBlank(std::string_view bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == '\0'; });
 }
 
-// What the file is without a companion.
+// The information that the file has without a companion.
 std::string plainFinderInfo(const fs::path &file)
 {
     Descriptor opened = openPath(file, O_RDONLY);
@@ -67,7 +67,7 @@ bool looksLikeText(std::string_view beginning)
 {
     if (beginning.find('\0') != std::string_view::npos)
         return false;
-    // A few controls are common in PostScript, such as the one that ends a job.
+    // A few control characters are common in PostScript, such as the one that ends a job.
     auto controls = static_cast<std::size_t>(std::count_if(beginning.begin(), beginning.end(), isControl));
     return controls <= 1 + beginning.size() / 20;
 }
@@ -97,8 +97,8 @@ Companion loadCompanion(const fs::path &file, AppleDouble &contents)
     return Companion::present;
 }
 
-// Only what holds resources can be missed after a power failure, and only then
-// is the disk waited for; a file just made has nothing to lose yet.
+// Waits for the disk only if the old companion holds resources, whose loss in a
+// power failure would matter; a file just made has nothing to lose yet.
 OSErr storeCompanion(const fs::path &file, const AppleDouble &contents)
 {
     fs::path companion = companionOf(file);

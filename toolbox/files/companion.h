@@ -1,7 +1,7 @@
 // "._name": a file's Finder information and resource fork, kept beside it.
 //
-// The companion is there only when it has something to say. Without one a file
-// that looks like text is of type TEXT and creator ttxt, any other of type and
+// The companion exists only when there is something to store in it. Without one a
+// file that looks like text is of type TEXT and creator ttxt, any other of type and
 // creator '????'; it has no flags and no fork.
 #pragma once
 
@@ -16,19 +16,19 @@ namespace toolbox::files {
 
 std::filesystem::path companionOf(const std::filesystem::path &file);
 
-// An empty beginning is text: a new file is what is then written to it.
+// An empty beginning counts as text: what is then written to a new file decides.
 bool looksLikeText(std::string_view beginning);
 bool openFileLooksLikeText(int descriptor);
 
 enum class Companion { none, present, damaged };
-// Contents are those of newAppleDouble where there is none.
+// Contents are those of newAppleDouble when there is none or it is damaged.
 Companion loadCompanion(const std::filesystem::path &file, AppleDouble &contents);
-// Writes it, or removes it where it would say nothing. Old or new, as
-// replaceWhole. fLckdErr when the file or the companion is read-only.
+// Writes it, or removes it if there is nothing to store. Like replaceWhole, leaves
+// the old one or the new one. fLckdErr when the file or the companion is read-only.
 OSErr storeCompanion(const std::filesystem::path &file, const AppleDouble &contents);
 
-// The 32 bytes, type and creator filled in where nothing says them. A damaged
-// companion counts as none.
+// The 32 bytes, with type and creator filled in if the companion has none. A
+// damaged companion counts as none.
 std::string finderInfoOf(const std::filesystem::path &file);
 // Whether the companion gives the file a type or creator.
 bool hasTypeOfItsOwn(const std::filesystem::path &file);

@@ -26,7 +26,7 @@ bool refusedForWriting(int number)
     return number == EACCES || number == EPERM || number == EROFS || number == ETXTBSY;
 }
 
-// Opens as the permission says; fsCurPerm takes what it can get.
+// Opens as the permission says; fsCurPerm for writing too, if that is possible.
 OSErr openData(const fs::path &path, const struct stat &status, std::int8_t permission, OpenFile &file)
 {
     bool mustWrite = permission == fsWrPerm || permission == fsRdWrPerm;
@@ -42,7 +42,7 @@ OSErr openData(const fs::path &path, const struct stat &status, std::int8_t perm
     return file.descriptor.open() ? OSErr{noErr} : errorOf(errno, Aim::open, path);
 }
 
-// A plain file that counted as text and no longer looks it keeps its type.
+// A plain file that counted as text and no longer looks like it keeps its type.
 void keepTextType(const OpenFile &file)
 {
     if (!file.written || !file.lookedLikeText || openFileLooksLikeText(file.descriptor.number()))
@@ -63,8 +63,8 @@ OSErr endOf(const OpenFile &file, std::int64_t &end)
     return noErr;
 }
 
-// Positions are 32-bit numbers here.
-OSErr answer(std::int64_t position, std::int32_t *result)
+// Positions are 32-bit numbers to callers.
+OSErr storePosition(std::int64_t position, std::int32_t *result)
 {
     if (!result || position > longestFile)
         return paramErr;
@@ -150,7 +150,7 @@ OSErr getEnd(std::int16_t refNum, std::int32_t *logicalEnd)
         return rfNumErr;
     std::int64_t end = 0;
     OSErr error = endOf(*file, end);
-    return error ? error : answer(end, logicalEnd);
+    return error ? error : storePosition(end, logicalEnd);
 }
 
 OSErr setEnd(std::int16_t refNum, std::int32_t logicalEnd)
@@ -172,7 +172,7 @@ OSErr setEnd(std::int16_t refNum, std::int32_t logicalEnd)
 OSErr getPosition(std::int16_t refNum, std::int32_t *position)
 {
     OpenFile *file = openFiles().find(refNum);
-    return file ? answer(file->mark, position) : OSErr{rfNumErr};
+    return file ? storePosition(file->mark, position) : OSErr{rfNumErr};
 }
 
 OSErr setPosition(std::int16_t refNum, std::int16_t mode, std::int32_t offset)

@@ -16,7 +16,7 @@ OSErr getEnd(std::int16_t refNum, std::int32_t *logicalEnd);
 OSErr setEnd(std::int16_t refNum, std::int32_t logicalEnd);
 OSErr getPosition(std::int16_t refNum, std::int32_t *position);
 OSErr setPosition(std::int16_t refNum, std::int16_t mode, std::int32_t offset);
-// Hands to the disk what was written to open files of the volume.
+// Waits until what was written to open files of the volume is on the disk.
 OSErr flush(std::int16_t vRefNum);
 
 }  // namespace toolbox::files

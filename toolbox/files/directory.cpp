@@ -28,8 +28,8 @@ Names namesIn(const fs::path &folder)
     return names;
 }
 
-// The type, or nothing for a file that is not to be seen. What has no companion
-// is a plain file and has no flags.
+// The type, or nothing for an invisible file. A file without a companion has no
+// flags.
 std::optional<OSType> typeOf(const fs::path &path, bool hasCompanion, FolderTypes types)
 {
     if (!hasCompanion && types == FolderTypes::leftOut)
@@ -37,7 +37,7 @@ std::optional<OSType> typeOf(const fs::path &path, bool hasCompanion, FolderType
     std::string info = finderInfoOf(path);
     if (static_cast<unsigned char>(info[8]) & invisible)
         return std::nullopt;
-    return types == FolderTypes::told ? typeIn(info) : OSType{0};
+    return types == FolderTypes::included ? typeIn(info) : OSType{0};
 }
 
 std::optional<FolderEntry> entryFor(const fs::path &folder, const std::string &linuxName, const Names &all,

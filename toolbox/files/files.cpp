@@ -82,8 +82,8 @@ OSErr HOpen(int16_t vRefNum, int32_t dirID, ConstStr255Param name, int8_t permis
     });
 }
 
-// A file that cannot be closed would stay open for good, so this closes even
-// when it is to fail.
+// A file that cannot be closed would stay open for good, so this closes it even
+// when a fault is planned.
 OSErr FSClose(int16_t refNum)
 {
     std::string name = quotedName(refNum);

@@ -27,7 +27,7 @@ OSErr readFork(const ForkAddress &address, std::string &bytes);
 // the fork is wholly the new one, or with an error wholly the old one.
 // fLckdErr when the file or its companion is read-only, ioErr when the
 // companion is damaged: what it holds is then left as it is.
-// Passes the table of file calls as a write.
+// Checks the table of faults as a write.
 OSErr writeFork(const ForkAddress &address, const std::string &bytes);
 
 }  // namespace toolbox::files

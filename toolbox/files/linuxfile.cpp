@@ -110,8 +110,8 @@ int Descriptor::release()
 
 int Descriptor::close()
 {
-    // Linux frees the number even where close returns EINTR; trying again
-    // could close another file.
+    // Linux frees the number even if close returns EINTR; trying again could
+    // close another file.
     int number = release();
     if (number >= 0 && ::close(number) != 0 && errno != EINTR)
         return errno;
@@ -162,7 +162,7 @@ OSErr readWhole(const fs::path &path, std::size_t limit, std::string &bytes)
     std::size_t done;
     OSErr error = readAt(file.number(), bytes.data(), bytes.size(), 0, done);
     bytes.resize(done);
-    // Shorter than it said: another program is cutting it.
+    // Shorter than its status says: another program is cutting it.
     return error == eofErr ? OSErr{ioErr} : error;
 }
 

@@ -13,7 +13,7 @@
 
 namespace toolbox::files {
 
-// What was being tried; a refusal for lack of rights has a code of its own.
+// What was being tried: a refusal for lack of rights has a different code for each.
 enum class Aim { open, change };
 
 OSErr errorOf(int number, Aim aim);
@@ -29,14 +29,14 @@ public:
     int number() const { return number_; }
     bool open() const { return number_ >= 0; }
     int release();
-    // errno where the last bytes did not make it, otherwise 0.
+    // errno if the last bytes could not be written, otherwise 0.
     int close();
 
 private:
     int number_;
 };
 
-// Never waits (as opening a pipe would), never passes the descriptor on.
+// Never waits (as opening a pipe would); other programs do not inherit the descriptor.
 Descriptor openPath(const std::filesystem::path &path, int flags);
 
 // noErr, the regular file's status; fnfErr for anything else.
@@ -52,9 +52,9 @@ OSErr readAt(int descriptor, char *bytes, std::size_t count, off_t position, std
 
 // The bytes of a regular file; ioErr when it is longer than limit.
 OSErr readWhole(const std::filesystem::path &path, std::size_t limit, std::string &bytes);
-// By way of a temporary file in the same folder: the file is the old one or the
-// new one, and on failure no temporary is left. sync: the same holds when the
-// power fails, at the price of waiting for the disk.
+// Writes a temporary file in the same folder, then renames it: the file is the old
+// one or the new one, and on failure no temporary is left. sync: the same holds
+// when the power fails, at the price of waiting for the disk.
 OSErr replaceWhole(const std::filesystem::path &path, const std::string &bytes, mode_t mode, bool sync);
 
 // Best effort: not every file system can.

@@ -67,7 +67,7 @@ bool startsLikeCompanion(const std::string &name)
     return name.starts_with("._");
 }
 
-// The number distinguishes what was cut to the same letters.
+// The number distinguishes names that were cut to the same letters.
 std::string aliasNumbered(const std::string &linuxName, int number)
 {
     std::string roman = linuxName;
@@ -92,7 +92,7 @@ std::string newAlias(const fs::path &folder, const FolderAliases &known, const s
     }
 }
 
-// The first file, in the order of names, that the test is true for.
+// The first file, in the order of names, for which the test is true.
 template <typename Test> std::optional<std::string> firstWhere(const fs::path &folder, Test test)
 {
     std::optional<std::string> first;
@@ -117,7 +117,7 @@ std::optional<std::string> similarFile(const fs::path &folder, std::string_view 
     return firstWhere(folder, [&](const std::string &candidate) { return foldedCase(candidate) == folded; });
 }
 
-// The plain letter of an accented one, where it sorts.
+// The plain letter by which an accented one is sorted.
 unsigned char plainLetter(char c)
 {
     static constexpr char at0x87[] = "aaaaaaceeeeiiiinooooouuuu";
@@ -145,7 +145,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// Takes the digits off the front, leading zeros left out.
+// Takes the digits off the front and returns them without leading zeros.
 std::string_view takeNumber(std::string_view &text)
 {
     std::size_t length = 0;
@@ -224,8 +224,8 @@ std::string macNameFor(const fs::path &folder, const std::string &linuxName)
             return found->second;
     }
     if (auto macName = converted(linuxName)) {
-        // Two spellings of one name, or a file by the name of an alias: only
-        // one of the two can have it.
+        // Two spellings of one name, or a file that is named like an alias:
+        // only one of the two can have the name.
         fs::path literal;
         pathFor(folder, *macName, Match::literal, literal);
         if (literal.filename() == linuxName || (!isThere(literal) && !aliasedName(folder, *macName)))

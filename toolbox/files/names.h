@@ -1,8 +1,7 @@
 // Names: Mac OS Roman of up to 63 bytes on this side, UTF-8 on the other.
 //
-// A '/' in a Mac name is a ':' in Linux and the other way round. A Linux name
-// that has no Mac form gets an alias, which is remembered while the Toolbox
-// runs.
+// A '/' in a Mac name is a ':' in Linux and vice versa. A Linux name that has no
+// Mac form gets an alias, which is remembered while the Toolbox runs.
 #pragma once
 
 #include <filesystem>
@@ -19,8 +18,8 @@ inline constexpr std::size_t longestName = 63;
 // the two that every Linux folder has.
 OSErr linuxNameOf(std::string_view macName, std::string &linuxName);
 
-// Below 0, 0 or above: as people sort, without case and accents first, digits
-// by the number they make.
+// Below 0, 0 or above 0, in the order people expect: case and accents matter only
+// between names that are otherwise equal, and digits count as numbers.
 int compareNames(std::string_view macName, std::string_view other);
 
 enum class Match {
@@ -28,7 +27,7 @@ enum class Match {
     spelling,  // else a file whose name differs only in how accents are encoded
     anyCase    // else a file whose name differs only in case
 };
-// The path the name stands for in the folder, aliases included. Where nothing
+// The path the name stands for in the folder, aliases included. If nothing
 // matches: the path of the literal name.
 OSErr pathFor(const std::filesystem::path &folder, std::string_view macName, Match match,
               std::filesystem::path &path);

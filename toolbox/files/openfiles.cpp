@@ -24,7 +24,7 @@ std::int16_t OpenFiles::add(OpenFile file)
 {
     if (files_.size() >= static_cast<std::size_t>(largest))
         return 0;
-    // In turn, so that a number that was closed stays free as long as can be.
+    // In turn, so that the number of a closed file stays free as long as possible.
     do
         last_ = last_ == largest ? std::int16_t{1} : static_cast<std::int16_t>(last_ + 1);
     while (files_.contains(last_));

@@ -39,7 +39,7 @@ public:
 
     bool isOpen(const struct stat &file) const;
     bool isOpenForWriting(const struct stat &file) const;
-    // Takes note of a new place and name.
+    // Records the file's new path and name.
     void moved(const struct stat &file, const std::filesystem::path &path, const std::string &name);
 
     auto begin() { return files_.begin(); }
@@ -52,7 +52,7 @@ private:
     std::int16_t last_ = 0;
 };
 
-// All of the session's.
+// All that are open in the session.
 OpenFiles &openFiles();
 
 }  // namespace toolbox::files

@@ -12,7 +12,7 @@ namespace {
 
 std::vector<OpenFork *> openForks;
 
-// A companion may be there without its file: then the paths decide.
+// A companion may exist without its file: then the paths decide.
 bool sameFile(const fs::path &one, const fs::path &other)
 {
     struct stat a, b;

@@ -9,8 +9,8 @@
 
 namespace toolbox::files {
 
-// While one is there, the file of its address cannot be deleted, and the
-// address follows when the file is renamed.
+// While one exists, the file at its address cannot be deleted, and the address
+// follows when the file is renamed.
 class OpenFork {
 public:
     explicit OpenFork(ForkAddress address);
@@ -18,7 +18,7 @@ public:
     OpenFork(const OpenFork &) = delete;
 
     const ForkAddress &address() const { return address_; }
-    // Whether its file is the one that the other address leads to.
+    // Whether the other address leads to the same file.
     bool isAt(const ForkAddress &other) const;
     bool isOf(const std::filesystem::path &file) const;
     void renamed(const std::string &name) { address_.name = name; }

@@ -23,7 +23,7 @@ namespace {
 constexpr std::int16_t firstWorkingDirectory = -32000;
 constexpr std::int32_t firstDirectory = 16;
 
-// Numbers are given in turn and kept: the same folder has the same number.
+// Numbers are given out in turn and kept: the same folder has the same number.
 class NumberedFolders {
 public:
     std::size_t indexOf(const fs::path &folder)
@@ -80,7 +80,7 @@ fs::path preferencesFolder()
     if (!places.preferencesFolder.empty())
         return places.preferencesFolder;
     fs::path configuration = environment("XDG_CONFIG_HOME");
-    // A relative one is to be ignored, by the variable's definition.
+    // The definition of the variable says that a relative path is to be ignored.
     if (!configuration.is_absolute())
         configuration = home() / ".config";
     return configuration / "riders";
@@ -107,7 +107,7 @@ OSErr makeFolder(const fs::path &folder)
     return errorOf(failed.value(), Aim::change);
 }
 
-// dupFNErr where something that is no folder has the name.
+// dupFNErr if something that is not a folder has the name.
 OSErr ensureFolder(const fs::path &folder, bool create)
 {
     struct stat status;

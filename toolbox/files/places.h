@@ -14,8 +14,8 @@ void startPlaces(const Configuration &configuration);
 // Removes the temporary folder with everything in it.
 void stopPlaces();
 
-// nsvErr for an unknown vRefNum, dirNFErr for an unknown dirID. The folder may
-// have gone since.
+// nsvErr for an unknown vRefNum, dirNFErr for an unknown dirID. The folder may no
+// longer exist.
 OSErr folderOf(std::int16_t vRefNum, std::int32_t dirID, std::filesystem::path &folder);
 
 OSErr findFolder(std::int16_t vRefNum, OSType folderType, bool create, std::int16_t &foundVRefNum,

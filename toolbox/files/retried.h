@@ -1,4 +1,4 @@
-// A system call that a signal interrupts is made again.
+// Repeats a system call that a signal interrupts.
 #pragma once
 
 #include <cerrno>

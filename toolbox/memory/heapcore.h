@@ -28,7 +28,8 @@ bool freePointer(Ptr block);
 OSErr resize(Handle handle, Block &block, Size byteCount);
 
 // Every allocation calls this first: it moves blocks where that is wanted, fails
-// as planned, and purges when memory is short. keep is never purged.
+// where a test planned it, and purges when memory is short. keep is never
+// purged.
 bool makeRoom(std::int64_t bytes, Handle keep);
 // Empties everything purgeable and unlocked, except keep.
 void purgeAll(Handle keep);

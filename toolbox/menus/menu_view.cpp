@@ -79,7 +79,7 @@ Rect roomAt(Point where)
             static_cast<int16_t>(room.bottom - 2), static_cast<int16_t>(room.right - 2)};
 }
 
-// Where a length that starts here has to start to lie between low and high; at
+// The start nearest to this one with which the length lies between low and high;
 // low when it does not fit.
 int placed(int start, int length, int low, int high)
 {

@@ -35,7 +35,7 @@ public:
     // Highlights the next item before (-1) or after (1) the highlighted one that
     // can be chosen, continuing at the other end of the menu; scrolls to it.
     void step(int direction);
-    // Global rectangle of each item, empty for one that does not show.
+    // Global rectangle of each item, empty for one that is not visible.
     std::vector<Rect> itemRects() const;
 
 private:

@@ -32,8 +32,8 @@ protected:
         leftTitle_ |= !over || over->id != startTitle_;
     }
 
-    // Released on the title that was pressed, unless the mouse has been over the
-    // items, or elsewhere in a press that was not short.
+    // True for a release on the title that was pressed, unless the mouse has
+    // been over the items, or elsewhere in a press that was not short.
     bool staysOpenAt(Point where) const override
     {
         std::optional<Title> title = titleAt(where);

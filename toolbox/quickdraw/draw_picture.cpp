@@ -22,7 +22,7 @@ struct Scale {
         std::int64_t scaled = moved >= 0 ? moved / fromLength : -((-moved + fromLength - 1) / fromLength);
         return static_cast<int16_t>(std::clamp<std::int64_t>(to + scaled, -32767, 32767));
     }
-    // A pen's, which never becomes 0 unless it was.
+    // A pen's length, which never becomes 0 unless it was.
     int16_t length(int value) const
     {
         if (value <= 0)

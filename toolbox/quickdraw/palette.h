@@ -18,10 +18,10 @@ const std::vector<std::uint32_t> &colorsOf(int depth);
 // 1 bit white from half the brightness on.
 std::uint32_t shownColor(std::uint32_t rgb, int depth);
 
-// What inverting turns a shown color into; inverting that restores it. Greys and
-// the colours of the cube become their complement, the other colours of a table
-// another one that is far away; at 4 bits the middle grey, which is its own
-// complement, and brown stay as they are.
+// What inverting turns a shown color into; inverting twice restores it. Greys
+// and the colours of the cube become their complement, the other colours of a
+// table another one that is far away; at 4 bits the middle grey, which is its
+// own complement, and brown stay as they are.
 std::uint32_t oppositeColor(std::uint32_t shown, int depth);
 // Whether that is the complement for all colours of the depth.
 bool oppositesAreComplements(int depth);

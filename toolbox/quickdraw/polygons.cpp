@@ -48,10 +48,10 @@ struct Corner {
     std::int64_t v, h;
 };
 
-// A pixel belongs to the polygon when its centre lies in it. The first pixel
-// whose centre lies at or right of the edge, on the row of centres through v +
-// 1/2: the edge is at h0 + (2v + 1 - 2 v0) dh / 2 dv, the centre of pixel h at h
-// + 1/2.
+// A pixel belongs to the polygon when its centre lies in it. Returns the first
+// pixel whose centre lies at or right of the edge, on the row of centres through
+// v + 1/2: the edge is at h0 + (2v + 1 - 2 v0) dh / 2 dv, the centre of pixel h
+// at h + 1/2.
 int firstPixelRightOf(Corner upper, Corner lower, int v)
 {
     const std::int64_t dv = lower.v - upper.v, dh = lower.h - upper.h;

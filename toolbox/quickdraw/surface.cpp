@@ -64,7 +64,7 @@ Area Surface::deviceExtent() const
 
 namespace {
 
-// What an action makes of a pixel: (pixel & kept) ^ flipped, or its opposite
+// What an action turns a pixel into: (pixel & kept) ^ flipped, or its opposite
 // where that is not the complement.
 struct Change {
     std::uint32_t kept = white;

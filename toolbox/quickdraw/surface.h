@@ -16,7 +16,7 @@
 namespace toolbox::quickdraw {
 
 // How much of each device pixel a glyph covers, 0 to 255, rows one after
-// another; topLeft in device pixels relative to the pen.
+// another; left and top in device pixels relative to the pen.
 struct GlyphImage {
     int left = 0;
     int top = 0;
@@ -54,10 +54,10 @@ public:
     int deviceH(int h) const { return (h - bounds_.left) * scale_; }
     int deviceV(int v) const { return (v - bounds_.top) * scale_; }
 
-    // These areas are device areas that lie on the surface.
+    // The areas passed to these are device areas that lie on the surface.
     void fill(const Area &area, const Ink &ink);
-    // Lets the ink's black action through the glyph, in the part of it that
-    // lies in the area. The pen is at a global point.
+    // Applies the ink's black action through the glyph, only within the area.
+    // The pen is at a global point.
     void drawGlyph(const GlyphImage &glyph, int penH, int penV, const Area &area, const Ink &ink);
     // Whether the display has the colours between the ink's two, so that glyphs
     // may have grades.

@@ -23,7 +23,7 @@ struct Resource {
     std::int16_t id = 0;
     std::uint8_t attributes = 0;         // resChanged among them
     std::optional<std::string> name;
-    std::optional<std::string_view> stored;   // in file->bytes; nothing while it was only added
+    std::optional<std::string_view> stored;   // in file->bytes; nothing for one added since
     Handle handle = nullptr;             // nil while not loaded; its block may be purged
 };
 

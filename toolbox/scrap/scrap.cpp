@@ -82,7 +82,7 @@ std::string clipboardText(const char *data, std::int32_t length)
     return text;
 }
 
-// Takes what another program put on the clipboard into the scrap.
+// Copies what another program put on the clipboard into the scrap.
 void bringIn()
 {
     std::uint32_t serial = machine().clipboardSerial();

@@ -210,8 +210,8 @@ bool FileDialog::openSelectedFolder()
     if (!row || !row->isFolder)
         return false;
     fs::path folder = folder_ / row->linuxName;
-    std::error_code cannotTell;
-    if (!fs::is_directory(folder, cannotTell)) {
+    std::error_code ignored;
+    if (!fs::is_directory(folder, ignored)) {
         refuse(folderIsGone, row->name);
         folder = nearestFolder(folder);
     }

@@ -18,8 +18,8 @@ public:
         std::int16_t cancel, name, list, scrollBar;   // name 0: there is none
     };
 
-    // Made from 'DLOG' dialogID, not yet shown; not made where it is missing or
-    // has too few items.
+    // Made from 'DLOG' dialogID, not yet shown; there is no dialog where that is
+    // missing or has too few items.
     FileDialog(std::int16_t dialogID, Point where, Items items, DlgHookProcPtr hook, ModalFilterProcPtr filter);
     virtual ~FileDialog() = default;
     FileDialog(const FileDialog &) = delete;

@@ -95,8 +95,8 @@ bool SaveDialog::mayReplace(const std::string &name)
 {
     Str255 text, empty = {0};
     setPascal(text, name);
-    std::error_code cannotTell;
-    if (fs::is_directory(folders::pathOf(workingDirectory_, 0, text), cannotTell))
+    std::error_code ignored;
+    if (fs::is_directory(folders::pathOf(workingDirectory_, 0, text), ignored))
         return refuse(nameIsFolder, name), false;
     if (!files::nameTaken(folder(), name))
         return true;

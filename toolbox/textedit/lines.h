@@ -22,7 +22,7 @@ struct Line {
 // port's text settings; a longer word is broken where it must be.
 std::vector<Line> breakLines(std::string_view text, int width, bool wrap);
 
-// Of the current port's text settings.
+// For the current port's text settings.
 int lineHeight();
 int ascent();
 int widthOf(std::string_view text);

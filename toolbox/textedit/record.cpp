@@ -11,7 +11,7 @@ namespace {
 
 constexpr int longestText = 32767;
 
-// How far to scroll so that near to far comes into the range low to high.
+// How far to scroll so that near to far comes to lie between low and high.
 int shiftInto(int near, int far, int low, int high)
 {
     if (near < low)

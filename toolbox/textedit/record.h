@@ -1,5 +1,5 @@
-// What the parts of TextEdit share about a record: its text, its lines, where
-// a character stands, and drawing it.
+// What the parts of TextEdit share about a record: its text, its lines, where a
+// character is, and drawing it.
 #pragma once
 
 #include <string>

@@ -21,7 +21,7 @@ void selectTo(TEHandle text, int anchor, int moving);
 void forgetExtent();
 
 // The word that contains the offset or has an end there; empty between two
-// characters of no word.
+// characters that belong to no word.
 struct WordRange {
     int start;
     int end;

@@ -35,7 +35,7 @@ Rect roomFor(const Rect &frame)
     return room;
 }
 
-// Where a length that starts here has to start to lie within; at low when it
+// The start nearest to this one with which the length lies within; low when it
 // does not fit.
 int nearest(int start, int length, int low, int high)
 {

@@ -7,13 +7,12 @@
 namespace toolbox::windows {
 
 // The shortest move (h, v) that brings the rectangle, global, onto the display
-// that shows most of it, the main one when none shows any. One that is larger
-// than the display's room is moved there by its top left.
+// that shows most of it, the main one when none shows any. If it is larger than
+// the display's room, its top left goes to the room's.
 Point wayOntoDisplays(const Rect &frame);
 
-// Whether the user could not bring all of the window into view: it cannot be
-// dragged and a part of it is cut off, or less than half of it is on the
-// displays.
+// Whether the window is out of the user's reach: it cannot be dragged and a part
+// of it is cut off, or less than half of it is on the displays.
 bool isLost(const Window &window, const Area &displays);
 
 }  // namespace toolbox::windows

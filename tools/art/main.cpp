@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t paper = 0xFFFFFF, black = 0x000000;
 constexpr std::uint32_t cyan = 0x33A9DC, magenta = 0xD9448F, yellow = 0xF6D64A, deepBlue = 0x24428C, slate = 0x2B3A4E;
 
-// Six steps a screen keep a picture of three screens within 256 colours.
+// Six steps per screen keep a picture of three screens within 256 colours.
 double stepped(double coverage)
 {
     return std::round(coverage * 5) / 5;

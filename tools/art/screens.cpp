@@ -8,7 +8,7 @@
 namespace art {
 namespace {
 
-// The share of a cell whose spot value is higher, by sampling it once.
+// The share of a cell whose spot value is higher, from samples taken once.
 class Ranking {
 public:
     explicit Ranking(const Spot &spot)

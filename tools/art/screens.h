@@ -27,7 +27,7 @@ struct Screen {
 using Coverage = std::function<bool(double h, double v)>;
 double covered(const Coverage &ink, int h, int v);
 
-// Darkens a pixel by an ink (its colour on paper) that covers so much of it.
+// Darkens a pixel by an ink (its colour on paper) that covers that share of it.
 std::uint32_t printed(std::uint32_t paper, std::uint32_t ink, double coverage);
 
 // Every pixel as the procedure says.

@@ -59,8 +59,8 @@ std::string chime()
     append(bytes, 1, 2);      // plain samples
     append(bytes, 1, 2);      // one channel
     append(bytes, rate, 4);
-    append(bytes, rate, 4);   // bytes a second
-    append(bytes, 1, 2);      // bytes a sample
+    append(bytes, rate, 4);   // bytes per second
+    append(bytes, 1, 2);      // bytes per sample
     append(bytes, 8, 2);      // bits
     bytes += "data";
     append(bytes, static_cast<std::uint32_t>(data.size()), 4);

@@ -14,7 +14,8 @@ Resources compile(const std::filesystem::path &source);
 Resources compileText(const std::string &name, const std::string &utf8);
 
 // Writes the bytes to a file of another name beside it, then renames that, so
-// that the file is the old one or wholly the new. Throws std::runtime_error.
+// that the file is always the old one or the whole new one. Throws
+// std::runtime_error.
 void writeWhole(const std::filesystem::path &path, const std::string &bytes);
 
 // The fork inside an AppleDouble file, with blank Finder information.

@@ -15,9 +15,9 @@ class Cursor {
 public:
     Cursor(const std::string &file, std::string_view utf8);
 
-    // Where the next token stands.
+    // Where the next token is.
     Place place() const { return {file_, tokens_[next_].line}; }
-    // An error at the next token, or where the last one taken stood.
+    // Throws an error at the next token, or at the last one taken.
     [[noreturn]] void wrong(const std::string &message) const { throw SourceError(place(), message); }
     [[noreturn]] void wrongBefore(const std::string &message) const;
 
@@ -33,17 +33,17 @@ public:
     std::int16_t id() { return static_cast<std::int16_t>(number(INT16_MIN, INT16_MAX, "a resource number")); }
     std::uint32_t type();
     // Neighbouring texts joined, on this line or, where the caller's kind of
-    // list allows it, over following lines. Never over 255 bytes.
+    // list allows it, over following lines. At most 255 bytes.
     std::string text(const std::string &what, bool overLines = false);
-    // One text, not joined with its neighbours. Never over 255 bytes.
+    // One text, not joined with its neighbours. At most 255 bytes.
     std::string singleText();
     // file "name": a path beside this source.
     std::filesystem::path file();
     std::filesystem::path besideSource(const std::string &roman) const;
 
-    // Passes separators and line ends.
+    // Skips separators and line ends.
     void skipSeparators();
-    // Wants the end of a statement here: a separator, a line end, or a }.
+    // Expects the end of a statement here: a separator, a line end, or a }.
     void endStatement();
     // { each, with separators between them }. each takes at least one token.
     void block(const std::function<void()> &each);

@@ -1,4 +1,4 @@
-// One procedure for each kind of statement: takes what follows the number and
+// One procedure for each kind of statement: reads what follows the number and
 // the options, and returns the resource's bytes.
 #pragma once
 
@@ -17,13 +17,13 @@ std::string alertBytes(Cursor &source, std::int16_t id);     // 'ALRT'
 std::string itemListBytes(Cursor &source);                   // 'DITL'
 std::string versionBytes(Cursor &source);                    // 'vers'
 std::string colorTableBytes(Cursor &source);                 // 'dctb', 'cctb', 'wctb', 'actb'
-std::string wholeFile(Cursor &source);                       // the file's bytes as they stand
+std::string wholeFile(Cursor &source);                       // the file's bytes unchanged
 std::string hexBytes(Cursor &source);
 std::string pictureBytes(Cursor &source);                    // 'PICT' from a PNG file
 std::string soundBytes(Cursor &source);                      // 'snd ' from a WAV file
 
-// A rectangle from left, top, width and height, as eight bytes; the words
-// stand in the source one after the other.
+// A rectangle from left, top, width and height, as eight bytes; the words follow
+// each other in the source.
 struct Area {
     std::int64_t left = 0, top = 0, width = 0, height = 0;
 };

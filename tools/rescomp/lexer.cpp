@@ -118,8 +118,8 @@ void Lexer::addRoman(std::string_view utf8, std::string &roman) const
     roman += *converted;
 }
 
-// What stands between quotes. Only whole stretches are converted: a letter and
-// its accent may be two characters.
+// The text between quotes. Only whole stretches are converted: a letter and its
+// accent may be two characters.
 std::string Lexer::quoted(char quote)
 {
     std::string roman;

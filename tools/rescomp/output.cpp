@@ -35,7 +35,7 @@ bool writeNew(const std::string &path, std::string_view bytes)
 
 void writeWhole(const fs::path &path, const std::string &bytes)
 {
-    // Renaming over a device or a folder would do away with it.
+    // Renaming over a device or a folder would destroy it.
     if (fs::exists(path) && !fs::is_regular_file(path))
         throw std::runtime_error(path.string() + ": is no ordinary file");
     std::string temporary = path.string() + ".new" + std::to_string(::getpid());

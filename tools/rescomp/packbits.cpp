@@ -6,7 +6,7 @@ namespace rescomp {
 namespace {
 
 constexpr std::size_t longestPiece = 128;
-// Two equal bytes among others are shorter as they stand.
+// Two equal bytes among others are shorter unpacked.
 constexpr std::size_t shortestRun = 3;
 
 std::size_t runAt(std::string_view row, std::size_t at)

@@ -16,7 +16,7 @@ constexpr std::uint32_t seventyTwoDpi = 0x00480000;
 constexpr std::uint32_t pixelMapBit = 0x8000;
 constexpr std::size_t mostColors = 256;
 
-// What each colour is numbered in an indexed picture.
+// The number of each colour in an indexed picture.
 using Palette = std::map<Pixel, int>;
 
 std::optional<Palette> paletteOf(const Pixels &pixels)
@@ -78,7 +78,7 @@ void appendColors(std::string &bytes, const Palette &palette)
     }
 }
 
-// Source, destination and mode: as it stands, over what is there.
+// Source, destination and mode: unscaled, replacing what is there.
 void appendTransfer(std::string &bytes, const Pixels &pixels)
 {
     appendFrame(bytes, pixels);
@@ -86,8 +86,8 @@ void appendTransfer(std::string &bytes, const Pixels &pixels)
     appendWord(bytes, 0);
 }
 
-// Rows shorter than 8 bytes are not packed; the count of longer ones than 250
-// takes a word.
+// Rows shorter than 8 bytes are not packed; the byte count of rows longer than
+// 250 takes a word.
 void appendRow(std::string &bytes, const std::string &unpacked, const std::string &toPack)
 {
     if (unpacked.size() < 8) {
@@ -181,7 +181,7 @@ std::string picture(const Pixels &pixels)
         appendIndexed(bytes, pixels, *palette);
     else
         appendDirect(bytes, pixels);
-    // Opcodes lie at even offsets; the length in front is a word.
+    // Opcodes are at even offsets; the length before them is a word.
     if (bytes.size() % 2)
         bytes += '\0';
     appendWord(bytes, 0x00FF);

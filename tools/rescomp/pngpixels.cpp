@@ -7,11 +7,11 @@
 namespace rescomp {
 namespace {
 
-// Four bytes a pixel must fit the picture format's row length.
+// Four bytes per pixel must fit the picture format's row length.
 constexpr png_uint_32 mostAcross = 4095;
 constexpr png_uint_32 mostDown = 16383;
 
-// Lets go of what libpng holds, however the reading ends.
+// Frees what libpng holds, however the reading ends.
 struct Image {
     png_image png;
     Image()

@@ -70,7 +70,7 @@ Wave waveIn(std::string_view bytes, const Place &place)
     return wave;
 }
 
-// From 0 to 255, 128 being silence: 8-bit WAV samples are so already, 16-bit
+// From 0 to 255, 128 being silence: 8-bit WAV samples are so already; 16-bit
 // ones are signed.
 int sampleAt(const Wave &wave, std::size_t index)
 {

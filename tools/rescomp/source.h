@@ -1,4 +1,5 @@
-// A resource source as a row of tokens, and what is said when it is wrong.
+// A resource source as a sequence of tokens, and the error for one that is
+// wrong.
 #pragma once
 
 #include <filesystem>
@@ -9,7 +10,7 @@
 
 namespace rescomp {
 
-// Where in the sources something stands.
+// Where in the sources something is.
 struct Place {
     std::string file;
     int line = 0;
@@ -45,7 +46,7 @@ struct Token {
 // Throws SourceError. The last token is always an end.
 std::vector<Token> tokensOf(const std::string &file, std::string_view utf8);
 
-// The bytes of a file; throws SourceError for place when they cannot be had.
+// The bytes of a file; throws SourceError for place when they cannot be read.
 std::string fileBytes(const std::filesystem::path &path, const Place &place);
 
 }  // namespace rescomp

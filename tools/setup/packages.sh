@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
                 libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev fonts-urw-base35 ghostscript)
-# A display with nobody at it, hands for it, and the programs whose jobs are screened.
+# Displays without a person, programs that act for one, and those whose jobs are screened.
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils)
 fuzz_packages=(clang libclang-rt-14-dev)
@@ -11,8 +11,8 @@ as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# need PACKAGE...: asks apt for those that are not there. Hundreds of packages
-# need not wait for the disk at every file: cut short, they are asked for again.
+# need PACKAGE...: installs those that are missing. Hundreds of packages need not
+# wait for the disk at every file: an interrupted installation is repeated.
 need() {
   local missing=() package
   for package in "$@"; do
@@ -26,7 +26,7 @@ need() {
 }
 
 # build PRESET FOLDER TARGET...: configures once for each state of the presets,
-# then builds what changed and shows the compiler's words only when needed.
+# then builds what changed and shows the compiler's output only when it fails.
 build() {
   local preset=$1 folder=$2 log
   shift 2

@@ -40,13 +40,13 @@ std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &read
 MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
                             const std::string &shape)
 {
-    const Place even = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
+    const Place middle = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
     const meter::BitPage page{plate.bits.data(), plate.width, plate.height, plate.rowBytes, dpi};
     const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };
     meter::ScreenReading reading;
-    if (!even.empty())
-        reading = meter::readScreen(page, meter::cutToPage(page, {pixels(even.left), pixels(even.top),
-                                                                  pixels(even.width), pixels(even.height)}));
+    if (!middle.empty())
+        reading = meter::readScreen(page, meter::cutToPage(page, {pixels(middle.left), pixels(middle.top),
+                                                                  pixels(middle.width), pixels(middle.height)}));
     if (reading.kind == meter::ScreenKind::none)
         reading = meter::readScreen(page);
     if (reading.kind == meter::ScreenKind::none)

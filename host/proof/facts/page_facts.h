@@ -15,7 +15,7 @@ struct PlateFacts {
     std::string name;  // UTF-8
     Colour ink;
     TintRange tints;
-    Place even;           // the best place to measure on, may be empty
+    Place flatPlace;      // the best place to measure on, may be empty
     Place loupe;          // what its loupe picture shows
     double flatTint = 0;  // the tint there, 0 to 1
     AskedFor asked;

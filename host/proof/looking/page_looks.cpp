@@ -21,10 +21,10 @@ PlateLook lookAt(const plates::TintPlate &tints, bool ink, double dpi)
     look.tints = tintRange(tints, dpi);
     if (!ink)
         return look;
-    look.even = flatTint(tints, dpi);
-    if (!look.even.empty()) {
-        const int x = static_cast<int>((look.even.left + look.even.width / 2) * dpi);
-        const int y = static_cast<int>((look.even.top + look.even.height / 2) * dpi);
+    look.flatPlace = flatTint(tints, dpi);
+    if (!look.flatPlace.empty()) {
+        const int x = static_cast<int>((look.flatPlace.left + look.flatPlace.width / 2) * dpi);
+        const int y = static_cast<int>((look.flatPlace.top + look.flatPlace.height / 2) * dpi);
         look.flatInk = tints.row(y)[x] / 255.0;
     }
     return look;

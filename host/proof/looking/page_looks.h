@@ -13,7 +13,7 @@ namespace riders::proof {
 
 struct PlateLook {
     TintRange tints;
-    Place even;          // the best place to measure on, may be empty
+    Place flatPlace;     // the best place to measure on, may be empty
     double flatInk = 0;  // the tint there, 0 to 1
     Place loupe;         // where its dots show best; the page's place if they show well there
 };

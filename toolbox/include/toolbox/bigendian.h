@@ -39,7 +39,7 @@ using BigUInt16 = BigEndian<std::uint16_t>;
 using BigInt32 = BigEndian<std::int32_t>;
 using BigUInt32 = BigEndian<std::uint32_t>;
 
-// A 32-bit big-endian address. What it names must lie below 4 GiB.
+// A 32-bit big-endian address. What it points to must lie below 4 GiB.
 struct BigPointer {
     BigUInt32 address;
 

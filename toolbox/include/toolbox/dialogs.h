@@ -1,15 +1,15 @@
 // Dialog Manager: dialogs and alerts from 'DLOG', 'DITL' and 'ALRT' resources.
 //
 // Items are numbered from 1 in the order of their list. Where items overlap,
-// the first one in the list is hit. An item hidden by HideDItem lies 16384 to
-// the right. A picture is stretched to its item. Icons 0 to 2 have a drawing of
-// our own where no 'ICON' gives one.
+// the first one in the list is hit. An item hidden by HideDItem lies 16384
+// pixels to the right. A picture is stretched to its item. Icons 0 to 2 have
+// built-in drawings, used if there is no such 'ICON'.
 //
-// What the wish to end the program does to a dialog is written in
-// toolbox/host/quit.h: it is asked to cancel, as by Escape.
+// When the program is asked to end, a dialog is asked to cancel, as by Escape:
+// see toolbox/host/quit.h.
 //
 // All calls here may allocate, and so move blocks; ModalDialog and the alerts
-// call back into filters and user items, and end by whatever those throw.
+// call filters and user items, and pass on whatever those throw.
 #pragma once
 
 #include "toolbox/controls.h"
@@ -31,8 +31,8 @@ typedef struct DialogRecord {
 } DialogRecord, *DialogPeek;
 
 // True: the event is dealt with, and ModalDialog returns what was stored in
-// *itemHit, 0 when nothing was. False: the event is handled as it now stands in
-// *event. May call any dialog routine, nested ModalDialogs and alerts too.
+// *itemHit, or 0. False: the event is handled as it now stands in *event. May
+// call any dialog routine, including nested ModalDialogs and alerts.
 typedef Boolean (*ModalFilterProcPtr)(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 // Called with the port set to the dialog whenever the item is to be drawn.
 typedef void (*UserItemProcPtr)(DialogPtr dialog, int16_t item);
@@ -43,77 +43,82 @@ enum {
 };
 enum { ok = 1, cancel = 2 };
 
-// Made from 'DLOG' id and its 'DITL'; nil when either is missing or damaged or
-// the heap has no room, and then nothing is left. storage nil: allocated, else
-// sizeof(DialogRecord) bytes of the caller's. behind (WindowPtr)-1: in front of
-// all. The first edit item is current, all its text selected. A 'dctb' of the
-// same number gives the colours. The current port stays what it is. Shown at
-// once when the resource says so; otherwise ShowWindow.
+// Makes a dialog from 'DLOG' id and its 'DITL'; nil when either is missing or
+// damaged or the heap has no room, and then nothing is left over. storage:
+// sizeof(DialogRecord) bytes that the caller provides, or nil to allocate them.
+// behind (WindowPtr)-1: in front of all. The first edit item is current, with all
+// its text selected. A 'dctb' of the same number gives the colours. The current
+// port does not change. Shown at once if the resource says so; otherwise by
+// ShowWindow.
 DialogPtr GetNewDialog(int16_t id, void *storage, WindowPtr behind);
-// Closes the window and frees the items; the record too with DisposDialog, and
-// with CloseDialog when GetNewDialog allocated it.
+// Close the window and free the items. DisposDialog also frees the record, and so
+// does CloseDialog if GetNewDialog allocated it.
 void CloseDialog(DialogPtr dialog);
 void DisposDialog(DialogPtr dialog);
 // Runs until an enabled item is hit or the filter returns true, and sets
 // *itemHit. The front window must be a dialog (std::logic_error if not); it is
-// the current port meanwhile. The filter sees every event, null events too (one
-// a tick while nothing happens), but not a press outside a dialog that cannot
-// be moved: that beeps. Nil filter: Return and Enter press the default
+// the current port meanwhile. The filter sees every event, including null events
+// (one per tick while nothing happens), but not a press outside a dialog that
+// cannot be moved: that beeps. Nil filter: Return and Enter press the default
 // item, 1 unless aDefItem says otherwise.
-// Left to ModalDialog: a control is tracked and hit when released inside;
-// other items are hit by the press; keys go to the current edit item, Tab to the
-// next one; from system version 7 on Command-X, C and V edit through the desk
-// scrap. Updates of all dialogs are drawn; those of other windows wait.
+// What the filter leaves to ModalDialog: a control is tracked, and hit when the
+// button is released inside; other items are hit by the press; keys go to the
+// current edit item, and Tab moves to the next one; from system version 7 on
+// Command-X, C and V edit through the desk scrap. All dialogs are redrawn where
+// they need it; updates of other windows wait.
 void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit);
-// Draws all items, or those in the update region; nothing for what is no dialog.
+// Draws all items, or those in the update region; does nothing for a window that
+// is not a dialog.
 void DrawDialog(DialogPtr dialog);
 void UpdtDialog(DialogPtr dialog, RgnHandle update);
 
-// How many items it has; 0 for what is no dialog.
+// How many items the dialog has; 0 for a window that is not one.
 int16_t CountDITL(DialogPtr dialog);
-// Nothing happens for a number that is not there.
+// Nothing happens if there is no item of that number.
 // *item: for controls the ControlHandle, for user items the procedure, for
 // texts a handle to the characters; the type with itemDisable as it is.
 void GetDItem(DialogPtr dialog, int16_t number, int16_t *type, Handle *item, Rect *box);
 // Draws nothing, and does not move a control (MoveControl does).
 void SetDItem(DialogPtr dialog, int16_t number, int16_t type, Handle item, const Rect *box);
-// Moves the item away and back; what it leaves is erased, where it comes back is to
-// be updated. Nothing for an item that is hidden, or shown, already.
+// Move the item away and back. Its place is erased when it leaves, and is to be
+// updated both times. Nothing happens if it is hidden, or shown, already.
 void HideDItem(DialogPtr dialog, int16_t number);
 void ShowDItem(DialogPtr dialog, int16_t number);
 // The number minus 1 of the first item at the local point, -1 for none.
 int16_t FindDItem(DialogPtr dialog, Point where);
-// The first 255 characters of a text item's handle / replaces them and draws
-// the item. While the item is being edited the same handle is textH's hText.
+// GetIText gives the first 255 characters of a text item's handle; SetIText
+// replaces the text and draws the item. While the item is being edited, textH's
+// hText is the same handle.
 void GetIText(Handle item, Str255 text);
 void SetIText(Handle item, ConstStr255Param text);
-// Makes the edit item the current one and selects, offsets cut to its length.
+// Makes the edit item the current one and selects from start to end, both cut to
+// the length of its text.
 void SelIText(DialogPtr dialog, int16_t number, int16_t start, int16_t end);
-// The four texts put in place of ^0 to ^3 in static text whenever it is drawn,
-// in all dialogs. Copied; nil leaves a text as it was.
+// Sets the four texts that replace ^0 to ^3 in static text whenever it is drawn,
+// in all dialogs. They are copied; nil leaves a text as it was.
 void ParamText(ConstStr255Param p0, ConstStr255Param p1, ConstStr255Param p2, ConstStr255Param p3);
-// On the dialog's current edit item, through TextEdit's private scrap. DlgPaste
-// takes the desk scrap's text in first where that is newer.
+// Edit the dialog's current edit item, through TextEdit's private scrap. DlgPaste
+// first takes in the desk scrap's text if that is newer.
 void DlgCut(DialogPtr dialog);
 void DlgCopy(DialogPtr dialog);
 void DlgPaste(DialogPtr dialog);
 void DlgDelete(DialogPtr dialog);
 // Command-X, C and V, capital or small, on the current edit item through the
-// desk scrap. False for another key, and when the dialog has no current edit
+// desk scrap. False for any other key, and when the dialog has no current edit
 // item.
 Boolean DlgCommandKey(DialogPtr dialog, int16_t character);
 
-// Shows 'ALRT' id, its bounds as they are in memory now, and returns the item
-// hit; -1 when the resource or its item list is missing or its stage shows no
-// box. The same alert in succession goes through its four stages, each with
-// its sounds, its box or none, and its default item, which is outlined and
-// which Return and Enter press.
+// Shows 'ALRT' id, with the bounds that it has in memory now, and returns the item
+// hit; -1 when the resource or its item list is missing or its stage shows no box.
+// An alert shown several times in succession goes through its four stages; each
+// has its number of beeps, a box or none, and a default item, which is outlined
+// and which Return and Enter press.
 int16_t Alert(int16_t id, ModalFilterProcPtr filter);
 int16_t StopAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t NoteAlert(int16_t id, ModalFilterProcPtr filter);
 int16_t CautionAlert(int16_t id, ModalFilterProcPtr filter);
-// 0 to 3, of the latest alert. ResetAlrtStage: the next alert is at its first
-// stage, whichever it is.
+// The stage of the latest alert, 0 to 3. After ResetAlrtStage the next alert,
+// whichever it is, is at its first stage.
 int16_t GetAlrtStage(void);
 void ResetAlrtStage(void);
 

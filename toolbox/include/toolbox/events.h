@@ -1,11 +1,11 @@
 // Event Manager and the clock.
 //
 // Times are ticks of 1/60 second. On the headless machine they are virtual:
-// Delay and waiting for events move them, nothing sleeps.
+// Delay and waiting for events advance them, and nothing sleeps.
 //
 // Input is taken from the machine in order, and only when one of these calls
 // needs it. Mouse position, button and modifier keys are those at the newest
-// input taken. All of it may be called from the start of the Toolbox on.
+// input taken. All calls are allowed once the Toolbox has started.
 #pragma once
 
 #include "toolbox/types.h"
@@ -39,17 +39,17 @@ enum {
 // The next event of the mask: activates first, then mouse and keys in order,
 // then the latest key repeat, then updates front to back, and a null event once
 // sleep ticks (at least one) have passed. False for a null event; where, when
-// and modifiers are filled in any case. Keys going up make no events. An update
-// event comes again until the window's update region is empty. What has been
+// and modifiers are always filled in. Releasing a key makes no event. An update
+// event is repeated until the window's update region is empty. What has been
 // drawn is shown before the wait, which ends early with a null event when the
-// program is asked to end. An exception of the machine's passes through.
+// program is asked to end. An exception thrown by the machine passes through.
 Boolean WaitNextEvent(int16_t mask, EventRecord *event, uint32_t sleep);
 // The same with the shortest sleep.
 Boolean GetNextEvent(int16_t mask, EventRecord *event);
 // The same with the shortest sleep, and the event stays queued.
 Boolean EventAvail(int16_t mask, EventRecord *event);
 // Removes mouse and key events of the mask up to the first one of stopMask (0:
-// all), those that have arrived but were not yet taken included. Activates and
+// all), including those that have arrived but were not yet taken. Activates and
 // updates stay.
 void FlushEvents(int16_t mask, int16_t stopMask);
 // Where the mouse is, in the current port's local coordinates. Takes no input.
@@ -63,12 +63,12 @@ Boolean Button(void);
 Boolean StillDown(void);
 // Ticks since the machine was started.
 uint32_t TickCount(void);
-// Ticks for which a caret is shown or hidden, and within which two clicks are
-// one double click.
+// Ticks for which a caret stays shown or hidden, and within which two clicks make
+// a double click.
 uint32_t GetCaretTime(void);
 uint32_t GetDblTime(void);
-// Shows what has been drawn and lets the given ticks pass; *finalTicks, when
-// not nil, is the time after.
+// Shows what has been drawn and lets the given ticks pass; *finalTicks is the
+// time afterwards, unless finalTicks is nil.
 void Delay(uint32_t ticks, uint32_t *finalTicks);
 
 #ifdef __cplusplus

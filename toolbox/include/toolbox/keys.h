@@ -1,6 +1,6 @@
-// Keys that have no printed sign, as an event's message names them
-// (toolbox/events.h): by the character they give, and by the code of the key
-// itself. Usable without a session.
+// Keys, mainly those that print nothing, as an event's message gives them
+// (toolbox/events.h): the character, and the code of the key itself. Usable
+// without a session.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ inline constexpr std::uint8_t forwardDelete = 0x7F;
 
 }  // namespace toolbox::key
 
-// The next byte up: which key of the keyboard it was, whatever it gave.
+// The next byte up: which key of the keyboard it was, whatever it typed.
 namespace toolbox::keycode {
 
 inline constexpr std::uint8_t carriageReturn = 0x24;

@@ -1,10 +1,10 @@
 // Memory Manager: pointer blocks, relocatable blocks, a heap of a stated size.
 //
-// The heap counts what its callers asked for plus 16 bytes a block, whatever
+// The heap counts what its callers asked for plus 16 bytes per block, whatever
 // the machine has left. Any call here that allocates may move every block that
 // is not locked; Resource, Dialog and Menu Manager calls allocate too.
-// Every call sets MemError; a handle that is nil gives nilHandleErr there, one
-// that was freed or never was one memWZErr, and nothing is done.
+// Every call sets MemError: for a nil handle to nilHandleErr, for one that was
+// freed or never existed to memWZErr, and then nothing is done.
 // May be called at any time between start and stop of the Toolbox.
 #pragma once
 
@@ -19,7 +19,8 @@ extern "C" {
 Ptr NewPtr(Size byteCount);
 // The same, zero-filled.
 Ptr NewPtrClear(Size byteCount);
-// Frees the block; nil does nothing. memWZErr for what is no such block.
+// Frees the block; nil does nothing. memWZErr for anything that is not such a
+// block.
 void DisposePtr(Ptr block);
 
 // A relocatable block and its master pointer; size 0 is legal and not nil.
@@ -32,7 +33,7 @@ Handle NewHandleClear(Size byteCount);
 void DisposeHandle(Handle handle);
 // Bytes in the block; 0 with nilHandleErr for a purged one.
 Size GetHandleSize(Handle handle);
-// Keeps the contents as far as they fit; what is new is undefined. The block
+// Keeps the contents as far as they fit; new bytes are undefined. The block
 // may move unless locked; a locked one can shrink but not grow. memFullErr: the
 // size is unchanged.
 void SetHandleSize(Handle handle, Size byteCount);
@@ -42,7 +43,8 @@ void SetHandleSize(Handle handle, Size byteCount);
 void HLock(Handle handle);
 void HUnlock(Handle handle);
 // Lets the Memory Manager empty the block when it needs room (HPurge), or not
-// (HNoPurge). Only resources and empty handles survive being emptied usefully.
+// (HNoPurge). Useful only for resources, which can be loaded again, and for
+// handles whose contents are not needed.
 void HPurge(Handle handle);
 void HNoPurge(Handle handle);
 // Bit 7 locked, bit 6 purgeable, bit 5 a resource; for saving and restoring.
@@ -54,7 +56,8 @@ void HSetState(Handle handle, int8_t state);
 void MoveHHi(Handle handle);
 
 // Purges what may be purged and returns the largest block that could now be
-// had, in bytes. *grow, when not nil, is set to 0: the heap does not grow.
+// allocated, in bytes. *grow is set to 0 unless grow is nil: the heap does not
+// grow.
 Size MaxMem(Size *grow);
 // As MaxMem, but purges nothing.
 Size CompactMem(Size needed);
@@ -63,7 +66,7 @@ Size CompactMem(Size needed);
 void PurgeMem(Size needed);
 // Bytes not in use.
 Size FreeMem(void);
-// The result of the last Memory Manager call, noErr after a success.
+// The result of the last Memory Manager call, noErr after success.
 OSErr MemError(void);
 
 // Copies byteCount bytes, none when negative; source and destination may
@@ -71,8 +74,8 @@ OSErr MemError(void);
 void BlockMove(const void *source, void *destination, Size byteCount);
 // Makes a new handle holding a copy; *handle is nil on failure.
 OSErr PtrToHand(const void *source, Handle *handle, Size byteCount);
-// Replaces *handle by a new handle with the same contents, unlocked, not
-// purgeable and no resource. On failure *handle is as before.
+// Replaces *handle with a new handle that has the same contents, unlocked, not
+// purgeable and not a resource. On failure *handle is as before.
 OSErr HandToHand(Handle *handle);
 // Appends the bytes at source, which must not move: not the contents of an
 // unlocked block. On failure the block is as before.

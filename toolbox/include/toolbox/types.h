@@ -1,11 +1,11 @@
-// The plain types every manager shares, and the result codes.
+// The basic types that all managers share, and the result codes.
 //
-// Records here are natural C records for use in memory. Anything stored in a
+// Records here are plain C records for use in memory. Anything stored in a
 // file or a resource is read and written field by field as big-endian bytes;
-// no file is ever laid over one of these records.
+// these records are never copied to or from a file as they are.
 //
-// Strings are Mac OS Roman. A Str255 and its shorter kin are Pascal strings:
-// byte 0 is the length, the characters follow, there is no terminator.
+// Strings are Mac OS Roman. Str255 and the shorter types are Pascal strings:
+// byte 0 is the length, the characters follow, and there is no terminator.
 #pragma once
 
 #include <stddef.h>

@@ -1,14 +1,14 @@
 // Window Manager: a list of windows, the front one first.
 //
 // A window draws straight onto the displays, in the part of its content that no
-// window in front covers; nothing is kept of what is covered. What comes to
-// light is erased to the content's colour at once and asked for by an update
-// event, for as long as its owner has not called BeginUpdate and
-// EndUpdate. Rectangles given at creation and to MoveWindow are those of the
-// content, global; the frame lies outside. The frontmost visible window is the
-// active one; activate events follow every change of it. What takes a window does
-// nothing for one that is not there; only DragWindow and the RefCon calls must get
-// one. May be called between start and stop of the Toolbox; every call may allocate.
+// window in front covers; nothing is kept of what is covered. What is uncovered
+// is erased to the content's colour at once, and update events ask for it until
+// the owner has called BeginUpdate and EndUpdate. Rectangles given at creation and
+// to MoveWindow are those of the content, global; the frame lies outside. The
+// frontmost visible window is the active one; activate events follow every change
+// of it. Calls that take a window do nothing for one that does not exist; only
+// DragWindow and the RefCon calls need one that does. May be called between start
+// and stop of the Toolbox; every call may allocate.
 #pragma once
 
 #include "toolbox/quickdraw.h"
@@ -24,13 +24,13 @@ struct ControlRecord;
 
 typedef struct WindowRecord {
     GrafPort port;
-    int16_t windowKind;      // dialogKind, userKind, negative for an accessory's
+    int16_t windowKind;      // dialogKind, userKind, negative for a desk accessory
     Boolean visible;
     Boolean hilited;
     Boolean goAwayFlag;
     RgnHandle strucRgn;      // with its frame, global
     RgnHandle contRgn;       // content, global
-    RgnHandle updateRgn;     // what is to be drawn anew, global
+    RgnHandle updateRgn;     // what is to be redrawn, global
     struct ControlRecord **controlList;
     struct WindowRecord *nextWindow;
     Str255 title;
@@ -42,51 +42,53 @@ enum { dialogKind = 2, userKind = 8 };
 enum { documentProc = 0, dBoxProc = 1, plainDBox = 2, altDBoxProc = 3, noGrowDocProc = 4, movableDBoxProc = 5 };
 enum { inDesk = 0, inMenuBar = 1, inSysWindow = 2, inContent = 3, inDrag = 4, inGrow = 5, inGoAway = 6 };
 
-// storage nil: allocated; otherwise sizeof(WindowRecord) bytes of the caller's
-// that stay until CloseWindow. behind is the window it goes right
-// behind; (WindowPtr)-1: in front of all; nil, or a window that is not there: behind
-// all. bounds is the content, global; the title is copied. The current port stays what it was.
-// Nil when the heap has no room, and then nothing is left.
+// storage: sizeof(WindowRecord) bytes that the caller keeps until CloseWindow, or
+// nil to allocate them. behind: the window directly in front of the new one;
+// (WindowPtr)-1: in front of all; nil, or a window that does not exist: behind
+// all. bounds is the content, global; the title is copied. The current port does
+// not change. Nil when the heap has no room, and then nothing is left over.
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible,
                     int16_t procID, WindowPtr behind, Boolean goAway, intptr_t refCon);
-// Takes the window off the display and frees what belongs to it, its controls
-// among it: all but the record, which is the caller's (CloseWindow), or the
-// record too (DisposeWindow). Events not delivered are dropped. When it is the
-// current port, the desktop's becomes current.
+// Take the window off the display and free what belongs to it, its controls
+// included. CloseWindow leaves the record to the caller; DisposeWindow frees it
+// too. Events not yet delivered are dropped. If it is the current port, the
+// desktop's becomes current.
 void CloseWindow(WindowPtr window);
 void DisposeWindow(WindowPtr window);
 // The frontmost visible window, nil when none.
 WindowPtr FrontWindow(void);
-// In front of all others, which makes it the active one when it is visible.
+// Brings it in front of all others, which makes it the active one if it is
+// visible.
 void SelectWindow(WindowPtr window);
-// Where it stands in the list stays the same. Nothing when it is so already.
+// Its place in the list stays the same. Nothing happens if it is shown, or hidden,
+// already.
 void ShowWindow(WindowPtr window);
 void HideWindow(WindowPtr window);
-// To the front of the list, visible or not; what comes to light is painted.
+// Moves it to the front of the list, visible or not; what is uncovered is painted.
 void BringToFront(WindowPtr window);
-// Content's top left to (h, v), global; bring to front when front is set. The
-// whole content is to be updated.
+// Moves the content's top left to (h, v), global, and brings the window to the
+// front when front is set. The whole content is to be updated.
 void MoveWindow(WindowPtr window, int16_t h, int16_t v, Boolean front);
 // Follows the mouse, pressed at the global start, with a grey outline of the
-// window, and moves the window there when it is released. Outside the bounds
-// (global) there is no outline away from home, and a release moves nothing. The
-// order of windows stays.
+// window, and moves the window there when it is released. While the mouse is
+// outside the bounds (global) the outline is back around the window, and a release
+// moves nothing. The order of windows stays.
 void DragWindow(WindowPtr window, Point start, const Rect *bounds);
-// Content's size; what is new of it is to be updated whatever update says.
+// Sets the content's size; new parts of it are to be updated whatever update says.
 void SizeWindow(WindowPtr window, int16_t width, int16_t height, Boolean update);
-// Copied, and drawn at once; nil is the empty title. GetWTitle gives the empty
-// title for a window that is not there.
+// The title is copied, and drawn at once; nil is the empty title. GetWTitle gives
+// the empty title for a window that does not exist.
 void SetWTitle(WindowPtr window, ConstStr255Param title);
 void GetWTitle(WindowPtr window, Str255 title);
-// The owner's own number or address; the Window Manager does not look at it.
+// A number or address for the owner's use; the Window Manager ignores it.
 void SetWRefCon(WindowPtr window, intptr_t value);
 intptr_t GetWRefCon(WindowPtr window);
 // What a global point lies in. *window is nil for the menu bar and the desktop.
 // The frame of a window without a title bar counts as desktop, with *window
 // set.
 int16_t FindWindow(Point where, WindowPtr *window);
-// Adds a local rectangle of the current port to what its window is to draw /
-// takes it away. Nothing for a port that is no visible window's.
+// Add a local rectangle of the current port to what its window is to redraw, or
+// take it away. Nothing happens for a port that is not a visible window's.
 void InvalRect(const Rect *r);
 void ValidRect(const Rect *r);
 // Between the two, drawing in the window is clipped to what needs it; the
@@ -95,7 +97,7 @@ void BeginUpdate(WindowPtr window);
 void EndUpdate(WindowPtr window);
 // Attaches a 'wctb' or 'dctb' table; the window keeps its own copy until it is
 // closed. It colours content (part 0), frame (part 1) and title (part 2) while the
-// main display has 2 bits a pixel or more.
+// main display has 2 bits per pixel or more.
 void SetWinColor(WindowPtr window, Handle colorTable);
 
 #ifdef __cplusplus

@@ -2,7 +2,7 @@
 // cannot, in numbered entries.
 //
 // Header of 26 bytes (magic, version, 16 of filler, entry count), a table of
-// 12 bytes an entry (id, offset, length), then the entries' bytes. All numbers
+// 12 bytes per entry (id, offset, length), then the entries' bytes. All numbers
 // are big-endian. Nothing here touches files or needs a session.
 #pragma once
 
@@ -30,8 +30,8 @@ struct AppleDouble {
     std::string filler = std::string(16, '\0');
     std::vector<Entry> entries;  // in the order of the table
 
-    // Nil where there is no such entry. Good until an entry is added, as is the
-    // view below, which is empty then.
+    // Nil if there is no such entry; the view below is then empty. Both are valid
+    // until an entry is added or changed.
     const Entry *find(std::uint32_t id) const;
     std::string_view bytes(std::uint32_t id) const;
     // Adds an entry at the end, or replaces the bytes of the one that is there.
@@ -43,16 +43,16 @@ struct AppleDouble {
     void setFinderInfo(std::string_view info);
 };
 
-// A companion with blank Finder information and no fork: the usual two
+// A companion with blank Finder information and an empty fork: the usual two
 // entries, at 50 and 82.
 AppleDouble newAppleDouble();
 
-// The entries as copies. Nothing where the bytes are no AppleDouble of version 2, or name an entry
-// twice, or lay one outside the file, over another or over the header.
+// The entries are copies. Nothing if the bytes are not AppleDouble of version 2, name an entry
+// twice, or place one outside the file, over another or over the header.
 std::optional<AppleDouble> parseAppleDouble(std::string_view bytes);
 
 // The file's bytes. The resource fork comes last, so that it can grow; the others stay at their
-// offsets where those are still free, and are otherwise laid out afresh.
+// offsets if those are still free, and are otherwise laid out afresh.
 std::string composeAppleDouble(const AppleDouble &file);
 
 }  // namespace toolbox::files

@@ -1,6 +1,6 @@
-// Big-endian numbers in strings of bytes, for what reads and writes whole files:
-// read at an offset, append at the end. Records of a fixed layout have field types
-// instead (toolbox/bigendian.h).
+// Big-endian numbers in strings of bytes, for code that reads and writes whole
+// files: read at an offset, append at the end. Records of a fixed layout use field
+// types instead (toolbox/bigendian.h).
 #pragma once
 
 #include <cstdint>

@@ -5,8 +5,9 @@
 
 namespace toolbox {
 
-// Its static texts in item order, the parameters of ParamText in place, joined
-// by blanks, line ends as blanks, as UTF-8. Empty when no dialog is open.
+// Its static texts in item order, with ParamText's texts in place of ^0 to ^3, as
+// one line of UTF-8: texts are joined, and line ends replaced, by single blanks.
+// Empty when the front window is not a dialog.
 std::string frontDialogText();
 
 }  // namespace toolbox

@@ -1,15 +1,15 @@
 // Making file and memory calls fail on purpose.
 //
-// Every File Manager call passes one table on its way in. A fault planned here
+// Every File Manager call first checks one table. A fault planned here
 // makes the chosen call return an error instead of doing its work (FSClose
 // does close, and then returns the error; FSWrite and FSRead move nothing,
 // *count 0; FSOpen gives refNum 0). The pairs of calls that differ only in how
-// a place is given (FSOpen and HOpen, ...) are one kind. A resource fork being
-// written passes as a write too, and leaves the old fork when it fails.
+// a place is given (FSOpen and HOpen, ...) are one kind. Writing a resource fork
+// counts as a write too; when it fails, the old fork is kept.
 //
 // Plans outlive sessions and are kept until clear(). Each counts the calls made
-// after it was planned; where several strike the same call, the error of the
-// first planned counts.
+// after it was planned; if several strike the same call, it returns the error of
+// the one planned first.
 #pragma once
 
 #include <optional>
@@ -46,7 +46,7 @@ int count(FileCall kind);
 const char *name(FileCall kind);
 std::optional<FileCall> kindNamed(const std::string &name);
 
-// For the managers, once a call: noErr, or the error this call is to return.
+// For the managers, once per call: noErr, or the error this call is to return.
 OSErr check(FileCall kind);
 bool allocationFails();
 

@@ -1,5 +1,5 @@
-// The machine that is only memory: virtual time, no display, no sound. Complete,
-// and what tests and scripted sessions run on.
+// The machine that exists only in memory: virtual time, no real display, no
+// sound. It is complete; tests and scripted sessions run on it.
 #pragma once
 
 #include <deque>
@@ -13,22 +13,22 @@ class HeadlessMachine : public Machine {
 public:
     explicit HeadlessMachine(std::vector<Screen> screens = {{{0, 0, 480, 640}, 8}});
 
-    // Called for more when a program waits for input and the queue is empty, and
-    // never at another moment: returns the next input, or nothing to let time
-    // pass. May look at and act on everything; may throw to end the session.
-    // Without one, time passes and nothing ever comes.
+    // Called when a program waits for input and the queue is empty, and at no
+    // other moment: returns the next input, or nothing to let time pass. May look
+    // at and act on everything; may throw to end the session. Without a source
+    // time passes and no input ever comes.
     using Source = std::function<std::optional<Input>()>;
     void setSource(Source source);
-    // Input that has arrived: it comes before what the source would give.
+    // Input that has arrived: it comes before what the source would return.
     void push(const Input &input);
 
     // At least one. Takes effect at once and announces screensChanged.
     virtual void setScreens(std::vector<Screen> screens);
-    // For sessions that are not looked at: no pixels are kept. Before the Toolbox is
-    // started; true unless set.
+    // False for sessions that no one looks at: no pixels are kept. To be set before
+    // the Toolbox is started; true unless set.
     void wantPictures(bool wanted);
-    // Sees every picture that is presented; borrowed for the call, which must not
-    // call the Toolbox. None unless set.
+    // Receives every picture that is presented; borrowed for the call, which must
+    // not call the Toolbox. None unless set.
     using Watcher = std::function<void(int screen, const Picture &picture)>;
     void setWatcher(Watcher watcher);
     // As another program would; the serial changes.

@@ -1,6 +1,6 @@
 // The seam between the Toolbox and the machine it runs on.
 //
-// All that the Toolbox wants from outside comes through one Machine: input,
+// All that the Toolbox needs from outside comes through one Machine: input,
 // time, displays, the clipboard, sound. Two exist: headless (memory only, time
 // virtual) and a window on the desktop. The Toolbox calls it on one thread.
 #pragma once
@@ -17,8 +17,8 @@ namespace toolbox {
 // A display, and the pixels that the Toolbox has on it.
 struct Screen {
     Rect bounds;     // global; the main display's top left is 0, 0
-    int depth;       // bits a pixel: 1, 2, 4, 8 or 32
-    int scale = 1;   // device pixels to a pixel of QuickDraw's, each way: 1, 2 or 3
+    int depth;       // bits per pixel: 1, 2, 4, 8 or 32
+    int scale = 1;   // device pixels per QuickDraw pixel, each way: 1, 2 or 3
 };
 
 // Something the person at the machine did. The Event Manager takes inputs in
@@ -28,8 +28,8 @@ struct Screen {
 struct Input {
     // mouseMoved may stand for several moves that came one after another.
     // keyUp makes no event; it ends the repeats that autoKey inputs make.
-    // quit asks the program to end. clipboardChanged says that the serial of
-    // the clipboard differs.
+    // quit asks the program to end. clipboardChanged announces a new serial of
+    // the clipboard.
     enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, screensChanged, clipboardChanged, quit };
     Kind kind;
     Point where{};                // global, for the mouse kinds
@@ -48,36 +48,35 @@ struct Picture {
 struct Machine {
     virtual ~Machine() = default;
 
-    // The next input, in order. With none there, waits up to waitTicks, lets
-    // that time pass and returns nothing; it may come back sooner with
-    // nothing. Never gives input out of order. May throw to end the session:
-    // the exception goes through the Toolbox and its caller to what started
-    // the session.
+    // The next input, in order. If there is none, waits up to waitTicks, lets
+    // that time pass and returns nothing; it may return nothing sooner. Never
+    // returns input out of order. May throw to end the session: the exception
+    // passes through the Toolbox and its caller to whatever started the session.
     virtual std::optional<Input> nextInput(std::uint32_t waitTicks) = 0;
-    // Whether input has arrived that nextInput(0) would give; nothing is
+    // Whether input has arrived that nextInput(0) would return; nothing is
     // taken and no user is asked. A machine whose user acts only when waited
-    // for may return false here and yet give input from nextInput.
+    // for may return false here and yet return input from nextInput.
     virtual bool inputWaiting() = 0;
 
     // Ticks of 1/60 s since start; never runs backwards.
     virtual std::uint32_t ticks() = 0;
-    // Lets time pass without taking input: what comes meanwhile is kept.
+    // Lets time pass without taking input: what arrives meanwhile is kept.
     virtual void passTicks(std::uint32_t count) = 0;
 
     // At least one; the first is the main display. May change between calls,
     // announced by Input screensChanged. Bounds do not overlap and are not
     // empty.
     virtual std::vector<Screen> screens() = 0;
-    // The pixels of display number index (as in screens), scale times its bounds
-    // wide and high, as they are now to be seen; called before the Toolbox
-    // waits, when they have changed. Outside the rectangle changed, in the
-    // picture's own pixels, they are what was presented last; it is the whole
-    // picture the first time, and when its size is another. Borrowed for the
+    // Shows the pixels of display number index (as in screens); the picture is
+    // scale times as wide and high as the display's bounds. Called before the
+    // Toolbox waits, if they have changed. Outside the rectangle changed, which is
+    // in the picture's own pixels, they are what was presented last; it is the
+    // whole picture the first time, and when the size differs. Borrowed for the
     // call.
     virtual void present(int index, const Picture &picture, const Rect &changed) = 0;
 
     // Whether pictures will be looked at. Asked at start and for each new
-    // display. False: shapes and text are measured and traced as ever, but no
+    // display. False: shapes and text are measured and traced as usual, but no
     // pixel is kept, nothing is presented and screenPicture is empty.
     virtual bool picturesWanted() { return true; }
 
@@ -89,9 +88,9 @@ struct Machine {
 
     // Does not wait for the end of the sound.
     virtual void beep() = 0;
-    // Unsigned 8-bit samples, one channel; returns when played.
+    // Unsigned 8-bit samples, one channel; returns when they have been played.
     virtual void playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond) = 0;
-    // What the mouse looks like from now on.
+    // The shape of the mouse cursor from now on.
     enum class CursorShape { arrow, text, busy };
     virtual void setCursor(CursorShape shape) = 0;
 };

@@ -1,4 +1,4 @@
-// The menu bar's place, for what lays something out below it.
+// The menu bar's height, for code that lays something out below it.
 #pragma once
 
 #include <cstdint>

@@ -13,8 +13,8 @@
 
 namespace toolbox::resources {
 
-// One resource as the map describes it: attributes are resLocked and
-// the others of toolbox/resources.h. The name is Mac OS Roman. Both views are of bytes that the
+// One resource as the map describes it: attributes are resLocked and the others of
+// toolbox/resources.h. The name is Mac OS Roman. Both views are of bytes that the
 // caller keeps.
 struct ForkEntry {
     ResType type = 0;
@@ -26,14 +26,14 @@ struct ForkEntry {
 
 // Fills entries with the resources of a fork, in the order of its map; the views
 // are of bytes, which must outlive them. noErr, or, with no entries: eofErr, the
-// fork is empty; mapReadErr, an offset or a length leads out of the place where
-// it has to stay.
+// fork is empty; mapReadErr, an offset or a length leads outside the part of the
+// fork that it must stay in.
 OSErr parseFork(std::string_view bytes, std::vector<ForkEntry> &entries);
 
 // The fork that holds the entries: grouped by type in order of appearance,
 // otherwise in their order. Names beyond 255 bytes are cut. Without entries it
-// is a fork with an empty map. Nothing when they do not fit the format: data
-// beginning at 16 MiB or later, or a map beyond what 16-bit offsets reach.
+// is a fork with an empty map. Nothing if they do not fit the format: data that
+// would begin at 16 MiB or later, or a map beyond what 16-bit offsets reach.
 std::optional<std::string> forkBytes(const std::vector<ForkEntry> &entries);
 
 }  // namespace toolbox::resources

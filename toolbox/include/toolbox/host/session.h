@@ -18,12 +18,12 @@ struct Configuration {
     // long is found at once.
     bool moveBlocks = false;
     std::int32_t systemVersion = 0x0755;
-    // What Gestalt gives for 'qd  '; below 0x100 is without colour.
+    // What Gestalt returns for 'qd  '; below 0x100 means without colour.
     std::int32_t quickDrawVersion = 0x0230;
     // False: Gestalt fails for 'qd  '.
     bool quickDrawKnown = true;
     char decimalPoint = '.';
-    // False: IUGetIntl has nothing to give.
+    // False: IUGetIntl returns nil.
     bool hasNumberFormat = true;
     // FindFolder's 'pref'; empty: $XDG_CONFIG_HOME/riders or ~/.config/riders.
     std::filesystem::path preferencesFolder;
@@ -31,12 +31,13 @@ struct Configuration {
     std::filesystem::path startFolder;
 };
 
-// Stops what runs, and makes heap, displays and tables. The machine must outlive the session.
+// Stops a session that is running, and makes heap, displays and tables. The
+// machine must outlive the session.
 void start(const Configuration &configuration, Machine &machine);
 // Closes files, frees every block. Safe to call when not started.
 void stop();
-// The machine and the configuration of the running session; std::logic_error for
-// the machine of none.
+// The machine and the configuration of the running session; machine() throws
+// std::logic_error when there is none.
 Machine &machine();
 const Configuration &configuration();
 
@@ -54,7 +55,7 @@ struct LeakReport {
 };
 LeakReport leftBehind();
 
-// Thrown by ExitToShell, through the plug-in, to what called it: the
+// Thrown by ExitToShell, through the plug-in, to whatever called it: the
 // process is to end. Everything the session holds is freed by stop().
 struct ProcessEnded {};
 

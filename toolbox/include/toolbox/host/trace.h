@@ -1,9 +1,9 @@
-// A record of what happened, one line each, in order.
+// A record of what happened, one line per event, in order.
 //
 // The managers write the session trace: dialogs, texts, beeps, menus, files.
 // QuickDraw writes the drawing trace, kept apart and off unless wanted. Lines
 // are UTF-8; inside a quoted text CR is written \r, a newline \n, a quote \", a
-// backslash \\ and other controls \xHH, so that a line is a line.
+// backslash \\ and other controls \xHH, so that each stays on one line.
 //
 // Sinks outlive sessions and are called on the Toolbox's thread, in the middle
 // of the call they report: they must not call the Toolbox.

@@ -1,4 +1,4 @@
-// Writing all of some bytes to a file.
+// Writing bytes to a file, all of them.
 #pragma once
 
 #include <sys/types.h>
@@ -8,10 +8,10 @@
 
 namespace toolbox {
 
-// Writes the bytes from that position of a file on, whatever signals come between
+// Writes the bytes to a file starting at that position, whatever signals interrupt
 // and however few the system takes at a time; the descriptor's own position stays
-// where it is. 0, or the errno that ended it. done: how many bytes were written.
-// For files that can be positioned, not for pipes.
+// where it is. Returns 0, or the errno that ended it. done: how many bytes were
+// written. For seekable files, not for pipes.
 int writeAll(int descriptor, std::string_view bytes, off_t position, std::size_t &done);
 
 }  // namespace toolbox

@@ -1,6 +1,6 @@
-#include "play/screen_steps.h"
+#include "play/display_steps.h"
 
-#include "play/screens.h"
+#include "play/displays.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/host/trace.h"
 #include "toolbox/windows.h"
@@ -29,16 +29,16 @@ Rect frontDialogView()
     return view;
 }
 
-// One screen, numbered from 1, or what it shows of the front dialog.
+// One display, numbered from 1, or what it shows of the front dialog.
 toolbox::Picture pictureNow(toolbox::HeadlessMachine &machine, int number, bool dialogOnly)
 {
-    GetMainDevice();  // between dialogs nothing has looked at changed screens yet
-    const std::vector<toolbox::Screen> screens = machine.screens();
+    GetMainDevice();  // between dialogs nothing has looked at changed displays yet
+    const std::vector<toolbox::Screen> displays = machine.screens();
     auto index = static_cast<std::size_t>(number - 1);
-    if (index >= screens.size())
+    if (index >= displays.size())
         throw ScriptError{0, "there is no screen " + std::to_string(number)};
     toolbox::Picture whole = toolbox::screenPicture(number - 1);
-    return dialogOnly ? pictureOf(whole, screens[index], frontDialogView()) : whole;
+    return dialogOnly ? pictureOf(whole, displays[index], frontDialogView()) : whole;
 }
 
 void beginFilm(Stage &stage, const std::filesystem::path &file, int every)
@@ -103,7 +103,7 @@ void resize(Arguments &arguments, Stage &stage)
     stage.user.resizeScreen(width, height);
 }
 
-void screens(Arguments &arguments, Stage &stage)
+void displays(Arguments &arguments, Stage &stage)
 {
     std::string text = arguments.word("screens such as 640x480x8+1024x768x1");
     std::vector<toolbox::Screen> all = screensFromText(text);

@@ -1,4 +1,4 @@
-// Steps about the screens: what is kept of them as pictures, and what they are.
+// Steps about the displays: what is kept of them as pictures, and what they are.
 #pragma once
 
 #include "play/arguments.h"
@@ -11,6 +11,6 @@ void film(Arguments &arguments, Stage &stage);
 void depth(Arguments &arguments, Stage &stage);
 void scale(Arguments &arguments, Stage &stage);
 void resize(Arguments &arguments, Stage &stage);
-void screens(Arguments &arguments, Stage &stage);
+void displays(Arguments &arguments, Stage &stage);
 
 }  // namespace riders::play

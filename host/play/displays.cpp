@@ -1,4 +1,4 @@
-#include "play/screens.h"
+#include "play/displays.h"
 
 #include <algorithm>
 #include <charconv>
@@ -25,8 +25,8 @@ bool takeLetter(std::string_view &text, char letter)
     return true;
 }
 
-// One screen whose left edge lies there.
-std::optional<toolbox::Screen> takeScreen(std::string_view &text, int left)
+// One display whose left edge lies there.
+std::optional<toolbox::Screen> takeDisplay(std::string_view &text, int left)
 {
     int width = 0, height = 0, depth = 0, scale = 1;
     if (!takeNumber(text, width, shortestSide, longestSide) || !takeLetter(text, 'x') ||
@@ -37,10 +37,10 @@ std::optional<toolbox::Screen> takeScreen(std::string_view &text, int left)
         return std::nullopt;
     if (!isDepth(depth) || left + width > INT16_MAX)
         return std::nullopt;
-    toolbox::Screen screen{{}, depth, scale};
-    screen.bounds = {0, static_cast<std::int16_t>(left), static_cast<std::int16_t>(height),
-                     static_cast<std::int16_t>(left + width)};
-    return screen;
+    toolbox::Screen display{{}, depth, scale};
+    display.bounds = {0, static_cast<std::int16_t>(left), static_cast<std::int16_t>(height),
+                      static_cast<std::int16_t>(left + width)};
+    return display;
 }
 
 }  // namespace
@@ -52,22 +52,22 @@ bool isDepth(int bits)
 
 std::vector<toolbox::Screen> screensFromText(const std::string &text)
 {
-    std::vector<toolbox::Screen> screens;
+    std::vector<toolbox::Screen> displays;
     std::string_view rest = text;
     do {
-        std::optional<toolbox::Screen> screen =
-            takeScreen(rest, screens.empty() ? 0 : screens.back().bounds.right);
-        if (!screen)
+        std::optional<toolbox::Screen> display =
+            takeDisplay(rest, displays.empty() ? 0 : displays.back().bounds.right);
+        if (!display)
             return {};
-        screens.push_back(*screen);
+        displays.push_back(*display);
     } while (takeLetter(rest, '+'));
-    return rest.empty() ? screens : std::vector<toolbox::Screen>{};
+    return rest.empty() ? displays : std::vector<toolbox::Screen>{};
 }
 
-toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Screen &screen, const Rect &global)
+toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Screen &display, const Rect &global)
 {
-    auto across = [&](int h) { return std::clamp((h - screen.bounds.left) * screen.scale, 0, whole.width); };
-    auto down = [&](int v) { return std::clamp((v - screen.bounds.top) * screen.scale, 0, whole.height); };
+    auto across = [&](int h) { return std::clamp((h - display.bounds.left) * display.scale, 0, whole.width); };
+    auto down = [&](int v) { return std::clamp((v - display.bounds.top) * display.scale, 0, whole.height); };
     const int left = across(global.left), right = std::max(left, across(global.right));
     const int top = down(global.top), bottom = std::max(top, down(global.bottom));
     toolbox::Picture part{right - left, bottom - top, {}};

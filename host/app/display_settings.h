@@ -1,14 +1,14 @@
-// What the person may change about the screen, where the machine lets them.
+// What the person may change about the display, where the machine lets them.
 #pragma once
 
 #include <functional>
 
 namespace riders::app {
 
-struct ScreenSettings {
+struct DisplaySettings {
     std::function<bool()> fullScreen;
     std::function<void(bool)> setFullScreen;
-    std::function<int()> depth;         // bits a pixel
+    std::function<int()> depth;         // bits per pixel
     std::function<void(int)> setDepth;  // 1, 2, 4, 8 or 32
 };
 
