@@ -107,7 +107,7 @@ private:
 void measureDesktop(const std::filesystem::path &riders)
 {
     Workplace place;
-    desktop::Display display;
+    desktop::DisplayServer display;
     printHeading("The window on the desktop");
     RunningHost host(riders, place);
     printFigure("memory at rest", host.mebibytes(), "MiB", 60);

@@ -85,7 +85,7 @@ double popup(Session &session)
 
 double copyOfTheDisplay()
 {
-    const toolbox::Picture picture = toolbox::screenPicture(0);
+    const toolbox::Picture picture = toolbox::displayPicture(0);
     toolbox::Picture copy = picture;
     return secondsOf([&] { std::copy(picture.pixels.begin(), picture.pixels.end(), copy.pixels.begin()); });
 }

@@ -27,5 +27,6 @@ Boolean RefuseKey();
 enum KeyFate { kKeyPassed, kKeyTaken, kPasteRefused };
 // used: LengthLessSelection. A paste is refused unless scrap and field stay
 // below limit. From system 7.0 on the Dialog Manager cuts, copies and pastes;
-// before, this does, and refuses other keys with a beep.
+// before that CommandKey does, and refuses other keys with a beep. What is
+// pasted is only measured: the check at OK looks at its characters.
 KeyFate CommandKey(DialogPtr dialog, int16_t key, int16_t used, int16_t limit);

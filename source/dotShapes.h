@@ -1,9 +1,9 @@
-// The dot shapes built in: the spot popup's items from the third on, in this
+// The built-in dot shapes: the spot popup's items from the third on, in this
 // order.
 //
 // To add one: its PostScript in resources/ps/, a line in pieces.res, its name
-// in menus.res after the last shape, and a row here with free numbers. Menus that
-// change want a new version in strings.res. Tests say what is missing or taken.
+// in menus.res after the last shape, and a row here with free numbers. A menu that
+// changes needs a new version in strings.res. Tests say what is missing or taken.
 #pragma once
 
 #include "source/reasons.h"

@@ -13,7 +13,7 @@
 // What kind of alert to show.
 enum { kStopAlert = 0, kCautionAlert = 1, kNoteAlert = 2 };
 
-// Set by DoWriteError; cleared at each entry and at the start of each make.
+// Set by DoWriteError; cleared by each call of main_entry and at the start of each make.
 extern Boolean gHaveWriteError;
 
 void ErrorInit();
@@ -26,15 +26,15 @@ Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, Cons
 // Its key filter: Return and Enter press item 1, Escape and Command-period
 // item 5.
 Boolean ErrorFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
-// The same report as an alert. True, or no return when fatal.
+// The same report as an alert. Returns true; does not return when fatal.
 Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstStr255Param context,
                          Boolean fatal);
 // Reports a failed write in words that fit the error, and sets
-// gHaveWriteError. True.
+// gHaveWriteError. Returns true.
 Boolean DoWriteError(OSErr error, ConstStr255Param context);
-// Reports a failed read; TheErrorHandler's result.
+// Reports a failed read; returns TheErrorHandler's result.
 Boolean DoReadError(OSErr error, ConstStr255Param context);
-// Shows the caller's four texts in an alert; the item hit. An unknown kind
-// shows nothing and returns 2. Nothing calls it so far: it belongs to the set.
+// Shows the caller's four texts in an alert; returns the item hit. An unknown
+// kind shows nothing and returns 2. Nothing calls it so far: it belongs to the set.
 int16_t DoAlert(int16_t kind, ConstStr255Param text0, ConstStr255Param text1, ConstStr255Param text2,
                 ConstStr255Param text3);

@@ -3,9 +3,9 @@
 
 #include "toolbox/types.h"
 
-// Whether a block of the size may be asked for: 10 KB are left to the host.
+// Whether a block of that size may be allocated: 10 KB are left to the host.
 Boolean FitsInMemory(int32_t size);
 // FSRead into the block, which is locked while it is read.
 OSErr ReadLocked(int16_t refNum, Handle block, int32_t *count);
-// Reports a refusal in the error dialog, not fatal; false.
+// Reports a refusal in the error dialog, not fatal; returns false.
 Boolean Refused(int16_t messageID, int32_t reason, const char *context);

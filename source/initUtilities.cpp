@@ -10,20 +10,20 @@ namespace {
 constexpr int32_t kColorQuickDraw = 0x100;
 constexpr uint16_t kUnimplementedTrap = 0xA89F;
 
-void MeasureScreen()
+void MeasureDisplay()
 {
-    Rect screen = qd.screenBits.bounds;
+    Rect display = qd.screenBits.bounds;
     if (gEnvirInfo->hasColorQD) {
         GDHandle device = GetMainDevice();
         if (device)
-            screen = (*device)->gdRect;
+            display = (*device)->gdRect;
     }
-    // The menu bar keeps windows off the top already: moved in as well, dialogs
-    // would open 4 pixels lower than users have them.
-    screen.left += 4;
-    screen.right -= 4;
-    screen.bottom -= 4;
-    gEnvirInfo->screenRect = screen;
+    // The menu bar keeps windows off the top already. If the top were moved in too,
+    // dialogs would open lower than users are used to.
+    display.left += 4;
+    display.right -= 4;
+    display.bottom -= 4;
+    gEnvirInfo->screenRect = display;
 }
 
 }  // namespace
@@ -32,15 +32,16 @@ void GetEnvirInfo()
 {
     // A report that QuickDraw is missing needs a place to appear.
     gEnvirInfo->hasColorQD = 0;
-    MeasureScreen();
+    MeasureDisplay();
 
+    // If it fails the version stays 0, and the dialogs work as before system 7.0.
     SystemVersionCheck();
     int32_t answer = 0;
     Need(Gestalt('qd  ', &answer) == noErr, kColourUnknown, " (gestalt QD)");
     gEnvirInfo->hasColorQD = answer >= kColorQuickDraw;
     GetAppVersionStr(gEnvirInfo->versionStr);
     GetCurPixDepth();
-    MeasureScreen();
+    MeasureDisplay();
 
     Handle format = IUGetIntl(0);
     gEnvirInfo->decimalPt = format ? **format : '.';

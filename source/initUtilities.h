@@ -8,8 +8,8 @@ void GetEnvirInfo();
 // Puts the system version into the record; Gestalt's result.
 OSErr SystemVersionCheck();
 
-// For start-up code that has to ask for a trap before it is used; nothing calls
-// TrapAvailable so far.
+// For start-up code that must check a trap before using it. Nothing calls
+// TrapAvailable so far, which alone calls the other two: they belong to the set.
 //
 // Whether a trap word has its own routine.
 Boolean TrapAvailable(uint16_t trap);

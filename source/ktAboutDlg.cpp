@@ -39,10 +39,10 @@ enum {
 };
 enum { kCreditsLines = 1, kCreditsShallow = 2, kCreditsDeep = 3, kColourBox = 4 };
 enum { kFirstPanelLine = 4, kScrollLines = 3 };
-enum { kIntroPass = 15, kIntroSteps = 22, kDeepScreen = 8 };
+enum { kIntroPass = 15, kIntroSteps = 22, kDeepDisplay = 8 };
 enum { kInfoFont = 3, kInfoSize = 9, kCreditsSize = 10 };
-// QuickDraw's own number for the lines that scroll by, which a screen shows in
-// blue; another one would be another colour to everybody who knows the box.
+// QuickDraw's own number for the lines that scroll by, which a display shows in
+// blue; with any other the box would not look as users know it.
 enum { kScrollColour = 409, kTextColour = 33 };
 enum { kOutOfSight = 250 };
 
@@ -82,22 +82,22 @@ static void MoveLeftEdge(int16_t number, int16_t by)
 
 void SetAboutPicts(Boolean showPicture)
 {
-    Boolean deep = GetCurPixDepth() >= kDeepScreen;
+    Boolean deep = GetCurPixDepth() >= kDeepDisplay;
     ShowOrHideItem(gTheDialog, kShallowPicture, showPicture && !deep);
     ShowOrHideItem(gTheDialog, kDeepPicture, showPicture && deep);
     ShowOrHideItem(gTheDialog, kShallowIcon, !gIconDone && !deep);
     ShowOrHideItem(gTheDialog, kDeepIcon, !gIconDone && deep);
 }
 
-// For the depth that SetAboutPicts last went by.
+// For the depth that SetAboutPicts used last.
 static int16_t PictureItem()
 {
-    return gEnvirInfo->pixDepth < kDeepScreen ? kShallowPicture : kDeepPicture;
+    return gEnvirInfo->pixDepth < kDeepDisplay ? kShallowPicture : kDeepPicture;
 }
 
 static int16_t IconItem()
 {
-    return gEnvirInfo->pixDepth < kDeepScreen ? kShallowIcon : kDeepIcon;
+    return gEnvirInfo->pixDepth < kDeepDisplay ? kShallowIcon : kDeepIcon;
 }
 
 // --- Animation --------------------------------------------------------------
@@ -126,7 +126,7 @@ static void EraseBetween(const Rect &outer, const Rect &inner)
     DisposeRgn(kept);
 }
 
-// Not InsetRect, which forgets where an empty rectangle was.
+// Not InsetRect, which loses the place of an empty rectangle.
 static Rect Widened(Rect box, int16_t dh, int16_t dv)
 {
     box.left -= dh;
@@ -279,8 +279,8 @@ static void LoadScrollLine()
     gGetScrollStr = false;
 }
 
-// The whole line is drawn at each step, over what was moved: with its
-// background, so that its soft edges do not thicken.
+// Each step draws the whole line over the scrolled one, background included, so
+// that its soft edges do not thicken.
 static void DrawScrollLine()
 {
     TextFont(kInfoFont);
@@ -298,8 +298,8 @@ static void DrawScrollLine()
     PlainText();
 }
 
-// The scroll area begins a little below the top of the title's letters: the part of
-// them above it is erased too.
+// The scroll area begins a little below the top of the title's letters, so the part
+// above it is erased too.
 static void EraseForScroll()
 {
     Rect above = ItemBox(gTheDialog, kTextArea);
@@ -335,7 +335,7 @@ void DoAboutScrollText()
 
 // --- The box ----------------------------------------------------------------
 
-// A line that scrolls by draws itself; the others would show through it.
+// A scrolling line draws itself, and the information lines would show through it.
 void AboutProc(DialogPtr, int16_t)
 {
     if (gDoIntro)
@@ -454,7 +454,7 @@ static void DrawCreditsLine(int16_t index, const Rect &across, int16_t baseline)
 
 static void CreditsProc(DialogPtr dialog, int16_t item)
 {
-    Boolean deep = GetCurPixDepth() >= kDeepScreen;
+    Boolean deep = GetCurPixDepth() >= kDeepDisplay;
     ShowOrHideItem(dialog, kCreditsShallow, !deep);
     ShowOrHideItem(dialog, kCreditsDeep, deep);
     Rect area = ItemBox(dialog, item);

@@ -6,12 +6,11 @@
 #include "source/openDialogs.h"
 #include "source/resourceNumbers.h"
 
-// One item at a time is updated through it; there while the box is open.
+// One item at a time is updated through it. Exists while the box is open.
 extern RgnHandle gTheAboutRgn;
 // Closes the box, or the panel.
 extern Boolean gAboutDone;
-// 1 until the intro is over and while the icon falls: drawing is left to the
-// animation.
+// 1 until the intro is over and while the icon falls: only the animation draws.
 extern Boolean gDoIntro;
 // Events so far, 16 at most.
 extern int16_t gPreIntroCounter;
@@ -22,7 +21,7 @@ extern Boolean gGetScrollStr;
 // 1 to 3.
 extern int16_t gWhichScrollString;
 extern Str255 gTheScrollStr;
-// Minus the line's width: where the pen is when the line has gone by.
+// Minus the line's width: where the pen is when all of the line has scrolled out.
 extern int32_t gScrollStrLen;
 // Where the line begins, local; at the port's right edge nothing scrolls.
 extern int32_t gScrollDelta;
@@ -41,12 +40,12 @@ int16_t HandleAboutDialog();
 // All below act on the open box, gTheDialog, which is the current port.
 Boolean AboutFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 void AboutProc(DialogPtr dialog, int16_t item);
-// Shows the picture, if it is to be seen, and the icon, unless it has fallen,
-// for the main screen's depth as it is now; hides those for the other one.
+// Shows the picture, if wanted, and the icon, unless it has fallen, for the main
+// display's current depth; hides those for other depths.
 void SetAboutPicts(Boolean showPicture);
-// Grows the picture to its size and sounds, or narrows it to nothing.
+// Grows the picture to its size and plays the sound, or shrinks it to nothing.
 void DoAboutIntro(Boolean grow);
-// Title and, unless it is to stand alone, the three information lines.
+// Draws the title and, unless titleOnly, the three information lines.
 void DoAboutInfo(Boolean titleOnly);
 void DoAboutIconMove();
 // One step of the scrolling lines.

@@ -69,10 +69,10 @@ static Boolean CheckText(Str255 text)
     return RefuseField(kTextLength, kTextItem, text);
 }
 
-// The text is stored before the size is looked at; Cancel restores it all the
-// same. Trailing zeros are only removed after the check, which refuses every
-// separator: 12.0 is refused rather than tidied, so that a user who types points
-// learns that sizes are whole.
+// The text is stored before the size is checked; Cancel restores it anyway.
+// Trailing zeros are removed only after the check, which refuses every separator:
+// 12.0 is refused rather than tidied, so that a user who pastes it learns that
+// sizes are whole.
 Boolean DoAnnoDone()
 {
     Str255 text, size;
@@ -143,7 +143,8 @@ static Boolean AnnoKeyDown(DialogPtr dialog, const EventRecord &event)
     return IsMovingKey(key) ? false : TypedKey(key, CurrentField(dialog));
 }
 
-// In the text field a held key of any kind needs room.
+// In the text field a held key of any kind needs room, Backspace included, which a
+// user of a full field presses once for each character.
 static Boolean AnnoRepeat(DialogPtr dialog, const EventRecord &event)
 {
     int16_t key = event.message & charCodeMask;
@@ -153,6 +154,8 @@ static Boolean AnnoRepeat(DialogPtr dialog, const EventRecord &event)
 
 // --- Popups -----------------------------------------------------------------
 
+// The name is set even if nothing was chosen, which takes the spaces off a name
+// that SetupAnnoDialog has fetched with them.
 static void DoFontPopup()
 {
     HandlePopupClick(gAnnoFontPopInfo, true);
@@ -253,7 +256,7 @@ static void SetupAnnoPopups()
 }
 
 // The font's name keeps the spaces that its popup may have added to the first
-// item. No harm comes of it: the riders file drops them before it finds the font.
+// item. They do no harm: the riders file drops them before it looks for the font.
 void SetupAnnoDialog()
 {
     GetItem(PopupRecord(gAnnoFontPopInfo)->menu, PopupRecord(gAnnoFontPopInfo)->curItem, gFontNameStr);

@@ -17,13 +17,13 @@ static Handle ColorTable(ResType type, int16_t id, int16_t reason, const char *c
 {
     Handle table = Get1Resource(type, id);
     Need(table, reason, context);
-    // Kept for as long as the command runs, however short memory gets.
+    // Must stay while the command runs, however short memory gets.
     HNoPurge(table);
     return table;
 }
 
-// The plain pair is loaded for a caller that passes false for colour; none does so
-// far, so a missing plain table is the only trace of it that a user can meet.
+// The plain pair is for callers that pass false for colour. None does so far, so all
+// that a user can notice of it is the report when one of these tables is missing.
 void GetKTColor()
 {
     gCDlogColor = ColorTable('dctb', kColourWindow, kNoWindowColours, " (dctb resource)");
@@ -41,7 +41,7 @@ void DisposeKTColor()
     }
 }
 
-static Boolean ScreenShowsColor()
+static Boolean DisplayShowsColor()
 {
     GetCurPixDepth();
     return gEnvirInfo->sysVersion >= 0x0700 && gEnvirInfo->pixDepth >= 2;
@@ -49,7 +49,7 @@ static Boolean ScreenShowsColor()
 
 void ColorTheDialog(Boolean colour, DialogPtr dialog)
 {
-    if (!ScreenShowsColor())
+    if (!DisplayShowsColor())
         return;
     Handle windowTable = colour ? gCDlogColor : gDlogColor;
     Handle buttonTable = colour ? gCCntlColor : gCntlColor;
@@ -69,14 +69,14 @@ void ColorTheDialog(Boolean colour, DialogPtr dialog)
 
 void ColorThePopup(Boolean colour)
 {
-    if (ScreenShowsColor() && colour)
+    if (DisplayShowsColor() && colour)
         ForeColor(blueColor);
 }
 
 // The dialog's number makes no difference: every panel is framed alike.
 void ColorDialogRect(Boolean colour, Rect r, int16_t)
 {
-    if (!ScreenShowsColor() || !colour) {
+    if (!DisplayShowsColor() || !colour) {
         FrameRect(&r);
         return;
     }

@@ -47,6 +47,8 @@ void SetupCustomDialog()
     ReadFontName();
 }
 
+// A saved position is used as it is, even where there is no display now: that one
+// may be back tomorrow, and the keys still make and cancel.
 static void PlaceCustomDialog()
 {
     if (gPrefsPtr->savePosition)
@@ -109,9 +111,9 @@ void CustomProc(DialogPtr dialog, int16_t)
 
 // --- Keeping and restoring --------------------------------------------------
 
-// What cancelling puts back, apart from the spot function. annoFontItem is not
-// among it, though the font's name is: the font popup stays where the user last
-// left it, and shows it at the next opening.
+// What cancelling restores, apart from the spot function. annoFontItem is not part
+// of it, though the font's name is: the font popup stays where the user last left
+// it, and shows it at the next opening. So does the dialog's position.
 static void CopySettings(PrefsRec *from, PrefsRec *to)
 {
     for (const Setting &setting : kSettings) {
@@ -160,9 +162,9 @@ static Boolean ButtonIsActive(DialogPtr dialog, int16_t number)
     return item && (*reinterpret_cast<ControlHandle>(item))->contrlHilite == 0;
 }
 
-// Return flashes Make even where nothing has been chosen: the report that follows
-// is the answer to it. An inactive Cancel leaves *itemHit at 2 all the same: the
-// host's filter, which gets the key then, sees which item was meant.
+// Return flashes Make even if nothing has been chosen: the report that follows is
+// the response to it. With an inactive Cancel *itemHit is 2 anyway: the host's
+// filter, which then gets the key, sees which item was meant.
 static Boolean CustomKey(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
 {
     if (IsConfirmKey(event)) {
@@ -205,10 +207,9 @@ static Boolean LastItemIsCurrent(Handle popup)
 
 // --- The popups -------------------------------------------------------------
 
-// Asks for the value. Where the menu has an item for it, that is chosen.
-// Cancelling moves the choice back and leaves the check marks alone: "Other..."
-// keeps the one that the click gave it, so the next look at the menu shows what
-// was tried last.
+// Asks for the value. If the menu has an item for it, that is chosen. Cancelling
+// restores the choice and leaves the check marks alone: "Other..." keeps the one
+// that the click gave it, so the menu shows next time what was tried last.
 static void EnterValue(const Setting &setting, Handle popup)
 {
     if (!HandleFreqDialog(setting.value.kind)) {

@@ -1,6 +1,6 @@
 // The riders settings dialog.
 //
-// Choices go into the live settings at once; cancelling puts back what
+// Choices go into the live settings at once; cancelling restores what
 // SaveCustomSettings kept when the dialog opened.
 #pragma once
 
@@ -13,8 +13,8 @@
 extern Str255 gSavedFontNameStr;
 
 void CustomInit();
-// Runs the dialog from opening to closing. Settings, saved settings and
-// environment must be there; the block's hostProcs must outlive the call.
+// Runs the dialog from opening to closing. Needs the settings, the record for the
+// saved settings and the environment; the block's hostProcs must outlive the call.
 void HandleCustomDialog(MessageBlock *block);
 // Acts on an item that was hit; true when the dialog is to close.
 Boolean HandleCustomHit(MessageBlock *block, int16_t item);
@@ -25,10 +25,14 @@ Boolean HandleCustomEvents(DialogPtr dialog, EventRecord *event, int16_t *itemHi
 Boolean DoCustomPopups(Point where);
 // Draws the panel and the popups.
 void CustomProc(DialogPtr dialog, int16_t item);
+// Makes the six popups, and reads the font's name.
 void SetupCustomDialog();
+// Keeps what cancelling is to restore.
 void SaveCustomSettings();
-// Whether anything has been chosen to be made; says so when not.
+// Whether anything has been chosen; if not, the user is shown a message.
 Boolean DoCustomMake();
+// Restores what SaveCustomSettings kept. Cancelling with the keys calls it twice;
+// the second call changes nothing.
 void DoCustomRevert();
-// Closes the dialog and decides which imported spot functions live on.
+// Closes the dialog, frees its popups, and settles which imported spot function stays.
 void HandleCustomGoAway();

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int16_t kOpenWidth = 348;
 constexpr int16_t kOpenHeight = 221;
+// Shorter files are refused even if they hold the magic, which may begin up to 3 bytes
+// in. `riders apply` accepts the same files; mended here alone, the two would differ.
 constexpr int32_t kBytesChecked = 15;
 constexpr char kMagic[] = "%!Zu3_Riders";
 constexpr int32_t kMagicLength = sizeof kMagic - 1;
@@ -41,7 +43,7 @@ Handle ReadStart(int16_t refNum, OSErr *error)
     return nullptr;
 }
 
-// Whether the open file is a riders file; says so when not.
+// Whether the open file is a riders file; reports it if not.
 Boolean StartsLikeRiders(int16_t refNum, OSErr *error)
 {
     int32_t length = 0;

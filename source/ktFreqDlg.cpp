@@ -48,9 +48,9 @@ static Boolean CheckRange(ConstStr255Param text, double value, const Setting &se
     return true;
 }
 
-// Only an angle may be empty when it is tidied: that is 0. A lone separator was
-// tidied to nothing before, so a user may type one for 0; stored settings that
-// hold one are not tidied and count as damaged.
+// Only an angle may be empty after tidying: it is then 0. A user may type a lone
+// separator for 0, since tidying has already removed it; stored settings are not
+// tidied, and count as damaged if they hold one.
 static Boolean TidyAngle(Str255 text, double value, const Setting &setting, int16_t *position, Boolean report)
 {
     if (text[0] == 1 && *position == 1)
@@ -66,10 +66,10 @@ static Boolean TidyAngle(Str255 text, double value, const Setting &setting, int1
     return true;
 }
 
-// Counts from the separator, or from -1 without one: a whole number of four
-// characters and more is refused too. A user does not meet that, since the range
-// refuses it first. Stored settings do: 0100 is no text that this dialog writes,
-// so they count as damaged.
+// Counts from the separator, or from -1 without one, so a whole number of four
+// characters or more is refused too. Users never meet that, since the range refuses
+// such numbers first. Stored settings can: this dialog never writes 0100, so they
+// count as damaged.
 static Boolean CheckDecimals(Str255 text, int16_t position, const Setting &setting, Boolean report)
 {
     if (text[0] - position < 5 || position == 0)
@@ -194,8 +194,8 @@ Boolean DoFreqDone(int16_t kind)
     return true;
 }
 
-// Part of the popup is put back here and part by the settings dialog, which sets
-// the current item once more.
+// The check mark of "Other..." stays, see EnterValue in the settings dialog, which
+// sets the current item once more.
 void DoFreqCancel(int16_t kind)
 {
     const Setting *setting = SettingOfKind(kind);

@@ -23,7 +23,7 @@ static Boolean AskWhereToSave(SFReply *reply)
     return reply->good;
 }
 
-// What writes the setting of the menu, in the order of the file.
+// What writes the setting that is chosen in the menu, in the order of the file.
 struct Section {
     int16_t menuID;
     OSErr (*write)(int16_t refNum);
@@ -39,8 +39,8 @@ static Boolean IsChosen(int16_t menuID)
     return IsWritten(*SettingWithMenu(menuID));
 }
 
-// A frequency or an angle alone leaves the printer's spot function as it is, so
-// the printer's screen is looked at first.
+// With a frequency or an angle alone the printer's spot function stays, so the file
+// checks the printer's screen first.
 static OSErr WriteSpotOrCheck(int16_t refNum)
 {
     if (IsChosen(kSpotMenu))
@@ -50,9 +50,9 @@ static OSErr WriteSpotOrCheck(int16_t refNum)
     return noErr;
 }
 
-// The frequency is written also after a failed spot function: its own failure,
-// the file being closed by then, is reported too. Without it a user whose disk is
-// full would see one report where there are two.
+// The frequency is written even after a failed spot function; the file is closed by
+// then, so that fails too and is reported. Mended, users whose disk is full would
+// see one report where they know two.
 static Boolean WriteSections(int16_t refNum)
 {
     Boolean going = !StepFailed(WriteSpotOrCheck(refNum), SettingWithMenu(kSpotMenu)->writing);

@@ -1,10 +1,10 @@
-// Making a riders file: where it goes, and what comes in which order. The pieces
-// themselves are in ktRiderSections.
+// Making a riders file: where it goes, and the order of its sections. These are
+// written by ktRiderSections.
 #pragma once
 
 #include "source/ktRiderSections.h"
 #include "toolbox/types.h"
 
 // Asks where to save, and writes. 0: the user cancelled; 1: written, or the
-// failure has been shown. The settings dialog must be open, its popups with it.
+// failure has been shown. The settings dialog and its popups must be open.
 int16_t MakeCustomRiders();

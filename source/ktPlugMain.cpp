@@ -37,7 +37,7 @@ void DisposeSettings()
     gPrefsPtr = nullptr;
 }
 
-// There is no room for a record, so the report does without.
+// There is no memory for a record, so the report uses a spare one.
 void ReportNoRecord()
 {
     static EnvirInfo spare;
@@ -48,8 +48,8 @@ void ReportNoRecord()
     gEnvirInfo = kept;
 }
 
-// The records start out zero, so that a report made while they are being
-// filled finds no colour wanted. False after a report; nothing is left then.
+// The records are all zero at first, so that a report made while they are being
+// filled is not coloured. False after a report; then nothing stays allocated.
 Boolean MakeEnvironment()
 {
     gPrefsPtr = nullptr;
@@ -75,7 +75,7 @@ Boolean OpenSettings()
     return true;
 }
 
-// Settings that could not be written still have their spot text.
+// If the settings could not be written, the spot text has not been freed yet.
 void CloseSettings()
 {
     FreeSpot();
@@ -154,7 +154,8 @@ void RunCommand(MessageBlock *block)
     CloseSettings();
 }
 
-// All are empty; the order is fixed for one that gets work to do at start-up.
+// All are empty so far. The order is fixed, for a module that will have work at
+// start-up.
 void CallInitHooks()
 {
     CustomInit();
@@ -171,8 +172,8 @@ __attribute__((visibility("default"))) int32_t main_entry(MessageBlock *block)
 {
     CallInitHooks();
     gHaveWriteError = false;
-    // As an unsigned number, so that negative selectors are refused with the large
-    // ones. No complaint: an older plug-in must live with a newer host.
+    // Unsigned, so that negative selectors are refused with the large ones. No message:
+    // an older plug-in must work with a newer host.
     uint16_t selector = static_cast<uint16_t>(static_cast<int16_t>(block->selector));
     if (selector >= 5)
         return 0;

@@ -29,14 +29,14 @@ constexpr int16_t kRecordID = 128;
 constexpr int16_t kStandardFont = 5;
 constexpr int16_t kLastFont = 13;
 
-// Where the preferences file is, or would be.
+// Where the preferences file is, or will be.
 struct PrefsFile {
     int16_t vRefNum = 0;
     int32_t dirID = 0;
     Str255 name;
 };
 
-// Whether there is a Preferences folder, which is made if need be.
+// Whether there is a Preferences folder; it is created if necessary.
 Boolean LocateFolder(PrefsFile *file)
 {
     return FindFolder(kOnSystemDisk, kPreferencesFolderType, kCreateFolder, &file->vRefNum, &file->dirID) == noErr;
@@ -56,7 +56,7 @@ void ApplyDefaults(Boolean *reset)
     *reset = true;
 }
 
-// For the rules that are of no interest once the defaults are in place.
+// For the rules that do not matter once the defaults are in place.
 void Require(Boolean rule, Boolean *reset)
 {
     if (!rule && !*reset)
@@ -71,7 +71,7 @@ void ReportChoice(const Setting &setting, Boolean *reset)
 }
 
 // An item below 1 is reported even after the defaults were applied. They hold no
-// such item, so a user sees it only if the program itself has gone wrong.
+// such item, so users see that only if the program itself has gone wrong.
 void CheckChoice(const Setting &setting, Boolean *reset)
 {
     MenuHandle menu = NeedMenu(setting.menuID);
@@ -83,6 +83,7 @@ void CheckChoice(const Setting &setting, Boolean *reset)
     ReleaseResource(menu);
 }
 
+// As with the popups, an item below 1 counts even after the defaults were applied.
 void CheckAnnoFont(Boolean *reset)
 {
     if (gPrefsPtr->annoFontItem < 1)
@@ -95,8 +96,8 @@ void CheckAnnoFont(Boolean *reset)
 
 enum RecordFound { kNoFile, kNoRecord, kRecordRead };
 
-// Puts the stored record into the live one. A record that is too short leaves
-// the rest zero, which no valid record has.
+// Copies the stored record into the live one. If it is too short the rest is zero,
+// which no valid record has.
 RecordFound ReadRecord(const PrefsFile &file)
 {
     int16_t current = CurResFile();
@@ -121,8 +122,8 @@ void SpotTrouble(Boolean quiet, int16_t stringID, int32_t number, const char *co
     gPrefsPtr->spotImported = false;
 }
 
-// Without memory the popup is put back too; after a failed read it keeps its
-// item, so that the user sees "Import..." chosen and imports again.
+// Without memory the popup goes back to its first item too. After a failed read it
+// keeps its item, so that the user sees "Import..." chosen and imports again.
 void LoadOpenSpotText(int16_t refNum, Boolean quiet)
 {
     int32_t length = 0;
@@ -156,6 +157,8 @@ void LoadSpotText(const PrefsFile &file, Boolean quiet)
 
 // Writing --------------------------------------------------------------------
 
+// If the file cannot be opened the flag stays; the next call finds no text, and
+// clears it silently. After a failed write there is text that must not be read.
 void StoreSpotText(const PrefsFile &file)
 {
     int16_t refNum = 0;
@@ -211,6 +214,7 @@ void GetPrefs()
     Boolean haveFolder = LocateFolder(&file);
     NeedString(file.name, kPrefsStrings, kFileNameIndex);
 
+    // A missing record is reported once: whatever is wrong with its spot text is not.
     Boolean quiet = false;
     switch (haveFolder ? ReadRecord(file) : kNoFile) {
     case kNoFile:
@@ -289,16 +293,17 @@ Boolean DoPrefsResCheck()
         if (setting.value.text)
             Require(DoFreqStrCheck(OwnValue(setting), setting.value.kind, false), &reset);
     CheckAnnoFont(&reset);
-    // Once more: the checks between may shorten texts. None of them touches this
-    // one today, so nobody would notice the question gone; a new check might.
+    // Again: a check in between may shorten texts. None of them changes this one
+    // today, so no user would notice if this were gone; a new check might do so.
     Require(gPrefsPtr->annoText[0] != 0, &reset);
     Require(DoSizeStrCheck(gPrefsPtr->annoSizeStr, false), &reset);
     return reset;
 }
 
-// Whether the title bar of a window with its content at the position would be
-// on screen.
-static Boolean TitleIsOnScreen(Point position, int width)
+// Whether the title bar of a window with its content at the position would be on a
+// display. Without colour QuickDraw the strip is some pixels away from that; made
+// alike, a dialog left at an edge there would be centred when settings are replaced.
+static Boolean TitleIsOnDisplay(Point position, int width)
 {
     Rect title;
     if (gEnvirInfo->hasColorQD) {
@@ -321,11 +326,11 @@ Boolean CheckDlogPos(int16_t dialogID, Point *position)
     const BigRect *bounds = reinterpret_cast<const BigRect *>(*dialog);
     int width = bounds->right - bounds->left;
     int height = bounds->bottom - bounds->top;
-    Boolean accepted = TitleIsOnScreen(*position, width);
+    Boolean accepted = TitleIsOnDisplay(*position, width);
     if (!accepted) {
-        const Rect &screen = gEnvirInfo->screenRect;
-        position->v = static_cast<int16_t>(screen.top + (screen.bottom - screen.top - height) / 2);
-        position->h = static_cast<int16_t>(screen.left + (screen.right - screen.left - width) / 2);
+        const Rect &display = gEnvirInfo->screenRect;
+        position->v = static_cast<int16_t>(display.top + (display.bottom - display.top - height) / 2);
+        position->h = static_cast<int16_t>(display.left + (display.right - display.left - width) / 2);
     }
     ReleaseResource(dialog);
     return accepted;

@@ -15,8 +15,8 @@
 
 int32_t gTotalLength = 0;
 
-// What sections are made of: a piece of PostScript, with the reason reported
-// without it; or characters as they are; or a block; or, all nil, nothing.
+// What sections are made of: a piece of PostScript, with the reason reported if it
+// is missing; or characters as they are; or a block; or, all nil, nothing.
 struct Part {
     int16_t piece = 0;
     int16_t missing = 0;
@@ -101,9 +101,11 @@ OSErr WriteFlat(int16_t refNum)
 
 // --- The spot function --------------------------------------------------------
 
-// Goes by the stored item, not by the popup's. The menu's last item imports, even
-// in a menu so short that a dot shape has its number. A divider, which only
-// damaged settings can name, stands for no function at all.
+// Uses the stored item, not the popup's; the settings dialog keeps both the same, so
+// users see no difference. The menu's last item imports, even in a menu so short that
+// a dot shape has its number. A divider, which only damaged settings can name, stands
+// for no function at all. After a failed write gSpotLength is what was written, and
+// the settings file gets no more: if that were mended, an import would outlast it.
 static Part SpotBody()
 {
     int16_t item = gPrefsPtr->spotItem;
@@ -127,8 +129,8 @@ OSErr WriteScreenCheck(int16_t refNum)
 
 // --- The rest -----------------------------------------------------------------
 
-// As typed: nothing is escaped and no separator converted. The pieces read the
-// text as data, so that brackets and backslashes print as they were typed.
+// As typed: nothing is escaped and no separator converted. The pieces read the text
+// as data, so brackets and backslashes are printed as they were typed.
 OSErr WriteAnno(int16_t refNum)
 {
     // Cut to what each can hold, in place.

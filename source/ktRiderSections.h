@@ -1,14 +1,15 @@
-// The pieces of a riders file: PostScript from the resources, and between its
-// parts the values that the user chose, as bare characters.
+// The sections of a riders file: pieces of PostScript from the resources, and
+// between them the values that the user chose, as bare characters.
 //
 // Each call writes one section to the open file and returns noErr or the first
-// error of writing, at which it stops. A missing piece is fatal. All pieces in
+// write error, at which it stops. The settings dialog and its popups must be open. A missing piece is fatal. All pieces in
 // their order: docs/riders-file.md.
 #pragma once
 
 #include "toolbox/types.h"
 
-// Bytes of the file so far; each piece is counted before it is written.
+// Bytes of the file so far; each piece is counted before it is written. Whoever
+// makes a file sets it to 0 first.
 extern int32_t gTotalLength;
 
 OSErr WriteBegin(int16_t refNum);

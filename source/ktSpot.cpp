@@ -184,8 +184,8 @@ static Boolean FindBody(int16_t refNum)
     return true;
 }
 
-// Reads the body into a new gSpotHandle. With a spot function imported already
-// a failure puts its handle back; without one the new block stays, unused.
+// Reads the body into a new gSpotHandle. After a failure the handle of a spot function
+// imported before is put back; without one the new block stays, unused.
 static Boolean ReadBody(int16_t refNum, Handle old, int32_t oldLength)
 {
     gSpotHandle = NewHandleClear(gSpotLength);
@@ -211,7 +211,7 @@ static Boolean ImportFrom(int16_t refNum, StringPtr name)
         gSpotLength = oldLength;
         return false;
     }
-    // Also a block that an earlier failure left: it is to be freed as well.
+    // May also be a block that an earlier failure left, which is freed as well.
     Handle old = gSpotHandle;
     Boolean imported = ReadBody(refNum, old, oldLength);
     if (imported) {
@@ -232,6 +232,8 @@ Boolean DoSpotImport()
     OSErr error = FSOpen(reply.fName, reply.vRefNum, &refNum);
     if (error != noErr) {
         DoReadError(error, ql_quorum_passtr(" (fsopen)"));
+        // Here, and if its length cannot be read, an earlier import is dropped
+        // unless the user cancels. Mended, it would still be there at the next opening.
         gPrefsPtr->spotImported = 0;
         return false;
     }

@@ -14,7 +14,7 @@ static struct {
     Str63 working;   // the file being written
     Str63 existing;  // the file it is to replace
     Boolean replacing;
-    Boolean renamed;  // the new file has its name
+    Boolean renamed;  // the new file has the old one's name
     Boolean haveInfo;
     FInfo info;  // the existing file's
 } gFile;
@@ -32,8 +32,8 @@ static OSErr CreateText()
     return Create(gFile.working, gFile.vRefNum, 'ttxt', 'TEXT');
 }
 
-// What goes wrong here shows when the file is opened; only a name that is taken
-// would not, so another one is tried.
+// Failures here show when the file is opened, except a name that is taken, so then
+// another one is tried.
 static void CreateTemporary()
 {
     OSErr error = dupFNErr;
@@ -91,8 +91,8 @@ Boolean StepFailed(OSErr error, const char *context)
     return true;
 }
 
-// Puts the old file back under its name and takes the new one away. aside: the
-// name the old file has for now, nil while it still has its own.
+// Gives the old file its name back and deletes the new one. aside: the name that the
+// old file has meanwhile, nil while it still has its own.
 static void GiveUpReplacing(OSErr error, const char *context, StringPtr aside)
 {
     DoWriteError(error, ql_quorum_passtr(context));
@@ -117,8 +117,8 @@ static void TakeOverInfo()
         SetFInfo(gFile.working, gFile.vRefNum, &gFile.info);
 }
 
-// The old file steps aside under a temporary name, the new one takes its name,
-// and the old one goes.
+// The old file gets a temporary name, the new one the old one's, and then the old one
+// is deleted.
 static void Replace()
 {
     Str63 aside;

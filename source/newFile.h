@@ -1,18 +1,18 @@
-// A text file that is being written, and takes the place of an existing one only
-// when it is whole. Every failure is reported here and takes the new file away.
+// A text file that is being written, and that replaces an existing one only when it
+// is complete. Every failure is reported here, and the new file deleted.
 #pragma once
 
 #include "toolbox/standardfile.h"
 
 // Creates and opens the file that the user named, under another name while one
-// of that name exists. False after a report; nothing is left then. One at a time.
+// of that name exists. False after a report; then there is no new file. One at a time.
 Boolean OpenNewFile(const SFReply &reply, int16_t *refNum);
-// Whether a step failed: then it is reported with the context text, and the file
-// is closed and deleted.
+// Whether a step failed. If so it is reported with the context text, and the file is
+// closed and deleted.
 Boolean StepFailed(OSErr error, const char *context);
-// Ends a whole file at that length and puts it under the name the user chose. It
-// stays open. An existing file keeps type, creator and flags; after a failure it
-// is back as it was.
+// Ends a complete file at that length and gives it the name that the user chose. It
+// stays open. Type, creator and flags of an existing file are kept; after a failure
+// it is as it was before.
 void FinishNewFile(int32_t length);
-// Last of all, after a failure too: closing once more is harmless.
+// To be called last, after a failure too: closing the file twice is harmless.
 void CloseNewFile();

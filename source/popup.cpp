@@ -27,8 +27,8 @@ static int16_t BoxWidth(const PopupInfo &info)
     return info.popupRect.right - info.popupRect.left;
 }
 
-// The menu comes up at least as wide as the box. The spaces stay in the menu: it
-// is measured by its items, and has no width of its own to set.
+// Makes the menu at least as wide as the box. The spaces stay in the menu: it is
+// measured by its items, and would come up narrower than the box without them.
 static void WidenFirstItem(MenuHandle menu, int16_t boxWidth)
 {
     Str255 text;
@@ -189,7 +189,7 @@ Boolean CheckMenuExceptions(MenuHandle menu, int16_t item)
     return ComparePStr(text, ql_quorum_passtr("Other...")) || ComparePStr(text, ql_quorum_passtr("Import..."));
 }
 
-// A spot function that is not imported yet shows the choice before: "Import..."
+// Before a spot function has been imported the previous choice is shown: "Import..."
 // is current only until the import has succeeded or been reverted.
 void DoMenuExceptionString(Handle popup, Str255 out)
 {

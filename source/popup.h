@@ -3,7 +3,7 @@
 //
 // The control is not a dialog item. The owner draws it from a user item's
 // procedure, tests clicks against bounds, and reads curItem. Its state lives in
-// a block that the owner makes with NewPopup and frees after DisposePopup.
+// a block that the owner allocates with NewPopup and frees after DisposePopup.
 // Drawing calls draw in the current port, which is the owner's dialog.
 #pragma once
 
@@ -17,14 +17,14 @@ struct PopupInfo {
     Rect titleRect;     // inverted while the menu is down; all zero without a title
     MenuHandle menu;
     int16_t menuID;
-    int16_t prevItem;   // current before the latest change
+    int16_t prevItem;   // current before the latest click or change
     int16_t curItem;    // from 1; 0 none
     int16_t titleWidth; // pixels, 8 more than the text
     Point menuPos;      // where the menu's item appears, local
     Str31 title;
 };
 
-// The record as it stands, good until the next call that may allocate.
+// The record in the block; valid until the next call that may allocate.
 inline PopupInfo *PopupRecord(Handle popup)
 {
     return reinterpret_cast<PopupInfo *>(*popup);
@@ -34,17 +34,18 @@ inline PopupInfo *PopupRecord(Handle popup)
 Handle NewPopup();
 // Fills the record and puts the menu into the list of pop-up menus. The title
 // may be empty. menu nil: loaded by menuID; missing: fatal. Item 1 of the menu
-// is lengthened with spaces until the menu is as wide as the box, so whoever
-// reads item texts strips trailing spaces.
+// is lengthened with spaces until the menu is as wide as the box, so trailing
+// spaces are stripped wherever item texts are read.
 void SetupPopup(Handle popup, Rect itemRect, ConstStr255Param title, MenuHandle menu, int16_t menuID, int16_t item);
 void DrawPopup(Handle popup);
 // Erases what DrawPopup draws for a control of these bounds, shadow included.
 void ErasePopup(Rect bounds);
 // Pops the menu up and tracks it; the mouse button must be down. True when an
-// item was chosen, the current one too. With redraw the control is drawn
+// item was chosen, even the current one. With redraw the control is drawn
 // again after a choice.
 Boolean HandlePopupClick(Handle popup, Boolean redraw);
-// Takes the menu out of the list and releases it; the handle stays the owner's.
+// Takes the menu out of the list and releases it, even one that was passed to
+// SetupPopup. The owner frees the block.
 void DisposePopup(Handle popup, Boolean erase);
 // These two change choice and check mark, and leave the drawing to the caller.
 void RevertPopup(Handle popup);

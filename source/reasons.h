@@ -1,14 +1,14 @@
-// The numbers that a report shows after "ID = ": which step failed. Users quote
-// them when they ask for help, so a number keeps its meaning for good. A name that
-// stands for another name shares its number on purpose; giving it one of its own
-// would change what users quote. A test refuses any other number that stands twice.
+// The numbers that a report shows after "ID = ": which step failed. Users quote them
+// when they ask for help, so a number never changes its meaning. A name defined as
+// another name shares its number on purpose; with a number of its own, users would
+// quote another one than before. A test refuses any other number that occurs twice.
 #pragma once
 
 #include <cstdint>
 
 enum : int16_t {
     kNoReason = 0,                     // no number is shown
-    kColourUnknown = 2,                // colour QuickDraw could not be asked for
+    kColourUnknown = 2,                // Gestalt does not know about QuickDraw
     kNoVersion = 3,                    // 'vers' 1
     kNoMenu = 7,                       // any popup's menu
     kNoMessage = 8,                    // a 'STR ', written out in the fixed text of the last resort
@@ -41,7 +41,7 @@ enum : int16_t {
     kNoDialog = 80,                    // another dialog's DLOG
     kNoDialogToPlace = 81,             // a DLOG whose stored position is checked
     kNoAlert = 82,                     // the ALRT
-    kNoScreen = 83,                    // not even a main one
+    kNoDisplay = 83,                   // not even a main one
     kNoWindowColours = 87,             // a 'dctb'
     kNoButtonColours = 88,             // a 'cctb'
     kNoString = 90,                    // a text of a 'STR#'
@@ -51,6 +51,6 @@ enum : int16_t {
     kStoredSpotNotRead = 97,           // the spot function in the settings file
     kStoredSpotNoBlock = 98,           // no memory for it
     kStoredSpotTooLarge = 99,          // more than memory may be asked for
-    kStoredSpotNoLength = 100,         // its length cannot be had
+    kStoredSpotNoLength = 100,         // its length is not known
     kStoredSpotNotOpened = 101,        // the file cannot be opened
 };

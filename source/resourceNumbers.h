@@ -1,7 +1,7 @@
 // The numbers of the plug-in's resources, in the order of their sources in
 // resources/. Each part begins with the resource type and the source. A test
-// holds both sides together: no number here without a resource, no resource
-// without a name here.
+// compares both: no number here without a resource, no resource without a name
+// here.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,7 @@ enum : int16_t {
     kSomethingMissing = 16129,      // the plug-in cannot go on
     kSettingsUnusable = 16130,      // stored settings were replaced by new ones
     kInvalidCharacter = 16132,      // no number
-    kDiskTrouble = 16134,           // reading or writing failed in the disk
+    kDiskTrouble = 16134,           // the disk failed to read or write
     kDiskFull = 16137,              // no room
     kDiskLocked = 16138,            // the whole disk can only be read
     kNotWritten = 16139,            // any other failure of writing
@@ -32,11 +32,11 @@ enum : int16_t {
     kTooManyDecimals = 16144,       // more than four digits after the separator
     kTextLength = 16145,            // the annotation has 1 to 254 characters
     kImportQuestion = 16146,        // whether to import a spot function
-    kFileGone = 16149,              // no such file any more
+    kFileGone = 16149,              // the file is not there any more
     kNotRead = 16150,               // any other failure of reading
     kFileIsEmpty = 16151,           // nothing to import
     kNoMemoryForFile = 16152,       // to import
-    kStoredSpotUnreadable = 16153,  // the imported spot function of earlier
+    kStoredSpotUnreadable = 16153,  // the spot function imported earlier
     kNoMemoryForStored = 16154,     // the same
     kNothingChosen = 16155,         // all popups on their first item
     kFileLocked = 16156,            // to be written
@@ -100,7 +100,7 @@ enum : int16_t {
 
 // 'TEXT' in pieces.res: PostScript. The dot shapes are in dotShapes.h.
 enum : int16_t {
-    kHeaderPiece = 16499,        // the line by which a riders file is known
+    kHeaderPiece = 16499,        // the line by which a riders file is recognised
     kBeginPiece = 16500,         // what the rest builds on
     kFreqBegin = 16501,          // before the frequency
     kFreqEnd = 16502,            // after it
@@ -116,7 +116,7 @@ enum : int16_t {
     kAnnoTextPiece = 16510,      // before the text
     kAnnoEnd = 16511,            // after it
     kErrorHandlerPiece = 16520,  // prints errors on the page
-    kSetupPiece = 16600,         // sets the screen, hooks it and the annotation in
+    kSetupPiece = 16600,         // sets the screen; installs its and the annotation's hooks
 };
 
 // 'snd ' in about.res.

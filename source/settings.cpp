@@ -157,8 +157,8 @@ void ValueOfChoice(const Setting &setting, MenuHandle menu, int16_t item, Str255
     ConvertDecimalToPeriod(out);
 }
 
-// The comma stands for every separator that is not a period. A user with a third
-// one finds it refused at the next OK, and types over it: the field is selected.
+// The comma is used for every separator that is not a period. Users with a third one
+// have it refused at the next OK, and type over it: the field is selected.
 void LowestValue(const Setting &setting, Str15 out)
 {
     CopyPStr(ql_quorum_passtr(setting.value.lowestText), out, kValueLimit);

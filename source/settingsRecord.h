@@ -1,12 +1,11 @@
-// The settings: one record, which is a file format too; docs/riders-file.md has
-// it field by field.
+// The settings: one record, which is also a file format; docs/riders-file.md
+// describes it field by field.
 #pragma once
 
 #include "toolbox/bigendian.h"
 #include "toolbox/types.h"
 
-// Stored byte for byte as resource 'STUF' 128 of the preferences file, so this
-// is a file format. Item numbers count from 1; item 1 of a popup means "leave
+// Stored byte for byte as resource 'STUF' 128 of the preferences file. Item numbers count from 1; item 1 of a popup means "leave
 // it to the printer". Texts are Pascal strings; numbers in them have the user's
 // decimal separator.
 struct PrefsRec {
@@ -19,7 +18,7 @@ struct PrefsRec {
     BigInt16 errorItem;      // kErrorMenu; 2: write the error handler
     BigInt16 annoFontItem;   // kAnnoFontMenu; 1 to 13
     uint8_t spareFlag1;      // 1 in new settings; nothing reads it
-    uint8_t closeAfterMake;  // 1: close the settings dialog after a make
+    uint8_t closeAfterMake;  // 1: set gDone after a make; the dialog closes anyway
     uint8_t savePosition;    // 1: open it at customDlgPos, 0: centred
     uint8_t spotImported;    // 1: an imported spot function is in use
     uint8_t useColor;        // 1: draw dialogs with the colour tables
@@ -58,8 +57,8 @@ static_assert(offsetof(PrefsRec, spotName) == 124);
 static_assert(offsetof(PrefsRec, annoText) == 188);
 static_assert(sizeof(PrefsRec) == 444);
 
-// The texts that have a standard in the resources, with their capacities and
-// their places in kPrefsStrings.
+// The texts whose standard values are in the resources, with their capacities and
+// their indexes in kPrefsStrings.
 struct PrefsText {
     size_t offset;
     int16_t capacity;
@@ -77,9 +76,9 @@ inline StringPtr TextIn(PrefsRec *prefs, const PrefsText &text)
     return reinterpret_cast<StringPtr>(prefs) + text.offset;
 }
 
-// The live settings, and the copy the settings dialog goes back to. main_entry
-// allocates and frees both. Good within a call only: gPrefsPtr with the About
-// box and commands, gSavedPrefs while the settings dialog runs. gPrefsPtr is nil
-// where there are no settings.
+// The live settings, and the copy that cancelling the settings dialog restores.
+// main_entry allocates and frees both. Valid within a call only: gPrefsPtr during the
+// About box and commands, gSavedPrefs while the settings dialog runs. Otherwise nil,
+// or stale after a fatal error.
 extern PrefsRec *gPrefsPtr;
 extern PrefsRec *gSavedPrefs;

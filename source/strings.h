@@ -1,8 +1,8 @@
 // Pascal strings, and numbers as users type them.
 //
 // All work in place on the caller's buffers and allocate nothing. Positions
-// count from 1. The decimal separator is the environment record's: gEnvirInfo
-// must be there for every routine that has to do with one. Nothing calls
+// count from 1. The decimal separator is the environment record's, so routines
+// that use it need gEnvirInfo. Nothing calls
 // ElipseString so far: it belongs to the set.
 #pragma once
 
@@ -11,8 +11,8 @@
 // Results of PStrToDouble.
 enum { kNumberWithDecimals = 0, kWholeNumber = 1, kNotANumber = 2, kTooManySeparators = 3 };
 
-// Copies. A source longer than limit is itself cut to limit: that is how stored
-// texts that run over their fields are cut on first use.
+// Copies. A source longer than limit is itself cut to limit: if it were not, stored
+// texts that run over their fields would stay damaged in the settings file.
 void CopyPStr(StringPtr source, StringPtr destination, int16_t limit);
 // Appends and returns the new length. A source that does not fit into limit is
 // itself cut to what fits.
@@ -20,19 +20,19 @@ int16_t ConcatPStr(StringPtr source, StringPtr destination, int16_t limit);
 // 1 when equal byte for byte, else 0.
 Boolean ComparePStr(ConstStr255Param a, ConstStr255Param b);
 
-// The value of a text of digits and at most one separator; one of the results
-// above. 0.0 where it is no number.
+// Reads a text of digits and at most one separator; returns one of the results
+// above. *value is 0.0 if it is no number.
 int16_t PStrToDouble(ConstStr255Param text, double *value);
 // Where the one separator stands; -1 when there is none or more than one.
 int16_t GetDecimalPosition(ConstStr255Param text);
-// ,5 becomes 0,5: 1 when it did. The buffer needs room for one more character.
+// ,5 becomes 0,5; returns 1 if so. The buffer needs room for one more character.
 Boolean AddLeadingZero(StringPtr text);
 // 007 becomes 7, 00,5 becomes ,5, 000 the empty text; 0 and 0,5 stay. 1 when
 // something was removed.
 Boolean RemoveLeadingZeros(StringPtr text);
-// 12,000 becomes 12: 1; 12,500 becomes 12,5: 0, the separator being there still,
-// which is what callers ask. Texts
-// without exactly one separator stay.
+// 12,000 becomes 12 and returns 1; 12,500 becomes 12,5 and returns 0: the result
+// says whether the number was whole, not whether zeros were removed. A text without
+// exactly one separator stays.
 Boolean RemoveTrailingZeros(StringPtr text);
 // Every separator becomes a period.
 void ConvertDecimalToPeriod(StringPtr text);

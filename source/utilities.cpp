@@ -63,8 +63,8 @@ int32_t Area(const Rect &r)
     return static_cast<int32_t>(r.right - r.left) * (r.bottom - r.top);
 }
 
-// In global coordinates, with its title bar; empty for no window.
-Rect WindowOnScreens(WindowPtr window)
+// In global coordinates, with its title bar; empty for nil.
+Rect WindowOnDisplays(WindowPtr window)
 {
     Rect bounds{};
     if (!window)
@@ -78,8 +78,8 @@ Rect WindowOnScreens(WindowPtr window)
     return bounds;
 }
 
-// The screen with the largest part of the bounds, the first of equals; nil
-// when none has any.
+// The display with the largest part of the bounds, the first if several are equal;
+// nil if none has any.
 GDHandle DeviceShowingMost(const Rect &bounds)
 {
     GDHandle best = nullptr;
@@ -87,9 +87,9 @@ GDHandle DeviceShowingMost(const Rect &bounds)
     for (GDHandle device = GetDeviceList(); device; device = GetNextDevice(device)) {
         if (!TestDeviceAttribute(device, screenDevice) || !TestDeviceAttribute(device, screenActive))
             continue;
-        Rect screen = (*device)->gdRect;
+        Rect display = (*device)->gdRect;
         Rect overlap;
-        if (!SectRect(&screen, &bounds, &overlap) || Area(overlap) <= largest)
+        if (!SectRect(&display, &bounds, &overlap) || Area(overlap) <= largest)
             continue;
         best = device;
         largest = Area(overlap);
@@ -97,21 +97,21 @@ GDHandle DeviceShowingMost(const Rect &bounds)
     return best;
 }
 
-// Top left of something of the size on the screen: in the middle across, and
-// the given part of the free height down.
-Point PlaceOn(const Rect &screen, int width, int height, int part)
+// Top left of something of that size on the display: centred across, and 1/part of
+// the free height down.
+Point PlaceOn(const Rect &display, int width, int height, int part)
 {
     Point where;
-    where.h = static_cast<int16_t>(screen.left + (screen.right - screen.left - width) / 2);
-    where.v = static_cast<int16_t>(screen.top + (screen.bottom - screen.top - height) / part);
+    where.h = static_cast<int16_t>(display.left + (display.right - display.left - width) / 2);
+    where.v = static_cast<int16_t>(display.top + (display.bottom - display.top - height) / part);
     return where;
 }
 
-Point PlaceOnScreenOf(WindowPtr window, int width, int height, int part)
+Point PlaceOnDisplayOf(WindowPtr window, int width, int height, int part)
 {
-    Rect screen;
-    GetCurDevRect(window, &screen);
-    return PlaceOn(screen, width, height, part);
+    Rect display;
+    GetCurDevRect(window, &display);
+    return PlaceOn(display, width, height, part);
 }
 
 int WidthOf(WindowPtr window)
@@ -261,22 +261,22 @@ int16_t FindCharOffset(char character, Handle text, int16_t start)
     return -1;
 }
 
-void GetCurDevRect(WindowPtr window, Rect *screen)
+void GetCurDevRect(WindowPtr window, Rect *display)
 {
     if (!gEnvirInfo->hasColorQD) {
-        *screen = gEnvirInfo->screenRect;
+        *display = gEnvirInfo->screenRect;
         return;
     }
-    GDHandle device = DeviceShowingMost(WindowOnScreens(window));
+    GDHandle device = DeviceShowingMost(WindowOnDisplays(window));
     if (!device)
         device = GetMainDevice();
-    Need(device, kNoScreen, " (no monitor)");
-    *screen = (*device)->gdRect;
+    Need(device, kNoDisplay, " (no monitor)");
+    *display = (*device)->gdRect;
 }
 
 void CenterWindow(WindowPtr reference, WindowPtr window, int16_t mode)
 {
-    Point where = PlaceOnScreenOf(reference, WidthOf(window), HeightOf(window), mode == kCenterThird ? 3 : 2);
+    Point where = PlaceOnDisplayOf(reference, WidthOf(window), HeightOf(window), mode == kCenterThird ? 3 : 2);
     MoveWindow(window, where.h, where.v, false);
 }
 
@@ -292,15 +292,15 @@ void CenterWindowInWindow(WindowPtr outer, WindowPtr inner)
 
 void CenterAlert(WindowPtr window, int16_t alertID)
 {
-    Rect screen;
-    GetCurDevRect(window, &screen);
+    Rect display;
+    GetCurDevRect(window, &display);
     Handle alert = GetResource('ALRT', alertID);
     Need(alert && GetHandleSize(alert) >= static_cast<Size>(sizeof(BigRect)), kNoAlert, " (alert resource)");
     // An 'ALRT' begins with its bounds.
     BigRect *bounds = reinterpret_cast<BigRect *>(*alert);
     int width = bounds->right - bounds->left;
     int height = bounds->bottom - bounds->top;
-    Point where = PlaceOn(screen, width, height, 3);
+    Point where = PlaceOn(display, width, height, 3);
     bounds->top = where.v;
     bounds->left = where.h;
     bounds->bottom = static_cast<int16_t>(where.v + height);
@@ -309,12 +309,12 @@ void CenterAlert(WindowPtr window, int16_t alertID)
 
 void CenterSFGet(WindowPtr window, Point *where, int16_t width, int16_t height)
 {
-    *where = PlaceOnScreenOf(window, width, height, 3);
+    *where = PlaceOnDisplayOf(window, width, height, 3);
 }
 
 void CenterSFPut(WindowPtr window, Point *where, int16_t width, int16_t height)
 {
-    *where = PlaceOnScreenOf(window, width, height, 3);
+    *where = PlaceOnDisplayOf(window, width, height, 3);
 }
 
 void GetWindowPosition(WindowPtr window, Point *position)

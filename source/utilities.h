@@ -20,15 +20,15 @@ void GetAppVersionLongStr(Str255 version);
 // The first four bytes of 'vers' 1. Does not return when it is missing.
 void GetAppVers(unsigned char version[4]);
 
-// Draws the default button's outline around item 1, not around the item it is
-// installed on.
+// User-item procedure: draws the default button's outline around item 1, not around
+// the item it is installed on.
 void OutlineDefault(DialogPtr dialog, int16_t item);
 // Shows a button pressed for 8 ticks, as if it had been clicked. Anything but
 // a push button is left alone.
 void FlashButton(DialogPtr dialog, int16_t item);
 // Whether the item is an enabled push button.
 Boolean IsPushButton(DialogPtr dialog, int16_t item);
-// Whether the event is a press of Return or Enter; of Escape or Command-period.
+// Whether the event is a press of Return or Enter, or of Escape or Command-period.
 Boolean IsConfirmKey(const EventRecord &event);
 Boolean IsCancelKey(const EventRecord &event);
 // Key filter of a two-button dialog: Return and Enter press item 1, Escape and
@@ -40,36 +40,37 @@ Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, in
 
 // Purges and compacts the heap.
 void CrushTheHeap();
-// Appends a random number to the name, which keeps to 63 characters.
+// Appends a random number to the name, 63 characters at most. Does not look whether
+// there is a file of that name.
 void GetUniqueTempName(Str63 name);
 // Index of the first such byte at or after start; -1 when there is none up to
 // 32767.
 int16_t FindCharOffset(char character, Handle text, int16_t start);
 
-// The screen that shows most of the window, else the main screen; a nil window
-// is on none. Without colour QuickDraw the environment's screenRect.
-void GetCurDevRect(WindowPtr window, Rect *screen);
-// Moves the window on the screen of the reference window (may be nil): in the
-// middle across, and a third or half of the free height down. Not brought to
-// the front.
+// The display that shows most of the window, else the main display; for a nil window
+// the main one. Without colour QuickDraw the environment's screenRect.
+void GetCurDevRect(WindowPtr window, Rect *display);
+// Moves the window on the display of the reference window (may be nil): centred
+// across, and a third or half of the free height down. It is not brought
+// to the front.
 void CenterWindow(WindowPtr reference, WindowPtr window, int16_t mode);
 // Centres inner over outer; with outer nil it stays.
 void CenterWindowInWindow(WindowPtr outer, WindowPtr inner);
-// Makes the alert open on the window's screen (nil: the main screen), in the
-// middle across and a third of the free height down, by changing its resource
-// in memory. Does not return when there is no such alert.
+// Makes the alert open on the window's display (nil: the main display), centred
+// across and a third of the free height down, by changing its resource in memory. Does not return when there is no such alert.
 void CenterAlert(WindowPtr window, int16_t alertID);
-// Where a file dialog of that size goes on the window's screen.
+// Where a file dialog of that size goes on the window's display.
 void CenterSFGet(WindowPtr window, Point *where, int16_t width, int16_t height);
 void CenterSFPut(WindowPtr window, Point *where, int16_t width, int16_t height);
 
 // Global top left of the content; a nil window leaves *position alone.
 void GetWindowPosition(WindowPtr window, Point *position);
+// Whether it is in the window list.
 Boolean IsWindowOpen(WindowPtr window);
-// -1 an accessory's, 8 a user window, for a dialog the low 16 bits of its
-// reference value, else 0.
+// -1 for an accessory's, 8 for a user window, for a dialog the low 16 bits of its
+// reference value, otherwise 0.
 int16_t GetWindowType(WindowPtr window);
-// The main screen's bits per pixel, 1 without colour QuickDraw; also put into
+// The main display's bits per pixel, 1 without colour QuickDraw; also put into
 // the environment record.
 int16_t GetCurPixDepth();
 // From the current port's local coordinates, with 18 pixels more at the top

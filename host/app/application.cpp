@@ -19,7 +19,7 @@ Application::Application(const AppRequest &request, std::optional<DisplaySetting
     : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), display_(std::move(display))
 {
     plugin_.startUp();
-    menus_.emplace(plugin_.commands(), screen_);
+    menus_.emplace(plugin_.commands(), display_);
 }
 
 void Application::run()

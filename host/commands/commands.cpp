@@ -26,7 +26,7 @@ std::string hexNumber(std::string &text)
 
 std::string displayList(std::string &text)
 {
-    return play::screensFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
+    return play::displaysFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
                                                : std::string();
 }
 
@@ -136,7 +136,7 @@ void Commands::addPlay(CLI::App &app)
         name_ = "riders play";
         chosen_ = [this] {
             play_.plugin = plugin::pluginBesideProgram();
-            play_.screens = play::screensFromText(displays_);
+            play_.displays = play::displaysFromText(displays_);
             play_.configuration.decimalPoint = decimal_[0];
             play_.configuration.systemVersion = static_cast<std::int32_t>(std::stoul(systemVersion_, nullptr, 16));
             if (noColor_)

@@ -33,11 +33,11 @@ Rect frontDialogView()
 toolbox::Picture pictureNow(toolbox::HeadlessMachine &machine, int number, bool dialogOnly)
 {
     GetMainDevice();  // between dialogs nothing has looked at changed displays yet
-    const std::vector<toolbox::Screen> displays = machine.screens();
+    const std::vector<toolbox::Display> displays = machine.displays();
     auto index = static_cast<std::size_t>(number - 1);
     if (index >= displays.size())
         throw ScriptError{0, "there is no screen " + std::to_string(number)};
-    toolbox::Picture whole = toolbox::screenPicture(number - 1);
+    toolbox::Picture whole = toolbox::displayPicture(number - 1);
     return dialogOnly ? pictureOf(whole, displays[index], frontDialogView()) : whole;
 }
 
@@ -47,7 +47,7 @@ void beginFilm(Stage &stage, const std::filesystem::path &file, int every)
     stage.filmFile = file;
     stage.machine.setWatcher([&stage](int index, const toolbox::Picture &shown) {
         if (index == 0)
-            stage.film->take(shown, stage.machine.screens().front());
+            stage.film->take(shown, stage.machine.displays().front());
     });
 }
 
@@ -100,16 +100,16 @@ void resize(Arguments &arguments, Stage &stage)
 {
     int width = arguments.number("a width", shortestSide, longestSide);
     int height = arguments.number("a height", shortestSide, longestSide);
-    stage.user.resizeScreen(width, height);
+    stage.user.resizeDisplay(width, height);
 }
 
 void displays(Arguments &arguments, Stage &stage)
 {
     std::string text = arguments.word("screens such as 640x480x8+1024x768x1");
-    std::vector<toolbox::Screen> all = screensFromText(text);
+    std::vector<toolbox::Display> all = displaysFromText(text);
     if (all.empty())
         arguments.fail("\"" + text + "\" is no list of screens such as 640x480x8+1024x768x1");
-    stage.user.setScreens(all);
+    stage.user.setDisplays(all);
 }
 
 }  // namespace riders::play

@@ -26,7 +26,7 @@ bool takeLetter(std::string_view &text, char letter)
 }
 
 // One display whose left edge lies there.
-std::optional<toolbox::Screen> takeDisplay(std::string_view &text, int left)
+std::optional<toolbox::Display> takeDisplay(std::string_view &text, int left)
 {
     int width = 0, height = 0, depth = 0, scale = 1;
     if (!takeNumber(text, width, shortestSide, longestSide) || !takeLetter(text, 'x') ||
@@ -37,7 +37,7 @@ std::optional<toolbox::Screen> takeDisplay(std::string_view &text, int left)
         return std::nullopt;
     if (!isDepth(depth) || left + width > INT16_MAX)
         return std::nullopt;
-    toolbox::Screen display{{}, depth, scale};
+    toolbox::Display display{{}, depth, scale};
     display.bounds = {0, static_cast<std::int16_t>(left), static_cast<std::int16_t>(height),
                       static_cast<std::int16_t>(left + width)};
     return display;
@@ -50,21 +50,21 @@ bool isDepth(int bits)
     return bits == 1 || bits == 2 || bits == 4 || bits == 8 || bits == 32;
 }
 
-std::vector<toolbox::Screen> screensFromText(const std::string &text)
+std::vector<toolbox::Display> displaysFromText(const std::string &text)
 {
-    std::vector<toolbox::Screen> displays;
+    std::vector<toolbox::Display> displays;
     std::string_view rest = text;
     do {
-        std::optional<toolbox::Screen> display =
+        std::optional<toolbox::Display> display =
             takeDisplay(rest, displays.empty() ? 0 : displays.back().bounds.right);
         if (!display)
             return {};
         displays.push_back(*display);
     } while (takeLetter(rest, '+'));
-    return rest.empty() ? displays : std::vector<toolbox::Screen>{};
+    return rest.empty() ? displays : std::vector<toolbox::Display>{};
 }
 
-toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Screen &display, const Rect &global)
+toolbox::Picture pictureOf(const toolbox::Picture &whole, const toolbox::Display &display, const Rect &global)
 {
     auto across = [&](int h) { return std::clamp((h - display.bounds.left) * display.scale, 0, whole.width); };
     auto down = [&](int v) { return std::clamp((v - display.bounds.top) * display.scale, 0, whole.height); };

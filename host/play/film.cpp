@@ -26,7 +26,7 @@ void paste(const toolbox::Picture &frame, toolbox::Picture &sheet, int h, int v)
 
 }  // namespace
 
-void Film::take(const toolbox::Picture &shown, const toolbox::Screen &display)
+void Film::take(const toolbox::Picture &shown, const toolbox::Display &display)
 {
     if (seen_++ % every_ == 0 && frames_.size() < mostFrames)
         frames_.push_back(pictureOf(shown, display, view_));

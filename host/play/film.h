@@ -13,7 +13,7 @@ public:
     // the first one among them; 200 at most.
     Film(const Rect &view, int every) : view_(view), every_(every) {}
 
-    void take(const toolbox::Picture &shown, const toolbox::Screen &display);
+    void take(const toolbox::Picture &shown, const toolbox::Display &display);
     // Four across, from left to right and top to bottom, grey between them;
     // empty when nothing was taken.
     toolbox::Picture sheet() const;

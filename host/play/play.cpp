@@ -86,8 +86,8 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
 
 std::unique_ptr<toolbox::HeadlessMachine> seatFor(const PlayRequest &request)
 {
-    return request.seat ? request.seat(request.screens)
-                        : std::make_unique<toolbox::HeadlessMachine>(request.screens);
+    return request.seat ? request.seat(request.displays)
+                        : std::make_unique<toolbox::HeadlessMachine>(request.displays);
 }
 
 std::string described(const std::filesystem::path &script, const toolbox::ScriptError &error)

@@ -19,10 +19,10 @@ struct PlayRequest {
     std::filesystem::path traceFile;       // empty: no trace
     std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
-    std::vector<toolbox::Screen> screens;
+    std::vector<toolbox::Display> displays;
     // The machine that the scripted person uses; a HeadlessMachine with those displays
     // unless set.
-    std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Screen> &)> seat;
+    std::function<std::unique_ptr<toolbox::HeadlessMachine>(const std::vector<toolbox::Display> &)> seat;
 };
 
 // Plays the script to its end. Returns the message for standard error, empty

@@ -78,7 +78,7 @@ enum { kCommandSettings = 0, kCommandRemove = 1 };
 
 enum : int32_t { kRidersInterface = 0x05000001 };
 
-// The host's; the plug-in reads it and keeps nothing of it after the call.
+// Owned by the host; the plug-in reads it and keeps nothing of it after the call.
 struct MessageBlock {
     BigPointer hostProcs;   // a HostProcs; needed with kSelectStartUp and
                             // kSelectCommand
@@ -98,8 +98,8 @@ struct MessageBlock {
 //   Pointers:  the plug-in's strings, until it returns; the host copies them.
 typedef int32_t (*AddMenuItemProc)(ConstStr255Param group, ConstStr255Param text, int32_t number);
 
-// Called for every event that the settings dialog does not take itself: keys
-// without a meaning of its own, clicks outside its popups, updates and
+// Called for every event that the settings dialog does not handle itself: keys that
+// mean nothing to it, clicks outside its popups, updates and
 // activates of any window, null events. True: handled, with *itemHit set.
 // *itemHit may already be 2 when it is called. May change the event.
 //   Thread:    the thread that called main_entry.

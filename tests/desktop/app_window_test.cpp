@@ -31,7 +31,7 @@ protected:
     const std::string openSettings = "xdotool mousemove --sync --window $window 137 10 click 1 "
                                      "mousemove --sync --window $window 170 28 click 1";
 
-    desktop::Display display;
+    desktop::DisplayServer display;
     TemporaryFolder folder;
     fs::path programs = RIDERS_BINARY_DIR;
 };

@@ -15,7 +15,7 @@ namespace desktop {
 
 // The server writes the number of the display it found free once it accepts
 // connections, so no fixed wait is needed.
-Display::Display(const std::string &screen)
+DisplayServer::DisplayServer(const std::string &screen)
 {
     int ends[2];
     if (pipe(ends) != 0)
@@ -43,18 +43,18 @@ Display::Display(const std::string &screen)
     setenv("SDL_AUDIODRIVER", "dummy", 1);
 }
 
-Display::~Display()
+DisplayServer::~DisplayServer()
 {
     kill(server_, SIGTERM);
     waitpid(server_, nullptr, 0);
 }
 
-void Display::beSlow() const
+void DisplayServer::beSlow() const
 {
     setpriority(PRIO_PROCESS, static_cast<id_t>(server_), 15);
 }
 
-void Display::picture(const std::string &file, const std::string &geometry) const
+void DisplayServer::picture(const std::string &file, const std::string &geometry) const
 {
     const std::string part = geometry.empty() ? "" : " -crop " + geometry + " +repage";
     if (std::system(("import -window root" + part + " 'png:" + file + "'").c_str()) != 0)

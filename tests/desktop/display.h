@@ -7,13 +7,13 @@
 
 namespace desktop {
 
-class Display {
+class DisplayServer {
 public:
     // Starts the server and names it in DISPLAY; WAYLAND_DISPLAY is unset.
     // std::runtime_error when it does not start.
-    explicit Display(const std::string &screen = "1024x768x24");
-    ~Display();
-    Display(const Display &) = delete;
+    explicit DisplayServer(const std::string &screen = "1024x768x24");
+    ~DisplayServer();
+    DisplayServer(const DisplayServer &) = delete;
 
     // Lets every other process on the machine go first.
     void beSlow() const;

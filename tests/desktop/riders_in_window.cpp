@@ -8,7 +8,7 @@ int main(int argc, char **argv)
     CLI::App app{"riders, played in a window"};
     riders::commands::Commands commands(app);
     commands.seatPlayersAt(
-        [](const std::vector<toolbox::Screen> &screens) { return std::make_unique<desktop::WindowSeat>(screens); });
+        [](const std::vector<toolbox::Display> &displays) { return std::make_unique<desktop::WindowSeat>(displays); });
     CLI11_PARSE(app, argc, argv);
     return commands.run() ? 0 : 1;
 }

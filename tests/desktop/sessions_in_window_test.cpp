@@ -8,7 +8,7 @@ namespace {
 
 class SessionsInWindow : public ::testing::TestWithParam<std::string> {
 protected:
-    desktop::Display display_;
+    desktop::DisplayServer display_;
 };
 
 }  // namespace
@@ -29,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(All, SessionsInWindow, ::testing::ValuesIn(kept::names(
 // fall: as on the headless display, in real time.
 TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessDisplay)
 {
-    desktop::Display display;
+    desktop::DisplayServer display;
     TemporaryFolder folder;
     auto played = [&](const char *program) {
         const std::string trace = folder / program;
@@ -49,7 +49,7 @@ TEST(AboutInWindow, LeavesTheTraceOfTheHeadlessDisplay)
 
 TEST(AboutInWindow, NeedsNoSoundCard)
 {
-    desktop::Display display;
+    desktop::DisplayServer display;
     setenv("SDL_AUDIODRIVER", "none that there is", 1);
     TemporaryFolder folder;
     writeFile(folder / "about.play", "about\nwait 60\nkey return\n");
@@ -63,7 +63,7 @@ TEST(AboutInWindow, NeedsNoSoundCard)
 // The compositor's keyboard and mouse are those of the X display it runs on.
 TEST(SessionsOnWayland, LeaveTheirTraces)
 {
-    desktop::Display display;
+    desktop::DisplayServer display;
     for (const char *name : {"first_run", "cancelled"}) {
         desktop::Weston weston(640, 480);
         kept::Session session("riders_in_window");

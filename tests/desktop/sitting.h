@@ -62,22 +62,22 @@ inline Difference between(const toolbox::Picture &is, const toolbox::Picture &sh
 }
 
 // The settings dialog on the headless display.
-inline toolbox::Picture headlessSettings(const std::filesystem::path &folder, const toolbox::Screen &first,
-                                         const std::vector<toolbox::Screen> &later = {})
+inline toolbox::Picture headlessSettings(const std::filesystem::path &folder, const toolbox::Display &first,
+                                         const std::vector<toolbox::Display> &later = {})
 {
     toolbox::HeadlessMachine machine({first});
     Sitting sitting(machine, folder);
     toolbox::Picture seen;
     sitting.inSettings([&] {
         if (!later.empty())
-            sitting.user.setScreens(later);
+            sitting.user.setDisplays(later);
         sitting.user.wait(1);
-        sitting.user.then([&] { seen = toolbox::screenPicture(0); });
+        sitting.user.then([&] { seen = toolbox::displayPicture(0); });
     });
     return seen;
 }
 
-inline toolbox::Screen screenOf(int width, int height, int depth, int scale = 1)
+inline toolbox::Display displayOf(int width, int height, int depth, int scale = 1)
 {
     return {{0, 0, static_cast<int16_t>(height), static_cast<int16_t>(width)}, depth, scale};
 }

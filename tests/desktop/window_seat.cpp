@@ -16,17 +16,17 @@ namespace desktop {
 namespace {
 
 using toolbox::Input;
-using toolbox::Screen;
+using toolbox::Display;
 using Kind = Input::Kind;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto patience = std::chrono::seconds(20);
 
-toolbox::DesktopOptions optionsFor(const std::vector<Screen> &screens)
+toolbox::DesktopOptions optionsFor(const std::vector<Display> &displays)
 {
-    if (screens.size() != 1)
+    if (displays.size() != 1)
         throw std::invalid_argument("the desktop's window is one screen");
-    const Screen &screen = screens.front();
+    const Display &screen = displays.front();
     return {.title = "Riders, played",
             .width = screen.bounds.right,
             .height = screen.bounds.bottom,
@@ -84,8 +84,8 @@ bool sameKind(const Input &came, const Input &meant)
 
 }  // namespace
 
-WindowSeat::WindowSeat(const std::vector<Screen> &screens)
-    : HeadlessMachine(screens), window_(toolbox::openDesktop(optionsFor(screens))), hands_(std::make_unique<Hands>())
+WindowSeat::WindowSeat(const std::vector<Display> &displays)
+    : HeadlessMachine(displays), window_(toolbox::openDesktop(optionsFor(displays))), hands_(std::make_unique<Hands>())
 {
     window_->passTicks(6);
     findWindow();
@@ -109,16 +109,16 @@ void WindowSeat::findWindow()
 
 std::string WindowSeat::placeOnDisplay()
 {
-    const Screen screen = window_->screens().front();
+    const Display screen = window_->displays().front();
     return std::to_string(screen.bounds.right * screen.scale) + "x" +
            std::to_string(screen.bounds.bottom * screen.scale) + "+" + std::to_string(corner_.first) + "+" +
            std::to_string(corner_.second);
 }
 
-void WindowSeat::setScreens(std::vector<Screen> screens)
+void WindowSeat::setDisplays(std::vector<Display> displays)
 {
-    const toolbox::DesktopOptions wanted = optionsFor(screens);
-    const Screen now = window_->screens().front();
+    const toolbox::DesktopOptions wanted = optionsFor(displays);
+    const Display now = window_->displays().front();
     if (wanted.scale != now.scale)
         throw std::runtime_error("a window has its display's scale");
     window_->setDepth(wanted.depth);
@@ -166,7 +166,7 @@ std::optional<Input> WindowSeat::nextInput(std::uint32_t waitTicks)
 
 bool WindowSeat::carryOut(const Input &meant)
 {
-    const int scale = window_->screens().front().scale;
+    const int scale = window_->displays().front().scale;
     switch (meant.kind) {
     case Kind::mouseMoved:
         holdModifiers(meant.modifiers);

@@ -16,19 +16,19 @@ namespace desktop {
 // One display only; std::invalid_argument for more.
 class WindowSeat : public toolbox::HeadlessMachine {
 public:
-    explicit WindowSeat(const std::vector<toolbox::Screen> &screens);
+    explicit WindowSeat(const std::vector<toolbox::Display> &displays);
 
     // As X writes geometries: WIDTHxHEIGHT+X+Y, in the display's pixels.
     std::string placeOnDisplay();
 
-    void setScreens(std::vector<toolbox::Screen> screens) override;
+    void setDisplays(std::vector<toolbox::Display> displays) override;
     void putOnClipboard(const std::string &text) override;
 
     std::optional<toolbox::Input> nextInput(std::uint32_t waitTicks) override;
     bool inputWaiting() override;
     std::uint32_t ticks() override { return window_->ticks(); }
     void passTicks(std::uint32_t count) override { window_->passTicks(count); }
-    std::vector<toolbox::Screen> screens() override { return window_->screens(); }
+    std::vector<toolbox::Display> displays() override { return window_->displays(); }
     void present(int index, const toolbox::Picture &picture, const Rect &changed) override;
     std::string clipboardText() override { return window_->clipboardText(); }
     void setClipboardText(const std::string &text) override { window_->setClipboardText(text); }

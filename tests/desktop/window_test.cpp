@@ -15,7 +15,7 @@ namespace {
 
 using namespace desktop;
 using toolbox::Picture;
-using toolbox::Screen;
+using toolbox::Display;
 
 constexpr int kAnnotation = 8;
 constexpr int kTextOfAnnotation = 4;
@@ -33,7 +33,7 @@ protected:
     }
 
     // What it shows of the settings dialog on such a display.
-    Picture shownSettings(const Screen &screen)
+    Picture shownSettings(const Display &screen)
     {
         WindowSeat seat({screen});
         Sitting sitting(seat, folder_ / "window");
@@ -100,7 +100,7 @@ protected:
         return test();
     }
 
-    Display display_{"1400x1000x24"};
+    DisplayServer display_{"1400x1000x24"};
     TemporaryFolder folder_;
     Hands hands_;
 };
@@ -111,7 +111,7 @@ TEST_F(InWindow, ShowsWhatTheHeadlessDisplayShows)
 {
     for (int scale : {1, 2})
         for (int depth : {32, 8, 1}) {
-            const Screen there = screenOf(640, 480, depth, scale);
+            const Display there = displayOf(640, 480, depth, scale);
             Difference difference = between(shownSettings(there), headlessSettings(folder_ / "headless", there));
             EXPECT_EQ(difference.pixels, 0) << difference.first << ", depth " << depth << ", scale " << scale;
         }
@@ -119,13 +119,13 @@ TEST_F(InWindow, ShowsWhatTheHeadlessDisplayShows)
 
 TEST_F(InWindow, NewSizeAndDepthAreShownWhileADialogIsOpen)
 {
-    const Screen first = screenOf(640, 480, 8), second = screenOf(800, 600, 2);
+    const Display first = displayOf(640, 480, 8), second = displayOf(800, 600, 2);
     WindowSeat seat({first});
     Sitting sitting(seat, folder_ / "window");
     Picture seen;
     sitting.inSettings([&] {
         sitting.user.wait(1);
-        sitting.user.then([&] { seat.setScreens({second}); });
+        sitting.user.then([&] { seat.setDisplays({second}); });
         sitting.user.wait(30);
         sitting.user.then([&] { seen = shown(seat); });
     });
@@ -136,7 +136,7 @@ TEST_F(InWindow, NewSizeAndDepthAreShownWhileADialogIsOpen)
 
 TEST_F(InWindow, ClipboardGoesToOtherPrograms)
 {
-    WindowSeat seat({screenOf(640, 480, 8)});
+    WindowSeat seat({displayOf(640, 480, 8)});
     Sitting sitting(seat, folder_ / "window");
     const fs::path pasted = folder_ / "pasted";
     inAnnotation(sitting, [&] {
@@ -153,7 +153,7 @@ TEST_F(InWindow, ClipboardGoesToOtherPrograms)
 
 TEST_F(InWindow, OtherProgramsTextsKeepTheirAccents)
 {
-    WindowSeat seat({screenOf(640, 480, 8)});
+    WindowSeat seat({displayOf(640, 480, 8)});
     Sitting sitting(seat, folder_ / "window");
     inAnnotation(sitting, [&] {
         sitting.user.putOnClipboard("Büro Ø π");
@@ -167,7 +167,7 @@ TEST_F(InWindow, LayoutAndDeadKeysGiveTheirCharacters)
 {
     setenv("LC_ALL", "C.UTF-8", 1);
     ASSERT_EQ(std::system("setxkbmap de"), 0);
-    WindowSeat seat({screenOf(640, 480, 8)});
+    WindowSeat seat({displayOf(640, 480, 8)});
     Sitting sitting(seat, folder_ / "window");
     constexpr int udiaeresis = 34, deadAcute = 21, e = 26, y = 29, q = 24;
     inAnnotation(sitting, [&] {
@@ -182,7 +182,7 @@ TEST_F(InWindow, LayoutAndDeadKeysGiveTheirCharacters)
 
 TEST_F(InWindow, OnWaylandShowsWhatTheHeadlessDisplayShows)
 {
-    const Screen there = screenOf(640, 480, 8);
+    const Display there = displayOf(640, 480, 8);
     Weston weston(640, 480);
     const Difference difference =
         between(withoutPointer(shownSettings(there)), withoutPointer(headlessSettings(folder_ / "headless", there)));

@@ -79,19 +79,19 @@ Picture filled(int width, int height, std::uint32_t value)
 TEST_F(DesktopMachineTest, OneDisplayOfTheSizeAskedFor)
 {
     open({.width = 640, .height = 480, .depth = 8});
-    const auto screens = machine->screens();
-    ASSERT_EQ(screens.size(), 1u);
-    EXPECT_EQ(screens[0].bounds.right, 640);
-    EXPECT_EQ(screens[0].bounds.bottom, 480);
-    EXPECT_EQ(screens[0].depth, 8);
-    EXPECT_EQ(screens[0].scale, 1);
+    const auto displays = machine->displays();
+    ASSERT_EQ(displays.size(), 1u);
+    EXPECT_EQ(displays[0].bounds.right, 640);
+    EXPECT_EQ(displays[0].bounds.bottom, 480);
+    EXPECT_EQ(displays[0].depth, 8);
+    EXPECT_EQ(displays[0].scale, 1);
 }
 
 TEST_F(DesktopMachineTest, ScaleDividesTheWindowAndTheMouse)
 {
     open({.width = 512, .height = 350, .scale = 2});
-    EXPECT_EQ(machine->screens()[0].scale, 2);
-    EXPECT_EQ(machine->screens()[0].bounds.right, 512);
+    EXPECT_EQ(machine->displays()[0].scale, 2);
+    EXPECT_EQ(machine->displays()[0].bounds.right, 512);
     EXPECT_EQ(desktop::pixelsOf(window()).x, 1024);
     push(move(401, 301));
     EXPECT_EQ(taken(), "move(200,150)");
@@ -102,19 +102,19 @@ TEST_F(DesktopMachineTest, EnvironmentNamesTheScale)
     setenv("RIDERS_SCALE", "2", 1);
     open({.width = 512, .height = 350});
     unsetenv("RIDERS_SCALE");
-    EXPECT_EQ(machine->screens()[0].scale, 2);
-    EXPECT_EQ(machine->screens()[0].bounds.right, 512);
+    EXPECT_EQ(machine->displays()[0].scale, 2);
+    EXPECT_EQ(machine->displays()[0].bounds.right, 512);
 }
 
 TEST_F(DesktopMachineTest, NoWindowIsSmallerThanTheSmallestDisplay)
 {
     open({.width = 100, .height = 100});
-    EXPECT_EQ(machine->screens()[0].bounds.right, 512);
-    EXPECT_EQ(machine->screens()[0].bounds.bottom, 342);
+    EXPECT_EQ(machine->displays()[0].bounds.right, 512);
+    EXPECT_EQ(machine->displays()[0].bounds.bottom, 342);
     SDL_SetWindowSize(window(), 300, 500);
     EXPECT_EQ(awaited(), "screens");
-    EXPECT_EQ(machine->screens()[0].bounds.right, 512);
-    EXPECT_EQ(machine->screens()[0].bounds.bottom, 500);
+    EXPECT_EQ(machine->displays()[0].bounds.right, 512);
+    EXPECT_EQ(machine->displays()[0].bounds.bottom, 500);
 }
 
 TEST_F(DesktopMachineTest, InputComesInOrder)
@@ -167,8 +167,8 @@ TEST_F(DesktopMachineTest, SeveralSizesGiveOneNewDisplay)
     for (int width = 700; width <= 720; width += 10)
         SDL_SetWindowSize(window(), width, 500);
     EXPECT_EQ(awaited(), "screens");
-    EXPECT_EQ(machine->screens()[0].bounds.right, 720);
-    EXPECT_EQ(machine->screens()[0].bounds.bottom, 500);
+    EXPECT_EQ(machine->displays()[0].bounds.right, 720);
+    EXPECT_EQ(machine->displays()[0].bounds.bottom, 500);
     EXPECT_EQ(taken(), "");
 }
 
@@ -192,7 +192,7 @@ TEST_F(DesktopMachineTest, DepthIsAnnouncedWhenItChanges)
     EXPECT_EQ(taken(), "");
     machine->setDepth(4);
     EXPECT_EQ(taken(), "screens");
-    EXPECT_EQ(machine->screens()[0].depth, 4);
+    EXPECT_EQ(machine->displays()[0].depth, 4);
     EXPECT_THROW(machine->setDepth(16), std::invalid_argument);
 }
 

@@ -37,7 +37,7 @@ TEST(InputQueueTest, NewsIsQueuedOnceUntilItIsTaken)
 {
     InputQueue queue;
     for (int i = 0; i < 2; ++i)
-        for (auto kind : {Input::Kind::screensChanged, Input::Kind::clipboardChanged, Input::Kind::quit})
+        for (auto kind : {Input::Kind::displaysChanged, Input::Kind::clipboardChanged, Input::Kind::quit})
             queue.push({.kind = kind});
     EXPECT_TRUE(queue.holds(Input::Kind::quit));
     EXPECT_EQ(described(queue), "screens clipboard quit");

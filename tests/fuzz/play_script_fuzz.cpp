@@ -31,7 +31,7 @@ std::string written(const riders::play::ScriptLine &line)
 
 void checkDisplays(const std::string &text)
 {
-    for (const toolbox::Screen &display : riders::play::screensFromText(text))
+    for (const toolbox::Display &display : riders::play::displaysFromText(text))
         if (!riders::play::isDepth(display.depth) || display.scale < 1 ||
             display.scale > riders::play::largestScale)
             abort();

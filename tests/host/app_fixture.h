@@ -44,7 +44,7 @@ protected:
     static void keepPicture(const std::string &name)
     {
         if (const char *place = std::getenv("RIDERS_LOOK"))
-            toolbox::writePng(std::filesystem::path(place) / (name + ".png"), toolbox::screenPicture(0));
+            toolbox::writePng(std::filesystem::path(place) / (name + ".png"), toolbox::displayPicture(0));
     }
 
     toolbox::ScriptedUser user{machine};

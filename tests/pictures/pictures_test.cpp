@@ -32,14 +32,14 @@ KeptPictures keptPictures()
 }
 
 // "# screens: 640x480x8" in a script's first line; that one when it has none.
-std::vector<toolbox::Screen> screensOf(const fs::path &script)
+std::vector<toolbox::Display> displaysOf(const fs::path &script)
 {
     std::istringstream in(contentsOf(script));
     std::string line;
     std::getline(in, line);
     const std::vector<std::string> words = kept::wordsOf(line);
     bool given = words.size() == 3 && words[0] == "#" && words[1] == "screens:";
-    return riders::play::screensFromText(given ? words[2] : "640x480x8");
+    return riders::play::displaysFromText(given ? words[2] : "640x480x8");
 }
 
 std::vector<std::string> picturesOf(const fs::path &script)
@@ -68,7 +68,7 @@ TEST_P(Pictures, AreWhatIsKept)
     request.configuration.preferencesFolder = work / "preferences";
     request.configuration.startFolder = work / "there";
     request.configuration.moveBlocks = blocksMove();
-    request.screens = screensOf(script);
+    request.displays = displaysOf(script);
     EXPECT_EQ(riders::play::play(request), "");
     const std::vector<std::string> names = picturesOf(script);
     EXPECT_FALSE(names.empty()) << "the script takes no picture";

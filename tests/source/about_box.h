@@ -1,4 +1,4 @@
-// The About box with a person in front, every drawing call kept.
+// The About box used by a person, with every drawing call kept.
 #pragma once
 
 #include "support/plugin_test.h"
@@ -19,7 +19,7 @@ constexpr int kAbout = 16200, kPanel = 17000, kSettings = 16300;
 constexpr int kPictureArea = 5, kTextArea = 6;
 constexpr Rect kFullPicture = {20, 59, 64, 235};
 constexpr int kWindowWidth = 250;
-constexpr int kIntroLong = 20;   // ticks after which the intro has begun, and so is over
+constexpr int kIntroLong = 20;   // ticks after which the intro has begun, and so is over as well
 constexpr int kCheckBox = 4;
 
 inline bool isHidden(int16_t item)
@@ -51,7 +51,7 @@ protected:
 
     void useDepth(int depth)
     {
-        machine.setScreens({{{0, 0, 480, 640}, depth}});
+        machine.setDisplays({{{0, 0, 480, 640}, depth}});
         restartPlugin();
         watchDrawing();
     }
@@ -71,7 +71,7 @@ protected:
         EXPECT_TRUE(user.idle());
     }
 
-    // What was drawn that begins so, in order, without that beginning.
+    // The drawing calls that begin so, in order, without that beginning.
     std::vector<std::string> drawnWith(const std::string &beginning) const
     {
         std::vector<std::string> found;
@@ -81,7 +81,7 @@ protected:
         return found;
     }
 
-    // Runs something in the middle of the session.
+    // Runs something during the session.
     void look(const std::function<void()> &action) { user.then(action); }
 
     std::vector<std::string> drawn;

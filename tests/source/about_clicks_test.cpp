@@ -1,4 +1,4 @@
-// Clicks, keys and other screens at every moment.
+// Clicks, keys and display changes at every moment.
 #include "source/about_box.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/windows.h"
@@ -10,7 +10,7 @@ enum Outcome { kCloses, kOpensPanel, kFalls, kScrolls };
 
 class AboutClick : public About {
 protected:
-    // Many sessions, and no pixel is looked at.
+    // Many sessions, in which no pixels are checked.
     void SetUp() override
     {
         machine.wantPictures(false);
@@ -204,20 +204,20 @@ TEST_F(AboutClick, UpdateDuringTheScrollLeavesTheLineAlone)
     useDepth(8);
 }
 
-// The window's size and depth change at one frame after the other, from the
-// growing of the picture to the end of the fall and the scroll.
+// The display's size and depth change at each frame in turn, from the growing of
+// the picture to the end of the fall and of the scroll.
 class AboutDisturbed : public About {
 protected:
-    // One opening with all its phases; at so manyth frame shown, other screens.
-    // How many frames there were.
-    int openDisturbedAt(int disturbed, const std::vector<toolbox::Screen> &screens, bool falls)
+    // One opening with all its phases; at the given frame (from 1; 0: never) the
+    // displays change. Returns how many frames there were.
+    int openDisturbedAt(int disturbed, const std::vector<toolbox::Display> &displays, bool falls)
     {
-        machine.setScreens({{{0, 0, 480, 640}, 8}});
+        machine.setDisplays({{{0, 0, 480, 640}, 8}});
         restartPlugin();
         int frames = 0;
         machine.setWatcher([&](int, const toolbox::Picture &) {
             if (++frames == disturbed)
-                machine.setScreens(screens);
+                machine.setDisplays(displays);
         });
         open([&] {
             user.wait(kIntroLong);
@@ -233,17 +233,17 @@ protected:
         return frames;
     }
 
-    void disturbEveryFrame(const std::vector<toolbox::Screen> &screens, bool falls)
+    void disturbEveryFrame(const std::vector<toolbox::Display> &displays, bool falls)
     {
-        const int all = openDisturbedAt(0, screens, falls);
+        const int all = openDisturbedAt(0, displays, falls);
         ASSERT_GT(all, 30);
         for (int frame = 1; frame <= all; frame += 3)
-            openDisturbedAt(frame, screens, falls);
+            openDisturbedAt(frame, displays, falls);
     }
 };
 
-// The window is closed at so manyth frame; what the person had meant to do after
-// that is not done.
+// The window is closed at each frame in turn; the steps that the person has left are
+// not taken.
 TEST_F(AboutDisturbed, ClosedWindowClosesTheBoxAtAnyFrame)
 {
     for (bool falls : {true, false})
@@ -269,12 +269,12 @@ TEST_F(AboutDisturbed, ClosedWindowClosesTheBoxAtAnyFrame)
     user.forgetRest();
 }
 
-TEST_F(AboutDisturbed, FallGoesOnWhenTheScreenShrinksAtAnyFrame)
+TEST_F(AboutDisturbed, FallGoesOnWhenTheDisplayShrinksAtAnyFrame)
 {
     disturbEveryFrame({{{0, 0, 342, 512}, 1}}, true);
 }
 
-TEST_F(AboutDisturbed, ScrollGoesOnWhenTheScreenGrowsAtAnyFrame)
+TEST_F(AboutDisturbed, ScrollGoesOnWhenTheDisplayGrowsAtAnyFrame)
 {
     disturbEveryFrame({{{0, 0, 768, 1024}, 32}}, false);
 }

@@ -46,7 +46,7 @@ TEST_F(Credits, OpensInTheMiddleAfterTheBoxHasClosed)
                                                "dialog 17000 hidden", "dialog 17000 closed"}));
 }
 
-TEST_F(Credits, AnswersOne)
+TEST_F(Credits, ReturnsOne)
 {
     makeRecords();
     user.in(kAbout);
@@ -177,10 +177,10 @@ TEST_F(Credits, ColourIsSavedAndUsedByTheNextSettingsDialog)
         user.in(kSettings);
         user.wait(3);
         look([&] {
-            toolbox::Picture screen = toolbox::screenPicture(0);
+            toolbox::Picture display = toolbox::displayPicture(0);
             Point corner{4, 4};
             LocalToGlobal(&corner);
-            corners.push_back(screen.pixels[static_cast<size_t>(corner.v * screen.width + corner.h)]);
+            corners.push_back(display.pixels[static_cast<size_t>(corner.v * display.width + corner.h)]);
         });
         user.key("escape");
         runCommand(kCommandSettings);

@@ -1,4 +1,4 @@
-// The icon falls out of the window, and the pictures themselves.
+// The icon's fall out of the window, and the pictures.
 #include "source/about_box.h"
 
 namespace about {
@@ -37,7 +37,7 @@ TEST_F(About, IconIsStretchedAndFallsOutOfTheWindow)
             icon.bottom += 8;
             expected.push_back(asText(icon));
         }
-        // Below the window there is nothing to be seen.
+        // Below the window nothing is visible.
         std::erase_if(expected, [&](const std::string &box) {
             return std::stoi(box.substr(box.find(',') + 1)) >= bottom;
         });
@@ -49,8 +49,8 @@ TEST_F(About, IconIsStretchedAndFallsOutOfTheWindow)
     }
 }
 
-// The lines are moved away by their left edges and are not drawn while the icon
-// comes by.
+// The lines' left edges are moved out of sight, and they are not drawn while the
+// icon falls through their place.
 TEST_F(About, NoLineIsDrawnWhileTheIconFalls)
 {
     open([&] {
@@ -71,7 +71,7 @@ TEST_F(About, NoLineIsDrawnWhileTheIconFalls)
     EXPECT_EQ(meanwhile, 0);
 }
 
-TEST_F(About, PictureNarrowsAwayAfterTheFall)
+TEST_F(About, PictureShrinksToNothingAfterTheFall)
 {
     for (int depth : {1, 8}) {
         useDepth(depth);
@@ -104,17 +104,17 @@ TEST_F(About, NothingOfPictureAndIconIsLeft)
         user.press(kPictureArea);
         user.wait(5);
         look([] {
-            toolbox::Picture screen = toolbox::screenPicture(0);
+            toolbox::Picture display = toolbox::displayPicture(0);
             for (int v = 108; v < 108 + 80; ++v)
                 for (int h = 195; h < 195 + kWindowWidth; ++h)
-                    ASSERT_EQ(screen.pixels[static_cast<size_t>(v * screen.width + h)], 0xFFFFFFu) << h << "," << v;
+                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu) << h << "," << v;
         });
     });
 }
 
 TEST_F(About, PicturesAreDrawnAsTheirSourcesAre)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 32}});
+    machine.setDisplays({{{0, 0, 480, 640}, 32}});
     const std::pair<int16_t, const char *> pictures[] = {{16201, "about_black"}, {16202, "about_color"},
                                                          {16203, "loupe_black"}, {16204, "loupe_color"},
                                                          {17001, "dots_black"},  {17002, "dots_color"}};
@@ -125,11 +125,11 @@ TEST_F(About, PicturesAreDrawnAsTheirSourcesAre)
         GetMainDevice();
         SetPort(nullptr);
         DrawPicture(GetPicture(id), &box);
-        toolbox::Picture screen = toolbox::screenPicture(0);
+        toolbox::Picture display = toolbox::displayPicture(0);
         int different = 0;
         for (int v = 0; v < source.height; ++v)
             for (int h = 0; h < source.width; ++h)
-                different += screen.pixels[static_cast<size_t>((100 + v) * screen.width + 100 + h)] !=
+                different += display.pixels[static_cast<size_t>((100 + v) * display.width + 100 + h)] !=
                              source.pixels[static_cast<size_t>(v * source.width + h)];
         EXPECT_EQ(different, 0) << name;
     }

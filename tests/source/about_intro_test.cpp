@@ -4,7 +4,7 @@
 namespace about {
 namespace {
 
-TEST_F(About, OpensAThirdDownTheScreenWithTheIconAlone)
+TEST_F(About, OpensAThirdDownTheDisplayWithTheIconAlone)
 {
     for (int depth : {1, 4, 8, 32}) {
         useDepth(depth);
@@ -104,7 +104,7 @@ TEST_F(About, EachStepOfTheIntroLastsATick)
     EXPECT_LE(after - before, 25u);
 }
 
-TEST_F(About, SoundIsPlayedOnceAnOpening)
+TEST_F(About, SoundIsPlayedOncePerOpening)
 {
     open([&] { user.wait(300); });
     EXPECT_EQ(machine.soundsPlayed(), 1);
@@ -122,7 +122,7 @@ TEST_F(About, SoundLastsLessThanASecond)
     EXPECT_GT(machine.ticks() - before, 10u);
 }
 
-TEST_F(About, MissingSoundIsPassedOverInSilence)
+TEST_F(About, MissingSoundIsSkippedSilently)
 {
     removeResource('snd ', 16500);
     open([&] {
@@ -134,7 +134,7 @@ TEST_F(About, MissingSoundIsPassedOverInSilence)
     EXPECT_FALSE(traced("params"));
 }
 
-TEST_F(About, SoundThatCannotBePlayedIsPassedOverToo)
+TEST_F(About, SoundThatCannotBePlayedIsSkippedToo)
 {
     replaceResource('snd ', 16500, "no sound");
     open([&] { user.wait(kIntroLong); });

@@ -42,8 +42,8 @@ TEST_F(About, MissingPicturesLeaveTheBoxEmptyButWorking)
     });
 }
 
-// Whichever allocation fails: the call comes back with nothing left (call()
-// looks), or the process ends.
+// Whichever allocation fails: the call returns and nothing stays allocated (call()
+// checks), or the process ends.
 TEST_F(About, AnyAllocationMayFail)
 {
     for (bool onward : {false, true}) {

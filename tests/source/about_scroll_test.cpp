@@ -63,7 +63,7 @@ protected:
     Rect area{};
 };
 
-TEST_F(AboutScroll, ThreeLinesGoByTwoPixelsAStep)
+TEST_F(AboutScroll, ThreeLinesScrollTwoPixelsPerStep)
 {
     open([&] {
         startScroll();
@@ -130,24 +130,24 @@ TEST_F(AboutScroll, NothingOfTheTitleIsLeftInTheScroll)
         startScroll();
         user.wait(2);
         look([] {
-            toolbox::Picture screen = toolbox::screenPicture(0);
+            toolbox::Picture display = toolbox::displayPicture(0);
             Rect text = ItemBox(gTheDialog, kTextArea);
             for (int v = 108 + text.top; v < 108 + text.bottom; ++v)
                 for (int h = 195; h < 195 + 200; ++h)
-                    ASSERT_EQ(screen.pixels[static_cast<size_t>(v * screen.width + h)], 0xFFFFFFu) << h << "," << v;
+                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu) << h << "," << v;
         });
     });
 }
 
-// Drawn anew at each step over what was moved, it must not grow fatter.
+// Each step draws it again over what was moved; it must not become bolder.
 TEST_F(AboutScroll, LineLooksTheSameAllTheWay)
 {
     auto darkness = [] {
-        toolbox::Picture screen = toolbox::screenPicture(0);
+        toolbox::Picture display = toolbox::displayPicture(0);
         long sum = 0;
         for (int v = 108 + gScrollRect.top; v < 108 + gScrollRect.bottom; ++v)
             for (int h = 195; h < 195 + kWindowWidth; ++h)
-                sum += 255 - (screen.pixels[static_cast<size_t>(v * screen.width + h)] >> 16 & 255);
+                sum += 255 - (display.pixels[static_cast<size_t>(v * display.width + h)] >> 16 & 255);
         return sum;
     };
     long early = 0;

@@ -56,7 +56,7 @@ protected:
 
     void restart(int depth, int32_t systemVersion)
     {
-        machine.setScreens({{{0, 0, 480, 640}, depth}});
+        machine.setDisplays({{{0, 0, 480, 640}, depth}});
         configuration.systemVersion = systemVersion;
         reopen();
     }
@@ -86,13 +86,13 @@ TEST_F(Color, PlainFrameIsInTheCurrentColour)
     ForeColor(blackColor);
 }
 
-TEST_F(Color, DialogsNumberHasNoEffect)
+TEST_F(Color, DialogNumberHasNoEffect)
 {
     EXPECT_EQ(frames(true, 16300), frames(true, 16301));
     EXPECT_EQ(frames(true, 16300), frames(true, 16302));
 }
 
-TEST_F(Color, BlackAndWhiteScreenOrEarlySystemIsPlain)
+TEST_F(Color, BlackAndWhiteDisplayOrEarlySystemIsPlain)
 {
     settings.useColor = 1;
     for (auto [depth, version] : {std::pair{1, 0x0755}, std::pair{8, 0x06FF}}) {
@@ -107,12 +107,12 @@ TEST_F(Color, BlackAndWhiteScreenOrEarlySystemIsPlain)
     EXPECT_TRUE(arrowIsBlue());
 }
 
-TEST_F(Color, DepthIsAskedAtEveryDrawing)
+TEST_F(Color, DepthIsReadAtEveryDrawing)
 {
     restart(1, 0x0755);
     settings.useColor = 1;
     EXPECT_EQ(frames(true).size(), 1u);
-    machine.setScreens({{{0, 0, 480, 640}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}});
     EXPECT_EQ(frames(true).size(), 2u);
     EXPECT_TRUE(arrowIsBlue());
     EXPECT_EQ(environment.pixDepth, 8);
@@ -151,7 +151,7 @@ TEST_F(Color, OnlyEnabledPushButtonsGetATable)
     DisposeKTColor();
 }
 
-TEST_F(Color, NothingIsAttachedOnABlackAndWhiteScreen)
+TEST_F(Color, NothingIsAttachedOnABlackAndWhiteDisplay)
 {
     restart(1, 0x0755);
     GetKTColor();
@@ -160,7 +160,7 @@ TEST_F(Color, NothingIsAttachedOnABlackAndWhiteScreen)
     DisposeKTColor();
 }
 
-TEST_F(Color, TablesNotLoadedArePassedOver)
+TEST_F(Color, TablesNotLoadedAreSkipped)
 {
     ColorTheDialog(true, gCustomDialog);
     EXPECT_EQ((*button(gCustomDialog, 1))->colorTable, nullptr);

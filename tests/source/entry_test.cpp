@@ -12,7 +12,7 @@ namespace {
 
 class Entry : public PluginTest {
 protected:
-    // Fails the nth allocation from now on; tells whether any is made.
+    // Fails every allocation from now on; whether any was attempted.
     bool allocates(int selector)
     {
         toolbox::faults::clear();
@@ -81,9 +81,9 @@ TEST_F(Entry, MissingNamesRegisterNothing)
     EXPECT_EQ(call(kSelectStartUp), 1);
 }
 
-TEST_F(Entry, ReportWhileRegisteringDoesNotLookAtOldSettings)
+TEST_F(Entry, ReportWhileRegisteringDoesNotReadOldSettings)
 {
-    // A call with settings first, so that there is something stale to look at.
+    // A call with settings first, so that there is something stale to read.
     call(kSelectCommand, 2);
     removeResource('STR#', 16500);
     dismiss();
@@ -113,7 +113,7 @@ TEST_F(Entry, UnknownCommandsRewriteTheSettingsAndShowNothing)
 TEST_F(Entry, ImportedSpotTextSurvivesTheSettingsDialog)
 {
     call(kSelectCommand, 2);
-    // The stored record lies in the fork as it stands: an import, and its name.
+    // The record is stored in the fork byte for byte; the flag of an import is set.
     fs::path fork = preferencesFile().parent_path() / ("._" + preferencesFile().filename().string());
     std::string file = contentsOf(fork);
     size_t record = file.find(static_cast<char>(7 + kPluginVersion.size()) + ("Riders " + kPluginVersion));
@@ -172,8 +172,8 @@ TEST_F(Entry, GlobalsPointToNothingAfterACall)
     }
 }
 
-// Whichever allocation fails, once or from then on: the call comes back with
-// nothing left behind (call() looks), or the process ends.
+// Whichever allocation fails, once or from then on: the call returns and nothing
+// stays allocated (call() checks), or the process ends.
 TEST_F(Entry, AnyAllocationMayFail)
 {
     for (bool onward : {false, true}) {
@@ -181,7 +181,7 @@ TEST_F(Entry, AnyAllocationMayFail)
             restartPlugin();
             user.forgetRest();
             for (int i = 0; i < 4; ++i)
-                user.press(1);   // on whatever is reported
+                user.press(1);   // on any report
             toolbox::faults::failAllocation(nth, onward);
             call(kSelectCommand, 2);
             bool met = toolbox::faults::met();

@@ -8,7 +8,7 @@ namespace {
 
 class Environment : public PluginTest {
 protected:
-    // Measured again in a session as configured now.
+    // Measures again, in a session as configured now.
     void measure()
     {
         restartPlugin();
@@ -41,7 +41,7 @@ TEST_F(Environment, ColourQuickDrawBeginsAt0x100)
     EXPECT_EQ(environment.hasColorQD, 1);
 }
 
-TEST_F(Environment, ScreenIsMovedInEverywhereButAtTheTop)
+TEST_F(Environment, ScreenRectIsMovedInEverywhereButAtTheTop)
 {
     measure();
     EXPECT_EQ(sides(environment.screenRect), (std::vector<int>{0, 4, 476, 636}));
@@ -50,15 +50,15 @@ TEST_F(Environment, ScreenIsMovedInEverywhereButAtTheTop)
     EXPECT_EQ(sides(environment.screenRect), (std::vector<int>{0, 4, 476, 636}));
 }
 
-TEST_F(Environment, ScreenIsTheMainOneOfSeveral)
+TEST_F(Environment, ScreenRectIsTheMainDisplaysOfSeveral)
 {
-    machine.setScreens({{{0, 0, 768, 1024}, 8}, {{0, 1024, 480, 1664}, 32}});
+    machine.setDisplays({{{0, 0, 768, 1024}, 8}, {{0, 1024, 480, 1664}, 32}});
     measure();
     EXPECT_EQ(sides(environment.screenRect), (std::vector<int>{0, 4, 764, 1020}));
     EXPECT_EQ(environment.pixDepth, 8);
 }
 
-TEST_F(Environment, SystemVersionIsAsGestaltAnswers)
+TEST_F(Environment, SystemVersionIsGestalts)
 {
     configuration.systemVersion = 0x0608;
     measure();
@@ -69,7 +69,7 @@ TEST_F(Environment, SystemVersionIsAsGestaltAnswers)
 TEST_F(Environment, DepthIsOneWithoutColourQuickDraw)
 {
     for (int depth : {1, 2, 4, 8, 32}) {
-        machine.setScreens({{{0, 0, 480, 640}, depth}});
+        machine.setDisplays({{{0, 0, 480, 640}, depth}});
         configuration.quickDrawVersion = 0x0230;
         measure();
         EXPECT_EQ(environment.pixDepth, depth);
@@ -79,10 +79,10 @@ TEST_F(Environment, DepthIsOneWithoutColourQuickDraw)
     }
 }
 
-TEST_F(Environment, DepthFollowsTheScreenWhenAskedAgain)
+TEST_F(Environment, DepthFollowsTheDisplayWhenReadAgain)
 {
     measure();
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     EXPECT_EQ(GetCurPixDepth(), 1);
     EXPECT_EQ(environment.pixDepth, 1);
 }

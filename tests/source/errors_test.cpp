@@ -48,7 +48,7 @@ TEST_F(Errors, ContextMovesUpWithoutANumber)
     EXPECT_FALSE(traced("ID ="));
 }
 
-TEST_F(Errors, DialogOpensAThirdDownTheMainScreen)
+TEST_F(Errors, DialogOpensAThirdDownTheMainDisplay)
 {
     dismiss();
     report(16129, 16159, 0, "");
@@ -65,7 +65,7 @@ TEST_F(Errors, FatalReportEndsTheProcessOnceDismissed)
     EXPECT_TRUE(traced("dialog 16129 hidden"));
 }
 
-TEST_F(Errors, SecondButtonAnswersFalse)
+TEST_F(Errors, SecondButtonReturnsFalse)
 {
     user.in(16132);
     user.press(5);
@@ -212,7 +212,7 @@ TEST_F(Errors, FatalAlertEndsTheProcess)
     EXPECT_TRUE(ended);
 }
 
-TEST_F(Errors, AlertShowsFourTextsAndAnswersTheItem)
+TEST_F(Errors, AlertShowsFourTextsAndReturnsTheItem)
 {
     dismiss(16128);
     EXPECT_EQ(DoAlert(kCautionAlert, P("a"), P("b"), P("c"), P("d")), 1);
@@ -256,7 +256,7 @@ TEST_F(Errors, ReadErrorsHaveTheirMessagesAndAreNoWriteErrors)
     }
 }
 
-TEST_F(Errors, PortIsBackAfterwards)
+TEST_F(Errors, PortIsRestoredAfterwards)
 {
     DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
     SetPort(other);
@@ -268,9 +268,9 @@ TEST_F(Errors, PortIsBackAfterwards)
     DisposDialog(other);
 }
 
-TEST_F(Errors, DialogIsPlacedOnTheScreenOfTheSettingsDialog)
+TEST_F(Errors, DialogIsPlacedOnTheDisplayOfTheSettingsDialog)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
     restartPlugin();
     makeRecords();
     gCustomDialog = GetNewDialog(16300, nullptr, reinterpret_cast<WindowPtr>(-1));
@@ -302,7 +302,7 @@ Handle buttonColors(DialogPtr dialog)
     return (*reinterpret_cast<ControlHandle>(item))->colorTable;
 }
 
-TEST_F(Errors, DialogIsColouredOnlyWhenTheSettingsWantIt)
+TEST_F(Errors, DialogIsColouredOnlyWhenTheSettingsAskForIt)
 {
     GetKTColor();
     for (bool wanted : {false, true}) {

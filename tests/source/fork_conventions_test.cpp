@@ -1,4 +1,4 @@
-// What the code takes for granted of the texts, menus and dialogs in the fork.
+// What the code takes for granted about the texts, menus and dialogs in the fork.
 #include "source/open_settings.h"
 
 #include <sstream>
@@ -22,13 +22,13 @@ protected:
             GetItem(menu, item, text);
             texts.push_back(plain(text));
         }
-        // The six of the dialog are in use.
+        // The dialog is using its six.
         if (!GetMHandle(menuID))
             ReleaseResource(menu);
         return texts;
     }
 
-    // Lines that the text takes in a width, broken at words.
+    // How many lines the text takes in that width, broken at words.
     int lines(const std::string &text, int width)
     {
         int count = 0;
@@ -100,7 +100,7 @@ TEST_F(Fork, LastItemAsksForMore)
     EXPECT_EQ(items(kErrorMenu).size(), 2u);
 }
 
-// Saved settings hold item numbers, and are put back when the version is another.
+// Saved settings hold item numbers, and are replaced if the version is another.
 TEST_F(Fork, MenusHaveTheItemsThatSavedSettingsOfThisVersionKnow)
 {
     const std::string version = "Riders 1.0";
@@ -115,7 +115,7 @@ TEST_F(Fork, MenusHaveTheItemsThatSavedSettingsOfThisVersionKnow)
             << "back, and enter version and count in this test.";
 }
 
-TEST_F(Fork, ValuesHaveExactlyTheirUnitBehindThem)
+TEST_F(Fork, ValuesEndInExactlyTheirUnit)
 {
     const std::pair<int16_t, std::string> units[] = {{kFreqMenu, " lpi"}, {kAngleMenu, "\xA1"}, {kFlatMenu, ""}};
     for (const auto &[id, unit] : units) {
@@ -165,7 +165,7 @@ TEST_F(Fork, SizePopupIsTooNarrowToPadItsFirstItem)
         EXPECT_LE(size.size(), 4u);
 }
 
-TEST_F(Fork, VersionFitsBehindItsPrefix)
+TEST_F(Fork, VersionFitsAfterItsPrefix)
 {
     EXPECT_EQ(plain(environment.versionStr), "Riders " + kPluginVersion);
 }

@@ -1,5 +1,5 @@
-// A riders file made from the settings dialog's popups, into a folder of its
-// own, and what was said and left there.
+// Makes a riders file from the settings dialog's popups in a folder of its own, and
+// finds out what was reported and which files there are.
 #pragma once
 
 #include "source/open_settings.h"
@@ -13,15 +13,15 @@ protected:
 
     // Makes file(), dismissing that many reports.
     int16_t make(int expectedReports = 0);
-    // Something in all six popups.
+    // Chooses something in all six popups.
     void chooseEverything();
-    // What the file must then hold, put together from the pieces' sources. The
-    // frequency is 35, the angle 45, the flatness 1 wherever one is chosen.
+    // What the file must then hold, composed of the pieces' sources. The frequency is
+    // 35, the angle 45, the flatness 1 if one is chosen.
     std::string expected() const;
 
     std::filesystem::path out() const { return folder / "out"; }
     std::filesystem::path file() const { return out() / "made"; }
-    // A file() from before, of another creator.
+    // Writes an earlier file(), of another creator.
     void writeOld();
     // The names in out(), companions aside.
     std::vector<std::string> files() const;

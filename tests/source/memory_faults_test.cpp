@@ -1,6 +1,6 @@
-// Whole sessions in which memory runs out: each allocation failing in turn,
-// and heaps that are too small. Nothing crashes, nothing is left behind, and
-// the file that is replaced is the old one or the new one.
+// Whole sessions in which memory runs out: each allocation fails in turn, or the
+// heap is too small. Nothing crashes, nothing stays allocated, and the file that is
+// replaced is the old one or the new one.
 #include "support/plugin_test.h"
 
 #include "support/riders_pieces.h"
@@ -20,16 +20,16 @@ protected:
         configuration.startFolder = folder / "out";
         PluginTest::SetUp();
         writeFile(made(), kOld);
-        user.onSurprise([this](int dialogID) { return answer(dialogID); });
+        user.onSurprise([this](int dialogID) { return respond(dialogID); });
         run(kCommandSettings);   // so that there are settings, with an import
         fs::copy(configuration.preferencesFolder, folder / "kept", fs::copy_options::recursive);
         ASSERT_NE(contentsOf(made()), kOld);
     }
 
-    // The name that the save dialog comes up with.
+    // The name that the save dialog proposes.
     fs::path made() const { return folder / "out" / "Riders"; }
 
-    // As it is before each session.
+    // Restores everything to what it is before each session.
     void putBack()
     {
         if (fs::exists(folder / "kept")) {
@@ -51,8 +51,8 @@ protected:
         user.forgetRest();
     }
 
-    // Somebody who goes through everything there is, and answers what comes.
-    bool answer(int dialogID)
+    // A user who tries everything in turn, and responds to each dialog that comes up.
+    bool respond(int dialogID)
     {
         if (++turns_ > 100)
             return false;
@@ -91,16 +91,16 @@ protected:
         user.key(values_++ == 0 ? "return" : "escape");
     }
 
-    // Where settings or import could not be read, another one than usual.
+    // The new one differs from the usual if settings or import could not be read.
     void expectOldOrWhole()
     {
         std::string now = contentsOf(made());
-        std::string trailer = pieceBytes(16600);
-        bool whole = now.starts_with(pieceBytes(16499)) && now.ends_with(trailer);
+        std::string setup = pieceBytes(16600);
+        bool whole = now.starts_with(pieceBytes(16499)) && now.ends_with(setup);
         EXPECT_TRUE(now == kOld || whole) << now.size() << " bytes";
     }
 
-    // With each allocation failing in turn.
+    // Runs the command with each allocation failing in turn.
     void failEach(int command, bool onward, int step = 1)
     {
         for (int nth = 1; nth < 20000; nth += step) {
@@ -118,7 +118,7 @@ protected:
         FAIL() << "there is no end to it";
     }
 
-    // Good for removing and for importing, too.
+    // Can be removed and imported too.
     static constexpr const char *kOld = "%!Zu3_Riders %!KT1_Spot\r{ pop }";
 
 private:

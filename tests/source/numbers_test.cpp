@@ -1,4 +1,4 @@
-// The headers of numbers and the resource sources say the same.
+// The headers of numbers agree with the resource sources.
 #include "source/resource_names.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Files that change, vanish or close themselves off while somebody chooses
-// them, for the import and for removal; and very large ones.
+// Files that change, vanish or lose their permissions while a user chooses them, for
+// import and for removal; and very large ones.
 #include <unistd.h>
 
 #include <cstring>
@@ -19,7 +19,7 @@ namespace
 const std::string kHeader = "%!KT1_Spot\r";
 const std::string kRiders = "%!Zu3_Riders\r\n% the rest";
 
-// Whoever runs the tests may be allowed everything; this is somebody who is not.
+// Takes away root's privileges, with which the tests may be running.
 class Nobody
 {
 public:
@@ -41,7 +41,7 @@ private:
 class OddFiles : public OpenSettings
 {
 protected:
-    // Does something to the files when the trace comes to the line.
+    // Does something to the files when the line is traced.
     void when(const std::string &line, const std::function<void()> &happens)
     {
         toolbox::trace::setSink([=, kept = toolbox::trace::into(trace)](const std::string &traced) {
@@ -100,7 +100,7 @@ TEST_F(OddFiles, HundredMegabytesAreImportedByteForByte)
     EXPECT_EQ(tracedTimes("file read \"Large\""), 2) << "the header and the body are one read each";
 }
 
-TEST_F(OddFiles, FileThatShrinksWhileBeingReadIsSaid)
+TEST_F(OddFiles, FileThatShrinksWhileBeingReadIsReported)
 {
     importSpot("{ earlier }", "Earlier");
     writeFile(folder / "Melting", kHeader + std::string(5000, ' '));
@@ -111,7 +111,7 @@ TEST_F(OddFiles, FileThatShrinksWhileBeingReadIsSaid)
     EXPECT_EQ(settings.spotImported, 1);
 }
 
-TEST_F(OddFiles, FileThatVanishesBeforeItIsOpenedIsSaid)
+TEST_F(OddFiles, FileThatVanishesBeforeItIsOpenedIsReported)
 {
     writeFile(folder / "Fleeting", kHeader + "{ }");
     when("dialog 16401 closed", [this] { fs::remove(folder / "Fleeting"); });
@@ -119,7 +119,7 @@ TEST_F(OddFiles, FileThatVanishesBeforeItIsOpenedIsSaid)
     EXPECT_TRUE(said(16149, fnfErr, " (fsopen)"));
 }
 
-TEST_F(OddFiles, FileThatBecomesAFolderIsSaid)
+TEST_F(OddFiles, FileThatBecomesAFolderIsReported)
 {
     writeFile(folder / "Turning", kHeader + "{ }");
     when("dialog 16401 closed", [this] {
@@ -131,7 +131,7 @@ TEST_F(OddFiles, FileThatBecomesAFolderIsSaid)
     EXPECT_EQ(settings.spotImported, 0);
 }
 
-TEST_F(OddFiles, FileThatNobodyMayReadIsSaid)
+TEST_F(OddFiles, FileWithoutReadPermissionIsReported)
 {
     writeFile(folder / "Secret", kHeader + "{ }");
     fs::permissions(folder.path(), fs::perms::all);
@@ -155,7 +155,7 @@ TEST_F(OddFiles, ReadOnlyRidersFileStays)
     EXPECT_EQ(contentsOf(folder / "Film"), kRiders);
 }
 
-TEST_F(OddFiles, RidersFileThatAnotherProgramDeletedIsSaid)
+TEST_F(OddFiles, RidersFileThatAnotherProgramDeletedIsReported)
 {
     writeFile(folder / "Film", kRiders);
     when("dialog 16400 closed", [this] { fs::remove(folder / "Film"); });
@@ -163,7 +163,7 @@ TEST_F(OddFiles, RidersFileThatAnotherProgramDeletedIsSaid)
     EXPECT_TRUE(said(16149, fnfErr, " (fsopen)"));
 }
 
-TEST_F(OddFiles, RidersFileThatGoesAfterItWasReadIsSaid)
+TEST_F(OddFiles, RidersFileThatVanishesAfterItWasReadIsReported)
 {
     writeFile(folder / "Film", kRiders);
     when("file close \"Film\" -> 0", [this] { fs::remove(folder / "Film"); });

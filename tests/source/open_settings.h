@@ -1,5 +1,5 @@
-// The settings dialog made but not run: its popups are there, and whatever
-// needs them can be called.
+// The settings dialog created but not run: its popups exist, so whatever needs them
+// can be called.
 #pragma once
 
 #include "support/plugin_test.h"
@@ -8,18 +8,18 @@ class OpenSettings : public PluginTest {
 protected:
     void SetUp() override;
     void TearDown() override;
-    // Once more, with the configuration as it is now.
+    // Opens it again, in a session as configured now.
     void reopen();
     void open();
-    // Closes it as the dialog itself does, and expects nothing to be left.
+    // Closes it as the dialog itself does, and expects that nothing stays allocated.
     void close();
 
-    // A choice in one of the six popups, in settings and popup alike.
+    // Chooses an item of one of the six popups, in the settings and in the popup.
     void choose(BigInt16 PrefsRec::*setting, int16_t item);
     void chooseLast(BigInt16 PrefsRec::*setting);
-    // All six on their first item.
+    // Sets all six to their first item.
     void chooseNothing();
-    // A spot function as if imported.
+    // Sets up a spot function as if it had been imported.
     void importSpot(const std::string &body, const std::string &name = "Mine");
 
 private:

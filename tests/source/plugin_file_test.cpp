@@ -1,4 +1,4 @@
-// The shared object itself: what it offers and what it needs.
+// The shared object: what it exports and what it needs.
 #include <gtest/gtest.h>
 
 #include <elf.h>
@@ -47,7 +47,7 @@ protected:
     std::string bytes;
 };
 
-TEST_F(PluginFile, OffersMainEntryAndNothingElse)
+TEST_F(PluginFile, ExportsMainEntryAndNothingElse)
 {
     Elf64_Shdr symbols = sectionOfType(SHT_DYNSYM);
     std::vector<std::string> offered;
@@ -70,7 +70,7 @@ TEST_F(PluginFile, NeedsNothingBeyondTheRuntime)
         ++needed;
         std::string library = name(dynamic, entry.d_un.d_val);
         library.resize(library.find(".so"));
-        // The last two only where the build looks for mistakes.
+        // The last two only in a build with sanitizers.
         const std::vector<std::string> runtime = {"libstdc++", "libm", "libgcc_s", "libc", "libasan", "libubsan"};
         EXPECT_NE(std::find(runtime.begin(), runtime.end(), library), runtime.end()) << library;
     }

@@ -20,7 +20,7 @@ protected:
         OpenSettings::TearDown();
     }
 
-    // A popup of a menu of the plug-in's that no dialog has open.
+    // Makes a popup of one of the plug-in's menus that no dialog has in use.
     PopupInfo &make(const Rect &box, const std::string &title = "", int16_t menuID = kAnnoFontMenu, int16_t item = 1)
     {
         popup_ = NewHandleClear(sizeof(PopupInfo));
@@ -274,7 +274,7 @@ TEST_F(Popup, ErasingTakesTheShadowToo)
     EXPECT_EQ(lines[0].substr(0, 22), "eraseRect 30,20,231,41");
 }
 
-TEST_F(Popup, DisposingErasesOnlyWhenTold)
+TEST_F(Popup, DisposingErasesOnlyOnRequest)
 {
     for (bool erase : {false, true}) {
         make(kBox);

@@ -11,7 +11,7 @@ using toolbox::FileCall;
 
 namespace {
 
-// --- The file as others read it: bytes, by the documented formats -----------
+// --- The file as other programs read it: bytes in the documented formats -----
 
 uint32_t number(const std::string &bytes, size_t at, size_t size)
 {
@@ -79,7 +79,7 @@ protected:
         std::memcpy(&record, bytes.data(), std::min(bytes.size(), sizeof record));
         return record;
     }
-    // Puts a file with these bytes as its record and its spot text in place.
+    // Creates a file with these bytes as its record and its spot text.
     void store(const std::string &record, const std::string &spotText = "", ResType type = 'STUF', int16_t id = 128)
     {
         fs::create_directories(configuration.preferencesFolder);
@@ -219,10 +219,10 @@ TEST_F(Preferences, MissingRecordIsReportedOnce)
     EXPECT_EQ(contentsOf(preferencesFile()), "");
 }
 
-TEST_F(Preferences, RecordIsLookedForInThePreferencesFileAlone)
+TEST_F(Preferences, RecordIsReadFromThePreferencesFileOnly)
 {
     store("other", "", 'ABCD', 128);
-    // The plug-in's own fork has one of the type and number.
+    // The plug-in's own fork has one of that type and number.
     addResource('STUF', 128, std::string(444, '\0'));
     dismiss(16131);
     call(kSelectCommand, nothing);
@@ -252,7 +252,7 @@ TEST_F(Preferences, DamagedForkGivesDefaultsSilently)
     }
 }
 
-TEST_F(Preferences, OtherVersionsRecordGivesDefaultsSilently)
+TEST_F(Preferences, RecordOfAnotherVersionGivesDefaultsSilently)
 {
     PrefsRec record = imported();
     toolbox::setPascal(record.prefsVersion, "Riders 0.9");
@@ -355,8 +355,7 @@ TEST_F(Preferences, SpotTextThatLeavesNoReserveIsNotLoaded)
 TEST_F(Preferences, NoRoomForTheSpotTextIsReported)
 {
     store(imported(), "{ add }");
-    // Counted in a run that has room for everything: the allocation that fails
-    // in the loading is found by trying them in turn.
+    // Allocations are made to fail in turn until it is the one for the text.
     bool seen = false;
     for (int nth = 1; nth < 400 && !seen; ++nth) {
         restartPlugin();
@@ -413,7 +412,7 @@ TEST_F(Preferences, FailureToOpenForTheSpotTextKeepsTheFlag)
     EXPECT_EQ(stored().spotImported, 0);
 }
 
-TEST_F(Preferences, FileThatCannotBeMadeIsNoWord)
+TEST_F(Preferences, FileThatCannotBeCreatedIsNotReported)
 {
     store(imported(), "{ add }");
     toolbox::faults::failFileCall(FileCall::create, 1, wPrErr);
@@ -422,7 +421,7 @@ TEST_F(Preferences, FileThatCannotBeMadeIsNoWord)
     EXPECT_FALSE(fs::exists(preferencesFile())) << "the old file is deleted first";
 }
 
-TEST_F(Preferences, UnreachableFolderIsNoWordAndTouchesNothing)
+TEST_F(Preferences, UnreachableFolderIsNotReportedAndNothingChanges)
 {
     store(imported(), "{ add }");
     toolbox::faults::failFileCall(FileCall::findFolder, 1, dirNFErr, true);
@@ -439,7 +438,7 @@ TEST_F(Preferences, ForkThatCannotBeOpenedLeavesNoRecord)
     EXPECT_TRUE(toolbox::faults::met());
     EXPECT_TRUE(silent());
     EXPECT_EQ(contentsOf(preferencesFile()), "{ add }") << "the spot text was written before";
-    // A fork without the record: the next call says so and starts afresh.
+    // A fork without the record: the next call reports it and starts with defaults.
     dismiss(16131);
     call(kSelectCommand, nothing);
     expectReport(16130, 50, " (GetPrefs)");
@@ -463,8 +462,8 @@ TEST_F(Preferences, FileIsAlwaysBuiltAnew)
     EXPECT_EQ(resources[0].type, "STUF");
 }
 
-// Every file call of a load and a save fails once, with every error: nothing
-// is left behind (call() looks), the process goes on, and the next call works.
+// Every file call of a load and a save fails once, with several errors: nothing stays
+// allocated (call() checks), the process goes on, and the next call works.
 TEST_F(Preferences, AnyFileCallMayFail)
 {
     for (OSErr error : {OSErr(dskFulErr), OSErr(ioErr), OSErr(fnfErr)}) {

@@ -19,7 +19,7 @@ protected:
     }
     fs::path riders() const { return folder / "My riders"; }
     void put(const std::string &bytes) { writeFile(riders(), bytes); }
-    // The user picks the file; what the command answers.
+    // The user chooses the file; the command's result.
     int16_t remove()
     {
         user.answerOpen(riders());
@@ -188,7 +188,7 @@ TEST_F(Removal, NoRoomForTheCheckIsReported)
         user.answerOpen(riders());
         user.press(1);   // on the report
         toolbox::faults::failAllocation(nth);
-        // Where the file dialog has no room the steps go astray.
+        // If the file dialog has no memory, the user's steps do not fit what is shown.
         try {
             RemoveRiders();
         } catch (const toolbox::ProcessEnded &) {

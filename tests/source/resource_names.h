@@ -14,11 +14,11 @@ struct NamedNumber {
 
 // What source/resourceNumbers.h and source/dotShapes.h name.
 std::vector<NamedNumber> namedResources();
-// What the sources of the plug-in's own fork define, apart from what only other
+// What the sources of the plug-in's own fork define, except for what only other
 // resources refer to: dialog items, pictures, the version.
 std::vector<NamedNumber> definedResources();
-// What source/reasons.h and source/dotShapes.h name, without the names that stand
-// for other names.
+// What source/reasons.h and source/dotShapes.h name, without the names that are
+// defined as other names.
 std::vector<NamedNumber> namedReasons();
 
 // For each number that stands twice, a sentence saying where, and which is free.

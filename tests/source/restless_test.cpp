@@ -1,6 +1,6 @@
-// A restless user over both commands and everything below them: no crash,
-// nothing left behind, settings that pass their own check, cancels that put
-// back what they are to put back. `./restless` walks further.
+// A restless user of both commands and all that they open: no crash, nothing that
+// stays allocated, settings that pass their own check, and Cancel restores what it
+// should. `./restless` walks further.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,11 +26,11 @@ namespace {
 struct Way {
     unsigned seed;
     int events;
-    int forbiddenDialog = 0;  // a walk fails that meets it; to try the shrinking
+    int forbiddenDialog = 0;  // a walk that meets it fails; for testing the shrinking
 
     char decimal() const { return seed % 3 == 1 ? ',' : '.'; }
     std::string systemVersion() const { return seed % 4 == 1 ? "0x0607" : "0x0755"; }
-    // A disk that fails may lose settings, so what is kept is compared on the
+    // A disk that fails may lose settings, so what is kept is compared only on the
     // other half of the walks.
     bool faults() const { return seed % 2 == 0; }
     bool color() const { return seed % 5 != 2; }
@@ -52,8 +52,8 @@ std::uint32_t bigEndian(const std::string &bytes, std::size_t at)
     return value;
 }
 
-// The settings as they lie in the file, read past the plug-in: the first
-// resource of the fork in the companion.
+// The settings in the file, read without the plug-in: the first resource of the fork
+// in the companion.
 std::optional<PrefsRec> storedRecord(const fs::path &file)
 {
     const std::string bytes = contentsOf(file.parent_path() / ("._" + file.filename().string()));
@@ -75,8 +75,8 @@ std::optional<PrefsRec> storedRecord(const fs::path &file)
 
 class Restless : public PluginTest {
 protected:
-    // Walks in a process of its own; what it said and the lines it went by are
-    // left in the walk's folder. True when nothing was found.
+    // Walks in a process of its own; its output and the lines it carried out are kept
+    // in the walk's folder. True if nothing was found.
     bool goes(const Way &way, const restless::Source &source)
     {
         prepareFolder();
@@ -101,7 +101,7 @@ protected:
         return all;
     }
 
-    // Keeps the shortest script that still fails, with the files it stands on.
+    // Keeps the shortest script that still fails, with the files it needs.
     std::string kept(const Way &way)
     {
         const std::string said = contentsOf(folder / "said");
@@ -132,7 +132,7 @@ private:
         fs::copy(files(), folder / "walk", fs::copy_options::recursive);
     }
 
-    // Never comes back: the rest of the tests is the parent's.
+    // Never returns: the parent runs the rest of the tests.
     [[noreturn]] void inChild(const Way &way, const restless::Source &source)
     {
         try {
@@ -219,7 +219,7 @@ private:
             EXPECT_EQ(entry.path().filename().string().find("KTTemp"), std::string::npos) << entry.path();
     }
 
-    // The settings' own check has nothing to say.
+    // The settings pass their own check.
     void expectValid(const PrefsRec &record, const char *where)
     {
         makeRecords();
@@ -246,7 +246,7 @@ private:
         EXPECT_EQ(contentsOf(preferencesFile()), openedSpot_);
     }
 
-    // Somebody is waited for.
+    // A dialog waits for the user.
     bool goOn(int dialogID)
     {
         if (HasFailure() || way_.forbiddenDialog == dialogID) {
@@ -282,7 +282,7 @@ private:
 
     void queue(const std::string &line) { riders::play::queueStep(riders::play::splitScript(line).front(), stage_); }
 
-    // Steps of a script act on the user alone, but for those between calls.
+    // The steps of a script need only the user, except those between calls.
     alignas(riders::plugin::Plugin) unsigned char noPlugin_[sizeof(riders::plugin::Plugin)];
     riders::play::Stage stage_{user, *reinterpret_cast<riders::plugin::Plugin *>(noPlugin_), {}, machine};
     Way way_{};
@@ -308,7 +308,7 @@ TEST_F(Restless, UserFindsNothing)
     unsigned events = numberFrom("RIDERS_RESTLESS_EVENTS", 4000);
     unsigned seed = numberFrom("RIDERS_RESTLESS_SEED", 20261120);
     std::printf("%u events from seed %u\n", events, seed);
-    // Told at the end only: a walk knows by failures whether it has failed.
+    // Reported only at the end: a walk checks for failures to see whether it has failed.
     std::vector<std::string> found;
     for (unsigned walk = 0; walk * kEventsOfAWalk < events && found.size() < 3; ++walk) {
         Way way{seed + walk, kEventsOfAWalk};
@@ -330,7 +330,7 @@ TEST_F(Restless, FailingWalkIsShrunkToAScriptThatCanBePlayed)
     restless::Lines shortest = lines();
     EXPECT_LT(shortest.size(), before);
     EXPECT_EQ(shortest.size(), 2u) << "choosing the command and the menu item";
-    // Played to where it was noticed, with the dialog up.
+    // Played up to where it was noticed, with the dialog open.
     fs::path place = fs::path(RIDERS_BINARY_DIR) / "restless" / std::to_string(way.seed);
     CommandResult result = runRiders({"play", "walk.play", "--preferences", folder / "played"}, {}, place);
     EXPECT_NE(result.err.find("16302"), std::string::npos) << result.err << contentsOf(place / "walk.play");

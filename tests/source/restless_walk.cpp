@@ -28,7 +28,7 @@ bool isFileDialog(int dialogID)
     return dialogID == kSave || dialogID == kRemove || dialogID == kImport;
 }
 
-// Nobody goes where other people's files are.
+// The user must not leave the walk's folder, outside of which files are not the test's.
 bool isElsewhere()
 {
     auto state = sf::state();
@@ -57,7 +57,7 @@ bool canPress(int item)
     }
 }
 
-// The popup at the item of the dialog, nil where there is none.
+// The popup at the item of the dialog, nil if there is none.
 Handle popupAt(int dialogID, int item)
 {
     const Handle settings[] = {gFreqPopInfo, gAnglePopInfo, gSpotPopInfo,

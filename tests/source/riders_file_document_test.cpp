@@ -1,5 +1,5 @@
-// docs/riders-file.md says what the code does: each table of it is compared
-// with the settings record, with a file that was made, and with the markers.
+// docs/riders-file.md describes what the code does: its tables are compared with the
+// settings record, with a file that was made, and with the markers.
 #include "source/making.h"
 #include "support/documents.h"
 #include "support/riders_pieces.h"
@@ -49,7 +49,7 @@ protected:
         return byName;
     }
 
-    // Whether what is chosen now fulfils a condition of the table of pieces.
+    // Whether what is chosen now meets a condition in the table of pieces.
     bool written(const std::string &condition) const
     {
         const bool shape = settings.spotItem != 1, frequency = settings.freqItem != 1,
@@ -65,7 +65,7 @@ protected:
             {"with the error handler", settings.errorItem == 2},
         };
         auto found = conditions.find(condition);
-        EXPECT_NE(found, conditions.end()) << "nobody knows what \"" << condition << "\" is";
+        EXPECT_NE(found, conditions.end()) << "the test does not know the condition \"" << condition << "\"";
         return found != conditions.end() && found->second;
     }
 
@@ -84,7 +84,7 @@ protected:
         return found == values.end() ? "" : found->second;
     }
 
-    // The file that the table promises for what is chosen now.
+    // The file that the table describes for what is chosen now.
     std::string promised()
     {
         std::string bytes;
@@ -134,7 +134,7 @@ TEST_F(RidersFileDocument, ItemsGoAsFarAsTheirMenus)
         ++seen;
     }
     EXPECT_EQ(seen, 7);
-    ReleaseResource(GetMenu(kAnnoFontMenu));  // the one that no popup of the dialog holds
+    ReleaseResource(GetMenu(kAnnoFontMenu));  // the one that no popup of the dialog has in use
 }
 
 TEST_F(RidersFileDocument, NumbersAreAcceptedFromOneEndOfTheirRangeToTheOther)
@@ -198,7 +198,7 @@ TEST_F(RidersFileDocument, EachBuiltInDotShapeIsTheFileNamedBesideIt)
     MenuHandle menu = GetMenu(16138);
     ASSERT_NE(menu, nullptr);
     std::vector<TableRow> rows = table("Item");
-    // The rest are the printer's own, two dividers and the import.
+    // The others are the printer's own, two dividers and the import.
     EXPECT_EQ(rows.size() + 4, static_cast<size_t>(CountMItems(menu)))
         << "each dot shape has a row in the second table of docs/riders-file.md";
     for (const TableRow &row : rows) {

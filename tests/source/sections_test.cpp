@@ -15,7 +15,7 @@ class Sections : public OpenSettings {
 protected:
     using Writer = OSErr (*)(int16_t);
 
-    // What the writer adds to an empty file.
+    // What the writer writes into an empty file.
     std::string written(Writer writer)
     {
         int16_t refNum = openFile();
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-TEST_F(Sections, BeginIsHeaderAndProlog)
+TEST_F(Sections, BeginIsHeaderAndBeginPiece)
 {
     EXPECT_EQ(written(WriteBegin), pieceBytes(16499) + pieceBytes(16500));
 }
@@ -90,7 +90,7 @@ TEST_F(Sections, FlatnessItemIsWrittenWhole)
     EXPECT_EQ(value(WriteFlat, 16560, 16561), "100");
 }
 
-TEST_F(Sections, LastItemWritesTheValueOfOnesOwn)
+TEST_F(Sections, LastItemWritesTheTypedValue)
 {
     setText(settings.freqStr, "53.5");
     setText(settings.angleStr, "17");
@@ -183,7 +183,7 @@ TEST_F(Sections, LastSpotItemWithoutAnImportWritesNothing)
     EXPECT_EQ(value(WriteSpot, 16506, 16507), "");
 }
 
-TEST_F(Sections, SpotGoesByTheSettingNotByThePopup)
+TEST_F(Sections, SpotUsesTheSettingNotThePopup)
 {
     choose(&PrefsRec::spotItem, 3);
     settings.spotItem = 4;
@@ -244,7 +244,7 @@ TEST_F(Sections, FontNameIsCutTo63)
               std::string::npos);
 }
 
-TEST_F(Sections, ScreenCheckErrorHandlerAndTrailerAreOnePieceEach)
+TEST_F(Sections, ScreenCheckErrorHandlerAndSetupAreOnePieceEach)
 {
     EXPECT_EQ(written(WriteScreenCheck), pieceBytes(16135));
     EXPECT_EQ(written(WriteError), pieceBytes(16520));
@@ -284,7 +284,7 @@ TEST_P(MissingPiece, IsFatalWithItsOwnNumber)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = " + std::to_string(missing.number), " (text resource)")));
 }
 
-// Some numbers serve two pieces.
+// Some numbers stand for two pieces.
 INSTANTIATE_TEST_SUITE_P(
     Each, MissingPiece,
     ::testing::Values(Missing{16499, WriteBegin, 11, 1}, Missing{16500, WriteBegin, 11, 1},

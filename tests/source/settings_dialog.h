@@ -1,5 +1,4 @@
-// The settings command, from the host's call to its return, with a person in
-// front.
+// The settings command, used by a person, from the host's call to its return.
 #pragma once
 
 #include "support/plugin_test.h"

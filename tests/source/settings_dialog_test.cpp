@@ -1,4 +1,4 @@
-// The settings dialog opens, is answered, and closes.
+// The settings dialog opens, is used, and closes.
 #include "source/settings_dialog.h"
 
 namespace settings_dialog {
@@ -200,7 +200,7 @@ TEST_F(SettingsDialog, OpensCentredWithoutASavedPosition)
     EXPECT_TRUE(traced("dialog 16300 shown at 124,"));
 }
 
-// Also where no screen is: the keys still answer it.
+// Even where there is no display: it can still be used by keys.
 TEST_F(SettingsDialog, OpensExactlyAtTheSavedPosition)
 {
     for (Point where : {Point{77, 40}, Point{300, 5000}, Point{-900, -10}}) {
@@ -234,7 +234,7 @@ TEST_F(SettingsDialog, WildSavedPositionsCanBeCancelled)
     }
 }
 
-// Nothing runs out of the field, and the annotation's text is not written over.
+// Nothing is written beyond the field, so the annotation's text stays.
 TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
 {
     std::string annotation;

@@ -1,4 +1,4 @@
-// Imported spot functions in the settings dialog: kept, replaced, brought back.
+// Imported spot functions in the settings dialog: kept, replaced, restored.
 #include "source/settings_dialog.h"
 
 namespace settings_dialog {
@@ -113,7 +113,7 @@ TEST_F(SettingsDialog, NewImportReplacesAnEarlierOne)
 
 TEST_F(SettingsDialog, SharedSpotBufferIsReleasedOnce)
 {
-    // Freed twice it would be reported as memWZErr, and the leak check counts.
+    // If it were freed twice memWZErr would be reported; the leak check finds the rest.
     store([](PrefsRec &) {}, "{ earlier }");
     user.choose(kSpot, "Round");
     make();

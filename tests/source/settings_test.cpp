@@ -25,7 +25,7 @@ protected:
         settings = kept;
         return bytes;
     }
-    // Whether the check replaces the record, as it is now, by the defaults.
+    // Whether the check replaces the current record by the defaults.
     bool resets()
     {
         std::string before = record(), fresh = defaults();
@@ -51,7 +51,7 @@ std::string pascalField(const std::string &text, size_t size)
     return field.replace(1, text.size(), text);
 }
 
-TEST_F(Settings, RecordLiesInMemoryAsItDoesInTheFile)
+TEST_F(Settings, RecordIsTheSameInMemoryAsInTheFile)
 {
     const int offsets[] = {offsetof(PrefsRec, prefsVersion), offsetof(PrefsRec, freqItem),
                            offsetof(PrefsRec, angleItem),    offsetof(PrefsRec, spotItem),
@@ -131,7 +131,7 @@ TEST_F(Settings, DefaultsAreValidWithEverySeparator)
     }
 }
 
-TEST_F(Settings, DefaultsKeepADialogPositionOnScreen)
+TEST_F(Settings, DefaultsKeepADialogPositionOnADisplay)
 {
     settings.customDlgPos = {200, 100};
     SetDefaults();
@@ -163,7 +163,7 @@ TEST_F(Settings, MissingDefaultTextIsFatal)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 90", " (STR# resource)")));
 }
 
-TEST_F(Settings, CleanupZeroesWhatLiesBehindEachText)
+TEST_F(Settings, CleanupZeroesWhatFollowsEachText)
 {
     std::memset(&settings, 0xEE, sizeof settings);
     settings.prefsVersion[0] = 5;
@@ -174,16 +174,16 @@ TEST_F(Settings, CleanupZeroesWhatLiesBehindEachText)
     settings.spotName[0] = 62;
     settings.annoText[0] = 255;
     CleanupPrefsStruct();
-    auto zerosBehind = [](const unsigned char *field, int capacity) {
+    auto zerosAfter = [](const unsigned char *field, int capacity) {
         return static_cast<int>(std::count(field + 1, field + capacity + 1, 0));
     };
-    EXPECT_EQ(zerosBehind(settings.prefsVersion, 31), 26);
-    EXPECT_EQ(zerosBehind(settings.freqStr, 15), 12);
-    EXPECT_EQ(zerosBehind(settings.angleStr, 15), 15);
-    EXPECT_EQ(zerosBehind(settings.flatStr, 15), 0);
-    EXPECT_EQ(zerosBehind(settings.annoSizeStr, 15), 14);
-    EXPECT_EQ(zerosBehind(settings.spotName, 63), 1);
-    EXPECT_EQ(zerosBehind(settings.annoText, 255), 0);
+    EXPECT_EQ(zerosAfter(settings.prefsVersion, 31), 26);
+    EXPECT_EQ(zerosAfter(settings.freqStr, 15), 12);
+    EXPECT_EQ(zerosAfter(settings.angleStr, 15), 15);
+    EXPECT_EQ(zerosAfter(settings.flatStr, 15), 0);
+    EXPECT_EQ(zerosAfter(settings.annoSizeStr, 15), 14);
+    EXPECT_EQ(zerosAfter(settings.spotName, 63), 1);
+    EXPECT_EQ(zerosAfter(settings.annoText, 255), 0);
     EXPECT_EQ(settings.freqStr[3], 0xEE) << "the text itself stays";
     EXPECT_EQ(settings.spareFlag1, 0xEE);
 }
@@ -319,7 +319,7 @@ TEST_F(Settings, AnnotationFontGoesFromOneTo13)
     EXPECT_TRUE(silent());
 }
 
-TEST_F(Settings, ValuesRunningOutOfTheirFieldsReset)
+TEST_F(Settings, ValuesLongerThanTheirFieldsReset)
 {
     for (unsigned char *field : {settings.freqStr, settings.angleStr, settings.flatStr, settings.annoSizeStr})
         for (unsigned char length : {16, 255}) {
@@ -329,7 +329,7 @@ TEST_F(Settings, ValuesRunningOutOfTheirFieldsReset)
     EXPECT_TRUE(silent());
 }
 
-TEST_F(Settings, PopupIsReportedBeforeAnyTextIsLookedAt)
+TEST_F(Settings, PopupIsReportedBeforeAnyTextIsChecked)
 {
     settings.freqStr[0] = 16;
     settings.errorItem = 99;
@@ -339,7 +339,7 @@ TEST_F(Settings, PopupIsReportedBeforeAnyTextIsLookedAt)
     EXPECT_TRUE(traced("ID = 36"));
 }
 
-// The dialog cuts it when it opens; the settings and the import are not lost.
+// The dialog cuts it on opening; neither settings nor import are lost.
 TEST_F(Settings, SpotNameLongerThanItsFieldStays)
 {
     settings.spotImported = 1;
@@ -391,16 +391,16 @@ TEST_F(DialogPosition, WildPositionsAreReplaced)
             EXPECT_FALSE(accepts(v, h)) << v << " " << h;
 }
 
-TEST_F(DialogPosition, SecondScreenIsOnScreenToo)
+TEST_F(DialogPosition, SecondDisplayCountsToo)
 {
     EXPECT_FALSE(accepts(100, 700));
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     restartPlugin();
     makeRecords();
     EXPECT_TRUE(accepts(100, 700));
 }
 
-TEST_F(DialogPosition, WithoutColourQuickDrawTheStripMustTouchTheScreenRectangle)
+TEST_F(DialogPosition, WithoutColourQuickDrawTheStripMustTouchTheScreenRect)
 {
     configuration.quickDrawVersion = 0;
     restartPlugin();

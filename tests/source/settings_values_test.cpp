@@ -1,10 +1,10 @@
-// Values of one's own and the annotation, from the settings dialog.
+// Typed values and the annotation, entered from the settings dialog.
 #include "source/settings_dialog.h"
 
 namespace settings_dialog {
 namespace {
 
-class OwnValue : public SettingsDialog {
+class TypedValue : public SettingsDialog {
 protected:
     void enter(int item, const std::string &text)
     {
@@ -17,7 +17,7 @@ protected:
     }
 };
 
-TEST_F(OwnValue, ThatAnItemHasSelectsTheItem)
+TEST_F(TypedValue, ThatAnItemHasSelectsTheItem)
 {
     enter(kFreq, "65");
     enter(kAngle, "82.5");
@@ -31,7 +31,7 @@ TEST_F(OwnValue, ThatAnItemHasSelectsTheItem)
     EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "65" + pieceBytes(16502)), std::string::npos);
 }
 
-TEST_F(OwnValue, ThatNoItemHasKeepsOtherAndIsWritten)
+TEST_F(TypedValue, ThatNoItemHasKeepsOtherAndIsWritten)
 {
     enter(kFreq, "47.5");
     make();
@@ -42,7 +42,7 @@ TEST_F(OwnValue, ThatNoItemHasKeepsOtherAndIsWritten)
     EXPECT_NE(contentsOf(made()).find(pieceBytes(16501) + "47.5" + pieceBytes(16502)), std::string::npos);
 }
 
-TEST_F(OwnValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
+TEST_F(TypedValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
 {
     user.choose(kFreq, "Other...");
     user.in(kFreqDialogID);
@@ -59,9 +59,9 @@ TEST_F(OwnValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
     run();
 }
 
-TEST_F(OwnValue, IsCutTo15WithItsUnitWhenLookedUp)
+TEST_F(TypedValue, IsCutTo15WithItsUnitWhenLookedUp)
 {
-    // Fourteen characters and the unit's first.
+    // Fourteen characters and the first of the unit.
     enter(kFreq, "000000000047.5");
     user.then([&] { EXPECT_EQ(curItem(gFreqPopInfo), 21); });
     cancel();

@@ -16,7 +16,7 @@ protected:
     // Imports a file of these bytes, dismissing that many reports.
     bool import(const std::string &bytes, int reports = 0, const std::string &name = "Stars")
     {
-        // Created with its type: with such bytes in it nobody could tell.
+        // Created with its type, which cannot be known from such bytes.
         Create(P(name), *toolbox::folders::workingDirectory(folder.path()), 'SPOT', 'TEXT');
         writeFile(folder / name, bytes);
         user.answerOpen(folder / name);
@@ -36,7 +36,7 @@ protected:
         return traced(params(message(messageID), "\r\rID = " + std::to_string(number), context));
     }
 
-    // A spot function imported before, which must outlast a failure.
+    // Sets up an import from before, which a failure must leave alone.
     void haveEarlier() { importSpot("{ earlier }", "Earlier"); }
 
     void expectEarlier()
@@ -47,7 +47,7 @@ protected:
     }
 };
 
-TEST_F(SpotImport, BodyIsAllBehindTheFirstReturn)
+TEST_F(SpotImport, BodyIsAllAfterTheFirstReturn)
 {
     const std::string text("{ dup\r\0mul\n}\xFF", 13);
     EXPECT_TRUE(import(kMagic + " by me\r" + text));
@@ -56,7 +56,7 @@ TEST_F(SpotImport, BodyIsAllBehindTheFirstReturn)
     EXPECT_EQ(plain(settings.spotName), "Stars");
 }
 
-TEST_F(SpotImport, HeaderAloneIsABodyOfNothing)
+TEST_F(SpotImport, HeaderAloneGivesAnEmptyBody)
 {
     EXPECT_TRUE(import(kMagic + "\r"));
     EXPECT_EQ(gSpotLength, 0);
@@ -167,7 +167,7 @@ TEST_F(SpotImport, FailedReadWithoutAnEarlierImportKeepsTheNewLengthUnused)
     close();
 }
 
-TEST_F(SpotImport, FileOpenedIsClosedAgain)
+TEST_F(SpotImport, OpenedFileIsClosed)
 {
     import(kMagic + "\r{ }");
     import("no spot", 1, "Other");
@@ -183,7 +183,7 @@ TEST_F(SpotImport, FileLargerThanMemoryIsRefused)
     EXPECT_EQ(settings.spotImported, 0);
 }
 
-TEST_F(SpotImport, BlockForTheHeaderThatCannotBeHadIsReported)
+TEST_F(SpotImport, NoMemoryForTheHeaderIsReported)
 {
     writeFile(folder / "Check", kMagic + "\r{ }");
     int16_t refNum = 0;

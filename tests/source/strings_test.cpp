@@ -8,7 +8,7 @@
 
 namespace {
 
-// Text utilities read nothing but the decimal separator.
+// The string routines read nothing of the environment but the decimal separator.
 class Strings : public ::testing::Test {
 protected:
     void SetUp() override { separator(','); }
@@ -34,7 +34,7 @@ Parsed parse(const std::string &text)
     return {status, value};
 }
 
-// Runs a procedure on a text; the result, and in *text what became of it.
+// Runs a procedure on a text; returns its result, and puts the changed text in *text.
 template <typename Procedure>
 int apply(Procedure procedure, std::string *text)
 {
@@ -44,7 +44,7 @@ int apply(Procedure procedure, std::string *text)
     return result;
 }
 
-// --- What the routines should do, written down again with std::string -------
+// --- What the routines should do, written with std::string -------------------
 
 constexpr const char *digits = "0123456789";
 
@@ -115,7 +115,7 @@ std::vector<std::string> randomTexts(int count, char point)
     return texts;
 }
 
-// Every text of up to five characters over a few telling ones, then random ones.
+// Every text of up to five of the characters that matter, then random ones.
 std::vector<std::string> manyTexts(char point)
 {
     std::vector<std::string> texts{""};
@@ -134,7 +134,7 @@ TEST_F(Strings, CopyShortensALongSourceInPlace)
     CopyPStr(source, copy, 15);
     EXPECT_EQ(plain(source), "123456789012345");
     EXPECT_EQ(plain(copy), "123456789012345");
-    EXPECT_EQ(source.bytes[16], '6') << "the characters behind stay";
+    EXPECT_EQ(source.bytes[16], '6') << "the characters after it stay";
 }
 
 TEST_F(Strings, CopyLeavesAShortSourceAlone)
@@ -143,7 +143,7 @@ TEST_F(Strings, CopyLeavesAShortSourceAlone)
     CopyPStr(source, copy, 3);
     EXPECT_EQ(plain(source), "abc");
     EXPECT_EQ(plain(copy), "abc");
-    EXPECT_EQ(copy.bytes[4], 'g') << "nothing is written behind the copy";
+    EXPECT_EQ(copy.bytes[4], 'g') << "nothing is written after the copy";
 }
 
 TEST_F(Strings, CopyWritesExactlyLengthPlusOneBytes)
@@ -158,7 +158,7 @@ TEST_F(Strings, CopyWritesExactlyLengthPlusOneBytes)
     }
 }
 
-TEST_F(Strings, ConcatAppendsAndAnswersTheLength)
+TEST_F(Strings, ConcatAppendsAndReturnsTheLength)
 {
     P source(" lpi"), text("45");
     EXPECT_EQ(ConcatPStr(source, text, 15), 6);
@@ -188,7 +188,7 @@ TEST_F(Strings, ConcatFillsUpTo255)
     EXPECT_EQ(plain(text), std::string(100, 'a') + std::string(155, 'b'));
 }
 
-TEST_F(Strings, CompareKnowsLengthAndCase)
+TEST_F(Strings, CompareMindsLengthAndCase)
 {
     EXPECT_EQ(ComparePStr(P(""), P("")), 1);
     EXPECT_EQ(ComparePStr(P("Times"), P("Times")), 1);
@@ -342,7 +342,7 @@ protected:
         ElipseString(buffer, width);
         return plain(buffer);
     }
-    // Step by step as one would by hand.
+    // Step by step, as by hand.
     static std::string byHand(std::string text, int width)
     {
         if (width < 20 || StringWidth(P(text)) <= width)

@@ -14,13 +14,13 @@ protected:
         makeRecords();
         trace.clear();
     }
-    void screens(std::vector<toolbox::Screen> all)
+    void displays(std::vector<toolbox::Display> all)
     {
-        machine.setScreens(std::move(all));
+        machine.setDisplays(std::move(all));
         restartPlugin();
         makeRecords();
     }
-    // The plug-in's version resource becomes this one.
+    // Replaces the plug-in's version resource.
     void version(const std::string &number, const std::string &shortText = "x", const std::string &longText = "y")
     {
         auto pascal = [](const std::string &s) { return static_cast<char>(s.size()) + s; };
@@ -168,7 +168,7 @@ TEST_F(Utilities, CharacterIsFoundFromTheStartOn)
     DisposeHandle(text);
 }
 
-TEST_F(Utilities, CharacterBeyondAllOffsetsIsNotFound)
+TEST_F(Utilities, CharacterBeyondTheLargestOffsetIsNotFound)
 {
     Handle text = NewHandleClear(40000);
     (*text)[32767] = '\r';
@@ -206,23 +206,23 @@ TEST_F(Utilities, MovingAWindowDoesNotBringItToTheFront)
     DisposDialog(back);
 }
 
-TEST_F(Utilities, WindowAcrossTwoScreensBelongsToTheOneWithMoreOfIt)
+TEST_F(Utilities, WindowAcrossTwoDisplaysBelongsToTheOneWithMoreOfIt)
 {
-    screens({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
+    displays({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
     DialogPtr reference = dialog(16300);   // 392 wide
-    Rect screen;
+    Rect display;
     MoveWindow(reference, 440, 100, false);   // 200 on the left, 192 on the right
-    GetCurDevRect(reference, &screen);
-    EXPECT_EQ(screen.left, 0);
+    GetCurDevRect(reference, &display);
+    EXPECT_EQ(display.left, 0);
     MoveWindow(reference, 450, 100, false);
-    GetCurDevRect(reference, &screen);
-    EXPECT_EQ(screen.left, 640);
+    GetCurDevRect(reference, &display);
+    EXPECT_EQ(display.left, 640);
     MoveWindow(reference, 444, 100, false);   // 196 on each
-    GetCurDevRect(reference, &screen);
-    EXPECT_EQ(screen.left, 0) << "the first wins a tie";
+    GetCurDevRect(reference, &display);
+    EXPECT_EQ(display.left, 0) << "the first wins a tie";
     MoveWindow(reference, 3000, 100, false);
-    GetCurDevRect(reference, &screen);
-    EXPECT_EQ(screen.left, 0) << "on no screen: the main one";
+    GetCurDevRect(reference, &display);
+    EXPECT_EQ(display.left, 0) << "on no display: the main one";
     MoveWindow(reference, 700, 100, false);
     DialogPtr window = dialog(16129);
     CenterWindow(reference, window, kCenterThird);
@@ -233,34 +233,34 @@ TEST_F(Utilities, WindowAcrossTwoScreensBelongsToTheOneWithMoreOfIt)
 
 TEST_F(Utilities, TitleBarCountsAsPartOfTheWindow)
 {
-    // Content 10 pixels high on the lower screen, 18 of title on the upper.
-    screens({{{0, 0, 480, 640}, 8}, {{480, 0, 960, 640}, 8}});
+    // Content 10 pixels high on the lower display, 18 of title on the upper.
+    displays({{{0, 0, 480, 640}, 8}, {{480, 0, 960, 640}, 8}});
     Rect bounds{480, 100, 490, 300};
     WindowPtr window = NewWindow(nullptr, &bounds, P("t"), true, documentProc, reinterpret_cast<WindowPtr>(-1),
                                  false, 0);
-    Rect screen;
-    GetCurDevRect(window, &screen);
-    EXPECT_EQ(screen.top, 0);
+    Rect display;
+    GetCurDevRect(window, &display);
+    EXPECT_EQ(display.top, 0);
     DisposeWindow(window);
 }
 
-TEST_F(Utilities, NoWindowIsOnTheMainScreen)
+TEST_F(Utilities, NoWindowIsOnTheMainDisplay)
 {
-    screens({{{0, 0, 480, 640}, 8}, {{0, -800, 600, 0}, 8}});
-    Rect screen;
-    GetCurDevRect(nullptr, &screen);
-    EXPECT_EQ(screen.right, 640);
+    displays({{{0, 0, 480, 640}, 8}, {{0, -800, 600, 0}, 8}});
+    Rect display;
+    GetCurDevRect(nullptr, &display);
+    EXPECT_EQ(display.right, 640);
 }
 
-TEST_F(Utilities, WithoutColourQuickDrawThereIsOneScreen)
+TEST_F(Utilities, WithoutColourQuickDrawThereIsOneDisplay)
 {
     configuration.quickDrawVersion = 0;
-    screens({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
+    displays({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 8}});
     DialogPtr reference = dialog(16300);
     MoveWindow(reference, 700, 100, false);
-    Rect screen;
-    GetCurDevRect(reference, &screen);
-    EXPECT_TRUE(EqualRect(&screen, &environment.screenRect));
+    Rect display;
+    GetCurDevRect(reference, &display);
+    EXPECT_TRUE(EqualRect(&display, &environment.screenRect));
     DisposDialog(reference);
 }
 
@@ -348,7 +348,7 @@ EventRecord keyEvent(int character, uint16_t modifiers = 0)
     return event;
 }
 
-TEST_F(Utilities, KeysAnswerTheTwoButtons)
+TEST_F(Utilities, KeysPressTheTwoButtons)
 {
     DialogPtr window = dialog(16301);
     struct Case {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// --- The check without anybody looking --------------------------------------
+// --- The check without reporting --------------------------------------------
 
 class ValueCheck : public PluginTest {
 protected:
@@ -100,7 +100,7 @@ protected:
         prepare();
     }
 
-    // The settings dialog as it is when a value is asked for.
+    // Brings the settings dialog to the state in which it asks for a value.
     void prepare()
     {
         ShowWindow(gCustomDialog);
@@ -136,8 +136,7 @@ protected:
         return {(*text)->selStart, (*text)->selEnd};
     }
 
-    // Presses OK on the text: the message it is refused with and what the field
-    // then holds.
+    // How OK refuses a text: the message, and what the field then holds.
     struct Refusal {
         int16_t message;
         std::string field;
@@ -243,7 +242,7 @@ TEST_F(ValueEntry, NumbersAreTidied)
     expectStored(kFreqKind, "12.000", settings.freqStr, "12");
 }
 
-TEST_F(ValueEntry, AngleOfNothingIs0)
+TEST_F(ValueEntry, EmptyAngleIs0)
 {
     for (const char *text : {"", "00", ".", "0.0"})
         expectStored(kAngleKind, text, settings.angleStr, "0");
@@ -427,7 +426,7 @@ TEST_F(ValueEntry, BackspaceAndArrowsEdit)
 
 class HeldKey : public ValueEntry {
 protected:
-    // What the filter says to a repeat of the key: true taken, false let through.
+    // Whether the filter takes a repeat of the key; false: lets it through.
     bool repeated(char key, uint16_t modifiers = 0)
     {
         EventRecord event{};
@@ -473,7 +472,7 @@ TEST_F(ValueEntry, PasteThatFitsIsTaken)
     EXPECT_EQ(plain(settings.freqStr), "12.5");
 }
 
-TEST_F(ValueEntry, PasteOf16CharactersIsRefusedInWords)
+TEST_F(ValueEntry, PasteOf16CharactersIsRefusedWithAMessage)
 {
     paste("1234567890123456");
     dismiss();

@@ -1,5 +1,5 @@
-// The checks of whole numbers against a model of them, on very many texts: with
-// and without report, with either separator, for every kind of value.
+// The checks of complete numbers compared with a model, on very many texts: with and
+// without report, with either separator, for every kind of value.
 #include "source/open_settings.h"
 
 #include <algorithm>
@@ -29,7 +29,7 @@ std::ostream &operator<<(std::ostream &out, const Verdict &verdict)
                << verdict.text << "\" field \"" << verdict.field << "\"";
 }
 
-// Compared of each kind, separator and mode.
+// Compared for each kind, separator and mode.
 constexpr int kTexts = 100000;
 
 const std::string kSaved = "45"; // what the field held on opening
@@ -72,7 +72,7 @@ std::vector<Range> ranges(char point)
             {kFlatKind, 16143, 0.2, 200, point == '.' ? "0.2" : "0,2", "200"}};
 }
 
-// What is left of a number that is tidied: 007 is 7, 12.500 is 12.5, 00.5 is .5.
+// What tidying leaves of a number: 007 is 7, 12.500 is 12.5, 00.5 is .5.
 std::string tidied(const Number &number, const std::string &text, char point)
 {
     std::string whole = number.whole, fraction = number.fraction;
@@ -88,7 +88,7 @@ Verdict refused(int message, const std::string &text, const std::string &field, 
     return {false, report ? message : 0, text, report ? field : kSaved};
 }
 
-// Four digits behind the separator at most; without one, three characters.
+// At most four digits after the separator; without one, three characters.
 Verdict countingDecimals(const std::string &text, char point, bool report)
 {
     std::size_t at = text.find(point);
@@ -136,8 +136,7 @@ Verdict sizeModel(const std::string &text, char point, bool report)
 
 // --- The texts --------------------------------------------------------------
 
-// Around each bound, one unit in the last place to either side, with none to 11
-// decimals.
+// Each bound, and one unit in the last place to either side, with 0 to 11 decimals.
 std::vector<std::string> boundaries(char point)
 {
     std::vector<std::string> texts;
@@ -161,8 +160,8 @@ std::vector<std::string> boundaries(char point)
     return texts;
 }
 
-// A number as people write them, well or badly, or none at all; mostly with so
-// many digits.
+// A number as people type one, right or wrong, or none at all; mostly with up to
+// digitsOfIt digits.
 std::string randomText(std::mt19937 &random, char point, unsigned digitsOfIt, unsigned oneInSoManyHasSeparator)
 {
     auto digits = [&](unsigned most) {
@@ -185,7 +184,7 @@ std::string randomText(std::mt19937 &random, char point, unsigned digitsOfIt, un
 class ValueModel : public OpenSettings
 {
 protected:
-    // Somebody presses Return whenever waited for.
+    // The user presses Return at every report.
     void SetUp() override
     {
         machine.wantPictures(false);
@@ -217,7 +216,7 @@ protected:
         gTheDialog = nullptr;
     }
 
-    // What check makes of the text, with the field at item.
+    // The check's verdict on the text, with the field at item.
     Verdict verdict(const std::string &text, int16_t item, const std::function<bool(unsigned char *)> &check)
     {
         trace.clear();
@@ -232,7 +231,7 @@ protected:
         return is;
     }
 
-    // What the field holds; puts back what it held before.
+    // Returns what the field holds, and restores what it held before.
     std::string takenField(int16_t item)
     {
         int16_t type;
@@ -245,8 +244,8 @@ protected:
         return plain(shown);
     }
 
-    // Whether the text is worth its time: each refusal that is reported is a
-    // dialog that comes and goes.
+    // Whether there is time for the text: each reported refusal opens and closes a
+    // dialog.
     bool affordable(const Verdict &should, bool report) { return !report || should.passed || --reportsLeft >= 0; }
 
     bool agreesOnValue(const std::string &text, const Range &range, char point, bool report)
@@ -270,7 +269,7 @@ protected:
         return true;
     }
 
-    // So many random texts that were compared; agrees answers whether one was.
+    // Compares kTexts random texts; agrees returns whether it compared the text.
     void compareMany(const std::function<std::string()> &next,
                      const std::function<bool(const std::string &)> &agrees)
     {

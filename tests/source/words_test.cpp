@@ -1,5 +1,5 @@
-// Every message that there is, in the dialog that shows it. With
-// RIDERS_WORDS_PICTURES naming a folder, a picture of each is left there.
+// Every message, in the dialog that shows it. If RIDERS_WORDS_PICTURES names a
+// folder, a picture of each is put there.
 #include <algorithm>
 #include <cstdlib>
 #include <set>
@@ -26,7 +26,7 @@ struct Message {
     const char *context; // the longest that comes with it
 };
 
-// Those that come with a number, or in another dialog than that for failures.
+// Those with a number, or in a dialog other than that for failures.
 const Message withNumbers[] = {
     {16129, kFailure, 80, " (STR# resource)"},
     {16130, kSettingsWarning, 31, " (PrefsCheck)"},
@@ -74,7 +74,7 @@ protected:
         return box;
     }
 
-    // How high the text stands when it is as wide as the box.
+    // How high the text is when it is as wide as the box.
     static int heightOf(const std::string &text, Rect box)
     {
         auto lines = toolbox::textedit::breakLines(text, box.right - box.left, true);
@@ -87,7 +87,7 @@ protected:
         if (!place || !*place)
             return;
         fs::create_directories(place);
-        ASSERT_TRUE(toolbox::writePng(fs::path(place) / (std::to_string(id) + ".png"), toolbox::screenPicture(0)));
+        ASSERT_TRUE(toolbox::writePng(fs::path(place) / (std::to_string(id) + ".png"), toolbox::displayPicture(0)));
     }
 };
 
@@ -105,7 +105,7 @@ TEST_P(Words, ShowWholeInTheirDialog)
     std::string shown;
     int room = 0, needed = 0;
     user.in(about.dialog);
-    user.type(""); // waits for the dialog
+    user.type(""); // waits until the dialog is open
     user.then([&] {
         shown = toolbox::frontDialogText();
         room = textBox().bottom - textBox().top;

@@ -1,5 +1,5 @@
-// Every file call of a make failing in turn, once and from then on, over a new
-// file and over one that is replaced.
+// Every file call of a make fails in turn, once or from then on, for a new file and
+// for one that is replaced.
 #include "source/making.h"
 
 #include <algorithm>
@@ -45,7 +45,7 @@ protected:
         toolbox::faults::clear();
     }
 
-    // Answers the save dialog and whatever is reported.
+    // Goes through the save dialog and dismisses all reports.
     void makeThroughReports(int call)
     {
         toolbox::faults::failAnyFileCall(call, GetParam().error, GetParam().onward);
@@ -56,17 +56,17 @@ protected:
         user.forgetRest();
     }
 
-    // The call that the fault met: its kind and which of its kind it was.
+    // The call that failed: its kind, and its number among those of its kind.
     std::pair<std::string, int> metCall() const
     {
         std::map<std::string, int> counts;
-        std::string answer = " -> " + std::to_string(GetParam().error);
+        std::string failed = " -> " + std::to_string(GetParam().error);
         for (const std::string &line : trace) {
             if (line.rfind("file ", 0) != 0)
                 continue;
             std::string kind = line.substr(5, line.find(' ', 5) - 5);
             int number = ++counts[kind];
-            if (line.ends_with(answer))
+            if (line.ends_with(failed))
                 return {kind, number};
         }
         return {};
@@ -109,8 +109,8 @@ protected:
         EXPECT_EQ(info().fdCreator, OSType{'RiDe'});
     }
 
-    // When nothing can be put right any more, the old file is still there, be
-    // it under another name.
+    // Even if nothing can be put right, the old file is still there, perhaps under
+    // another name.
     void expectOldContents() const
     {
         if (!GetParam().replacing)
@@ -123,12 +123,12 @@ protected:
 
     void check(const std::string &kind, int number) const
     {
-        std::vector<std::string> told = reports();
-        EXPECT_EQ(gHaveWriteError, !told.empty());
+        std::vector<std::string> reported = reports();
+        EXPECT_EQ(gHaveWriteError, !reported.empty());
         if (!GetParam().onward) {
-            EXPECT_EQ(told, expectedReports(kind, number));
+            EXPECT_EQ(reported, expectedReports(kind, number));
         }
-        if (told.empty())
+        if (reported.empty())
             expectNewFile();
         else if (GetParam().onward)
             expectOldContents();

@@ -24,7 +24,7 @@ TEST_F(Writer, CancellingTheSaveDialogCreatesNothing)
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(Writer, NothingChosenIsHeaderPrologAndTrailer)
+TEST_F(Writer, NothingChosenIsHeaderBeginAndSetup)
 {
     EXPECT_EQ(make(), 1);
     EXPECT_EQ(contentsOf(file()), pieceBytes(16499) + pieceBytes(16500) + pieceBytes(16600));
@@ -113,9 +113,9 @@ TEST_F(Writer, LongerOldFileLeavesNoTail)
     EXPECT_EQ(gTotalLength, static_cast<int32_t>(expected().size()));
 }
 
-TEST_F(Writer, NameOfATemporaryFileThatIsThereIsNotTaken)
+TEST_F(Writer, ExistingTemporaryFileIsLeftAlone)
 {
-    // The names come from a generator that starts alike in every process.
+    // The names come from a generator that starts the same in every process.
     writeOld();
     qd.randSeed = 1;
     std::string taken = "KTTemp1" + std::to_string(Random());

@@ -26,7 +26,7 @@ protected:
 
     static int blackIn(int left, int top, int right, int bottom)
     {
-        toolbox::Picture picture = toolbox::screenPicture(0);
+        toolbox::Picture picture = toolbox::displayPicture(0);
         int black = 0;
         for (int v = top; v < bottom; ++v)
             for (int h = left; h < right; ++h)

@@ -72,7 +72,7 @@ TEST_F(CompanionTest, MinimalCompanionHasTheDocumentedBytes)
     EXPECT_EQ(bytes.substr(50, 8), "PICTttxt");
 }
 
-TEST_F(CompanionTest, MissingFileHasNoForkButAnOrphanHas)
+TEST_F(CompanionTest, MissingFileHasNoForkButAnOrphanDoes)
 {
     std::string bytes;
     EXPECT_EQ(readFork({0, 0, "a"}, bytes), fnfErr);

@@ -38,7 +38,7 @@ protected:
 
     uint32_t pixel(int h, int v)
     {
-        toolbox::Picture picture = toolbox::screenPicture(0);
+        toolbox::Picture picture = toolbox::displayPicture(0);
         return picture.pixels[static_cast<size_t>(v + 100) * picture.width + h + 100];
     }
 

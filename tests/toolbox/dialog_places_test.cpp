@@ -43,7 +43,7 @@ protected:
     }
     void takePicture(toolbox::Picture &into)
     {
-        user.then([&into] { into = toolbox::screenPicture(0); });
+        user.then([&into] { into = toolbox::displayPicture(0); });
     }
     static int differing(const toolbox::Picture &a, const toolbox::Picture &b)
     {
@@ -126,7 +126,7 @@ TEST_F(DialogPlaces, DisplaysThatChangeDuringADragAreRedrawn)
         user.moveTo({90, 205});
         user.release();
         user.then([] {
-            toolbox::Picture shown = toolbox::screenPicture(0);
+            toolbox::Picture shown = toolbox::displayPicture(0);
             int gray = 0;
             for (int v = 300; v < 340; ++v)
                 gray += shown.pixels[static_cast<std::size_t>(v * shown.width + 155)] ==
@@ -156,7 +156,7 @@ TEST_F(DialogPlaces, ADialogThatCannotBeDraggedIsBroughtOntoTheDisplay)
     EXPECT_EQ(shownAt(movableDBoxProc, 900, 200), "900,200") << "where the program wants it";
     EXPECT_EQ(shownAt(dBoxProc, 100, 100), "100,100");
     EXPECT_EQ(shownAt(dBoxProc, 500, 400), "332,342") << "8 pixels of frame; nothing to drag it by";
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     EXPECT_EQ(shownAt(dBoxProc, 500, 100), "500,100") << "across two displays";
     EXPECT_EQ(shownAt(dBoxProc, 900, 400), "900,342") << "on the display that shows most of it";
 }
@@ -168,16 +168,16 @@ TEST_F(DialogPlaces, DisplaysThatBecomeSmallerTakeADialogAlong)
         expectCorner(360, 340, "partly off the display");
         user.setDepth(1);
         expectCorner(360, 340, "nothing has become smaller");
-        user.resizeScreen(600, 480);
+        user.resizeDisplay(600, 480);
         expectCorner(360, 340, "more than half of it shows");
-        user.resizeScreen(520, 342);
+        user.resizeDisplay(520, 342);
         expectCorner(215, 207, "in the corner next to where it was, with its frame");
-        user.resizeScreen(800, 600);
+        user.resizeDisplay(800, 600);
         expectCorner(215, 207, "a larger display moves nothing");
         user.drag({189, 300}, {589, 750});
         expectCorner(665, 607, "dropped where little of it shows");
         user.setDepth(8);
-        user.resizeScreen(700, 600);
+        user.resizeDisplay(700, 600);
         expectCorner(665, 607, "where the user put it");
     });
 }
@@ -189,7 +189,7 @@ TEST_F(DialogPlaces, DisplaysThatBecomeSmallerTakeAlongWhatCannotBeDragged)
             reinterpret_cast<WindowPeek>(dialog)->procID = dBoxProc;
             MoveWindow(dialog, 300, 300, false);
         });
-        user.resizeScreen(590, 430);
+        user.resizeDisplay(590, 430);
         expectCorner(282, 292, "though most of it shows");
     });
 }

@@ -77,7 +77,7 @@ TEST_F(FileTest, CreateSaysWhatIsWrongWithThePlace)
     EXPECT_EQ(FSOpen(P("a"), gone, &refNum), dirNFErr);
 }
 
-TEST_F(FileTest, CreateWithAnotherTypeKeepsItBeside)
+TEST_F(FileTest, CreateKeepsAnotherTypeInTheCompanion)
 {
     EXPECT_EQ(Create(P("settings"), 0, 'RIDR', 'pref'), noErr);
     EXPECT_TRUE(hasCompanion("settings"));
@@ -291,7 +291,7 @@ TEST_F(FileTest, OneWriterAtATime)
     FSClose(reader);
 }
 
-TEST_F(FileTest, DeleteTakesBothForks)
+TEST_F(FileTest, DeleteRemovesBothForks)
 {
     Create(P("a"), 0, 'RIDR', 'pref');
     EXPECT_EQ(FSDelete(P("a"), 0), noErr);
@@ -321,7 +321,7 @@ TEST_F(FileTest, DeleteNeedsTheExactName)
     EXPECT_EQ(FSDelete(P("box"), 0), fnfErr);
 }
 
-TEST_F(FileTest, RenameTakesBothForks)
+TEST_F(FileTest, RenameMovesBothForks)
 {
     Create(P("a"), 0, 'RIDR', 'pref');
     EXPECT_EQ(Rename(P("a"), 0, P("b")), noErr);
@@ -353,7 +353,7 @@ TEST_F(FileTest, RenameDoesNotTakeOnAnOrphan)
     EXPECT_EQ(info("b").fdType, static_cast<OSType>('TEXT'));
 }
 
-TEST_F(FileTest, RenameGoesBackWhereTheCompanionCannotFollow)
+TEST_F(FileTest, RenameIsUndoneWhereTheCompanionCannotFollow)
 {
     Create(P("a"), 0, 'RIDR', 'pref');
     fs::create_directory(folder / "._b");
@@ -420,7 +420,7 @@ TEST_F(FileTest, TextThatNoLongerLooksLikeItStaysText)
     EXPECT_TRUE(hasCompanion("a"));
 }
 
-TEST_F(FileTest, OwnTypeIsNotTakenForText)
+TEST_F(FileTest, OwnTypeIsNotMistakenForText)
 {
     Create(P("a"), 0, unknown, unknown);
     EXPECT_TRUE(hasCompanion("a"));

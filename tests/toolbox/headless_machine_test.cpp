@@ -57,15 +57,15 @@ TEST(HeadlessMachine, LetsItsSourceEndTheSession)
 TEST(HeadlessMachine, AnnouncesChangedDisplays)
 {
     HeadlessMachine machine;
-    machine.setScreens({{{0, 0, 100, 200}, 1}, {{0, 200, 100, 400}, 32}});
-    EXPECT_EQ(machine.screens().size(), 2u);
-    EXPECT_EQ(machine.nextInput(0)->kind, Kind::screensChanged);
+    machine.setDisplays({{{0, 0, 100, 200}, 1}, {{0, 200, 100, 400}, 32}});
+    EXPECT_EQ(machine.displays().size(), 2u);
+    EXPECT_EQ(machine.nextInput(0)->kind, Kind::displaysChanged);
     EXPECT_EQ(machine.lastPicture(1).width, 0);
-    EXPECT_THROW(machine.setScreens({}), std::invalid_argument);
+    EXPECT_THROW(machine.setDisplays({}), std::invalid_argument);
     EXPECT_THROW(machine.lastPicture(2), std::out_of_range);
 }
 
-TEST(HeadlessMachine, ChangesTheClipboardSerialOnlyForOthers)
+TEST(HeadlessMachine, ChangesTheClipboardSerialOnlyForOtherPrograms)
 {
     HeadlessMachine machine;
     machine.setClipboardText("mine");

@@ -9,8 +9,7 @@ namespace heap = toolbox::heap;
 
 class Memory : public ToolboxTest {
 protected:
-    // A heap of a stated size, which is counted on top of what the managers
-    // took at start.
+    // A heap of a stated size, including what the managers took at start.
     void smallHeap(std::int32_t bytes)
     {
         configuration.heapBytes = bytes;

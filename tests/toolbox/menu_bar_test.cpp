@@ -69,22 +69,22 @@ TEST_F(MenuBar, InsertMenuKeepsTheOrderAskedFor)
 
 TEST_F(MenuBar, TitlesAreInTheBarAndAreRedrawnWithTheDisplays)
 {
-    toolbox::Picture drawn = toolbox::screenPicture(0);
+    toolbox::Picture drawn = toolbox::displayPicture(0);
     EXPECT_GT(darkPixels(drawn, placeOf(129)), 20);
     EXPECT_GT(darkPixels(drawn, placeOf(130)), 20);
     EXPECT_EQ(darkPixels(drawn, {19, 0, 20, 640}), 640) << "the line below";
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     EventRecord event;
     GetNextEvent(everyEvent, &event);
-    EXPECT_GT(darkPixels(toolbox::screenPicture(0), placeOf(130)), 20);
+    EXPECT_GT(darkPixels(toolbox::displayPicture(0), placeOf(130)), 20);
 }
 
 TEST_F(MenuBar, TitleOfADisabledMenuIsDimmed)
 {
-    int plain = darkPixels(toolbox::screenPicture(0), placeOf(129));
+    int plain = darkPixels(toolbox::displayPicture(0), placeOf(129));
     DisableItem(file, 0);
     DrawMenuBar();
-    EXPECT_LT(darkPixels(toolbox::screenPicture(0), placeOf(129)), plain);
+    EXPECT_LT(darkPixels(toolbox::displayPicture(0), placeOf(129)), plain);
 }
 
 TEST_F(MenuBar, FindWindowKnowsTheBar)
@@ -111,12 +111,12 @@ TEST_F(MenuBar, PressDragReleaseChooses)
 
 TEST_F(MenuBar, MenuHangsFromTheBarAndVanishesCompletely)
 {
-    toolbox::Picture before = toolbox::screenPicture(0);
+    toolbox::Picture before = toolbox::displayPicture(0);
     Rect first{};
     EXPECT_EQ(select(onTitle(130), {after([&] { first = rowOf(1); }, release({300, 300}))}), 0);
     EXPECT_EQ(first.top, 20);
     EXPECT_EQ(first.left, placeOf(130).left + 1);
-    EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
     EXPECT_EQ(trace, (std::vector<std::string>{"menu 130 opened", "menu 130 gave nothing"}));
 }
 
@@ -129,7 +129,7 @@ TEST_F(MenuBar, DisabledItemsAndDividersGiveNothing)
 
 TEST_F(MenuBar, DraggingAlongTheBarOpensEachMenu)
 {
-    toolbox::Picture before = toolbox::screenPicture(0);
+    toolbox::Picture before = toolbox::displayPicture(0);
     int32_t result = select(onTitle(129), {moveTo(onTitle(130)),
                                            after([] {
                                                EXPECT_EQ(toolbox::menus::openMenu()->id, 130);
@@ -139,7 +139,7 @@ TEST_F(MenuBar, DraggingAlongTheBarOpensEachMenu)
     EXPECT_EQ(LoWord(result), 2);
     EXPECT_EQ(trace, (std::vector<std::string>{"menu 129 opened", "menu 130 opened", "menu 130 gave 2"}));
     HiliteMenu(0);
-    EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
 }
 
 TEST_F(MenuBar, ClickOnATitleLeavesItsMenuOpen)
@@ -235,7 +235,7 @@ TEST_F(MenuBar, KeysAreShownRightOfTheTexts)
                                  Rect row = rowOf(1);
                                  width = row.right - row.left;
                                  row.left = static_cast<int16_t>(row.right - 40);
-                                 dark = darkPixels(toolbox::screenPicture(0), row);
+                                 dark = darkPixels(toolbox::displayPicture(0), row);
                              }, release({300, 300}))});
     };
     addMenu(140, "Plain", "Open...");
@@ -249,9 +249,9 @@ TEST_F(MenuBar, KeysAreShownRightOfTheTexts)
 TEST_F(MenuBar, WishToQuitClosesWhatIsOpen)
 {
     Point title = onTitle(129);
-    toolbox::Picture before = toolbox::screenPicture(0);
+    toolbox::Picture before = toolbox::displayPicture(0);
     EXPECT_EQ(select(title, {release(title), [] { return Input{.kind = Input::Kind::quit}; }}), 0);
-    EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
 }
 
 }  // namespace

@@ -85,6 +85,6 @@ protected:
     }
     static bool isInverted(const Rect &r)
     {
-        return darkPixels(toolbox::screenPicture(0), r) > (r.right - r.left) * (r.bottom - r.top) / 2;
+        return darkPixels(toolbox::displayPicture(0), r) > (r.right - r.left) * (r.bottom - r.top) / 2;
     }
 };

@@ -86,7 +86,7 @@ TEST_F(MenuPopup, MarksStayAsTheyAre)
 
 TEST_F(MenuPopup, StaysOnTheDisplayThatHoldsThePoint)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{100, 640, 400, 1040}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{100, 640, 400, 1040}, 8}});
     restart();
     makeMenu("One;Two;(Three;-;Five");
     for (Point corner : {Point{22, 1}, Point{479, 639}, Point{101, 641}, Point{399, 1039}}) {
@@ -109,28 +109,28 @@ TEST_F(MenuPopup, StaysOnTheDisplayThatHoldsThePoint)
 
 TEST_F(MenuPopup, CoversAndRestoresTheDisplay)
 {
-    toolbox::Picture before = toolbox::screenPicture(0), open;
+    toolbox::Picture before = toolbox::displayPicture(0), open;
     select(somewhere, 1, {[&] {
-               open = toolbox::screenPicture(0);
+               open = toolbox::displayPicture(0);
                return mouse(Input::Kind::mouseUp, {5, 5});
            }});
     EXPECT_NE(open.pixels, before.pixels);
-    EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
 }
 
 TEST_F(MenuPopup, LeavesNothingOnDisplaysThatChangedUnderIt)
 {
-    for (toolbox::Screen changed : {toolbox::Screen{{0, 0, 480, 640}, 8, 2}, toolbox::Screen{{0, 0, 480, 640}, 1, 2}}) {
+    for (toolbox::Display changed : {toolbox::Display{{0, 0, 480, 640}, 8, 2}, toolbox::Display{{0, 0, 480, 640}, 1, 2}}) {
         select(somewhere, 1, {[&]() -> std::optional<Input> {
-                                  machine.setScreens({changed});
+                                  machine.setDisplays({changed});
                                   return std::nullopt;
                               },
                               release({5, 5})});
-        toolbox::Picture after = toolbox::screenPicture(0);
+        toolbox::Picture after = toolbox::displayPicture(0);
         toolbox::windows::displaysChanged();
         EXPECT_EQ(after.width, 1280);
         EXPECT_NE(after.pixels[after.pixels.size() - 3], after.pixels.back()) << "there is a desktop";
-        EXPECT_EQ(after.pixels, toolbox::screenPicture(0).pixels);
+        EXPECT_EQ(after.pixels, toolbox::displayPicture(0).pixels);
     }
 }
 
@@ -140,13 +140,13 @@ TEST_F(MenuPopup, RowUnderTheMouseIsInverted)
     select(somewhere, 1,
            {overItem(Input::Kind::mouseMoved, 5),
             [&] {
-                plain = darkPixels(toolbox::screenPicture(0), rowOf(2));
+                plain = darkPixels(toolbox::displayPicture(0), rowOf(2));
                 return mouse(Input::Kind::mouseMoved, middle(rowOf(2)));
             },
             [&] {
                 Rect row = rowOf(2);
                 area = (row.right - row.left) * (row.bottom - row.top);
-                inverted = darkPixels(toolbox::screenPicture(0), row);
+                inverted = darkPixels(toolbox::displayPicture(0), row);
                 return mouse(Input::Kind::mouseUp, {5, 5});
             }});
     EXPECT_GT(plain, 0);
@@ -160,7 +160,7 @@ TEST_F(MenuPopup, CheckedItemShowsItsMarkLeftOfTheText)
         select(somewhere, 1, {[&] {
                    Rect column = rowOf(2);
                    column.right = static_cast<int16_t>(column.left + 13);
-                   dark = darkPixels(toolbox::screenPicture(0), column);
+                   dark = darkPixels(toolbox::displayPicture(0), column);
                    return mouse(Input::Kind::mouseUp, {5, 5});
                }});
     };
@@ -346,11 +346,11 @@ TEST_F(MenuPopup, WishToQuitClosesItWithNothingChosen)
 TEST_F(MenuPopup, ChangeOfTheDisplaysClosesIt)
 {
     EXPECT_EQ(select(somewhere, 1, {[&]() -> std::optional<Input> {
-                  machine.setScreens({{{0, 0, 300, 400}, 1}});
+                  machine.setDisplays({{{0, 0, 300, 400}, 1}});
                   return std::nullopt;
               }}),
               0);
-    toolbox::Picture after = toolbox::screenPicture(0);
+    toolbox::Picture after = toolbox::displayPicture(0);
     EXPECT_EQ(after.width, 400);
     Rect where{190, 290, 280, 380};
     int dark = darkPixels(after, where);
@@ -368,10 +368,10 @@ TEST_F(MenuPopup, EmptyMenuOpensNothing)
 TEST_F(MenuPopup, ClosesWhenTrackingIsCutShort)
 {
     struct Stopped {};
-    toolbox::Picture before = toolbox::screenPicture(0);
+    toolbox::Picture before = toolbox::displayPicture(0);
     EXPECT_THROW(select(somewhere, 1, {[]() -> std::optional<Input> { throw Stopped{}; }}), Stopped);
     EXPECT_FALSE(toolbox::menus::openMenu());
-    EXPECT_EQ(toolbox::screenPicture(0).pixels, before.pixels);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
 }
 
 }  // namespace

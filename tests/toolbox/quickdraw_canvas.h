@@ -43,7 +43,7 @@ protected:
     // The canvas keeps its contents.
     void useDepth(int depth)
     {
-        machine.setScreens({{{0, 0, 480, 640}, depth}});
+        machine.setDisplays({{{0, 0, 480, 640}, depth}});
         GetMainDevice();
     }
     void closeCanvas() { toolbox::quickdraw::closePort(&port); }
@@ -51,7 +51,7 @@ protected:
     // The canvas with a rim of what is around it.
     std::vector<std::uint32_t> pixels() const
     {
-        const toolbox::Picture display = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::displayPicture(0);
         std::vector<std::uint32_t> result;
         for (int v = -rim; v < height + rim; ++v)
             for (int h = -rim; h < width + rim; ++h)

@@ -110,7 +110,7 @@ class QuickDrawDevices : public ToolboxTest {};
 
 TEST_F(QuickDrawDevices, AreTheDisplaysInOrder)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 1}, {{480, 0, 800, 640}, 32}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 600, 1440}, 1}, {{480, 0, 800, 640}, 32}});
     GDHandle device = GetDeviceList();
     EXPECT_EQ(device, GetMainDevice());
     EXPECT_TRUE(TestDeviceAttribute(device, mainScreen));
@@ -130,23 +130,23 @@ TEST_F(QuickDrawDevices, AreTheDisplaysInOrder)
 TEST_F(QuickDrawDevices, ShowAChangedDepthAtOnce)
 {
     GDHandle device = GetMainDevice();
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     EXPECT_EQ((*(*GetMainDevice())->gdPMap)->pixelSize, 1);
     EXPECT_EQ(GetMainDevice(), device);
 }
 
 TEST_F(QuickDrawDevices, ThatAreGoneStayReadableButInactive)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     GDHandle gone = GetNextDevice(GetDeviceList());
-    machine.setScreens({{{0, 0, 480, 640}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}});
     EXPECT_EQ(GetNextDevice(GetDeviceList()), nullptr);
     EXPECT_FALSE(TestDeviceAttribute(gone, screenActive));
 }
 
 TEST_F(QuickDrawDevices, GrayRegionIsAllDisplaysWithoutTheMenuBar)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     RgnHandle gray = GetGrayRgn();
     EXPECT_FALSE(PtInRgn({19, 100}, gray));
     EXPECT_TRUE(PtInRgn({20, 100}, gray));
@@ -159,7 +159,7 @@ TEST_F(QuickDrawDevices, GrayRegionIsAllDisplaysWithoutTheMenuBar)
 TEST_F(QuickDrawDevices, ThirtyTwoChangesOfDisplayLeaveNothingBehind)
 {
     for (int i = 0; i < 32; ++i)
-        machine.setScreens(std::vector<toolbox::Screen>(1, {{0, 0, 480, 640}, i % 2 ? 1 : 8})), GetMainDevice();
+        machine.setDisplays(std::vector<toolbox::Display>(1, {{0, 0, 480, 640}, i % 2 ? 1 : 8})), GetMainDevice();
     EXPECT_EQ(toolbox::leftBehind(), toolbox::LeakReport{});
 }
 

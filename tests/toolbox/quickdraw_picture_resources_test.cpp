@@ -341,7 +341,7 @@ TEST_F(PictureItems, PictureIsDrawnInItsItemEvenAfterAPurge)
     ASSERT_NE(dialog, nullptr);
     auto dark = [] {
         DrawDialog(FrontWindow());
-        toolbox::Picture display = toolbox::screenPicture(0);
+        toolbox::Picture display = toolbox::displayPicture(0);
         int count = 0;
         for (int v = 70; v < 74; ++v)
             for (int h = 70; h < 86; ++h)

@@ -30,7 +30,7 @@ TEST_F(QuickDrawPictures, ArePutBackAsTheyWereTaken)
 
 TEST_F(QuickDrawPictures, AreTakenAcrossDisplaysAndBesideThem)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}});
     GetMainDevice();
     SetPort(toolbox::quickdraw::desktopPort());
     const Rect across{100, 630, 110, 650}, beyond{470, 630, 490, 650};
@@ -43,8 +43,8 @@ TEST_F(QuickDrawPictures, AreTakenAcrossDisplaysAndBesideThem)
     EXPECT_EQ(edge.parts[0].picture.height, 10) << "there is no display below";
     EXPECT_TRUE(restoreBits(edge));
     EXPECT_TRUE(saveBits({500, 10, 510, 20}).parts.empty());
-    EXPECT_EQ(toolbox::screenPicture(1).width, 640);
-    EXPECT_THROW(toolbox::screenPicture(2), std::out_of_range);
+    EXPECT_EQ(toolbox::displayPicture(1).width, 640);
+    EXPECT_THROW(toolbox::displayPicture(2), std::out_of_range);
 }
 
 TEST_F(QuickDrawPictures, AreWrittenAsPngAndReadBack)
@@ -52,7 +52,7 @@ TEST_F(QuickDrawPictures, AreWrittenAsPngAndReadBack)
     MoveTo(10, 40);
     ForeColor(magentaColor);
     DrawString(P("Riders"));
-    const Picture display = toolbox::screenPicture(0);
+    const Picture display = toolbox::displayPicture(0);
     ASSERT_TRUE(toolbox::writePng(folder / "display.png", display));
     const Picture back = toolbox::readPng(folder / "display.png");
     EXPECT_EQ(back.width, display.width);
@@ -62,7 +62,7 @@ TEST_F(QuickDrawPictures, AreWrittenAsPngAndReadBack)
 
 TEST_F(QuickDrawPictures, ThatCannotBeWrittenLeaveNoFile)
 {
-    EXPECT_FALSE(toolbox::writePng(folder / "missing" / "x.png", toolbox::screenPicture(0)));
+    EXPECT_FALSE(toolbox::writePng(folder / "missing" / "x.png", toolbox::displayPicture(0)));
     EXPECT_FALSE(toolbox::writePng(folder / "empty.png", Picture{}));
     EXPECT_FALSE(std::filesystem::exists(folder / "empty.png"));
     writeFile(folder / "no.png", "this is not a picture");
@@ -71,10 +71,10 @@ TEST_F(QuickDrawPictures, ThatCannotBeWrittenLeaveNoFile)
 
 TEST_F(QuickDrawPictures, ChangedDisplaysAreNoticedOnce)
 {
-    machine.setScreens({{{0, 0, 600, 800}, 32}});
+    machine.setDisplays({{{0, 0, 600, 800}, 32}});
     EXPECT_TRUE(toolbox::quickdraw::rebuildDevices());
     EXPECT_FALSE(toolbox::quickdraw::rebuildDevices());
-    EXPECT_EQ(toolbox::screenPicture(0).width, 800);
+    EXPECT_EQ(toolbox::displayPicture(0).width, 800);
 }
 
 TEST_F(QuickDrawPictures, ThatAreNotWantedAreNotKeptButTextIsMeasuredAndTraced)
@@ -96,11 +96,11 @@ TEST_F(QuickDrawPictures, ThatAreNotWantedAreNotKeptButTextIsMeasuredAndTraced)
     EXPECT_EQ(drawing.size(), 3u);
     EXPECT_FALSE(EmptyRgn(update));
     EXPECT_EQ(port.pnLoc.h, 10 + seenWidth);
-    EXPECT_EQ(toolbox::screenPicture(0).pixels.size(), 0u);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels.size(), 0u);
     const SavedBits bits = saveBits({100, 100, 110, 110});
     EXPECT_TRUE(bits.parts.empty());
     EXPECT_TRUE(restoreBits(bits));
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     Delay(10, nullptr);
     EXPECT_EQ(machine.lastPicture(0).width, 0);
     DisposeRgn(update);

@@ -10,14 +10,14 @@ protected:
     void useDisplay(int depth, int scale)
     {
         closeCanvas();
-        machine.setScreens({{{0, 0, 200, 260}, depth, scale}});
+        machine.setDisplays({{{0, 0, 200, 260}, depth, scale}});
         GetMainDevice();
         openCanvas();
         scale_ = scale;
     }
     std::vector<std::uint32_t> devicePixels() const
     {
-        const toolbox::Picture display = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::displayPicture(0);
         std::vector<std::uint32_t> result;
         for (int y = top * scale_; y < (top + height) * scale_; ++y) {
             auto row = display.pixels.begin() + y * display.width + left * scale_;
@@ -28,14 +28,14 @@ protected:
     // How many pixels of the display outside the canvas are not white.
     int inkedBeside() const
     {
-        const toolbox::Picture display = toolbox::screenPicture(0);
+        const toolbox::Picture display = toolbox::displayPicture(0);
         int count = 0;
         for (int y = 0; y < display.height; ++y)
             for (int x = 0; x < display.width; ++x) {
                 const int h = x / scale_ - left, v = y / scale_ - top;
                 const bool inside = h >= 0 && h < width && v >= 0 && v < height;
-                count +=
-                    !inside && display.pixels[std::size_t(y) * std::size_t(display.width) + std::size_t(x)] != white;
+                count += !inside &&
+                         display.pixels[std::size_t(y) * std::size_t(display.width) + std::size_t(x)] != white;
             }
         return count;
     }

@@ -12,11 +12,11 @@ class QuickDrawScale : public CanvasTest {
 protected:
     void useScale(int scale)
     {
-        machine.setScreens({{{0, 0, 480, 640}, 8, scale}});
+        machine.setDisplays({{{0, 0, 480, 640}, 8, scale}});
         GetMainDevice();
         openCanvas();
     }
-    Picture shown() const { return toolbox::screenPicture(0); }
+    Picture shown() const { return toolbox::displayPicture(0); }
 };
 
 Picture enlarged(const Picture &small, int scale)
@@ -50,7 +50,7 @@ TEST_F(QuickDrawScale, ThePresentedPictureIsScaleTimesTheDisplay)
 
 TEST_F(QuickDrawScale, AChangeOfScaleAloneIsNoticed)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8, 2}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8, 2}});
     EXPECT_TRUE(toolbox::quickdraw::rebuildDevices());
     EXPECT_FALSE(toolbox::quickdraw::rebuildDevices());
 }
@@ -101,18 +101,18 @@ TEST_F(QuickDrawScale, WhatWasSavedOfOtherDisplaysIsNotRestored)
 
 TEST_F(QuickDrawScale, ScrollsBetweenDisplaysOfDifferentScales)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 8, 1}, {{0, 640, 480, 1280}, 8, 2}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8, 1}, {{0, 640, 480, 1280}, 8, 2}});
     GetMainDevice();
     SetPort(toolbox::quickdraw::desktopPort());
     const Rect all{0, 0, 480, 1280}, mark{100, 630, 110, 638}, strip{90, 600, 130, 680};
     EraseRect(&all);
     PaintRect(&mark);
     ScrollRect(&strip, 12, 0, nullptr);
-    EXPECT_EQ(darkIn(toolbox::screenPicture(0)), 0);
-    EXPECT_EQ(darkIn(toolbox::screenPicture(1)), 8 * 10 * 4);
+    EXPECT_EQ(darkIn(toolbox::displayPicture(0)), 0);
+    EXPECT_EQ(darkIn(toolbox::displayPicture(1)), 8 * 10 * 4);
     ScrollRect(&strip, -6, 0, nullptr);
-    EXPECT_EQ(darkIn(toolbox::screenPicture(0)), 4 * 10);
-    EXPECT_EQ(darkIn(toolbox::screenPicture(1)), 4 * 10 * 4);
+    EXPECT_EQ(darkIn(toolbox::displayPicture(0)), 4 * 10);
+    EXPECT_EQ(darkIn(toolbox::displayPicture(1)), 4 * 10 * 4);
     SetPort(&port);
 }
 

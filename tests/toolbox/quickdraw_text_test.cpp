@@ -79,7 +79,7 @@ TEST_F(QuickDrawText, StandsOnTheBaselineAndMovesThePen)
     EXPECT_EQ(below, 0);
 }
 
-TEST_F(QuickDrawText, EveryCharacterDrawsSomethingButBlanks)
+TEST_F(QuickDrawText, EveryCharacterButBlanksDrawsSomething)
 {
     for (int16_t font : {0, 3, 22, 23}) {
         TextFont(font);
@@ -290,16 +290,17 @@ TEST_F(QuickDrawText, WithoutSmoothingLettersKeepTheirDots)
 TEST_F(QuickDrawText, AMarkHasSmoothSlantsOnAFineDisplay)
 {
     useDepth(8);
-    machine.setScreens({{{0, 0, 480, 640}, 8, 3}});
+    machine.setDisplays({{{0, 0, 480, 640}, 8, 3}});
     GetMainDevice();
     openCanvas();
     MoveTo(10, 40);
     DrawChar(0x13);
-    const toolbox::Picture display = toolbox::screenPicture(0);
+    const toolbox::Picture display = toolbox::displayPicture(0);
     std::vector<int> widths;
     for (int y = 0; y < display.height; ++y)
         if (auto row = display.pixels.begin() + y * display.width;
-            int dark = int(std::count_if(row, row + display.width, [](auto pixel) { return (pixel & 255) < 128; })))
+            int dark =
+                int(std::count_if(row, row + display.width, [](auto pixel) { return (pixel & 255) < 128; })))
             widths.push_back(dark);
     ASSERT_GE(widths.size(), 25u);
     for (std::size_t i = 1; i < widths.size(); ++i)

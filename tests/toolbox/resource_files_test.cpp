@@ -66,7 +66,7 @@ TEST_F(Resources, AMissingFileIsNotFound)
     EXPECT_TRUE(traced("file openResFile \"nothing\" -> -43"));
 }
 
-TEST_F(Resources, AFileWithoutAForkIsAtItsEnd)
+TEST_F(Resources, AFileWithoutAForkGivesEndOfFile)
 {
     writeFile(folder / "plain", "text");
     EXPECT_EQ(open("plain"), -1);

@@ -69,7 +69,7 @@ TEST(ResourceFormat, AnEmptyMapHasNoTypes)
     EXPECT_TRUE(entries.empty());
 }
 
-TEST(ResourceFormat, AnEmptyForkIsAtItsEnd)
+TEST(ResourceFormat, AnEmptyForkGivesEndOfFile)
 {
     EXPECT_EQ(parsed(""), eofErr);
 }

@@ -156,7 +156,7 @@ void ResourceModel::compare()
     }
 }
 
-TEST_F(ResourceModel, RandomWorkIsAsTheModelSays)
+TEST_F(ResourceModel, RandomWorkAgreesWithTheModel)
 {
     SCOPED_TRACE("seed " + std::to_string(seed));
     for (int i = 0; i < 600 && !HasFailure(); ++i) {

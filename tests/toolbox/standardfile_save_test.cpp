@@ -148,7 +148,7 @@ TEST_F(SaveDialog, NamesThatNoFileCanHaveAreRefusedWithAMessage)
     expectNothingLeft();
 }
 
-TEST_F(SaveDialog, LongestNameIsTaken)
+TEST_F(SaveDialog, LongestNameIsAccepted)
 {
     user.answerSave(std::string(63, 'n'));
     SFReply reply = save();
@@ -345,7 +345,7 @@ TEST_F(SaveDialog, NameIsCutCopiedAndPasted)
     EXPECT_EQ(plain(save("original").fName), "pasted");
 }
 
-TEST_F(SaveDialog, MissingDialogIsACancel)
+TEST_F(SaveDialog, MissingDialogCountsAsCancel)
 {
     SFReply reply;
     reply.good = true;

@@ -53,7 +53,7 @@ TEST_F(System, LocaleWithoutNumberFormatGivesNil)
     EXPECT_EQ(IUGetIntl(0), nullptr);
 }
 
-TEST_F(System, BeepIsHeardAndTraced)
+TEST_F(System, BeepReachesTheMachineAndIsTraced)
 {
     SysBeep(1);
     EXPECT_EQ(machine.beeps(), 1);

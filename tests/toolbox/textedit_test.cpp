@@ -84,7 +84,7 @@ TEST_F(TextEdit, BackspaceRemovesTheSelectionOrTheCharacterBefore)
     EXPECT_EQ(content(text), "ade");
 }
 
-TEST_F(TextEdit, ASelectionIsCutToTheText)
+TEST_F(TextEdit, ASelectionIsLimitedToTheText)
 {
     TEHandle text = make("abc");
     TESetSelect(0, 32767, text);

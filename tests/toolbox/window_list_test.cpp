@@ -39,7 +39,7 @@ protected:
 
     uint32_t pixel(int h, int v)
     {
-        toolbox::Picture picture = toolbox::screenPicture(0);
+        toolbox::Picture picture = toolbox::displayPicture(0);
         return picture.pixels[static_cast<size_t>(v) * picture.width + h];
     }
 };
@@ -229,7 +229,7 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
     ReleaseResource(resource);
     ShowWindow(window);
     EXPECT_EQ(pixel(150, 150), 0xFFFF00u);
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     update();
     EXPECT_EQ(pixel(150, 150), white) << "no colours with one bit per pixel";
     DisposeWindow(window);
@@ -240,7 +240,7 @@ TEST_F(Windows, AChangedDisplayIsRepainted)
 {
     WindowPtr window = make(100, 100, 200, 200);
     update();
-    machine.setScreens({{{0, 0, 480, 640}, 4}});
+    machine.setDisplays({{{0, 0, 480, 640}, 4}});
     EXPECT_EQ(update(), std::vector<WindowPtr>{window});
 }
 
@@ -269,7 +269,7 @@ TEST_F(Windows, TheReferenceValueHoldsAPointer)
 
 TEST_F(Windows, AColourOutsideTheEightIsShownExactly)
 {
-    machine.setScreens({{{0, 0, 480, 640}, 32}});
+    machine.setDisplays({{{0, 0, 480, 640}, 32}});
     update();
     ResourceBytes table;
     table.longWord(0).word(0).word(0).word(0).word(0xDDDD).word(0xDDDD).word(0xEEEE).add('dctb', 8);
@@ -282,7 +282,7 @@ TEST_F(Windows, AColourOutsideTheEightIsShownExactly)
     PaintRect(&all);
     EraseRect(&all);
     EXPECT_EQ(pixel(150, 150), 0xDDDDEEu);
-    machine.setScreens({{{0, 0, 480, 640}, 1}});
+    machine.setDisplays({{{0, 0, 480, 640}, 1}});
     update();
     EraseRect(&all);
     EXPECT_EQ(pixel(150, 150), white);

@@ -151,7 +151,7 @@ void DesktopMachine::takeWindowEvent(const SDL_WindowEvent &event)
 
 // --- The display ---------------------------------------------------------------
 
-std::vector<Screen> DesktopMachine::screens()
+std::vector<Display> DesktopMachine::displays()
 {
     return {display_};
 }
@@ -163,7 +163,7 @@ void DesktopMachine::settleDisplay()
 {
     settlesAt_.reset();
     const int scale = window_.scale();
-    const Screen before = display_;
+    const Display before = display_;
     if (scale != before.scale || before.bounds.right == 0)
         window_.keepAbove(smallestWidth, smallestHeight, scale);
     const SDL_Point pixels = window_.pixels();
@@ -176,7 +176,7 @@ void DesktopMachine::settleDisplay()
         return;
     if (scale != before.scale && before.bounds.right > 0)
         window_.resize(before.bounds.right, before.bounds.bottom, scale);
-    queue_.push({.kind = Input::Kind::screensChanged});
+    queue_.push({.kind = Input::Kind::displaysChanged});
 }
 
 void DesktopMachine::present(int, const Picture &picture, const Rect &changed)
@@ -192,7 +192,7 @@ void DesktopMachine::setDepth(int bits)
     if (bits == display_.depth)
         return;
     display_.depth = bits;
-    queue_.push({.kind = Input::Kind::screensChanged});
+    queue_.push({.kind = Input::Kind::displaysChanged});
 }
 
 void DesktopMachine::setFullScreen(bool wanted)

@@ -23,7 +23,7 @@ public:
     bool inputWaiting() override;
     std::uint32_t ticks() override;
     void passTicks(std::uint32_t count) override;
-    std::vector<Screen> screens() override;
+    std::vector<Display> displays() override;
     void present(int index, const Picture &picture, const Rect &changed) override;
     std::string clipboardText() override;
     void setClipboardText(const std::string &text) override;
@@ -59,7 +59,7 @@ private:
     Clipboard clipboard_;
     std::uint32_t announcedClipboard_ = 0;   // the serial of the last clipboardChanged
     Sound sound_;
-    Screen display_{};
+    Display display_{};
     const Clock::time_point start_ = Clock::now();
     Clock::time_point lastShown_{};
     std::optional<Clock::time_point> settlesAt_;   // of a new size

@@ -9,7 +9,7 @@ using Kind = Input::Kind;
 
 bool isNews(Kind kind)
 {
-    return kind == Kind::screensChanged || kind == Kind::clipboardChanged || kind == Kind::quit;
+    return kind == Kind::displaysChanged || kind == Kind::clipboardChanged || kind == Kind::quit;
 }
 
 bool replaces(const Input &later, const Input &earlier)

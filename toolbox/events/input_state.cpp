@@ -39,7 +39,7 @@ static void note(const Input &input)
     if (isMouse(input))
         state.mouse = input.where;
     switch (input.kind) {
-    case Kind::screensChanged:
+    case Kind::displaysChanged:
         quickdraw::rebuildDevices();
         if (displaysChanged)
             displaysChanged();

@@ -79,7 +79,7 @@ std::optional<Input> nextMenuInput(std::uint32_t waitTicks, MenuKeys keys)
         if (!input)
             continue;
         bool asked = keys == MenuKeys::wanted && isKey(*input);
-        if (asked || isMouse(*input) || input->kind == Input::Kind::screensChanged)
+        if (asked || isMouse(*input) || input->kind == Input::Kind::displaysChanged)
             return input;
         queueEventFor(*input);
     }

@@ -19,7 +19,7 @@ std::optional<Input> nextTrackingInput();
 std::optional<Input> nextTrackingInput(std::uint32_t restTicks);
 
 // The same for menus, which may stay open with the button up: also takes and
-// returns screensChanged and, when keys are wanted, keyDown and autoKey. Waits
+// returns displaysChanged and, when keys are wanted, keyDown and autoKey. Waits
 // waitTicks at most; nothing when they have passed or the program is asked to
 // end.
 enum class MenuKeys { becomeEvents, wanted };

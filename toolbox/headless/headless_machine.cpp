@@ -5,11 +5,11 @@
 
 namespace toolbox {
 
-HeadlessMachine::HeadlessMachine(std::vector<Screen> screens) : screens_(std::move(screens))
+HeadlessMachine::HeadlessMachine(std::vector<Display> displays) : displays_(std::move(displays))
 {
-    if (screens_.empty())
+    if (displays_.empty())
         throw std::invalid_argument("a machine has at least one screen");
-    pictures_.resize(screens_.size());
+    pictures_.resize(displays_.size());
 }
 
 void HeadlessMachine::setSource(Source source)
@@ -22,13 +22,13 @@ void HeadlessMachine::push(const Input &input)
     queue_.push_back(input);
 }
 
-void HeadlessMachine::setScreens(std::vector<Screen> screens)
+void HeadlessMachine::setDisplays(std::vector<Display> displays)
 {
-    if (screens.empty())
+    if (displays.empty())
         throw std::invalid_argument("a machine has at least one screen");
-    screens_ = std::move(screens);
-    pictures_.resize(screens_.size());
-    push({.kind = Input::Kind::screensChanged});
+    displays_ = std::move(displays);
+    pictures_.resize(displays_.size());
+    push({.kind = Input::Kind::displaysChanged});
 }
 
 void HeadlessMachine::putOnClipboard(const std::string &text)
@@ -84,9 +84,9 @@ void HeadlessMachine::passTicks(std::uint32_t count)
     ticks_ += count;
 }
 
-std::vector<Screen> HeadlessMachine::screens()
+std::vector<Display> HeadlessMachine::displays()
 {
-    return screens_;
+    return displays_;
 }
 
 void HeadlessMachine::present(int index, const Picture &picture, const Rect &)

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "menus/answer.h"
+#include "menus/menu_result.h"
 #include "menus/menu_bytes.h"
 #include "menus/menu_list.h"
 #include "quickdraw/dimming.h"

@@ -1,5 +1,5 @@
 // PopUpMenuSelect: a menu where the mouse was pressed.
-#include "menus/answer.h"
+#include "menus/menu_result.h"
 #include "menus/menu_bytes.h"
 #include "menus/tracker.h"
 #include "quickdraw/port.h"

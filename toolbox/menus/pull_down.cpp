@@ -1,5 +1,5 @@
 // MenuSelect: the menus that hang from the bar.
-#include "menus/answer.h"
+#include "menus/menu_result.h"
 #include "menus/menu_bar.h"
 #include "menus/menu_bytes.h"
 #include "menus/tracker.h"

@@ -65,7 +65,7 @@ void Tracker::take(const Input &input)
     case Kind::mouseMoved: return follow(input.where);
     case Kind::mouseDown: return press(input.where);
     case Kind::mouseUp: return release(input.where);
-    case Kind::screensChanged:
+    case Kind::displaysChanged:
         if (down_)
             down_->leavePixels();
         return finish(0);

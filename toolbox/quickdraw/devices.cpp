@@ -23,7 +23,7 @@ struct Device {
 std::deque<Device> devices;
 RgnHandle grayRegion;
 
-void fillDevice(Device &device, const Screen &display, bool main)
+void fillDevice(Device &device, const Display &display, bool main)
 {
     constexpr unsigned color = 1, allInitialised = 1u << 12;
     unsigned flags = color | allInitialised | 1u << screenDevice | 1u << screenActive;
@@ -35,7 +35,7 @@ void fillDevice(Device &device, const Screen &display, bool main)
     device.map = {display.bounds, static_cast<int16_t>(display.depth)};
 }
 
-void fillDevices(const std::vector<Screen> &displays)
+void fillDevices(const std::vector<Display> &displays)
 {
     while (devices.size() < displays.size())
         devices.emplace_back();
@@ -61,7 +61,7 @@ Area menuBarArea(const Rect &mainScreen)
 
 bool rebuildDevices()
 {
-    const std::vector<Screen> displays = machine().screens();
+    const std::vector<Display> displays = machine().displays();
     if (!setDisplays(displays))
         return false;
     fillDevices(displays);

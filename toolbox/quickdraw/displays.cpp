@@ -14,12 +14,12 @@ namespace {
 std::vector<Surface> all;
 unsigned timesChanged = 0;
 
-bool hasPlaceOf(const Surface &surface, const Screen &display)
+bool hasPlaceOf(const Surface &surface, const Display &display)
 {
     return EqualRect(&surface.bounds(), &display.bounds) && surface.scale() == display.scale;
 }
 
-Surface surfaceFor(const Screen &display)
+Surface surfaceFor(const Display &display)
 {
     auto kept =
         std::find_if(all.begin(), all.end(), [&](const Surface &surface) { return hasPlaceOf(surface, display); });
@@ -43,7 +43,7 @@ std::vector<Bits> copied(const Rect &global)
 
 }  // namespace
 
-bool setDisplays(const std::vector<Screen> &displays)
+bool setDisplays(const std::vector<Display> &displays)
 {
     bool same = displays.size() == all.size();
     for (std::size_t i = 0; same && i < all.size(); ++i)
@@ -51,7 +51,7 @@ bool setDisplays(const std::vector<Screen> &displays)
     if (same)
         return false;
     std::vector<Surface> now;
-    for (const Screen &display : displays)
+    for (const Display &display : displays)
         now.push_back(surfaceFor(display));
     all = std::move(now);
     ++timesChanged;
@@ -115,7 +115,7 @@ void presentDisplays()
 
 }  // namespace quickdraw
 
-Picture screenPicture(int index)
+Picture displayPicture(int index)
 {
     return quickdraw::surfaces().at(index).picture();
 }

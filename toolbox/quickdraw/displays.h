@@ -8,7 +8,7 @@ namespace toolbox::quickdraw {
 
 // Makes surfaces for these displays; one whose place on the desktop and scale
 // are unchanged keeps its pixels. True when anything differs from before.
-bool setDisplays(const std::vector<Screen> &displays);
+bool setDisplays(const std::vector<Display> &displays);
 void forgetDisplays();
 
 std::vector<Surface> &surfaces();

@@ -149,34 +149,34 @@ void ScriptedUser::putOnClipboard(const std::string &text)
     script_->act(Where::anywhere, [=](Hand &hand) { hand.machine.putOnClipboard(text); });
 }
 
-void ScriptedUser::changeScreens(std::function<void(std::vector<Screen> &)> change)
+void ScriptedUser::changeDisplays(std::function<void(std::vector<Display> &)> change)
 {
     script_->act(Where::anywhere, [change = std::move(change)](Hand &hand) {
-        std::vector<Screen> displays = hand.machine.screens();
+        std::vector<Display> displays = hand.machine.displays();
         change(displays);
-        hand.machine.setScreens(displays);
+        hand.machine.setDisplays(displays);
     });
 }
 
 void ScriptedUser::setDepth(int bits)
 {
-    changeScreens([=](std::vector<Screen> &displays) {
-        for (Screen &display : displays)
+    changeDisplays([=](std::vector<Display> &displays) {
+        for (Display &display : displays)
             display.depth = bits;
     });
 }
 
 void ScriptedUser::setScale(int scale)
 {
-    changeScreens([=](std::vector<Screen> &displays) {
-        for (Screen &display : displays)
+    changeDisplays([=](std::vector<Display> &displays) {
+        for (Display &display : displays)
             display.scale = scale;
     });
 }
 
-void ScriptedUser::resizeScreen(int width, int height)
+void ScriptedUser::resizeDisplay(int width, int height)
 {
-    changeScreens([=](std::vector<Screen> &displays) {
+    changeDisplays([=](std::vector<Display> &displays) {
         const Rect before = displays.front().bounds;
         SetRect(&displays.front().bounds, 0, 0, static_cast<int16_t>(width), static_cast<int16_t>(height));
         for (std::size_t i = 1; i < displays.size(); ++i) {
@@ -187,9 +187,9 @@ void ScriptedUser::resizeScreen(int width, int height)
     });
 }
 
-void ScriptedUser::setScreens(const std::vector<Screen> &displays)
+void ScriptedUser::setDisplays(const std::vector<Display> &displays)
 {
-    changeScreens([=](std::vector<Screen> &all) { all = displays; });
+    changeDisplays([=](std::vector<Display> &all) { all = displays; });
 }
 
 void ScriptedUser::then(std::function<void()> action)

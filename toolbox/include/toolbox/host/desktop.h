@@ -54,8 +54,8 @@ struct DesktopError : std::runtime_error {
 //   not passed on.
 // - Closing the window, SIGTERM, SIGINT and the end of the desktop session each
 //   give Input quit; the window stays until the machine is destroyed.
-// - A new size or scale gives one screensChanged, once it has stayed for a
-//   tenth of a second; until then screens() gives the size before.
+// - A new size or scale gives one displaysChanged, once it has stayed for a
+//   tenth of a second; until then displays() gives the size before.
 // - The button counts as released when the window loses the keyboard.
 //
 // Sound: beep and playSound need no sound card; without one they are silent and
@@ -63,7 +63,7 @@ struct DesktopError : std::runtime_error {
 class Desktop : public Machine {
 public:
     // Bits per pixel from now on: 1, 2, 4, 8 or 32 (std::invalid_argument
-    // otherwise). Announced by screensChanged when it differs.
+    // otherwise). Announced by displaysChanged when it differs.
     virtual void setDepth(int bits) = 0;
     virtual int depth() const = 0;
     // Fills the whole display, or gives it back. The new size is announced like

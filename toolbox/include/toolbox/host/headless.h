@@ -11,7 +11,7 @@ namespace toolbox {
 
 class HeadlessMachine : public Machine {
 public:
-    explicit HeadlessMachine(std::vector<Screen> screens = {{{0, 0, 480, 640}, 8}});
+    explicit HeadlessMachine(std::vector<Display> displays = {{{0, 0, 480, 640}, 8}});
 
     // Called when a program waits for input and the queue is empty, and at no
     // other moment: returns the next input, or nothing to let time pass. May look
@@ -22,14 +22,14 @@ public:
     // Input that has arrived: it comes before what the source would return.
     void push(const Input &input);
 
-    // At least one. Takes effect at once and announces screensChanged.
-    virtual void setScreens(std::vector<Screen> screens);
+    // At least one. Takes effect at once and announces displaysChanged.
+    virtual void setDisplays(std::vector<Display> displays);
     // False for sessions that no one looks at: no pixels are kept. To be set before
     // the Toolbox is started; true unless set.
     void wantPictures(bool wanted);
     // Receives every picture that is presented; borrowed for the call, which must
     // not call the Toolbox. None unless set.
-    using Watcher = std::function<void(int screen, const Picture &picture)>;
+    using Watcher = std::function<void(int display, const Picture &picture)>;
     void setWatcher(Watcher watcher);
     // As another program would; the serial changes.
     virtual void putOnClipboard(const std::string &text);
@@ -43,7 +43,7 @@ public:
     bool inputWaiting() override;
     std::uint32_t ticks() override;
     void passTicks(std::uint32_t count) override;
-    std::vector<Screen> screens() override;
+    std::vector<Display> displays() override;
     void present(int index, const Picture &picture, const Rect &changed) override;
     bool picturesWanted() override;
     std::string clipboardText() override;
@@ -54,7 +54,7 @@ public:
     void setCursor(CursorShape shape) override;
 
 private:
-    std::vector<Screen> screens_;
+    std::vector<Display> displays_;
     std::vector<Picture> pictures_;
     std::deque<Input> queue_;
     Source source_;

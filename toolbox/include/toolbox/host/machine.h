@@ -15,7 +15,7 @@
 namespace toolbox {
 
 // A display, and the pixels that the Toolbox has on it.
-struct Screen {
+struct Display {
     Rect bounds;     // global; the main display's top left is 0, 0
     int depth;       // bits per pixel: 1, 2, 4, 8 or 32
     int scale = 1;   // device pixels per QuickDraw pixel, each way: 1, 2 or 3
@@ -30,7 +30,7 @@ struct Input {
     // keyUp makes no event; it ends the repeats that autoKey inputs make.
     // quit asks the program to end. clipboardChanged announces a new serial of
     // the clipboard.
-    enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, screensChanged, clipboardChanged, quit };
+    enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, displaysChanged, clipboardChanged, quit };
     Kind kind;
     Point where{};                // global, for the mouse kinds
     std::uint8_t character = 0;   // Mac OS Roman, for the key kinds
@@ -64,10 +64,10 @@ struct Machine {
     virtual void passTicks(std::uint32_t count) = 0;
 
     // At least one; the first is the main display. May change between calls,
-    // announced by Input screensChanged. Bounds do not overlap and are not
+    // announced by Input displaysChanged. Bounds do not overlap and are not
     // empty.
-    virtual std::vector<Screen> screens() = 0;
-    // Shows the pixels of display number index (as in screens); the picture is
+    virtual std::vector<Display> displays() = 0;
+    // Shows the pixels of display number index (as in displays); the picture is
     // scale times as wide and high as the display's bounds. Called before the
     // Toolbox waits, if they have changed. Outside the rectangle changed, which is
     // in the picture's own pixels, they are what was presented last; it is the
@@ -77,7 +77,7 @@ struct Machine {
 
     // Whether pictures will be looked at. Asked at start and for each new
     // display. False: shapes and text are measured and traced as usual, but no
-    // pixel is kept, nothing is presented and screenPicture is empty.
+    // pixel is kept, nothing is presented and displayPicture is empty.
     virtual bool picturesWanted() { return true; }
 
     // UTF-8 with \n line ends; empty when there is no text.

@@ -11,7 +11,7 @@ namespace toolbox {
 // including what has not been presented yet; empty when the machine wants no
 // pictures. std::out_of_range when there is no such display. Between start and
 // stop of the Toolbox.
-Picture screenPicture(int index);
+Picture displayPicture(int index);
 
 // Writes an 8-bit RGB PNG, replacing a file of that name. False, and no file
 // left over, when it cannot be written.

@@ -101,8 +101,8 @@ public:
     // Device pixels per pixel, 1, 2 or 3, on all displays.
     void setScale(int scale);
     // Of the main display; displays right of it or below it move along.
-    void resizeScreen(int width, int height);
-    void setScreens(const std::vector<Screen> &screens);
+    void resizeDisplay(int width, int height);
+    void setDisplays(const std::vector<Display> &displays);
     // Anything else, at that moment: a fault to plan, a picture to take. A
     // ScriptError that it throws without a line gets the line of the step.
     void then(std::function<void()> action);
@@ -131,7 +131,7 @@ public:
 
 private:
     struct Script;
-    void changeScreens(std::function<void(std::vector<Screen> &)> change);
+    void changeDisplays(std::function<void(std::vector<Display> &)> change);
     std::unique_ptr<Script> script_;
 };
 

@@ -140,7 +140,7 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
 
 TEST(Displays, AreReadFromLeftToRight)
 {
-    auto displays = play::screensFromText("640x480x8+1024x768x1");
+    auto displays = play::displaysFromText("640x480x8+1024x768x1");
     ASSERT_EQ(displays.size(), 2u);
     EXPECT_EQ(displays[0].bounds.right, 640);
     EXPECT_EQ(displays[0].depth, 8);
@@ -153,7 +153,7 @@ TEST(Displays, AreReadFromLeftToRight)
 
 TEST(Displays, HaveAScaleWhenOneIsGiven)
 {
-    auto displays = play::screensFromText("640x480x8@2+300x200x1+100x100x32@3");
+    auto displays = play::displaysFromText("640x480x8@2+300x200x1+100x100x32@3");
     ASSERT_EQ(displays.size(), 3u);
     EXPECT_EQ(displays[0].scale, 2);
     EXPECT_EQ(displays[0].bounds.right, 640);
@@ -167,5 +167,5 @@ TEST(Displays, AnyOtherTextIsRefused)
     for (const char *text :
          {"", "640", "640x480", "640x480x3", "640x480x8+", "x480x8", "640x480x8 ", "10x480x8", "640x99999x8",
           "-640x480x8", "640x480x8@", "640x480x8@0", "640x480x8@4", "640x480x8@2x"})
-        EXPECT_TRUE(play::screensFromText(text).empty()) << text;
+        EXPECT_TRUE(play::displaysFromText(text).empty()) << text;
 }
