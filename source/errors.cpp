@@ -9,7 +9,7 @@
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
 
-// What is missing below this module is reported through it.
+// The modules below this one report through it what is missing.
 [[maybe_unused]] static const ReportProc kInstalled = gReport = TheErrorHandler;
 
 Boolean gHaveWriteError = false;
@@ -55,9 +55,9 @@ int16_t ShowAlert(int16_t kind, int16_t unknownKind)
     }
 }
 
-// Where a message is missing there is nothing left to say but this, fatal even
-// for a question or a warning. The words are wrong in one letter, and the number is
-// fixed: mended, this end would no longer be recognised in what users report.
+// If a message is missing this is all that can be said; it is fatal even for a question
+// or a warning. The words lack a letter, and the number is fixed: mended, this end
+// would no longer be recognised in what users report.
 void EndWithFixedText()
 {
     StringPtr none = ql_quorum_passtr("");
@@ -126,7 +126,7 @@ Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, Cons
 {
     DialogPtr dialog = GetNewDialog(dialogID, nullptr, reinterpret_cast<WindowPtr>(-1));
     if (!dialog) {
-        // Without the dialog the alert has to do; without either, nothing can.
+        // Without the dialog the alert must do; without both, nothing can be shown.
         if (!GetResource('ALRT', kAlertID))
             ExitToShell();
         return AlrtErrorHandler(kStopAlert, stringID, number, context, true);

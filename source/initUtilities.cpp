@@ -36,9 +36,9 @@ void GetEnvirInfo()
 
     // If it fails the version stays 0, and the dialogs work as before system 7.0.
     SystemVersionCheck();
-    int32_t answer = 0;
-    Need(Gestalt('qd  ', &answer) == noErr, kColourUnknown, " (gestalt QD)");
-    gEnvirInfo->hasColorQD = answer >= kColorQuickDraw;
+    int32_t version = 0;
+    Need(Gestalt('qd  ', &version) == noErr, kColourUnknown, " (gestalt QD)");
+    gEnvirInfo->hasColorQD = version >= kColorQuickDraw;
     GetAppVersionStr(gEnvirInfo->versionStr);
     GetCurPixDepth();
     MeasureDisplay();

@@ -29,7 +29,7 @@ void AnnoInit()
 
 // --- The checks -------------------------------------------------------------
 
-// Says why and corrects the field; false.
+// Says why, corrects the field, and returns false.
 static Boolean RefuseField(int16_t message, int16_t item, ConstStr255Param replacement)
 {
     TheErrorHandler(kErrorDialog, message, kNoReason, ql_quorum_passtr(""), false);

@@ -113,7 +113,8 @@ void CustomProc(DialogPtr dialog, int16_t)
 
 // What cancelling restores, apart from the spot function. annoFontItem is not part
 // of it, though the font's name is: the font popup stays where the user last left
-// it, and shows it at the next opening. So does the dialog's position.
+// it, and shows it at the next opening. Nor is the dialog's position: it opens where it
+// was last seen.
 static void CopySettings(PrefsRec *from, PrefsRec *to)
 {
     for (const Setting &setting : kSettings) {

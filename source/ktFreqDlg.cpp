@@ -19,7 +19,7 @@ void FreqInit()
 
 // --- The check --------------------------------------------------------------
 
-// False; in report mode after saying why and correcting the field. Without a
+// Returns false, in report mode after saying why and correcting the field. Without a
 // setting the field is left alone.
 static Boolean Refuse(Boolean report, int16_t message, const Setting *setting, ConstStr255Param replacement)
 {
@@ -68,8 +68,8 @@ static Boolean TidyAngle(Str255 text, double value, const Setting &setting, int1
 
 // Counts from the separator, or from -1 without one, so a whole number of four
 // characters or more is refused too. Users never meet that, since the range refuses
-// such numbers first. Stored settings can: this dialog never writes 0100, so they
-// count as damaged.
+// such numbers first. Stored settings may hold one, such as 0100, which this dialog
+// never writes: they count as damaged.
 static Boolean CheckDecimals(Str255 text, int16_t position, const Setting &setting, Boolean report)
 {
     if (text[0] - position < 5 || position == 0)

@@ -23,15 +23,11 @@ static Boolean AskWhereToSave(SFReply *reply)
     return reply->good;
 }
 
-// What writes the setting that is chosen in the menu, in the order of the file.
+// A section of the file: the menu whose choice it writes, 0 for one that is always
+// written, and what writes it.
 struct Section {
     int16_t menuID;
     OSErr (*write)(int16_t refNum);
-};
-
-static const Section kSections[] = {
-    {kFreqMenu, WriteFreq}, {kAngleMenu, WriteAngle}, {kFlatMenu, WriteFlat},
-    {kAnnoMenu, WriteAnno}, {kErrorMenu, WriteError},
 };
 
 static Boolean IsChosen(int16_t menuID)
@@ -50,27 +46,34 @@ static OSErr WriteSpotOrCheck(int16_t refNum)
     return noErr;
 }
 
+// In the order of the file.
+static const Section kSections[] = {
+    {0, WriteBegin},        {kSpotMenu, WriteSpotOrCheck}, {kFreqMenu, WriteFreq},   {kAngleMenu, WriteAngle},
+    {kFlatMenu, WriteFlat}, {kAnnoMenu, WriteAnno},        {kErrorMenu, WriteError}, {0, WriteEnd},
+};
+
+static Boolean IsDue(const Section &section)
+{
+    return section.menuID == 0 || section.menuID == kSpotMenu || IsChosen(section.menuID);
+}
+
+static const char *Writing(const Section &section)
+{
+    return section.menuID == 0 ? " (fswrite)" : SettingWithMenu(section.menuID)->writing;
+}
+
 // The frequency is written even after a failed spot function; the file is closed by
 // then, so that fails too and is reported. Mended, users whose disk is full would
 // see one report where they know two.
 static Boolean WriteSections(int16_t refNum)
 {
-    Boolean going = !StepFailed(WriteSpotOrCheck(refNum), SettingWithMenu(kSpotMenu)->writing);
+    const Section *failed = nullptr;
     for (const Section &section : kSections) {
-        const Setting &setting = *SettingWithMenu(section.menuID);
-        Boolean due = IsWritten(setting) && (going || section.menuID == kFreqMenu);
-        if (due && StepFailed(section.write(refNum), setting.writing))
-            going = false;
+        Boolean goesOn = !failed || (failed->menuID == kSpotMenu && section.menuID == kFreqMenu);
+        if (goesOn && IsDue(section) && StepFailed(section.write(refNum), Writing(section)))
+            failed = &section;
     }
-    return going;
-}
-
-static void WriteFile(int16_t refNum)
-{
-    if (StepFailed(WriteBegin(refNum), " (fswrite)") || !WriteSections(refNum))
-        return;
-    if (!StepFailed(WriteEnd(refNum), " (fswrite)"))
-        FinishNewFile(gTotalLength);
+    return failed == nullptr;
 }
 
 int16_t MakeCustomRiders()
@@ -82,7 +85,8 @@ int16_t MakeCustomRiders()
     if (!AskWhereToSave(&reply))
         return 0;
     if (OpenNewFile(reply, &refNum)) {
-        WriteFile(refNum);
+        if (WriteSections(refNum))
+            FinishNewFile(gTotalLength);
         CloseNewFile();
     }
     if (gPrefsPtr->closeAfterMake == 1 && !gHaveWriteError)

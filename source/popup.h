@@ -12,7 +12,7 @@
 #include "toolbox/quickdraw.h"
 
 struct PopupInfo {
-    Rect bounds;        // the whole control, as handed to SetupPopup
+    Rect bounds;        // the whole control, as given to SetupPopup
     Rect popupRect;     // the framed box: bounds less the title
     Rect titleRect;     // inverted while the menu is down; all zero without a title
     MenuHandle menu;

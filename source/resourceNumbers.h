@@ -32,7 +32,7 @@ enum : int16_t {
     kTooManyDecimals = 16144,       // more than four digits after the separator
     kTextLength = 16145,            // the annotation has 1 to 254 characters
     kImportQuestion = 16146,        // whether to import a spot function
-    kFileGone = 16149,              // the file is not there any more
+    kFileGone = 16149,              // the file is no longer there
     kNotRead = 16150,               // any other failure of reading
     kFileIsEmpty = 16151,           // nothing to import
     kNoMemoryForFile = 16152,       // to import

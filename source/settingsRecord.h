@@ -5,9 +5,9 @@
 #include "toolbox/bigendian.h"
 #include "toolbox/types.h"
 
-// Stored byte for byte as resource 'STUF' 128 of the preferences file. Item numbers count from 1; item 1 of a popup means "leave
-// it to the printer". Texts are Pascal strings; numbers in them have the user's
-// decimal separator.
+// Stored byte for byte as resource 'STUF' 128 of the preferences file. Item numbers
+// count from 1; item 1 of a popup means "leave it to the printer". Texts are Pascal
+// strings; numbers in them have the user's decimal separator.
 struct PrefsRec {
     Str31 prefsVersion;      // version text of the plug-in that wrote it
     BigInt16 freqItem;       // kFreqMenu

@@ -2,8 +2,8 @@
 //
 // All work in place on the caller's buffers and allocate nothing. Positions
 // count from 1. The decimal separator is the environment record's, so routines
-// that use it need gEnvirInfo. Nothing calls
-// ElipseString so far: it belongs to the set.
+// that use it need gEnvirInfo. Nothing calls ElipseString so far: it belongs to
+// the set.
 #pragma once
 
 #include "toolbox/types.h"

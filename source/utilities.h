@@ -28,8 +28,9 @@ void OutlineDefault(DialogPtr dialog, int16_t item);
 void FlashButton(DialogPtr dialog, int16_t item);
 // Whether the item is an enabled push button.
 Boolean IsPushButton(DialogPtr dialog, int16_t item);
-// Whether the event is a press of Return or Enter, or of Escape or Command-period.
+// Whether the event is a press of Return or Enter.
 Boolean IsConfirmKey(const EventRecord &event);
+// Whether the event is a press of Escape or Command-period.
 Boolean IsCancelKey(const EventRecord &event);
 // Key filter of a two-button dialog: Return and Enter press item 1, Escape and
 // Command-period item 2.
@@ -40,24 +41,24 @@ Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, in
 
 // Purges and compacts the heap.
 void CrushTheHeap();
-// Appends a random number to the name, 63 characters at most. Does not look whether
-// there is a file of that name.
+// Appends a random number to the name, 63 characters at most. There may be a file
+// of that name.
 void GetUniqueTempName(Str63 name);
 // Index of the first such byte at or after start; -1 when there is none up to
 // 32767.
 int16_t FindCharOffset(char character, Handle text, int16_t start);
 
-// The display that shows most of the window, else the main display; for a nil window
-// the main one. Without colour QuickDraw the environment's screenRect.
+// The display that shows most of the window; for one that is on none, and for nil,
+// the main display. Without colour QuickDraw the environment's screenRect.
 void GetCurDevRect(WindowPtr window, Rect *display);
 // Moves the window on the display of the reference window (may be nil): centred
-// across, and a third or half of the free height down. It is not brought
-// to the front.
+// across, and a third or half of the free height down. It is not brought to the front.
 void CenterWindow(WindowPtr reference, WindowPtr window, int16_t mode);
 // Centres inner over outer; with outer nil it stays.
 void CenterWindowInWindow(WindowPtr outer, WindowPtr inner);
 // Makes the alert open on the window's display (nil: the main display), centred
-// across and a third of the free height down, by changing its resource in memory. Does not return when there is no such alert.
+// across and a third of the free height down, by changing its resource in memory.
+// Does not return if there is no such alert.
 void CenterAlert(WindowPtr window, int16_t alertID);
 // Where a file dialog of that size goes on the window's display.
 void CenterSFGet(WindowPtr window, Point *where, int16_t width, int16_t height);

@@ -98,9 +98,9 @@ struct MessageBlock {
 //   Pointers:  the plug-in's strings, until it returns; the host copies them.
 typedef int32_t (*AddMenuItemProc)(ConstStr255Param group, ConstStr255Param text, int32_t number);
 
-// Called for every event that the settings dialog does not handle itself: keys that
-// mean nothing to it, clicks outside its popups, updates and
-// activates of any window, null events. True: handled, with *itemHit set.
+// Called for every event that the settings dialog does not handle itself: keys
+// that mean nothing to it, clicks outside its popups, updates and activates of
+// any window, null events. True: handled, with *itemHit set.
 // *itemHit may already be 2 when it is called. May change the event.
 //   Thread:    the thread that called main_entry.
 //   When:      during kSelectCommand with kCommandSettings, while the settings

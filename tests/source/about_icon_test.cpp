@@ -107,7 +107,8 @@ TEST_F(About, NothingOfPictureAndIconIsLeft)
             toolbox::Picture display = toolbox::displayPicture(0);
             for (int v = 108; v < 108 + 80; ++v)
                 for (int h = 195; h < 195 + kWindowWidth; ++h)
-                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu) << h << "," << v;
+                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu)
+                        << h << "," << v;
         });
     });
 }

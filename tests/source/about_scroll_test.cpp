@@ -134,7 +134,8 @@ TEST_F(AboutScroll, NothingOfTheTitleIsLeftInTheScroll)
             Rect text = ItemBox(gTheDialog, kTextArea);
             for (int v = 108 + text.top; v < 108 + text.bottom; ++v)
                 for (int h = 195; h < 195 + 200; ++h)
-                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu) << h << "," << v;
+                    ASSERT_EQ(display.pixels[static_cast<size_t>(v * display.width + h)], 0xFFFFFFu)
+                        << h << "," << v;
         });
     });
 }

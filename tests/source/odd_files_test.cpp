@@ -20,15 +20,15 @@ const std::string kHeader = "%!KT1_Spot\r";
 const std::string kRiders = "%!Zu3_Riders\r\n% the rest";
 
 // Takes away root's privileges, with which the tests may be running.
-class Nobody
+class WithoutPrivileges
 {
 public:
-    Nobody()
+    WithoutPrivileges()
     {
         if (geteuid() == 0)
             changed_ = seteuid(65534) == 0;
     }
-    ~Nobody()
+    ~WithoutPrivileges()
     {
         if (changed_ && seteuid(0) != 0)
             std::abort();
@@ -135,13 +135,13 @@ TEST_F(OddFiles, FileWithoutReadPermissionIsReported)
 {
     writeFile(folder / "Secret", kHeader + "{ }");
     fs::permissions(folder.path(), fs::perms::all);
-    std::optional<Nobody> nobody;
+    std::optional<WithoutPrivileges> unprivileged;
     when("dialog 16401 closed", [&] {
         fs::permissions(folder / "Secret", fs::perms::none);
-        nobody.emplace();
+        unprivileged.emplace();
     });
     EXPECT_FALSE(importReported("Secret"));
-    nobody.reset();
+    unprivileged.reset();
     EXPECT_TRUE(traced("file open \"Secret\" -> -54"));
     EXPECT_TRUE(said(16150, permErr, " (fsopen)"));
 }

@@ -50,13 +50,13 @@ protected:
 TEST_F(PluginFile, ExportsMainEntryAndNothingElse)
 {
     Elf64_Shdr symbols = sectionOfType(SHT_DYNSYM);
-    std::vector<std::string> offered;
+    std::vector<std::string> exported;
     for (size_t i = 0; i < symbols.sh_size / sizeof(Elf64_Sym); ++i) {
         Elf64_Sym symbol = at<Elf64_Sym>(symbols.sh_offset + i * sizeof(Elf64_Sym));
         if (symbol.st_shndx != SHN_UNDEF && ELF64_ST_BIND(symbol.st_info) != STB_LOCAL)
-            offered.push_back(name(symbols, symbol.st_name));
+            exported.push_back(name(symbols, symbol.st_name));
     }
-    EXPECT_EQ(offered, std::vector<std::string>{"main_entry"});
+    EXPECT_EQ(exported, std::vector<std::string>{"main_entry"});
 }
 
 TEST_F(PluginFile, NeedsNothingBeyondTheRuntime)
