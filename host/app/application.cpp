@@ -11,7 +11,7 @@ namespace {
 
 // How long the loop sleeps when nothing happens, before it lets the
 // plug-in have its idle call.
-constexpr uint32_t idleTicks = 10 * 60;
+constexpr uint32_t kIdleTicks = 10 * 60;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ void Application::run()
     }
     while (!over_ && !toolbox::quitAsked()) {
         EventRecord event;
-        WaitNextEvent(everyEvent, &event, idleTicks);
+        WaitNextEvent(everyEvent, &event, kIdleTicks);
         handle(event);
     }
 }

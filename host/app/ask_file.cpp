@@ -11,7 +11,7 @@ namespace riders::app {
 namespace {
 
 enum { jobDialog = 1001, ridersDialog = 1002, saveDialog = 1003 };
-constexpr int16_t allTypes = -1;
+constexpr int16_t kAllTypes = -1;
 
 fs::path chosen(const SFReply &reply)
 {
@@ -31,7 +31,7 @@ fs::path askToOpen(int dialog, int16_t typeCount, const OSType *types)
 
 fs::path askForJob()
 {
-    return askToOpen(jobDialog, allTypes, nullptr);
+    return askToOpen(jobDialog, kAllTypes, nullptr);
 }
 
 fs::path askForRiders()

@@ -8,7 +8,7 @@
 namespace riders::app {
 namespace {
 
-constexpr uint8_t dimmed = 255;
+constexpr uint8_t kDimmed = 255;
 
 Handle itemOf(DialogPtr dialog, int16_t number, Rect *box)
 {
@@ -71,7 +71,7 @@ void setItemText(DialogPtr dialog, int16_t number, const std::string &text)
 
 void enableButton(DialogPtr dialog, int16_t number, bool enabled)
 {
-    HiliteControl(buttonOf(dialog, number), enabled ? 0 : dimmed);
+    HiliteControl(buttonOf(dialog, number), enabled ? 0 : kDimmed);
 }
 
 void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)
@@ -82,7 +82,7 @@ void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)
     Rect box;
     itemOf(dialog, outline, &box);
     PenSize(3, 3);
-    if ((**buttonOf(dialog, button)).contrlHilite == dimmed)
+    if ((**buttonOf(dialog, button)).contrlHilite == kDimmed)
         PenPat(&qd.gray);
     FrameRoundRect(&box, 16, 16);
     PenNormal();
@@ -109,7 +109,7 @@ int16_t buttonForKey(const EventRecord &event, int16_t byDefault, int16_t toCanc
 bool pressByKey(DialogPtr dialog, int16_t number)
 {
     ControlHandle button = buttonOf(dialog, number);
-    if ((**button).contrlHilite == dimmed) {
+    if ((**button).contrlHilite == kDimmed) {
         SysBeep(1);
         return false;
     }

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace riders::app {
 namespace {
 
-constexpr int16_t windowID = 1000;
+constexpr int16_t kWindowID = 1000;
 enum Item : int16_t { addButton = 1, closeButton, takeOutButton, outline, titleText = 8, pagesText, ridersText };
 
 Document *current = nullptr;
@@ -59,10 +59,10 @@ void Document::open(const fs::path &job)
 
 void Document::makeWindow()
 {
-    dialog_ = GetNewDialog(windowID, nullptr, reinterpret_cast<WindowPtr>(-1));
+    dialog_ = GetNewDialog(kWindowID, nullptr, reinterpret_cast<WindowPtr>(-1));
     if (!dialog_)
         throw plugin::PluginError("the window of a job cannot be made: its resources or memory are missing");
-    Point corner = centered('DLOG', windowID);
+    Point corner = centered('DLOG', kWindowID);
     MoveWindow(dialog_, corner.h, corner.v, false);
     setUserItem(dialog_, outline, outlineProc);
     show();

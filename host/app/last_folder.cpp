@@ -22,7 +22,7 @@ fs::path keepingFile(bool make)
 }
 
 // Every path is shorter; what is longer was not written by this program.
-constexpr std::size_t longest = 4096;
+constexpr std::size_t kLongest = 4096;
 
 // The file holds the path alone, without a line end: a name may end in one.
 // Empty for anything that does not name an existing folder.
@@ -31,14 +31,14 @@ fs::path readFolder(const fs::path &file)
     std::error_code error;
     if (!fs::is_regular_file(file, error))
         return {};
-    std::string text(longest + 1, '\0');
+    std::string text(kLongest + 1, '\0');
     try {
         text.resize(io::readFully(io::openInput(file), text.data(), text.size()));
     } catch (const io::Refusal &) {
         return {};
     }
     const fs::path folder = text;
-    const bool usable = text.size() <= longest && text.find('\0') == text.npos && folder.is_absolute();
+    const bool usable = text.size() <= kLongest && text.find('\0') == text.npos && folder.is_absolute();
     return usable && fs::is_directory(folder, error) ? folder : fs::path();
 }
 

@@ -8,7 +8,7 @@ namespace {
 enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu };
 enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
 enum DisplayItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
-constexpr int depths[] = {1, 2, 4, 8, 32};
+constexpr int kDepths[] = {1, 2, 4, 8, 32};
 
 void insert(int16_t id)
 {
@@ -65,8 +65,8 @@ void Menus::update(bool documentOpen)
         return;
     MenuHandle display = GetMHandle(displayMenu);
     CheckItem(display, fullScreenItem, display_->fullScreen());
-    for (std::size_t i = 0; i < std::size(depths); ++i)
-        CheckItem(display, static_cast<int16_t>(firstDepthItem + i), display_->depth() == depths[i]);
+    for (std::size_t i = 0; i < std::size(kDepths); ++i)
+        CheckItem(display, static_cast<int16_t>(firstDepthItem + i), display_->depth() == kDepths[i]);
 }
 
 Command Menus::chosen(int32_t choice) const
@@ -83,7 +83,7 @@ Command Menus::chosen(int32_t choice) const
     case displayMenu:
         if (item == fullScreenItem)
             return {Kind::fullScreen};
-        return {Kind::depth, depths[item - firstDepthItem]};
+        return {Kind::depth, kDepths[item - firstDepthItem]};
     default:
         return {};
     }

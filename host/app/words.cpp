@@ -9,8 +9,8 @@
 namespace riders::app {
 namespace {
 
-constexpr int16_t stringList = 1000;
-constexpr int16_t problemAlert = 1010;
+constexpr int16_t kStringList = 1000;
+constexpr int16_t kProblemAlert = 1010;
 
 // Both kinds of template begin with the bounds.
 struct Bounds {
@@ -42,7 +42,7 @@ void center(int16_t alert)
 std::string words(Words which)
 {
     Str255 text;
-    GetIndString(text, stringList, static_cast<int16_t>(which));
+    GetIndString(text, kStringList, static_cast<int16_t>(which));
     return toolbox::utf8FromPascal(text);
 }
 
@@ -65,8 +65,8 @@ void showProblem(const std::string &text)
     toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(text));
     ParamText(shown, empty, empty, empty);
     SysBeep(1);
-    center(problemAlert);
-    StopAlert(problemAlert, nullptr);
+    center(kProblemAlert);
+    StopAlert(kProblemAlert, nullptr);
 }
 
 }  // namespace riders::app

@@ -7,10 +7,10 @@
 namespace riders::play {
 namespace {
 
-constexpr int across = 4;
-constexpr int gap = 4;
-constexpr std::size_t mostFrames = 200;
-constexpr std::uint32_t grey = 0x808080;
+constexpr int kAcross = 4;
+constexpr int kGap = 4;
+constexpr std::size_t kMostFrames = 200;
+constexpr std::uint32_t kGrey = 0x808080;
 
 std::size_t offset(const toolbox::Picture &picture, int h, int v)
 {
@@ -28,7 +28,7 @@ void paste(const toolbox::Picture &frame, toolbox::Picture &sheet, int h, int v)
 
 void Film::take(const toolbox::Picture &shown, const toolbox::Display &display)
 {
-    if (seen_++ % every_ == 0 && frames_.size() < mostFrames)
+    if (seen_++ % every_ == 0 && frames_.size() < kMostFrames)
         frames_.push_back(pictureOf(shown, display, view_));
 }
 
@@ -41,12 +41,12 @@ toolbox::Picture Film::sheet() const
         height = std::max(height, frame.height);
     }
     int count = static_cast<int>(frames_.size());
-    int columns = std::min(across, count), rows = (count + across - 1) / across;
-    toolbox::Picture sheet{columns * (width + gap), rows * (height + gap), {}};
-    sheet.pixels.assign(offset(sheet, 0, sheet.height), grey);
+    int columns = std::min(kAcross, count), rows = (count + kAcross - 1) / kAcross;
+    toolbox::Picture sheet{columns * (width + kGap), rows * (height + kGap), {}};
+    sheet.pixels.assign(offset(sheet, 0, sheet.height), kGrey);
     for (int i = 0; i < count; ++i)
-        paste(frames_[static_cast<std::size_t>(i)], sheet, i % across * (width + gap),
-              i / across * (height + gap));
+        paste(frames_[static_cast<std::size_t>(i)], sheet, i % kAcross * (width + kGap),
+              i / kAcross * (height + kGap));
     return sheet;
 }
 
