@@ -1,10 +1,9 @@
 #include "source/dialogItems.h"
 
 #include "source/environment.h"
+#include "toolbox/keys.h"
 #include "toolbox/scrap.h"
 #include "toolbox/system.h"
-
-enum { kBackspaceKey = 8, kLeftArrow = 28, kDownArrow = 31 };
 
 // --- Items ------------------------------------------------------------------
 
@@ -64,7 +63,7 @@ Boolean IsDigit(int16_t key)
 
 Boolean IsEditingKey(int16_t key)
 {
-    return key == kBackspaceKey || (key >= kLeftArrow && key <= kDownArrow);
+    return key == toolbox::key::backspace || (key >= toolbox::key::leftArrow && key <= toolbox::key::downArrow);
 }
 
 Boolean RefuseKey()

@@ -8,6 +8,7 @@
 #include "source/settingsRecord.h"
 #include "source/strings.h"
 #include "source/utilities.h"
+#include "toolbox/keys.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
@@ -20,7 +21,6 @@ Str255 gAnnoSavedFontNameStr = {0};
 
 enum { kOutlineItem = 3, kTextItem = 4, kFontItem = 6, kSizePopupItem = 7, kSizeItem = 8, kPanelItem = 9 };
 enum { kTextLimit = 254, kSizeLimit = 4 };
-enum { kTabKey = 9 };
 enum { kFontTitle = 4 };
 
 void AnnoInit()
@@ -132,7 +132,7 @@ static Boolean TypedKey(int16_t key, const Field &field)
 
 static Boolean IsMovingKey(int16_t key)
 {
-    return IsEditingKey(key) || key == kTabKey;
+    return IsEditingKey(key) || key == toolbox::key::tab;
 }
 
 static Boolean AnnoKeyDown(DialogPtr dialog, const EventRecord &event)

@@ -8,6 +8,7 @@
 #include "source/resourceNumbers.h"
 #include "source/strings.h"
 #include "toolbox/bigendian.h"
+#include "toolbox/keys.h"
 #include "toolbox/memory.h"
 #include "toolbox/resources.h"
 #include "toolbox/system.h"
@@ -17,8 +18,6 @@ namespace {
 constexpr Size kWholeHeap = 0x800000;
 constexpr int16_t kVersionPrefix = 1;
 constexpr int kShortVersionOffset = 6;
-
-enum { kReturnKey = 13, kEnterKey = 3, kEscapeKey = 27 };
 
 // The 'vers' 1 of the plug-in's own file, at least its four number bytes.
 Handle VersionResource()
@@ -214,14 +213,14 @@ Boolean GenericFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 Boolean IsConfirmKey(const EventRecord &event)
 {
     int character = event.message & charCodeMask;
-    return event.what == keyDown && (character == kReturnKey || character == kEnterKey);
+    return event.what == keyDown && (character == toolbox::key::carriageReturn || character == toolbox::key::enter);
 }
 
 Boolean IsCancelKey(const EventRecord &event)
 {
     int character = event.message & charCodeMask;
     return event.what == keyDown &&
-           (character == kEscapeKey || (character == '.' && (event.modifiers & cmdKey)));
+           (character == toolbox::key::escape || (character == '.' && (event.modifiers & cmdKey)));
 }
 
 Boolean TwoButtonKeys(DialogPtr dialog, EventRecord *event, int16_t *itemHit, int16_t cancelItem)

@@ -75,13 +75,13 @@ private:
             workers_.addUrgent([this, i, share, report] {
                 const size_t page = share.pages[i];
                 run_.pageRead({page, readRendered(job_, share, i),
-                               displaysOf(page, static_cast<int>(i) + 1, *report), report});
+                               screensOf(page, static_cast<int>(i) + 1, *report), report});
             });
         }
     }
 
     // For PostScript the interpreter reports the screens of all pages, for PDF those of its share.
-    AskedScreens displaysOf(size_t page, int file, const InterpreterReport &report) const
+    AskedScreens screensOf(size_t page, int file, const InterpreterReport &report) const
     {
         const int number = run_.job.kind == JobKind::pdf ? file : run_.survey.pages[page].number;
         const auto index = static_cast<size_t>(number) - 1;

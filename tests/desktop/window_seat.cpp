@@ -26,12 +26,12 @@ toolbox::DesktopOptions optionsFor(const std::vector<Display> &displays)
 {
     if (displays.size() != 1)
         throw std::invalid_argument("the desktop's window is one screen");
-    const Display &screen = displays.front();
+    const Display &display = displays.front();
     return {.title = "Riders, played",
-            .width = screen.bounds.right,
-            .height = screen.bounds.bottom,
-            .depth = screen.depth,
-            .scale = screen.scale};
+            .width = display.bounds.right,
+            .height = display.bounds.bottom,
+            .depth = display.depth,
+            .scale = display.scale};
 }
 
 const std::map<std::uint8_t, const char *> namedKeys = {
@@ -109,9 +109,9 @@ void WindowSeat::findWindow()
 
 std::string WindowSeat::placeOnDisplay()
 {
-    const Display screen = window_->displays().front();
-    return std::to_string(screen.bounds.right * screen.scale) + "x" +
-           std::to_string(screen.bounds.bottom * screen.scale) + "+" + std::to_string(corner_.first) + "+" +
+    const Display display = window_->displays().front();
+    return std::to_string(display.bounds.right * display.scale) + "x" +
+           std::to_string(display.bounds.bottom * display.scale) + "+" + std::to_string(corner_.first) + "+" +
            std::to_string(corner_.second);
 }
 

@@ -17,8 +17,8 @@ using namespace desktop;
 using toolbox::Picture;
 using toolbox::Display;
 
-constexpr int kAnnotation = 8;
-constexpr int kTextOfAnnotation = 4;
+constexpr int annotation = 8;
+constexpr int textOfAnnotation = 4;
 constexpr auto patience = std::chrono::seconds(20);
 
 class InWindow : public ::testing::Test {
@@ -33,9 +33,9 @@ protected:
     }
 
     // What it shows of the settings dialog on such a display.
-    Picture shownSettings(const Display &screen)
+    Picture shownSettings(const Display &display)
     {
-        WindowSeat seat({screen});
+        WindowSeat seat({display});
         Sitting sitting(seat, folder_ / "window");
         Picture seen;
         sitting.inSettings([&] {
@@ -48,7 +48,7 @@ protected:
     static void inAnnotation(Sitting &sitting, const std::function<void()> &steps)
     {
         sitting.inSettings([&] {
-            sitting.user.choose(kAnnotation, "Edit annotation...");
+            sitting.user.choose(annotation, "Edit annotation...");
             steps();
             sitting.user.key("escape");
         });
@@ -72,8 +72,8 @@ protected:
     {
         sitting.user.then([&sitting, wanted, patience] {
             if (patience == 0)
-                EXPECT_EQ(textOf(kTextOfAnnotation), wanted);
-            else if (textOf(kTextOfAnnotation) != wanted)
+                EXPECT_EQ(textOf(textOfAnnotation), wanted);
+            else if (textOf(textOfAnnotation) != wanted)
                 sitting.user.insertNext([&] {
                     sitting.user.wait(2);
                     expectText(sitting, wanted, patience - 1);

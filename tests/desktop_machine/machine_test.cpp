@@ -112,7 +112,7 @@ TEST_F(DesktopMachineTest, NoWindowIsSmallerThanTheSmallestDisplay)
     EXPECT_EQ(machine->displays()[0].bounds.right, 512);
     EXPECT_EQ(machine->displays()[0].bounds.bottom, 342);
     SDL_SetWindowSize(window(), 300, 500);
-    EXPECT_EQ(awaited(), "screens");
+    EXPECT_EQ(awaited(), "displays");
     EXPECT_EQ(machine->displays()[0].bounds.right, 512);
     EXPECT_EQ(machine->displays()[0].bounds.bottom, 500);
 }
@@ -166,7 +166,7 @@ TEST_F(DesktopMachineTest, SeveralSizesGiveOneNewDisplay)
 {
     for (int width = 700; width <= 720; width += 10)
         SDL_SetWindowSize(window(), width, 500);
-    EXPECT_EQ(awaited(), "screens");
+    EXPECT_EQ(awaited(), "displays");
     EXPECT_EQ(machine->displays()[0].bounds.right, 720);
     EXPECT_EQ(machine->displays()[0].bounds.bottom, 500);
     EXPECT_EQ(taken(), "");
@@ -191,7 +191,7 @@ TEST_F(DesktopMachineTest, DepthIsAnnouncedWhenItChanges)
     machine->setDepth(32);
     EXPECT_EQ(taken(), "");
     machine->setDepth(4);
-    EXPECT_EQ(taken(), "screens");
+    EXPECT_EQ(taken(), "displays");
     EXPECT_EQ(machine->displays()[0].depth, 4);
     EXPECT_THROW(machine->setDepth(16), std::invalid_argument);
 }
@@ -225,7 +225,7 @@ TEST_F(DesktopMachineTest, PictureIsThereAgainAfterTheWindowGrew)
 {
     machine->present(0, filled(800, 600, 0x112233), {0, 0, 600, 800});
     SDL_SetWindowSize(window(), 900, 650);
-    EXPECT_EQ(awaited(), "screens");
+    EXPECT_EQ(awaited(), "displays");
     EXPECT_EQ(pixelAt(799, 599), 0x112233u);
     EXPECT_EQ(pixelAt(899, 649), 0xFFFFFFu);
 }

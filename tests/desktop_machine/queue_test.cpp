@@ -40,7 +40,7 @@ TEST(InputQueueTest, NewsIsQueuedOnceUntilItIsTaken)
         for (auto kind : {Input::Kind::displaysChanged, Input::Kind::clipboardChanged, Input::Kind::quit})
             queue.push({.kind = kind});
     EXPECT_TRUE(queue.holds(Input::Kind::quit));
-    EXPECT_EQ(described(queue), "screens clipboard quit");
+    EXPECT_EQ(described(queue), "displays clipboard quit");
     EXPECT_FALSE(queue.holds(Input::Kind::quit));
     queue.push({.kind = Input::Kind::quit});
     EXPECT_EQ(described(queue), "quit");

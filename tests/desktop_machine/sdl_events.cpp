@@ -97,7 +97,7 @@ std::string described(const toolbox::Input &input)
     case Kind::keyDown: return "down:" + keyText(input) + modifiers;
     case Kind::keyUp: return "up:" + keyText(input) + modifiers;
     case Kind::autoKey: return "again:" + keyText(input) + modifiers;
-    case Kind::displaysChanged: return "screens";
+    case Kind::displaysChanged: return "displays";
     case Kind::clipboardChanged: return "clipboard";
     case Kind::quit: return "quit";
     }

@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int jobWindow = 1000;
+constexpr int kJobWindow = 1000;
 
 class LastFolder : public ToolboxTest {
 protected:
@@ -27,7 +27,7 @@ protected:
     fs::path openedIn(const fs::path &firstJob = {})
     {
         if (!firstJob.empty()) {
-            user.in(jobWindow);
+            user.in(kJobWindow);
             user.key("escape");
             user.in(0);
         }
@@ -43,7 +43,7 @@ protected:
     {
         user.chooseFromBar("File", "Open...");
         user.answerOpen(job);
-        user.in(jobWindow);
+        user.in(kJobWindow);
         user.key("escape");
         user.in(0);
         run({});

@@ -9,7 +9,7 @@ namespace play = riders::play;
 
 // The settings dialog on a small display; the angle's popup is item 5.
 const char *const onSmallDisplay = "start\ncommand 0\n";
-const std::vector<std::string> smallDisplay = {"--screen", "512x342x8"};
+const std::vector<std::string> kSmallDisplay = {"--screen", "512x342x8"};
 
 }  // namespace
 
@@ -17,7 +17,7 @@ TEST_F(Play, TheMouseIsHeldWhileAMenuIsLookedAt)
 {
     CommandResult result =
         play(std::string(onSmallDisplay) + "hold 5\npicture first\nmove 250 48\npicture second\nup\nkey escape\n",
-             smallDisplay);
+             kSmallDisplay);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(firstNotTraced({"popup 16137 opened at item 6", "picture \"first.png\"", "picture \"second.png\"",
                               "popup 16137 gave", "dialog 16300 closed"}),
@@ -34,7 +34,7 @@ TEST_F(Play, PressMoveAndReleaseAtPointsAreADrag)
     const std::string atOnce = std::string(onSmallDisplay) + "drag 300 115 300 147\nkey escape\n";
     for (const std::string &script : {byHand, atOnce}) {
         std::filesystem::remove_all(folder / "preferences");
-        CommandResult result = play(script, smallDisplay);
+        CommandResult result = play(script, kSmallDisplay);
         EXPECT_EQ(result.err, "");
         EXPECT_TRUE(traced("popup 16137 gave 8")) << trace();
     }
@@ -130,7 +130,7 @@ TEST_F(Play, ALongPopupIsScrolledToTheItem)
 {
     CommandResult result = play("start\ncommand 0\nchoose 4 Other...\nkey escape\nchoose 4 2\nchoose 4 20\n"
                                 "choose 4 1\nkey escape\n",
-                                smallDisplay);
+                                kSmallDisplay);
     EXPECT_EQ(result.err, "") << "21 items do not fit on 342 pixels";
     EXPECT_EQ(firstNotTraced({"popup 16136 gave 21", "popup 16136 gave 2", "popup 16136 gave 20",
                               "popup 16136 gave 1", "dialog 16300 closed"}),

@@ -49,11 +49,11 @@ protected:
     }
 };
 
-const std::string magic = "%!Zu3_Riders";
+const std::string kMagic = "%!Zu3_Riders";
 
 TEST_F(Removal, RidersFileIsDeletedWithoutAQuestion)
 {
-    put(magic + "\r\n% the rest");
+    put(kMagic + "\r\n% the rest");
     EXPECT_EQ(remove(), 0);
     EXPECT_FALSE(there());
     EXPECT_FALSE(traced("dialog 16129"));
@@ -62,7 +62,7 @@ TEST_F(Removal, RidersFileIsDeletedWithoutAQuestion)
 
 TEST_F(Removal, CancelDeletesNothing)
 {
-    put(magic + "\r\n% the rest");
+    put(kMagic + "\r\n% the rest");
     user.cancelFile();
     EXPECT_EQ(run(), 1);
     EXPECT_TRUE(there());
@@ -70,7 +70,7 @@ TEST_F(Removal, CancelDeletesNothing)
 
 TEST_F(Removal, ThirteenBytesAreTooFewEvenWithTheMagic)
 {
-    put(magic + "\r");
+    put(kMagic + "\r");
     removeWithReport();
     expectReport(16159, "", "");
     EXPECT_TRUE(there());
@@ -78,14 +78,14 @@ TEST_F(Removal, ThirteenBytesAreTooFewEvenWithTheMagic)
 
 TEST_F(Removal, FifteenBytesAreEnough)
 {
-    put(magic + "\rab");
+    put(kMagic + "\rab");
     EXPECT_EQ(remove(), 0);
     EXPECT_FALSE(there());
 }
 
 TEST_F(Removal, FourteenBytesAreRefused)
 {
-    put(magic + "\ra");
+    put(kMagic + "\ra");
     removeWithReport();
     EXPECT_TRUE(there());
 }
@@ -93,7 +93,7 @@ TEST_F(Removal, FourteenBytesAreRefused)
 TEST_F(Removal, MagicMayStartUpToOffset3)
 {
     for (size_t offset = 0; offset <= 3; ++offset) {
-        put(std::string(offset, 'x') + magic + "\rabc");
+        put(std::string(offset, 'x') + kMagic + "\rabc");
         EXPECT_EQ(remove(), 0) << offset;
         EXPECT_FALSE(there()) << offset;
     }
@@ -101,7 +101,7 @@ TEST_F(Removal, MagicMayStartUpToOffset3)
 
 TEST_F(Removal, MagicAtOffset4IsNotSeen)
 {
-    put("xxxx" + magic + "\rabc");
+    put("xxxx" + kMagic + "\rabc");
     removeWithReport();
     expectReport(16159, "", "");
     EXPECT_TRUE(there());
@@ -128,7 +128,7 @@ TEST_F(Removal, EmptyFileIsRefused)
 
 TEST_F(Removal, FileThatIsOpenElsewhereStays)
 {
-    put(magic + "\r\n% the rest");
+    put(kMagic + "\r\n% the rest");
     int16_t refNum = 0;
     auto here = toolbox::folders::workingDirectory(folder.path());
     ASSERT_EQ(FSOpen(P("My riders"), *here, &refNum), noErr);
@@ -152,7 +152,7 @@ TEST_F(Removal, FailingCallsAreReportedAndDeleteNothing)
                                Fault{FileCall::getEOF, -36, 16134, " (eof)"},
                                Fault{FileCall::read, -61, 16150, " (fsread)"},
                                Fault{FileCall::remove, -45, 16156, " (fsdelete)"}}) {
-        put(magic + "\r\n% the rest");
+        put(kMagic + "\r\n% the rest");
         trace.clear();
         toolbox::faults::clear();
         toolbox::faults::failFileCall(fault.call, 1, fault.error);
@@ -165,7 +165,7 @@ TEST_F(Removal, FailingCallsAreReportedAndDeleteNothing)
 
 TEST_F(Removal, HeapThatIsNearlyFullIsReported)
 {
-    put(magic + "\r\n% the rest");
+    put(kMagic + "\r\n% the rest");
     Handle rest = nullptr;
     user.then([&] { rest = NewHandle(MaxMem(nullptr) - 4000); });
     user.answerOpen(riders());
@@ -183,7 +183,7 @@ TEST_F(Removal, NoRoomForTheCheckIsReported)
     for (int nth = 1; met && !seen && nth < 1000; ++nth) {
         restartPlugin();
         makeRecords();
-        put(magic + "\r\n% the rest");
+        put(kMagic + "\r\n% the rest");
         user.forgetRest();
         user.answerOpen(riders());
         user.press(1);   // on the report
@@ -205,7 +205,7 @@ TEST_F(Removal, NoRoomForTheCheckIsReported)
 
 TEST_F(Removal, CommandOneRunsIt)
 {
-    put(magic + "\r\n% the rest");
+    put(kMagic + "\r\n% the rest");
     user.answerOpen(riders());
     EXPECT_EQ(runCommand(kCommandRemove), 0);
     EXPECT_FALSE(there());

@@ -27,7 +27,7 @@ struct Message {
 };
 
 // Those with a number, or in a dialog other than that for failures.
-const Message withNumbers[] = {
+const Message kWithNumbers[] = {
     {16129, kFailure, 80, " (STR# resource)"},
     {16130, kSettingsWarning, 31, " (PrefsCheck)"},
     {16134, kFailure, -36, " (fsread -check)"},
@@ -54,9 +54,9 @@ std::vector<Message> everyMessage()
         if (each.type != "STR ")
             continue;
         int16_t id = static_cast<int16_t>(each.number);
-        auto found = std::find_if(std::begin(withNumbers), std::end(withNumbers),
+        auto found = std::find_if(std::begin(kWithNumbers), std::end(kWithNumbers),
                                   [&](const Message &about) { return about.id == id; });
-        all.push_back(found == std::end(withNumbers) ? Message{id, kFailure, 0, ""} : *found);
+        all.push_back(found == std::end(kWithNumbers) ? Message{id, kFailure, 0, ""} : *found);
     }
     return all;
 }

@@ -4,6 +4,7 @@
 #include "source/ktCustomDlg.h"
 #include "source/ktFreqDlg.h"
 #include "source/ktSpot.h"
+#include "support/documents.h"
 #include "toolbox/memory.h"
 
 namespace fs = std::filesystem;
@@ -32,6 +33,13 @@ Boolean dialogFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
     return onEvent && onEvent(dialog, event, itemHit);
 }
 
+std::string versionInSources()
+{
+    const std::string texts = sourceText("resources/strings.res"), before = "short \"";
+    const size_t begin = texts.find(before, texts.find("\nversion 1 ")) + before.size();
+    return texts.substr(begin, texts.find('"', begin) - begin);
+}
+
 void forgetGlobals()
 {
     gEnvirInfo = nullptr;
@@ -53,6 +61,8 @@ toolbox::LeakReport difference(const toolbox::LeakReport &now, const toolbox::Le
 }
 
 }  // namespace
+
+const std::string kPluginVersion = versionInSources();
 
 void PluginTest::SetUp()
 {

@@ -12,8 +12,8 @@
 #include "source/initUtilities.h"
 #include "source/ktPrefs.h"
 
-// The version in resources/strings.res, as texts have it.
-inline const std::string kPluginVersion = "1.0";
+// The short version text in resources/strings.res.
+extern const std::string kPluginVersion;
 
 class PluginTest : public ToolboxTest {
 protected:

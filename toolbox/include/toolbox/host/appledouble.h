@@ -4,6 +4,7 @@
 // Header of 26 bytes (magic, version, 16 of filler, entry count), a table of
 // 12 bytes per entry (id, offset, length), then the entries' bytes. All numbers
 // are big-endian. Nothing here touches files or needs a session.
+// docs/riders-file.md says what riders keeps in such a file.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // A resource fork as bytes: reading what others wrote, writing what any reader
 // accepts. Knows nothing of open files or the heap, and needs no session: the
-// resource compiler uses it too.
+// resource compiler uses it too. docs/riders-file.md says what riders keeps in one.
 #pragma once
 
 #include <cstdint>
