@@ -83,6 +83,17 @@ TEST_F(Planted, AUseOfWhatTheHeadersDoNotDeclare)
               "host/io/; see the table in docs/ARCHITECTURE.md\n");
 }
 
+TEST_F(Planted, AUseOfWhatReturnsAString)
+{
+    planted.put("host/proof/title.cpp", "#include <string>\nstd::string title() { return {}; }\n");
+    planted.put("host/io/guess.cpp", "#include <string>\nstd::string title();\n"
+                                     "std::string guess() { return title(); }\n");
+    planted.compile("host/proof/title.cpp");
+    planted.compile("host/io/guess.cpp");
+    EXPECT_EQ(uses(), "host/io/guess.cpp:2 uses title, which lives in host/proof/title.cpp: host/io/ may not know "
+                      "host/proof/; see the table in docs/ARCHITECTURE.md\n");
+}
+
 TEST_F(Planted, ACircleOfFiles)
 {
     planted.put("host/app/words.h", "#pragma once\n#include \"app/menus.h\"\n");
