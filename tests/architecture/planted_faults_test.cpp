@@ -83,6 +83,21 @@ TEST_F(Planted, AUseOfWhatTheHeadersDoNotDeclare)
               "host/io/; see the table in docs/ARCHITECTURE.md\n");
 }
 
+TEST_F(Planted, AUseOfWhatNoPublicHeaderDeclares)
+{
+    planted.put("host/app/start.cpp", "#include \"toolbox/windows.h\"\nint waiting();\n"
+                                      "int start() { return FindWindow(waiting()); }\n");
+    planted.compile("toolbox/windows/windows.cpp");
+    planted.compile("toolbox/events/queue.cpp");
+    planted.compile("host/app/start.cpp");
+    EXPECT_EQ(uses(),
+              "host/app/start.cpp:2 uses waiting, which lives in toolbox/events/queue.cpp: it is private to "
+              "toolbox/, and host/app/ may not look inside: use what is public, or name the file in the row of "
+              "host/app/; see the table in docs/ARCHITECTURE.md\n");
+    planted.put("toolbox/include/toolbox/windows.h", "int FindWindow(int);\nint waiting();\n");
+    EXPECT_EQ(uses(), "");
+}
+
 TEST_F(Planted, AUseOfWhatReturnsAString)
 {
     planted.put("host/proof/title.cpp", "#include <string>\nstd::string title() { return {}; }\n");
