@@ -109,6 +109,26 @@ TEST_F(Planted, AUseOfWhatReturnsAString)
                       "host/proof/; see the table in docs/ARCHITECTURE.md\n");
 }
 
+TEST_F(Planted, LinksThatTheTableDoesNotSay)
+{
+    auto links = [&](const std::string &text) {
+        return lines(wrongLinks(planted.table(), "host/CMakeLists.txt", text));
+    };
+    EXPECT_EQ(links("riders_room(io LINKS png)\nriders_room(proof PIXELS KNOWS io)\n"
+                    "riders_room(app KNOWS proof)\n"),
+              "");
+    EXPECT_EQ(links("# riders_room(FOLDER KNOWS ROOM...)\nriders_room(io)\nriders_room(proof LINKS io)\n"
+                    "riders_room(app\n  KNOWS proof io # both\n  LINKS png)\nriders_room(page)\n"),
+              "host/CMakeLists.txt:4: host/app/ links host/io/, which is not in its row in docs/ARCHITECTURE.md; "
+              "take it from after KNOWS, or put it in the row\n"
+              "host/CMakeLists.txt:7: host/page/ is not in the table in docs/ARCHITECTURE.md; give it a row\n"
+              "host/CMakeLists.txt:3: host/proof/ does not link host/io/, which is in its row in "
+              "docs/ARCHITECTURE.md; put it after KNOWS, or take it out of the row\n");
+    planted.putRow("host/app/", "`host/proof/`, `host/io/`");
+    EXPECT_EQ(links("riders_room(io)\nriders_room(proof KNOWS io)\nriders_room(app KNOWS proof)\n"), "")
+        << "the room is reached through another";
+}
+
 TEST_F(Planted, ACircleOfFiles)
 {
     planted.put("host/app/words.h", "#pragma once\n#include \"app/menus.h\"\n");

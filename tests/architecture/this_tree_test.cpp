@@ -67,6 +67,13 @@ TEST(Rooms, UseOnlyWhatTheTableAllows)
     expectNone(wrongUses(table(), tree(), symbols()));
 }
 
+TEST(Rooms, AreLinkedAsTheTableSays)
+{
+    const std::string file = "host/CMakeLists.txt", text = readFile(tree().top + "/" + file);
+    ASSERT_NE(text.find("riders_room(app KNOWS "), std::string::npos);
+    expectNone(wrongLinks(table(), file, text));
+}
+
 TEST(Rooms, UseOnlyTheirLibraries)
 {
     ASSERT_GT(table().libraries.size(), 5u);
