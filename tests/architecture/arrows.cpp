@@ -6,7 +6,7 @@ namespace {
 
 std::string lastName(const std::string &name)
 {
-    return name.substr(name.find_last_of(": ") + 1);
+    return name.substr(name.find_last_of(": ~") + 1);
 }
 
 }  // namespace

@@ -28,6 +28,10 @@ Findings wrongIncludes(const Table &table, const Tree &tree);
 // may know `x/include/...` may use everything in x/ that the headers there
 // declare, whichever room of x/ it lives in, unless the room is in x/ itself.
 Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols);
+// Rooms that `host/CMakeLists.txt`, a file with this text, links otherwise than
+// the table says: after KNOWS are rooms of the row only, and the row has no other
+// room of these, unless one after KNOWS leads there.
+Findings wrongLinks(const Table &table, const std::string &file, const std::string &text);
 // Files that know each other in a circle, by includes and by uses; a header and
 // the source file of its name are one.
 Findings fileCircles(const Tree &tree, const Symbols &symbols);

@@ -83,6 +83,52 @@ TEST_F(Planted, AUseOfWhatTheHeadersDoNotDeclare)
               "host/io/; see the table in docs/ARCHITECTURE.md\n");
 }
 
+TEST_F(Planted, AUseOfWhatNoPublicHeaderDeclares)
+{
+    planted.put("host/app/start.cpp", "#include \"toolbox/windows.h\"\nint waiting();\n"
+                                      "int start() { return FindWindow(waiting()); }\n");
+    planted.compile("toolbox/windows/windows.cpp");
+    planted.compile("toolbox/events/queue.cpp");
+    planted.compile("host/app/start.cpp");
+    EXPECT_EQ(uses(),
+              "host/app/start.cpp:2 uses waiting, which lives in toolbox/events/queue.cpp: it is private to "
+              "toolbox/, and host/app/ may not look inside: use what is public, or name the file in the row of "
+              "host/app/; see the table in docs/ARCHITECTURE.md\n");
+    planted.put("toolbox/include/toolbox/windows.h", "int FindWindow(int);\nint waiting();\n");
+    EXPECT_EQ(uses(), "");
+}
+
+TEST_F(Planted, AUseOfWhatReturnsAString)
+{
+    planted.put("host/proof/title.cpp", "#include <string>\nstd::string title() { return {}; }\n");
+    planted.put("host/io/guess.cpp", "#include <string>\nstd::string title();\n"
+                                     "std::string guess() { return title(); }\n");
+    planted.compile("host/proof/title.cpp");
+    planted.compile("host/io/guess.cpp");
+    EXPECT_EQ(uses(), "host/io/guess.cpp:2 uses title, which lives in host/proof/title.cpp: host/io/ may not know "
+                      "host/proof/; see the table in docs/ARCHITECTURE.md\n");
+}
+
+TEST_F(Planted, LinksThatTheTableDoesNotSay)
+{
+    auto links = [&](const std::string &text) {
+        return lines(wrongLinks(planted.table(), "host/CMakeLists.txt", text));
+    };
+    EXPECT_EQ(links("riders_room(io LINKS png)\nriders_room(proof PIXELS KNOWS io)\n"
+                    "riders_room(app KNOWS proof)\n"),
+              "");
+    EXPECT_EQ(links("# riders_room(FOLDER KNOWS ROOM...)\nriders_room(io)\nriders_room(proof LINKS io)\n"
+                    "riders_room(app\n  KNOWS proof io # both\n  LINKS png)\nriders_room(page)\n"),
+              "host/CMakeLists.txt:4: host/app/ links host/io/, which is not in its row in docs/ARCHITECTURE.md; "
+              "take it from after KNOWS, or put it in the row\n"
+              "host/CMakeLists.txt:7: host/page/ is not in the table in docs/ARCHITECTURE.md; give it a row\n"
+              "host/CMakeLists.txt:3: host/proof/ does not link host/io/, which is in its row in "
+              "docs/ARCHITECTURE.md; put it after KNOWS, or take it out of the row\n");
+    planted.putRow("host/app/", "`host/proof/`, `host/io/`");
+    EXPECT_EQ(links("riders_room(io)\nriders_room(proof KNOWS io)\nriders_room(app KNOWS proof)\n"), "")
+        << "the room is reached through another";
+}
+
 TEST_F(Planted, ACircleOfFiles)
 {
     planted.put("host/app/words.h", "#pragma once\n#include \"app/menus.h\"\n");

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <map>
 
 #include "architecture/arrows.h"
 #include "architecture/checks.h"
@@ -23,14 +24,30 @@ bool mayKnow(const Room &from, const Room &to, const std::string &file)
     return from.knowsEverything || &from == &to || covers(from.mayKnow, to, file);
 }
 
-bool mayUse(const Table &table, const Room &from, const Room &to, const std::string &file)
+// The public headers that have each word.
+using Declared = std::map<std::string, std::vector<std::string>>;
+
+Declared declared(const Tree &tree)
 {
-    if (mayKnow(from, to, file) || mayKnow(from, to, unit(file) + ".h"))
+    Declared found;
+    for (const auto &[path, file] : tree.files)
+        if (isPublic(path))
+            for (const std::string &word : words(file.text))
+                found[word].push_back(path);
+    return found;
+}
+
+bool mayUse(const Table &table, const Declared &headers, const Arrow &arrow)
+{
+    const Room &from = *table.roomOf(arrow.from), &to = *table.roomOf(arrow.to);
+    if (mayKnow(from, to, arrow.to) || mayKnow(from, to, unit(arrow.to) + ".h"))
         return true;
-    if (house(from.path) == house(to.path))
+    auto found = headers.find(arrow.word);
+    if (house(from.path) == house(to.path) || found == headers.end())
         return false;
-    for (const Room &other : table.rooms)
-        if (isPublic(other.path) && house(other.path) == house(to.path) && mayKnow(from, other, other.path))
+    for (const std::string &header : found->second)
+        if (const Room *room = table.roomOf(header);
+            room && house(header) == house(to.path) && mayKnow(from, *room, header))
             return true;
     return false;
 }
@@ -116,9 +133,10 @@ Findings wrongIncludes(const Table &table, const Tree &tree)
 Findings wrongUses(const Table &table, const Tree &tree, const Symbols &symbols)
 {
     Findings found;
+    const Declared headers = declared(tree);
     for (const Arrow &arrow : useArrows(tree, symbols)) {
         const Room *from = table.roomOf(arrow.from), *to = table.roomOf(arrow.to);
-        if (from && to && !mayUse(table, *from, *to, arrow.to))
+        if (from && to && !mayUse(table, headers, arrow))
             found.push_back(place(tree, arrow) + " " + arrow.text + ": " + refusal(table, *from, *to, arrow.to));
     }
     return found;

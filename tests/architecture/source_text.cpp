@@ -111,6 +111,19 @@ std::vector<IncludeLine> includeLines(const std::string &text)
     return found;
 }
 
+std::set<std::string> words(const std::string &text)
+{
+    std::string code = withoutComments(text, Quotes::Blank);
+    std::set<std::string> found;
+    for (size_t end = 0, at = 0; at < code.size(); at = end + 1) {
+        for (end = at; end < code.size() && ofWord(code[end]);)
+            ++end;
+        if (end > at)
+            found.insert(code.substr(at, end - at));
+    }
+    return found;
+}
+
 int lineOfWord(const std::string &text, const std::string &word)
 {
     std::string code = withoutComments(text, Quotes::Blank);

@@ -1,6 +1,7 @@
 // C++ text, as far as these tests need to understand it.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct IncludeLine {
     bool quoted = false;  // "name", not <name>
 };
 std::vector<IncludeLine> includeLines(const std::string &text);
+
+// All names and numbers outside comments and quotes.
+std::set<std::string> words(const std::string &text);
 
 // The first line with this word, 0 where there is none.
 int lineOfWord(const std::string &text, const std::string &word);

@@ -55,10 +55,11 @@ Symbols readSymbols(const std::string &nm, const std::vector<Compiled> &compiled
 std::string readable(const std::string &symbol)
 {
     int status = 0;
-    std::unique_ptr<char, decltype(&free)> name(abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status),
-                                                free);
-    std::string whole = status == 0 ? name.get() : symbol;
-    return whole.substr(0, whole.find('('));
+    std::unique_ptr<char, decltype(&free)> plain(abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status),
+                                                 free);
+    std::string whole = status == 0 ? plain.get() : symbol;
+    std::string name = whole.substr(0, whole.find('('));
+    return name.substr(0, name.find("[abi:"));
 }
 
 }  // namespace architecture

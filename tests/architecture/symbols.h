@@ -20,7 +20,8 @@ struct Symbols {
 // be in several objects, such as an inline function's, does not make a home.
 Symbols readSymbols(const std::string &nm, const std::vector<Compiled> &compiled);
 
-// The name as it is in the source, without its arguments.
+// The name as it is in the source, without its arguments and without what the
+// compiler adds where it returns a std::string.
 std::string readable(const std::string &symbol);
 
 }  // namespace architecture

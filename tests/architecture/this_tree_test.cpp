@@ -23,13 +23,14 @@ const Tree &tree()
     return read;
 }
 
-// The files of the plug-in, the program with its window and the resource
-// compiler: not those of tests and the like, nor what is built only on request.
+// The files of the plug-in, the program with its window, the resource compiler
+// and the example of a host: not those of tests and the like, nor what is built
+// only on request.
 std::vector<Compiled> product()
 {
     std::vector<Compiled> found;
     for (const Compiled &one : tree().compiled)
-        for (const char *folder : {"source/", "toolbox/", "host/", "tools/rescomp/"})
+        for (const char *folder : {"source/", "toolbox/", "host/", "tools/rescomp/", "examples/"})
             if (one.source.starts_with(folder))
                 found.push_back(one);
     return found;
@@ -66,6 +67,13 @@ TEST(Rooms, UseOnlyWhatTheTableAllows)
     expectNone(wrongUses(table(), tree(), symbols()));
 }
 
+TEST(Rooms, AreLinkedAsTheTableSays)
+{
+    const std::string file = "host/CMakeLists.txt", text = readFile(tree().top + "/" + file);
+    ASSERT_NE(text.find("riders_room(app KNOWS "), std::string::npos);
+    expectNone(wrongLinks(table(), file, text));
+}
+
 TEST(Rooms, UseOnlyTheirLibraries)
 {
     ASSERT_GT(table().libraries.size(), 5u);
@@ -88,12 +96,12 @@ TEST(Types, OfOneNameAreDefinedOnce)
     expectNone(typesTwice(tree()));
 }
 
-// The resource compiler's main file belongs to another program.
+// The main files of the resource compiler and the example belong to other programs.
 TEST(Types, AreTheSameInEveryFile)
 {
     std::vector<Compiled> together;
     for (const Compiled &one : product())
-        if (one.source != "tools/rescomp/main.cpp")
+        if (one.source != "tools/rescomp/main.cpp" && !one.source.starts_with("examples/"))
             together.push_back(one);
     ASSERT_GT(together.size(), 150u);
     expectNone(differingDefinitions(RIDERS_CXX, tree().top, together));

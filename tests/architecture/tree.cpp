@@ -95,6 +95,16 @@ bool valueOf(const std::string &line, const std::string &key, std::string &value
     return true;
 }
 
+// The path from the top of the tree of a file that is compiled. What the build in
+// `folder` makes of a file of the tree, x.ps.cpp of x.ps, counts as lying beside it.
+std::string sourceInTree(const std::string &path, const std::string &folder, const std::string &top)
+{
+    if (!path.starts_with(folder + "/"))
+        return inTree(path, top);
+    std::string made = path.substr(folder.size() + 1), from = made.substr(0, made.rfind('.'));
+    return fs::is_regular_file(fs::path(top) / from) ? made : "";
+}
+
 Compiled compiledBy(const std::string &command, const std::string &folder, const std::string &top)
 {
     Compiled found;
@@ -137,7 +147,7 @@ std::vector<Compiled> readCompileCommands(const std::string &file, const std::st
         if (valueOf(line, "directory", folder) || valueOf(line, "command", command) ||
             !valueOf(line, "file", source))
             continue;
-        std::string path = inTree(source, top);
+        std::string path = sourceInTree(source, folder, top);
         if (path.empty())
             continue;
         found.push_back(compiledBy(command, folder, top));

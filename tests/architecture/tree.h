@@ -40,7 +40,9 @@ struct Tree {
 Tree readTree(const std::string &top, const std::vector<Compiled> &compiled);
 
 // From the compile_commands.json that CMake writes; what lies outside the tree
-// or in the build folder is left out.
+// or in the build folder is left out. But what the build makes of a file of the
+// tree, such as `host/proof.ps.cpp` of `host/proof.ps`, is there, as if it lay
+// beside it.
 std::vector<Compiled> readCompileCommands(const std::string &file, const std::string &top);
 
 // The whole file, empty where it cannot be read.

@@ -10,20 +10,27 @@ using namespace architecture;
 TEST(CompileCommands, AreRead)
 {
     PlantedTree planted;
-    std::string top = planted.top();
+    std::string top = planted.top(), build = top + "/build/test";
+    auto entry = [&](const std::string &command, const std::string &file) {
+        return "{\n  \"directory\": \"" + build + "\",\n  \"command\": \"/usr/bin/c++ " + command +
+               "\",\n  \"file\": \"" + file + "\"\n}";
+    };
+    planted.put("host/proof/page.html", "");
     planted.put("build/test/compile_commands.json",
-                "[\n{\n  \"directory\": \"" + top +
-                    "/build/test\",\n  \"command\": \"/usr/bin/c++ -DNAME=\\\\\\\"x\\\\\\\" -I" + top +
-                    "/host -iquote " + top + "/source/.. -I/usr/include/x -flto -o host/x.o -c " + top +
-                    "/host/x.cpp\",\n  \"file\": \"" + top + "/host/x.cpp\"\n},\n{\n  \"directory\": \"" + top +
-                    "/build/test\",\n  \"command\": \"/usr/bin/c++ -c y.cpp\",\n  \"file\": \"" + top +
-                    "/build/test/y.cpp\"\n}\n]\n");
-    std::vector<Compiled> read = readCompileCommands(top + "/build/test/compile_commands.json", top);
-    ASSERT_EQ(read.size(), 1u) << "what the build makes itself is left out";
+                "[\n" +
+                    entry("-DNAME=\\\\\\\"x\\\\\\\" -I" + top + "/host -iquote " + top +
+                              "/source/.. -I/usr/include/x -flto -o host/x.o -c " + top + "/host/x.cpp",
+                          top + "/host/x.cpp") +
+                    ",\n" + entry("-c y.cpp", build + "/y.cpp") + ",\n" +
+                    entry("-o host/page.o -c page.html.cpp", build + "/host/proof/page.html.cpp") + "\n]\n");
+    std::vector<Compiled> read = readCompileCommands(build + "/compile_commands.json", top);
+    ASSERT_EQ(read.size(), 2u) << "what the build makes itself is left out";
     EXPECT_EQ(read[0].source, "host/x.cpp");
     EXPECT_EQ(read[0].object, top + "/build/test/host/x.o");
     EXPECT_EQ(read[0].lookedIn, (std::vector<std::string>{"host", "."}));
     EXPECT_TRUE(read[0].keepsTypes);
+    EXPECT_EQ(read[1].source, "host/proof/page.html.cpp") << "made of a file of the tree";
+    EXPECT_EQ(read[1].object, build + "/host/page.o");
 }
 
 std::vector<std::string> targets(const Tree &tree, const std::string &file)
