@@ -127,6 +127,20 @@ TEST_F(Writer, NameOfATemporaryFileThatIsThereIsNotTaken)
     EXPECT_EQ(files().size(), 2u);
 }
 
+TEST_F(Writer, NameUnderWhichTheOldFileStepsAsideIsNotTakenEither)
+{
+    writeOld();
+    qd.randSeed = 1;
+    Random();
+    std::string taken = "KTTemp2" + std::to_string(Random());
+    writeFile(out() / taken, "somebody's");
+    qd.randSeed = 1;
+    make();
+    EXPECT_EQ(contentsOf(out() / taken), "somebody's");
+    EXPECT_EQ(contentsOf(file()), expected());
+    EXPECT_EQ(files(), (std::vector<std::string>{taken, "made"}));
+}
+
 TEST_F(Writer, RefusedReplacementGoesBackToTheSaveDialog)
 {
     writeOld();
