@@ -180,12 +180,21 @@ TEST_F(Annotation, FontsNameIsFetchedAsItStandsOnOpening)
 
 TEST_F(Annotation, FontPopupLeftWithoutAChoiceStillSetsTheFont)
 {
-    settings.annoFontItem = 6;
+    // Opening leaves the first font its added spaces.
+    settings.annoFontItem = 1;
+    user.then([&] {
+        EXPECT_NE(plain(gFontNameStr), "Times-Roman");
+        settings.annoFontItem = 6;
+    });
     user.chooseNothing(kFont);
-    user.then([&] { EXPECT_EQ(plain(gFontNameStr), "Helvetica-Bold"); });
+    user.then([&] {
+        EXPECT_EQ(plain(gFontNameStr), "Times-Roman");
+        EXPECT_EQ(settings.annoFontItem, 1);
+    });
     user.press(1);
     EXPECT_TRUE(run());
-    EXPECT_EQ(settings.annoFontItem, 6);
+    EXPECT_EQ(plain(gFontNameStr), "Times-Roman");
+    EXPECT_EQ(settings.annoFontItem, 1);
 }
 
 TEST_F(Annotation, SizePopupReplacesTheTypedSizeAtOnce)
@@ -265,6 +274,19 @@ TEST_F(Annotation, EmptyTextIsRefused)
     expectRefused(16145, [&] { EXPECT_EQ(field(kText), "before"); });
 }
 
+TEST_F(Annotation, EmptiedTextGoesBackToTheOneFromBeforeTheDialog)
+{
+    user.type("new text");
+    typeSize("99");
+    user.key("return");
+    dismiss();
+    user.in(kAnnoDialogID);
+    user.then([&] { EXPECT_EQ(plain(settings.annoText), "new text"); });
+    user.key("tab");
+    user.key("backspace");
+    expectRefused(16145, [&] { EXPECT_EQ(field(kText), "before"); });
+}
+
 TEST_F(Annotation, TextOf255IsCutTo254AndRefused)
 {
     fillText(std::string(255, 'x'));
@@ -312,11 +334,15 @@ TEST_F(Annotation, SizeWithASeparatorIsRefusedThoughItsZerosCouldGo)
 
 TEST_F(Annotation, SizePopupsChoiceIsWhatAWrongSizeGoesBackTo)
 {
-    user.choose(kSizes, "24");
-    user.key("backspace");
-    paste("1a");
-    expectRefused(16132, [&] { EXPECT_EQ(field(kSize), "24"); });
-    EXPECT_EQ(plain(settings.annoSizeStr), "9");
+    for (auto [pasted, words] : {std::pair{"1a", 16132}, std::pair{"12.0", 16165}}) {
+        SCOPED_TRACE(pasted);
+        user.in(kAnnoDialogID);
+        user.choose(kSizes, "24");
+        user.key("backspace");
+        paste(pasted);
+        expectRefused(static_cast<int16_t>(words), [&] { EXPECT_EQ(field(kSize), "24"); });
+        EXPECT_EQ(plain(settings.annoSizeStr), "9");
+    }
 }
 
 TEST_F(Annotation, TextIsStoredThoughTheSizeIsRefused)
@@ -402,6 +428,38 @@ TEST_F(Annotation, HeldKeysNeedRoom)
     run();
 }
 
+TEST_F(Annotation, ReturnAndEnterConfirm)
+{
+    for (const char *key : {"return", "enter"}) {
+        user.in(kAnnoDialogID);
+        user.type(key);
+        user.key(key);
+        EXPECT_TRUE(run());
+        EXPECT_EQ(plain(settings.annoText), key);
+    }
+    EXPECT_EQ(tracedTimes("flash \"OK\""), 2);
+}
+
+TEST_F(Annotation, EscapeAndCommandPeriodCancel)
+{
+    for (auto [key, modifiers] : {std::pair{"escape", 0}, std::pair{".", static_cast<int>(cmdKey)}}) {
+        user.in(kAnnoDialogID);
+        user.type("something else");
+        user.key(key, static_cast<uint16_t>(modifiers));
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(settings.annoText), "before");
+    }
+    EXPECT_EQ(tracedTimes("flash \"Cancel\""), 2);
+}
+
+TEST_F(Annotation, PeriodAloneIsTyped)
+{
+    user.type(".");
+    user.key("enter");
+    EXPECT_TRUE(run());
+    EXPECT_EQ(plain(settings.annoText), ".");
+}
+
 TEST_F(Annotation, PasteTooLongIsRefusedInTheFieldsOwnWords)
 {
     paste(std::string(255, 'x'));
@@ -417,6 +475,17 @@ TEST_F(Annotation, PasteTooLongIsRefusedInTheFieldsOwnWords)
     run();
     EXPECT_EQ(tracedTimes(params(message(16163))), 1);
     EXPECT_EQ(tracedTimes(params(message(16167))), 1);
+}
+
+TEST_F(Annotation, PasteThatJustFillsTheFieldIsTaken)
+{
+    paste(std::string(254, 'x'));
+    user.then([&] { EXPECT_EQ(field(kText), std::string(254, 'x')); });
+    user.key("tab");
+    paste("1234");
+    user.then([&] { EXPECT_EQ(field(kSize), "1234"); });
+    user.press(2);
+    run();
 }
 
 TEST_F(Annotation, PasteThatFitsReplacesTheSelection)

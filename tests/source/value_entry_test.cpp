@@ -304,6 +304,23 @@ TEST_F(ValueEntry, RefusedValueCanBeConfirmedNext)
     EXPECT_EQ(plain(settings.freqStr), "999");
 }
 
+TEST_F(ValueEntry, EnterIsRefusedAndConfirmsAsReturnDoes)
+{
+    user.type("5000");
+    user.key("enter");
+    dismiss();
+    user.in(kFreqDialogID);
+    user.then([&] {
+        EXPECT_EQ(field(), "999");
+        EXPECT_EQ(plain(settings.freqStr), "45") << "nothing is stored yet";
+    });
+    user.key("enter");
+    EXPECT_TRUE(run(kFreqKind));
+    EXPECT_EQ(plain(settings.freqStr), "999");
+    EXPECT_EQ(tracedTimes("flash \"OK\""), 2);
+    EXPECT_TRUE(traced(params(message(16141))));
+}
+
 TEST_F(ValueEntry, CancelRestoresTextAndPopup)
 {
     SetPopupMenuItem(gFreqPopInfo, 21);
