@@ -141,6 +141,28 @@ TEST_F(SettingsDialog, CancelPutsEveryChoiceBack)
     EXPECT_EQ(memcmp(before.freqStr, after.freqStr, 16 * 4), 0);
 }
 
+// The item that follows cancels once more, so only the filter alone shows it.
+TEST_F(SettingsDialog, EscapeAndCommandPeriodPutTheChoicesBackAtOnce)
+{
+    user.then([] { gPrefsPtr->freqItem = 3; });
+    for (auto [character, modifiers] : {std::pair{27, 0}, std::pair{int{'.'}, static_cast<int>(cmdKey)}}) {
+        user.choose(kError, 2);
+        user.then([character = character, modifiers = modifiers] {
+            EventRecord event{};
+            event.what = keyDown;
+            event.message = static_cast<uintptr_t>(character);
+            event.modifiers = static_cast<uint16_t>(modifiers);
+            int16_t hit = 0;
+            EXPECT_TRUE(CustomFilter(gCustomDialog, &event, &hit));
+            EXPECT_EQ(hit, kCancel);
+            EXPECT_EQ(gPrefsPtr->freqItem, 5);
+            EXPECT_EQ(gPrefsPtr->errorItem, 1);
+        });
+    }
+    cancel();
+    run();
+}
+
 TEST_F(SettingsDialog, ChoosingTheCurrentItemAgainIsAChoice)
 {
     user.choose(kFreq, "60 lpi");
@@ -186,6 +208,31 @@ TEST_F(SettingsDialog, OpensWhereItWasClosed)
     make();
     run();
     EXPECT_TRUE(traced("dialog 16300 shown at 40,77"));
+}
+
+TEST_F(SettingsDialog, MakeKeepsThePosition)
+{
+    user.then([] { MoveWindow(gCustomDialog, 40, 77, false); });
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.customDlgPos.h, 40);
+    EXPECT_EQ(kept.customDlgPos.v, 77);
+}
+
+TEST_F(SettingsDialog, AnyOneOfTheSixIsEnoughToMake)
+{
+    for (int only = kFreq; only <= kError; ++only) {
+        SCOPED_TRACE(only);
+        store([](PrefsRec &prefs) { prefs.freqItem = prefs.angleItem = 1; });
+        fs::remove(made());
+        user.in(kCustomDialogID);
+        user.choose(only, only == kSpot ? 3 : 2);
+        make();
+        run();
+        EXPECT_TRUE(fs::exists(made()));
+    }
+    EXPECT_FALSE(traced(params(message(16155))));
 }
 
 TEST_F(SettingsDialog, OpensCentredWithoutASavedPosition)

@@ -59,13 +59,21 @@ TEST_F(OwnValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
     run();
 }
 
-TEST_F(OwnValue, IsCutTo15WithItsUnitWhenLookedUp)
+TEST_F(OwnValue, IsCutTo15WithItsUnit)
 {
-    // Fourteen characters and the unit's first.
-    enter(kFreq, "000000000047.5");
-    user.then([&] { EXPECT_EQ(curItem(gFreqPopInfo), 21); });
-    cancel();
-    run();
+    makeRecords();
+    const Setting &freq = *SettingWithMenu(kFreqMenu);
+    const std::pair<const char *, const char *> texts[] = {{"12345678901", "12345678901 lpi"},
+                                                           {"123456789012", "123456789012 lp"},
+                                                           {"123456789012345", "123456789012345"}};
+    for (auto [own, cut] : texts) {
+        toolbox::setPascal(settings.freqStr, own, 15);
+        Str255 text;
+        OwnValueWithUnit(freq, 15, text);
+        EXPECT_EQ(plain(text), cut);
+        OwnValueWithUnit(freq, 255, text);
+        EXPECT_EQ(plain(text), std::string(own) + " lpi");
+    }
 }
 
 TEST_F(SettingsDialog, ConfirmedAnnotationSelectsItem2)
