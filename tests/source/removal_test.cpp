@@ -1,5 +1,7 @@
 #include "support/plugin_test.h"
 
+#include <algorithm>
+
 #include "source/ktDeleteRiders.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
@@ -66,6 +68,24 @@ TEST_F(Removal, CancelDeletesNothing)
     user.cancelFile();
     EXPECT_EQ(run(), 1);
     EXPECT_TRUE(there());
+}
+
+TEST_F(Removal, OnlyTextFilesAreListed)
+{
+    auto here = toolbox::folders::workingDirectory(folder.path());
+    for (auto [name, type] : {std::pair{"A text", OSType{'TEXT'}}, std::pair{"B other", OSType{'EPSF'}}})
+        ASSERT_EQ(Create(P(name), *here, 'ttxt', type), noErr);
+    std::vector<std::string> drawn;
+    toolbox::trace::setDrawingSink(toolbox::trace::into(drawn));
+    user.cancelFile();
+    run();
+    toolbox::trace::setDrawingSink({});
+    auto listed = [&](const std::string &name) {
+        return std::any_of(drawn.begin(), drawn.end(),
+                           [&](const std::string &line) { return line.find('"' + name + '"') != std::string::npos; });
+    };
+    EXPECT_TRUE(listed("A text"));
+    EXPECT_FALSE(listed("B other"));
 }
 
 TEST_F(Removal, ThirteenBytesAreTooFewEvenWithTheMagic)

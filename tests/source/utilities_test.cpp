@@ -156,6 +156,21 @@ TEST_F(Utilities, TemporaryNamesAreCutTo63Characters)
     EXPECT_EQ(name[0], 63);
 }
 
+TEST_F(Utilities, TemporaryNamesHaveNegativeNumbersToo)
+{
+    int32_t seed = 0;
+    int16_t number = 0;
+    while (number >= 0) {
+        qd.randSeed = ++seed;
+        number = Random();
+    }
+    qd.randSeed = seed;
+    unsigned char name[64];
+    toolbox::setPascal(name, "KTTemp1", 63);
+    GetUniqueTempName(name);
+    EXPECT_EQ(plain(name), "KTTemp1-" + std::to_string(-number));
+}
+
 TEST_F(Utilities, CharacterIsFoundFromTheStartOn)
 {
     Handle text = NewHandle(6);
