@@ -4,6 +4,17 @@
 #include "toolbox/memory.h"
 #include "source/utilities.h"
 
+// The Toolbox always has a main device, so the linker sends the question for it
+// here (--wrap in tests/CMakeLists.txt), where the next few may go unanswered.
+static int questionsWithoutADevice = 0;
+extern "C" GDHandle mainDeviceThereIs() __asm__("__real_GetMainDevice");
+extern "C" GDHandle mainDeviceIfWanted() __asm__("__wrap_GetMainDevice");
+
+GDHandle mainDeviceIfWanted()
+{
+    return questionsWithoutADevice-- > 0 ? nullptr : mainDeviceThereIs();
+}
+
 namespace {
 
 class Utilities : public PluginTest {
@@ -265,6 +276,23 @@ TEST_F(Utilities, NoWindowIsOnTheMainScreen)
     Rect screen;
     GetCurDevRect(nullptr, &screen);
     EXPECT_EQ(screen.right, 640);
+}
+
+TEST_F(Utilities, NoScreenAtAllIsFatal)
+{
+    Rect screen;
+    dismiss();
+    questionsWithoutADevice = 1;
+    EXPECT_FALSE(guarded([&] { GetCurDevRect(nullptr, &screen); }));
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 83", " (no monitor)")));
+}
+
+TEST_F(Utilities, DepthOfNoScreenIs1)
+{
+    questionsWithoutADevice = 1;
+    EXPECT_EQ(GetCurPixDepth(), 1);
+    EXPECT_EQ(environment.pixDepth, 1);
+    EXPECT_EQ(GetCurPixDepth(), 8);
 }
 
 TEST_F(Utilities, WithoutColourQuickDrawThereIsOneScreen)
