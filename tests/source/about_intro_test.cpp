@@ -132,6 +132,15 @@ TEST_F(About, SoundIsPlayedOnceAnOpening)
     EXPECT_EQ(machine.soundsPlayed(), 2);
 }
 
+TEST_F(About, SoundIsReleasedAgain)
+{
+    // One that may not be purged counts as loaded until it is released.
+    HNoPurge(Get1Resource('snd ', 16500));
+    ASSERT_EQ(leftBehind().loadedResources, 1);
+    open([&] { user.wait(kIntroLong); });
+    EXPECT_EQ(leftBehind().loadedResources, 0);
+}
+
 TEST_F(About, SoundLastsLessThanASecond)
 {
     Handle sound = Get1Resource('snd ', 16500);

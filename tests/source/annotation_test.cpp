@@ -178,12 +178,28 @@ TEST_F(Annotation, FontsNameIsFetchedAsItStandsOnOpening)
     EXPECT_EQ(plain(gFontNameStr).substr(0, 13), "Times-Roman  ");
 }
 
+TEST_F(Annotation, FontsNameIsKeptAndPutBackUpTo63Characters)
+{
+    for (size_t length : {63u, 64u}) {
+        // As long as the menu is loaded it stays as it is changed.
+        MenuHandle fonts = GetMenu(kAnnoFontMenu);
+        SetItem(fonts, 5, P(std::string(length, 'F')));
+        settings.annoFontItem = 5;
+        user.in(kAnnoDialogID);
+        user.choose(kFont, "Symbol");
+        user.press(2);
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(gFontNameStr), std::string(63, 'F'));
+    }
+}
+
 TEST_F(Annotation, FontPopupLeftWithoutAChoiceStillSetsTheFont)
 {
     // Opening leaves the first font its added spaces.
     settings.annoFontItem = 1;
     user.then([&] {
         EXPECT_NE(plain(gFontNameStr), "Times-Roman");
+        toolbox::setPascal(gFontNameStr, "another");
         settings.annoFontItem = 6;
     });
     user.chooseNothing(kFont);
@@ -486,6 +502,30 @@ TEST_F(Annotation, PasteThatJustFillsTheFieldIsTaken)
     user.then([&] { EXPECT_EQ(field(kSize), "1234"); });
     user.press(2);
     run();
+}
+
+TEST_F(Annotation, PasteIsMeasuredWithWhatStaysInTheField)
+{
+    typeSize("123");
+    paste("45");
+    dismiss();
+    user.in(kAnnoDialogID);
+    user.then([&] { EXPECT_EQ(field(kSize), "123"); });
+    user.key("backspace");
+    paste("45");
+    user.then([&] { EXPECT_EQ(field(kSize), "1245"); });
+    fillText(std::string(252, 'x'));
+    user.key("tab");
+    user.key("right");
+    paste("abcd");
+    dismiss();
+    user.in(kAnnoDialogID);
+    paste("ab");
+    user.then([&] { EXPECT_EQ(field(kText), std::string(252, 'x') + "ab"); });
+    user.press(2);
+    run();
+    EXPECT_EQ(tracedTimes(params(message(16163))), 1);
+    EXPECT_EQ(tracedTimes(params(message(16167))), 1);
 }
 
 TEST_F(Annotation, PasteThatFitsReplacesTheSelection)

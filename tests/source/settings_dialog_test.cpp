@@ -163,6 +163,21 @@ TEST_F(SettingsDialog, EscapeAndCommandPeriodPutTheChoicesBackAtOnce)
     run();
 }
 
+TEST_F(SettingsDialog, FontsNameIsPutBackUpTo63Characters)
+{
+    user.then([] {
+        for (size_t length : {63u, 64u, 70u}) {
+            toolbox::setPascal(gFontNameStr, std::string(length, 'F'));
+            SaveCustomSettings();
+            toolbox::setPascal(gFontNameStr, "Courier");
+            DoCustomRevert();
+            EXPECT_EQ(plain(gFontNameStr), std::string(63, 'F'));
+        }
+    });
+    cancel();
+    run();
+}
+
 TEST_F(SettingsDialog, ChoosingTheCurrentItemAgainIsAChoice)
 {
     user.choose(kFreq, "60 lpi");

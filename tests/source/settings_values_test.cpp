@@ -74,6 +74,11 @@ TEST_F(OwnValue, IsCutTo15WithItsUnit)
         OwnValueWithUnit(freq, 255, text);
         EXPECT_EQ(plain(text), std::string(own) + " lpi");
     }
+    // A damaged record's length.
+    settings.freqStr[0] = 40;
+    Str255 text;
+    OwnValueWithUnit(freq, 15, text);
+    EXPECT_EQ(plain(text), "123456789012345");
 }
 
 TEST_F(SettingsDialog, ConfirmedAnnotationSelectsItem2)
