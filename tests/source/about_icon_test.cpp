@@ -49,6 +49,23 @@ TEST_F(About, IconIsStretchedAndFallsOutOfTheWindow)
     }
 }
 
+TEST_F(About, EachStepOfStretchFallAndNarrowingLastsATick)
+{
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            Rect icon = ItemBox(gTheDialog, 4);
+            int16_t bottom = gTheDialog->portRect.bottom;
+            uint32_t stretch = static_cast<uint32_t>(bottom - 50 - icon.bottom + 5) / 6;
+            uint32_t fall = static_cast<uint32_t>(bottom + 10 - icon.top + 3) / 4;
+            uint32_t narrowing = 22;
+            uint32_t before = machine.ticks();
+            DoAboutIconMove();
+            EXPECT_EQ(machine.ticks() - before, stretch + fall + narrowing);
+        });
+    });
+}
+
 // The lines are moved away by their left edges and are not drawn while the icon
 // comes by.
 TEST_F(About, NoLineIsDrawnWhileTheIconFalls)

@@ -133,6 +133,14 @@ TEST_F(Annotation, OpensWithTextSelectedAndSizeAndFontShown)
     EXPECT_EQ(gTheDialog, nullptr);
 }
 
+TEST_F(Annotation, OpensInTheMiddleOfTheSettingsDialog)
+{
+    MoveWindow(gCustomDialog, 60, 70, false);   // 392 by 252
+    user.key("escape");
+    run();
+    EXPECT_TRUE(traced("dialog 16302 shown at 36,98 440x196"));
+}
+
 TEST_F(Annotation, ConfirmedEntriesAreStored)
 {
     user.type("Job 17 für Æsop");
@@ -159,6 +167,19 @@ TEST_F(Annotation, CancelRestoresEverything)
     EXPECT_EQ(plain(gFontNameStr), "Helvetica");
     EXPECT_EQ(plain(settings.annoSizeStr), "9");
     EXPECT_EQ(plain(settings.annoText), "before");
+}
+
+TEST_F(Annotation, CancelRestoresTextsOfFullLength)
+{
+    const std::string text(255, 'x'), size = "000000000000012";
+    toolbox::setPascal(settings.annoText, text, 255);
+    toolbox::setPascal(settings.annoSizeStr, size, 15);
+    user.choose(kSizes, "24");
+    user.then([&] { toolbox::setPascal(settings.annoText, "another", 255); });
+    user.press(2);
+    EXPECT_FALSE(run());
+    EXPECT_EQ(plain(settings.annoText), text);
+    EXPECT_EQ(plain(settings.annoSizeStr), size);
 }
 
 TEST_F(Annotation, ChosenFontIsStoredWithoutTrailingSpaces)

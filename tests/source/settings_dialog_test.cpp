@@ -163,6 +163,30 @@ TEST_F(SettingsDialog, EscapeAndCommandPeriodPutTheChoicesBackAtOnce)
     run();
 }
 
+TEST_F(SettingsDialog, TextsOfFullLengthArePutBack)
+{
+    const std::string value = "0000000012.3456", text(255, 'x'), size = "000000000000012";
+    user.then([&] {
+        unsigned char *const values[] = {gPrefsPtr->freqStr, gPrefsPtr->angleStr, gPrefsPtr->flatStr};
+        for (unsigned char *own : values)
+            toolbox::setPascal(own, value, 15);
+        toolbox::setPascal(gPrefsPtr->annoText, text, 255);
+        toolbox::setPascal(gPrefsPtr->annoSizeStr, size, 15);
+        SaveCustomSettings();
+        for (unsigned char *own : values)
+            toolbox::setPascal(own, "1", 15);
+        toolbox::setPascal(gPrefsPtr->annoText, "another", 255);
+        toolbox::setPascal(gPrefsPtr->annoSizeStr, "9", 15);
+        DoCustomRevert();
+        for (unsigned char *own : values)
+            EXPECT_EQ(plain(own), value);
+        EXPECT_EQ(plain(gPrefsPtr->annoText), text);
+        EXPECT_EQ(plain(gPrefsPtr->annoSizeStr), size);
+    });
+    cancel();
+    run();
+}
+
 TEST_F(SettingsDialog, FontsNameIsPutBackUpTo63Characters)
 {
     user.then([] {

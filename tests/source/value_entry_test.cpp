@@ -195,6 +195,14 @@ TEST_F(ValueEntry, OpensOverTheSettingsWithTheValueSelected)
     EXPECT_EQ(gTheDialog, nullptr);
 }
 
+TEST_F(ValueEntry, OpensInTheMiddleOfTheSettingsDialog)
+{
+    MoveWindow(gCustomDialog, 60, 70, false);   // 392 by 252
+    user.key("escape");
+    run(kFreqKind);
+    EXPECT_TRUE(traced("dialog 16301 shown at 90,138 332x116"));
+}
+
 TEST_F(ValueEntry, ShowsLabelAndUnitOfItsKindOnly)
 {
     const std::pair<int16_t, std::vector<int>> shown[] = {
@@ -333,6 +341,16 @@ TEST_F(ValueEntry, CancelRestoresTextAndPopup)
         EXPECT_EQ(PopupRecord(gFreqPopInfo)->curItem, 5);
     }
     EXPECT_EQ(tracedTimes("flash \"Cancel\""), 2);
+}
+
+TEST_F(ValueEntry, CancelRestoresATextOfFullLength)
+{
+    const std::string longest = "0000000012.3456";
+    toolbox::setPascal(settings.freqStr, longest, 15);
+    user.then([&] { toolbox::setPascal(settings.freqStr, "77", 15); });
+    user.key("escape");
+    EXPECT_FALSE(run(kFreqKind));
+    EXPECT_EQ(plain(settings.freqStr), longest);
 }
 
 TEST_F(ValueEntry, CancelTicksThePreviousItemOfItsOwnPopup)
