@@ -87,7 +87,7 @@ TEST_F(Utilities, VersionTextIsCutTo31Characters)
 TEST_F(Utilities, LongVersionIsTheSecondText)
 {
     version({1, 0, 0, 0}, "short", "the long one");
-    Str255 result;
+    Str255 result{};
     GetAppVersionLongStr(result);
     EXPECT_EQ(plain(result), "the long one");
     unsigned char number[4];
