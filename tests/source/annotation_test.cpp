@@ -207,6 +207,7 @@ TEST_F(Annotation, FontsNameIsKeptAndPutBackUpTo63Characters)
         SetItem(fonts, 5, P(std::string(length, 'F')));
         settings.annoFontItem = 5;
         user.in(kAnnoDialogID);
+        user.then([] { EXPECT_EQ(gAnnoSavedFontNameStr[0], 63); });
         user.choose(kFont, "Symbol");
         user.press(2);
         EXPECT_FALSE(run());
@@ -579,6 +580,26 @@ TEST_F(Annotation, Before7CommandKeysAreDoneHere)
     user.press(2);
     run();
     EXPECT_TRUE(traced(params(message(16167))));
+}
+
+TEST_F(Annotation, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+    GrafPtr port = nullptr;
+    SetPort(other);
+    user.then([&] {
+        SetPort(other);
+        AnnoProc(gTheDialog, 9);
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gTheDialog);
+    });
+    user.key("escape");
+    run();
+    GetPort(&port);
+    EXPECT_EQ(port, other);
+    SetPort(gCustomDialog);
+    DisposDialog(other);
 }
 
 // --- Missing resources ------------------------------------------------------

@@ -193,6 +193,7 @@ TEST_F(SettingsDialog, FontsNameIsPutBackUpTo63Characters)
         for (size_t length : {63u, 64u, 70u}) {
             toolbox::setPascal(gFontNameStr, std::string(length, 'F'));
             SaveCustomSettings();
+            EXPECT_EQ(gSavedFontNameStr[0], 63);
             toolbox::setPascal(gFontNameStr, "Courier");
             DoCustomRevert();
             EXPECT_EQ(plain(gFontNameStr), std::string(63, 'F'));
@@ -340,6 +341,26 @@ TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
     EXPECT_EQ(kept.spotName[0], 63);
     EXPECT_EQ(plain(kept.annoText), annotation);
     EXPECT_EQ(spotText, "{ 2 copy }");
+}
+
+TEST_F(SettingsDialog, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    GrafPtr before = nullptr, after = nullptr;
+    GetPort(&before);
+    user.then([] {
+        DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+        SetPort(other);
+        CustomProc(gCustomDialog, 16);
+        GrafPtr port = nullptr;
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gCustomDialog);
+        DisposDialog(other);
+    });
+    cancel();
+    run();
+    GetPort(&after);
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(SettingsDialog, MissingDialogIsFatal)

@@ -382,6 +382,26 @@ TEST_F(ValueEntry, MissingDialogIsFatal)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 80", " (dlog resource)")));
 }
 
+TEST_F(ValueEntry, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+    GrafPtr port = nullptr;
+    SetPort(other);
+    user.then([&] {
+        SetPort(other);
+        FreqProc(gTheDialog, 10);
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gTheDialog);
+    });
+    user.key("escape");
+    run(kFreqKind);
+    GetPort(&port);
+    EXPECT_EQ(port, other);
+    SetPort(gCustomDialog);
+    DisposDialog(other);
+}
+
 TEST_F(ValueEntry, PanelIsFramed)
 {
     std::vector<std::string> lines;
