@@ -135,7 +135,7 @@ TEST_F(Annotation, OpensWithTextSelectedAndSizeAndFontShown)
 
 TEST_F(Annotation, OpensInTheMiddleOfTheSettingsDialog)
 {
-    MoveWindow(gCustomDialog, 60, 70, false);   // 392 by 252
+    MoveWindow(gCustomDialog, 60, 70, false);  // 392 by 252
     user.key("escape");
     run();
     EXPECT_TRUE(traced("dialog 16302 shown at 36,98 440x196"));

@@ -318,8 +318,8 @@ protected:
     int drawings()
     {
         Rect box = record().popupRect;
-        return static_cast<int>(lines("frameRect " + std::to_string(box.left) + "," + std::to_string(box.top) + "," +
-                                      std::to_string(box.right) + "," + std::to_string(box.bottom))
+        return static_cast<int>(lines("frameRect " + std::to_string(box.left) + "," + std::to_string(box.top) +
+                                      "," + std::to_string(box.right) + "," + std::to_string(box.bottom))
                                     .size());
     }
 

@@ -1,8 +1,7 @@
 #include "support/plugin_test.h"
 
-#include <algorithm>
-
 #include "source/ktDeleteRiders.h"
+#include "source/listed_files.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 
@@ -72,20 +71,8 @@ TEST_F(Removal, CancelDeletesNothing)
 
 TEST_F(Removal, OnlyTextFilesAreListed)
 {
-    auto here = toolbox::folders::workingDirectory(folder.path());
-    for (auto [name, type] : {std::pair{"A text", OSType{'TEXT'}}, std::pair{"B other", OSType{'EPSF'}}})
-        ASSERT_EQ(Create(P(name), *here, 'ttxt', type), noErr);
-    std::vector<std::string> drawn;
-    toolbox::trace::setDrawingSink(toolbox::trace::into(drawn));
-    user.cancelFile();
-    run();
-    toolbox::trace::setDrawingSink({});
-    auto listed = [&](const std::string &name) {
-        return std::any_of(drawn.begin(), drawn.end(),
-                           [&](const std::string &line) { return line.find('"' + name + '"') != std::string::npos; });
-    };
-    EXPECT_TRUE(listed("A text"));
-    EXPECT_FALSE(listed("B other"));
+    std::vector<std::string> listed = listedOfTwo(folder.path(), user, [&] { run(); });
+    EXPECT_EQ(listed, std::vector<std::string>{"A text"});
 }
 
 TEST_F(Removal, ThirteenBytesAreTooFewEvenWithTheMagic)

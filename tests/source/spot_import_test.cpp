@@ -1,9 +1,8 @@
 #include "source/open_settings.h"
 
-#include <algorithm>
-
 #include "source/ktCustomDlg.h"
 #include "source/ktSpot.h"
+#include "source/listed_files.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 
@@ -111,20 +110,9 @@ TEST_F(SpotImport, CancelChangesNothing)
 
 TEST_F(SpotImport, OnlyTextFilesAreListed)
 {
-    auto here = toolbox::folders::workingDirectory(folder.path());
-    for (auto [name, type] : {std::pair{"A text", OSType{'TEXT'}}, std::pair{"B other", OSType{'EPSF'}}})
-        ASSERT_EQ(Create(P(name), *here, 'ttxt', type), noErr);
-    std::vector<std::string> drawn;
-    toolbox::trace::setDrawingSink(toolbox::trace::into(drawn));
-    user.cancelFile();
-    guarded([] { EXPECT_FALSE(DoSpotImport()); });
-    toolbox::trace::setDrawingSink({});
-    auto listed = [&](const std::string &name) {
-        return std::any_of(drawn.begin(), drawn.end(),
-                           [&](const std::string &line) { return line.find('"' + name + '"') != std::string::npos; });
-    };
-    EXPECT_TRUE(listed("A text"));
-    EXPECT_FALSE(listed("B other"));
+    std::vector<std::string> listed =
+        listedOfTwo(folder.path(), user, [&] { guarded([] { EXPECT_FALSE(DoSpotImport()); }); });
+    EXPECT_EQ(listed, std::vector<std::string>{"A text"});
 }
 
 TEST_F(SpotImport, NameOf63CharactersIsKeptWhole)

@@ -197,7 +197,7 @@ TEST_F(ValueEntry, OpensOverTheSettingsWithTheValueSelected)
 
 TEST_F(ValueEntry, OpensInTheMiddleOfTheSettingsDialog)
 {
-    MoveWindow(gCustomDialog, 60, 70, false);   // 392 by 252
+    MoveWindow(gCustomDialog, 60, 70, false);  // 392 by 252
     user.key("escape");
     run(kFreqKind);
     EXPECT_TRUE(traced("dialog 16301 shown at 90,138 332x116"));
