@@ -221,6 +221,28 @@ TEST_F(About, TextSettingsAreResetAfterTheLines)
     });
 }
 
+TEST_F(About, UpdateDrawsTheLinesUnlessTheyMove)
+{
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            SetPort(gTheDialog);
+            struct {
+                Boolean intro, scroll;
+                size_t lines;
+            } const states[] = {{false, false, 4}, {false, true, 0}, {true, false, 0}};
+            for (const auto &state : states) {
+                gDoIntro = state.intro;
+                gScrollInProg = state.scroll;
+                drawn.clear();
+                AboutProc(gTheDialog, kPictureArea);
+                EXPECT_EQ(drawnWith("text ").size(), state.lines) << int{state.intro} << int{state.scroll};
+            }
+            gDoIntro = gScrollInProg = false;
+        });
+    });
+}
+
 TEST_F(About, TitleCanStandAlone)
 {
     open([&] {

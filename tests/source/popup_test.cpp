@@ -86,6 +86,13 @@ TEST_F(Popup, WithoutATitleTheBoxIsTheWholeControl)
     EXPECT_EQ(info.menuPos.v, 21);
 }
 
+TEST_F(Popup, MenuIsNotInTheMenuBar)
+{
+    MenuHandle menu = make(kBox).menu;
+    ClearMenuBar();
+    EXPECT_EQ(GetMHandle(kAnnoFontMenu), menu);
+}
+
 TEST_F(Popup, TitleStandsLeftOfTheBox)
 {
     PopupInfo info = make(kBox, "Font:");

@@ -250,6 +250,18 @@ TEST_F(SettingsDialog, OpensWhereItWasClosed)
     EXPECT_TRUE(traced("dialog 16300 shown at 40,77"));
 }
 
+TEST_F(SettingsDialog, IsHiddenBeforeTheSaveDialogComesUp)
+{
+    make();
+    run();
+    std::vector<std::string> order;
+    for (const std::string &line : trace)
+        for (const char *step : {"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"})
+            if (line.starts_with(step))
+                order.push_back(step);
+    EXPECT_EQ(order, (std::vector<std::string>{"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"}));
+}
+
 TEST_F(SettingsDialog, MakeKeepsThePosition)
 {
     user.then([] { MoveWindow(gCustomDialog, 40, 77, false); });

@@ -382,6 +382,22 @@ TEST_F(ValueEntry, MissingDialogIsFatal)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 80", " (dlog resource)")));
 }
 
+TEST_F(ValueEntry, IsHiddenAndThenClosed)
+{
+    for (const char *key : {"return", "escape"}) {
+        trace.clear();
+        user.in(kFreqDialogID);
+        user.key(key);
+        run(kFreqKind);
+        std::vector<std::string> order;
+        for (const std::string &line : trace)
+            for (const char *step : {"dialog 16301 hidden", "dialog 16301 closed"})
+                if (line.starts_with(step))
+                    order.push_back(step);
+        EXPECT_EQ(order, (std::vector<std::string>{"dialog 16301 hidden", "dialog 16301 closed"}));
+    }
+}
+
 TEST_F(ValueEntry, PortIsAsItWasAfterwardsAndAfterDrawing)
 {
     DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
