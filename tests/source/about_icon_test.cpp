@@ -114,6 +114,30 @@ TEST_F(About, PictureNarrowsAwayAfterTheFall)
     }
 }
 
+TEST_F(About, MiddleOfThePictureStaysWhileItsEdgesGo)
+{
+    std::vector<int> inked;   // pixels of the middle, each time something is shown
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            machine.setWatcher([&](int, const toolbox::Picture &screen) {
+                int found = 0;
+                for (int v = 108 + 32; v < 108 + 52; ++v)
+                    for (int h = 195 + 107; h < 195 + 187; ++h)
+                        found += screen.pixels[static_cast<size_t>(v * screen.width + h)] != 0xFFFFFF;
+                inked.push_back(found);
+            });
+            DoAboutIntro(false);
+            machine.setWatcher({});
+        });
+    });
+    ASSERT_GE(inked.size(), 22u);
+    EXPECT_GT(inked.front(), 0);
+    for (size_t step = 0; step < 10; ++step)
+        EXPECT_EQ(inked[step], inked.front()) << step;
+    EXPECT_EQ(inked.back(), 0);
+}
+
 TEST_F(About, NothingOfPictureAndIconIsLeft)
 {
     open([&] {
