@@ -116,7 +116,7 @@ TEST_F(About, PictureNarrowsAwayAfterTheFall)
 
 TEST_F(About, MiddleOfThePictureStaysWhileItsEdgesGo)
 {
-    std::vector<int> inked;   // pixels of the middle, each time something is shown
+    std::vector<int> inked;  // pixels of the middle, each time something is shown
     open([&] {
         user.wait(kIntroLong);
         look([&] {

@@ -182,6 +182,21 @@ TEST_F(Annotation, CancelRestoresTextsOfFullLength)
     EXPECT_EQ(plain(settings.annoSizeStr), size);
 }
 
+// Only a damaged record has one. The text that is kept next to it is not written over.
+TEST_F(Annotation, SizeLongerThanItsFieldIsCutOnOpening)
+{
+    const std::string size = "000000000000012";
+    for (unsigned char length : {16, 40}) {
+        toolbox::setPascal(settings.annoSizeStr, size, 15);
+        settings.annoSizeStr[0] = length;
+        user.in(kAnnoDialogID);
+        user.press(2);
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(settings.annoSizeStr), size);
+        EXPECT_EQ(plain(settings.annoText), "before");
+    }
+}
+
 TEST_F(Annotation, ChosenFontIsStoredWithoutTrailingSpaces)
 {
     user.choose(kFont, "Times-Roman");

@@ -259,7 +259,8 @@ TEST_F(SettingsDialog, IsHiddenBeforeTheSaveDialogComesUp)
         for (const char *step : {"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"})
             if (line.starts_with(step))
                 order.push_back(step);
-    EXPECT_EQ(order, (std::vector<std::string>{"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"}));
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"}));
 }
 
 TEST_F(SettingsDialog, MakeKeepsThePosition)
