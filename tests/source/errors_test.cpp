@@ -222,16 +222,19 @@ std::vector<std::string> drawingOf(toolbox::ScriptedUser &user, const std::funct
 
 TEST_F(Errors, EachKindOfAlertHasItsOwnIcon)
 {
-    const std::pair<int16_t, int16_t (*)(int16_t, ModalFilterProcPtr)> kinds[] = {
-        {kStopAlert, StopAlert}, {kCautionAlert, CautionAlert}, {kNoteAlert, NoteAlert}};
-    for (auto [kind, alert] : kinds) {
+    struct Kind {
+        int16_t number;
+        int16_t (*show)(int16_t, ModalFilterProcPtr);
+    };
+    for (const Kind &kind :
+         {Kind{kStopAlert, StopAlert}, Kind{kCautionAlert, CautionAlert}, Kind{kNoteAlert, NoteAlert}}) {
         ParamText(P("a"), P("b"), P("c"), P("d"));
         CenterAlert(nullptr, kAlertID);
-        std::vector<std::string> its = drawingOf(user, [&] { alert(kAlertID, nullptr); });
-        EXPECT_EQ(drawingOf(user, [&] { DoAlert(kind, P("a"), P("b"), P("c"), P("d")); }), its) << kind;
+        std::vector<std::string> its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
+        EXPECT_EQ(drawingOf(user, [&] { DoAlert(kind.number, P("a"), P("b"), P("c"), P("d")); }), its) << kind.number;
         ParamText(P(message(16134)), P("b"), P(""), P(""));
-        its = drawingOf(user, [&] { alert(kAlertID, nullptr); });
-        EXPECT_EQ(drawingOf(user, [&] { AlrtErrorHandler(kind, 16134, 0, P("b"), false); }), its) << kind;
+        its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
+        EXPECT_EQ(drawingOf(user, [&] { AlrtErrorHandler(kind.number, 16134, 0, P("b"), false); }), its) << kind.number;
     }
 }
 
