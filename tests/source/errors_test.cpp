@@ -231,10 +231,12 @@ TEST_F(Errors, EachKindOfAlertHasItsOwnIcon)
         ParamText(P("a"), P("b"), P("c"), P("d"));
         CenterAlert(nullptr, kAlertID);
         std::vector<std::string> its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
-        EXPECT_EQ(drawingOf(user, [&] { DoAlert(kind.number, P("a"), P("b"), P("c"), P("d")); }), its) << kind.number;
+        EXPECT_EQ(drawingOf(user, [&] { DoAlert(kind.number, P("a"), P("b"), P("c"), P("d")); }), its)
+            << kind.number;
         ParamText(P(message(16134)), P("b"), P(""), P(""));
         its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
-        EXPECT_EQ(drawingOf(user, [&] { AlrtErrorHandler(kind.number, 16134, 0, P("b"), false); }), its) << kind.number;
+        EXPECT_EQ(drawingOf(user, [&] { AlrtErrorHandler(kind.number, 16134, 0, P("b"), false); }), its)
+            << kind.number;
     }
 }
 
