@@ -117,14 +117,24 @@ static void TakeOverInfo()
         SetFInfo(gFile.working, gFile.vRefNum, &gFile.info);
 }
 
+// Another name is tried where one is taken.
+static OSErr StepAside(Str63 aside)
+{
+    OSErr error = dupFNErr;
+    for (int16_t tries = 0; error == dupFNErr && tries < kTempNameTries; ++tries) {
+        TemporaryName("KTTemp2", aside);
+        error = Rename(gFile.existing, gFile.vRefNum, aside);
+    }
+    return error;
+}
+
 // The old file gets a temporary name, the new one the old one's, and then the old one
 // is deleted.
 static void Replace()
 {
     Str63 aside;
     TakeOverInfo();
-    TemporaryName("KTTemp2", aside);
-    OSErr error = Rename(gFile.existing, gFile.vRefNum, aside);
+    OSErr error = StepAside(aside);
     if (error != noErr)
         return GiveUpReplacing(error, " (rename1)", nullptr);
     error = Rename(gFile.working, gFile.vRefNum, gFile.existing);

@@ -49,6 +49,23 @@ TEST_F(About, IconIsStretchedAndFallsOutOfTheWindow)
     }
 }
 
+TEST_F(About, EachStepOfStretchFallAndNarrowingLastsATick)
+{
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            Rect icon = ItemBox(gTheDialog, 4);
+            int16_t bottom = gTheDialog->portRect.bottom;
+            uint32_t stretch = static_cast<uint32_t>(bottom - 50 - icon.bottom + 5) / 6;
+            uint32_t fall = static_cast<uint32_t>(bottom + 10 - icon.top + 3) / 4;
+            uint32_t narrowing = 22;
+            uint32_t before = machine.ticks();
+            DoAboutIconMove();
+            EXPECT_EQ(machine.ticks() - before, stretch + fall + narrowing);
+        });
+    });
+}
+
 // The lines' left edges are moved out of sight, and they are not drawn while the
 // icon falls through their place.
 TEST_F(About, NoLineIsDrawnWhileTheIconFalls)
@@ -95,6 +112,30 @@ TEST_F(About, PictureShrinksToNothingAfterTheFall)
         }
         EXPECT_EQ(machine.soundsPlayed() % 2, depth == 1 ? 1 : 0) << "the intro's only";
     }
+}
+
+TEST_F(About, MiddleOfThePictureStaysWhileItsEdgesGo)
+{
+    std::vector<int> inked;  // pixels of the middle, each time something is shown
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            machine.setWatcher([&](int, const toolbox::Picture &screen) {
+                int found = 0;
+                for (int v = 108 + 32; v < 108 + 52; ++v)
+                    for (int h = 195 + 107; h < 195 + 187; ++h)
+                        found += screen.pixels[static_cast<size_t>(v * screen.width + h)] != 0xFFFFFF;
+                inked.push_back(found);
+            });
+            DoAboutIntro(false);
+            machine.setWatcher({});
+        });
+    });
+    ASSERT_GE(inked.size(), 22u);
+    EXPECT_GT(inked.front(), 0);
+    for (size_t step = 0; step < 10; ++step)
+        EXPECT_EQ(inked[step], inked.front()) << step;
+    EXPECT_EQ(inked.back(), 0);
 }
 
 TEST_F(About, NothingOfPictureAndIconIsLeft)

@@ -32,23 +32,43 @@ TEST_F(About, OpensAThirdDownTheDisplayWithTheIconAlone)
 
 TEST_F(About, IntroRunsOnTheFifteenthPass)
 {
-    size_t passes = 0;
     open([&] {
+        look([&] {
+            gPreIntroCounter = 0;
+            drawn.clear();
+            EventRecord nothing{};
+            int16_t hit = 7;
+            for (int pass = 1; pass <= 14; ++pass) {
+                EXPECT_FALSE(AboutFilter(gTheDialog, &nothing, &hit));
+                EXPECT_EQ(gDoIntro, 1) << "pass " << pass;
+            }
+            EXPECT_TRUE(drawn.empty()) << drawn.front();
+            EXPECT_EQ(machine.soundsPlayed(), 0);
+            EXPECT_FALSE(AboutFilter(gTheDialog, &nothing, &hit));
+            EXPECT_EQ(gDoIntro, 0);
+            EXPECT_GE(drawnWith("picture ").size(), 22u);
+            EXPECT_EQ(machine.soundsPlayed(), 1);
+            EXPECT_EQ(hit, 0);
+        });
+    });
+}
+
+TEST_F(About, QuietBeforeTheIntroLastsAboutFifteenTicks)
+{
+    removeResource('snd ', 16500);
+    uint32_t opened = 0, over = 0;
+    open([&] {
+        look([&] { opened = machine.ticks(); });
         for (int i = 0; i < 40; ++i) {
             user.wait(1);
             look([&] {
-                bool over = gPreIntroCounter >= 15;
-                EXPECT_EQ(gDoIntro, !over) << "after pass " << gPreIntroCounter;
-                std::vector<std::string> pictures = drawnWith("picture ");
-                std::erase_if(pictures, [](const std::string &line) { return line.starts_with("15,"); });
-                EXPECT_EQ(pictures.size() >= 22, over);
-                EXPECT_EQ(machine.soundsPlayed(), over ? 1 : 0);
-                passes += !over;
+                if (over == 0 && !gDoIntro)
+                    over = machine.ticks();
             });
         }
     });
-    EXPECT_GE(passes, 10u) << "about fifteen ticks of quiet";
-    EXPECT_LE(passes, 15u);
+    EXPECT_GE(over - opened, 22u + 10u);
+    EXPECT_LE(over - opened, 22u + 16u);
 }
 
 TEST_F(About, PassesAreCountedToSixteen)
@@ -110,6 +130,15 @@ TEST_F(About, SoundIsPlayedOncePerOpening)
     EXPECT_EQ(machine.soundsPlayed(), 1);
     open([&] { user.wait(300); });
     EXPECT_EQ(machine.soundsPlayed(), 2);
+}
+
+TEST_F(About, SoundIsReleasedAgain)
+{
+    // One that may not be purged counts as loaded until it is released.
+    HNoPurge(Get1Resource('snd ', 16500));
+    ASSERT_EQ(leftBehind().loadedResources, 1);
+    open([&] { user.wait(kIntroLong); });
+    EXPECT_EQ(leftBehind().loadedResources, 0);
 }
 
 TEST_F(About, SoundLastsLessThanASecond)
@@ -188,6 +217,28 @@ TEST_F(About, TextSettingsAreResetAfterTheLines)
             EXPECT_EQ(port->txFont, 0);
             EXPECT_EQ(port->txSize, 0);
             EXPECT_EQ(port->txFace, 0);
+        });
+    });
+}
+
+TEST_F(About, UpdateDrawsTheLinesUnlessTheyMove)
+{
+    open([&] {
+        user.wait(kIntroLong);
+        look([&] {
+            SetPort(gTheDialog);
+            struct {
+                Boolean intro, scroll;
+                size_t lines;
+            } const states[] = {{false, false, 4}, {false, true, 0}, {true, false, 0}};
+            for (const auto &state : states) {
+                gDoIntro = state.intro;
+                gScrollInProg = state.scroll;
+                drawn.clear();
+                AboutProc(gTheDialog, kPictureArea);
+                EXPECT_EQ(drawnWith("text ").size(), state.lines) << int{state.intro} << int{state.scroll};
+            }
+            gDoIntro = gScrollInProg = false;
         });
     });
 }

@@ -133,6 +133,14 @@ TEST_F(Annotation, OpensWithTextSelectedAndSizeAndFontShown)
     EXPECT_EQ(gTheDialog, nullptr);
 }
 
+TEST_F(Annotation, OpensInTheMiddleOfTheSettingsDialog)
+{
+    MoveWindow(gCustomDialog, 60, 70, false);  // 392 by 252
+    user.key("escape");
+    run();
+    EXPECT_TRUE(traced("dialog 16302 shown at 36,98 440x196"));
+}
+
 TEST_F(Annotation, ConfirmedEntriesAreStored)
 {
     user.type("Job 17 für Æsop");
@@ -161,6 +169,34 @@ TEST_F(Annotation, CancelRestoresEverything)
     EXPECT_EQ(plain(settings.annoText), "before");
 }
 
+TEST_F(Annotation, CancelRestoresTextsOfFullLength)
+{
+    const std::string text(255, 'x'), size = "000000000000012";
+    toolbox::setPascal(settings.annoText, text, 255);
+    toolbox::setPascal(settings.annoSizeStr, size, 15);
+    user.choose(kSizes, "24");
+    user.then([&] { toolbox::setPascal(settings.annoText, "another", 255); });
+    user.press(2);
+    EXPECT_FALSE(run());
+    EXPECT_EQ(plain(settings.annoText), text);
+    EXPECT_EQ(plain(settings.annoSizeStr), size);
+}
+
+// Only a damaged record has one. The text that is kept next to it is not written over.
+TEST_F(Annotation, SizeLongerThanItsFieldIsCutOnOpening)
+{
+    const std::string size = "000000000000012";
+    for (unsigned char length : {16, 40}) {
+        toolbox::setPascal(settings.annoSizeStr, size, 15);
+        settings.annoSizeStr[0] = length;
+        user.in(kAnnoDialogID);
+        user.press(2);
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(settings.annoSizeStr), size);
+        EXPECT_EQ(plain(settings.annoText), "before");
+    }
+}
+
 TEST_F(Annotation, ChosenFontIsStoredWithoutTrailingSpaces)
 {
     user.choose(kFont, "Times-Roman");
@@ -178,14 +214,40 @@ TEST_F(Annotation, FontsNameIsFetchedAsItStandsOnOpening)
     EXPECT_EQ(plain(gFontNameStr).substr(0, 13), "Times-Roman  ");
 }
 
+TEST_F(Annotation, FontsNameIsKeptAndPutBackUpTo63Characters)
+{
+    for (size_t length : {63u, 64u}) {
+        // As long as the menu is loaded it stays as it is changed.
+        MenuHandle fonts = GetMenu(kAnnoFontMenu);
+        SetItem(fonts, 5, P(std::string(length, 'F')));
+        settings.annoFontItem = 5;
+        user.in(kAnnoDialogID);
+        user.then([] { EXPECT_EQ(gAnnoSavedFontNameStr[0], 63); });
+        user.choose(kFont, "Symbol");
+        user.press(2);
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(gFontNameStr), std::string(63, 'F'));
+    }
+}
+
 TEST_F(Annotation, FontPopupLeftWithoutAChoiceStillSetsTheFont)
 {
-    settings.annoFontItem = 6;
+    // Opening leaves the first font its added spaces.
+    settings.annoFontItem = 1;
+    user.then([&] {
+        EXPECT_NE(plain(gFontNameStr), "Times-Roman");
+        toolbox::setPascal(gFontNameStr, "another");
+        settings.annoFontItem = 6;
+    });
     user.chooseNothing(kFont);
-    user.then([&] { EXPECT_EQ(plain(gFontNameStr), "Helvetica-Bold"); });
+    user.then([&] {
+        EXPECT_EQ(plain(gFontNameStr), "Times-Roman");
+        EXPECT_EQ(settings.annoFontItem, 1);
+    });
     user.press(1);
     EXPECT_TRUE(run());
-    EXPECT_EQ(settings.annoFontItem, 6);
+    EXPECT_EQ(plain(gFontNameStr), "Times-Roman");
+    EXPECT_EQ(settings.annoFontItem, 1);
 }
 
 TEST_F(Annotation, SizePopupReplacesTheTypedSizeAtOnce)
@@ -265,6 +327,19 @@ TEST_F(Annotation, EmptyTextIsRefused)
     expectRefused(16145, [&] { EXPECT_EQ(field(kText), "before"); });
 }
 
+TEST_F(Annotation, EmptiedTextGoesBackToTheOneFromBeforeTheDialog)
+{
+    user.type("new text");
+    typeSize("99");
+    user.key("return");
+    dismiss();
+    user.in(kAnnoDialogID);
+    user.then([&] { EXPECT_EQ(plain(settings.annoText), "new text"); });
+    user.key("tab");
+    user.key("backspace");
+    expectRefused(16145, [&] { EXPECT_EQ(field(kText), "before"); });
+}
+
 TEST_F(Annotation, TextOf255IsCutTo254AndRefused)
 {
     fillText(std::string(255, 'x'));
@@ -312,11 +387,15 @@ TEST_F(Annotation, SizeWithASeparatorIsRefusedThoughItsZerosCouldGo)
 
 TEST_F(Annotation, SizePopupsChoiceIsWhatAWrongSizeGoesBackTo)
 {
-    user.choose(kSizes, "24");
-    user.key("backspace");
-    paste("1a");
-    expectRefused(16132, [&] { EXPECT_EQ(field(kSize), "24"); });
-    EXPECT_EQ(plain(settings.annoSizeStr), "9");
+    for (auto [pasted, words] : {std::pair{"1a", 16132}, std::pair{"12.0", 16165}}) {
+        SCOPED_TRACE(pasted);
+        user.in(kAnnoDialogID);
+        user.choose(kSizes, "24");
+        user.key("backspace");
+        paste(pasted);
+        expectRefused(static_cast<int16_t>(words), [&] { EXPECT_EQ(field(kSize), "24"); });
+        EXPECT_EQ(plain(settings.annoSizeStr), "9");
+    }
 }
 
 TEST_F(Annotation, TextIsStoredThoughTheSizeIsRefused)
@@ -402,6 +481,38 @@ TEST_F(Annotation, HeldKeysNeedRoom)
     run();
 }
 
+TEST_F(Annotation, ReturnAndEnterConfirm)
+{
+    for (const char *key : {"return", "enter"}) {
+        user.in(kAnnoDialogID);
+        user.type(key);
+        user.key(key);
+        EXPECT_TRUE(run());
+        EXPECT_EQ(plain(settings.annoText), key);
+    }
+    EXPECT_EQ(tracedTimes("flash \"OK\""), 2);
+}
+
+TEST_F(Annotation, EscapeAndCommandPeriodCancel)
+{
+    for (auto [key, modifiers] : {std::pair{"escape", 0}, std::pair{".", static_cast<int>(cmdKey)}}) {
+        user.in(kAnnoDialogID);
+        user.type("something else");
+        user.key(key, static_cast<uint16_t>(modifiers));
+        EXPECT_FALSE(run());
+        EXPECT_EQ(plain(settings.annoText), "before");
+    }
+    EXPECT_EQ(tracedTimes("flash \"Cancel\""), 2);
+}
+
+TEST_F(Annotation, PeriodAloneIsTyped)
+{
+    user.type(".");
+    user.key("enter");
+    EXPECT_TRUE(run());
+    EXPECT_EQ(plain(settings.annoText), ".");
+}
+
 TEST_F(Annotation, PasteTooLongIsRefusedInTheFieldsOwnWords)
 {
     paste(std::string(255, 'x'));
@@ -413,6 +524,41 @@ TEST_F(Annotation, PasteTooLongIsRefusedInTheFieldsOwnWords)
     dismiss();
     user.in(kAnnoDialogID);
     user.then([&] { EXPECT_EQ(field(kSize), "9"); });
+    user.press(2);
+    run();
+    EXPECT_EQ(tracedTimes(params(message(16163))), 1);
+    EXPECT_EQ(tracedTimes(params(message(16167))), 1);
+}
+
+TEST_F(Annotation, PasteThatJustFillsTheFieldIsTaken)
+{
+    paste(std::string(254, 'x'));
+    user.then([&] { EXPECT_EQ(field(kText), std::string(254, 'x')); });
+    user.key("tab");
+    paste("1234");
+    user.then([&] { EXPECT_EQ(field(kSize), "1234"); });
+    user.press(2);
+    run();
+}
+
+TEST_F(Annotation, PasteIsMeasuredWithWhatStaysInTheField)
+{
+    typeSize("123");
+    paste("45");
+    dismiss();
+    user.in(kAnnoDialogID);
+    user.then([&] { EXPECT_EQ(field(kSize), "123"); });
+    user.key("backspace");
+    paste("45");
+    user.then([&] { EXPECT_EQ(field(kSize), "1245"); });
+    fillText(std::string(252, 'x'));
+    user.key("tab");
+    user.key("right");
+    paste("abcd");
+    dismiss();
+    user.in(kAnnoDialogID);
+    paste("ab");
+    user.then([&] { EXPECT_EQ(field(kText), std::string(252, 'x') + "ab"); });
     user.press(2);
     run();
     EXPECT_EQ(tracedTimes(params(message(16163))), 1);
@@ -449,6 +595,26 @@ TEST_F(Annotation, Before7CommandKeysAreDoneHere)
     user.press(2);
     run();
     EXPECT_TRUE(traced(params(message(16167))));
+}
+
+TEST_F(Annotation, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+    GrafPtr port = nullptr;
+    SetPort(other);
+    user.then([&] {
+        SetPort(other);
+        AnnoProc(gTheDialog, 9);
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gTheDialog);
+    });
+    user.key("escape");
+    run();
+    GetPort(&port);
+    EXPECT_EQ(port, other);
+    SetPort(gCustomDialog);
+    DisposDialog(other);
 }
 
 // --- Missing resources ------------------------------------------------------

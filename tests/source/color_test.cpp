@@ -151,6 +151,34 @@ TEST_F(Color, OnlyEnabledPushButtonsGetATable)
     DisposeKTColor();
 }
 
+TEST_F(Color, CheckBoxesAndOtherControlsStayPlain)
+{
+    GetKTColor();
+    for (int kind : {chkCtrl, radCtrl, resCtrl}) {
+        int16_t type;
+        Handle item;
+        Rect box;
+        GetDItem(gCustomDialog, 2, &type, &item, &box);
+        SetDItem(gCustomDialog, 2, static_cast<int16_t>(ctrlItem + kind), item, &box);
+        ColorTheDialog(true, gCustomDialog);
+        EXPECT_NE((*button(gCustomDialog, 1))->colorTable, nullptr);
+        EXPECT_EQ((*button(gCustomDialog, 2))->colorTable, nullptr) << kind;
+    }
+    DisposeKTColor();
+}
+
+TEST_F(Color, LastItemIsColouredToo)
+{
+    // The second button of a question is its last item.
+    GetKTColor();
+    DialogPtr question = GetNewDialog(16132, nullptr, reinterpret_cast<WindowPtr>(-1));
+    ASSERT_EQ(CountDITL(question), 5);
+    ColorTheDialog(true, question);
+    EXPECT_NE((*button(question, 5))->colorTable, nullptr);
+    DisposDialog(question);
+    DisposeKTColor();
+}
+
 TEST_F(Color, NothingIsAttachedOnABlackAndWhiteDisplay)
 {
     restart(1, 0x0755);

@@ -2,6 +2,7 @@
 
 #include "source/errors.h"
 #include "source/ktAboutDlg.h"
+#include "source/ktColor.h"
 #include "source/ktSpot.h"
 #include "toolbox/memory.h"
 #include "source/utilities.h"
@@ -192,6 +193,22 @@ TEST_F(Entry, AnyAllocationMayFail)
         }
     }
     user.forgetRest();
+}
+
+TEST_F(Entry, WithoutColourQuickDrawTheTablesAreNeitherLoadedNorReleased)
+{
+    configuration.quickDrawVersion = 0;
+    restartPlugin();
+    static char nothing = 0;
+    static Ptr master = &nothing;
+    Handle others = &master;
+    for (Handle *table : {&gCDlogColor, &gDlogColor, &gCCntlColor, &gCntlColor})
+        *table = others;
+    call(kSelectCommand, 2);
+    for (Handle *table : {&gCDlogColor, &gDlogColor, &gCCntlColor, &gCntlColor}) {
+        EXPECT_EQ(*table, others);
+        *table = nullptr;
+    }
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include "source/errors.h"
 #include "source/ktColor.h"
 #include "source/ktCustomDlg.h"
+#include "source/resourceNumbers.h"
+#include "source/utilities.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/system.h"
 
@@ -203,6 +205,67 @@ TEST_F(Errors, AlertReportHasTheSameTexts)
     EXPECT_TRUE(traced(params(message(16134), " (eof)")));
     EXPECT_FALSE(traced("alert 16128 shown"));
     expectNothingLeft();
+}
+
+// What is drawn of an alert, until the user has seen it.
+std::vector<std::string> drawingOf(toolbox::ScriptedUser &user, const std::function<void()> &show)
+{
+    std::vector<std::string> drawing;
+    toolbox::trace::setDrawingSink(toolbox::trace::into(drawing));
+    user.in(kAlertID);
+    user.wait(2);
+    user.press(1);
+    show();
+    toolbox::trace::setDrawingSink({});
+    return drawing;
+}
+
+TEST_F(Errors, EachKindOfAlertHasItsOwnIcon)
+{
+    struct Kind {
+        int16_t number;
+        int16_t (*show)(int16_t, ModalFilterProcPtr);
+    };
+    for (const Kind &kind :
+         {Kind{kStopAlert, StopAlert}, Kind{kCautionAlert, CautionAlert}, Kind{kNoteAlert, NoteAlert}}) {
+        ParamText(P("a"), P("b"), P("c"), P("d"));
+        CenterAlert(nullptr, kAlertID);
+        std::vector<std::string> its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
+        EXPECT_EQ(drawingOf(user, [&] { DoAlert(kind.number, P("a"), P("b"), P("c"), P("d")); }), its)
+            << kind.number;
+        ParamText(P(message(16134)), P("b"), P(""), P(""));
+        its = drawingOf(user, [&] { kind.show(kAlertID, nullptr); });
+        EXPECT_EQ(drawingOf(user, [&] { AlrtErrorHandler(kind.number, 16134, 0, P("b"), false); }), its)
+            << kind.number;
+    }
+}
+
+// A machine that keeps the shape of its pointer.
+struct PointerMachine : toolbox::HeadlessMachine {
+    void setCursor(CursorShape wanted) override { shape = wanted; }
+    CursorShape shape = CursorShape::arrow;
+};
+
+TEST_F(Errors, PointerIsAnArrowOverReportsAndAlerts)
+{
+    PointerMachine screen;
+    toolbox::ScriptedUser somebody(screen);
+    toolbox::stop();
+    toolbox::start(configuration, screen);
+    ASSERT_NE(HOpenResFile(*toolbox::folders::workingDirectory(folder.path()), 0, P("riders.so"), 0), -1);
+    makeRecords();
+    const std::function<void()> shown[] = {[&] { report(16129, 16134, -36, " (fsopen)"); },
+                                           [] { DoAlert(kNoteAlert, P("a"), P(""), P(""), P("")); }};
+    for (const std::function<void()> &show : shown) {
+        Cursor other{};
+        SetCursor(&other);
+        ASSERT_NE(screen.shape, toolbox::Machine::CursorShape::arrow);
+        somebody.wait(2);
+        somebody.then([&] { EXPECT_EQ(screen.shape, toolbox::Machine::CursorShape::arrow); });
+        somebody.press(1);
+        guarded(show);
+    }
+    toolbox::stop();
 }
 
 TEST_F(Errors, FatalAlertEndsTheProcess)

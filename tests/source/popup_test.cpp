@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "source/dialogItems.h"
 #include "source/ktCustomDlg.h"
 #include "source/ktFreqDlg.h"
 #include "source/popup.h"
@@ -85,6 +86,13 @@ TEST_F(Popup, WithoutATitleTheBoxIsTheWholeControl)
     EXPECT_EQ(info.menuPos.v, 21);
 }
 
+TEST_F(Popup, MenuIsNotInTheMenuBar)
+{
+    MenuHandle menu = make(kBox).menu;
+    ClearMenuBar();
+    EXPECT_EQ(GetMHandle(kAnnoFontMenu), menu);
+}
+
 TEST_F(Popup, TitleStandsLeftOfTheBox)
 {
     PopupInfo info = make(kBox, "Font:");
@@ -111,6 +119,18 @@ TEST_F(Popup, FirstItemIsWidenedToTheBox)
     EXPECT_GT(StringWidth(P(text)), 72);
     EXPECT_LE(StringWidth(P(text.substr(0, text.size() - 1))), 72);
     EXPECT_EQ(text.substr(0, 2), "6 ");
+}
+
+TEST_F(Popup, FirstItemIsWidenedPast28PixelsLessThanTheBoxByOneSpace)
+{
+    int16_t width = StringWidth(P("6   "));
+    for (auto [room, spaces] : {std::pair{28, 4}, std::pair{27, 3}}) {
+        PopupInfo info = make({0, 0, 20, static_cast<int16_t>(width + room)}, "", kAnnoSizeMenu);
+        EXPECT_EQ(item(info.menu, 1), "6" + std::string(static_cast<size_t>(spaces), ' '));
+        DisposePopup(popup_, false);
+        DisposeHandle(popup_);
+        popup_ = nullptr;
+    }
 }
 
 TEST_F(Popup, FirstItemStaysWithin255)
@@ -175,6 +195,14 @@ TEST_F(Popup, EllipsisNeverFollowsASpace)
     int16_t width = StringWidth(P("Twelve a b c"));
     record().popupRect.right = record().popupRect.left + width + 34;
     EXPECT_EQ(shown(popup_), "Twelve a…");
+}
+
+TEST_F(Popup, TextCutToThreeCharactersIsAnEllipsis)
+{
+    make(kBox);
+    SetPopupMenuItem(popup_, 2);
+    record().popupRect.right = record().popupRect.left + 34 + StringWidth(P("Tim"));
+    EXPECT_EQ(shown(popup_), "…");
 }
 
 TEST_F(Popup, TextCutBelowThreeCharactersHasNoEllipsis)
@@ -255,6 +283,132 @@ TEST_F(Popup, RevertingAtOnceChangesNothing)
     RevertPopup(popup_);
     EXPECT_EQ(record().curItem, 3);
     EXPECT_NE(mark(menu, 3), 0);
+}
+
+// A popup at the frequency's place, used by a person: what the control does
+// from the click to its return.
+class PopupClick : public Popup {
+protected:
+    enum { kPlace = 4 };
+
+    void SetUp() override
+    {
+        Popup::SetUp();
+        ShowWindow(gCustomDialog);
+        SelectWindow(gCustomDialog);
+        make(ItemBox(gCustomDialog, kPlace), "Font:", kAnnoFontMenu, 3);
+        current_ = this;
+        user.in(kCustomDialogID);
+    }
+
+    // Lets the user's step happen; what the control says.
+    bool click(bool redraw)
+    {
+        redraw_ = redraw;
+        happened = {};
+        int16_t hit = 0;
+        guarded([&] { ModalDialog(filter, &hit); });
+        EXPECT_EQ(hit, 99);
+        return answer_;
+    }
+
+    std::vector<std::string> lines(const std::string &beginning) const
+    {
+        std::vector<std::string> found;
+        for (const std::string &line : happened)
+            if (line.starts_with(beginning))
+                found.push_back(line);
+        return found;
+    }
+
+    // How many times the box was framed.
+    int drawings()
+    {
+        Rect box = record().popupRect;
+        return static_cast<int>(lines("frameRect " + std::to_string(box.left) + "," + std::to_string(box.top) +
+                                      "," + std::to_string(box.right) + "," + std::to_string(box.bottom))
+                                    .size());
+    }
+
+    // Drawn and traced, in order.
+    std::vector<std::string> happened;
+
+private:
+    static Boolean filter(DialogPtr, EventRecord *event, int16_t *hit)
+    {
+        if (event->what != mouseDown)
+            return false;
+        toolbox::trace::setSink(toolbox::trace::into(current_->happened));
+        toolbox::trace::setDrawingSink(toolbox::trace::into(current_->happened));
+        current_->answer_ = HandlePopupClick(current_->popup_, current_->redraw_);
+        toolbox::trace::setDrawingSink({});
+        toolbox::trace::setSink(toolbox::trace::into(current_->trace));
+        *hit = 99;
+        return true;
+    }
+
+    static inline PopupClick *current_ = nullptr;
+    bool redraw_ = false;
+    bool answer_ = false;
+};
+
+TEST_F(PopupClick, ChoiceIsCurrentTickedAndTold)
+{
+    user.choose(kPlace, 7);
+    EXPECT_TRUE(click(false));
+    EXPECT_EQ(record().curItem, 7);
+    EXPECT_EQ(record().prevItem, 3);
+    EXPECT_EQ(mark(record().menu, 3), 0);
+    EXPECT_NE(mark(record().menu, 7), 0);
+}
+
+TEST_F(PopupClick, LeavingTheMenuIsNoChoiceAndDrawsNothing)
+{
+    SetPopupMenuItem(popup_, 5);
+    user.chooseNothing(kPlace);
+    EXPECT_FALSE(click(true));
+    EXPECT_EQ(record().curItem, 5);
+    EXPECT_EQ(record().prevItem, 5);
+    EXPECT_NE(mark(record().menu, 5), 0);
+    EXPECT_EQ(drawings(), 0);
+}
+
+TEST_F(PopupClick, ControlIsDrawnAgainOnlyWhenAsked)
+{
+    for (bool redraw : {false, true}) {
+        user.choose(kPlace, redraw ? 7 : 6);
+        EXPECT_TRUE(click(redraw));
+        EXPECT_EQ(drawings(), redraw ? 1 : 0);
+    }
+}
+
+TEST_F(PopupClick, TitleIsInvertedWhileTheMenuIsDown)
+{
+    for (bool chosen : {true, false}) {
+        if (chosen)
+            user.choose(kPlace, 7);
+        else
+            user.chooseNothing(kPlace);
+        click(false);
+        Rect title = record().titleRect;
+        std::string inverted = "invertRect " + std::to_string(title.left) + "," + std::to_string(title.top) + "," +
+                               std::to_string(title.right) + "," + std::to_string(title.bottom);
+        std::vector<std::string> order;
+        for (const std::string &line : happened)
+            if (line == inverted || line.starts_with("popup"))
+                order.push_back(line.substr(0, line.find(' ')));
+        EXPECT_EQ(order, (std::vector<std::string>{"invertRect", "popup", "popup", "invertRect"}));
+    }
+}
+
+TEST_F(Popup, DrawingLooksAtTheScreensDepthAnew)
+{
+    for (bool colour : {false, true}) {
+        settings.useColor = colour;
+        environment.pixDepth = 99;
+        drawn(gFreqPopInfo);
+        EXPECT_EQ(environment.pixDepth, 8);
+    }
 }
 
 TEST_F(Popup, NoCurrentItemMarksNothing)

@@ -1,5 +1,6 @@
 #include "support/plugin_test.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "source/ktSpot.h"
@@ -285,6 +286,19 @@ TEST_F(Preferences, SpotTextComesBackByteForByte)
     EXPECT_EQ(contentsOf(preferencesFile()), spot);
     EXPECT_EQ(storedRecord(), bytes(imported()));
     EXPECT_EQ(gSpotHandle, nullptr);
+}
+
+TEST_F(Preferences, VolumeIsFlushedOnceTheSpotTextIsWritten)
+{
+    store(imported(), "{ add }");
+    trace.clear();
+    call(kSelectCommand, nothing);
+    auto find = [&](const std::string &part) {
+        return std::find_if(trace.begin(), trace.end(),
+                            [&](const std::string &line) { return line.starts_with(part); });
+    };
+    EXPECT_EQ(tracedTimes("file flushVol \"\" -> 0"), 1);
+    EXPECT_LT(find("file setEOF"), find("file flushVol"));
 }
 
 TEST_F(Preferences, SpotTextIsLoadedWithItsLength)

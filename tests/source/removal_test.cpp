@@ -1,6 +1,7 @@
 #include "support/plugin_test.h"
 
 #include "source/ktDeleteRiders.h"
+#include "source/listed_files.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 
@@ -66,6 +67,12 @@ TEST_F(Removal, CancelDeletesNothing)
     user.cancelFile();
     EXPECT_EQ(run(), 1);
     EXPECT_TRUE(there());
+}
+
+TEST_F(Removal, OnlyTextFilesAreListed)
+{
+    std::vector<std::string> listed = listedOfTwo(folder.path(), user, [&] { run(); });
+    EXPECT_EQ(listed, std::vector<std::string>{"A text"});
 }
 
 TEST_F(Removal, ThirteenBytesAreTooFewEvenWithTheMagic)

@@ -237,6 +237,43 @@ TEST_F(Sections, AnnotationKeepsItsDecimalComma)
     EXPECT_NE(written(WriteAnno).find("1,5 mm"), std::string::npos);
 }
 
+TEST_F(Sections, AnnotationsFontAndSizeKeepTheirDecimalComma)
+{
+    configuration.decimalPoint = ',';
+    reopen();
+    setText(settings.annoSizeStr, "9,5");
+    toolbox::setPascal(gFontNameStr, "Gill,Sans");
+    std::string all = written(WriteAnno);
+    EXPECT_NE(all.find(pieceBytes(16508) + "Gill,Sans" + pieceBytes(16509) + "9,5" + pieceBytes(16510)),
+              std::string::npos);
+}
+
+// What only a damaged record can hold: a length beyond its field.
+TEST_F(Sections, ValuesAndSizeAreWrittenUpTo15Characters)
+{
+    const std::string whole = "123456789012345";
+    for (unsigned char *own : {settings.freqStr, settings.angleStr, settings.flatStr})
+        setText(own, whole);
+    for (auto setting : {&PrefsRec::freqItem, &PrefsRec::angleItem, &PrefsRec::flatItem})
+        chooseLast(setting);
+    for (unsigned char length : {15, 16, 40}) {
+        settings.freqStr[0] = settings.angleStr[0] = settings.flatStr[0] = length;
+        EXPECT_EQ(value(WriteFreq, 16501, 16502), whole);
+        EXPECT_EQ(value(WriteAngle, 16503, 16504), whole);
+        EXPECT_EQ(value(WriteFlat, 16560, 16561), whole);
+        setText(settings.annoSizeStr, whole);
+        settings.annoSizeStr[0] = length;
+        EXPECT_NE(written(WriteAnno).find(pieceBytes(16509) + whole + pieceBytes(16510)), std::string::npos);
+    }
+}
+
+TEST_F(Sections, AnnotationOf255IsWrittenWhole)
+{
+    const std::string longest(255, 'x');
+    setText(settings.annoText, longest, 255);
+    EXPECT_NE(written(WriteAnno).find(pieceBytes(16510) + longest + pieceBytes(16511)), std::string::npos);
+}
+
 TEST_F(Sections, FontNameIsCutTo63)
 {
     toolbox::setPascal(gFontNameStr, std::string(70, 'F'));

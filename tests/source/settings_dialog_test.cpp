@@ -141,6 +141,68 @@ TEST_F(SettingsDialog, CancelPutsEveryChoiceBack)
     EXPECT_EQ(memcmp(before.freqStr, after.freqStr, 16 * 4), 0);
 }
 
+// The item that follows cancels once more, so only the filter alone shows it.
+TEST_F(SettingsDialog, EscapeAndCommandPeriodPutTheChoicesBackAtOnce)
+{
+    user.then([] { gPrefsPtr->freqItem = 3; });
+    for (auto [character, modifiers] : {std::pair{27, 0}, std::pair{int{'.'}, static_cast<int>(cmdKey)}}) {
+        user.choose(kError, 2);
+        user.then([character = character, modifiers = modifiers] {
+            EventRecord event{};
+            event.what = keyDown;
+            event.message = static_cast<uintptr_t>(character);
+            event.modifiers = static_cast<uint16_t>(modifiers);
+            int16_t hit = 0;
+            EXPECT_TRUE(CustomFilter(gCustomDialog, &event, &hit));
+            EXPECT_EQ(hit, kCancel);
+            EXPECT_EQ(gPrefsPtr->freqItem, 5);
+            EXPECT_EQ(gPrefsPtr->errorItem, 1);
+        });
+    }
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, TextsOfFullLengthArePutBack)
+{
+    const std::string value = "0000000012.3456", text(255, 'x'), size = "000000000000012";
+    user.then([&] {
+        unsigned char *const values[] = {gPrefsPtr->freqStr, gPrefsPtr->angleStr, gPrefsPtr->flatStr};
+        for (unsigned char *own : values)
+            toolbox::setPascal(own, value, 15);
+        toolbox::setPascal(gPrefsPtr->annoText, text, 255);
+        toolbox::setPascal(gPrefsPtr->annoSizeStr, size, 15);
+        SaveCustomSettings();
+        for (unsigned char *own : values)
+            toolbox::setPascal(own, "1", 15);
+        toolbox::setPascal(gPrefsPtr->annoText, "another", 255);
+        toolbox::setPascal(gPrefsPtr->annoSizeStr, "9", 15);
+        DoCustomRevert();
+        for (unsigned char *own : values)
+            EXPECT_EQ(plain(own), value);
+        EXPECT_EQ(plain(gPrefsPtr->annoText), text);
+        EXPECT_EQ(plain(gPrefsPtr->annoSizeStr), size);
+    });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, FontsNameIsPutBackUpTo63Characters)
+{
+    user.then([] {
+        for (size_t length : {63u, 64u, 70u}) {
+            toolbox::setPascal(gFontNameStr, std::string(length, 'F'));
+            SaveCustomSettings();
+            EXPECT_EQ(gSavedFontNameStr[0], 63);
+            toolbox::setPascal(gFontNameStr, "Courier");
+            DoCustomRevert();
+            EXPECT_EQ(plain(gFontNameStr), std::string(63, 'F'));
+        }
+    });
+    cancel();
+    run();
+}
+
 TEST_F(SettingsDialog, ChoosingTheCurrentItemAgainIsAChoice)
 {
     user.choose(kFreq, "60 lpi");
@@ -186,6 +248,44 @@ TEST_F(SettingsDialog, OpensWhereItWasClosed)
     make();
     run();
     EXPECT_TRUE(traced("dialog 16300 shown at 40,77"));
+}
+
+TEST_F(SettingsDialog, IsHiddenBeforeTheSaveDialogComesUp)
+{
+    make();
+    run();
+    std::vector<std::string> order;
+    for (const std::string &line : trace)
+        for (const char *step : {"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"})
+            if (line.starts_with(step))
+                order.push_back(step);
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"dialog 16300 hidden", "dialog 16399 shown", "dialog 16300 closed"}));
+}
+
+TEST_F(SettingsDialog, MakeKeepsThePosition)
+{
+    user.then([] { MoveWindow(gCustomDialog, 40, 77, false); });
+    make();
+    run();
+    PrefsRec kept = stored();
+    EXPECT_EQ(kept.customDlgPos.h, 40);
+    EXPECT_EQ(kept.customDlgPos.v, 77);
+}
+
+TEST_F(SettingsDialog, AnyOneOfTheSixIsEnoughToMake)
+{
+    for (int only = kFreq; only <= kError; ++only) {
+        SCOPED_TRACE(only);
+        store([](PrefsRec &prefs) { prefs.freqItem = prefs.angleItem = 1; });
+        fs::remove(made());
+        user.in(kCustomDialogID);
+        user.choose(only, only == kSpot ? 3 : 2);
+        make();
+        run();
+        EXPECT_TRUE(fs::exists(made()));
+    }
+    EXPECT_FALSE(traced(params(message(16155))));
 }
 
 TEST_F(SettingsDialog, OpensCentredWithoutASavedPosition)
@@ -254,6 +354,26 @@ TEST_F(SettingsDialog, SpotNameLongerThanItsFieldIsCutOnOpening)
     EXPECT_EQ(kept.spotName[0], 63);
     EXPECT_EQ(plain(kept.annoText), annotation);
     EXPECT_EQ(spotText, "{ 2 copy }");
+}
+
+TEST_F(SettingsDialog, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    GrafPtr before = nullptr, after = nullptr;
+    GetPort(&before);
+    user.then([] {
+        DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+        SetPort(other);
+        CustomProc(gCustomDialog, 16);
+        GrafPtr port = nullptr;
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gCustomDialog);
+        DisposDialog(other);
+    });
+    cancel();
+    run();
+    GetPort(&after);
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(SettingsDialog, MissingDialogIsFatal)

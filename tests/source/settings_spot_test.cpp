@@ -57,6 +57,42 @@ TEST_F(SettingsDialog, CancelAfterAFreshImportForgetsIt)
     EXPECT_EQ(kept.spotItem, 1);
 }
 
+TEST_F(SettingsDialog, RevertingAFreshImportLeavesNoneImported)
+{
+    writeSpotFile("Stars", "{ my spot }");
+    importSpot("Stars");
+    user.then([] {
+        EXPECT_EQ(gPrefsPtr->spotImported, 1);
+        DoCustomRevert();
+        EXPECT_EQ(gPrefsPtr->spotImported, 0);
+        EXPECT_EQ(gPrefsPtr->spotItem, 1);
+        EXPECT_EQ(gSpotHandle, nullptr);
+    });
+    cancel();
+    run();
+}
+
+TEST_F(SettingsDialog, RevertingABuiltInBringsTheImportBackWithItsNameAndLength)
+{
+    store([](PrefsRec &) {}, "{ earlier }");
+    std::string longest(63, 'n');
+    user.then([&] {
+        toolbox::setPascal(gPrefsPtr->spotName, longest, 63);
+        SaveCustomSettings();
+    });
+    user.choose(kSpot, "Round");
+    user.then([&] {
+        toolbox::setPascal(gPrefsPtr->spotName, "overwritten", 63);
+        gSpotLength = 1;
+        DoCustomRevert();
+        EXPECT_EQ(gPrefsPtr->spotImported, 1);
+        EXPECT_EQ(plain(gPrefsPtr->spotName), longest);
+        EXPECT_EQ(gSpotLength, 11);
+    });
+    cancel();
+    run();
+}
+
 TEST_F(SettingsDialog, BuiltInAfterAFreshImportForgetsIt)
 {
     writeSpotFile("Stars", "{ my spot }");

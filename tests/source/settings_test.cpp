@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "source/ktCustomDlg.h"
+#include "toolbox/memory.h"
 #include "toolbox/menus.h"
 
 namespace {
@@ -424,6 +425,15 @@ TEST_F(DialogPosition, MissingDialogIsFatal)
     guarded([&] { CheckDlogPos(16300, &position); });
     EXPECT_TRUE(ended);
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 81", " (dlog resource)")));
+}
+
+TEST_F(Settings, DialogThatIsPlacedIsReleasedAgain)
+{
+    HNoPurge(GetResource('DLOG', kCustomDialogID));
+    toolbox::LeakReport loaded = leftBehind();
+    Point position{100, 100};
+    EXPECT_TRUE(CheckDlogPos(kCustomDialogID, &position));
+    EXPECT_EQ(leftBehind().loadedResources, loaded.loadedResources - 1);
 }
 
 }  // namespace

@@ -59,13 +59,26 @@ TEST_F(TypedValue, CancelledKeepsTheItemAndLeavesTheMarkOnOther)
     run();
 }
 
-TEST_F(TypedValue, IsCutTo15WithItsUnitWhenLookedUp)
+TEST_F(TypedValue, IsCutTo15WithItsUnit)
 {
-    // Fourteen characters and the first of the unit.
-    enter(kFreq, "000000000047.5");
-    user.then([&] { EXPECT_EQ(curItem(gFreqPopInfo), 21); });
-    cancel();
-    run();
+    makeRecords();
+    const Setting &freq = *SettingWithMenu(kFreqMenu);
+    const std::pair<const char *, const char *> texts[] = {{"12345678901", "12345678901 lpi"},
+                                                           {"123456789012", "123456789012 lp"},
+                                                           {"123456789012345", "123456789012345"}};
+    for (auto [own, cut] : texts) {
+        toolbox::setPascal(settings.freqStr, own, 15);
+        Str255 text;
+        OwnValueWithUnit(freq, 15, text);
+        EXPECT_EQ(plain(text), cut);
+        OwnValueWithUnit(freq, 255, text);
+        EXPECT_EQ(plain(text), std::string(own) + " lpi");
+    }
+    // A damaged record's length.
+    settings.freqStr[0] = 40;
+    Str255 text;
+    OwnValueWithUnit(freq, 15, text);
+    EXPECT_EQ(plain(text), "123456789012345");
 }
 
 TEST_F(SettingsDialog, ConfirmedAnnotationSelectsItem2)

@@ -2,6 +2,7 @@
 
 #include "source/ktCustomDlg.h"
 #include "source/ktSpot.h"
+#include "source/listed_files.h"
 #include "toolbox/files.h"
 #include "toolbox/memory.h"
 
@@ -107,6 +108,20 @@ TEST_F(SpotImport, CancelChangesNothing)
     expectEarlier();
 }
 
+TEST_F(SpotImport, OnlyTextFilesAreListed)
+{
+    std::vector<std::string> listed =
+        listedOfTwo(folder.path(), user, [&] { guarded([] { EXPECT_FALSE(DoSpotImport()); }); });
+    EXPECT_EQ(listed, std::vector<std::string>{"A text"});
+}
+
+TEST_F(SpotImport, NameOf63CharactersIsKeptWhole)
+{
+    const std::string longest(63, 'n');
+    EXPECT_TRUE(import(kMagic + "\r{ }", 0, longest));
+    EXPECT_EQ(plain(settings.spotName), longest);
+}
+
 TEST_F(SpotImport, NewImportFreesTheOldOne)
 {
     haveEarlier();
@@ -156,12 +171,16 @@ INSTANTIATE_TEST_SUITE_P(Each, FailedImport,
                                            Failure{"Body", FileCall::read, 2, 16134, " (fsread)", false}),
                          [](const auto &info) { return info.param.name; });
 
+// The length is the count that the failed read left: nothing was read.
 TEST_F(SpotImport, FailedReadWithoutAnEarlierImportKeepsTheNewLengthUnused)
 {
+    gSpotLength = 77;
     toolbox::faults::failFileCall(FileCall::read, 2, ioErr);
     EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
     EXPECT_EQ(settings.spotImported, 0);
-    EXPECT_NE(gSpotHandle, nullptr);
+    ASSERT_NE(gSpotHandle, nullptr);
+    EXPECT_EQ(GetHandleSize(gSpotHandle), 7);
+    EXPECT_EQ(gSpotLength, 0);
     EXPECT_TRUE(import(kMagic + "\r{ again }"));
     EXPECT_EQ(body(), "{ again }");
     close();
@@ -181,6 +200,33 @@ TEST_F(SpotImport, FileLargerThanMemoryIsRefused)
     EXPECT_FALSE(import(kMagic + "\r" + std::string(1024 * 1024, ' '), 1));
     EXPECT_TRUE(reported(16152, 96, " (maxmem)"));
     EXPECT_EQ(settings.spotImported, 0);
+}
+
+TEST_F(SpotImport, FailureBeforeTheReadPutsTheLengthBack)
+{
+    gSpotLength = 77;
+    for (const std::string &bytes : {std::string("something else"), kMagic, std::string()}) {
+        EXPECT_FALSE(import(bytes, 1));
+        EXPECT_EQ(gSpotLength, 77);
+    }
+    toolbox::faults::failFileCall(FileCall::getEOF, 1, ioErr);
+    EXPECT_FALSE(import(kMagic + "\r{ }", 1));
+    EXPECT_EQ(gSpotLength, 77);
+}
+
+TEST_F(SpotImport, HeapTooFullForTheHeaderIsReported)
+{
+    writeFile(folder / "Check", kMagic + "\r{ }");
+    int16_t refNum = 0;
+    int32_t offset = 0;
+    ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);
+    Handle rest = NewHandle(MaxMem(nullptr) - 10240 - 8);
+    ASSERT_NE(rest, nullptr);
+    dismiss();
+    guarded([&] { EXPECT_FALSE(CheckIfSpot(refNum, &offset)); });
+    EXPECT_TRUE(reported(16152, 96, " (maxmem -check)"));
+    DisposeHandle(rest);
+    FSClose(refNum);
 }
 
 TEST_F(SpotImport, NoMemoryForTheHeaderIsReported)

@@ -4,6 +4,17 @@
 #include "toolbox/memory.h"
 #include "source/utilities.h"
 
+// The Toolbox always has a main device, so the linker sends the question for it
+// here (--wrap in tests/CMakeLists.txt), where the next few may go unanswered.
+static int questionsWithoutADevice = 0;
+extern "C" GDHandle mainDeviceThereIs() __asm__("__real_GetMainDevice");
+extern "C" GDHandle mainDeviceIfWanted() __asm__("__wrap_GetMainDevice");
+
+GDHandle mainDeviceIfWanted()
+{
+    return questionsWithoutADevice-- > 0 ? nullptr : mainDeviceThereIs();
+}
+
 namespace {
 
 class Utilities : public PluginTest {
@@ -76,7 +87,7 @@ TEST_F(Utilities, VersionTextIsCutTo31Characters)
 TEST_F(Utilities, LongVersionIsTheSecondText)
 {
     version({1, 0, 0, 0}, "short", "the long one");
-    Str255 result;
+    Str255 result{};
     GetAppVersionLongStr(result);
     EXPECT_EQ(plain(result), "the long one");
     unsigned char number[4];
@@ -154,6 +165,21 @@ TEST_F(Utilities, TemporaryNamesAreCutTo63Characters)
     toolbox::setPascal(name, std::string(62, 'n'), 63);
     GetUniqueTempName(name);
     EXPECT_EQ(name[0], 63);
+}
+
+TEST_F(Utilities, TemporaryNamesHaveNegativeNumbersToo)
+{
+    int32_t seed = 0;
+    int16_t number = 0;
+    while (number >= 0) {
+        qd.randSeed = ++seed;
+        number = Random();
+    }
+    qd.randSeed = seed;
+    unsigned char name[64];
+    toolbox::setPascal(name, "KTTemp1", 63);
+    GetUniqueTempName(name);
+    EXPECT_EQ(plain(name), "KTTemp1-" + std::to_string(-number));
 }
 
 TEST_F(Utilities, CharacterIsFoundFromTheStartOn)
@@ -250,6 +276,23 @@ TEST_F(Utilities, NoWindowIsOnTheMainDisplay)
     Rect display;
     GetCurDevRect(nullptr, &display);
     EXPECT_EQ(display.right, 640);
+}
+
+TEST_F(Utilities, NoScreenAtAllIsFatal)
+{
+    Rect screen;
+    dismiss();
+    questionsWithoutADevice = 1;
+    EXPECT_FALSE(guarded([&] { GetCurDevRect(nullptr, &screen); }));
+    EXPECT_TRUE(traced(params(message(16129), "\r\rID = 83", " (no monitor)")));
+}
+
+TEST_F(Utilities, DepthOfNoScreenIs1)
+{
+    questionsWithoutADevice = 1;
+    EXPECT_EQ(GetCurPixDepth(), 1);
+    EXPECT_EQ(environment.pixDepth, 1);
+    EXPECT_EQ(GetCurPixDepth(), 8);
 }
 
 TEST_F(Utilities, WithoutColourQuickDrawThereIsOneDisplay)

@@ -194,6 +194,14 @@ TEST_F(ValueEntry, OpensOverTheSettingsWithTheValueSelected)
     EXPECT_EQ(gTheDialog, nullptr);
 }
 
+TEST_F(ValueEntry, OpensInTheMiddleOfTheSettingsDialog)
+{
+    MoveWindow(gCustomDialog, 60, 70, false);  // 392 by 252
+    user.key("escape");
+    run(kFreqKind);
+    EXPECT_TRUE(traced("dialog 16301 shown at 90,138 332x116"));
+}
+
 TEST_F(ValueEntry, ShowsLabelAndUnitOfItsKindOnly)
 {
     const std::pair<int16_t, std::vector<int>> shown[] = {
@@ -303,6 +311,23 @@ TEST_F(ValueEntry, RefusedValueCanBeConfirmedNext)
     EXPECT_EQ(plain(settings.freqStr), "999");
 }
 
+TEST_F(ValueEntry, EnterIsRefusedAndConfirmsAsReturnDoes)
+{
+    user.type("5000");
+    user.key("enter");
+    dismiss();
+    user.in(kFreqDialogID);
+    user.then([&] {
+        EXPECT_EQ(field(), "999");
+        EXPECT_EQ(plain(settings.freqStr), "45") << "nothing is stored yet";
+    });
+    user.key("enter");
+    EXPECT_TRUE(run(kFreqKind));
+    EXPECT_EQ(plain(settings.freqStr), "999");
+    EXPECT_EQ(tracedTimes("flash \"OK\""), 2);
+    EXPECT_TRUE(traced(params(message(16141))));
+}
+
 TEST_F(ValueEntry, CancelRestoresTextAndPopup)
 {
     SetPopupMenuItem(gFreqPopInfo, 21);
@@ -315,6 +340,16 @@ TEST_F(ValueEntry, CancelRestoresTextAndPopup)
         EXPECT_EQ(PopupRecord(gFreqPopInfo)->curItem, 5);
     }
     EXPECT_EQ(tracedTimes("flash \"Cancel\""), 2);
+}
+
+TEST_F(ValueEntry, CancelRestoresATextOfFullLength)
+{
+    const std::string longest = "0000000012.3456";
+    toolbox::setPascal(settings.freqStr, longest, 15);
+    user.then([&] { toolbox::setPascal(settings.freqStr, "77", 15); });
+    user.key("escape");
+    EXPECT_FALSE(run(kFreqKind));
+    EXPECT_EQ(plain(settings.freqStr), longest);
 }
 
 TEST_F(ValueEntry, CancelTicksThePreviousItemOfItsOwnPopup)
@@ -344,6 +379,42 @@ TEST_F(ValueEntry, MissingDialogIsFatal)
     run(kFreqKind);
     EXPECT_TRUE(ended);
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 80", " (dlog resource)")));
+}
+
+TEST_F(ValueEntry, IsHiddenAndThenClosed)
+{
+    for (const char *key : {"return", "escape"}) {
+        trace.clear();
+        user.in(kFreqDialogID);
+        user.key(key);
+        run(kFreqKind);
+        std::vector<std::string> order;
+        for (const std::string &line : trace)
+            for (const char *step : {"dialog 16301 hidden", "dialog 16301 closed"})
+                if (line.starts_with(step))
+                    order.push_back(step);
+        EXPECT_EQ(order, (std::vector<std::string>{"dialog 16301 hidden", "dialog 16301 closed"}));
+    }
+}
+
+TEST_F(ValueEntry, PortIsAsItWasAfterwardsAndAfterDrawing)
+{
+    DialogPtr other = GetNewDialog(16133, nullptr, reinterpret_cast<WindowPtr>(-1));
+    GrafPtr port = nullptr;
+    SetPort(other);
+    user.then([&] {
+        SetPort(other);
+        FreqProc(gTheDialog, 10);
+        GetPort(&port);
+        EXPECT_EQ(port, other);
+        SetPort(gTheDialog);
+    });
+    user.key("escape");
+    run(kFreqKind);
+    GetPort(&port);
+    EXPECT_EQ(port, other);
+    SetPort(gCustomDialog);
+    DisposDialog(other);
 }
 
 TEST_F(ValueEntry, PanelIsFramed)

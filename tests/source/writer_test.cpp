@@ -105,12 +105,60 @@ TEST_F(Writer, OldFileGetsItsInfoBackWhereverReplacingStops)
     }
 }
 
-TEST_F(Writer, LongerOldFileLeavesNoTail)
+TEST_F(Writer, FileOfAnotherTypeGivesTypeCreatorAndFlagsToTheNewOne)
 {
-    writeFile(file(), std::string(200000, 'o'));
-    make();
+    writeOld();
+    FInfo old = info();
+    old.fdType = 'EPSF';
+    old.fdCreator = 'ART5';
+    old.fdFlags = 0x4142;
+    ASSERT_EQ(SetFInfo(P("made"), *toolbox::folders::workingDirectory(out()), &old), noErr);
+    chooseEverything();
+    EXPECT_EQ(make(), 1);
     EXPECT_EQ(contentsOf(file()), expected());
-    EXPECT_EQ(gTotalLength, static_cast<int32_t>(expected().size()));
+    EXPECT_EQ(info().fdType, OSType{'EPSF'});
+    EXPECT_EQ(info().fdCreator, OSType{'ART5'});
+    EXPECT_EQ(info().fdFlags, 0x4142);
+}
+
+// Somebody makes the file longer while it is written.
+TEST_F(Writer, WhatIsBeyondTheBytesWrittenIsCutOff)
+{
+    for (bool replacing : {false, true}) {
+        if (replacing)
+            writeOld();
+        toolbox::trace::setSink([&](const std::string &line) {
+            if (line.starts_with("file write"))
+                for (const std::string &name : files())
+                    if (contentsOf(out() / name) != kOldContents)
+                        fs::resize_file(out() / name, 200000);
+        });
+        make();
+        toolbox::trace::setSink(toolbox::trace::into(trace));
+        EXPECT_EQ(contentsOf(file()), expected());
+        EXPECT_EQ(gTotalLength, static_cast<int32_t>(expected().size()));
+        fs::remove(file());
+    }
+}
+
+TEST_F(Writer, VolumeIsFlushedOnceTheLengthIsSet)
+{
+    make();
+    std::vector<std::string> calls;
+    for (const std::string &line : trace)
+        if (line.starts_with("file setEOF") || line.starts_with("file flushVol") || line.starts_with("file close"))
+            calls.push_back(line.substr(5, line.find(' ', 5) - 5));
+    EXPECT_EQ(calls, (std::vector<std::string>{"setEOF", "flushVol", "close"}));
+    EXPECT_TRUE(traced("file flushVol \"\" -> 0"));
+}
+
+TEST_F(Writer, FlushThatFailsIsNoWord)
+{
+    toolbox::faults::failFileCall(FileCall::flushVol, 1, ioErr);
+    make();
+    EXPECT_TRUE(toolbox::faults::met());
+    EXPECT_EQ(contentsOf(file()), expected());
+    EXPECT_FALSE(gHaveWriteError);
 }
 
 TEST_F(Writer, ExistingTemporaryFileIsLeftAlone)
@@ -125,6 +173,20 @@ TEST_F(Writer, ExistingTemporaryFileIsLeftAlone)
     EXPECT_EQ(contentsOf(out() / taken), "somebody's");
     EXPECT_EQ(contentsOf(file()), expected());
     EXPECT_EQ(files().size(), 2u);
+}
+
+TEST_F(Writer, NameUnderWhichTheOldFileStepsAsideIsNotTakenEither)
+{
+    writeOld();
+    qd.randSeed = 1;
+    Random();
+    std::string taken = "KTTemp2" + std::to_string(Random());
+    writeFile(out() / taken, "somebody's");
+    qd.randSeed = 1;
+    make();
+    EXPECT_EQ(contentsOf(out() / taken), "somebody's");
+    EXPECT_EQ(contentsOf(file()), expected());
+    EXPECT_EQ(files(), (std::vector<std::string>{taken, "made"}));
 }
 
 TEST_F(Writer, RefusedReplacementGoesBackToTheSaveDialog)
