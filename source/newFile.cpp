@@ -33,7 +33,8 @@ static OSErr CreateText()
 }
 
 // What goes wrong here shows when the file is opened; only a name that is taken
-// would not, so another one is tried.
+// would not, so another one is tried. Where all were taken there is no name to
+// open: what stands under them is not ours to write to.
 static void CreateTemporary()
 {
     OSErr error = dupFNErr;
@@ -41,6 +42,19 @@ static void CreateTemporary()
         TemporaryName("KTTemp1", gFile.working);
         error = CreateText();
     }
+    if (error == dupFNErr)
+        gFile.working[0] = 0;
+}
+
+// The old file steps aside, under a name that is free.
+static OSErr StepAside(Str63 aside)
+{
+    OSErr error = dupFNErr;
+    for (int16_t tries = 0; error == dupFNErr && tries < kTempNameTries; ++tries) {
+        TemporaryName("KTTemp2", aside);
+        error = Rename(gFile.existing, gFile.vRefNum, aside);
+    }
+    return error;
 }
 
 static Boolean CreateFile(StringPtr name)
@@ -123,8 +137,7 @@ static void Replace()
 {
     Str63 aside;
     TakeOverInfo();
-    TemporaryName("KTTemp2", aside);
-    OSErr error = Rename(gFile.existing, gFile.vRefNum, aside);
+    OSErr error = StepAside(aside);
     if (error != noErr)
         return GiveUpReplacing(error, " (rename1)", nullptr);
     error = Rename(gFile.working, gFile.vRefNum, gFile.existing);
