@@ -17,7 +17,6 @@
 #include "toolbox/host/text.h"
 #include "toolbox/host/user.h"
 #include "toolbox/host/utf8.h"
-#include "toolbox/resources.h"
 
 namespace riders::make {
 namespace {
@@ -75,15 +74,6 @@ std::string checkAnnotation(const std::string &annotation)
     return {};
 }
 
-// Of the plug-in's open fork.
-std::string settingsFileName()
-{
-    enum { settingsTexts = 16131, fileName = 1 };
-    Str255 name;
-    GetIndString(name, settingsTexts, fileName);
-    return toolbox::utf8FromPascal(name);
-}
-
 // The folders that the plug-in works in: nothing that it does there can harm what the user has.
 struct Workplace {
     Workplace()
@@ -128,7 +118,7 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
     plugin::Plugin plugin(request.plugin);
     Answers answers(user, request, place.made);
     answers.queue();
-    const settings::SavedSettings saved(toolbox::folders::usersPreferences(), settingsFileName());
+    const settings::SavedSettings saved(toolbox::folders::usersPreferences(), plugin.settingsFileName());
     if (request.saveSettings)
         saved.copyTo(place.settings);
     callPlugin(plugin, user, answers, made);

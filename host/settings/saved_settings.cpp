@@ -95,7 +95,7 @@ SavedSettings::SavedSettings(fs::path folder, std::string name)
 {
 }
 
-void SavedSettings::finishEarlier() const
+void SavedSettings::putDecidedInPlace() const
 {
     const fs::path decided = folder_ / kDecided;
     if (!isThere(decided))
@@ -104,6 +104,14 @@ void SavedSettings::finishEarlier() const
         putInPlace(decided / name, folder_ / name);
     std::error_code ignored;
     fs::remove_all(decided, ignored);
+}
+
+void SavedSettings::finishEarlier() const
+{
+    if (!isThere(folder_))
+        return;
+    const Locked lock(folder_);
+    putDecidedInPlace();
 }
 
 void SavedSettings::copyTo(const fs::path &copy) const
@@ -124,7 +132,7 @@ void SavedSettings::takeFrom(const fs::path &copy) const
     if (failed)
         io::refuseErrno(folder_, failed.value());
     const Locked lock(folder_);
-    finishEarlier();
+    putDecidedInPlace();
     removeUndecided(folder_);
     std::string undecided = folder_ / (std::string(kUndecided) + "XXXXXX");
     if (!mkdtemp(undecided.data()))
@@ -141,7 +149,7 @@ void SavedSettings::takeFrom(const fs::path &copy) const
         throw;
     }
     lock.sync();
-    finishEarlier();
+    putDecidedInPlace();
     lock.sync();
 }
 

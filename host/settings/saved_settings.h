@@ -14,13 +14,16 @@ public:
     // `folder` is the user's, which need not be there yet; `name` the settings file's.
     SavedSettings(std::filesystem::path folder, std::string name);
 
+    // Puts in place what an earlier process was killed over. For those who go on to use the files themselves.
+    // Throws io::Refusal.
+    void finishEarlier() const;
     // Copies what there is into the folder. Throws io::Refusal where it cannot be read.
     void copyTo(const std::filesystem::path &copy) const;
     // Makes the files of that folder the user's. Throws io::Refusal; the user's are then as they were.
     void takeFrom(const std::filesystem::path &copy) const;
 
 private:
-    void finishEarlier() const;
+    void putDecidedInPlace() const;
 
     std::filesystem::path folder_;
     std::string names_[2];
