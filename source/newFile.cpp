@@ -33,7 +33,8 @@ static OSErr CreateText()
 }
 
 // Failures here show when the file is opened, except a name that is taken, so then
-// another one is tried.
+// another one is tried. If all were taken there is no name to open: files of those
+// names belong to others.
 static void CreateTemporary()
 {
     OSErr error = dupFNErr;
@@ -41,6 +42,19 @@ static void CreateTemporary()
         TemporaryName("KTTemp1", gFile.working);
         error = CreateText();
     }
+    if (error == dupFNErr)
+        gFile.working[0] = 0;
+}
+
+// The old file steps aside, under a name that is free.
+static OSErr StepAside(Str63 aside)
+{
+    OSErr error = dupFNErr;
+    for (int16_t tries = 0; error == dupFNErr && tries < kTempNameTries; ++tries) {
+        TemporaryName("KTTemp2", aside);
+        error = Rename(gFile.existing, gFile.vRefNum, aside);
+    }
+    return error;
 }
 
 static Boolean CreateFile(StringPtr name)
@@ -115,17 +129,6 @@ static void TakeOverInfo()
     gFile.haveInfo = GetFInfo(gFile.existing, gFile.vRefNum, &gFile.info) == noErr;
     if (gFile.haveInfo)
         SetFInfo(gFile.working, gFile.vRefNum, &gFile.info);
-}
-
-// Another name is tried where one is taken.
-static OSErr StepAside(Str63 aside)
-{
-    OSErr error = dupFNErr;
-    for (int16_t tries = 0; error == dupFNErr && tries < kTempNameTries; ++tries) {
-        TemporaryName("KTTemp2", aside);
-        error = Rename(gFile.existing, gFile.vRefNum, aside);
-    }
-    return error;
 }
 
 // The old file gets a temporary name, the new one the old one's, and then the old one

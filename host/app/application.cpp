@@ -1,8 +1,13 @@
 #include "app/application.h"
 
+#include <random>
+
 #include "app/ask_file.h"
 #include "app/words.h"
 #include "io/refusal.h"
+#include "settings/saved_settings.h"
+#include "toolbox/files.h"
+#include "toolbox/host/folders.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/standardfile_folder.h"
 
@@ -13,11 +18,33 @@ namespace {
 // plug-in have its idle call.
 constexpr uint32_t kIdleTicks = 10 * 60;
 
+// Names of temporary files come from these numbers, and nobody is to foresee them.
+void startRandomNumbers()
+{
+    qd.randSeed = static_cast<std::int32_t>(std::random_device()());
+}
+
+// The plug-in reads the files themselves. Those that cannot be put in place count the next time.
+void finishSavedSettings(const plugin::Plugin &plugin)
+{
+    std::int16_t volume = 0;
+    std::int32_t folder = 0;
+    if (FindFolder(kOnSystemDisk, kPreferencesFolderType, false, &volume, &folder) != noErr)
+        return;
+    try {
+        settings::SavedSettings(toolbox::folders::pathOf(volume, folder), plugin.settingsFileName())
+            .finishEarlier();
+    } catch (const io::Refusal &) {
+    }
+}
+
 }  // namespace
 
 Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
     : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), display_(std::move(display))
 {
+    startRandomNumbers();
+    finishSavedSettings(plugin_);
     plugin_.startUp();
     menus_.emplace(plugin_.commands(), display_);
 }

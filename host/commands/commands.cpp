@@ -74,7 +74,10 @@ void Commands::addMake(CLI::App &app)
         name_ = "riders make";
         chosen_ = [this] {
             make_.plugin = plugin::pluginBesideProgram();
-            return riders::make::make(make_);
+            const make::Made made = riders::make::make(make_);
+            if (!made.note.empty())
+                std::cerr << name_ << ": " << made.note << '\n';
+            return made.problem;
         };
     });
 }

@@ -24,6 +24,8 @@ fs::path pastLinks(fs::path path)
         if (links == 40)
             refuseErrno(path, ELOOP);
         const fs::path to = fs::read_symlink(path, error);
+        if (error)
+            refuseErrno(path, error.value());
         path = to.is_absolute() ? to : path.parent_path() / to;
     }
     return path;
@@ -37,6 +39,23 @@ fs::path folderOf(const fs::path &file)
 fs::path temporaryIn(const fs::path &folder, int number)
 {
     return folder / (".riders-" + std::to_string(getpid()) + "-" + std::to_string(number));
+}
+
+// Not every file system can; one that can and fails has lost what was written.
+void sync(int descriptor, const std::string &shown)
+{
+    if (fsync(descriptor) != 0 && errno != EINVAL && errno != ENOSYS)
+        refuseErrno(shown, errno);
+}
+
+// The new file is there by now, so that the old one cannot come back but with the power gone: no failure.
+void syncFolder(const fs::path &folder)
+{
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    fsync(descriptor);
+    close(descriptor);
 }
 
 }  // namespace
@@ -121,18 +140,28 @@ void Output::finish()
 {
     if (target_.empty())
         return file_.close();
+    sync(file_.descriptor(), file_.name());
     if (temporary_.empty())
         nameTemporary();
     file_.close();
     if (rename(temporary_.c_str(), target_.c_str()) != 0)
         refuseErrno(target_, errno);
     temporary_.clear();
+    syncFolder(folderOf(target_));
 }
 
 void writeFile(const fs::path &path, std::string_view bytes)
 {
     Output out(path);
     writeAll(out.file(), bytes);
+    out.finish();
+}
+
+void copyFile(const fs::path &from, const fs::path &to)
+{
+    const OpenFile in = openInput(from);
+    Output out(to);
+    copyRest(in, out.file());
     out.finish();
 }
 

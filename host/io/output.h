@@ -19,7 +19,8 @@ public:
     Output(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
-    // Gives the file its name. Until then an existing one is as it was. Throws Refusal.
+    // Gives the file its name when its bytes are on the disk. Until then an existing one is as it was. Throws
+    // Refusal.
     void finish();
 
 private:
@@ -35,5 +36,7 @@ private:
 
 // A file of these bytes, wholly new or as it was. Throws Refusal.
 void writeFile(const std::filesystem::path &path, std::string_view bytes);
+// The same with the bytes of another file.
+void copyFile(const std::filesystem::path &from, const std::filesystem::path &to);
 
 }  // namespace riders::io

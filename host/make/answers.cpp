@@ -1,30 +1,28 @@
 #include "make/answers.h"
 
+#include <algorithm>
+#include <array>
+#include <fstream>
+
 #include "make/menu_match.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/files.h"
 #include "toolbox/host/dialog_text.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
+#include "toolbox/windows.h"
 
 namespace riders::make {
 namespace {
 
 // The plug-in's dialogs and the items a user touches in them.
 enum { settingsDialog = 16300, valueDialog = 16301, annotationDialog = 16302 };
-enum { saveDialog = 16399, spotFileDialog = 16401, importQuestion = 16132 };
+enum { saveDialog = 16399, spotFileDialog = 16401, settingsWarning = 16131, importQuestion = 16132 };
 enum { okButton = 1 };
 enum { frequencyPopup = 4, anglePopup = 5, spotPopup = 6, flatnessPopup = 7, annotationPopup = 8, errorPopup = 9 };
 enum { fontPopup = 6 };
 enum { leftToPrinter = 1, errorHandlerOn = 2 };
-
-// What to type so that the file gets its name: the name itself, or, if no
-// dialog accepts it, the stand-in that the File Manager keeps for it.
-std::string typedName(const std::filesystem::path &output)
-{
-    std::filesystem::path file = std::filesystem::absolute(output);
-    return toolbox::utf8FromRoman(toolbox::folders::macName(file.parent_path(), file.filename().string()));
-}
 
 bool isText(const std::filesystem::path &file)
 {
@@ -47,6 +45,18 @@ std::string whyNotOffered(const std::filesystem::path &file)
     return isText(file) ? "" : file.string() + " is no text file";
 }
 
+// The plug-in looks for the end of the first line in as many bytes, and its words do not say which end it wants.
+std::string hintOnFirstLine(const std::filesystem::path &spot)
+{
+    char start[96];
+    std::ifstream file(spot, std::ios::binary);
+    file.read(start, sizeof start);
+    const std::string_view read(start, static_cast<std::size_t>(file.gcount()));
+    if (read.find("%!KT1_Spot") == read.npos || read.find('\r') != read.npos || read.find('\n') == read.npos)
+        return {};
+    return " (the first line of " + spot.string() + " ends in a line feed; it must end in a carriage return)";
+}
+
 // As Standard File knows it: a link to a folder is followed, one to a file is not.
 std::filesystem::path asListed(const std::filesystem::path &file)
 {
@@ -59,11 +69,30 @@ int last(const std::vector<std::string> &items)
     return static_cast<int>(items.size());
 }
 
+// Escape closes these; what else there is says something, and waits for its default button.
+bool isClosedByEscape(int dialogID)
+{
+    constexpr std::array<int, 5> own = {settingsDialog, valueDialog, annotationDialog, saveDialog, spotFileDialog};
+    return std::find(own.begin(), own.end(), dialogID) != own.end();
+}
+
+Point placeOf(WindowPtr window)
+{
+    GrafPtr before;
+    GetPort(&before);
+    SetPort(window);
+    Point place{window->portRect.top, window->portRect.left};
+    LocalToGlobal(&place);
+    SetPort(before);
+    return place;
+}
+
 }  // namespace
 
-Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request) : user_(user), request_(request)
+Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made)
+    : user_(user), request_(request), made_(std::move(made))
 {
-    user_.onSurprise([this](int) { return surprised(); });
+    user_.onSurprise([this](int dialogID) { return surprised(dialogID); });
 }
 
 // Everything is chosen, even what was not named: a saved setting must not get
@@ -71,17 +100,37 @@ Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request) : user
 void Answers::queue()
 {
     user_.in(settingsDialog);
+    user_.thenInDialog([this] { takeToMiddle(); });
     chooseValue(frequencyPopup, request_.frequency);
     chooseValue(anglePopup, request_.angle);
     chooseSpot();
     chooseValue(flatnessPopup, request_.flatness);
     chooseAnnotation();
     user_.choose(errorPopup, request_.errorHandler ? errorHandlerOn : leftToPrinter);
-    user_.press(okButton);
+    user_.thenInDialog([this] { putBack(); });
+    user_.key("return");
     user_.in(saveDialog);
-    user_.answerSave(typedName(request_.output));
+    user_.answerSave(made_.filename());
     user_.in(0);
     user_.atHost([] {});
+}
+
+// A person may have left the dialog where this display does not reach. The place is kept with the settings, so it
+// gets that place back.
+void Answers::takeToMiddle()
+{
+    WindowPtr dialog = FrontWindow();
+    place_ = placeOf(dialog);
+    const Rect &size = dialog->portRect, &display = qd.screenBits.bounds;
+    MoveWindow(dialog, static_cast<int16_t>((display.right - (size.right - size.left)) / 2),
+               static_cast<int16_t>((display.bottom - (size.bottom - size.top)) / 2), false);
+}
+
+// The next file dialog is the one for saving, whatever was opened before.
+void Answers::putBack()
+{
+    MoveWindow(FrontWindow(), place_.h, place_.v, false);
+    toolbox::setStandardFileFolder(made_.parent_path());
 }
 
 void Answers::chooseValue(int popupItem, const std::optional<std::string> &value)
@@ -124,10 +173,13 @@ void Answers::chooseSpot()
 
 void Answers::importSpot()
 {
+    const std::filesystem::path spot = asListed(*request_.spot);
+    toolbox::setStandardFileFolder(spot.parent_path());
     user_.in(importQuestion);
     user_.press(okButton);
     user_.in(spotFileDialog);
-    user_.answerOpen(asListed(*request_.spot));
+    user_.answerOpen(spot.filename());
+    importing_ = true;
 }
 
 void Answers::chooseAnnotation()
@@ -179,35 +231,44 @@ int Answers::notOffered(const std::string &words, const std::vector<std::string>
 int Answers::giveUp(const std::string &words)
 {
     refuse(words);
-    closeDialogs();
     return 0;
 }
 
-// The plug-in shows a message instead of going on: keeps its words, presses OK.
-bool Answers::surprised()
+// A dialog that was not expected, or one that is still open when there is nothing more to do: keeps what the
+// plug-in says, and closes it. Called again for the next one.
+bool Answers::surprised(int dialogID)
 {
-    refuse(toolbox::frontDialogText());
-    user_.key("return");
-    closeDialogs();
+    constexpr int mostDialogs = 50;
+    if (++closed_ > mostDialogs)
+        return false;
+    if (dialogID == settingsWarning && refusal_.empty()) {
+        passWarning();
+        return true;
+    }
+    if (refusal_.empty() || !isClosedByEscape(dialogID))
+        refuse(toolbox::frontDialogText() + (importing_ ? hintOnFirstLine(*request_.spot) : ""));
+    user_.key(isClosedByEscape(dialogID) ? "escape" : "return");
     return true;
 }
 
-void Answers::refuse(const std::string &words)
+// What is chosen does not depend on what was saved, so this is no reason to stop.
+void Answers::passWarning()
 {
-    if (refusal_.empty())
-        refusal_ = words;
-    user_.forgetRest();
-    user_.in(0);
+    warning_ = toolbox::frontDialogText();
+    user_.insertNext([this] {
+        user_.in(settingsWarning);
+        user_.key("return");
+        user_.in(settingsDialog);
+    });
 }
 
-void Answers::closeDialogs()
+// All that is said counts, but nothing twice.
+void Answers::refuse(const std::string &words)
 {
-    user_.then([this] {
-        if (!FrontWindow())
-            return;
-        user_.key("escape");
-        closeDialogs();
-    });
+    if (refusal_.find(words) == std::string::npos)
+        refusal_ += (refusal_.empty() ? "" : "; ") + words;
+    user_.forgetRest();
+    user_.in(0);
 }
 
 }  // namespace riders::make

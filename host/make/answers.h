@@ -12,14 +12,19 @@ namespace riders::make {
 
 class Answers {
 public:
-    // Both must outlive it.
-    Answers(toolbox::ScriptedUser &user, const MakeRequest &request);
+    // Both must outlive it. `made` is where the file is to be saved: a folder in which dialogs can save, and a name
+    // that can be typed.
+    Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made);
 
     void queue();
     // The plug-in's words when it refused; empty when it did not.
     const std::string &refusal() const { return refusal_; }
+    // Its words when it only warned of saved settings that it cannot use.
+    const std::string &warning() const { return warning_; }
 
 private:
+    void takeToMiddle();
+    void putBack();
     void chooseValue(int popupItem, const std::optional<std::string> &value);
     void chooseSpot();
     void importSpot();
@@ -28,13 +33,17 @@ private:
     void paste(const std::string &text);
     int notOffered(const std::string &words, const std::vector<std::string> &items);
     int giveUp(const std::string &words);
-    bool surprised();
+    bool surprised(int dialogID);
+    void passWarning();
     void refuse(const std::string &words);
-    void closeDialogs();
 
     toolbox::ScriptedUser &user_;
     const MakeRequest &request_;
-    std::string refusal_;
+    std::filesystem::path made_;
+    Point place_{};  // where the settings dialog was
+    std::string refusal_, warning_;
+    bool importing_ = false;
+    int closed_ = 0;
 };
 
 }  // namespace riders::make

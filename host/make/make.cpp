@@ -1,13 +1,19 @@
 #include "make/make.h"
 
+#include <filesystem>
 #include <functional>
+#include <optional>
 #include <system_error>
 
+#include "io/output.h"
+#include "io/private_folder.h"
+#include "io/refusal.h"
 #include "make/answers.h"
-#include "make/preferences_folder.h"
 #include "plugin/plugin.h"
+#include "settings/saved_settings.h"
+#include "toolbox/host/failed_changes.h"
+#include "toolbox/host/folders.h"
 #include "toolbox/host/session.h"
-#include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/user.h"
 #include "toolbox/host/utf8.h"
@@ -22,13 +28,36 @@ std::string checkOutput(const std::filesystem::path &output)
         return "name a file for the riders";
     if (output.filename().empty() || std::filesystem::is_directory(output, ignored))
         return output.string() + " is a folder; name a file for the riders";
-    if (std::filesystem::exists(output, ignored) && !std::filesystem::is_regular_file(output, ignored))
+    const std::filesystem::file_status old = std::filesystem::status(output, ignored);
+    if (std::filesystem::exists(old) && !std::filesystem::is_regular_file(old))
         return output.string() + " is no ordinary file; name another one for the riders";
+    if (std::filesystem::exists(old) &&
+        (old.permissions() & std::filesystem::perms::owner_write) == std::filesystem::perms::none)
+        return output.string() + " may not be changed; name another file for the riders";
     std::filesystem::path folder = std::filesystem::absolute(output).parent_path();
     if (!std::filesystem::is_directory(folder, ignored))
         return "there is no folder " + folder.string() + " to make " + output.filename().string() + " in";
     if (output.filename().string().find(':') != std::string::npos)
         return "the name of a riders file cannot hold a colon: " + output.filename().string();
+    return {};
+}
+
+// An empty field would count as 0.
+std::string checkNumber(const char *option, const std::optional<std::string> &value)
+{
+    if (value && value->find_first_not_of("., ") == std::string::npos)
+        return std::string("name a number with ") + option;
+    return {};
+}
+
+std::string checkNumbers(const MakeRequest &request)
+{
+    for (const auto &[option, value] : {std::pair("--frequency", request.frequency),
+                                        {"--angle", request.angle},
+                                        {"--flatness", request.flatness},
+                                        {"--size", request.size}})
+        if (std::string problem = checkNumber(option, value); !problem.empty())
+            return problem;
     return {};
 }
 
@@ -45,46 +74,91 @@ std::string checkAnnotation(const std::string &annotation)
     return {};
 }
 
-std::string answerAll(toolbox::HeadlessMachine &machine, const MakeRequest &request)
+// The folders that the plug-in works in: nothing that it does there can harm what the user has.
+struct Workplace {
+    Workplace()
+    {
+        std::filesystem::create_directory(made.parent_path());
+        std::filesystem::create_directory(settings);
+    }
+
+    io::PrivateFolder folder;
+    std::filesystem::path made = folder.path() / "made" / "riders";
+    std::filesystem::path settings = folder.path() / "settings";
+};
+
+void callPlugin(plugin::Plugin &plugin, toolbox::ScriptedUser &user, Answers &answers, Made &made)
 {
-    toolbox::ScriptedUser user(machine);
-    plugin::Plugin plugin(request.plugin);
-    Answers answers(user, request);
-    answers.queue();
     try {
         plugin.call(kSelectCommand, kCommandSettings);
         user.run();
     } catch (const toolbox::ProcessEnded &) {
-        return answers.refusal().empty() ? "the plug-in ended the process" : answers.refusal();
+        made.problem = "the plug-in ended the process";
     } catch (const toolbox::ScriptError &error) {
-        return answers.refusal().empty() ? error.message : answers.refusal();
+        made.problem = error.message;
     }
-    return answers.refusal();
+    if (!answers.refusal().empty())
+        made.problem = answers.refusal();
+    made.note = answers.warning();
+}
+
+// A companion without its file would pass what it says to the new one.
+void putInPlace(const std::filesystem::path &made, const std::filesystem::path &output)
+{
+    std::error_code ignored;
+    const bool replaces = std::filesystem::exists(output, ignored);
+    io::copyFile(made, output);
+    if (!replaces)
+        std::filesystem::remove(output.parent_path() / ("._" + output.filename().string()), ignored);
+}
+
+void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, const Workplace &place, Made &made)
+{
+    toolbox::ScriptedUser user(machine);
+    plugin::Plugin plugin(request.plugin);
+    Answers answers(user, request, place.made);
+    answers.queue();
+    const settings::SavedSettings saved(toolbox::folders::usersPreferences(), plugin.settingsFileName());
+    if (request.saveSettings)
+        saved.copyTo(place.settings);
+    callPlugin(plugin, user, answers, made);
+    if (!made.problem.empty())
+        return;
+    putInPlace(place.made, request.output);
+    if (!request.saveSettings)
+        return;
+    try {
+        if (OSErr failed = toolbox::firstFailedChange())
+            throw io::Refusal("the copy of them in " + place.settings.string() + " could not be written (" +
+                              std::to_string(failed) + ")");
+        saved.takeFrom(place.settings);
+    } catch (const io::Refusal &refusal) {
+        made.problem = "the riders file is made, but its choices are not saved: " + refusal.message;
+    }
 }
 
 }  // namespace
 
-std::string make(const MakeRequest &request)
+Made make(const MakeRequest &request)
 {
-    if (std::string problem = checkOutput(request.output); !problem.empty())
-        return problem;
-    if (std::string problem = checkAnnotation(request.annotation.value_or("")); !problem.empty())
-        return problem;
-    PreferencesFolder preferences(request.saveSettings);
+    for (const std::string &problem :
+         {checkOutput(request.output), checkNumbers(request), checkAnnotation(request.annotation.value_or(""))})
+        if (!problem.empty())
+            return {problem, {}};
+    const Workplace place;
     toolbox::Configuration configuration;
-    configuration.preferencesFolder = preferences.path();
+    configuration.preferencesFolder = place.settings;
     toolbox::HeadlessMachine machine;
     machine.wantPictures(false);
     toolbox::start(configuration, machine);
-    std::string problem;
+    Made made;
     try {
-        toolbox::setStandardFileFolder(std::filesystem::absolute(request.output).parent_path());
-        problem = answerAll(machine, request);
+        useDialogs(machine, request, place, made);
     } catch (const std::exception &error) {
-        problem = error.what();
+        made.problem = error.what();
     }
     toolbox::stop();
-    return problem;
+    return made;
 }
 
 }  // namespace riders::make

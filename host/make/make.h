@@ -7,8 +7,13 @@
 
 namespace riders::make {
 
-// Makes the riders file. Returns the message for standard error, empty when it
-// was made; otherwise nothing was written and an old file is as it was.
-std::string make(const MakeRequest &request);
+struct Made {
+    std::string problem;  // for standard error; empty when all was done
+    std::string note;     // what the user should know all the same; often empty
+};
+
+// Makes the riders file: it is then wholly new, or with a problem as it was. Only where the choices could not be
+// saved is there a problem with the file made; it says so.
+Made make(const MakeRequest &request);
 
 }  // namespace riders::make

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <fstream>
-#include <sstream>
 
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
@@ -13,11 +12,13 @@ namespace {
 std::string readText(const std::filesystem::path &file)
 {
     std::ifstream in(file, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    if (!in || std::filesystem::is_directory(file))
+    const bool opened = in.is_open();
+    std::string text, part(64 << 10, '\0');
+    while (in.read(part.data(), static_cast<std::streamsize>(part.size())) || in.gcount() > 0)
+        text.append(part, 0, static_cast<std::size_t>(in.gcount()));
+    if (!opened || in.bad())
         throw plugin::PluginError("the script " + file.string() + " cannot be read");
-    return text.str();
+    return text;
 }
 
 void makeFolder(const std::filesystem::path &folder)

@@ -58,6 +58,15 @@ const std::vector<MenuCommand> &Plugin::commands() const
     return registered;
 }
 
+std::string Plugin::settingsFileName() const
+{
+    enum { settingsTexts = 16131, fileName = 1 };
+    Str255 name;
+    UseResFile(fork_->number());
+    GetIndString(name, settingsTexts, fileName);
+    return toolbox::utf8FromPascal(name);
+}
+
 std::int32_t Plugin::call(int selector, int command)
 {
     UseResFile(fork_->number());

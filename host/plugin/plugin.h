@@ -33,6 +33,9 @@ public:
     void startUp();
     const std::vector<MenuCommand> &commands() const;
 
+    // The name of the file that it keeps its settings in, UTF-8.
+    std::string settingsFileName() const;
+
     // Calls the entry point and traces its result. toolbox::ProcessEnded passes
     // through when the plug-in ends the process.
     std::int32_t call(int selector, int command = 0);

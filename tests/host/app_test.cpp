@@ -27,6 +27,27 @@ std::string windowTitle()
     return plain(title);
 }
 
+TEST_F(App, NumbersForTemporaryNamesCannotBeForeseen)
+{
+    const std::int32_t always = qd.randSeed;
+    std::int32_t seed = always;
+    user.then([&] { seed = qd.randSeed; });
+    quitByMenu();
+    run();
+    EXPECT_NE(seed, always);
+}
+
+TEST_F(App, SettingsThatAKilledProcessDecidedAreInPlace)
+{
+    const std::filesystem::path kept = folder / "preferences";
+    std::filesystem::create_directories(kept / ".riders-settings");
+    writeFile(kept / ".riders-settings" / "Riders Preferences", "pop");
+    quitByMenu();
+    run();
+    EXPECT_EQ(contentsOf(kept / "Riders Preferences"), "pop");
+    EXPECT_FALSE(std::filesystem::exists(kept / ".riders-settings"));
+}
+
 TEST_F(App, MenuBarHasThePlugInsCommandsUnderTheirHeading)
 {
     user.chooseFromBar("Riders", "Make Riders File...");

@@ -357,3 +357,12 @@ TEST_F(Play, AScriptThatIsNotThereIsRefusedInWords)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "riders play: the script nothing.play cannot be read\n");
 }
+
+TEST_F(Play, AScriptThatCannotBeReadToItsEndIsRefusedInWords)
+{
+    for (const char *script : {"/proc/self/mem", "/proc/self"}) {
+        CommandResult result = runRiders({"play", script}, {}, folder.path());
+        EXPECT_EQ(result.status, 1) << script;
+        EXPECT_EQ(result.err, std::string("riders play: the script ") + script + " cannot be read\n");
+    }
+}

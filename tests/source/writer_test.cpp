@@ -175,6 +175,23 @@ TEST_F(Writer, ExistingTemporaryFileIsLeftAlone)
     EXPECT_EQ(files().size(), 2u);
 }
 
+TEST_F(Writer, NamesThatAreAllTakenAreNotWrittenTo)
+{
+    writeOld();
+    qd.randSeed = 1;
+    std::vector<std::string> taken;
+    for (int i = 0; i < 8; ++i)
+        taken.push_back("KTTemp1" + std::to_string(Random()));
+    for (const std::string &name : taken)
+        std::filesystem::create_symlink(out() / "victim", out() / name);
+    writeFile(out() / "victim", "somebody's");
+    qd.randSeed = 1;
+    make(1);
+    EXPECT_EQ(contentsOf(out() / "victim"), "somebody's");
+    EXPECT_EQ(contentsOf(file()), kOldContents);
+    EXPECT_EQ(files().size(), 10u);
+}
+
 TEST_F(Writer, NameUnderWhichTheOldFileStepsAsideIsNotTakenEither)
 {
     writeOld();

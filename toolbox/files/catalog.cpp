@@ -112,8 +112,9 @@ OSErr createFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
     fs::path path;
     if (OSErr error = locate(vRefNum, dirID, name, Match::literal, path))
         return error;
-    Descriptor made = openPath(path, O_RDWR | O_CREAT | O_EXCL);
-    if (!made.open())
+    Descriptor made = openPath(path, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW);
+    struct stat status;
+    if (!made.open() || fstat(made.number(), &status) != 0)
         return errorOf(errno, Aim::change, path);
     FInfo info{};
     info.fdType = fileType;
@@ -122,7 +123,9 @@ OSErr createFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
     // The type that an empty file has anyway need not be stored.
     if (error == noErr && (fileType != 'TEXT' || creator != 'ttxt'))
         error = setFinderInfoOf(path, stored(info));
-    if (error != noErr)
+    if (error == noErr)
+        openFiles().made(path, status);
+    else
         unlink(path.c_str());
     return error;
 }
@@ -139,7 +142,10 @@ OSErr removeFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
         return fBsyErr;
     if (unlink(path.c_str()) != 0)
         return errorOf(errno, Aim::change, path);
-    return removeOrphan(path);
+    // The file is gone: an error would say that it is still there. Who makes one of its name tries again.
+    removeOrphan(path);
+    openFiles().forgetMade(path);
+    return noErr;
 }
 
 OSErr renameFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param oldName, ConstStr255Param newName)
@@ -157,6 +163,8 @@ OSErr renameFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param oldN
         return error;
     std::string name(pascalView(newName));
     openFiles().moved(status, to, name);
+    openFiles().forgetMade(from);
+    openFiles().forgetMade(to);
     for (OpenFork *fork : forks)
         fork->renamed(name);
     return noErr;

@@ -87,6 +87,8 @@ OSErr openFork(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, 
         return error;
     if (fstat(file.descriptor.number(), &status) != 0)
         return errorOf(errno, Aim::open);
+    if (!openFiles().isStillTheOneMade(file.path, status))
+        return fnfErr;
     file.device = status.st_dev;
     file.inode = status.st_ino;
     file.name = pascalView(name);

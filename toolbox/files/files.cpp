@@ -37,6 +37,7 @@ namespace toolbox::managers {
 
 void startFiles(const Configuration &configuration)
 {
+    files::forgetFailedChanges();
     files::startPlaces(configuration);
 }
 

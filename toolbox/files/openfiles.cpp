@@ -66,6 +66,17 @@ bool OpenFiles::isOpenForWriting(const struct stat &file) const
                        [&](auto &entry) { return entry.second.writable && isSame(entry.second, file); });
 }
 
+void OpenFiles::made(const fs::path &path, const struct stat &file)
+{
+    made_[path] = {file.st_dev, file.st_ino};
+}
+
+bool OpenFiles::isStillTheOneMade(const fs::path &path, const struct stat &file)
+{
+    auto found = made_.extract(path);
+    return !found || found.mapped() == std::pair(file.st_dev, file.st_ino);
+}
+
 void OpenFiles::moved(const struct stat &file, const fs::path &path, const std::string &name)
 {
     for (auto &[refNum, open] : files_) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "files/linuxfile.h"
 #include "toolbox/types.h"
@@ -39,6 +40,12 @@ public:
 
     bool isOpen(const struct stat &file) const;
     bool isOpenForWriting(const struct stat &file) const;
+    // The file at the path was made by this session.
+    void made(const std::filesystem::path &path, const struct stat &file);
+    // False, once, if what was opened there is not the file that this session made there.
+    bool isStillTheOneMade(const std::filesystem::path &path, const struct stat &file);
+    // The session itself put something else there, or nothing.
+    void forgetMade(const std::filesystem::path &path) { made_.erase(path); }
     // Records the file's new path and name.
     void moved(const struct stat &file, const std::filesystem::path &path, const std::string &name);
 
@@ -49,6 +56,7 @@ public:
 private:
     std::map<std::int16_t, OpenFile> files_;
     std::map<std::int16_t, std::string> names_;  // of closed ones too
+    std::map<std::filesystem::path, std::pair<dev_t, ino_t>> made_;  // and not yet opened
     std::int16_t last_ = 0;
 };
 

@@ -77,13 +77,7 @@ fs::path defaultFolder()
 
 fs::path preferencesFolder()
 {
-    if (!places.preferencesFolder.empty())
-        return places.preferencesFolder;
-    fs::path configuration = environment("XDG_CONFIG_HOME");
-    // The definition of the variable says that a relative path is to be ignored.
-    if (!configuration.is_absolute())
-        configuration = home() / ".config";
-    return configuration / "riders";
+    return places.preferencesFolder.empty() ? folders::usersPreferences() : places.preferencesFolder;
 }
 
 OSErr makeTemporaryFolder()
@@ -203,6 +197,15 @@ fs::path pathOf(std::int16_t vRefNum, std::int32_t dirID, const unsigned char *n
     bool known = name && folderOf(vRefNum, dirID, folder) == noErr &&
                  pathFor(folder, pascalView(name), Match::anyCase, path) == noErr;
     return known ? path : fs::path();
+}
+
+fs::path usersPreferences()
+{
+    fs::path configuration = environment("XDG_CONFIG_HOME");
+    // A relative one is to be ignored, by the variable's definition.
+    if (!configuration.is_absolute())
+        configuration = home() / ".config";
+    return configuration / "riders";
 }
 
 std::string macName(const fs::path &folder, const std::string &linuxName)

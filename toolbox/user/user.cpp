@@ -197,6 +197,11 @@ void ScriptedUser::then(std::function<void()> action)
     script_->act(Where::anywhere, [action = std::move(action)](Hand &) { action(); });
 }
 
+void ScriptedUser::thenInDialog(std::function<void()> action)
+{
+    script_->act(Where::inDialog, [action = std::move(action)](Hand &) { action(); });
+}
+
 void ScriptedUser::insertNext(const std::function<void()> &add)
 {
     std::deque<Step> inserted;

@@ -18,6 +18,9 @@ std::filesystem::path pathOf(std::int16_t vRefNum, std::int32_t dirID = 0);
 // The path of the file that the File Manager would open by that name or, if there
 // is none, create; empty when there is no such place or name.
 std::filesystem::path pathOf(std::int16_t vRefNum, std::int32_t dirID, const unsigned char *name);
+// FindFolder's 'pref' where a session has no other: $XDG_CONFIG_HOME/riders or ~/.config/riders. Need not be there,
+// and may be asked for with no session running.
+std::filesystem::path usersPreferences();
 // The Mac OS Roman name (63 bytes at most, no length byte) by which the File
 // Manager will find the Linux name in that folder. A name that fits is only
 // converted (a ':' in it becomes '/'). One that does not fit gets an alias that

@@ -106,6 +106,8 @@ public:
     // Anything else, at that moment: a fault to plan, a picture to take. A
     // ScriptError that it throws without a line gets the line of the step.
     void then(std::function<void()> action);
+    // The same with the expected dialog in front.
+    void thenInDialog(std::function<void()> action);
     // Puts the steps that add queues in front of those already queued. For
     // handlers and pick, which find out only then what is to be done next.
     void insertNext(const std::function<void()> &add);

@@ -1,0 +1,12 @@
+// Changes to files that failed, for hosts: a plug-in may not say so.
+#pragma once
+
+#include "toolbox/types.h"
+
+namespace toolbox {
+
+// The result code of the first call since the start of the session that should have made, written, cut or flushed a
+// file and did not; noErr where all did.
+OSErr firstFailedChange();
+
+}  // namespace toolbox
