@@ -13,7 +13,7 @@ struct Arrow {
     std::string from, to;  // files
     int line = 0;
     std::string text;  // what it does, for a sentence
-    std::string word;  // where the line is not known, a word on it
+    std::string word;  // of a use, whose line is not known: the bare name
 };
 
 std::vector<Arrow> includeArrows(const Tree &tree);
