@@ -6,6 +6,7 @@
 
 #include "app/start.h"
 #include "io/interruption.h"
+#include "io/plain_text.h"
 #include "plugin/plugin.h"
 
 namespace riders::commands {
@@ -187,7 +188,7 @@ bool Commands::run()
         problem = error.what();
     }
     if (!problem.empty())
-        std::cerr << name_ << ": " << problem << '\n';
+        std::cerr << name_ << ": " << io::plainText(problem) << '\n';
     return problem.empty();
 }
 

@@ -2,7 +2,7 @@
 
 #include <cctype>
 
-#include "toolbox/host/utf8.h"
+#include "io/plain_text.h"
 
 namespace riders::plates {
 namespace {
@@ -18,24 +18,7 @@ int hexDigit(char c)
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
-std::string fromLatin1(const std::string &bytes)
-{
-    std::string text;
-    for (const char c : bytes)
-        toolbox::appendUtf8(text, static_cast<unsigned char>(c));
-    return text;
-}
-
 }  // namespace
-
-std::string plainText(const std::string &bytes)
-{
-    std::string text = toolbox::isUtf8(bytes) ? bytes : fromLatin1(bytes);
-    for (char &c : text)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-            c = ' ';
-    return text;
-}
 
 std::string inkBytesFrom(const std::string &interpreters)
 {
@@ -52,7 +35,7 @@ std::string inkBytesFrom(const std::string &interpreters)
 
 std::string plateNameFrom(const std::string &interpreters)
 {
-    return plainText(inkBytesFrom(interpreters));
+    return io::plainText(inkBytesFrom(interpreters));
 }
 
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)
