@@ -35,13 +35,15 @@ std::vector<std::string> deviceOptions(PlateDevice device)
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
         // An annotation is on all plates: here it would make plates of inks that the job does not have.
-        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};
+        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack",
+                "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
     case PlateDevice::allPlates:
         break;
     }
-    return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif"};
+    return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif",
+            "-dMaxSpots=" + std::to_string(kMostSpotInks)};
 }
 
 std::string pageList(const std::vector<int> &pages)

@@ -14,6 +14,7 @@ constexpr size_t kMostPlates = 200;  // the interpreter has fewer
 constexpr std::string_view kPage = "Page";
 constexpr std::string_view kScreen = "Screen ";
 constexpr std::string_view kShape = "Shape ";
+constexpr std::string_view kTooManyInks = "**** Max spot colorants reached.";
 constexpr std::string_view kInkLine = "%%SeparationName: ";
 
 // Where there is room for one more plate, or the plate is there.
@@ -31,6 +32,7 @@ bool InterpreterWords::take(std::string_view line)
         return takeProof(line.substr(opening_.size()));
     if (line.starts_with(kInkLine) && takeInk(std::string(line.substr(kInkLine.size()))))
         return false;
+    report_.inksMixed |= line == kTooManyInks;
     line = line.substr(0, kLongestLine);
     const bool blank = line.find_first_not_of(" \t\r") == std::string_view::npos;
     if (!blank && firstError_.empty() && line.find("Error: ") != std::string_view::npos)

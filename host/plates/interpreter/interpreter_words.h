@@ -22,6 +22,7 @@ struct InterpreterReport {
                                       // PostScript all pages of the job, for PDF those asked for
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
+    bool inksMixed = false;         // there were too many: it has mixed some from the process inks
     std::vector<std::string> said;  // its other output, the first hundred lines, cut where they are long
 };
 
