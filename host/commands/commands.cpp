@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <iostream>
+#include <new>
 
 #include "app/start.h"
 #include "io/interruption.h"
@@ -184,6 +185,8 @@ bool Commands::run()
     } catch (const io::Interrupted &interrupted) {
         raise(interrupted.signal);  // as if it had not been held back
         problem = interrupted.what();
+    } catch (const std::bad_alloc &) {
+        problem = "there is not enough memory";
     } catch (const std::exception &error) {
         problem = error.what();
     }
