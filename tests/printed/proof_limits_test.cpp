@@ -81,4 +81,19 @@ TEST_F(ProofTest, ATerminalObeysNothingThatAJobSays)
     EXPECT_NE(page.find(" [31m  said"), std::string::npos) << page;
 }
 
+// A file that may not grow is as good as a full disk.
+TEST_F(ProofTest, AFullDiskIsCalledThat)
+{
+    request(smallJob({smallPage(kTint)}));
+    for (const char *blocks : {"4", "40", "200"}) {
+        const CommandResult run = runProgram(
+            {"bash", "-c",
+             "ulimit -f " + std::string(blocks) + "; " RIDERS_BINARY_DIR "/riders proof job.ps --dpi 600"},
+            "", folder.path());
+        EXPECT_EQ(run.status, 1) << blocks;
+        EXPECT_NE(run.err.find("is the disk full?"), std::string::npos) << run.err;
+        EXPECT_EQ(left(), Names{"job.ps"});
+    }
+}
+
 }  // namespace

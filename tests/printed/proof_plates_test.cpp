@@ -172,4 +172,17 @@ TEST_F(ProofPlatesTest, MoreSpotInksAreRefusedByName)
     EXPECT_EQ(left(), Names{"job.ps"});
 }
 
+TEST_F(ProofPlatesTest, SpotInksNamedAsProcessInksInOtherLettersKeepTheirNames)
+{
+    std::string painting;
+    for (const char *ink : {"cyan", "CYAN", "black"})
+        painting +=
+            "[/Separation (" + std::string(ink) +
+            ") cvn /DeviceCMYK {0 exch 0 exch 0}] setcolorspace .5 setcolor 12 0 translate 0 12 9 9 rectfill\n";
+    const std::string page = pageOf(smallJob({smallPage(painting)}));
+    EXPECT_EQ(files(out / "films"), (Names{"page-1-black-2.tif", "page-1-cyan-2.tif", "page-1-cyan-3.tif"}));
+    for (const char *name : {"</span>cyan<", "</span>CYAN<", "</span>black<"})
+        EXPECT_NE(page.find(name), std::string::npos) << name;
+}
+
 }  // namespace
