@@ -26,7 +26,7 @@ std::string tailOf(const std::filesystem::path &job)
 
 JobSummary summaryOf(const std::filesystem::path &job)
 {
-    const io::OpenFile in = io::openInput(job);
+    const io::OpenFile in = io::openOrdinaryFile(job);
     const auto buffer = std::make_unique_for_overwrite<char[]>(apply::kJobHeadSize + 1);
     const size_t size = io::readFully(in, buffer.get(), apply::kJobHeadSize + 1);
     const std::string_view bytes(buffer.get(), std::min(size, apply::kJobHeadSize));

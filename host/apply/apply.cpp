@@ -15,10 +15,25 @@ namespace {
 constexpr std::string_view kMagic = "%!Zu3_Riders";
 constexpr size_t kMagicWithin = 15;
 constexpr size_t kLongestFragment = size_t(1) << 20;
+constexpr std::string_view kLastLine = "%Zu3_RidersEnd";
+// What files that were made before there was that line end in.
+constexpr std::string_view kEarlierEnd = "/setglobal riderHas {riderGlobal setglobal} if\nend end\n";
 
 bool isRidersFile(std::string_view bytes)
 {
     return bytes.size() >= kMagicWithin && bytes.substr(0, kMagicWithin).find(kMagic) != std::string_view::npos;
+}
+
+// Programs that keep texts may have changed the line ends or left blanks.
+bool isWhole(std::string_view riders)
+{
+    if (riders.ends_with(kEarlierEnd))
+        return true;
+    riders = riders.substr(0, riders.find_last_not_of(" \t\r\n") + 1);
+    if (!riders.ends_with(kLastLine))
+        return false;
+    riders.remove_suffix(kLastLine.size());
+    return riders.ends_with('\n') || riders.ends_with('\r');
 }
 
 // The first bytes of an input. The unused part of the buffer is never touched
@@ -50,6 +65,9 @@ Head readRiders(const std::filesystem::path &path)
                           ")");
     if (riders.bytes().size() > kLongestFragment)
         throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
+    if (!isWhole(riders.bytes()))
+        throw io::Refusal(in.name() + ": is cut off (it does not end in " + std::string(kLastLine) +
+                          "); make it again");
     return riders;
 }
 

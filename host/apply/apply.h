@@ -18,7 +18,7 @@ struct ApplyRequest {
 };
 
 // Writes the job with the riders file in it, between two marker lines, where
-// job-wide setup belongs. Refused: a file that is not a riders file, a job that
+// job-wide setup belongs. Refused: a file that is not a riders file or is cut off, a job that
 // is not PostScript or already has a riders file in it.
 void applyRiders(const ApplyRequest &request);
 

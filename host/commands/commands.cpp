@@ -3,9 +3,11 @@
 #include <signal.h>
 
 #include <iostream>
+#include <new>
 
 #include "app/start.h"
 #include "io/interruption.h"
+#include "io/plain_text.h"
 #include "plugin/plugin.h"
 
 namespace riders::commands {
@@ -186,11 +188,13 @@ bool Commands::run()
     } catch (const io::Interrupted &interrupted) {
         raise(interrupted.signal);  // as if it had not been held back
         problem = interrupted.what();
+    } catch (const std::bad_alloc &) {
+        problem = "there is not enough memory";
     } catch (const std::exception &error) {
         problem = error.what();
     }
     if (!problem.empty())
-        std::cerr << name_ << ": " << problem << '\n';
+        std::cerr << name_ << ": " << io::plainText(problem) << '\n';
     return problem.empty();
 }
 

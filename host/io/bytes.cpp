@@ -110,6 +110,17 @@ OpenFile openInput(const std::string &path)
     return {descriptor, path};
 }
 
+OpenFile openOrdinaryFile(const std::string &path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        refuseErrno(path, errno);
+    OpenFile file(descriptor, path);
+    if (const mode_t kind = kindOf(descriptor); !S_ISREG(kind))
+        throw Refusal(path + (S_ISDIR(kind) ? ": is a folder" : ": is not a file but a pipe or a device"));
+    return file;
+}
+
 size_t readFully(const OpenFile &in, char *buffer, size_t size)
 {
     size_t total = 0;

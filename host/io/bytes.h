@@ -32,6 +32,10 @@ private:
 // Opens for reading; an empty path is standard input. Throws Refusal.
 OpenFile openInput(const std::string &path);
 
+// Opens a file that can be read again and from anywhere; never waits for one. Throws Refusal, also for pipes and
+// devices.
+OpenFile openOrdinaryFile(const std::string &path);
+
 // Reads until the buffer is full or the input ends; returns the number of bytes read. Throws Refusal.
 size_t readFully(const OpenFile &in, char *buffer, size_t size);
 

@@ -21,6 +21,22 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr size_t kLongestLine = 64 << 10;
+constexpr std::chrono::milliseconds kBetweenLooks(50);  // at what is written
+
+// True where the folder's files take more, each a block at least.
+bool holdsMoreThan(const std::filesystem::path &folder, std::uintmax_t most)
+{
+    constexpr std::uintmax_t kBlock = 4096;
+    std::uintmax_t bytes = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end && bytes <= most;
+         entry.increment(error)) {
+        std::error_code gone;
+        const std::uintmax_t size = entry->file_size(gone);
+        bytes += gone ? kBlock : std::max(kBlock, size);
+    }
+    return bytes > most;
+}
 
 // What the child needs, made before the fork: afterwards it may not allocate.
 struct Prepared {
@@ -110,7 +126,7 @@ public:
         close(output_);
     }
 
-    // Calls `line` for each line until the output ends; false when the time is up.
+    // Calls `line` for each line until the output ends; false when a limit is reached.
     bool listen()
     {
         restart();
@@ -130,7 +146,7 @@ public:
     }
 
     // Waits for the end of a process that has closed its output, which is not
-    // always its end.
+    // always its end. False when a limit is reached.
     bool wait(LimitedResult &result)
     {
         siginfo_t state = {};
@@ -146,19 +162,27 @@ public:
         return true;
     }
 
+    RunEnd limitReached() const { return wroteTooMuch_ ? RunEnd::wroteTooMuch : RunEnd::timedOut; }
+
 private:
     void restart() { deadline_ = Clock::now() + std::chrono::seconds(run_.seconds); }
 
-    // Waits until the descriptor can be read (-1: for a moment); false when the time is up.
+    // Waits until the descriptor can be read (-1: for a moment); false when a limit is reached.
     bool waitFor(int descriptor)
     {
         for (int some = 0; some <= 0;) {
-            const auto left =
-                std::chrono::duration_cast<std::chrono::milliseconds>(deadline_ - Clock::now()).count();
-            if (left <= 0)
+            const Clock::time_point now = Clock::now();
+            if (now >= nextLook_) {
+                wroteTooMuch_ =
+                    holdsMoreThan(run_.folder / run_.temporary, std::uintmax_t(run_.temporaryMegabytes) << 20);
+                nextLook_ = now + kBetweenLooks;
+            }
+            if (wroteTooMuch_ || now >= deadline_)
                 return false;
+            const auto left = std::min(deadline_, nextLook_) - now;
+            const auto most = std::chrono::ceil<std::chrono::milliseconds>(left).count();
             pollfd ready[2] = {{Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}};
-            some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(left, 10) : left));
+            some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(most, 10) : most));
             Interruption::check();
             if (descriptor < 0)
                 return true;
@@ -184,7 +208,8 @@ private:
     pid_t pid_ = 0;
     int output_ = -1;
     std::string rest_;
-    Clock::time_point deadline_;
+    Clock::time_point deadline_, nextLook_;
+    bool wroteTooMuch_ = false;
 };
 
 }  // namespace
@@ -195,7 +220,7 @@ LimitedResult runLimited(const LimitedRun &run)
     Child child(run);
     LimitedResult result;
     if (!child.listen() || !child.wait(result))
-        return {RunEnd::timedOut, 0};
+        return {child.limitReached(), 0};
     if (result.end == RunEnd::exited && result.status == 127)
         throw Refusal(run.command[0] + " cannot be started; is it installed?");
     return result;

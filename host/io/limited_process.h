@@ -12,14 +12,15 @@ namespace riders::io {
 struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
     std::filesystem::path folder;      // its current folder
-    std::filesystem::path temporary;   // where it makes temporary files
-    int seconds = 300;                 // of silence; each line for which `line` returns true starts them anew
-    int megabytes = 2048;              // of address space
+    std::filesystem::path temporary;   // in that folder: where it makes temporary files
+    int seconds = 300;     // of silence allowed; each line for which `line` returns true starts the time anew
+    int megabytes = 2048;  // of address space
+    int temporaryMegabytes = 256;  // of files in `temporary`
     // Called for each line that it writes on standard output or error; true where it shows progress.
     std::function<bool(std::string_view)> line;
 };
 
-enum class RunEnd { exited, timedOut, killed };
+enum class RunEnd { exited, timedOut, wroteTooMuch, killed };
 
 struct LimitedResult {
     RunEnd end = RunEnd::exited;
@@ -27,7 +28,7 @@ struct LimitedResult {
 };
 
 // Waits for the program to end. It has no input. When too much time has
-// passed, a signal has come (see Interruption) or `line` throws, it is killed with
+// passed, too much is written, a signal has come (see Interruption) or `line` throws, it is killed with
 // everything it started; it also dies with this process. Throws Refusal when it cannot
 // be started, Interrupted, or what `line` throws. May be called on several threads at once; a thread must last
 // as long as its program.

@@ -6,20 +6,14 @@
 #include <stdlib.h>
 #include <sys/stat.h>
 
+#include "io/litter.h"
 #include "io/refusal.h"
+#include "io/sync.h"
 
 namespace fs = std::filesystem;
 
 namespace riders::io {
 namespace {
-
-fs::path hiddenFolderIn(const fs::path &parent, const std::string &name)
-{
-    std::string pattern = parent / (name + "XXXXXX");
-    if (!mkdtemp(pattern.data()))
-        refuseErrno(parent, errno);
-    return pattern;
-}
 
 mode_t usualMode()
 {
@@ -39,10 +33,10 @@ fs::path placeWithoutLinks(const fs::path &place)
     return real.has_filename() ? real : real.parent_path();
 }
 
-NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName)
-    : place_(place), hidden_(hiddenFolderIn(place.parent_path(), hiddenName)), new_(hidden_ / "new"),
-      work_(hidden_ / "work")
+NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName) : place_(place)
 {
+    removeDead(place.parent_path(), hiddenName);
+    makeHidden(hiddenName);
     try {
         fs::create_directory(new_);
         fs::create_directory(work_);
@@ -51,6 +45,19 @@ NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName)
         fs::remove_all(hidden_, ignored);
         throw;
     }
+}
+
+void NewFolder::makeHidden(const std::string &name)
+{
+    const fs::path parent = place_.parent_path();
+    do {
+        hidden_ = parent / unguessableName(name);
+        if (mkdir(hidden_.c_str(), 0700) != 0)
+            refuseErrno(parent, errno);
+        lock_ = OpenFile(open(hidden_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC), hidden_);
+    } while (!lockAsAlive(lock_.descriptor(), hidden_));
+    new_ = hidden_ / "new";
+    work_ = hidden_ / "work";
 }
 
 NewFolder::~NewFolder()
@@ -71,6 +78,13 @@ void NewFolder::allowUsualAccess()
 void NewFolder::finish()
 {
     allowUsualAccess();
+    syncTree(new_);
+    moveToPlace();
+    syncFolder(place_.parent_path());
+}
+
+void NewFolder::moveToPlace()
+{
     // Exchanged in one step; the earlier one is then removed with the hidden folder.
     if (renameat2(AT_FDCWD, new_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE) == 0)
         return;

@@ -6,7 +6,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "io/litter.h"
 #include "io/refusal.h"
+#include "io/sync.h"
 
 namespace fs = std::filesystem;
 
@@ -14,48 +16,42 @@ namespace riders::io {
 
 namespace {
 
-constexpr int kMostTries = 1000;
-
-// Follows links by hand, since the last one may lead to a file that is not there yet.
-fs::path pastLinks(fs::path path)
-{
-    std::error_code error;
-    for (int links = 0; fs::is_symlink(path, error); ++links) {
-        if (links == 40)
-            refuseErrno(path, ELOOP);
-        const fs::path to = fs::read_symlink(path, error);
-        if (error)
-            refuseErrno(path, error.value());
-        path = to.is_absolute() ? to : path.parent_path() / to;
-    }
-    return path;
-}
+constexpr std::string_view kTemporaryName = ".riders-out-";
 
 fs::path folderOf(const fs::path &file)
 {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-fs::path temporaryIn(const fs::path &folder, int number)
+// Where others may write, a link may have been put there for whoever writes next: it is followed only
+// if it is the user's own or the folder's owner's. (The kernel can see to that, too, but need not.)
+void refusePlantedLink(const fs::path &link, const fs::path &shown)
 {
-    return folder / (".riders-" + std::to_string(getpid()) + "-" + std::to_string(number));
-}
-
-// Not every file system can; one that can and fails has lost what was written.
-void sync(int descriptor, const std::string &shown)
-{
-    if (fsync(descriptor) != 0 && errno != EINVAL && errno != ENOSYS)
+    struct stat of, in;
+    if (lstat(link.c_str(), &of) != 0)
         refuseErrno(shown, errno);
+    if (stat(folderOf(link).c_str(), &in) != 0)
+        refuseErrno(shown, errno);
+    const bool othersWrite = (in.st_mode & S_IWOTH) != 0;
+    if (othersWrite && of.st_uid != geteuid() && of.st_uid != in.st_uid)
+        throw Refusal(shown.string() + ": is a link that somebody else has put there; it is not followed");
 }
 
-// The new file is there by now, so that the old one cannot come back but with the power gone: no failure.
-void syncFolder(const fs::path &folder)
+// Follows links by hand, since the last one may lead to a file that is not there yet.
+fs::path pastLinks(const fs::path &shown)
 {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    fsync(descriptor);
-    close(descriptor);
+    fs::path path = shown;
+    std::error_code error;
+    for (int links = 0; fs::is_symlink(path, error); ++links) {
+        if (links == 40)
+            refuseErrno(shown, ELOOP);
+        refusePlantedLink(path, shown);
+        const fs::path to = fs::read_symlink(path, error);
+        if (error)
+            refuseErrno(shown, error.value());
+        path = to.is_absolute() ? to : path.parent_path() / to;
+    }
+    return path;
 }
 
 }  // namespace
@@ -66,13 +62,19 @@ Output::Output(const fs::path &path) : oldPipeHandler_(signal(SIGPIPE, SIG_IGN))
         struct stat status;
         if (path.empty()) {
             file_ = OpenFile(STDOUT_FILENO, "standard output");
-        } else if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+            return;
+        }
+        const fs::path target = pastLinks(path);
+        const bool there = stat(path.c_str(), &status) == 0;
+        if (!there && errno != ENOENT)
+            refuseErrno(path, errno);
+        if (there && !S_ISREG(status.st_mode)) {
             const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
             if (descriptor < 0)
                 refuseErrno(path, errno);
             file_ = OpenFile(descriptor, path);
         } else {
-            target_ = pastLinks(path);
+            target_ = target;
             openTemporary();
             takeAttributes(path);
         }
@@ -92,22 +94,27 @@ Output::~Output()
 }
 
 // Without a name where the system can, so that nothing is left when the process
-// is killed; otherwise under a name that is free.
+// is killed; otherwise under a name that is free. Locked, so that no other run takes it for litter.
 void Output::openTemporary()
 {
     const fs::path folder = folderOf(target_);
+    removeDead(folder, kTemporaryName);
     int descriptor = -1;
     if (access("/proc/self/fd", X_OK) == 0)
         descriptor = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
-    for (int number = 0; descriptor < 0; ++number) {
-        temporary_ = temporaryIn(folder, number);
-        descriptor = open(temporary_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-        if (descriptor < 0 && (errno != EEXIST || number == kMostTries)) {
+    file_ = OpenFile(descriptor, target_);
+    bool alive = descriptor >= 0;
+    lockAsAlive(descriptor, {});
+    while (!alive) {
+        temporary_ = folder / unguessableName(kTemporaryName);
+        descriptor = open(temporary_.c_str(), O_CREAT | O_EXCL | O_NOFOLLOW | O_WRONLY | O_CLOEXEC, 0666);
+        if (descriptor < 0) {
             temporary_.clear();
             refuseErrno(target_, errno);
         }
+        file_ = OpenFile(descriptor, target_);
+        alive = lockAsAlive(descriptor, temporary_);
     }
-    file_ = OpenFile(descriptor, target_);
 }
 
 void Output::takeAttributes(const std::string &shown)
@@ -127,11 +134,11 @@ void Output::takeAttributes(const std::string &shown)
 void Output::nameTemporary()
 {
     const std::string opened = "/proc/self/fd/" + std::to_string(file_.descriptor());
-    for (int number = 0; temporary_.empty(); ++number) {
-        const fs::path name = temporaryIn(folderOf(target_), number);
+    while (temporary_.empty()) {
+        const fs::path name = folderOf(target_) / unguessableName(kTemporaryName);
         if (linkat(AT_FDCWD, opened.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
             temporary_ = name;
-        else if (errno != EEXIST || number == kMostTries)
+        else if (errno != EEXIST)
             refuseErrno(target_, errno);
     }
 }
@@ -140,14 +147,14 @@ void Output::finish()
 {
     if (target_.empty())
         return file_.close();
-    sync(file_.descriptor(), file_.name());
+    sync(file_.descriptor(), target_);
     if (temporary_.empty())
         nameTemporary();
-    file_.close();
     if (rename(temporary_.c_str(), target_.c_str()) != 0)
         refuseErrno(target_, errno);
     temporary_.clear();
     syncFolder(folderOf(target_));
+    file_.close();
 }
 
 void writeFile(const fs::path &path, std::string_view bytes)

@@ -12,15 +12,15 @@ namespace riders::io {
 class Output {
 public:
     // Opens for writing; an empty path is standard output. A symbolic link is
-    // followed, an existing file's permissions and owner are kept, and a pipe
-    // or device is written to directly. Throws Refusal.
+    // followed unless somebody else has put it where all may write; an existing file's permissions and
+    // owner are kept, and a pipe or device is written to directly. Throws Refusal.
     explicit Output(const std::filesystem::path &path);
     ~Output();
     Output(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
-    // Gives the file its name when its bytes are on the disk. Until then an existing one is as it was. Throws
-    // Refusal.
+    // Gives the file its name once its bytes are on the disk, and waits until the name is there, too. Until
+    // then an existing one is as it was. Throws Refusal.
     void finish();
 
 private:

@@ -55,13 +55,15 @@ int inkedPlates(const plates::Survey &survey)
 // Fills the folder with films and pictures.
 ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages, const ProofFolder &folder)
 {
-    const plates::PreparedJob job = plates::prepareJob(request.job, request.riders, folder.work());
+    const int seconds = request.limits.secondsAPage;
+    const fs::path ridersFile = plates::readableAgain(request.riders, folder.work() / "given.riders", seconds);
+    const plates::PreparedJob job = plates::prepareJob(request.job, ridersFile, folder.work(), seconds);
     const double dpi = request.dpi;
     const int cores = coresFor(request);
     PageLooks looks(folder.pictures());
     Progress progress;
     io::Workers workers(cores);
-    const AskedFor riders = request.riders.empty() ? AskedFor{} : askedByRiders(request.riders);
+    const AskedFor riders = ridersFile.empty() ? AskedFor{} : askedByRiders(ridersFile);
     const plates::Survey survey =
         plates::surveyJob({.job = job,
                            .pages = pages,
@@ -91,7 +93,8 @@ fs::path proof(const ProofRequest &request)
 {
     check(request);
     const std::vector<int> pages = plates::pagesFromText(request.pages);
-    plates::kindOfJob(request.job);  // before anything is made
+    if (!plates::comesOnce(request.job))
+        plates::kindOfJob(request.job);  // before anything is made
     TIFFSetWarningHandler(nullptr);
     TIFFSetErrorHandler(nullptr);
 

@@ -1,6 +1,7 @@
 #include "proof/proof_folder.h"
 
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "io/refusal.h"
@@ -12,21 +13,27 @@ namespace riders::proof {
 namespace {
 
 constexpr size_t kMarkWithin = 1024;
+constexpr size_t kLongestPage = size_t(256) << 20;
 
-bool hasMark(const fs::path &page)
+// The page of a proof; empty for any other.
+std::string proofPage(const fs::path &page)
 {
     std::ifstream in(page, std::ios::binary);
-    std::string head(kMarkWithin, '\0');
-    in.read(head.data(), static_cast<std::streamsize>(head.size()));
-    return head.find(proofMark()) != std::string::npos;
+    std::string text(kMarkWithin, '\0');
+    in.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<size_t>(in.gcount()));
+    std::error_code error;
+    if (text.find(proofMark()) == std::string::npos || fs::file_size(page, error) > kLongestPage || error)
+        return {};
+    return text.append(std::istreambuf_iterator<char>(in), {});
 }
 
-bool holdsOnly(const fs::path &folder, const std::string &extension)
+// Whether everything in the folder is an ordinary file to which the page refers.
+bool holdsOnlyWhatIsShown(const fs::path &folder, const std::string &page)
 {
     for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
-        const fs::path name = entry.path().filename();
-        if (!entry.is_regular_file() || entry.is_symlink() || !name.string().starts_with("page-") ||
-            name.extension() != extension)
+        const std::string name = folder.filename() / entry.path().filename();
+        if (!entry.is_regular_file() || entry.is_symlink() || page.find('"' + name + '"') == std::string::npos)
             return false;
     }
     return true;
@@ -48,13 +55,16 @@ void refuseForeign(const fs::path &place, const fs::path &shown)
 bool isProofFolder(const fs::path &folder)
 {
     std::error_code error;
-    if (!fs::is_directory(folder, error) || !hasMark(folder / kPageName))
+    if (!fs::is_directory(folder, error) || !fs::is_regular_file(folder / kPageName, error))
+        return false;
+    const std::string page = proofPage(folder / kPageName);
+    if (page.empty())
         return false;
     for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
         const fs::path name = entry.path().filename();
         if (entry.is_symlink() || (name != kPageName && name != kFilmsName && name != kPicturesName))
             return false;
-        if (entry.is_directory() && !holdsOnly(entry.path(), name == kFilmsName ? ".tif" : ".png"))
+        if (entry.is_directory() && !holdsOnlyWhatIsShown(entry.path(), page))
             return false;
     }
     return true;

@@ -33,7 +33,7 @@ private:
     std::optional<io::NewFolder> folder_;
 };
 
-// True when a folder holds only such files as a proof has, and its page is a proof's.
+// True when a folder holds a proof's page and nothing but the files to which it refers.
 bool isProofFolder(const std::filesystem::path &folder);
 
 }  // namespace riders::proof

@@ -22,7 +22,7 @@ protected:
         writeFile(folder / "job.ps",
                   "%!PS-Adobe-3.0\n%%Title: (Poster \\(front\\))\n%%Pages: (atend)\n%%EndComments\n"
                   "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
-        writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n");
+        writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n");
     }
     // Runs until the program ends by itself.
     void run(const std::filesystem::path &job = {}, std::optional<riders::app::DisplaySettings> display = {})

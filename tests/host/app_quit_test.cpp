@@ -72,7 +72,7 @@ TEST_F(AppQuit, SaveDialogAndItsQuestionAreCancelled)
     quit();
     run();
     EXPECT_TRUE(traced("alert 16403 gave 2"));
-    EXPECT_EQ(contentsOf(folder / "film"), "%!Zu3_Riders\n/x 1 def\n");
+    EXPECT_EQ(contentsOf(folder / "film"), "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n");
     EXPECT_TRUE(traced("dialog 16300 closed"));
 }
 

@@ -1,4 +1,6 @@
 // The program at work: its menus, its window, its messages.
+#include <sys/stat.h>
+
 #include "host/app_fixture.h"
 #include "support/command.h"
 #include "toolbox/windows.h"
@@ -252,6 +254,16 @@ TEST_F(App, JobThatCannotBeReadIsReported)
     quitByMenu();
     run(folder / "missing.ps");
     EXPECT_TRUE(traced("params \"missing.ps: No such file"));
+}
+
+TEST_F(App, PipeIsNotWaitedFor)
+{
+    ASSERT_EQ(mkfifo((folder / "pipe.ps").c_str(), 0600), 0);
+    user.in(problem);
+    user.press(1);
+    quitByMenu();
+    run(folder / "pipe.ps");
+    EXPECT_TRUE(traced("params \"pipe.ps: is not a file but a pipe"));
 }
 
 TEST_F(App, EndOfTheProcessGoesThrough)

@@ -32,7 +32,7 @@ protected:
 
     TemporaryFolder folder;
     std::filesystem::path riders = folder / "my riders", job = folder / "job.ps", out = folder / "out.ps";
-    std::string fragment = "%!Zu3_Riders\n/x 1 def\n";
+    std::string fragment = "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n";
     std::string plainJob = "%!PS\n%%EndComments\nshowpage\n";
     std::string landscapeJob = "%!PS\n%%Orientation: Landscape\n%%EndComments\nshowpage\n";
 };

@@ -42,30 +42,30 @@ private:
 
 TEST_F(Apply, FragmentStandsBetweenTwoMarkerLines)
 {
-    EXPECT_EQ(applied(plainJob), "%!PS\n%%EndComments\n%RidersBegin: 22 bytes, line ends added: none\n"
-                                 "%!Zu3_Riders\n/x 1 def\n%RidersEnd\nshowpage\n");
+    EXPECT_EQ(applied(plainJob), "%!PS\n%%EndComments\n%RidersBegin: 37 bytes, line ends added: none\n"
+                                 "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n%RidersEnd\nshowpage\n");
 }
 
 TEST_F(Apply, FragmentInALandscapeJobGetsALineThatSaysSo)
 {
     EXPECT_EQ(applied(landscapeJob), "%!PS\n%%Orientation: Landscape\n%%EndComments\n"
-                                     "%RidersBegin: 22 bytes, line ends added: none, landscape\n"
+                                     "%RidersBegin: 37 bytes, line ends added: none, landscape\n"
                                      "userdict /Zu3_RidersTurns 1 put\n"
-                                     "%!Zu3_Riders\n/x 1 def\n%RidersEnd\nshowpage\n");
+                                     "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n%RidersEnd\nshowpage\n");
 }
 
 TEST_F(Apply, LineEndsAreAddedWhereTheyAreMissing)
 {
-    writeFile(riders, "%!Zu3_Riders /x");
-    EXPECT_EQ(applied("%!PS\nx"), "%!PS\n%RidersBegin: 15 bytes, line ends added: after\n"
-                                  "%!Zu3_Riders /x\n%RidersEnd\nx");
-    EXPECT_EQ(applied("%!PS"), "%!PS\n%RidersBegin: 15 bytes, line ends added: both\n"
-                               "%!Zu3_Riders /x\n%RidersEnd\n");
+    writeFile(riders, "%!Zu3_Riders\n%Zu3_RidersEnd");
+    EXPECT_EQ(applied("%!PS\nx"), "%!PS\n%RidersBegin: 27 bytes, line ends added: after\n"
+                                  "%!Zu3_Riders\n%Zu3_RidersEnd\n%RidersEnd\nx");
+    EXPECT_EQ(applied("%!PS"), "%!PS\n%RidersBegin: 27 bytes, line ends added: both\n"
+                               "%!Zu3_Riders\n%Zu3_RidersEnd\n%RidersEnd\n");
 }
 
 TEST_F(Apply, RidersFileIsKnownByItsFirstFifteenBytes)
 {
-    writeFile(riders, "abc%!Zu3_Riders");
+    writeFile(riders, "abc%!Zu3_Riders\n%Zu3_RidersEnd");
     EXPECT_EQ(apply(out), "done");
     const auto refused = riders.string() + ": is not a riders file (it does not begin with %!Zu3_Riders)";
     for (const char *bytes : {"%!Zu3_Riders\r", "abcd%!Zu3_Riders", "", "%!PS-Adobe-3.0 and more"}) {
@@ -78,6 +78,39 @@ TEST_F(Apply, RidersFileLongerThanAnyIsRefused)
 {
     writeFile(riders, fragment + std::string(1 << 20, 'x'));
     EXPECT_EQ(apply(out), riders.string() + ": is longer than 1 MiB, which no riders file is");
+}
+
+TEST_F(Apply, RidersFileThatIsCutOffIsRefused)
+{
+    const std::string made = contentsOf(RIDERS_SOURCE_DIR "/resources/ps/setup_end.ps");
+    const std::string whole = "%!Zu3_Riders\n" + made;
+    const size_t earlier = whole.find("%Zu3_RidersEnd");  // as whole as a file from before there was that line
+    for (size_t length = 15; length < whole.size() - 1; ++length) {
+        if (length == earlier)
+            continue;
+        writeFile(riders, whole.substr(0, length));
+        EXPECT_EQ(apply(out), riders.string() + ": is cut off (it does not end in %Zu3_RidersEnd); make it again")
+            << length;
+    }
+    EXPECT_FALSE(fs::exists(out));
+    // Without its last line end, with others, and with blanks after it.
+    std::string otherEnds = whole;
+    std::replace(otherEnds.begin(), otherEnds.end(), '\n', '\r');
+    for (const std::string &bytes : {whole, whole.substr(0, whole.size() - 1), otherEnds, whole + " \r\n\n"}) {
+        writeFile(riders, bytes);
+        EXPECT_EQ(apply(out), "done") << bytes;
+    }
+}
+
+// Made before there was a last line.
+TEST_F(Apply, EarlierRidersFileIsKnownByItsLastBytes)
+{
+    const std::string earlier = "%!Zu3_Riders\n/riderReady true def\nriderScreen\n/setglobal riderHas "
+                                "{riderGlobal setglobal} if\nend end\n";
+    writeFile(riders, earlier);
+    EXPECT_EQ(apply(out), "done");
+    writeFile(riders, earlier.substr(0, earlier.size() - 1));
+    EXPECT_NE(apply(out), "done");
 }
 
 TEST_F(Apply, RefusalWritesNothing)

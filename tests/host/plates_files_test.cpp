@@ -89,7 +89,7 @@ TEST_F(PlatesFilesTest, AFileThatIsNoPcxIsRefused)
     EXPECT_EQ(messageOf(good), "read");
     EXPECT_EQ(messageOf(good.substr(0, good.size() - 1)), "read");  // a row that is cut short is left out
     const std::string refusal =
-        (folder / "1.pcx").string() + ": is not a picture as the interpreter should write it";
+        (folder / "1.pcx").string() + ": the interpreter has not written this picture whole; is the disk full?";
     EXPECT_EQ(messageOf(""), refusal);
     EXPECT_EQ(messageOf(good.substr(0, 100)), refusal);
     for (const size_t at : {0, 2, 3, 65}) {

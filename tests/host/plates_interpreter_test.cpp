@@ -33,4 +33,26 @@ TEST(InterpreterWords, ShapesAreRecognisedByTheirValues)
     EXPECT_TRUE(words.report().said.empty());
 }
 
+TEST(InterpreterWords, WhatAJobWritesTakesLittleMemory)
+{
+    riders::plates::InterpreterWords words("secret");
+    for (int i = 0; i < 5000; ++i) {
+        const std::string number = std::to_string(i);
+        EXPECT_FALSE(words.take("%%ProofPage"));
+        words.take("%%ProofScreen 60 45 Ink " + number);
+        words.take("%%ProofsecretScreen 60 45 Ink " + number);
+        words.take("%%SeparationName: Ink " + number + " CMYK = [ 0 0 0 0 ]");
+        words.take(std::string(50000, 'x'));
+    }
+    EXPECT_FALSE(words.take("%%ProofsecretPage"));
+    EXPECT_TRUE(words.take("%%ProofsecretPage"));
+    const riders::plates::InterpreterReport &report = words.report();
+    EXPECT_EQ(report.pages.size(), 1u);
+    EXPECT_EQ(report.atStart.size(), 200u);
+    EXPECT_EQ(report.inks.size(), 200u);
+    EXPECT_EQ(report.said.size(), 100u);
+    for (const std::string &line : report.said)
+        EXPECT_LE(line.size(), 1000u);
+}
+
 }  // namespace

@@ -16,6 +16,10 @@ TEST(PlateNames, FilesAreNamedPlainly)
     EXPECT_EQ(plates::fileNameFor("../..", taken), "ink");
     EXPECT_EQ(plates::fileNameFor("", taken), "ink-2");
     EXPECT_EQ(plates::fileNameFor(std::string(300, 'x'), taken).size(), 40u);
+    EXPECT_EQ(plates::plateNameFrom("cyan0"), "cyan");
+    EXPECT_EQ(plates::inkBytesFrom("BLACK12"), "BLACK");
+    for (const char *name : {"Cyan", "Cyan2", "Gold 1", "gold2", "cyan0x", "12"})
+        EXPECT_EQ(plates::plateNameFrom(name), name);
     EXPECT_EQ(plates::plateNameFrom("a%2Fb%25 %zz%4"), "a/b% %zz%4");
 }
 

@@ -20,14 +20,14 @@ TEST_F(Strip, GivesBackTheJobByteForByte)
 
 TEST_F(Strip, FragmentWithoutLineEndLeavesNoTrace)
 {
-    writeFile(riders, "%!Zu3_Riders /x");
+    writeFile(riders, "%!Zu3_Riders\n%Zu3_RidersEnd");
     for (const std::string &bytes : {plainJob, std::string("%!PS")})
         EXPECT_EQ(stripped(applied(bytes)), bytes);
 }
 
 TEST_F(Strip, FragmentWithMarkersOfItsOwnComesOutWhole)
 {
-    writeFile(riders, fragment + "%RidersEnd\n%%EndSetup\n%RidersBegin: 3 bytes\n%%BeginDocument\n");
+    writeFile(riders, fragment + "%RidersEnd\n%%EndSetup\n%RidersBegin: 3 bytes\n%%BeginDocument\n%Zu3_RidersEnd\n");
     EXPECT_EQ(stripped(applied(plainJob)), plainJob);
 }
 

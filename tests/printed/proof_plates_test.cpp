@@ -133,4 +133,56 @@ TEST_F(ProofPlatesTest, WhatCannotBeSeparatedIsThePlainAsWell)
     EXPECT_EQ(found.count(2), 0u);
 }
 
+// A job that paints in so many spot inks, a page of each twelve; the others it only names.
+std::string jobOfInks(int painted, int named = 0)
+{
+    const auto ink = [](int number) {
+        return "[/Separation (Ink " + std::to_string(number) +
+               ") cvn /DeviceCMYK {0 exch 0 exch 0}] setcolorspace .5 setcolor ";
+    };
+    std::string painting;
+    for (int i = 0; i < painted; ++i)
+        painting += ink(i) + std::to_string(i % 12 * 12) + " " + std::to_string(i / 12 * 12) + " 9 9 rectfill\n";
+    for (int i = painted; i < painted + named; ++i)
+        painting += ink(i);
+    return smallJob({smallPage(painting)});
+}
+
+TEST_F(ProofPlatesTest, TwentySevenSpotInksHaveAPlateEach)
+{
+    ASSERT_EQ(proofOf(request(jobOfInks(27))), "done");
+    EXPECT_EQ(files(out / "films").size(), 27u);
+    for (int i = 0; i < 27; ++i)
+        EXPECT_NEAR(readFilm(out / ("films/page-1-ink-" + std::to_string(i) + ".tif")).ink(),
+                    .5 * 81 / (144. * 144), .0005)
+            << i;
+    EXPECT_FALSE(std::filesystem::exists(out / "films/page-1-yellow.tif"));
+}
+
+TEST_F(ProofPlatesTest, MoreSpotInksAreRefusedByName)
+{
+    const std::string start = (folder / "job.ps").string();
+    EXPECT_EQ(proofOf(request(jobOfInks(28))),
+              start + ": page 1: has 28 spot inks, Ink 0, Ink 1, Ink 10, Ink 11, Ink 12 and others; plates can be "
+                      "made of 27");
+    EXPECT_EQ(proofOf(request(jobOfInks(1, 27))),
+              start + ": names more than 27 spot inks, of which plates can be made");
+    EXPECT_EQ(proofOf(request(jobOfInks(1, 60))),
+              start + ": names more than 60 spot inks; plates can be made of 27");
+    EXPECT_EQ(left(), Names{"job.ps"});
+}
+
+TEST_F(ProofPlatesTest, SpotInksNamedAsProcessInksInOtherLettersKeepTheirNames)
+{
+    std::string painting;
+    for (const char *ink : {"cyan", "CYAN", "black"})
+        painting +=
+            "[/Separation (" + std::string(ink) +
+            ") cvn /DeviceCMYK {0 exch 0 exch 0}] setcolorspace .5 setcolor 12 0 translate 0 12 9 9 rectfill\n";
+    const std::string page = pageOf(smallJob({smallPage(painting)}));
+    EXPECT_EQ(files(out / "films"), (Names{"page-1-black-2.tif", "page-1-cyan-2.tif", "page-1-cyan-3.tif"}));
+    for (const char *name : {"</span>cyan<", "</span>CYAN<", "</span>black<"})
+        EXPECT_NE(page.find(name), std::string::npos) << name;
+}
+
 }  // namespace

@@ -125,7 +125,7 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
     ASSERT_EQ(proofOf(asked), "done");  // an empty folder is as good as none
     const std::string foreign = out.string() + ": is there and holds files that are not an earlier proof's; "
                                                "name another folder with -o";
-    for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif"}) {
+    for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif", "films/page-9-mine.tif"}) {
         fs::create_directories((out / name).parent_path());
         writeFile(out / name, "precious");
         EXPECT_EQ(proofOf(asked), foreign) << name;

@@ -123,7 +123,7 @@ TEST_F(ProofTest, TheShapeOfTheDotsIsReported)
 TEST_F(ProofTest, WithARidersFile)
 {
     writeFile(folder / "film.riders", "%!Zu3_Riders\nuserdict begin\n/riderFrequency 40 def\n/riderAngle 15 def\n"
-                                      "riderFrequency riderAngle {pop} setscreen\nend\n");
+                                      "riderFrequency riderAngle {pop} setscreen\nend\n%Zu3_RidersEnd\n");
     const std::string job = "%!PS\n.5 setgray 0 0 100 100 rectfill showpage\n";
     proof::ProofRequest with = request(job);
     with.riders = folder / "film.riders";

@@ -59,7 +59,7 @@ void readRows(const OpenTiff &open, std::uint8_t *rows, size_t rowBytes, const f
 
 void refusePicture(const fs::path &file)
 {
-    throw io::Refusal(file.string() + ": is not a picture as the interpreter should write it");
+    throw io::Refusal(file.string() + ": the interpreter has not written this picture whole; is the disk full?");
 }
 
 TintPlate readTints(const fs::path &tiff)

@@ -1,8 +1,11 @@
 #include "plates/files/plate_names.h"
 
+#include <algorithm>
 #include <cctype>
+#include <string_view>
 
-#include "toolbox/host/utf8.h"
+#include "io/plain_text.h"
+#include "plates/files/plate.h"
 
 namespace riders::plates {
 namespace {
@@ -18,24 +21,25 @@ int hexDigit(char c)
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
-std::string fromLatin1(const std::string &bytes)
+bool isEqualButForCase(std::string_view one, std::string_view other)
 {
-    std::string text;
-    for (const char c : bytes)
-        toolbox::appendUtf8(text, static_cast<unsigned char>(c));
-    return text;
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](char a, char b) {
+        return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+    });
+}
+
+// A process ink's name in other letters, as cyan or CYAN, is a spot ink's. The interpreter then adds the ink's
+// number, so that no two files of plates differ in the case of letters alone.
+std::string withoutNumber(const std::string &name)
+{
+    const std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    for (const char *process : kProcessPlates)
+        if (bare != process && isEqualButForCase(bare, process))
+            return bare;
+    return name;
 }
 
 }  // namespace
-
-std::string plainText(const std::string &bytes)
-{
-    std::string text = toolbox::isUtf8(bytes) ? bytes : fromLatin1(bytes);
-    for (char &c : text)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-            c = ' ';
-    return text;
-}
 
 std::string inkBytesFrom(const std::string &interpreters)
 {
@@ -47,12 +51,12 @@ std::string inkBytesFrom(const std::string &interpreters)
         bytes += low >= 0 ? static_cast<char>(high * 16 + low) : interpreters[i];
         i += low >= 0 ? 2 : 0;
     }
-    return bytes;
+    return withoutNumber(bytes);
 }
 
 std::string plateNameFrom(const std::string &interpreters)
 {
-    return plainText(inkBytesFrom(interpreters));
+    return io::plainText(inkBytesFrom(interpreters));
 }
 
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)

@@ -6,10 +6,7 @@
 
 namespace riders::plates {
 
-// UTF-8 from a text in UTF-8 or, if it is not, in Latin-1; control characters become blanks.
-std::string plainText(const std::string &bytes);
-
-// The same from a name whose odd bytes are written as %25 and so on.
+// For people (see io/plain_text.h), from a name whose odd bytes are written as %25 and so on.
 std::string plateNameFrom(const std::string &interpreters);
 
 // The bytes of such a name as the job has them.

@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <random>
 #include <sstream>
 
 #include "io/limited_process.h"
@@ -18,6 +19,8 @@ extern const std::string_view kProlog;
 
 namespace {
 
+constexpr const char *kPrologName = "prolog.ps";
+
 std::string number(double value)
 {
     std::ostringstream text;
@@ -32,13 +35,15 @@ std::vector<std::string> deviceOptions(PlateDevice device)
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
         // An annotation is on all plates: here it would make plates of inks that the job does not have.
-        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack"};
+        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack",
+                "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
     case PlateDevice::allPlates:
         break;
     }
-    return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif"};
+    return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif",
+            "-dMaxSpots=" + std::to_string(kMostSpotInks)};
 }
 
 std::string pageList(const std::vector<int> &pages)
@@ -49,7 +54,44 @@ std::string pageList(const std::vector<int> &pages)
     return "-sPageList=" + list;
 }
 
-std::vector<std::string> commandOf(const InterpreterRun &run, const std::filesystem::path &prolog)
+// A word that no job can know.
+std::string secretWord()
+{
+    std::random_device random;
+    std::ostringstream word;
+    for (int i = 0; i < 4; ++i)
+        word << std::hex << random();
+    return word.str();
+}
+
+// Defines what prolog.ps's lines begin with. A job could read it in a file.
+std::string linesWith(const std::string &word)
+{
+    const std::string opening = "Line (%%Proof" + word;
+    std::string text;
+    text += "userdict /RidersScreen" + opening + "Screen ) put ";
+    text += "userdict /RidersShape" + opening + "Shape) put ";
+    text += "userdict /RidersPage" + opening + "Page) put";
+    return text;
+}
+
+std::string fileName(size_t index)
+{
+    return "job-" + std::to_string(index);
+}
+
+// The interpreter gets names that mean nothing to it: in those of files it lets a job read, and of
+// its temporary folder, it takes * and ? for patterns, and every name must be UTF-8.
+void linkFiles(const InterpreterRun &run)
+{
+    for (size_t i = 0; i < run.job.files.size(); ++i) {
+        const std::filesystem::path link = run.folder / fileName(i);
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(run.job.files[i], link);
+    }
+}
+
+std::vector<std::string> commandOf(const InterpreterRun &run, const std::string &word)
 {
     std::vector<std::string> command = {"gs",      "-q",        "-P-",        "-dSAFER",
                                         "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", "-r" + number(run.dpi)};
@@ -59,10 +101,9 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::filesys
         command.push_back("-dEPSCrop");
     if (!run.pages.empty())
         command.push_back(pageList(run.pages));
-    command.push_back("-f");
-    command.push_back(prolog);
-    for (const std::filesystem::path &file : run.job.files)
-        command.push_back(file);
+    command.insert(command.end(), {"-c", linesWith(word), "-f", kPrologName});
+    for (size_t i = 0; i < run.job.files.size(); ++i)
+        command.push_back(fileName(i));
     return command;
 }
 
@@ -89,6 +130,8 @@ void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, c
     if (result.end == io::RunEnd::timedOut)
         throw io::Refusal(where + "the interpreter took more than " + std::to_string(run.limits.secondsAPage) +
                           " seconds and was ended");
+    if (result.end == io::RunEnd::wroteTooMuch)
+        throw io::Refusal(where + "the job fills the disk with temporary files and was ended");
     if (result.end == io::RunEnd::killed)
         throw io::Refusal(where + endedBy(run, result.status));
     if (result.status != 0)
@@ -101,20 +144,31 @@ InterpreterReport interpret(const InterpreterRun &run)
 {
     // A job may use the temporary folder, so it is not the one that holds the page files.
     const std::filesystem::path folder = std::filesystem::absolute(run.folder);
-    const std::filesystem::path prolog = folder / "prolog.ps", temporary = folder / "temporary";
-    std::filesystem::create_directory(temporary);
-    io::writeFile(prolog, std::string(kProlog) + run.ahead);
-    InterpreterWords words;
+    const char *const temporary = "temporary";
+    std::filesystem::create_directory(folder / temporary);
+    linkFiles(run);
+    io::writeFile(folder / kPrologName, std::string(kProlog) + run.ahead);
+    const std::string word = secretWord();
+    InterpreterWords words(word);
     const auto take = [&](std::string_view line) {
         const bool pageEnded = words.take(line);
+        if (words.report().pages.size() > static_cast<size_t>(run.limits.pages))
+            throw io::Refusal(run.job.name.string() + ": has more than " + std::to_string(run.limits.pages) +
+                              " pages");
         if (pageEnded)
             run.pageEnded();
         return pageEnded;
     };
+    const std::vector<std::string> command = commandOf(run, word);
     refuseFailure(run,
-                  io::runLimited({commandOf(run, prolog), folder, temporary, run.limits.secondsAPage,
-                                  run.limits.megabytes, take}),
+                  io::runLimited({.command = command,
+                                  .folder = folder,
+                                  .temporary = temporary,
+                                  .seconds = run.limits.secondsAPage,
+                                  .megabytes = run.limits.megabytes,
+                                  .line = take}),
                   words);
+    std::filesystem::remove_all(folder / temporary);
     return words.report();
 }
 

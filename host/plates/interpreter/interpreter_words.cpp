@@ -9,31 +9,47 @@
 namespace riders::plates {
 namespace {
 
-constexpr size_t kMostLines = 100;
-constexpr std::string_view kPageLine = "%%ProofPage";
-constexpr std::string_view kScreenLine = "%%ProofScreen ";
-constexpr std::string_view kShapeLine = "%%ProofShape ";
+constexpr size_t kMostLines = 100, kLongestLine = 1000;
+constexpr size_t kMostPlates = 200;  // the interpreter has fewer
+constexpr std::string_view kPage = "Page";
+constexpr std::string_view kScreen = "Screen ";
+constexpr std::string_view kShape = "Shape ";
+constexpr std::string_view kTooManyInks = "**** Max spot colorants reached.";
 constexpr std::string_view kInkLine = "%%SeparationName: ";
+
+// Where there is room for one more plate, or the plate is there.
+template <class Plates>
+bool hasRoom(const Plates &plates, const std::string &plate)
+{
+    return plates.size() < kMostPlates || plates.count(plate) != 0;
+}
 
 }  // namespace
 
 bool InterpreterWords::take(std::string_view line)
 {
-    if (line == kPageLine)
-        return endPage();
-    if (line.starts_with(kScreenLine) && takeScreen(std::string(line.substr(kScreenLine.size()))))
-        return false;
-    if (line.starts_with(kShapeLine)) {
-        takeShape(std::string(line.substr(kShapeLine.size())));
-        return false;
-    }
+    if (line.starts_with(opening_))
+        return takeProof(line.substr(opening_.size()));
     if (line.starts_with(kInkLine) && takeInk(std::string(line.substr(kInkLine.size()))))
         return false;
+    report_.inksMixed |= line == kTooManyInks;
+    line = line.substr(0, kLongestLine);
     const bool blank = line.find_first_not_of(" \t\r") == std::string_view::npos;
     if (!blank && firstError_.empty() && line.find("Error: ") != std::string_view::npos)
         firstError_ = line.substr(line.find("Error: ") + 7);
     if (!blank && report_.said.size() < kMostLines)
         report_.said.emplace_back(line);
+    return false;
+}
+
+bool InterpreterWords::takeProof(std::string_view line)
+{
+    if (line == kPage)
+        return endPage();
+    if (line.starts_with(kScreen))
+        takeScreen(std::string(line.substr(kScreen.size())));
+    else if (line.starts_with(kShape))
+        takeShape(std::string(line.substr(kShape.size())));
     return false;
 }
 
@@ -46,6 +62,8 @@ std::string InterpreterWords::failure(int megabytes) const
         words = words.substr(0, in + 4) + words.substr(in + 6, words.size() - in - 8);
     if (words.starts_with("/VMerror"))
         words += "; it may have " + std::to_string(megabytes) + " MB of memory";
+    if (words.starts_with("/ioerror"))
+        words += "; is the disk full?";
     return words.empty() ? "nothing" : words;
 }
 
@@ -59,16 +77,16 @@ bool InterpreterWords::endPage()
     return std::exchange(started_, true);
 }
 
-bool InterpreterWords::takeScreen(const std::string &text)
+void InterpreterWords::takeScreen(const std::string &text)
 {
     std::istringstream words(text);
     AskedScreen screen;
     std::string plate;
-    if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate))
-        return false;
+    if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate) ||
+        !hasRoom(screens_, plate))
+        return;
     screen.shape = screens_[plate].shape;
     screens_[plate] = screen;
-    return true;
 }
 
 void InterpreterWords::takeShape(const std::string &text)
@@ -79,7 +97,7 @@ void InterpreterWords::takeShape(const std::string &text)
         if (!(words >> value))
             return;  // the spot function fails
     std::string plate;
-    if (words.get() != ' ' || !std::getline(words, plate))
+    if (words.get() != ' ' || !std::getline(words, plate) || !hasRoom(screens_, plate))
         return;
     screens_[plate].shape = shapeOf(values);
 }
@@ -98,7 +116,8 @@ bool InterpreterWords::takeInk(const std::string &text)
             return false;
         part = std::min(1.0, std::max(0.0, part / 32760));
     }
-    report_.inks[text.substr(0, at)] = ink;
+    if (const std::string name = text.substr(0, at); hasRoom(report_.inks, name))
+        report_.inks[name] = ink;
     return true;
 }
 

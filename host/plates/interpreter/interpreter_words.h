@@ -22,13 +22,17 @@ struct InterpreterReport {
                                       // PostScript all pages of the job, for PDF those asked for
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
-    std::vector<std::string> said;  // its other output, the first hundred lines
+    bool inksMixed = false;         // there were too many: it has mixed some from the process inks
+    std::vector<std::string> said;  // its other output, the first hundred lines, cut where they are long
 };
 
 // Reads what the interpreter writes, a line at a time. The job can write lines
-// too: whatever they are, they do no harm.
+// too: without the word they do not count as prolog.ps's, and whatever they are, they take little memory.
 class InterpreterWords {
 public:
+    // What follows %%Proof in the lines of prolog.ps; a job must not know it.
+    explicit InterpreterWords(const std::string &word = {}) : opening_("%%Proof" + word) {}
+
     // True when a page has ended.
     bool take(std::string_view line);
 
@@ -38,11 +42,13 @@ public:
     std::string failure(int megabytes) const;
 
 private:
+    bool takeProof(std::string_view line);
     bool endPage();
-    bool takeScreen(const std::string &text);
+    void takeScreen(const std::string &text);
     void takeShape(const std::string &text);
     bool takeInk(const std::string &text);
 
+    const std::string opening_;
     InterpreterReport report_;
     AskedScreens screens_;
     std::string firstError_;

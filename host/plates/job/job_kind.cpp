@@ -10,7 +10,6 @@ namespace fs = std::filesystem;
 namespace riders::plates {
 namespace {
 
-constexpr size_t kHead = 1024;  // a PDF may have other bytes before it
 constexpr std::string_view kUniversalExit = "\x1B%-12345X";
 
 bool isEncapsulated(std::string_view head)
@@ -19,6 +18,8 @@ bool isEncapsulated(std::string_view head)
     const std::string_view line = head.substr(start, head.find_first_of("\r\n", start) - start);
     return line.find("EPSF-") != std::string_view::npos;
 }
+
+}  // namespace
 
 JobKind kindOfHead(std::string_view head, const std::string &name)
 {
@@ -34,11 +35,9 @@ JobKind kindOfHead(std::string_view head, const std::string &name)
     throw io::Refusal(name + ": is neither PostScript nor EPS nor PDF");
 }
 
-}  // namespace
-
 std::string headOf(const io::OpenFile &job)
 {
-    std::string head(kHead, '\0');
+    std::string head(kJobHead, '\0');
     head.resize(io::readFully(job, head.data(), head.size()));
     return head;
 }

@@ -9,10 +9,15 @@
 
 namespace riders::plates {
 
+inline constexpr size_t kJobHead = 1024;  // bytes that show its kind: a PDF may have others before it
+
 enum class JobKind { postScript, eps, pdf };
 
 // Throws Refusal for a file of any other kind. An EPS in the binary wrapper that carries a preview counts as eps.
 JobKind kindOfJob(const std::filesystem::path &job);
+
+// The same from its first bytes, as many as headOf gives or the whole job; `name` is for the message.
+JobKind kindOfHead(std::string_view head, const std::string &name);
 
 // The first bytes of a job, as many as show its kind. Throws Refusal.
 std::string headOf(const io::OpenFile &job);

@@ -3,17 +3,21 @@
 #include <errno.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "apply/apply.h"
 #include "io/bytes.h"
 #include "io/output.h"
 #include "io/refusal.h"
+#include "io/stream.h"
 
 namespace fs = std::filesystem;
 
 namespace riders::plates {
 namespace {
+
+constexpr size_t kAtOnce = 256 << 10;
 
 size_t littleEndian(std::string_view bytes, size_t at)
 {
@@ -48,18 +52,6 @@ fs::path unwrapped(const fs::path &job, const fs::path &folder)
     return folder / "unwrapped.eps";
 }
 
-// The interpreter reads a job several times: what comes through a pipe is kept.
-fs::path readableAgain(const fs::path &job, const fs::path &folder)
-{
-    if (fs::is_regular_file(job) || fs::is_directory(job) || !fs::exists(job))
-        return job;
-    const io::OpenFile in = io::openInput(job);
-    io::Output out(folder / "job");
-    io::copyRest(in, out.file());
-    out.finish();
-    return folder / "job";
-}
-
 // Adds the riders file; a refusal names the job as the user does.
 void applyNamed(const apply::ApplyRequest &request, const fs::path &name)
 {
@@ -84,9 +76,33 @@ fs::path aloneAsProgram(const fs::path &riders, const fs::path &folder)
 
 }  // namespace
 
-PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::path &folder)
+bool comesOnce(const fs::path &path)
 {
-    fs::path file = readableAgain(job, folder);
+    return fs::exists(path) && !fs::is_regular_file(path) && !fs::is_directory(path);
+}
+
+fs::path readableAgain(const fs::path &path, const fs::path &file, int seconds,
+                       const std::function<void(std::string_view head)> &check)
+{
+    if (path.empty() || !comesOnce(path))
+        return path;
+    io::Stream in(path, seconds);
+    io::Output out(file);
+    std::string bytes(kAtOnce, '\0');
+    size_t size = 0;
+    for (size_t got = 1; size < kJobHead && got != 0; size += got)
+        got = in.read(bytes.data() + size, bytes.size() - size);
+    check(std::string_view(bytes).substr(0, std::min(size, kJobHead)));
+    for (; size != 0; size = in.read(bytes.data(), bytes.size()))
+        io::writeAll(out.file(), std::string_view(bytes).substr(0, size));
+    out.finish();
+    return file;
+}
+
+PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::path &folder, int seconds)
+{
+    fs::path file =
+        readableAgain(job, folder / "job", seconds, [&](std::string_view head) { kindOfHead(head, job); });
     PreparedJob prepared{kindOfJob(file), job, {}};
     if (prepared.kind == JobKind::pdf) {
         if (!riders.empty())

@@ -112,8 +112,14 @@ InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering
                          const std::string &ahead) {
         return runOver(job, rendering.dpi, device, pages, folder, ahead);
     };
-    if (rendering.way == RenderingWay::allPlates)
-        return run(PlateDevice::allPlates, rendering.pages, rendering.folder, {});
+    if (rendering.way == RenderingWay::allPlates) {
+        InterpreterReport report = run(PlateDevice::allPlates, rendering.pages, rendering.folder, {});
+        // Those that it only names, or has on other pages, count too.
+        if (report.inksMixed)
+            throw io::Refusal(job.job.name.string() + ": names more than " + std::to_string(kMostSpotInks) +
+                              " spot inks, of which plates can be made");
+        return report;
+    }
     if (rendering.way == RenderingWay::processPlates)
         return run(PlateDevice::processPlates, rendering.pages, rendering.folder, {});
     InterpreterReport report =

@@ -5,6 +5,7 @@
 
 #include "io/refusal.h"
 #include "plates/files/plate_files.h"
+#include "plates/files/plate_names.h"
 
 namespace fs = std::filesystem;
 
@@ -145,6 +146,30 @@ void refuseMissing(const SurveyRun &run, const fs::path &folder, const Survey &s
                       pagesInWords(count));
 }
 
+std::string spotInksInWords(const SurveyedPage &page)
+{
+    constexpr size_t kMostNamed = 5;
+    std::string words;
+    size_t inks = 0;
+    for (const SurveyedPlate &plate : page.plates)
+        if (!isProcessPlate(plate.plate) && ++inks <= kMostNamed)
+            words += (words.empty() ? "" : ", ") + plateNameFrom(plate.plate);
+    return std::to_string(inks) + " spot inks, " + words + " and others";
+}
+
+// With more, the plates would be wrong.
+void refuseTooManyInks(const SurveyRun &run, const Survey &survey)
+{
+    const std::string name = run.job.name.string() + ": ", most = std::to_string(kMostSpotInks);
+    for (const SurveyedPage &page : survey.pages)
+        if (page.plates.size() > std::size(kProcessPlates) + kMostSpotInks)
+            throw io::Refusal(name + "page " + std::to_string(page.number) + ": has " + spotInksInWords(page) +
+                              "; plates can be made of " + most);
+    if (survey.report.inksMixed)
+        throw io::Refusal(name + "names more than " + std::to_string(kMostSurveyedInks) +
+                          " spot inks; plates can be made of " + most);
+}
+
 }  // namespace
 
 Survey surveyJob(const SurveyRun &run, io::Workers &workers)
@@ -167,6 +192,7 @@ Survey surveyJob(const SurveyRun &run, io::Workers &workers)
     workers.finish();
     survey.pages = queue.found();
     refuseMissing(run, folder, survey);
+    refuseTooManyInks(run, survey);
     return survey;
 }
 

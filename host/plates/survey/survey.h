@@ -48,8 +48,8 @@ struct SurveyRun {
     std::function<void(const PageInTints &)> pageSeen;
 };
 
-// Throws Refusal when the job fails, paints no page, or lacks a page asked
-// for, and what `pageSeen` throws.
+// Throws Refusal when the job fails, paints no page, lacks a page asked for or has more than kMostSpotInks
+// on one, and what `pageSeen` throws.
 Survey surveyJob(const SurveyRun &run, io::Workers &workers);
 
 }  // namespace riders::plates

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "plates/files/plate_names.h"
+#include "io/plain_text.h"
 
 namespace riders::proof {
 
@@ -61,7 +61,7 @@ std::string part(std::string_view id, Fillings fillings)
 std::string escaped(const std::string &text)
 {
     std::string html;
-    for (const char c : plates::plainText(text)) {
+    for (const char c : io::plainText(text)) {
         switch (c) {
         case '&':
             html += "&amp;";

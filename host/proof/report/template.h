@@ -22,7 +22,7 @@ std::string filled(std::string_view text, Fillings fillings);
 std::string part(std::string_view id, Fillings fillings = {});
 
 // A text for an element or a quoted attribute: & < > " ' are written as
-// entities; otherwise see plainText.
+// entities; otherwise see io::plainText.
 std::string escaped(const std::string &text);
 
 }  // namespace riders::proof
