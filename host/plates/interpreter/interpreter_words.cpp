@@ -62,7 +62,8 @@ std::string InterpreterWords::failure(int megabytes) const
         words = words.substr(0, in + 4) + words.substr(in + 6, words.size() - in - 8);
     if (words.starts_with("/VMerror"))
         words += "; it may have " + std::to_string(megabytes) + " MB of memory";
-    if (words.starts_with("/ioerror") && !words.ends_with("in deletefile"))  // as a file that may not be deleted fails
+    // A file that may not be deleted gives this error, too.
+    if (words.starts_with("/ioerror") && !words.ends_with("in deletefile"))
         words += "; is the disk full?";
     return words.empty() ? "nothing" : words;
 }
