@@ -3,6 +3,8 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <new>
 #include <string_view>
@@ -28,6 +30,26 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
     return helpAsked ? done : wrongUsage;
 }
 
+// Whether that is why the process ends.
+bool isMemoryMissing()
+{
+    try {
+        if (std::current_exception())
+            throw;
+    } catch (const std::bad_alloc &) {
+        return true;
+    } catch (...) {
+    }
+    return false;
+}
+
+// There is none to compose a message in either.
+void sayThatMemoryIsMissing()
+{
+    constexpr std::string_view words = "riders: there is not enough memory\n";
+    [[maybe_unused]] const ssize_t put = write(STDERR_FILENO, words.data(), words.size());
+}
+
 int run(int argc, char **argv)
 {
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
@@ -48,12 +70,19 @@ int main(int argc, char **argv)
     // A file that may not grow any further is treated as a full disk: reported
     // and cleaned up after, instead of ending the process.
     signal(SIGXFSZ, SIG_IGN);
+    // The standard library ends the process where it has no memory and no way to say so, as when it reads a
+    // folder.
+    std::set_terminate([] {
+        if (isMemoryMissing()) {
+            sayThatMemoryIsMissing();
+            _exit(failed);
+        }
+        std::abort();
+    });
     try {
         return run(argc, argv);
     } catch (const std::bad_alloc &) {
-        // There is none to compose a message in either.
-        constexpr std::string_view words = "riders: there is not enough memory\n";
-        [[maybe_unused]] const ssize_t put = write(STDERR_FILENO, words.data(), words.size());
+        sayThatMemoryIsMissing();
         return failed;
     }
 }

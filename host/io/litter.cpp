@@ -9,6 +9,7 @@
 #include <random>
 
 #include "io/bytes.h"
+#include "io/remove_tree.h"
 
 namespace fs = std::filesystem;
 
@@ -31,8 +32,7 @@ void removeIfDead(const fs::path &path)
     if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0 || status.st_uid != geteuid() ||
         !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) || flock(file.descriptor(), LOCK_EX | LOCK_NB) != 0)
         return;
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
+    removeTree(path);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "io/litter.h"
 #include "io/refusal.h"
+#include "io/remove_tree.h"
 #include "io/sync.h"
 
 namespace fs = std::filesystem;
@@ -40,9 +41,8 @@ NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName) : pla
     try {
         fs::create_directory(new_);
         fs::create_directory(work_);
-    } catch (const fs::filesystem_error &) {
-        std::error_code ignored;
-        fs::remove_all(hidden_, ignored);
+    } catch (...) {
+        removeTree(hidden_);
         throw;
     }
 }
@@ -62,8 +62,7 @@ void NewFolder::makeHidden(const std::string &name)
 
 NewFolder::~NewFolder()
 {
-    std::error_code ignored;
-    fs::remove_all(hidden_, ignored);
+    removeTree(hidden_);
 }
 
 void NewFolder::allowUsualAccess()

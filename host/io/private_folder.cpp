@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "io/refusal.h"
+#include "io/remove_tree.h"
 
 namespace fs = std::filesystem;
 
@@ -40,9 +41,8 @@ void removeIfDead(const fs::path &folder)
     const int descriptor = lockedFolder(folder);
     if (descriptor < 0)
         return;
-    std::error_code ignored;
     if (isOwn(descriptor))
-        fs::remove_all(folder, ignored);
+        removeTree(folder);
     close(descriptor);
 }
 
@@ -103,8 +103,7 @@ bool PrivateFolder::makeIn(const fs::path &parent)
 
 PrivateFolder::~PrivateFolder()
 {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
+    removeTree(path_);
     close(held_);
 }
 
