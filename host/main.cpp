@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -30,18 +31,7 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
     return helpAsked ? done : wrongUsage;
 }
 
-// Whether that is why the process ends.
-bool isMemoryMissing()
-{
-    try {
-        if (std::current_exception())
-            throw;
-    } catch (const std::bad_alloc &) {
-        return true;
-    } catch (...) {
-    }
-    return false;
-}
+std::atomic<bool> memoryWasMissing = false;
 
 // There is none to compose a message in either.
 void sayThatMemoryIsMissing()
@@ -72,12 +62,15 @@ int main(int argc, char **argv)
     signal(SIGXFSZ, SIG_IGN);
     // The standard library ends the process where it has no memory and no way to say so, as when it reads a
     // folder.
+    std::set_new_handler([] {
+        memoryWasMissing = true;
+        throw std::bad_alloc();
+    });
     std::set_terminate([] {
-        if (isMemoryMissing()) {
-            sayThatMemoryIsMissing();
-            _exit(failed);
-        }
-        std::abort();
+        if (!memoryWasMissing)
+            std::abort();
+        sayThatMemoryIsMissing();
+        _exit(failed);
     });
     try {
         return run(argc, argv);

@@ -207,27 +207,34 @@ private:
         run_.met = true;
         const bool writes = fault_->call == SYS_write || fault_->call == SYS_writev;
         run_.muted |= writes && registers.rdi == STDERR_FILENO;
-        if (fault_->failure.error == 0) {
-            shorten(registers);
-        } else if (fault_->call == SYS_brk) {
-            registers.rdi = 0;  // its failure is not an error but an end of memory that has not moved
-        } else if (isDoneAllTheSame(fault_->call)) {
-            ptrace(PTRACE_SYSCALL, pid, nullptr, 0);
-            return;
+        const bool isMade =
+            fault_->failure.error == 0 || fault_->call == SYS_brk || isDoneAllTheSame(fault_->call);
+        if (isMade) {
+            atEntry_[pid] = registers;
+            if (fault_->failure.error == 0)
+                shorten(registers);
+            else if (fault_->call == SYS_brk)
+                registers.rdi = 0;  // its failure is not an error but an end of memory that has not moved
         } else {
             registers.orig_rax = static_cast<unsigned long long>(-1);
             registers.rax = static_cast<unsigned long long>(-fault_->failure.error);
         }
         ptrace(PTRACE_SETREGS, pid, nullptr, &registers);
-        ptrace(PTRACE_CONT, pid, nullptr, 0);
+        ptrace(isMade ? PTRACE_SYSCALL : PTRACE_CONT, pid, nullptr, 0);
     }
 
-    // Of a call that was made and is to have failed.
+    // Of a call that was made after all: only its result may be another one.
     void leaveCall(pid_t pid)
     {
         user_regs_struct registers = {};
         ptrace(PTRACE_GETREGS, pid, nullptr, &registers);
-        registers.rax = static_cast<unsigned long long>(-fault_->failure.error);
+        const user_regs_struct &entry = atEntry_[pid];
+        registers.rdi = entry.rdi;
+        registers.rdx = entry.rdx;
+        registers.r10 = entry.r10;
+        registers.r8 = entry.r8;
+        if (isDoneAllTheSame(fault_->call))
+            registers.rax = static_cast<unsigned long long>(-fault_->failure.error);
         ptrace(PTRACE_SETREGS, pid, nullptr, &registers);
         ptrace(PTRACE_CONT, pid, nullptr, 0);
     }
@@ -269,7 +276,8 @@ private:
     FaultyRun &run_;
     bool begun_ = false;
     int count_ = 0;
-    std::set<pid_t> seen_, others_;  // others: what has become another program
+    std::map<pid_t, user_regs_struct> atEntry_;  // of calls that are made, but not as the program made them
+    std::set<pid_t> seen_, others_;              // others: what has become another program
 };
 
 }  // namespace

@@ -69,7 +69,7 @@ std::vector<std::string> Trial::wrongWith(const FaultyRun &run, bool mayLeave)
 {
     const Files now = world_.files();
     std::vector<std::string> wrong = wrongWords(run);
-    for (const std::string &line : wrongResult(run, now))
+    for (const std::string &line : wrongResult(run, now, mayLeave))
         wrong.push_back(line);
     for (const std::string &line : wrongFiles(run, now, mayLeave))
         wrong.push_back(line);
@@ -80,14 +80,14 @@ std::vector<std::string> Trial::wrongWith(const FaultyRun &run, bool mayLeave)
     return wrong;
 }
 
-std::vector<std::string> Trial::wrongResult(const FaultyRun &run, const Files &now) const
+std::vector<std::string> Trial::wrongResult(const FaultyRun &run, const Files &now, bool mayLeave) const
 {
     if (run.status != 0)
         return {};
     std::vector<std::string> wrong;
     if (right_.status != 0)
         wrong.push_back("exits with 0");
-    if (now != fresh_)
+    if ((mayLeave ? withoutWhatIsLeft(now, old_, fresh_) : now) != fresh_)
         wrong.push_back("has not done its work, and exits with 0");
     if (run.out != right_.out)
         wrong.push_back("has not put out what it should, and exits with 0");

@@ -37,7 +37,7 @@ private:
     };
 
     std::vector<std::string> wrongWith(const FaultyRun &run, bool mayLeave);
-    std::vector<std::string> wrongResult(const FaultyRun &run, const Files &now) const;
+    std::vector<std::string> wrongResult(const FaultyRun &run, const Files &now, bool mayLeave) const;
     std::vector<std::string> wrongFiles(const FaultyRun &run, const Files &now, bool mayLeave) const;
     std::vector<std::string> wrongNext();
 

@@ -37,6 +37,14 @@ Files ofGroup(const Files &files, const std::string &group)
     return those;
 }
 
+bool areEmptyFoldersOf(const Files &all, const Files &here)
+{
+    return std::all_of(here.begin(), here.end(), [&all](const auto &file) {
+        const auto same = all.find(file.first);
+        return same != all.end() && same->second == file.second && S_ISDIR(std::stoul(file.second));
+    });
+}
+
 }  // namespace
 
 World::World(const TriedCommand &tried) : tried_(tried)
@@ -107,9 +115,17 @@ std::vector<Difference> neitherOldNorNew(const Files &now, const Files &old, con
     std::vector<Difference> differences;
     for (const std::string &group : groups) {
         const Files here = ofGroup(now, group), before = ofGroup(old, group), after = ofGroup(fresh, group);
-        if (here == before || here == after)
+        if (here == before || here == after || (before.empty() && areEmptyFoldersOf(after, here)))
             continue;
         differences.push_back({group, before.empty() && after.empty()});
     }
     return differences;
+}
+
+Files withoutWhatIsLeft(Files now, const Files &old, const Files &fresh)
+{
+    for (const Difference &difference : neitherOldNorNew(now, old, fresh))
+        if (difference.isLeft)
+            std::erase_if(now, [&](const auto &file) { return groupOf(file.first) == difference.group; });
+    return now;
 }

@@ -41,3 +41,4 @@ struct Difference {
 // Files that belong together are all as before or all new: each in `work`, or folder there; the settings; the
 // rest. Those that are neither.
 std::vector<Difference> neitherOldNorNew(const Files &now, const Files &old, const Files &fresh);
+Files withoutWhatIsLeft(Files now, const Files &old, const Files &fresh);
