@@ -1,6 +1,11 @@
 // The program people start.
 
 #include <signal.h>
+#include <unistd.h>
+
+#include <iostream>
+#include <new>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
@@ -16,16 +21,15 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
 {
     bool helpAsked = error.get_exit_code() == 0;
     app.exit(error);
+    if (helpAsked && !std::cout.flush()) {
+        std::cerr << app.get_name() << ": standard output cannot be written\n";
+        return failed;
+    }
     return helpAsked ? done : wrongUsage;
 }
 
-}  // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
-    // A file that may not grow any further is treated as a full disk: reported
-    // and cleaned up after, instead of ending the process.
-    signal(SIGXFSZ, SIG_IGN);
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");
     riders::commands::Commands commands(app);
@@ -35,4 +39,21 @@ int main(int argc, char **argv)
         return explain(app, error);
     }
     return commands.run() ? done : failed;
+}
+
+}  // namespace
+
+int main(int argc, char **argv)
+{
+    // A file that may not grow any further is treated as a full disk: reported
+    // and cleaned up after, instead of ending the process.
+    signal(SIGXFSZ, SIG_IGN);
+    try {
+        return run(argc, argv);
+    } catch (const std::bad_alloc &) {
+        // There is none to compose a message in either.
+        constexpr std::string_view words = "riders: there is not enough memory\n";
+        [[maybe_unused]] const ssize_t put = write(STDERR_FILENO, words.data(), words.size());
+        return failed;
+    }
 }

@@ -126,9 +126,8 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
 void applyRiders(const ApplyRequest &request)
 {
     const Head riders = readRiders(request.riders);
-    std::error_code none;
-    if (!request.out.empty() && std::filesystem::is_regular_file(request.out, none) &&
-        std::filesystem::equivalent(request.out, request.riders, none))
+    if (!request.out.empty() && std::filesystem::is_regular_file(request.out) &&
+        std::filesystem::equivalent(request.out, request.riders))
         throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + 1);

@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <filesystem>
 #include <iostream>
 #include <new>
 
@@ -29,7 +30,7 @@ std::string hexNumber(std::string &text)
 std::string displayList(std::string &text)
 {
     return play::displaysFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
-                                               : std::string();
+                                                : std::string();
 }
 
 std::string oneCharacter(std::string &text)
@@ -174,8 +175,8 @@ void Commands::addProof(CLI::App &app)
     proof->callback([this] {
         name_ = "riders proof";
         chosen_ = [this] {
-            std::cout << riders::proof::proof(proof_).string() << '\n';
-            return std::string();
+            std::cout << riders::proof::proof(proof_).string() << std::endl;
+            return std::string(std::cout ? "" : "standard output cannot be written");
         };
     });
 }
@@ -190,6 +191,8 @@ bool Commands::run()
         problem = interrupted.what();
     } catch (const std::bad_alloc &) {
         problem = "there is not enough memory";
+    } catch (const std::filesystem::filesystem_error &error) {
+        problem = error.path1().string() + ": " + error.code().message();
     } catch (const std::exception &error) {
         problem = error.what();
     }

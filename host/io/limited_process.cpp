@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "io/interruption.h"
 #include "io/refusal.h"
@@ -77,8 +78,7 @@ struct Prepared {
 [[noreturn]] void become(const Prepared &prepared, int output, pid_t parent)
 {
     setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent)
+    if (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0 || getppid() != parent)
         _exit(127);
     sigset_t none;
     sigemptyset(&none);
@@ -86,12 +86,33 @@ struct Prepared {
     signal(SIGPIPE, SIG_DFL);
     const rlimit noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
-    setrlimit(RLIMIT_AS, &prepared.memory);
+    if (setrlimit(RLIMIT_AS, &prepared.memory) != 0)
+        _exit(127);
     const int input = open("/dev/null", O_RDONLY);
     if (input >= 0 && dup2(input, STDIN_FILENO) >= 0 && dup2(output, STDOUT_FILENO) >= 0 &&
         dup2(output, STDERR_FILENO) >= 0 && chdir(prepared.folder.c_str()) == 0)
         execvpe(prepared.arguments[0], prepared.arguments.data(), prepared.environment.data());
     _exit(127);
+}
+
+// Leaves its status to be fetched.
+bool hasEnded(pid_t pid)
+{
+    siginfo_t state = {};
+    int looked;
+    while ((looked = waitid(P_PID, static_cast<id_t>(pid), &state, WEXITED | WNOWAIT | WNOHANG)) != 0 &&
+           errno == EINTR)
+        ;
+    return looked != 0 || state.si_pid != 0;
+}
+
+// The status with which it has ended.
+int waitForEnd(pid_t pid)
+{
+    int status = 0;
+    while (waitpid(pid, &status, 0) < 0 && errno == EINTR)
+        ;
+    return status;
 }
 
 class Child {
@@ -120,8 +141,7 @@ public:
     {
         if (pid_ > 0) {
             kill(-pid_, SIGKILL);
-            int status;
-            waitpid(pid_, &status, 0);
+            waitForEnd(pid_);
         }
         close(output_);
     }
@@ -149,14 +169,11 @@ public:
     // always its end. False when a limit is reached.
     bool wait(LimitedResult &result)
     {
-        siginfo_t state = {};
-        while (waitid(P_PID, pid_, &state, WEXITED | WNOWAIT | WNOHANG) == 0 && state.si_pid == 0)
+        while (!hasEnded(pid_))
             if (!waitFor(-1))
                 return false;
         kill(-pid_, SIGKILL);  // whatever it has started
-        int status = 0;
-        waitpid(pid_, &status, 0);
-        pid_ = 0;
+        const int status = waitForEnd(std::exchange(pid_, 0));
         result = WIFEXITED(status) ? LimitedResult{RunEnd::exited, WEXITSTATUS(status)}
                                    : LimitedResult{RunEnd::killed, WTERMSIG(status)};
         return true;
@@ -183,6 +200,8 @@ private:
             const auto most = std::chrono::ceil<std::chrono::milliseconds>(left).count();
             pollfd ready[2] = {{Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}};
             some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(most, 10) : most));
+            if (some < 0 && errno != EINTR)
+                refuseErrno(run_.command[0], errno);
             Interruption::check();
             if (descriptor < 0)
                 return true;

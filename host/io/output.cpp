@@ -37,12 +37,21 @@ void refusePlantedLink(const fs::path &link, const fs::path &shown)
         throw Refusal(shown.string() + ": is a link that somebody else has put there; it is not followed");
 }
 
+bool isLink(const fs::path &path, const fs::path &shown)
+{
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(path, error);
+    if (status.type() == fs::file_type::none)
+        refuseErrno(shown, error.value());
+    return fs::is_symlink(status);
+}
+
 // Follows links by hand, since the last one may lead to a file that is not there yet.
 fs::path pastLinks(const fs::path &shown)
 {
     fs::path path = shown;
     std::error_code error;
-    for (int links = 0; fs::is_symlink(path, error); ++links) {
+    for (int links = 0; isLink(path, shown); ++links) {
         if (links == 40)
             refuseErrno(shown, ELOOP);
         refusePlantedLink(path, shown);
@@ -120,15 +129,19 @@ void Output::openTemporary()
 void Output::takeAttributes(const std::string &shown)
 {
     struct stat status;
-    if (stat(target_.c_str(), &status) != 0)
+    if (stat(target_.c_str(), &status) != 0) {
+        if (errno != ENOENT)
+            refuseErrno(shown, errno);
         return;
+    }
     if (access(target_.c_str(), W_OK) != 0)
         refuseErrno(shown, errno);
     // A user who may not give files away stays the owner of the new one.
-    if (fchown(file_.descriptor(), status.st_uid, status.st_gid) == 0)
-        fchmod(file_.descriptor(), status.st_mode & 07777);
-    else
-        fchmod(file_.descriptor(), status.st_mode & 0777);
+    const bool given = fchown(file_.descriptor(), status.st_uid, status.st_gid) == 0;
+    if (!given && errno != EPERM)
+        refuseErrno(shown, errno);
+    if (fchmod(file_.descriptor(), status.st_mode & (given ? 07777 : 0777)) != 0)
+        refuseErrno(shown, errno);
 }
 
 void Output::nameTemporary()

@@ -29,6 +29,8 @@ void Stream::waitForBytes() const
         if (left <= 0)
             throw Refusal(in_.name() + ": nothing came from it for " + std::to_string(seconds_) + " seconds");
         some = poll(ready, 2, static_cast<int>(left));
+        if (some < 0 && errno != EINTR)
+            refuseErrno(in_.name(), errno);
         Interruption::check();
     }
 }

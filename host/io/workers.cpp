@@ -1,18 +1,35 @@
 #include "io/workers.h"
 
+#include <system_error>
 #include <utility>
 
 #include "io/interruption.h"
+#include "io/refusal.h"
 
 namespace riders::io {
 
 Workers::Workers(int threads)
 {
-    for (int i = 0; i < threads; ++i)
-        threads_.emplace_back([this] { run(); });
+    threads_.reserve(static_cast<size_t>(threads));
+    try {
+        for (int i = 0; i < threads; ++i)
+            threads_.emplace_back([this] { run(); });
+    } catch (const std::system_error &) {
+        // Those that there are do all the work.
+        if (threads_.empty())
+            throw Refusal("there are not enough threads");
+    } catch (...) {
+        end();
+        throw;
+    }
 }
 
 Workers::~Workers()
+{
+    end();
+}
+
+void Workers::end()
 {
     {
         std::lock_guard lock(mutex_);

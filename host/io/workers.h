@@ -32,6 +32,7 @@ public:
 
 private:
     void run();
+    void end();
     void add(std::deque<Work> &queue, Work work);
 
     std::mutex mutex_;

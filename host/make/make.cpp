@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <new>
 #include <optional>
 #include <system_error>
 
@@ -106,9 +107,9 @@ void callPlugin(plugin::Plugin &plugin, toolbox::ScriptedUser &user, Answers &an
 void putInPlace(const std::filesystem::path &made, const std::filesystem::path &output)
 {
     std::error_code ignored;
-    const bool replaces = std::filesystem::exists(output, ignored);
+    const bool isNew = std::filesystem::status(output, ignored).type() == std::filesystem::file_type::not_found;
     io::copyFile(made, output);
-    if (!replaces)
+    if (isNew)
         std::filesystem::remove(output.parent_path() / ("._" + output.filename().string()), ignored);
 }
 
@@ -154,6 +155,9 @@ Made make(const MakeRequest &request)
     Made made;
     try {
         useDialogs(machine, request, place, made);
+    } catch (const std::bad_alloc &) {
+        toolbox::stop();
+        throw;
     } catch (const std::exception &error) {
         made.problem = error.what();
     }

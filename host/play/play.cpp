@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <new>
 
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
@@ -122,6 +123,8 @@ std::string play(const PlayRequest &request)
         trace.finish();
     } catch (const toolbox::ScriptError &error) {
         problem = described(request.script, error);
+    } catch (const std::bad_alloc &) {
+        throw;
     } catch (const std::exception &error) {
         if (problem.empty())
             problem = error.what();

@@ -24,7 +24,7 @@ struct CloseFile {
 // The bytes of a PCX file after its header, with its runs expanded.
 class PcxBytes {
 public:
-    explicit PcxBytes(const fs::path &file) : file_(fopen(file.c_str(), "rb"))
+    explicit PcxBytes(const fs::path &file) : path_(file), file_(fopen(file.c_str(), "rb"))
     {
         if (!file_ || fread(header_.data(), 1, header_.size(), file_.get()) != header_.size() ||
             header_[0] != 10 || header_[2] != 1 || header_[3] != 4 || header_[65] != 1)
@@ -54,6 +54,8 @@ private:
         if (at_ == filled_) {
             filled_ = fread(buffer_.data(), 1, buffer_.size(), file_.get());
             at_ = 0;
+            if (filled_ == 0 && ferror(file_.get()))
+                refusePicture(path_);
         }
         if (filled_ == 0)
             return false;
@@ -77,6 +79,7 @@ private:
         return true;
     }
 
+    fs::path path_;
     std::unique_ptr<FILE, CloseFile> file_;
     std::array<std::uint8_t, 128> header_{};
     std::vector<std::uint8_t> buffer_ = std::vector<std::uint8_t>(64 << 10);

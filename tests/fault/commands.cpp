@@ -1,0 +1,57 @@
+#include "fault/commands.h"
+
+namespace {
+
+const std::vector<std::string> kFilm = {"make", "-o", "film", "--frequency", "45", "--spot", "round"};
+const std::vector<std::string> kOther = {"make", "-o", "film", "--frequency", "60", "--angle", "15"};
+const std::vector<std::string> kApplied = {"apply", "film", "job.ps", "-o", "job.ps"};
+const std::vector<std::string> kKept = {"make", "-o", "film", "--spot", "./one.spot", "--save-settings"};
+const std::vector<std::string> kProof = {"proof", "small.ps", "--riders", "film", "--dpi", "100"};
+
+}  // namespace
+
+// To try a new command, or another way of using one, add a row. Its files are in files/.
+const std::vector<TriedCommand> &triedCommands()
+{
+    static const std::vector<TriedCommand> commands = {
+        {"make_new", kFilm, {}},
+        {"make_replacing", kFilm, {kOther}},
+        {"make_import",
+         {"make", "-o", "film", "--spot", "./one.spot", "--annotation", "For film", "--font", "Times-Roman",
+          "--size", "9", "--error-handler"},
+         {}},
+        {"make_first_settings", kKept, {}},
+        {"make_settings", {"make", "-o", "film", "--spot", "./two.spot", "--save-settings"}, {kKept}},
+        {"apply", {"apply", "film", "job.ps", "-o", "new.ps"}, {kFilm}},
+        {"apply_in_place", kApplied, {kFilm}},
+        {"apply_through_link", {"apply", "film", "link.ps", "-o", "link.ps"}, {kFilm}},
+        {"apply_standard_files", {"apply", "film"}, {kFilm}, "job.ps"},
+        {"apply_pipes", {"apply", "film"}, {kFilm}, "long.ps", true},
+        {"apply_long", {"apply", "film", "long.ps", "-o", "new.ps"}, {kFilm}},
+        {"apply_to_pipe", {"apply", "film", "long.ps"}, {kFilm}, nullptr, true},
+        {"strip", {"strip", "job.ps", "-o", "new.ps"}, {kFilm, kApplied}},
+        {"strip_in_place", {"strip", "job.ps", "-o", "job.ps"}, {kFilm, kApplied}},
+        {"strip_standard_files", {"strip"}, {kFilm, kApplied}, "job.ps"},
+        {"play",
+         {"play", "film.play", "--trace", "trace", "--pictures", "pictures", "--preferences", "kept"},
+         {},
+         nullptr,
+         false,
+         {"work/trace", "work/pictures"}},
+        {"play_replacing",
+         {"play", "film.play", "--preferences", "kept"},
+         {{"play", "film.play", "--preferences", "kept"}}},
+        {"play_removing", {"play", "remove.play"}, {kFilm}},
+        {"proof", kProof, {kFilm}},
+        {"proof_replacing", {"proof", "small.ps", "--dpi", "100"}, {kFilm, kProof}},
+        {"help", {"make", "--help"}, {}},
+        {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
+        {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
+    };
+    return commands;
+}
+
+void PrintTo(const TriedCommand &command, std::ostream *out)
+{
+    *out << command.name;
+}

@@ -1,0 +1,21 @@
+// The commands that are tried with every fault, a row for each.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+struct TriedCommand {
+    const char *name;
+    std::vector<std::string> arguments;            // for `riders`, which runs in the folder `work`
+    std::vector<std::vector<std::string>> before;  // what ran there earlier, without a fault
+    const char *input = nullptr;                   // a file in `work`
+    bool piped = false;                            // standard input and output are pipes
+    // Files that a run which fails may leave unfinished: they tell how far it came.
+    std::vector<std::string> unfinished = {};
+};
+
+const std::vector<TriedCommand> &triedCommands();
+
+// The name, for GoogleTest.
+void PrintTo(const TriedCommand &command, std::ostream *out);

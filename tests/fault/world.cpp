@@ -1,0 +1,115 @@
+#include "fault/world.h"
+
+#include <sys/stat.h>
+
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr fs::copy_options kAsTheyAre = fs::copy_options::recursive | fs::copy_options::copy_symlinks;
+constexpr const char *kRiders = RIDERS_BINARY_DIR "/riders";
+
+std::string described(const fs::directory_entry &entry)
+{
+    struct stat status = {};
+    lstat(entry.path().c_str(), &status);
+    const std::string mode = std::to_string(status.st_mode);
+    if (entry.is_symlink())
+        return mode + " to " + fs::read_symlink(entry.path()).string();
+    return mode + (entry.is_regular_file() ? " " + contentsOf(entry.path()) : "");
+}
+
+// Of what belongs together: the first two names of the path.
+std::string groupOf(const std::string &path)
+{
+    const size_t first = path.find('/');
+    return path.substr(0, first == path.npos ? first : path.find('/', first + 1));
+}
+
+Files ofGroup(const Files &files, const std::string &group)
+{
+    Files those;
+    for (const auto &[path, what] : files)
+        if (groupOf(path) == group)
+            those.emplace(path, what);
+    return those;
+}
+
+}  // namespace
+
+World::World(const TriedCommand &tried) : tried_(tried)
+{
+    prepare();
+    for (const std::vector<std::string> &arguments : tried.before) {
+        FaultyCommand earlier = command();
+        earlier.command.resize(1);
+        earlier.command.insert(earlier.command.end(), arguments.begin(), arguments.end());
+        const FaultyRun run = runWithFault(earlier, {});
+        EXPECT_EQ(run.status, 0) << tried.name << ": " << run.err;
+    }
+    // A mode that no file has by itself.
+    for (const fs::directory_entry &entry : fs::directory_iterator(place() / "work"))
+        if (entry.is_regular_file() && !entry.is_symlink())
+            fs::permissions(entry.path(), fs::perms(0640));
+    fs::copy(place(), kept(), kAsTheyAre);
+    before_ = files();
+}
+
+void World::prepare() const
+{
+    for (const char *name : {"home", "config", "temporary"})
+        fs::create_directories(place() / name);
+    fs::copy(RIDERS_SOURCE_DIR "/tests/fault/files", place() / "work", kAsTheyAre);
+    // Longer than the part of a job that is looked at.
+    std::string longer = contentsOf(place() / "work/job.ps");
+    for (const std::string line = "% " + std::string(1000, 'x') + "\n"; longer.size() < 5 << 20;)
+        longer += line;
+    writeFile(place() / "work/long.ps", longer);
+}
+
+FaultyCommand World::command() const
+{
+    FaultyCommand command{.command = {kRiders},
+                          .folder = place() / "work",
+                          .environment = {"HOME=" + (place() / "home").string(),
+                                          "XDG_CONFIG_HOME=" + (place() / "config").string(),
+                                          "TMPDIR=" + (place() / "temporary").string()},
+                          .input = tried_.input ? contentsOf(place() / "work" / tried_.input) : "",
+                          .piped = tried_.piped};
+    command.command.insert(command.command.end(), tried_.arguments.begin(), tried_.arguments.end());
+    return command;
+}
+
+void World::restore()
+{
+    if (files() == before_)
+        return;
+    fs::remove_all(place());
+    fs::copy(kept(), place(), kAsTheyAre);
+}
+
+Files World::files() const
+{
+    Files files;
+    for (const fs::directory_entry &entry : fs::recursive_directory_iterator(place()))
+        files[entry.path().lexically_relative(place())] = described(entry);
+    return files;
+}
+
+std::vector<Difference> neitherOldNorNew(const Files &now, const Files &old, const Files &fresh)
+{
+    std::set<std::string> groups;
+    for (const Files *files : {&now, &old, &fresh})
+        for (const auto &[path, what] : *files)
+            groups.insert(groupOf(path));
+    std::vector<Difference> differences;
+    for (const std::string &group : groups) {
+        const Files here = ofGroup(now, group), before = ofGroup(old, group), after = ofGroup(fresh, group);
+        if (here == before || here == after)
+            continue;
+        differences.push_back({group, before.empty() && after.empty()});
+    }
+    return differences;
+}
