@@ -4,7 +4,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
+#include <sstream>
+
 #include "commands/commands.h"
+#include "io/plain_text.h"
 
 namespace {
 
@@ -12,10 +16,13 @@ namespace {
 // wrong usage.
 enum { done = 0, failed = 1, wrongUsage = 2 };
 
+// What was wrong may quote an argument, which may hold anything.
 int explain(const CLI::App &app, const CLI::ParseError &error)
 {
     bool helpAsked = error.get_exit_code() == 0;
-    app.exit(error);
+    std::ostringstream words;
+    app.exit(error, std::cout, words);
+    std::cerr << riders::io::plainLines(words.str());
     return helpAsked ? done : wrongUsage;
 }
 

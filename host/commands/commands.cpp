@@ -1,6 +1,7 @@
 #include "commands/commands.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <iostream>
 #include <new>
@@ -78,7 +79,7 @@ void Commands::addMake(CLI::App &app)
             make_.plugin = plugin::pluginBesideProgram();
             const make::Made made = riders::make::make(make_);
             if (!made.note.empty())
-                std::cerr << name_ << ": " << made.note << '\n';
+                std::cerr << name_ << ": " << io::plainText(made.note) << '\n';
             return made.problem;
         };
     });
@@ -163,7 +164,7 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
-    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long; 300 when left out")
+    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long, all pages 100 times that; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
     proof
@@ -174,7 +175,9 @@ void Commands::addProof(CLI::App &app)
     proof->callback([this] {
         name_ = "riders proof";
         chosen_ = [this] {
-            std::cout << riders::proof::proof(proof_).string() << '\n';
+            const std::string page = riders::proof::proof(proof_);
+            // Programs need the very name; a terminal would obey some of its bytes.
+            std::cout << (isatty(STDOUT_FILENO) ? io::plainText(page) : page) << '\n';
             return std::string();
         };
     });
