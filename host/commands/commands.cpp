@@ -30,7 +30,7 @@ std::string hexNumber(std::string &text)
 std::string displayList(std::string &text)
 {
     return play::displaysFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
-                                               : std::string();
+                                                : std::string();
 }
 
 std::string oneCharacter(std::string &text)
@@ -164,7 +164,9 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
-    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long, all pages 100 times that; 300 when left out")
+    proof
+        ->add_option("--seconds", proof_.limits.secondsAPage,
+                     "A page may take so long, all pages 100 times that; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
     proof

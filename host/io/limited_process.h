@@ -13,7 +13,7 @@ struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
     std::filesystem::path folder;      // its current folder
     std::filesystem::path temporary;   // in that folder: where it makes temporary files
-    int seconds = 300;     // of silence allowed; each line for which `line` returns true starts the time anew
+    int seconds = 300;  // of silence allowed; each line for which `line` returns true starts the time anew
     int secondsInAll = 30000;
     int megabytes = 2048;            // of address space
     int temporaryMegabytes = 256;    // of files in `temporary`

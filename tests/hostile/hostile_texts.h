@@ -8,7 +8,6 @@ struct HostileAnnotation {
     std::string text;  // 255 bytes at most, of any value
     std::string font;  // 63 at most; of half of them the interpreter's own
     std::string size;
-    bool fontIsKnown = false;
 };
 
 // The same ones for the same seed.

@@ -1,5 +1,6 @@
 // A job stays within its limits and its own file, whatever it does to get out of them.
 #include "host/proof_support.h"
+#include "printed/postscript_support.h"
 #include "support/command.h"
 
 namespace {
@@ -70,6 +71,24 @@ TEST_F(ProofTest, PageFilesThatFillTheDiskAreEnded)
     EXPECT_EQ(proofOf(large),
               large.job.string() + ": page 1: the page files take more than 20 MB, and the job was ended");
     EXPECT_EQ(left(), Names{"job.ps"});
+}
+
+TEST_F(ProofTest, ADotShapeThatNeverEndsIsEnded)
+{
+    proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
+    asked.riders = folder / "riders";
+    asked.limits.secondsAPage = 1;
+    writeFile(asked.riders, composeRiders({.frequency = "50", .spotBody = "{} loop"}));
+    EXPECT_EQ(proofOf(asked),
+              asked.job.string() + ": page 1: the interpreter took more than 1 seconds and was ended");
+    // One that takes all memory is no dot shape.
+    asked.limits.secondsAPage = 60;
+    asked.limits.megabytes = 300;
+    writeFile(asked.riders,
+              composeRiders({.frequency = "50", .spotBody = "/x [] def {/x [x 60000 string] def} loop"}));
+    EXPECT_EQ(proofOf(asked), "done");
+    EXPECT_NE(contentsOf(out / "proof.html").find("the job keeps its own"), std::string::npos);
+    EXPECT_EQ(left(), (Names{"job.ps", "out", "riders"}));
 }
 
 TEST_F(ProofTest, TemporaryFilesWithoutEndAreEnded)
