@@ -80,16 +80,18 @@ protected:
 
     int currentField() { return reinterpret_cast<DialogPeek>(gTheDialog)->editField + 1; }
 
-    void fillText(const std::string &text)
+    void fill(int16_t number, const std::string &text)
     {
-        user.then([text] {
+        user.then([=] {
             int16_t type;
             Handle item;
             Rect box;
-            GetDItem(gTheDialog, kText, &type, &item, &box);
+            GetDItem(gTheDialog, number, &type, &item, &box);
             SetIText(item, P(text));
         });
     }
+
+    void fillText(const std::string &text) { fill(kText, text); }
 
     void typeSize(const std::string &text)
     {
@@ -375,6 +377,15 @@ TEST_F(Annotation, BoundsPassAndLeadingZerosGo)
         EXPECT_TRUE(run());
         EXPECT_EQ(plain(settings.annoSizeStr), stored);
     }
+}
+
+// The field takes no more than four by key or by paste; a host can put more into it.
+TEST_F(Annotation, SizeIsCutTo15CharactersBeforeItsLeadingZerosGo)
+{
+    fill(kSize, std::string(13, '0') + "12345");
+    user.key("return");
+    EXPECT_TRUE(run());
+    EXPECT_EQ(plain(settings.annoSizeStr), "12");
 }
 
 TEST_F(Annotation, SizeWithASeparatorIsRefusedThoughItsZerosCouldGo)
