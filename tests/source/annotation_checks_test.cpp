@@ -99,6 +99,15 @@ TEST_F(Annotation, BoundsPassAndLeadingZerosGo)
     }
 }
 
+// The field takes no more than four by key or by paste; a host can put more into it.
+TEST_F(Annotation, SizeIsCutTo15CharactersBeforeItsLeadingZerosGo)
+{
+    fill(kSize, std::string(13, '0') + "12345");
+    user.key("return");
+    EXPECT_TRUE(run());
+    EXPECT_EQ(plain(settings.annoSizeStr), "12");
+}
+
 TEST_F(Annotation, SizeWithASeparatorIsRefusedThoughItsZerosCouldGo)
 {
     user.key("tab");

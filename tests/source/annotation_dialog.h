@@ -58,16 +58,18 @@ protected:
 
     int currentField() { return reinterpret_cast<DialogPeek>(gTheDialog)->editField + 1; }
 
-    void fillText(const std::string &text)
+    void fill(int16_t number, const std::string &text)
     {
-        user.then([text] {
+        user.then([=] {
             int16_t type;
             Handle item;
             Rect box;
-            GetDItem(gTheDialog, kText, &type, &item, &box);
+            GetDItem(gTheDialog, number, &type, &item, &box);
             SetIText(item, P(text));
         });
     }
+
+    void fillText(const std::string &text) { fill(kText, text); }
 
     void typeSize(const std::string &text)
     {

@@ -264,6 +264,29 @@ TEST_F(SpotImport, NoMemoryForTheHeaderIsReported)
     EXPECT_TRUE(reported(16152, 95, " (newhandle -check)"));
 }
 
+// The body's block is the last that an import allocates.
+TEST_F(SpotImport, NoMemoryForTheBodyIsReportedAndTheEarlierOneKept)
+{
+    user.onSurprise([this](int) {
+        user.press(1);
+        return true;
+    });
+    haveEarlier();
+    int nth = 100;
+    for (; nth > 0 && !toolbox::faults::met(); --nth) {
+        toolbox::faults::clear();
+        toolbox::faults::failAllocation(nth);
+        import(kMagic + "\r{ " + std::to_string(nth) + " }");
+    }
+    ASSERT_TRUE(toolbox::faults::met());
+    ASSERT_LT(nth, 99) << "the first import is to succeed";
+    toolbox::faults::clear();
+    EXPECT_TRUE(reported(16152, 95, " (newhandle)"));
+    EXPECT_EQ(body(), "{ " + std::to_string(nth + 2) + " }");
+    EXPECT_EQ(settings.spotImported, 1);
+    close();
+}
+
 TEST_F(SpotImport, CheckLeavesTheMarkAtTheStart)
 {
     for (const std::string &bytes : {kMagic + "\r{ }", std::string("something else")}) {
