@@ -168,6 +168,9 @@ class _Finder:
             name, changed = 'returns the opposite', f'!({original})'
         elif kind in INTEGERS | FLOATS:
             name, changed = 'returns one more', f'({original}) + 1'
+        elif kind == TypeKind.ENUM:
+            name = 'returns one more'
+            changed = f'static_cast<std::decay_t<decltype({original})>>(static_cast<int>({original}) + 1)'
         elif original.startswith('"'):
             name, changed = 'returns an empty text', '""'
         else:

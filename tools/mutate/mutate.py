@@ -64,6 +64,8 @@ class Run:
     def pick(self, count):
         lines = code_lines(self.tree)
         random.Random(self.journal.seed).shuffle(lines)
+        if self.kept() < count:
+            self.tree.parse({name for name, _ in lines[:count + count // 8]}, self.jobs)
         seen = {(record['file'], record['line']) for record in self.journal.picked}
         for name, number in lines:
             if self.kept() >= count:
@@ -142,12 +144,14 @@ class Run:
         """The tests that reach a change, as (seconds, program, name): those of its own folder first, then the quick."""
         name, change = self.journal.picked[number]['file'], self.changes[number]
         own = next((program for folder, program in suite.OWN.items() if name.startswith(folder)), None)
+        # What no test can be seen to reach, because it is used wherever a header is read.
+        everywhere = {number} if change.alone and change.uses and name.endswith('.h') else set()
         tests = []
         for test, found in self.journal.tests.items():
             program, _, case = test.partition(' ')
             if test == 'measured' or not found or program == 'desktop' and not name.startswith(suite.AT_THE_WINDOW):
                 continue
-            if number in found[1]:
+            if number in found[1] or number in everywhere:
                 tests.append((found[0], program, case))
         return sorted(tests, key=lambda test: (test[1] != own, test[0]))
 

@@ -29,6 +29,8 @@ class Suite:
         """All tests, as (program, name)."""
         found = []
         for program in PROGRAMS:
+            if not os.path.exists(self.path(program)):
+                continue
             listed = subprocess.run([self.path(program), '--gtest_list_tests'], capture_output=True, text=True)
             group = ''
             for line in listed.stdout.split('\n'):

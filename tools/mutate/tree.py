@@ -1,5 +1,6 @@
 """The copy of the tree that is changed and built; the user's own is only read."""
 
+import concurrent.futures
 import hashlib
 import json
 import os
@@ -23,6 +24,7 @@ class Tree:
         self.copy = os.path.join(self.work, 'tree')
         self.built = os.path.join(self.work, 'built')
         self.known = {}
+        self.targets = ['all']
 
     def files(self):
         listed = subprocess.run(['git', 'ls-files', '-co', '--exclude-standard'], cwd=self.root, capture_output=True,
@@ -66,7 +68,7 @@ class Tree:
 
     def build(self):
         """What the compiler wrote where it failed, or None."""
-        run = subprocess.run(['cmake', '--build', self.built, '--', '-k', '0'], capture_output=True, text=True)
+        run = subprocess.run(['cmake', '--build', self.built, '--target', *self.targets, '--', '-k', '0'], capture_output=True, text=True)
         return None if run.returncode == 0 else run.stdout + run.stderr
 
     def arguments(self, name):
@@ -90,6 +92,14 @@ class Tree:
 
     def functions(self, name):
         return self.remembered(changes.functions_of, name)
+
+    def parse(self, names, jobs):
+        """Parses files at the same time that will be asked about."""
+        with concurrent.futures.ProcessPoolExecutor(jobs) as pool:
+            list(pool.map(self.changes_found, sorted(names)))
+
+    def changes_found(self, name):
+        return bool(self.changes(name))
 
     def remembered(self, finder, name):
         """What a finder says of a file: parsing takes a second, so it is kept as long as the file is the same."""

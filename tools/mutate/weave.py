@@ -33,33 +33,22 @@ def replaced(text, parts):
 
 
 def note_places(tree, name, change):
-    """Where to note that a test came to what uses a change: in the function around it, or in all that name it."""
-    bodies, _ = tree.functions(name)
-    around = [body for body in bodies if body[1][0] <= change.start < body[1][1]]
+    """Where to note that a test came to what uses a change: in the function around it, or in all of the file that
+    name it. What is in a header may be used everywhere: nowhere."""
+    bodies, others = tree.functions(name)
+    around = [brace + 1 for _, (start, end), brace in bodies if start <= change.start < end]
     if around and not change.uses:
-        return [(name, around[0][2] + 1)]
-    names, places = set(change.uses), []
+        return [(name, around[0])]
+    if name.endswith('.h'):
+        return []
+    text, names, places = tree.text(name), set(change.uses), []
     while True:
         word = re.compile(rb'\b(' + b'|'.join(re.escape(one.encode()) for one in sorted(names)) + rb')\b')
-        places, more = places_naming(tree, word)
+        using = [body for body in bodies if word.search(text, *body[1])]
+        compiled = [body for body in using if re.search(rb'\bconst(expr|eval)\b', text[body[1][0]:body[2]])]
+        places = [(name, body[2] + 1) for body in using if body not in compiled]
+        more = {spelling for spelling, _, _ in compiled}
+        more |= {spelling for spelling, extent in others if word.search(text, *extent)}
         if more <= names:
             return places
         names |= more
-
-
-def places_naming(tree, word):
-    places, names = [], set()
-    for name in tree.code_files():
-        text = tree.text(name)
-        if not word.search(text):
-            continue
-        bodies, others = tree.functions(name)
-        for spelling, (start, end), brace in bodies:
-            if not word.search(text, start, end):
-                continue
-            if re.search(rb'\bconst(expr|eval)\b', text[start:brace]):
-                names.add(spelling)
-            else:
-                places.append((name, brace + 1))
-        names |= {spelling for spelling, (start, end) in others if word.search(text, start, end)}
-    return places, names
