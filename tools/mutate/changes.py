@@ -64,7 +64,8 @@ class _Finder:
             return (True, (cursor.spelling,)) if re.search(r'\bconst(expr|eval)\b', head) else (False, ())
         if kind in (Kind.VAR_DECL, Kind.ENUM_CONSTANT_DECL, Kind.ENUM_DECL):
             outside = parent.kind in (Kind.NAMESPACE, Kind.TRANSLATION_UNIT, Kind.CLASS_DECL, Kind.STRUCT_DECL)
-            head = self.text(cursor.extent.start.offset, cursor.location.offset)
+            declared = parent if parent.kind == Kind.DECL_STMT else cursor
+            head = self.text(declared.extent.start.offset, cursor.location.offset)
             if kind != Kind.VAR_DECL or outside or re.search(r'\b(constexpr|static|constinit)\b', head):
                 return True, context[1] + (cursor.spelling,)
         if kind == Kind.FIELD_DECL:
@@ -113,7 +114,8 @@ class _Finder:
             return True
         last = len(list(parent.get_children())) - 1
         if parent.kind == Kind.IF_STMT:
-            return place > 0
+            first = next(parent.get_children()).kind
+            return place > (1 if first in (Kind.VAR_DECL, Kind.DECL_STMT) else 0)
         return parent.kind in LOOPS | {Kind.CASE_STMT, Kind.DEFAULT_STMT} and place == last and parent.kind != Kind.DO_STMT
 
     def leave_out(self, line, start, end, context):

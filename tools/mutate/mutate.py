@@ -109,15 +109,18 @@ class Run:
                 sys.exit('The changed tree cannot be built:\n' + errors[-5000:])
 
     def throw_away_wrong(self, errors):
-        thrown = False
-        places = set(re.findall(re.escape(self.tree.copy) + r'/(\S+?):(\d+):\d+: (?:fatal )?error', errors))
-        places |= set(re.findall(re.escape(self.tree.copy) + r'/(\S+?):(\d+):\d+: note', errors))
-        for number, name, change in self.standing():
-            last = change.line + self.tree.text(name)[change.start:change.end].count(b'\n')
-            if not change.alone and any(file == name and change.line <= int(line) <= last for file, line in places):
-                self.throw_away(number, 'does not compile')
-                thrown = True
-        return thrown
+        """Throws away the changes on lines that the compiler complains of, or else all in the files that it names."""
+        places = set(re.findall(re.escape(self.tree.copy) + r'/(\S+?):(\d+):\d+: (?:fatal error|error|note)', errors))
+        woven = [(number, name, change) for number, name, change in self.standing() if not change.alone]
+        wrong = [number for number, name, change in woven
+                 if any(file == name and self.is_on(int(line), name, change) for file, line in places)]
+        wrong = wrong or [number for number, name, change in woven if any(file == name for file, line in places)]
+        for number in wrong:
+            self.throw_away(number, 'does not compile')
+        return bool(wrong)
+
+    def is_on(self, line, name, change):
+        return change.line <= line <= change.line + self.tree.text(name)[change.start:change.end].count(b'\n')
 
     # Measuring
 

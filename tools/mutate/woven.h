@@ -1,37 +1,41 @@
 // Read before every file of the tree that ./mutate builds. Its sources hold many changes at once, each as
 // `(woven::changed(7) ? CHANGED : ORIGINAL)`; at most one of them is in force in a run.
+//
+// It includes nothing, so that every file sees the names that it asks for and no others; hence the system's calls
+// under names of their own.
 #pragma once
-#include <fcntl.h>
-#include <stdlib.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace woven {
+
+char *environment(const char *name) __asm__("getenv");
+int number(const char *text) __asm__("atoi");
+int openFile(const char *path, int flags, ...) __asm__("open");
+long seek(int file, long offset, int whence) __asm__("lseek");
+void *map(void *where, unsigned long bytes, int protection, int flags, int file, long offset) __asm__("mmap");
+int closeFile(int file) __asm__("close");
 
 struct Run {
     int change = -1;
     // One byte for each change, kept in a file: children share it, and nothing is lost when a process is killed.
     char *reached = nullptr;
-    int changes = 0;
+    long changes = 0;
 
     Run()
     {
-        if (const char *number = getenv("RIDERS_CHANGE"))
-            change = atoi(number);
-        const char *path = getenv("RIDERS_CHANGES_REACHED");
-        const int file = path ? open(path, O_RDWR | O_CLOEXEC) : -1;
-        struct stat about;
+        constexpr int readWriteCloseOnExec = 02000002, fromEnd = 2, readWrite = 3, shared = 1;
+        if (const char *text = environment("RIDERS_CHANGE"))
+            change = number(text);
+        const char *path = environment("RIDERS_CHANGES_REACHED");
+        const int file = path ? openFile(path, readWriteCloseOnExec) : -1;
         if (file < 0)
             return;
-        if (fstat(file, &about) == 0 && about.st_size > 0) {
-            void *bytes = mmap(nullptr, about.st_size, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
-            if (bytes != MAP_FAILED) {
-                reached = static_cast<char *>(bytes);
-                changes = static_cast<int>(about.st_size);
-            }
+        const long size = seek(file, 0, fromEnd);
+        void *bytes = size > 0 ? map(nullptr, static_cast<unsigned long>(size), readWrite, shared, file, 0) : nullptr;
+        if (size > 0 && bytes != reinterpret_cast<void *>(-1L)) {
+            reached = static_cast<char *>(bytes);
+            changes = size;
         }
-        close(file);
+        closeFile(file);
     }
 };
 
