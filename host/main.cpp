@@ -12,7 +12,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
+#include <sstream>
+
 #include "commands/commands.h"
+#include "io/plain_text.h"
 
 namespace {
 
@@ -20,12 +24,16 @@ namespace {
 // wrong usage.
 enum { done = 0, failed = 1, wrongUsage = 2 };
 
+// What was wrong may quote an argument, which may hold anything.
 int explain(const CLI::App &app, const CLI::ParseError &error)
 {
     bool helpAsked = error.get_exit_code() == 0;
-    app.exit(error);
+    std::ostringstream words;
+    app.exit(error, std::cout, words);
+    std::cerr << riders::io::plainLines(words.str());
     if (helpAsked && !std::cout.flush()) {
-        std::cerr << app.get_name() << ": standard output cannot be written\n";
+        std::cerr << app.get_name() << ": standard output cannot be written
+";
         return failed;
     }
     return helpAsked ? done : wrongUsage;

@@ -184,9 +184,6 @@ void WriteRecord()
         DisposeHandle(stored);
         return;
     }
-    stored = Get1Resource(kRecordType, kRecordID);
-    if (!stored)
-        return;
     BlockMove(gPrefsPtr, *stored, sizeof(PrefsRec));
     ChangedResource(stored);
     WriteResource(stored);

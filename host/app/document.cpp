@@ -4,6 +4,7 @@
 #include "app/dialog_items.h"
 #include "app/words.h"
 #include "apply/apply.h"
+#include "io/plain_text.h"
 #include "io/refusal.h"
 #include "plugin/resource_fork.h"
 #include "toolbox/host/standardfile_folder.h"
@@ -71,7 +72,7 @@ void Document::makeWindow()
 void Document::show()
 {
     Str255 name;
-    toolbox::setPascal(name, toolbox::romanFromUtf8Lossy(job_.filename().string()));
+    toolbox::setPascal(name, toolbox::romanFromUtf8Lossy(io::plainText(job_.filename().string())));
     SetWTitle(dialog_, name);
     const JobComments &comments = summary_.comments;
     setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);

@@ -1,5 +1,6 @@
 #include "app/words.h"
 
+#include "io/plain_text.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/host/menu_bar.h"
 #include "toolbox/host/text.h"
@@ -62,7 +63,7 @@ Point centered(ResType type, int id)
 void showProblem(const std::string &text)
 {
     Str255 shown, empty = {0};
-    toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(text));
+    toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(io::plainText(text)));
     ParamText(shown, empty, empty, empty);
     SysBeep(1);
     center(kProblemAlert);

@@ -1,5 +1,7 @@
 #include "apply/apply.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "apply/job_structure.h"
@@ -16,24 +18,37 @@ constexpr std::string_view kMagic = "%!Zu3_Riders";
 constexpr size_t kMagicWithin = 15;
 constexpr size_t kLongestFragment = size_t(1) << 20;
 constexpr std::string_view kLastLine = "%Zu3_RidersEnd";
-// What files that were made before there was that line end in.
-constexpr std::string_view kEarlierEnd = "/setglobal riderHas {riderGlobal setglobal} if\nend end\n";
+// What the last line but one is in files that were made before there was such a line; the last is kEarlierLast.
+constexpr std::string_view kEarlierEnds[] = {"/setglobal riderHas {riderGlobal setglobal} if",
+                                             "systemdict /setglobal known {riderGlobal setglobal} if",
+                                             "  {riderSetScreen} if"};
+constexpr std::string_view kEarlierLast = "end end";
 
 bool isRidersFile(std::string_view bytes)
 {
     return bytes.size() >= kMagicWithin && bytes.substr(0, kMagicWithin).find(kMagic) != std::string_view::npos;
 }
 
-// Programs that keep texts may have changed the line ends or left blanks.
+// Takes that line off the end. Programs that keep texts may have changed the line ends or left blanks.
+bool takeLastLine(std::string_view &bytes, std::string_view line)
+{
+    std::string_view rest = bytes.substr(0, bytes.find_last_not_of(" \t\r\n") + 1);
+    if (!rest.ends_with(line))
+        return false;
+    rest.remove_suffix(line.size());
+    if (!rest.ends_with('\n') && !rest.ends_with('\r'))
+        return false;
+    bytes = rest;
+    return true;
+}
+
 bool isWhole(std::string_view riders)
 {
-    if (riders.ends_with(kEarlierEnd))
+    if (takeLastLine(riders, kLastLine))
         return true;
-    riders = riders.substr(0, riders.find_last_not_of(" \t\r\n") + 1);
-    if (!riders.ends_with(kLastLine))
-        return false;
-    riders.remove_suffix(kLastLine.size());
-    return riders.ends_with('\n') || riders.ends_with('\r');
+    return takeLastLine(riders, kEarlierLast) &&
+           std::any_of(std::begin(kEarlierEnds), std::end(kEarlierEnds),
+                       [&](std::string_view end) { return takeLastLine(riders, end); });
 }
 
 // The first bytes of an input. The unused part of the buffer is never touched

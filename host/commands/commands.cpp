@@ -1,6 +1,7 @@
 #include "commands/commands.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iostream>
@@ -79,7 +80,7 @@ void Commands::addMake(CLI::App &app)
             make_.plugin = plugin::pluginBesideProgram();
             const make::Made made = riders::make::make(make_);
             if (!made.note.empty())
-                std::cerr << name_ << ": " << made.note << '\n';
+                std::cerr << name_ << ": " << io::plainText(made.note) << '\n';
             return made.problem;
         };
     });
@@ -164,7 +165,9 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
-    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long; 300 when left out")
+    proof
+        ->add_option("--seconds", proof_.limits.secondsAPage,
+                     "A page may take so long, all pages 100 times that; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
     proof
@@ -175,7 +178,9 @@ void Commands::addProof(CLI::App &app)
     proof->callback([this] {
         name_ = "riders proof";
         chosen_ = [this] {
-            std::cout << riders::proof::proof(proof_).string() << std::endl;
+            const std::string page = riders::proof::proof(proof_).string();
+            // Programs need the very name; a terminal would obey some of its bytes.
+            std::cout << (isatty(STDOUT_FILENO) ? io::plainText(page) : page) << std::endl;
             return std::string(std::cout ? "" : "standard output cannot be written");
         };
     });

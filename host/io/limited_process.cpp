@@ -24,15 +24,18 @@ using Clock = std::chrono::steady_clock;
 constexpr size_t kLongestLine = 64 << 10;
 constexpr std::chrono::milliseconds kBetweenLooks(50);  // at what is written
 
-// True where the folder's files take more, each a block at least.
-bool holdsMoreThan(const std::filesystem::path &folder, std::uintmax_t most)
+// True where the folder's files take more, each a block at least. What links lead to is not counted.
+bool holdsMoreThan(const std::filesystem::path &folder, int megabytes)
 {
     constexpr std::uintmax_t kBlock = 4096;
+    const std::uintmax_t most = static_cast<std::uintmax_t>(megabytes) << 20;
     std::uintmax_t bytes = 0;
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end && bytes <= most;
          entry.increment(error)) {
         std::error_code gone;
+        if (entry->is_symlink(gone))
+            continue;
         const std::uintmax_t size = entry->file_size(gone);
         bytes += gone ? kBlock : std::max(kBlock, size);
     }
@@ -179,9 +182,26 @@ public:
         return true;
     }
 
-    RunEnd limitReached() const { return wroteTooMuch_ ? RunEnd::wroteTooMuch : RunEnd::timedOut; }
+    RunEnd limitReached() const { return limit_; }
 
 private:
+    // Sets limit_ where it is.
+    bool isAtLimit(Clock::time_point now)
+    {
+        const bool look = now >= nextLook_;
+        if (look)
+            nextLook_ = now + kBetweenLooks;
+        if (look && holdsMoreThan(run_.folder / run_.temporary, run_.temporaryMegabytes))
+            limit_ = RunEnd::wroteTooMuch;
+        else if (look && holdsMoreThan(run_.folder, run_.folderMegabytes))
+            limit_ = RunEnd::filledFolder;
+        else if (now >= end_)
+            limit_ = RunEnd::tookTooLong;
+        else if (now >= deadline_)
+            limit_ = RunEnd::timedOut;
+        return limit_ != RunEnd::exited;
+    }
+
     void restart() { deadline_ = Clock::now() + std::chrono::seconds(run_.seconds); }
 
     // Waits until the descriptor can be read (-1: for a moment); false when a limit is reached.
@@ -189,14 +209,9 @@ private:
     {
         for (int some = 0; some <= 0;) {
             const Clock::time_point now = Clock::now();
-            if (now >= nextLook_) {
-                wroteTooMuch_ =
-                    holdsMoreThan(run_.folder / run_.temporary, std::uintmax_t(run_.temporaryMegabytes) << 20);
-                nextLook_ = now + kBetweenLooks;
-            }
-            if (wroteTooMuch_ || now >= deadline_)
+            if (isAtLimit(now))
                 return false;
-            const auto left = std::min(deadline_, nextLook_) - now;
+            const auto left = std::min({deadline_, end_, nextLook_}) - now;
             const auto most = std::chrono::ceil<std::chrono::milliseconds>(left).count();
             pollfd ready[2] = {{Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}};
             some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(most, 10) : most));
@@ -227,8 +242,9 @@ private:
     pid_t pid_ = 0;
     int output_ = -1;
     std::string rest_;
+    const Clock::time_point end_ = Clock::now() + std::chrono::seconds(run_.secondsInAll);
     Clock::time_point deadline_, nextLook_;
-    bool wroteTooMuch_ = false;
+    RunEnd limit_ = RunEnd::exited;  // as long as none is reached
 };
 
 }  // namespace

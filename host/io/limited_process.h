@@ -13,14 +13,16 @@ struct LimitedRun {
     std::vector<std::string> command;  // the program is found in PATH
     std::filesystem::path folder;      // its current folder
     std::filesystem::path temporary;   // in that folder: where it makes temporary files
-    int seconds = 300;     // of silence allowed; each line for which `line` returns true starts the time anew
-    int megabytes = 2048;  // of address space
-    int temporaryMegabytes = 256;  // of files in `temporary`
+    int seconds = 300;  // of silence allowed; each line for which `line` returns true starts the time anew
+    int secondsInAll = 30000;
+    int megabytes = 2048;            // of address space
+    int temporaryMegabytes = 256;    // of files in `temporary`
+    int folderMegabytes = 16 << 10;  // of files in `folder`, at a time
     // Called for each line that it writes on standard output or error; true where it shows progress.
     std::function<bool(std::string_view)> line;
 };
 
-enum class RunEnd { exited, timedOut, wroteTooMuch, killed };
+enum class RunEnd { exited, timedOut, tookTooLong, wroteTooMuch, filledFolder, killed };
 
 struct LimitedResult {
     RunEnd end = RunEnd::exited;

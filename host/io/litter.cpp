@@ -2,13 +2,13 @@
 
 #include <errno.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <random>
 
-#include "io/bytes.h"
+#include "io/lock.h"
+#include "io/refusal.h"
 #include "io/remove_tree.h"
 
 namespace fs = std::filesystem;
@@ -30,9 +30,17 @@ void removeIfDead(const fs::path &path)
     const OpenFile file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC), path);
     struct stat status;
     if (file.descriptor() < 0 || fstat(file.descriptor(), &status) != 0 || status.st_uid != geteuid() ||
-        !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) || flock(file.descriptor(), LOCK_EX | LOCK_NB) != 0)
+        !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) || tryLock(file.descriptor()) != Lock::taken)
         return;
     removeTree(path);
+}
+
+// False where another process has taken it for a dead one's, before it was locked. Where locks are impossible,
+// nothing is ever taken for dead.
+bool lockAsAlive(const Temporary &made)
+{
+    struct stat status;
+    return tryLock(made.file.descriptor()) != Lock::anothers && lstat(made.path.c_str(), &status) == 0;
 }
 
 }  // namespace
@@ -46,13 +54,21 @@ std::string unguessableName(std::string_view beginning)
     return name;
 }
 
-bool lockAsAlive(int descriptor, const fs::path &path)
+Temporary newTemporary(const fs::path &folder, std::string_view beginning, int (*make)(const char *path),
+                       const std::string &shown)
 {
-    // Where locks are not to be had, nothing is ever taken for dead either.
-    while (flock(descriptor, LOCK_EX) != 0 && errno == EINTR)
-        ;
-    struct stat status;
-    return lstat(path.c_str(), &status) == 0;
+    constexpr int kMostTries = 100;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        Temporary made = {folder / unguessableName(beginning), {}};
+        made.file = OpenFile(make(made.path.c_str()), shown);
+        if (made.file.descriptor() < 0)
+            refuseErrno(shown, errno);
+        if (lockAsAlive(made))
+            return made;
+        std::error_code ignored;
+        fs::remove(made.path, ignored);
+    }
+    throw Refusal(shown + ": other programs take away what is made there");
 }
 
 void removeDead(const fs::path &folder, std::string_view beginning)

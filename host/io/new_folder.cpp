@@ -3,10 +3,9 @@
 #include <errno.h>
 #include <fcntl.h>
 #include <stdio.h>
-#include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include "io/litter.h"
 #include "io/refusal.h"
 #include "io/remove_tree.h"
 #include "io/sync.h"
@@ -23,6 +22,17 @@ mode_t usualMode()
     return 0777 & ~mask;
 }
 
+bool isOwnFolder(const fs::path &folder)
+{
+    struct stat status;
+    return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == geteuid();
+}
+
+bool isTaken(int error)
+{
+    return error == ENOTEMPTY || error == EEXIST;
+}
+
 }  // namespace
 
 fs::path placeWithoutLinks(const fs::path &place)
@@ -34,38 +44,23 @@ fs::path placeWithoutLinks(const fs::path &place)
     return real.has_filename() ? real : real.parent_path();
 }
 
-NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName) : place_(place)
+NewFolder::NewFolder(const fs::path &place, const std::string &hiddenName)
+    : place_(place), aside_(place.parent_path() / (hiddenName + "earlier-" + place.filename().string())),
+      hidden_(place.parent_path(), hiddenName), new_(hidden_.path() / "new"), work_(hidden_.path() / "work")
 {
-    removeDead(place.parent_path(), hiddenName);
-    makeHidden(hiddenName);
-    try {
-        fs::create_directory(new_);
-        fs::create_directory(work_);
-    } catch (...) {
-        removeTree(hidden_);
-        throw;
-    }
+    putBack();
+    fs::create_directory(new_);
+    fs::create_directory(work_);
 }
 
-void NewFolder::makeHidden(const std::string &name)
+// After moveInTwoSteps was killed: between its steps, or before the earlier folder was removed.
+void NewFolder::putBack() const
 {
-    const fs::path parent = place_.parent_path();
-    do {
-        hidden_ = parent / unguessableName(name);
-        if (mkdir(hidden_.c_str(), 0700) != 0)
-            refuseErrno(parent, errno);
-        lock_ = OpenFile(open(hidden_.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC), hidden_);
-    } while (!lockAsAlive(lock_.descriptor(), hidden_));
-    new_ = hidden_ / "new";
-    work_ = hidden_ / "work";
+    if (isOwnFolder(aside_) && rename(aside_.c_str(), place_.c_str()) != 0 && isTaken(errno))
+        removeTree(aside_);
 }
 
-NewFolder::~NewFolder()
-{
-    removeTree(hidden_);
-}
-
-void NewFolder::allowUsualAccess()
+void NewFolder::allowUsualAccess() const
 {
     const mode_t mode = usualMode();
     chmod(new_.c_str(), mode);
@@ -74,27 +69,44 @@ void NewFolder::allowUsualAccess()
             chmod(entry.path().c_str(), mode);
 }
 
-void NewFolder::finish()
+void NewFolder::finish(const std::function<void()> &aboutToMove)
 {
     allowUsualAccess();
     syncTree(new_);
-    moveToPlace();
+    aboutToMove();
+    const bool setAside = moveToPlace();
     syncFolder(place_.parent_path());
+    std::error_code ignored;
+    if (setAside)
+        fs::remove_all(aside_, ignored);
 }
 
-void NewFolder::moveToPlace()
+// Other processes may make and take away what is there at any time.
+bool NewFolder::moveToPlace() const
 {
-    // Exchanged in one step; the earlier one is then removed with the hidden folder.
-    if (renameat2(AT_FDCWD, new_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE) == 0)
-        return;
-    // Nothing is there yet, or the file system cannot exchange.
-    const fs::path old = hidden_ / "old";
-    const bool stoodAside = rename(place_.c_str(), old.c_str()) == 0;
+    constexpr int kMostTries = 10;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        // The earlier one is then removed with the hidden folder.
+        if (renameat2(AT_FDCWD, new_.c_str(), AT_FDCWD, place_.c_str(), RENAME_EXCHANGE) == 0)
+            return false;
+        if (errno != ENOENT)
+            return moveInTwoSteps();
+        if (rename(new_.c_str(), place_.c_str()) == 0)
+            return false;
+        if (!isTaken(errno))
+            break;
+    }
+    refuseErrno(place_, errno);
+}
+
+bool NewFolder::moveInTwoSteps() const
+{
+    const bool setAside = rename(place_.c_str(), aside_.c_str()) == 0;
     if (rename(new_.c_str(), place_.c_str()) == 0)
-        return;
+        return setAside;
     const int error = errno;
-    if (stoodAside)
-        rename(old.c_str(), place_.c_str());
+    if (setAside)
+        rename(aside_.c_str(), place_.c_str());
     refuseErrno(place_, error);
 }
 

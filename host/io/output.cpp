@@ -6,7 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <utility>
+
 #include "io/litter.h"
+#include "io/lock.h"
 #include "io/refusal.h"
 #include "io/sync.h"
 
@@ -63,6 +66,11 @@ fs::path pastLinks(const fs::path &shown)
     return path;
 }
 
+int makeFile(const char *path)
+{
+    return open(path, O_CREAT | O_EXCL | O_NOFOLLOW | O_WRONLY | O_CLOEXEC, 0666);
+}
+
 }  // namespace
 
 Output::Output(const fs::path &path) : oldPipeHandler_(signal(SIGPIPE, SIG_IGN))
@@ -85,7 +93,9 @@ Output::Output(const fs::path &path) : oldPipeHandler_(signal(SIGPIPE, SIG_IGN))
         } else {
             target_ = target;
             openTemporary();
-            takeAttributes(path);
+            if (there && access(target_.c_str(), W_OK) != 0)
+                refuseErrno(path, errno);
+            takeAttributes(target_);
         }
     } catch (...) {
         signal(SIGPIPE, oldPipeHandler_);
@@ -111,37 +121,30 @@ void Output::openTemporary()
     int descriptor = -1;
     if (access("/proc/self/fd", X_OK) == 0)
         descriptor = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
-    file_ = OpenFile(descriptor, target_);
-    bool alive = descriptor >= 0;
-    lockAsAlive(descriptor, {});
-    while (!alive) {
-        temporary_ = folder / unguessableName(kTemporaryName);
-        descriptor = open(temporary_.c_str(), O_CREAT | O_EXCL | O_NOFOLLOW | O_WRONLY | O_CLOEXEC, 0666);
-        if (descriptor < 0) {
-            temporary_.clear();
-            refuseErrno(target_, errno);
-        }
+    if (descriptor >= 0) {
         file_ = OpenFile(descriptor, target_);
-        alive = lockAsAlive(descriptor, temporary_);
+        tryLock(descriptor);
+    } else {
+        Temporary made = newTemporary(folder, kTemporaryName, makeFile, target_);
+        file_ = std::move(made.file);
+        temporary_ = made.path;
     }
 }
 
-void Output::takeAttributes(const std::string &shown)
+void Output::takeAttributes(const fs::path &of)
 {
     struct stat status;
-    if (stat(target_.c_str(), &status) != 0) {
+    if (stat(of.c_str(), &status) != 0) {
         if (errno != ENOENT)
-            refuseErrno(shown, errno);
+            refuseErrno(of, errno);
         return;
     }
-    if (access(target_.c_str(), W_OK) != 0)
-        refuseErrno(shown, errno);
     // A user who may not give files away stays the owner of the new one.
     const bool given = fchown(file_.descriptor(), status.st_uid, status.st_gid) == 0;
     if (!given && errno != EPERM)
-        refuseErrno(shown, errno);
+        refuseErrno(of, errno);
     if (fchmod(file_.descriptor(), status.st_mode & (given ? 07777 : 0777)) != 0)
-        refuseErrno(shown, errno);
+        refuseErrno(of, errno);
 }
 
 void Output::nameTemporary()
@@ -163,8 +166,7 @@ void Output::finish()
     sync(file_.descriptor(), target_);
     if (temporary_.empty())
         nameTemporary();
-    if (rename(temporary_.c_str(), target_.c_str()) != 0)
-        refuseErrno(target_, errno);
+    moveTo(temporary_, target_);
     temporary_.clear();
     syncFolder(folderOf(target_));
     file_.close();
@@ -177,12 +179,20 @@ void writeFile(const fs::path &path, std::string_view bytes)
     out.finish();
 }
 
-void copyFile(const fs::path &from, const fs::path &to)
+void copyFile(const fs::path &from, const fs::path &to, const fs::path &like)
 {
     const OpenFile in = openInput(from);
     Output out(to);
+    if (!like.empty())
+        out.takeAttributes(like);
     copyRest(in, out.file());
     out.finish();
+}
+
+void moveTo(const fs::path &from, const fs::path &to)
+{
+    if (rename(from.c_str(), to.c_str()) != 0)
+        refuseErrno(to, errno);
 }
 
 }  // namespace riders::io

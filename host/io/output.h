@@ -19,13 +19,14 @@ public:
     Output(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
+    // Gives it that file's mode and, where the user may, its owner; nothing where there is none.
+    void takeAttributes(const std::filesystem::path &of);
     // Gives the file its name once its bytes are on the disk, and waits until the name is there, too. Until
     // then an existing one is as it was. Throws Refusal.
     void finish();
 
 private:
     void openTemporary();
-    void takeAttributes(const std::string &shown);
     void nameTemporary();
 
     OpenFile file_;
@@ -36,7 +37,10 @@ private:
 
 // A file of these bytes, wholly new or as it was. Throws Refusal.
 void writeFile(const std::filesystem::path &path, std::string_view bytes);
-// The same with the bytes of another file.
-void copyFile(const std::filesystem::path &from, const std::filesystem::path &to);
+// The same with the bytes of another file, and the attributes of a third, if one is named and there.
+void copyFile(const std::filesystem::path &from, const std::filesystem::path &to,
+              const std::filesystem::path &like = {});
+// Gives a file or folder that name in one step; what had it before is gone. Throws Refusal.
+void moveTo(const std::filesystem::path &from, const std::filesystem::path &to);
 
 }  // namespace riders::io

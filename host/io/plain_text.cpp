@@ -1,5 +1,7 @@
 #include "io/plain_text.h"
 
+#include <algorithm>
+
 #include "toolbox/host/utf8.h"
 
 namespace riders::io {
@@ -26,6 +28,19 @@ std::string plainText(const std::string &bytes)
         if (!utf8)
             rest.remove_prefix(1);
         toolbox::appendUtf8(text, isObeyed(c) ? U' ' : c);
+    }
+    return text;
+}
+
+std::string plainLines(const std::string &bytes)
+{
+    std::string text;
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t end = std::min(bytes.find('\n', at), bytes.size());
+        text += plainText(bytes.substr(at, end - at));
+        if (end < bytes.size())
+            text += '\n';
+        at = end + 1;
     }
     return text;
 }

@@ -2,25 +2,28 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
+
+#include "io/litter.h"
 
 namespace riders::io {
 
+// Made under a name that nobody can foresee; others can neither read it nor write in it. Those of processes that
+// were killed are removed from where it is made. The constructors throw Refusal.
 class PrivateFolder {
 public:
-    // Made in memory where possible, under a name that nobody can foresee; others can neither read it nor write
-    // in it. Removes those of processes that were killed. Throws Refusal.
+    // In memory where possible.
     PrivateFolder();
+    // In that folder, under a name that begins so.
+    PrivateFolder(const std::filesystem::path &parent, std::string_view beginning);
     // Removes it with everything in it.
     ~PrivateFolder();
     PrivateFolder(const PrivateFolder &) = delete;
 
-    const std::filesystem::path &path() const { return path_; }
+    const std::filesystem::path &path() const { return folder_.path; }
 
 private:
-    bool makeIn(const std::filesystem::path &parent);
-
-    std::filesystem::path path_;
-    int held_ = -1;
+    Temporary folder_;
 };
 
 }  // namespace riders::io

@@ -42,6 +42,18 @@ void syncFolder(const fs::path &folder)
     syncPath(folder / ".", O_DIRECTORY);
 }
 
+void makeFolders(const fs::path &folder)
+{
+    std::error_code failed;
+    const fs::path parent = folder.parent_path();
+    if (!fs::exists(folder, failed) && !parent.empty() && parent != folder)
+        makeFolders(parent);
+    if (fs::create_directory(folder, failed))
+        syncFolder(parent);
+    if (failed)
+        refuseErrno(folder, failed.value());
+}
+
 void syncTree(const fs::path &folder)
 {
     for (const fs::directory_entry &entry : fs::directory_iterator(folder))

@@ -12,6 +12,9 @@ void sync(int descriptor, const std::string &name);
 // The names in the folder, after one was given or taken.
 void syncFolder(const std::filesystem::path &folder);
 
+// Makes the folder and those that it is in, where they are missing. Throws Refusal.
+void makeFolders(const std::filesystem::path &folder);
+
 // All ordinary files and folders in the folder, and itself.
 void syncTree(const std::filesystem::path &folder);
 

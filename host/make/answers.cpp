@@ -76,6 +76,28 @@ bool isClosedByEscape(int dialogID)
     return std::find(own.begin(), own.end(), dialogID) != own.end();
 }
 
+// Without memory a field keeps what it has, and only a beep says so.
+std::string currentField()
+{
+    DialogPtr dialog = FrontWindow();
+    int16_t type;
+    Handle item = nullptr;
+    Rect box;
+    Str255 text;
+    GetDItem(dialog, static_cast<int16_t>(reinterpret_cast<DialogPeek>(dialog)->editField + 1), &type, &item, &box);
+    GetIText(item, text);
+    return std::string(toolbox::pascalView(text));
+}
+
+std::string asPasted(const std::string &text)
+{
+    std::string pasted = toolbox::romanFromUtf8Lossy(text);
+    for (std::size_t at; (at = pasted.find("\r\n")) != pasted.npos;)
+        pasted.erase(at, 1);
+    std::replace(pasted.begin(), pasted.end(), '\n', '\r');
+    return pasted;
+}
+
 Point placeOf(WindowPtr window)
 {
     GrafPtr before;
@@ -216,6 +238,10 @@ void Answers::paste(const std::string &text)
 {
     user_.putOnClipboard(text);
     user_.key("v", cmdKey);
+    user_.thenInDialog([this, text] {
+        if (currentField() != asPasted(text))
+            refuse("there is not enough memory for \"" + text + "\"");
+    });
 }
 
 int Answers::notOffered(const std::string &words, const std::vector<std::string> &items)

@@ -68,12 +68,18 @@ struct StopWatching {
     ~StopWatching() { machine.setWatcher({}); }
 };
 
+std::string quotedAfterColon(const std::string &said)
+{
+    return said.empty() ? said : ": \"" + said + "\"";
+}
+
 // Queues every step first, so that a script with a fault in its last line does
 // nothing at all, and then lets the user begin.
 void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
 {
     toolbox::ScriptedUser user(machine);
     plugin::Plugin plugin(request.plugin);
+    user.quitsWhenStuck();
     Stage stage{user, plugin, request.picturesFolder, machine};
     StopWatching atEnd{machine};
     for (const ScriptLine &line : lines)
@@ -81,8 +87,11 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
     try {
         user.run();
     } catch (const toolbox::ProcessEnded &) {
+        if (user.stuck())
+            throw *user.stuck();
         if (!user.idle())
-            throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on"};
+            throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on" +
+                                                            quotedAfterColon(user.lastMessage())};
     }
 }
 

@@ -28,12 +28,14 @@ std::string proofPage(const fs::path &page)
     return text.append(std::istreambuf_iterator<char>(in), {});
 }
 
-// Whether everything in the folder is an ordinary file to which the page refers.
-bool holdsOnlyWhatIsShown(const fs::path &folder, const std::string &page)
+// Whether everything in the folder is an ordinary file to which the page refers, not written to since the page:
+// that was the last. A film that somebody has retouched, or put in another's place, is more than a proof.
+bool holdsOnlyWhatIsShown(const fs::path &folder, const std::string &page, fs::file_time_type written)
 {
     for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
         const std::string name = folder.filename() / entry.path().filename();
-        if (!entry.is_regular_file() || entry.is_symlink() || page.find('"' + name + '"') == std::string::npos)
+        if (!entry.is_regular_file() || entry.is_symlink() || entry.last_write_time() > written ||
+            page.find('"' + name + '"') == std::string::npos)
             return false;
     }
     return true;
@@ -46,8 +48,8 @@ void refuseForeign(const fs::path &place, const fs::path &shown)
     if (!fs::is_directory(place))
         throw io::Refusal(shown.string() + ": is there and is no folder; name another with -o");
     if (!fs::is_empty(place) && !isProofFolder(place))
-        throw io::Refusal(shown.string() + ": is there and holds files that are not an earlier proof's; "
-                                           "name another folder with -o");
+        throw io::Refusal(shown.string() + ": is there and holds files that are not an earlier proof's, "
+                                           "or changed since; name another folder with -o");
 }
 
 }  // namespace
@@ -60,11 +62,12 @@ bool isProofFolder(const fs::path &folder)
     const std::string page = proofPage(folder / kPageName);
     if (page.empty())
         return false;
+    const fs::file_time_type written = fs::last_write_time(folder / kPageName);
     for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
         const fs::path name = entry.path().filename();
         if (entry.is_symlink() || (name != kPageName && name != kFilmsName && name != kPicturesName))
             return false;
-        if (entry.is_directory() && !holdsOnlyWhatIsShown(entry.path(), page))
+        if (entry.is_directory() && !holdsOnlyWhatIsShown(entry.path(), page, written))
             return false;
     }
     return true;
@@ -84,8 +87,8 @@ ProofFolder::ProofFolder(const fs::path &place) : place_(io::placeWithoutLinks(p
 
 void ProofFolder::finish()
 {
-    refuseForeign(place_, place_);  // something may have appeared there in the meantime
-    folder_->finish();
+    // Something may have appeared there in the meantime.
+    folder_->finish([this] { refuseForeign(place_, place_); });
 }
 
 }  // namespace riders::proof

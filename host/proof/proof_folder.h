@@ -33,7 +33,8 @@ private:
     std::optional<io::NewFolder> folder_;
 };
 
-// True when a folder holds a proof's page and nothing but the files to which it refers.
+// True when a folder holds a proof's page and nothing but the files to which it refers, none of them written to
+// since.
 bool isProofFolder(const std::filesystem::path &folder);
 
 }  // namespace riders::proof

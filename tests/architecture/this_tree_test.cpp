@@ -80,6 +80,24 @@ TEST(Rooms, UseOnlyTheirLibraries)
     expectNone(wrongLibraries(table(), tree()));
 }
 
+// What they do so is done in one way only.
+TEST(Rooms, LeaveItToOneToRenameSyncLockAndStartPrograms)
+{
+    constexpr const char *kCalls[] = {"rename",  "renameat", "renameat2", "fsync", "fdatasync",
+                                      "sync",    "flock",    "lockf",     "execv", "execvp",
+                                      "execvpe", "vfork",    "setrlimit"};
+    int users = 0;
+    for (const auto &[name, file] : tree().files)
+        for (const char *call : kCalls) {
+            if (!name.starts_with("host/") || !words(file.text).contains(call))
+                continue;
+            ++users;
+            EXPECT_TRUE(name.starts_with("host/io/"))
+                << name << ":" << lineOfWord(file.text, call) << ": " << call;
+        }
+    EXPECT_GT(users, 5);
+}
+
 TEST(Rooms, AreInNoCircle)
 {
     expectNone(tableCircles(table()));

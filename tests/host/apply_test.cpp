@@ -86,7 +86,7 @@ TEST_F(Apply, RidersFileThatIsCutOffIsRefused)
     const std::string whole = "%!Zu3_Riders\n" + made;
     const size_t earlier = whole.find("%Zu3_RidersEnd");  // as whole as a file from before there was that line
     for (size_t length = 15; length < whole.size() - 1; ++length) {
-        if (length == earlier)
+        if (length == earlier || length == earlier - 1)
             continue;
         writeFile(riders, whole.substr(0, length));
         EXPECT_EQ(apply(out), riders.string() + ": is cut off (it does not end in %Zu3_RidersEnd); make it again")
@@ -102,14 +102,24 @@ TEST_F(Apply, RidersFileThatIsCutOffIsRefused)
     }
 }
 
-// Made before there was a last line.
-TEST_F(Apply, EarlierRidersFileIsKnownByItsLastBytes)
+// Made before there was a last line: each of the ends that there were.
+TEST_F(Apply, EarlierRidersFileIsKnownByItsLastTwoLines)
 {
-    const std::string earlier = "%!Zu3_Riders\n/riderReady true def\nriderScreen\n/setglobal riderHas "
-                                "{riderGlobal setglobal} if\nend end\n";
-    writeFile(riders, earlier);
-    EXPECT_EQ(apply(out), "done");
-    writeFile(riders, earlier.substr(0, earlier.size() - 1));
+    for (const std::string &last :
+         {std::string("/riderReady true def\nriderScreen\n/setglobal riderHas {riderGlobal setglobal} if\n"),
+          std::string("riderScreen\nsystemdict /setglobal known {riderGlobal setglobal} if\n"),
+          std::string("riderAngle null ne or /riderSpot load length 0 gt or\n  {riderSetScreen} if\n")}) {
+        const std::string earlier = "%!Zu3_Riders\n" + last + "end end\n";
+        for (const std::string &whole : {earlier, earlier.substr(0, earlier.size() - 1), earlier + "\n "}) {
+            writeFile(riders, whole);
+            EXPECT_EQ(apply(out), "done") << whole;
+        }
+        for (size_t length = 15; length < earlier.size() - 1; ++length) {
+            writeFile(riders, earlier.substr(0, length));
+            EXPECT_NE(apply(out), "done") << length << " of " << earlier;
+        }
+    }
+    writeFile(riders, "%!Zu3_Riders\nsomething else\nend end\n");
     EXPECT_NE(apply(out), "done");
 }
 

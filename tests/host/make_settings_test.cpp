@@ -138,26 +138,16 @@ TEST_F(MakeSettings, DoNotDependOnWhereTheDialogWasLeftAndLeaveItThere)
     }
 }
 
-TEST_F(MakeSettings, ManyAtOnceAllSucceed)
-{
-    const std::string script = "for i in $(seq 20); do XDG_CONFIG_HOME=$PWD/config '" RIDERS_BINARY_DIR
-                               "/riders' make -o made$i --frequency $((60 + i)) --save-settings & done; wait";
-    const CommandResult result = runProgram({"sh", "-c", script}, {}, folder.path());
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(keptFiles(), 2);
-    EXPECT_EQ(make({"--angle", "45"}).err, "");
-}
-
 TEST_F(MakeSettings, DecidedByAKilledProcessCount)
 {
     const SavedSettings settings(folder / "user", "set");
     fs::create_directories(folder / "user/.riders-settings");
-    fs::create_directories(folder / "user/.riders-settings-abcdef");
+    fs::create_directories(folder / "user/.riders-settings-0123456789abcdef");
     fs::create_directories(folder / "copy");
     writeFile(folder / "user/set", "new text");  // already in its place
     writeFile(folder / "user/._set", "old fork");
     writeFile(folder / "user/.riders-settings/._set", "new fork");
-    writeFile(folder / "user/.riders-settings-abcdef/set", "never decided");
+    writeFile(folder / "user/.riders-settings-0123456789abcdef/set", "never decided");
     settings.copyTo(folder / "copy");
     EXPECT_EQ(contentsOf(folder / "copy/set"), "new text");
     EXPECT_EQ(contentsOf(folder / "copy/._set"), "new fork");

@@ -118,10 +118,11 @@ TEST_F(OutputTest, HiddenFolderOfADeadProcessIsRemoved)
 {
     fs::create_directories(folder / ".hidden-0123456789abcdef/work");
     writeFile(folder / ".hidden-0123456789abcdef/work/1.tif", "bytes");
+    fs::create_directories(folder / ".hidden-abcdef");  // of an earlier version, alive or dead
     io::NewFolder one(folder / "one", ".hidden-");
-    EXPECT_EQ(left().size(), 1u);
+    EXPECT_EQ(left().size(), 2u);
     io::NewFolder two(folder / "two", ".hidden-");
-    EXPECT_EQ(left().size(), 2u) << "that of a process at work stays";
+    EXPECT_EQ(left().size(), 3u) << "that of a process at work stays";
     one.finish();
     two.finish();
 }
@@ -143,10 +144,56 @@ TEST_F(OutputTest, FolderIsOnTheDiskBeforeItIsMoved)
         made.finish();
         Calls expected = {"fsync one", "fsync films", "fsync new", "renameat2 new out"};
         if (!there)
-            expected.insert(expected.end(), {"rename out old", "rename new out"});
+            expected.push_back("rename new out");
         expected.push_back("fsync " + folder.path().filename().string());
         EXPECT_EQ(calls::noted(), expected);
     }
+}
+
+// Two proofs at once: the other one was faster.
+TEST_F(OutputTest, FolderThatAppearsMeanwhileIsReplaced)
+{
+    io::NewFolder made(out, ".hidden-");
+    writeFile(made.path() / "file", "new");
+    fs::create_directory(out);
+    writeFile(out / "file", "the other's");
+    calls::fail("renameat2", ENOENT);
+    made.finish();
+    EXPECT_EQ(contentsOf(out / "file"), "new");
+}
+
+TEST_F(OutputTest, FolderIsReplacedInTwoStepsWhereItCannotBeInOne)
+{
+    for (const std::string bytes : {"first", "second"}) {
+        io::NewFolder made(out, ".hidden-");
+        writeFile(made.path() / "file", bytes);
+        calls::fail("renameat2", EINVAL);
+        calls::note();
+        made.finish();
+        const Calls noted = calls::noted();
+        EXPECT_EQ(std::find(noted.begin(), noted.end(), "rename new out") - noted.begin(), 4);
+        EXPECT_EQ(contentsOf(out / "file"), bytes);
+    }
+    EXPECT_EQ(left(), Calls{"out"});
+}
+
+// What a process killed between these steps, or right after them, leaves.
+TEST_F(OutputTest, FolderSetAsideByADeadProcessIsPutBack)
+{
+    const fs::path aside = folder / ".hidden-earlier-out";
+    fs::create_directory(aside);
+    writeFile(aside / "file", "earlier");
+    {
+        io::NewFolder made(out, ".hidden-");
+        EXPECT_EQ(contentsOf(out / "file"), "earlier");
+    }
+    fs::create_directory(aside);
+    writeFile(aside / "file", "earlier still");
+    {
+        io::NewFolder made(out, ".hidden-");
+        EXPECT_EQ(contentsOf(out / "file"), "earlier");
+    }
+    EXPECT_EQ(left(), Calls{"out"});
 }
 
 TEST_F(OutputTest, DiskThatCannotWriteIsReported)

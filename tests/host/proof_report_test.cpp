@@ -164,4 +164,26 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
     EXPECT_FALSE(proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 
+// A dot shape and an annotation may look like the lines that say what is asked for.
+TEST(ProofReport, WhatUsersWroteInARidersFileIsNotTakenForWhatItAsks)
+{
+    TemporaryFolder folder;
+    const std::string lines = "\n/riderFrequency 17 def\n/riderAngle 5 def\n/riderFont riderReadText x\n";
+    const std::string shape = "riderReadSpot {" + lines + "}\n%end-of-dot-shape%\n";
+    const std::string annotation = "\n/riderFont riderReadText Courier\n/riderText riderReadText " + lines;
+    const auto asked = [&](const std::string &riders) {
+        writeFile(folder / "riders", "/riderReadSpot {\n" + riders);
+        return proof::askedByRiders(folder / "riders");
+    };
+    EXPECT_FALSE(asked(shape).frequency);
+    EXPECT_FALSE(asked(shape).annotated);
+    EXPECT_FALSE(asked(annotation).angle);
+    EXPECT_TRUE(asked(annotation).annotated);
+    const proof::AskedFor all = asked(shape + "/riderFrequency 60 def\n/riderAngle 45 def" + annotation);
+    EXPECT_EQ(all.frequency, 60);
+    EXPECT_EQ(all.angle, 45);
+    EXPECT_TRUE(all.annotated);
+    EXPECT_TRUE(asked("\n/riderFont (Courier) def").annotated) << "as earlier files have it";
+}
+
 }  // namespace

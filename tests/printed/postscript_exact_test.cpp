@@ -138,6 +138,8 @@ std::string onInterpreterWithout(std::string riders, const std::vector<std::stri
     return "%!PS\n{} settransfer\n" + before + riders + after;
 }
 
+// No level of the language has these.
+const std::vector<std::string> kGhostscriptOnly = {"max", "min"};
 const std::vector<std::string> kLevel3Only = {"filter", "resourcestatus", "setcolorrendering"};
 const std::vector<std::string> kLevel2Only = {
     "filter",         "resourcestatus",     "setpagedevice", "currentpagedevice", "sethalftone", "currenthalftone",
@@ -160,9 +162,14 @@ TEST_P(PlayedInterpreter, GetsTheBestThatItHas)
 {
     TemporaryFolder folder;
     const Played &played = GetParam();
-    const RidersChoice choice = {
-        .frequency = "47", .angle = "22.5", .spotBody = pieceBytes(16128), .flatness = "2", .annotation = "x"};
-    const std::string job = onInterpreterWithout(composeRiders(choice), played.hidden, played.changed) +
+    const RidersChoice choice = {.frequency = "47",
+                                 .angle = "22.5",
+                                 .spotBody = pieceBytes(16128),
+                                 .flatness = "2",
+                                 .annotation = "long " + std::string(200, 'x') + " words"};
+    std::vector<std::string> hidden = played.hidden;
+    hidden.insert(hidden.end(), kGhostscriptOnly.begin(), kGhostscriptOnly.end());
+    const std::string job = onInterpreterWithout(composeRiders(choice), hidden, played.changed) +
                             "0.75 setgray 0 0 144 144 rectfill showpage\n";
     const auto result = runGhostscript(folder, job, "page");
     EXPECT_EQ(result.exitCode, 0) << result.errors;

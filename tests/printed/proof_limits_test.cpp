@@ -1,5 +1,6 @@
 // A job stays within its limits and its own file, whatever it does to get out of them.
 #include "host/proof_support.h"
+#include "printed/postscript_support.h"
 #include "support/command.h"
 
 namespace {
@@ -46,6 +47,48 @@ TEST_F(ProofTest, AJobWithMorePagesThanAllowedIsEnded)
     endless.limits.pages = 3;
     EXPECT_EQ(proofOf(endless), endless.job.string() + ": has more than 3 pages");
     EXPECT_EQ(left(), Names{"job.ps"});
+}
+
+// Each page begins the time of a page anew.
+TEST_F(ProofTest, AJobOfManySlowPagesIsEnded)
+{
+    proof::ProofRequest slow =
+        request("%!PS\n<</PageSize [9 9]>> setpagedevice\n"
+                "{usertime 400 add {dup usertime lt {pop exit} if} loop showpage} loop\n");
+    slow.limits.secondsAPage = 1;
+    slow.limits.slowPages = 2;
+    const std::string refused = proofOf(slow);
+    EXPECT_TRUE(refused.ends_with(": the interpreter took more than 2 seconds so far, 2 times what a page may take, "
+                                  "and was ended"))
+        << refused;
+    EXPECT_EQ(left(), Names{"job.ps"});
+}
+
+TEST_F(ProofTest, PageFilesThatFillTheDiskAreEnded)
+{
+    proof::ProofRequest large = request("%!PS\n<</PageSize [3000 3000]>> setpagedevice\n{showpage} loop\n");
+    large.limits.pageMegabytes = 20;
+    EXPECT_EQ(proofOf(large),
+              large.job.string() + ": page 1: the page files take more than 20 MB, and the job was ended");
+    EXPECT_EQ(left(), Names{"job.ps"});
+}
+
+TEST_F(ProofTest, ADotShapeThatNeverEndsIsEnded)
+{
+    proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
+    asked.riders = folder / "riders";
+    asked.limits.secondsAPage = 1;
+    writeFile(asked.riders, composeRiders({.frequency = "50", .spotBody = "{} loop"}));
+    EXPECT_EQ(proofOf(asked),
+              asked.job.string() + ": page 1: the interpreter took more than 1 seconds and was ended");
+    // One that takes all memory is no dot shape.
+    asked.limits.secondsAPage = 60;
+    asked.limits.megabytes = 300;
+    writeFile(asked.riders,
+              composeRiders({.frequency = "50", .spotBody = "/x [] def {/x [x 60000 string] def} loop"}));
+    EXPECT_EQ(proofOf(asked), "done");
+    EXPECT_NE(contentsOf(out / "proof.html").find("the job keeps its own"), std::string::npos);
+    EXPECT_EQ(left(), (Names{"job.ps", "out", "riders"}));
 }
 
 TEST_F(ProofTest, TemporaryFilesWithoutEndAreEnded)

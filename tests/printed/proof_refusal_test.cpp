@@ -123,8 +123,8 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
 
     fs::create_directory(out);
     ASSERT_EQ(proofOf(asked), "done");  // an empty folder is as good as none
-    const std::string foreign = out.string() + ": is there and holds files that are not an earlier proof's; "
-                                               "name another folder with -o";
+    const std::string foreign = out.string() + ": is there and holds files that are not an earlier proof's, "
+                                               "or changed since; name another folder with -o";
     for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif", "films/page-9-mine.tif"}) {
         fs::create_directories((out / name).parent_path());
         writeFile(out / name, "precious");
@@ -132,6 +132,13 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
         EXPECT_EQ(contentsOf(out / name), "precious");
         fs::remove_all(name == std::string("films/deep/page-1.tif") ? out / "films/deep" : out / name);
     }
+    const fs::path film = out / "films/page-1-black.tif";
+    writeFile(film, "retouched");
+    fs::last_write_time(film, fs::last_write_time(out / "proof.html") + std::chrono::seconds(1));
+    EXPECT_EQ(proofOf(asked), foreign);
+    EXPECT_EQ(contentsOf(film), "retouched");
+    fs::last_write_time(film, fs::last_write_time(out / "proof.html"));
+    ASSERT_EQ(proofOf(asked), "done");
     writeFile(out / "proof.html", "<html>a page of my own</html>");
     EXPECT_EQ(proofOf(asked), foreign);
     EXPECT_EQ(left(), (Names{"job.ps", "out"}));

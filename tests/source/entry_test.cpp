@@ -195,6 +195,16 @@ TEST_F(Entry, AnyAllocationMayFail)
     user.forgetRest();
 }
 
+TEST_F(Entry, StartUpWithoutMemoryForItsRecordRegistersNothing)
+{
+    toolbox::faults::failAllocation(1);
+    dismiss();
+    EXPECT_EQ(call(kSelectStartUp), 1);
+    EXPECT_TRUE(traced(" (newptr)"));
+    EXPECT_TRUE(registered.empty());
+    EXPECT_FALSE(ended);
+}
+
 TEST_F(Entry, WithoutColourQuickDrawTheTablesAreNeitherLoadedNorReleased)
 {
     configuration.quickDrawVersion = 0;

@@ -376,6 +376,20 @@ TEST_F(SettingsDialog, PortIsAsItWasAfterwardsAndAfterDrawing)
     EXPECT_EQ(after, before);
 }
 
+// Closing the dialog makes another port the current one, whatever it was before.
+TEST_F(SettingsDialog, PortThatIsNoWindowIsAsItWasAfterwards)
+{
+    GrafPtr before = nullptr, after = nullptr;
+    GetPort(&before);
+    GrafPort own = *before;
+    SetPort(&own);
+    cancel();
+    run();
+    GetPort(&after);
+    EXPECT_EQ(after, &own);
+    SetPort(before);
+}
+
 TEST_F(SettingsDialog, MissingDialogIsFatal)
 {
     removeResource('DITL', 16300);

@@ -186,6 +186,28 @@ TEST_F(SpotImport, FailedReadWithoutAnEarlierImportKeepsTheNewLengthUnused)
     close();
 }
 
+// The body's block is the last thing that an import asks memory for.
+TEST_F(SpotImport, NoMemoryForTheBodyWithoutAnEarlierImportPutsTheLengthBack)
+{
+    int last = 0;
+    for (int times = 0; times < 2; ++times) {  // the first loads resources
+        toolbox::faults::clear();
+        ASSERT_TRUE(import(kMagic + "\r{ new }"));
+        last = toolbox::faults::allocationCount();
+        DisposeHandle(gSpotHandle);
+        gSpotHandle = nullptr;
+        settings.spotImported = 0;
+    }
+    gSpotLength = 77;
+    toolbox::faults::failAllocation(last);
+    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_TRUE(reported(16152, 95, " (newhandle)"));
+    EXPECT_EQ(gSpotHandle, nullptr);
+    EXPECT_EQ(settings.spotImported, 0);
+    EXPECT_EQ(gSpotLength, 77);
+    close();
+}
+
 TEST_F(SpotImport, OpenedFileIsClosed)
 {
     import(kMagic + "\r{ }");
@@ -240,6 +262,29 @@ TEST_F(SpotImport, NoMemoryForTheHeaderIsReported)
     guarded([&] { EXPECT_FALSE(CheckIfSpot(refNum, &offset)); });
     FSClose(refNum);
     EXPECT_TRUE(reported(16152, 95, " (newhandle -check)"));
+}
+
+// The body's block is the last that an import allocates.
+TEST_F(SpotImport, NoMemoryForTheBodyIsReportedAndTheEarlierOneKept)
+{
+    user.onSurprise([this](int) {
+        user.press(1);
+        return true;
+    });
+    haveEarlier();
+    int nth = 100;
+    for (; nth > 0 && !toolbox::faults::met(); --nth) {
+        toolbox::faults::clear();
+        toolbox::faults::failAllocation(nth);
+        import(kMagic + "\r{ " + std::to_string(nth) + " }");
+    }
+    ASSERT_TRUE(toolbox::faults::met());
+    ASSERT_LT(nth, 99) << "the first import is to succeed";
+    toolbox::faults::clear();
+    EXPECT_TRUE(reported(16152, 95, " (newhandle)"));
+    EXPECT_EQ(body(), "{ " + std::to_string(nth + 2) + " }");
+    EXPECT_EQ(settings.spotImported, 1);
+    close();
 }
 
 TEST_F(SpotImport, CheckLeavesTheMarkAtTheStart)

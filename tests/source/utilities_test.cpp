@@ -426,6 +426,17 @@ TEST_F(Utilities, EscapeIsSwallowedWhereItem2IsNoButton)
     DisposDialog(window);
 }
 
+TEST_F(Utilities, ReturnIsPressedButFlashesNothingWhereItem1IsNoButton)
+{
+    DialogPtr window = dialog(16200);
+    EventRecord event = keyEvent(13);
+    int16_t hit = 9;
+    EXPECT_TRUE(GenericFilter(window, &event, &hit));
+    EXPECT_EQ(hit, 1);
+    EXPECT_FALSE(traced("flash"));
+    DisposDialog(window);
+}
+
 // --- Menus -------------------------------------------------------------------
 
 MenuHandle dotsMenu()

@@ -75,6 +75,29 @@ TEST_F(FaultsTest, AllocationsAreCountedApartFromFiles)
     EXPECT_TRUE(faults::met());
 }
 
+TEST_F(FaultsTest, StopsHalfwayWhereThatIsPlannedAndNowhereElse)
+{
+    faults::stopHalfway(FileCall::write, 1, dskFulErr);
+    faults::failFileCall(FileCall::write, 2, ioErr);
+    EXPECT_EQ(faults::check(FileCall::write), dskFulErr);
+    EXPECT_TRUE(faults::stopsHalfway());
+    EXPECT_EQ(faults::check(FileCall::write), ioErr);
+    EXPECT_FALSE(faults::stopsHalfway());
+    EXPECT_EQ(faults::check(FileCall::write), noErr);
+    EXPECT_FALSE(faults::stopsHalfway());
+}
+
+TEST_F(FaultsTest, AllocationsAreCounted)
+{
+    EXPECT_EQ(faults::allocationCount(), 0);
+    faults::failAllocation(2);
+    for (int i = 0; i < 3; ++i)
+        faults::allocationFails();
+    EXPECT_EQ(faults::allocationCount(), 3);
+    faults::clear();
+    EXPECT_EQ(faults::allocationCount(), 0);
+}
+
 TEST_F(FaultsTest, EveryKindHasItsOwnName)
 {
     for (int i = 0; i < fileCallKinds; ++i) {

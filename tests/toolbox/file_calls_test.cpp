@@ -563,6 +563,25 @@ TEST_F(FileTest, PlannedFaultKeepsTheCallFromItsWork)
     EXPECT_EQ(contentsOf(folder / "a"), "text");
 }
 
+TEST_F(FileTest, PlannedFaultMayStopHalfway)
+{
+    writeFile(folder / "a", "text");
+    const int16_t refNum = opened("a");
+    faults::stopHalfway(FileCall::read, 1, ioErr);
+    char buffer[] = "....";
+    int32_t count = 4;
+    EXPECT_EQ(FSRead(refNum, &count, buffer), ioErr);
+    EXPECT_EQ(count, 2);
+    EXPECT_STREQ(buffer, "te..");
+    faults::stopHalfway(FileCall::write, 1, dskFulErr);
+    count = 5;
+    EXPECT_EQ(FSWrite(refNum, &count, "abcde"), dskFulErr);
+    EXPECT_EQ(count, 2);
+    EXPECT_TRUE(traced("file write \"a\" 2 bytes -> -34"));
+    FSClose(refNum);
+    EXPECT_EQ(contentsOf(folder / "a"), "teab");
+}
+
 TEST_F(FileTest, PlannedFaultOfCloseStillCloses)
 {
     writeFile(folder / "a", "text");

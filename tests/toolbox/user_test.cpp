@@ -64,7 +64,10 @@ protected:
             .item(userItem, 5000, 70, 60, 20)
             .add(id);
         addDialog(id, 100, 100, 300, 130);
-        ItemList().item(ctrlItem + btnCtrl, 100, 60, 70, 20, "OK").add(501);
+        ItemList()
+            .item(ctrlItem + btnCtrl, 100, 60, 70, 20, "OK")
+            .item(statText | itemDisable, 10, 10, 200, 40, "Mind this.")
+            .add(501);
         addAlert(501, 100, 100, 300, 100);
         menu = NewMenu(menuID, P(""));
         AppendMenu(menu, P("First;Second   ;(Third;Fourth"));
@@ -386,6 +389,47 @@ TEST_F(User, SurpriseHandlerThatChangesNothingDoesNotHang)
 {
     user.onSurprise([](int) { return true; });
     EXPECT_EQ(messageOfDialog(), "the script ended with dialog 500 still open");
+}
+
+TEST_F(User, WhoIsStuckAsksTheProgramToQuit)
+{
+    user.quitsWhenStuck();
+    user.atLine(3);
+    bool returned = false;
+    user.atHost([&] {
+        runDialog();
+        returned = true;
+    });
+    user.atLine(4);
+    user.press(9);
+    user.press(okItem);
+    ScriptError error = errorOf([&] { user.run(); });
+    EXPECT_TRUE(returned) << "the program has put its dialog away itself";
+    EXPECT_EQ(error.line, 4);
+    EXPECT_EQ(error.message, "dialog 500 has no item 9");
+    EXPECT_TRUE(user.idle());
+}
+
+TEST_F(User, WhatIsSaidMeanwhileBelongsToTheError)
+{
+    user.quitsWhenStuck();
+    user.atHost([] { StopAlert(501, nullptr); });
+    user.atHost([] { FAIL() << "the steps after it are dropped"; });
+    ScriptError error = errorOf([&] { user.run(); });
+    EXPECT_EQ(error.message, "dialog 501 is still open: \"Mind this.\"");
+    EXPECT_EQ(user.lastMessage(), "Mind this.");
+}
+
+TEST_F(User, WhoIsStuckDoesNotWaitForEver)
+{
+    user.quitsWhenStuck();
+    user.atHost([] {
+        EventRecord event;
+        for (;;)
+            WaitNextEvent(everyEvent, &event, 10);
+    });
+    user.press(1);
+    EXPECT_EQ(errorOf([&] { user.run(); }).message, "no dialog is open");
 }
 
 TEST_F(User, SessionEndedByAnErrorStopsCleanlyAndANewOneStarts)

@@ -12,6 +12,7 @@ struct Plan {
     int left;
     bool onward;
     OSErr error;
+    bool halfway = false;
 
     bool strikes()
     {
@@ -28,7 +29,9 @@ constexpr std::array<const char *, fileCallKinds> names = {
 std::vector<Plan> filePlans;
 std::vector<Plan> allocationPlans;
 std::array<int, fileCallKinds> counts{};
+int allocations = 0;
 bool anyMet = false;
+bool halfway = false;  // the fault that struck last
 
 // Every plan sees every call, even when an earlier one has struck already.
 OSErr strike(std::vector<Plan> &plans, std::optional<FileCall> kind)
@@ -36,8 +39,10 @@ OSErr strike(std::vector<Plan> &plans, std::optional<FileCall> kind)
     OSErr error = noErr;
     for (Plan &plan : plans) {
         bool concerned = !plan.kind || plan.kind == kind;
-        if (concerned && plan.strikes() && error == noErr)
+        if (concerned && plan.strikes() && error == noErr) {
             error = plan.error;
+            halfway = plan.halfway;
+        }
     }
     anyMet = anyMet || error != noErr;
     return error;
@@ -48,6 +53,11 @@ OSErr strike(std::vector<Plan> &plans, std::optional<FileCall> kind)
 void failFileCall(FileCall kind, int nth, OSErr error, bool onward)
 {
     filePlans.push_back({kind, nth, onward, error});
+}
+
+void stopHalfway(FileCall kind, int nth, OSErr error, bool onward)
+{
+    filePlans.push_back({kind, nth, onward, error, true});
 }
 
 void failAnyFileCall(int nth, OSErr error, bool onward)
@@ -65,7 +75,8 @@ void clear()
     filePlans.clear();
     allocationPlans.clear();
     counts = {};
-    anyMet = false;
+    allocations = 0;
+    anyMet = halfway = false;
 }
 
 bool met()
@@ -76,6 +87,11 @@ bool met()
 int count(FileCall kind)
 {
     return counts[static_cast<std::size_t>(kind)];
+}
+
+int allocationCount()
+{
+    return allocations;
 }
 
 const char *name(FileCall kind)
@@ -94,11 +110,18 @@ std::optional<FileCall> kindNamed(const std::string &name)
 OSErr check(FileCall kind)
 {
     ++counts[static_cast<std::size_t>(kind)];
+    halfway = false;
     return strike(filePlans, kind);
+}
+
+bool stopsHalfway()
+{
+    return halfway;
 }
 
 bool allocationFails()
 {
+    ++allocations;
     return strike(allocationPlans, std::nullopt) != noErr;
 }
 

@@ -100,16 +100,16 @@ OSErr FSRead(int16_t refNum, int32_t *count, void *buffer)
 {
     int32_t none = 0;
     int32_t &moved = count ? *count : none;
-    return transferCall(FileCall::read, quotedName(refNum), moved,
-                        [&] { return count ? readBytes(refNum, moved, buffer) : OSErr{paramErr}; });
+    return partCall(FileCall::read, quotedName(refNum), moved,
+                    [&] { return count ? readBytes(refNum, moved, buffer) : OSErr{paramErr}; });
 }
 
 OSErr FSWrite(int16_t refNum, int32_t *count, const void *buffer)
 {
     int32_t none = 0;
     int32_t &moved = count ? *count : none;
-    return transferCall(FileCall::write, quotedName(refNum), moved,
-                        [&] { return count ? writeBytes(refNum, moved, buffer) : OSErr{paramErr}; });
+    return partCall(FileCall::write, quotedName(refNum), moved,
+                    [&] { return count ? writeBytes(refNum, moved, buffer) : OSErr{paramErr}; });
 }
 
 OSErr GetEOF(int16_t refNum, int32_t *logicalEnd)

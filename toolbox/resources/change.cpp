@@ -1,3 +1,4 @@
+#include "files/calls.h"
 #include "memory/heap.h"
 #include "resources/resourcefile.h"
 #include "toolbox/host/text.h"
@@ -56,7 +57,7 @@ void AddResource(Handle data, ResType type, int16_t id, ConstStr255Param name)
 {
     ResourceFile *file = currentFile();
     if (!file || !toolbox::heap::isLive(data) || resourceOf(data)) {
-        result(file ? addResFailed : resFNotFound);
+        toolbox::files::noteFailedChange(result(file ? addResFailed : resFNotFound));
         return;
     }
     auto resource = std::make_unique<Resource>();

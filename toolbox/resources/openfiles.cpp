@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "files/calls.h"
 #include "memory/heap.h"
 #include "resources/resourcefile.h"
 #include "session/managers.h"
@@ -131,7 +132,7 @@ files::ForkAddress addressOf(std::int16_t vRefNum, std::int32_t dirID, ConstStr2
 
 void traceCall(FileCall call, const files::ForkAddress &address, OSErr error)
 {
-    trace::line("file %s %s -> %d", faults::name(call), trace::quoted(utf8FromRoman(address.name)).c_str(), error);
+    files::traceCall(call, trace::quoted(utf8FromRoman(address.name)), error);
 }
 
 // A changed block is the only copy of the change.

@@ -91,8 +91,8 @@ void bringIn()
     scrap.seenSerial = serial;
     std::string text = macText(machine().clipboardText());
     empty();
-    if (!text.empty())
-        append('TEXT', text.data(), static_cast<std::int32_t>(text.size()));
+    if (!text.empty() && append('TEXT', text.data(), static_cast<std::int32_t>(text.size())) != noErr)
+        scrap.seenSerial.reset();  // there may be room for it the next time
 }
 
 struct Entry {

@@ -6,6 +6,7 @@
 #include "textedit/selecting.h"
 #include "toolbox/events.h"
 #include "toolbox/keys.h"
+#include "toolbox/system.h"
 
 namespace toolbox::textedit {
 namespace {
@@ -104,6 +105,8 @@ void typeKey(TEHandle text, int character, std::uint16_t modifiers)
     char typed = static_cast<char>(character);
     if (replace(text, (**text).selStart, (**text).selEnd, {&typed, 1}))
         select(text, (**text).selStart, (**text).selEnd);
+    else
+        SysBeep(1);  // no room: who looks at the keys learns that one is missing
 }
 
 }  // namespace toolbox::textedit

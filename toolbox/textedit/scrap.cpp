@@ -6,6 +6,7 @@
 #include "textedit/record.h"
 #include "toolbox/memory.h"
 #include "toolbox/scrap.h"
+#include "toolbox/system.h"
 #include "toolbox/textedit.h"
 
 namespace toolbox::textedit {
@@ -65,9 +66,10 @@ void TECut(TEHandle text)
 void TEPaste(TEHandle text)
 {
     std::string pasted(*scrap, static_cast<size_t>(GetHandleSize(scrap)));
-    if (!replace(text, (**text).selStart, (**text).selEnd, pasted))
-        return;
-    select(text, (**text).selStart, (**text).selEnd);
+    if (replace(text, (**text).selStart, (**text).selEnd, pasted))
+        select(text, (**text).selStart, (**text).selEnd);
+    else
+        SysBeep(1);
 }
 
 OSErr TEToScrap(void)
@@ -89,7 +91,13 @@ OSErr TEFromScrap(void)
     if (length < 0)
         return static_cast<OSErr>(length);
     length = GetScrap(scrap, 'TEXT', &offset);
-    return static_cast<OSErr>(length < 0 ? length : noErr);
+    if (length >= 0)
+        return noErr;
+    // No room. What was copied here before must not be pasted in its place.
+    SetHandleSize(scrap, 0);
+    deskCountSeen.reset();
+    SysBeep(1);
+    return static_cast<OSErr>(length);
 }
 
 Handle TEScrapHandle(void)

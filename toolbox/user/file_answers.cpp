@@ -4,6 +4,7 @@
 
 #include "standardfile/file_dialog.h"
 #include "toolbox/events.h"
+#include "toolbox/host/text.h"
 #include "user/front_dialog.h"
 
 namespace fs = std::filesystem;
@@ -25,6 +26,17 @@ bool isWithin(const fs::path &folder, const fs::path &above)
 {
     auto [mismatch, ignored] = std::mismatch(above.begin(), above.end(), folder.begin(), folder.end());
     return mismatch == above.end();
+}
+
+std::string nameShown(const standardfile::State &state)
+{
+    std::int16_t type;
+    Handle item;
+    Rect box;
+    Str255 text;
+    GetDItem(state.dialog, state.nameItem, &type, &item, &box);
+    GetIText(item, text);
+    return std::string(pascalView(text));
 }
 
 int firstShown(const standardfile::State &state)
@@ -102,8 +114,9 @@ bool AnswerFile::clickRow(Hand &hand, const standardfile::State &state, const st
     return false;
 }
 
-// Tab selects what is in the field, and typing replaces it.
-Progress AnswerSave::answer(Hand &hand, const standardfile::State &)
+// Tab selects what is in the field, and typing replaces it. A key that the field does not take would give the file
+// another name.
+Progress AnswerSave::answer(Hand &hand, const standardfile::State &state)
 {
     if (!named_) {
         hand.key("tab");
@@ -111,6 +124,8 @@ Progress AnswerSave::answer(Hand &hand, const standardfile::State &)
         named_ = true;
         return Progress::more;
     }
+    if (std::string shown = nameShown(state); utf8FromRoman(shown) != fileName_)
+        throw Problem{"\"" + fileName_ + "\" cannot be typed: the field shows \"" + utf8FromRoman(shown) + "\""};
     return accept_.advance(hand);
 }
 

@@ -1,9 +1,12 @@
 #include "user/front_dialog.h"
 
+#include <algorithm>
 #include <string>
 
+#include "dialogs/dialog_list.h"
 #include "dialogs/identity.h"
 #include "quickdraw/port_scope.h"
+#include "standardfile/state.h"
 #include "toolbox/host/text.h"
 #include "user/hand.h"
 
@@ -63,6 +66,19 @@ int frontDialogID()
 {
     DialogPtr dialog = frontDialog();
     return dialog ? dialogs::idOf(dialog) : 0;
+}
+
+bool messageInFront()
+{
+    const dialogs::Dialog *dialog = dialogs::find(frontDialog());
+    const auto fileDialog = standardfile::state();
+    if (!dialog || !dialog->complete || (fileDialog && fileDialog->dialog == frontDialog()))
+        return false;
+    const auto isText = [](const dialogs::Item &item) { return item.kind() == statText; };
+    const auto isButton = [](const dialogs::Item &item) { return item.kind() == ctrlItem + btnCtrl; };
+    return std::any_of(dialog->items.begin(), dialog->items.end(), isText) &&
+           std::all_of(dialog->items.begin(), dialog->items.end(),
+                       [&](const dialogs::Item &item) { return !item.enabled() || isText(item) || isButton(item); });
 }
 
 bool isDimmed(int number)

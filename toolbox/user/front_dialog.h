@@ -11,6 +11,9 @@ DialogPtr frontDialog();
 // Its number; 0 when none is in front.
 int frontDialogID();
 
+// Whether there is one with texts in it and nothing to act on but buttons.
+bool messageInFront();
+
 // Whether the item is a control that is dimmed now.
 bool isDimmed(int item);
 // The middle of the item, global. Throws Problem for an item that does not exist

@@ -37,7 +37,46 @@ std::optional<Input> ScriptedUser::Script::inVain(int atLine, const std::string 
     return std::nullopt;
 }
 
+void ScriptedUser::Script::hearMessage()
+{
+    if (messageInFront())
+        lastMessage = frontDialogText();
+}
+
+// The user does nothing any more; what is still said belongs to the error.
+std::optional<Input> ScriptedUser::Script::whileStuck()
+{
+    constexpr int patience = 200;
+    if (++asksWhileStuck > patience)
+        throw *stuck;
+    if (messageInFront() && stuck->message.find(lastMessage) == std::string::npos)
+        stuck->message += ": \"" + lastMessage + "\"";
+    return std::nullopt;
+}
+
+void ScriptedUser::Script::throwIfStuck() const
+{
+    if (stuck)
+        throw *stuck;
+}
+
 std::optional<Input> ScriptedUser::Script::nextInput()
+{
+    hearMessage();
+    if (stuck)
+        return whileStuck();
+    try {
+        return inputFromSteps();
+    } catch (const ScriptError &error) {
+        if (!quitsWhenStuck)
+            throw;
+        stuck = error;
+        hand.machine.push({.kind = Input::Kind::quit});
+        return whileStuck();
+    }
+}
+
+std::optional<Input> ScriptedUser::Script::inputFromSteps()
 {
     for (;;) {
         if (std::optional<Input> input = hand.take())
@@ -115,6 +154,7 @@ void ScriptedUser::Script::run()
             continue;
         while (advance(step) != Progress::done)
             ;
+        throwIfStuck();
     }
 }
 

@@ -39,6 +39,10 @@ struct ScriptedUser::Script {
     int expectedDialog = 0;
     int asksInVain = 0;
     int surprises = 0;
+    bool quitsWhenStuck = false;
+    std::optional<ScriptError> stuck;
+    int asksWhileStuck = 0;
+    std::string lastMessage;
 
     void add(user::Where where, std::unique_ptr<user::Activity> activity)
     {
@@ -53,6 +57,10 @@ struct ScriptedUser::Script {
     bool surprised(int dialogID);
     std::optional<Input> inVain(int atLine, const std::string &message);
     std::optional<Input> nextInput();
+    std::optional<Input> inputFromSteps();
+    std::optional<Input> whileStuck();
+    void hearMessage();
+    void throwIfStuck() const;
     bool ready();
     user::Progress advance(user::Step &step);
     user::Progress perform();

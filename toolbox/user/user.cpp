@@ -217,6 +217,21 @@ void ScriptedUser::onSurprise(std::function<bool(int dialogID)> handler)
     script_->surprise = std::move(handler);
 }
 
+void ScriptedUser::quitsWhenStuck()
+{
+    script_->quitsWhenStuck = true;
+}
+
+const std::optional<ScriptError> &ScriptedUser::stuck() const
+{
+    return script_->stuck;
+}
+
+const std::string &ScriptedUser::lastMessage() const
+{
+    return script_->lastMessage;
+}
+
 void ScriptedUser::forgetRest()
 {
     script_->steps.clear();

@@ -122,6 +122,11 @@ std::string endedBy(const InterpreterRun &run, int signal)
     return "the interpreter was ended by signal " + std::to_string(signal);
 }
 
+int secondsInAll(const InterpreterLimits &limits)
+{
+    return limits.secondsAPage * limits.slowPages;
+}
+
 // Does nothing when the interpreter has finished the job.
 void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
 {
@@ -130,6 +135,13 @@ void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, c
     if (result.end == io::RunEnd::timedOut)
         throw io::Refusal(where + "the interpreter took more than " + std::to_string(run.limits.secondsAPage) +
                           " seconds and was ended");
+    if (result.end == io::RunEnd::tookTooLong)
+        throw io::Refusal(where + "the interpreter took more than " + std::to_string(secondsInAll(run.limits)) +
+                          " seconds so far, " + std::to_string(run.limits.slowPages) +
+                          " times what a page may take, and was ended");
+    if (result.end == io::RunEnd::filledFolder)
+        throw io::Refusal(where + "the page files take more than " + std::to_string(run.limits.pageMegabytes) +
+                          " MB, and the job was ended");
     if (result.end == io::RunEnd::wroteTooMuch)
         throw io::Refusal(where + "the job fills the disk with temporary files and was ended");
     if (result.end == io::RunEnd::killed)
@@ -165,7 +177,9 @@ InterpreterReport interpret(const InterpreterRun &run)
                                   .folder = folder,
                                   .temporary = temporary,
                                   .seconds = run.limits.secondsAPage,
+                                  .secondsInAll = secondsInAll(run.limits),
                                   .megabytes = run.limits.megabytes,
+                                  .folderMegabytes = run.limits.pageMegabytes,
                                   .line = take}),
                   words);
     std::filesystem::remove_all(folder / temporary);

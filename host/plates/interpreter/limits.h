@@ -9,9 +9,11 @@ inline constexpr int kMostSpotInks = 27;
 inline constexpr int kMostSurveyedInks = 60;
 
 struct InterpreterLimits {
-    int secondsAPage = 300;  // it is ended when a page takes longer
-    int megabytes = 2048;    // of memory
-    int pages = 100000;      // a job with more is ended
+    int secondsAPage = 300;        // it is ended when a page takes longer
+    int slowPages = 100;           // or when the whole job takes longer than so many pages may
+    int megabytes = 2048;          // of memory
+    int pages = 100000;            // a job with more is ended
+    int pageMegabytes = 16 << 10;  // of page files that are not yet read, in each run
 };
 
 }  // namespace riders::plates

@@ -12,7 +12,20 @@ namespace {
 
 constexpr size_t kLongestRiders = 1 << 20;
 
-// The number of the first "/name number" there is; what an annotation says comes later.
+// What the pieces of a riders file have before and after the body of a dot shape, and before the annotation.
+constexpr std::string_view kBeforeShape = "\nriderReadSpot ", kAfterShape = "%end-of-dot-shape%";
+constexpr std::string_view kBeforeAnnotation = "\n/riderFont ";
+
+// A dot shape may hold anything, also what looks like a piece.
+std::string withoutShape(std::string riders)
+{
+    const size_t start = riders.find(kBeforeShape), end = riders.find(kAfterShape, start);
+    if (start != std::string::npos && end != std::string::npos)
+        riders.erase(start, end - start);
+    return riders;
+}
+
+// The number of the first "/name number" there is.
 std::optional<double> definedNumber(const std::string &text, const std::string &name)
 {
     for (size_t at = text.find(name); at != std::string::npos; at = text.find(name, at + 1)) {
@@ -40,9 +53,11 @@ AskedFor askedByRiders(const std::filesystem::path &riders)
     const io::OpenFile in = io::openInput(riders);
     std::string text(kLongestRiders, '\0');
     text.resize(io::readFully(in, text.data(), text.size()));
-    AskedFor asked{definedNumber(text, "/riderFrequency "), definedNumber(text, "/riderAngle "), "the riders file",
-                   true, text.find("\n/riderFont (") != text.npos};
-    return asked;
+    text = withoutShape(std::move(text));
+    const size_t annotation = text.find(kBeforeAnnotation);
+    const std::string screen = text.substr(0, annotation);
+    return {definedNumber(screen, "/riderFrequency "), definedNumber(screen, "/riderAngle "), "the riders file",
+            true, annotation != std::string::npos};
 }
 
 AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates::AskedScreens &page,

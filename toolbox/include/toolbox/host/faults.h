@@ -30,6 +30,10 @@ namespace faults {
 // The nth call (from 1) of the kind from now on returns error; with onward set
 // every later one as well. error is not noErr.
 void failFileCall(FileCall kind, int nth, OSErr error, bool onward = false);
+// The same for reads and writes, which stop halfway: half of the bytes, rounded
+// down, are moved before the error is returned. A resource fork is written whole
+// or not at all.
+void stopHalfway(FileCall kind, int nth, OSErr error, bool onward = false);
 // The nth call (from 1) of any kind from now on returns error.
 void failAnyFileCall(int nth, OSErr error, bool onward = false);
 // The nth allocation (from 1) from now on has no room.
@@ -39,8 +43,9 @@ void clear();
 
 // Whether a planned fault has happened since clear().
 bool met();
-// Calls of the kind since clear().
+// Calls of the kind, and allocations, since clear().
 int count(FileCall kind);
+int allocationCount();
 
 // As the enumerator is spelled: "rename".
 const char *name(FileCall kind);
@@ -48,6 +53,8 @@ std::optional<FileCall> kindNamed(const std::string &name);
 
 // For the managers, once per call: noErr, or the error this call is to return.
 OSErr check(FileCall kind);
+// Whether the call that was checked last is to stop halfway.
+bool stopsHalfway();
 bool allocationFails();
 
 }  // namespace faults

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -118,6 +119,18 @@ public:
     // (forgetRest and new ones) and the session is to go on; false or no handler:
     // ScriptError.
     void onSurprise(std::function<bool(int dialogID)> handler);
+    // From here on, the user who is stuck does not end the session at once with a
+    // ScriptError, which would leave the program no time to put away what it works
+    // on: the rest of the steps is dropped, the machine asks the program to quit
+    // (toolbox/host/quit.h), and only if that does not end the call is the error
+    // thrown through it. run() throws it once the host step returns.
+    void quitsWhenStuck();
+    // What the user is stuck at, and what messages have said since; nothing when
+    // all went well.
+    const std::optional<ScriptError> &stuck() const;
+    // What the last message, a dialog with nothing in it but texts and buttons, said,
+    // whether it was expected or not; empty if there was none.
+    const std::string &lastMessage() const;
     // Drops the steps not yet done.
     void forgetRest();
     // Whether all steps are done; the line of the next one, 0 if there is none.

@@ -1,0 +1,23 @@
+// Any bytes as a riders file: what it asks for is found or not, and is a number; any line as an opening marker
+// line: refused, or the one that would be written.
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "apply/markers.h"
+#include "fuzz/memory_file.h"
+#include "proof/facts/asked_for.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const riders::proof::AskedFor asked = riders::proof::askedByRiders(memoryFile(data, size));
+    for (const auto &number : {asked.frequency, asked.angle})
+        if (number && !std::isfinite(*number))
+            abort();
+    const std::string_view line(reinterpret_cast<const char *>(data), size);
+    const auto marker = riders::apply::parseOpening(line);
+    if (marker && riders::apply::openingLine(*marker) != line)
+        abort();
+    return 0;
+}
