@@ -8,12 +8,10 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string_view>
 
 #include <CLI/CLI.hpp>
-
-#include <iostream>
-#include <sstream>
 
 #include "commands/commands.h"
 #include "io/plain_text.h"
@@ -32,8 +30,7 @@ int explain(const CLI::App &app, const CLI::ParseError &error)
     app.exit(error, std::cout, words);
     std::cerr << riders::io::plainLines(words.str());
     if (helpAsked && !std::cout.flush()) {
-        std::cerr << app.get_name() << ": standard output cannot be written
-";
+        std::cerr << app.get_name() << ": standard output cannot be written\n";
         return failed;
     }
     return helpAsked ? done : wrongUsage;

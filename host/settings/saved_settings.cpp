@@ -89,7 +89,11 @@ void SavedSettings::takeFrom(const fs::path &copy) const
         copyIfThere(copy / name, undecided.path() / name, folder_ / name);
     io::moveTo(undecided.path(), folder_ / kDecided);
     io::syncFolder(folder_);
-    putDecidedInPlace();
+    try {
+        putDecidedInPlace();
+    } catch (const io::Refusal &) {
+        // They are saved all the same: whoever reads them next puts them in place.
+    }
 }
 
 }  // namespace riders::settings

@@ -4,6 +4,8 @@
 
 #include <set>
 
+#include "settings/saved_settings.h"
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -100,6 +102,9 @@ void World::restore()
 
 Files World::files() const
 {
+    // Settings that are decided on count as if they were in place.
+    if (const fs::path settings = place() / "config/riders"; fs::exists(settings / ".riders-settings"))
+        riders::settings::SavedSettings(settings, "Riders Preferences").finishEarlier();
     Files files;
     for (const fs::directory_entry &entry : fs::recursive_directory_iterator(place()))
         files[entry.path().lexically_relative(place())] = described(entry);
