@@ -11,7 +11,7 @@ struct TriedCommand {
     std::vector<std::vector<std::string>> before;  // what ran there earlier, without a fault
     const char *input = nullptr;                   // a file in `work`
     bool piped = false;                            // standard input and output are pipes
-    // Files that a run which fails may leave unfinished: they tell how far it came.
+    // What a run that fails may leave unfinished: a trace shows how far it came, and a played session undoes nothing.
     std::vector<std::string> unfinished = {};
 };
 

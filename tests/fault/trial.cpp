@@ -74,7 +74,8 @@ std::vector<std::string> Trial::wrongWith(const FaultyRun &run, bool mayLeave)
     for (const std::string &line : wrongFiles(run, now, mayLeave))
         wrong.push_back(line);
     // In a world that is as it was, the next run is the one without a fault.
-    if ((now != old_ && now != fresh_) || (mayLeave && !leftBy(run).empty()))
+    const bool isAsItWas = now == old_ || now == fresh_ || (run.status > 0 && !tried_.unfinished.empty());
+    if (!isAsItWas || (mayLeave && !leftBy(run).empty()))
         for (const std::string &line : wrongNext())
             wrong.push_back(line);
     return wrong;
