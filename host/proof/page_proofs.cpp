@@ -18,10 +18,10 @@ std::string nameOf(const PageFacts &page)
     return "page-" + std::to_string(page.number);
 }
 
-PlateFacts startedPlate(const std::string &plate, const PlateLook &look, Colour ink, const AskedFor &asked)
+PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour ink, const AskedFor &asked)
 {
     PlateFacts facts;
-    facts.name = plates::plateNameFrom(plate);
+    facts.name = name;
     facts.ink = ink;
     facts.tints = look.tints;
     facts.flatPlace = look.flatPlace;
@@ -67,7 +67,8 @@ PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
         page.plates.push_back(
-            startedPlate(plate, look.plates[i], inkColour(plate, rendered.report->inks),
+            startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
+                         inkColour(plate, rendered.report->inks),
                          askedFor(plate, run_.riders, rendered.screens, rendered.report->atStart)));
     }
     return page;

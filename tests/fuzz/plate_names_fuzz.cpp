@@ -9,8 +9,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const std::string ink(reinterpret_cast<const char *>(data), size);
-    const std::string shown = riders::plates::plateNameFrom(ink);
-    if (riders::io::plainText(shown) != shown || riders::plates::inkBytesFrom(ink).size() > ink.size())
+    const std::string shown = riders::plates::plateNameFrom(ink, size);
+    if (riders::io::plainText(shown) != shown || riders::plates::inkBytesFrom(ink, size).size() > ink.size())
         abort();
     std::set<std::string> taken = {"all"};
     for (const std::string &name : {shown, ink, shown.substr(0, 1)}) {

@@ -65,9 +65,11 @@ void WatchedCases::run(const std::string &device, const std::string &page)
                                              "-r72", "-sDEVICE=" + device, "-sOutputFile=page-none", "job.ps"},
                                             {}, folder_.path());
     said_ = result.out + result.err;
-    if (result.status != 0)
-        findings_.push_back({0, "the interpreter ends with " + std::to_string(result.status) + ": " +
-                                    said_.substr(said_.size() - std::min<size_t>(said_.size(), 300))});
+    if (result.status != 0) {
+        const std::string said = said_.substr(std::min(said_.find("Error: "), said_.size()));
+        findings_.push_back(
+            {0, "the interpreter ends with " + std::to_string(result.status) + ": " + said.substr(0, 300)});
+    }
     for (const fs::directory_entry &entry : fs::directory_iterator(folder_.path()))
         if (entry.path().filename().string().starts_with("page-"))
             fs::rename(entry.path(), folder_ / page / entry.path().filename());

@@ -49,7 +49,7 @@ protected:
             for (const plates::PlateFile &file : plates::plateFiles(plates, page))
                 if (const plates::BitPlate plate = plates::readPlate(file.file); plate.hasInk())
                     films["page-" + std::to_string(page) + "-" +
-                          plates::fileNameFor(plates::plateNameFrom(file.plate), taken) + ".tif"] = plate.bits;
+                          plates::fileNameFor(plates::plateNameFrom(file.plate, 0), taken) + ".tif"] = plate.bits;
         }
         return films;
     }
@@ -183,6 +183,13 @@ TEST_F(ProofPlatesTest, SpotInksNamedAsProcessInksInOtherLettersKeepTheirNames)
     EXPECT_EQ(files(out / "films"), (Names{"page-1-black-2.tif", "page-1-cyan-2.tif", "page-1-cyan-3.tif"}));
     for (const char *name : {"</span>cyan<", "</span>CYAN<", "</span>black<"})
         EXPECT_NE(page.find(name), std::string::npos) << name;
+}
+
+TEST_F(ProofPlatesTest, NumberAtTheEndOfSuchANameIsKept)
+{
+    const std::string page = pageOf(smallJob({smallPage("[/Separation /CYAN1 /DeviceCMYK {0 exch 0 exch 0}] "
+                                                        "setcolorspace .5 setcolor 12 12 9 9 rectfill\n")}));
+    EXPECT_NE(page.find("</span>CYAN1<"), std::string::npos);
 }
 
 }  // namespace

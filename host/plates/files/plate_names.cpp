@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <string_view>
 
 #include "io/plain_text.h"
@@ -28,11 +29,21 @@ bool isEqualButForCase(std::string_view one, std::string_view other)
     });
 }
 
+// Whether it is how the interpreter numbers one of so many inks, from 0.
+bool isNumberOf(const std::string &digits, size_t spotInks)
+{
+    size_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return error == std::errc() && number < spotInks && std::to_string(number) == digits;
+}
+
 // A process ink's name in other letters, as cyan or CYAN, is a spot ink's. The interpreter then adds the ink's
 // number, so that no two files of plates differ in the case of letters alone.
-std::string withoutNumber(const std::string &name)
+std::string withoutNumber(const std::string &name, size_t spotInks)
 {
     const std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    if (!isNumberOf(name.substr(bare.size()), spotInks))
+        return name;
     for (const char *process : kProcessPlates)
         if (bare != process && isEqualButForCase(bare, process))
             return bare;
@@ -41,7 +52,7 @@ std::string withoutNumber(const std::string &name)
 
 }  // namespace
 
-std::string inkBytesFrom(const std::string &interpreters)
+std::string inkBytesFrom(const std::string &interpreters, size_t spotInks)
 {
     std::string bytes;
     for (size_t i = 0; i < interpreters.size(); ++i) {
@@ -51,12 +62,12 @@ std::string inkBytesFrom(const std::string &interpreters)
         bytes += low >= 0 ? static_cast<char>(high * 16 + low) : interpreters[i];
         i += low >= 0 ? 2 : 0;
     }
-    return withoutNumber(bytes);
+    return withoutNumber(bytes, spotInks);
 }
 
-std::string plateNameFrom(const std::string &interpreters)
+std::string plateNameFrom(const std::string &interpreters, size_t spotInks)
 {
-    return io::plainText(inkBytesFrom(interpreters));
+    return io::plainText(inkBytesFrom(interpreters, spotInks));
 }
 
 std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)

@@ -127,7 +127,7 @@ InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering
     const std::set<std::string> inks = allInks(job, rendering.pages);
     for (const std::string &ink : inks)
         run(PlateDevice::processPlates, pagesWith(job, rendering.pages, ink), folderOf(rendering, inks, ink),
-            spotInkAsBlack(inkBytesFrom(ink)));
+            spotInkAsBlack(inkBytesFrom(ink, job.survey.inksKnown())));
     return report;
 }
 

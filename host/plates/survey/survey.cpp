@@ -22,6 +22,7 @@ std::vector<TintPlate> readPage(const fs::path &folder, int file, SurveyedPage &
     for (const PlateFile &plate : plateFiles(folder, file)) {
         TintPlate read = readTints(plate.file);
         const bool ink = read.hasInk();
+        page.inksKnown += !isProcessPlate(plate.plate);
         fs::remove(plate.file);
         // Leaves out an ink that was only named, here or on a page not asked for.
         if (isProcessPlate(plate.plate) || ink) {
@@ -146,14 +147,14 @@ void refuseMissing(const SurveyRun &run, const fs::path &folder, const Survey &s
                       pagesInWords(count));
 }
 
-std::string spotInksInWords(const SurveyedPage &page)
+std::string spotInksInWords(const SurveyedPage &page, size_t inksKnown)
 {
     constexpr size_t kMostNamed = 5;
     std::string words;
     size_t inks = 0;
     for (const SurveyedPlate &plate : page.plates)
         if (!isProcessPlate(plate.plate) && ++inks <= kMostNamed)
-            words += (words.empty() ? "" : ", ") + plateNameFrom(plate.plate);
+            words += (words.empty() ? "" : ", ") + plateNameFrom(plate.plate, inksKnown);
     return std::to_string(inks) + " spot inks, " + words + " and others";
 }
 
@@ -163,14 +164,22 @@ void refuseTooManyInks(const SurveyRun &run, const Survey &survey)
     const std::string name = run.job.name.string() + ": ", most = std::to_string(kMostSpotInks);
     for (const SurveyedPage &page : survey.pages)
         if (page.plates.size() > std::size(kProcessPlates) + kMostSpotInks)
-            throw io::Refusal(name + "page " + std::to_string(page.number) + ": has " + spotInksInWords(page) +
-                              "; plates can be made of " + most);
+            throw io::Refusal(name + "page " + std::to_string(page.number) + ": has " +
+                              spotInksInWords(page, survey.inksKnown()) + "; plates can be made of " + most);
     if (survey.report.inksMixed)
         throw io::Refusal(name + "names more than " + std::to_string(kMostSurveyedInks) +
                           " spot inks; plates can be made of " + most);
 }
 
 }  // namespace
+
+size_t Survey::inksKnown() const
+{
+    size_t most = 0;
+    for (const SurveyedPage &page : pages)
+        most = std::max(most, page.inksKnown);
+    return most;
+}
 
 Survey surveyJob(const SurveyRun &run, io::Workers &workers)
 {

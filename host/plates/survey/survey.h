@@ -22,11 +22,14 @@ struct SurveyedPage {
     double width = 0, height = 0;       // inches
     std::vector<SurveyedPlate> plates;  // process plates first, with ink or without
     bool spotInks = false;              // there are other plates than the process ones
+    size_t inksKnown = 0;               // spot inks that the interpreter had met by then
 };
 
 struct Survey {
     std::vector<SurveyedPage> pages;  // those asked for, ascending
     InterpreterReport report;
+
+    size_t inksKnown() const;  // spot inks that the interpreter has met in all
 };
 
 // What the survey sees of a page, for as long as the call lasts.
