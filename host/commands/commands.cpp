@@ -23,12 +23,12 @@ std::string hexNumber(std::string &text)
         end = 0;
     }
     bool good = end > 0 && end == text.size() && value <= 0xFFFF;
-    return good ? std::string() : text + " is no version number such as 0x0755";
+    return good ? std::string() : text + " is not a version number such as 0x0755";
 }
 
 std::string displayList(std::string &text)
 {
-    return play::displaysFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
+    return play::displaysFromText(text).empty() ? text + " is not a list of screens such as 640x480x8+1024x768x1"
                                                : std::string();
 }
 
@@ -116,7 +116,7 @@ void Commands::addStrip(CLI::App &app)
 void Commands::addPlay(CLI::App &app)
 {
     CLI::App *play = app.add_subcommand("play", "Play a scripted session on the headless screen");
-    play->add_option("script", play_.script, "The session; its form is told in docs/playing.md")
+    play->add_option("script", play_.script, "The session; docs/playing.md describes its form")
         ->required()
         ->type_name("SCRIPT");
     play->add_option("--trace", play_.traceFile, "Write what happened, a line each")->type_name("FILE");
@@ -163,12 +163,12 @@ void Commands::addProof(CLI::App &app)
     proof->add_option("--pages", proof_.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     proof->add_option("-o,--output", proof_.folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
-    proof->add_option("--seconds", proof_.limits.secondsAPage, "A page may take so long; 300 when left out")
+    proof->add_option("--seconds", proof_.limits.secondsAPage, "How long a page may take; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
     proof
         ->add_option("--megabytes", proof_.limits.megabytes,
-                     "The interpreter may take so much memory; 2048 when left out")
+                     "How much memory the interpreter may take; 2048 when left out")
         ->check(CLI::Range(64, 1 << 20))
         ->type_name("N");
     proof->callback([this] {

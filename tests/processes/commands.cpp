@@ -86,6 +86,8 @@ void writeFiles(const fs::path &folder)
     writeFile(folder / "two.spot", "%!KT1_Spot\rpop % two\r");
     writeFile(folder / "job.ps", page("0.5"));
     writeFile(folder / "other.ps", page("0.2"));
+    writeFile(folder / "one.play", "start\ncommand 0\nchoose 4 3\npress 1\nsave film\n");
+    writeFile(folder / "two.play", "start\ncommand 0\nchoose 4 5\npress 1\nsave film\n");
     writeFile(folder / "remove.play", "start\ncommand 1\nopen film\n");
     fs::create_symlink("film", folder / "link");
 }
@@ -96,6 +98,8 @@ const std::vector<ChangingCommand> &changingCommands()
 {
     const std::string one = "make -o film --spot one.spot", two = "make -o film --spot two.spot";
     const std::string makeOne = "riders " + one, keepOne = makeOne + " --save-settings";
+    const std::string preferences = std::string(" --preferences ") + kSettings;
+    const std::string playOne = "play one.play" + preferences;
     const std::string proof = "proof job.ps --dpi 300 -o proof";
     const std::string otherProof = "riders proof other.ps --dpi 300 -o proof";
     static const std::vector<ChangingCommand> commands = {
@@ -138,9 +142,14 @@ const std::vector<ChangingCommand> &changingCommands()
          .words = "strip out.ps -o out.ps",
          .parts = {"out.ps"},
          .next = "strip kept.ps -o out.ps"},
+        {.name = "MakeInADialog", .before = {}, .words = playOne, .parts = {"film", kSettings}},
+        {.name = "MakeAgainInADialog",
+         .before = {"riders " + playOne},
+         .words = "play two.play" + preferences,
+         .parts = {"film", kSettings}},
         {.name = "Remove",
          .before = {makeOne},
-         .words = std::string("play remove.play --preferences ") + kSettings,
+         .words = "play remove.play" + preferences,
          .parts = {"film"},
          .next = two},
         {.name = "Proof", .before = {}, .words = proof, .parts = {"proof"}},

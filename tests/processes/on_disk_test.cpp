@@ -18,7 +18,7 @@ std::vector<ChangingCommand> writingCommands()
 {
     std::vector<ChangingCommand> commands;
     for (const ChangingCommand &command : changingCommands())
-        if (!command.ofChildren && command.name != "Remove")
+        if (!command.ofChildren)
             commands.push_back(command);
     return commands;
 }

@@ -1,11 +1,16 @@
 #include "files/calls.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "toolbox/host/failed_changes.h"
 
 namespace toolbox {
 namespace {
 
-OSErr firstFailed = noErr;
+// By name as in the trace: in quotes, and with how many bytes were moved.
+std::vector<std::pair<std::string, OSErr>> failedChanges;
 
 bool changesContents(FileCall kind)
 {
@@ -26,18 +31,25 @@ bool changesContents(FileCall kind)
 
 OSErr firstFailedChange()
 {
-    return firstFailed;
+    return failedChanges.empty() ? OSErr{noErr} : failedChanges.front().second;
 }
 
-void files::forgetFailedChanges()
+OSErr firstFailedChange(const std::string &name)
 {
-    firstFailed = noErr;
+    const auto found = std::find_if(failedChanges.begin(), failedChanges.end(), [quoted = trace::quoted(name)](
+                                        const auto &failed) { return failed.first.starts_with(quoted); });
+    return found == failedChanges.end() ? OSErr{noErr} : found->second;
+}
+
+void forgetFailedChanges()
+{
+    failedChanges.clear();
 }
 
 void files::traceCall(FileCall kind, const std::string &name, OSErr error)
 {
-    if (firstFailed == noErr && changesContents(kind))
-        firstFailed = error;
+    if (error != noErr && changesContents(kind))
+        failedChanges.emplace_back(name, error);
     trace::line("file %s %s -> %d", faults::name(kind), name.c_str(), error);
 }
 

@@ -13,7 +13,6 @@ namespace toolbox::files {
 // name is in quotes already, as trace::quoted returns it; a call that moves
 // bytes adds a blank and how many.
 void traceCall(FileCall kind, const std::string &name, OSErr error);
-void forgetFailedChanges();
 
 template <typename Work> OSErr fileCall(FileCall kind, const std::string &name, Work work)
 {

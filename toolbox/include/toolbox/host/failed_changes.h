@@ -1,6 +1,8 @@
 // Changes to files that failed, for hosts: a plug-in may not say so.
 #pragma once
 
+#include <string>
+
 #include "toolbox/types.h"
 
 namespace toolbox {
@@ -8,5 +10,9 @@ namespace toolbox {
 // The result code of the first call since the start of the session that should have made, written, cut or flushed a
 // file and did not; noErr where all did.
 OSErr firstFailedChange();
+// The same for files of that name, UTF-8, in whatever folder.
+OSErr firstFailedChange(const std::string &name);
+// As at the start of the session.
+void forgetFailedChanges();
 
 }  // namespace toolbox
