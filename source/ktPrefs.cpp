@@ -211,7 +211,8 @@ void GetPrefs()
     Boolean haveFolder = LocateFolder(&file);
     NeedString(file.name, kPrefsStrings, kFileNameIndex);
 
-    // A missing record is reported once: whatever is wrong with its spot text is not.
+    // A missing record is reported once: whatever is wrong with its spot text is not. That never has an effect, as the
+    // defaults import no spot function and its text is not looked for; the two rules are independent, and kept so.
     Boolean quiet = false;
     switch (haveFolder ? ReadRecord(file) : kNoFile) {
     case kNoFile:

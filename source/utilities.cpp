@@ -123,10 +123,14 @@ int HeightOf(WindowPtr window)
     return window->portRect.bottom - window->portRect.top;
 }
 
+// Set for good by the report that there is no display: it ends the process.
+Boolean gNoDisplayReported = false;
+
 }  // namespace
 
 void UtilsInit()
 {
+    gNoDisplayReported = false;
 }
 
 void GetAppVersionStr(Str31 version)
@@ -269,6 +273,12 @@ void GetCurDevRect(WindowPtr window, Rect *display)
     GDHandle device = DeviceShowingMost(WindowOnDisplays(window));
     if (!device)
         device = GetMainDevice();
+    // The report itself asks for the display, to be centred there; without one it goes where the first one was.
+    if (!device && gNoDisplayReported) {
+        *display = gEnvirInfo->screenRect;
+        return;
+    }
+    gNoDisplayReported = !device;
     Need(device, kNoDisplay, " (no monitor)");
     *display = (*device)->gdRect;
 }

@@ -41,7 +41,7 @@ void finishSavedSettings(const plugin::Plugin &plugin)
 }  // namespace
 
 Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
-    : fork_(request.program), plugin_(request.plugin), firstJob_(request.job), display_(std::move(display))
+    : fork_(request.program), plugin_(request.plugin), keeper_(plugin_, showProblem), firstJob_(request.job), display_(std::move(display))
 {
     startRandomNumbers();
     finishSavedSettings(plugin_);
@@ -94,7 +94,7 @@ void Application::carryOut(const Command &command)
     case Command::Kind::none:
         return;
     case Command::Kind::about:
-        plugin_.call(kSelectAbout);
+        keeper_.call(kSelectAbout);
         return;
     case Command::Kind::open:
         return askAndOpen();
@@ -103,7 +103,7 @@ void Application::carryOut(const Command &command)
     case Command::Kind::quit:
         return quit();
     case Command::Kind::plugin:
-        plugin_.call(kSelectCommand, command.number);
+        keeper_.call(kSelectCommand, command.number);
         return;
     case Command::Kind::fullScreen:
         return display_->setFullScreen(!display_->fullScreen());

@@ -9,6 +9,7 @@
 #include "app/document.h"
 #include "app/last_folder.h"
 #include "app/menus.h"
+#include "keeping/keeper.h"
 #include "plugin/plugin.h"
 #include "plugin/resource_fork.h"
 
@@ -42,6 +43,7 @@ private:
     LastFolder lastFolder_;
     plugin::ResourceFork fork_;
     plugin::Plugin plugin_;
+    keeping::Keeper keeper_;
     std::filesystem::path firstJob_;
     std::optional<DisplaySettings> display_;
     std::optional<Menus> menus_;

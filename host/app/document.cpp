@@ -4,6 +4,7 @@
 #include "app/dialog_items.h"
 #include "app/words.h"
 #include "apply/apply.h"
+#include "io/bytes.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
 #include "plugin/resource_fork.h"
@@ -27,6 +28,12 @@ std::string inPlainWords(std::string problem, const fs::path &folder)
     for (size_t at; !folder.empty() && (at = problem.find(prefix)) != problem.npos;)
         problem.erase(at, prefix.size());
     return problem;
+}
+
+// What was a file when it was chosen may be a pipe by now, and a window does not wait for one.
+void requireFile(const fs::path &file)
+{
+    io::openOrdinaryFile(file);
 }
 
 }  // namespace
@@ -141,6 +148,7 @@ void Document::save(bool with, const std::function<void(const fs::path &out)> &w
     if (out.empty())
         return;
     try {
+        requireFile(job_);
         write(out);
         open(out);
     } catch (const io::Refusal &refusal) {
@@ -153,7 +161,10 @@ void Document::add()
     toolbox::setStandardFileFolder(job_.parent_path());
     fs::path riders = askForRiders();
     if (!riders.empty())
-        save(true, [&](const fs::path &out) { apply::applyRiders({riders, job_, out}); });
+        save(true, [&](const fs::path &out) {
+            requireFile(riders);
+            apply::applyRiders({riders, job_, out});
+        });
 }
 
 void Document::takeOut()

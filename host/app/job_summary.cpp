@@ -1,24 +1,26 @@
 #include "app/job_summary.h"
 
+#include <errno.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <fstream>
 #include <memory>
 
 #include "apply/job_structure.h"
 #include "io/bytes.h"
+#include "io/refusal.h"
 
 namespace riders::app {
 namespace {
 
-std::string tailOf(const std::filesystem::path &job)
+std::string tailOf(const io::OpenFile &job)
 {
-    constexpr std::streamoff longest = 64 << 10;
-    std::ifstream in(job, std::ios::binary | std::ios::ate);
-    const std::streamoff size = std::min<std::streamoff>(std::max<std::streamoff>(in.tellg(), 0), longest);
-    in.seekg(-size, std::ios::end);
-    std::string tail(static_cast<size_t>(size), '\0');
-    in.read(tail.data(), size);
-    tail.resize(static_cast<size_t>(in.gcount()));
+    constexpr off_t longest = 64 << 10;
+    const off_t size = lseek(job.descriptor(), 0, SEEK_END);
+    if (size < 0 || lseek(job.descriptor(), std::max<off_t>(size - longest, 0), SEEK_SET) < 0)
+        io::refuseErrno(job.name(), errno);
+    std::string tail(static_cast<size_t>(std::min(size, longest)), '\0');
+    tail.resize(io::readFully(job, tail.data(), tail.size()));
     return tail;
 }
 
@@ -32,7 +34,7 @@ JobSummary summaryOf(const std::filesystem::path &job)
     const std::string_view bytes(buffer.get(), std::min(size, apply::kJobHeadSize));
     JobSummary summary;
     summary.hasRiders = apply::findFragment({bytes, size <= apply::kJobHeadSize, in.name()}).has_value();
-    summary.comments = commentsOf(bytes.substr(std::min(bytes.find("%!"), bytes.size())), tailOf(job));
+    summary.comments = commentsOf(bytes.substr(std::min(bytes.find("%!"), bytes.size())), tailOf(in));
     return summary;
 }
 

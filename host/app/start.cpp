@@ -48,6 +48,8 @@ std::string startOnDesktop(const AppRequest &request)
         std::unique_ptr<toolbox::Desktop> desktop = toolbox::openDesktop();
         Session session(*desktop);
         Application(request, settingsOf(*desktop)).run();
+        if (desktop->displayLost())
+            return "the display has gone away; open dialogs were cancelled";
     } catch (const toolbox::DesktopError &error) {
         return std::string(error.what()) + "; see riders --help for what the command line does";
     } catch (const toolbox::ProcessEnded &) {

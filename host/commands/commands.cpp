@@ -25,13 +25,13 @@ std::string hexNumber(std::string &text)
         end = 0;
     }
     bool good = end > 0 && end == text.size() && value <= 0xFFFF;
-    return good ? std::string() : text + " is no version number such as 0x0755";
+    return good ? std::string() : text + " is not a version number such as 0x0755";
 }
 
 std::string displayList(std::string &text)
 {
-    return play::displaysFromText(text).empty() ? text + " is no list of screens such as 640x480x8+1024x768x1"
-                                                : std::string();
+    return play::displaysFromText(text).empty() ? text + " is not a list of screens such as 640x480x8+1024x768x1"
+                                               : std::string();
 }
 
 std::string oneCharacter(std::string &text)
@@ -118,7 +118,7 @@ void Commands::addStrip(CLI::App &app)
 void Commands::addPlay(CLI::App &app)
 {
     CLI::App *play = app.add_subcommand("play", "Play a scripted session on the headless screen");
-    play->add_option("script", play_.script, "The session; its form is told in docs/playing.md")
+    play->add_option("script", play_.script, "The session; docs/playing.md describes its form")
         ->required()
         ->type_name("SCRIPT");
     play->add_option("--trace", play_.traceFile, "Write what happened, a line each")->type_name("FILE");
@@ -167,12 +167,12 @@ void Commands::addProof(CLI::App &app)
         ->type_name("DIR");
     proof
         ->add_option("--seconds", proof_.limits.secondsAPage,
-                     "A page may take so long, all pages 100 times that; 300 when left out")
+                     "How long a page may take; all pages may take 100 times that; 300 when left out")
         ->check(CLI::Range(1, 86400))
         ->type_name("N");
     proof
         ->add_option("--megabytes", proof_.limits.megabytes,
-                     "The interpreter may take so much memory; 2048 when left out")
+                     "How much memory the interpreter may take; 2048 when left out")
         ->check(CLI::Range(64, 1 << 20))
         ->type_name("N");
     proof->callback([this] {

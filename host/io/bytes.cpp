@@ -133,6 +133,20 @@ size_t readFully(const OpenFile &in, char *buffer, size_t size)
     return total;
 }
 
+std::string contentsOf(const std::string &path)
+{
+    constexpr size_t kPart = 64 << 10;
+    const OpenFile in = openOrdinaryFile(path);
+    std::string bytes;
+    for (size_t got = kPart; got == kPart;) {
+        const size_t before = bytes.size();
+        bytes.resize(before + kPart);
+        got = readFully(in, bytes.data() + before, kPart);
+        bytes.resize(before + got);
+    }
+    return bytes;
+}
+
 void writeAll(const OpenFile &out, std::string_view bytes)
 {
     while (!bytes.empty()) {

@@ -39,6 +39,9 @@ OpenFile openOrdinaryFile(const std::string &path);
 // Reads until the buffer is full or the input ends; returns the number of bytes read. Throws Refusal.
 size_t readFully(const OpenFile &in, char *buffer, size_t size);
 
+// All bytes of an ordinary file. Throws Refusal.
+std::string contentsOf(const std::string &path);
+
 // Throws Refusal.
 void writeAll(const OpenFile &out, std::string_view bytes);
 

@@ -13,6 +13,9 @@
 
 namespace riders::io {
 
+// How the names of what is written beside a file begin, until it is put in place.
+inline constexpr std::string_view kOutputLitter = ".riders-out-";
+
 // The beginning and 16 random digits.
 std::string unguessableName(std::string_view beginning);
 

@@ -45,9 +45,10 @@ void syncFolder(const fs::path &folder)
 void makeFolders(const fs::path &folder)
 {
     std::error_code failed;
+    if (folder.empty() || fs::is_directory(folder, failed))
+        return;
     const fs::path parent = folder.parent_path();
-    if (!fs::exists(folder, failed) && !parent.empty() && parent != folder)
-        makeFolders(parent);
+    makeFolders(parent);
     if (fs::create_directory(folder, failed))
         syncFolder(parent);
     if (failed)

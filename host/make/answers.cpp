@@ -38,11 +38,11 @@ std::string whyNotOffered(const std::filesystem::path &file)
 {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(file, ignored))
-        return file.string() + " is no ordinary file";
+        return file.string() + " is not an ordinary file";
     for (const std::filesystem::path &part : file)
         if (part.string().starts_with('.'))
             return file.string() + " is hidden or in a hidden folder, where no dialog finds it";
-    return isText(file) ? "" : file.string() + " is no text file";
+    return isText(file) ? "" : file.string() + " is not a text file";
 }
 
 // The plug-in looks for the end of the first line in as many bytes, and its words do not say which end it wants.

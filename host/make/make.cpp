@@ -31,7 +31,7 @@ std::string checkOutput(const std::filesystem::path &output)
         return output.string() + " is a folder; name a file for the riders";
     const std::filesystem::file_status old = std::filesystem::status(output, ignored);
     if (std::filesystem::exists(old) && !std::filesystem::is_regular_file(old))
-        return output.string() + " is no ordinary file; name another one for the riders";
+        return output.string() + " is not an ordinary file; name another one for the riders";
     if (std::filesystem::exists(old) &&
         (old.permissions() & std::filesystem::perms::owner_write) == std::filesystem::perms::none)
         return output.string() + " may not be changed; name another file for the riders";

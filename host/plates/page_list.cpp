@@ -25,7 +25,7 @@ int pageNumber(std::string_view text, const std::string &list)
         throw io::Refusal("there is no page " + std::string(text) + "; pages go from 1 to " +
                           std::to_string(kMostPages));
     if (!number)
-        throw io::Refusal("\"" + list + "\" is no list of pages such as 1,3-5");
+        throw io::Refusal("\"" + list + "\" is not a list of pages such as 1,3-5");
     return page;
 }
 

@@ -87,7 +87,7 @@ void depth(Arguments &arguments, Stage &stage)
 {
     int bits = arguments.number("a number of bits", 1, 32);
     if (!isDepth(bits))
-        arguments.fail("a screen has 1, 2, 4, 8 or 32 bits a pixel");
+        arguments.fail("a screen has 1, 2, 4, 8 or 32 bits per pixel");
     stage.user.setDepth(bits);
 }
 
@@ -108,7 +108,7 @@ void displays(Arguments &arguments, Stage &stage)
     std::string text = arguments.word("screens such as 640x480x8+1024x768x1");
     std::vector<toolbox::Display> all = displaysFromText(text);
     if (all.empty())
-        arguments.fail("\"" + text + "\" is no list of screens such as 640x480x8+1024x768x1");
+        arguments.fail("\"" + text + "\" is not a list of screens such as 640x480x8+1024x768x1");
     stage.user.setDisplays(all);
 }
 

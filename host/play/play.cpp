@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <fstream>
 #include <new>
+#include <optional>
 
+#include "io/interruption.h"
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
 
@@ -75,12 +77,17 @@ std::string quotedAfterColon(const std::string &said)
 
 // Queues every step first, so that a script with a fault in its last line does
 // nothing at all, and then lets the user begin.
-void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
+// What could not be kept is returned: the session goes on without it.
+std::string playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const std::vector<ScriptLine> &lines)
 {
     toolbox::ScriptedUser user(machine);
     plugin::Plugin plugin(request.plugin);
+    std::string notKept;
+    keeping::Keeper keeper(plugin, [&notKept](const std::string &problem) {
+        notKept += (notKept.empty() ? "" : "; ") + problem;
+    });
     user.quitsWhenStuck();
-    Stage stage{user, plugin, request.picturesFolder, machine};
+    Stage stage{user, plugin, keeper, request.picturesFolder, machine};
     StopWatching atEnd{machine};
     for (const ScriptLine &line : lines)
         queueStep(line, stage);
@@ -93,12 +100,29 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
             throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on" +
                                                             quotedAfterColon(user.lastMessage())};
     }
+    return notKept;
 }
+
+// A session ends between two inputs when it is interrupted, so that nothing is left of it.
+class InterruptibleMachine : public toolbox::HeadlessMachine {
+public:
+    using HeadlessMachine::HeadlessMachine;
+    std::optional<toolbox::Input> nextInput(std::uint32_t waitTicks) override
+    {
+        io::Interruption::check();
+        return HeadlessMachine::nextInput(waitTicks);
+    }
+    void passTicks(std::uint32_t count) override
+    {
+        io::Interruption::check();
+        HeadlessMachine::passTicks(count);
+    }
+};
 
 std::unique_ptr<toolbox::HeadlessMachine> seatFor(const PlayRequest &request)
 {
     return request.seat ? request.seat(request.displays)
-                        : std::make_unique<toolbox::HeadlessMachine>(request.displays);
+                        : std::make_unique<InterruptibleMachine>(request.displays);
 }
 
 std::string described(const std::filesystem::path &script, const toolbox::ScriptError &error)
@@ -114,6 +138,9 @@ std::string described(const std::filesystem::path &script, const toolbox::Script
 std::string play(const PlayRequest &request)
 {
     std::string problem;
+    std::optional<io::Interruption> interruption;
+    if (!request.seat)
+        interruption.emplace();
     try {
         std::vector<ScriptLine> lines = splitScript(readText(request.script));
         makeFolder(request.picturesFolder);
@@ -121,7 +148,8 @@ std::string play(const PlayRequest &request)
         std::unique_ptr<toolbox::HeadlessMachine> machine = seatFor(request);
         toolbox::start(request.configuration, *machine);
         try {
-            playOn(*machine, request, lines);
+            if (const std::string notKept = playOn(*machine, request, lines); !notKept.empty())
+                problem = request.script.string() + ": " + notKept;
         } catch (const toolbox::ScriptError &error) {
             problem = described(request.script, error);
         } catch (...) {
@@ -133,6 +161,8 @@ std::string play(const PlayRequest &request)
     } catch (const toolbox::ScriptError &error) {
         problem = described(request.script, error);
     } catch (const std::bad_alloc &) {
+        throw;
+    } catch (const io::Interrupted &) {
         throw;
     } catch (const std::exception &error) {
         if (problem.empty())

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "keeping/keeper.h"
 #include "play/film.h"
 #include "plugin/plugin.h"
 #include "toolbox/host/headless.h"
@@ -14,6 +15,7 @@ namespace riders::play {
 struct Stage {
     toolbox::ScriptedUser &user;
     plugin::Plugin &plugin;
+    keeping::Keeper &keeper;
     std::filesystem::path picturesFolder;
     toolbox::HeadlessMachine &machine;
     // What is being filmed, and the file it goes to; nil between films.

@@ -19,7 +19,7 @@ void start(Arguments &, Stage &stage)
 
 void about(Arguments &, Stage &stage)
 {
-    stage.user.atHost([&stage] { stage.plugin.call(kSelectAbout); });
+    stage.user.atHost([&stage] { stage.keeper.call(kSelectAbout); });
 }
 
 void idle(Arguments &, Stage &stage)
@@ -30,7 +30,7 @@ void idle(Arguments &, Stage &stage)
 void command(Arguments &arguments, Stage &stage)
 {
     int number = arguments.number("a command number", INT16_MIN, INT16_MAX);
-    stage.user.atHost([&stage, number] { stage.plugin.call(kSelectCommand, number); });
+    stage.user.atHost([&stage, number] { stage.keeper.call(kSelectCommand, number); });
 }
 
 void press(Arguments &arguments, Stage &stage)

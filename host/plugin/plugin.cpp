@@ -32,7 +32,7 @@ Plugin::Plugin(const std::filesystem::path &sharedObject)
         throw PluginError(std::string("the plug-in cannot be loaded: ") + dlerror());
     entry_ = reinterpret_cast<MainEntryProc>(dlsym(library_, "main_entry"));
     if (!entry_)
-        throw PluginError(sharedObject.string() + " is no riders plug-in: it has no main_entry");
+        throw PluginError(sharedObject.string() + " is not a riders plug-in: it has no main_entry");
     fork_.emplace(sharedObject);
     registered.clear();
     procs.addMenuItem.set(&addMenuItem);

@@ -27,7 +27,7 @@ namespace {
 void check(const ProofRequest &request)
 {
     if (request.dpi < kLeastProofDpi || request.dpi > kMostProofDpi)
-        throw io::Refusal(std::to_string(request.dpi) + " dpi is no resolution for a proof; it goes from " +
+        throw io::Refusal(std::to_string(request.dpi) + " dpi is not a resolution for a proof; it goes from " +
                           std::to_string(kLeastProofDpi) + " to " + std::to_string(kMostProofDpi));
     if (request.limits.secondsAPage < 1 || request.limits.megabytes < 1)
         throw io::Refusal("the interpreter needs some time and some memory");

@@ -46,9 +46,9 @@ void refuseForeign(const fs::path &place, const fs::path &shown)
     if (!fs::exists(place))
         return;
     if (!fs::is_directory(place))
-        throw io::Refusal(shown.string() + ": is there and is no folder; name another with -o");
+        throw io::Refusal(shown.string() + ": exists and is not a folder; name another with -o");
     if (!fs::is_empty(place) && !isProofFolder(place))
-        throw io::Refusal(shown.string() + ": is there and holds files that are not an earlier proof's, "
+        throw io::Refusal(shown.string() + ": exists and holds files that are not an earlier proof's, "
                                            "or changed since; name another folder with -o");
 }
 

@@ -1,6 +1,7 @@
 // The user's saved settings: a copy for the plug-in to work on, put back whole or not at all.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <string>
 
@@ -19,6 +20,8 @@ public:
     void finishEarlier() const;
     // Copies what there is into the folder. Throws io::Refusal where it cannot be read.
     void copyTo(const std::filesystem::path &copy) const;
+    // The names of both files, the settings file's first.
+    const std::array<std::string, 2> &names() const { return names_; }
     // Makes the files of that folder the user's. Throws io::Refusal; the user's are then as they were.
     void takeFrom(const std::filesystem::path &copy) const;
 
@@ -26,7 +29,7 @@ private:
     void putDecidedInPlace() const;
 
     std::filesystem::path folder_;
-    std::string names_[2];
+    std::array<std::string, 2> names_;
 };
 
 }  // namespace riders::settings

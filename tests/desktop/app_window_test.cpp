@@ -84,4 +84,23 @@ TEST_F(Program, ShowsTheJobItIsGiven)
     expectGoodEnd(with("job.ps", "xdotool windowfocus --sync $window key ctrl+w key ctrl+q"));
 }
 
+// With the settings open, and with one of their popups held down.
+TEST_F(Program, EndsFromADialogWhenTheSystemAsks)
+{
+    for (const char *deed : {"kill -TERM $riders", "kill -INT $riders",
+                             "xdotool mousemove --window $window 400 190 mousedown 1; sleep 0.2; kill -TERM $riders"})
+        expectGoodEnd(with("", "xdotool windowfocus --sync $window; " + openSettings + "; sleep 0.3; " + deed));
+    EXPECT_TRUE(settingsSaved()) << "the command came to its end";
+}
+
+TEST_F(Program, SaysSoWhenTheDisplayGoesAway)
+{
+    const CommandResult result =
+        with("", "xdotool windowfocus --sync $window; " + openSettings + "; sleep 0.3; kill -KILL " +
+                     std::to_string(display.process()));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "riders: the display has gone away; open dialogs were cancelled\n");
+    EXPECT_TRUE(settingsSaved()) << "the command came to its end";
+}
+
 }  // namespace

@@ -15,6 +15,8 @@ public:
     ~DisplayServer();
     DisplayServer(const DisplayServer &) = delete;
 
+    // Of the server, for those who want to see it end.
+    pid_t process() const { return server_; }
     // Lets every other process on the machine go first.
     void beSlow() const;
 

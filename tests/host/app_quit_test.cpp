@@ -1,6 +1,7 @@
 // The wish to quit, whatever the program is doing.
 #include "host/app_fixture.h"
 #include "toolbox/host/quit.h"
+#include "toolbox/windows.h"
 
 namespace fs = std::filesystem;
 
@@ -128,6 +129,55 @@ TEST_F(AppQuit, JobsWindowCloses)
     run(folder / "job.ps");
     EXPECT_TRUE(traced("dialog 1000 closed"));
     EXPECT_FALSE(fs::exists(folder / "job-riders.ps"));
+}
+
+TEST_F(AppQuit, MenuPulledDownGivesNothing)
+{
+    user.then([this] {
+        machine.push({.kind = toolbox::Input::Kind::mouseMoved, .where = {10, 137}});
+        machine.push({.kind = toolbox::Input::Kind::mouseDown, .where = {10, 137}});
+    });
+    quit();
+    run();
+    EXPECT_FALSE(traced("entry 4/0"));
+}
+
+TEST_F(AppQuit, DraggingTheJobsWindowEnds)
+{
+    user.in(window);
+    user.then([] { EXPECT_TRUE(FrontWindow()); });
+    user.then([this] {
+        const Rect frame = (*reinterpret_cast<WindowPeek>(FrontWindow())->strucRgn)->rgnBBox;
+        const Point title{static_cast<int16_t>(frame.top + 8), static_cast<int16_t>(frame.left + 60)};
+        machine.push({.kind = toolbox::Input::Kind::mouseMoved, .where = title});
+        machine.push({.kind = toolbox::Input::Kind::mouseDown, .where = title});
+    });
+    quit();
+    run(folder / "job.ps");
+    EXPECT_TRUE(traced("dialog 1000 closed"));
+}
+
+TEST_F(AppQuit, ButtonHeldDownIsNotPressed)
+{
+    user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(settingsDialog);
+    user.choose(4, 3);
+    user.hold(1);
+    quit();
+    run();
+    EXPECT_TRUE(traced("dialog 16300 closed"));
+    EXPECT_FALSE(traced("dialog 16399 shown"));
+}
+
+TEST_F(AppQuit, ProblemIsConfirmed)
+{
+    user.chooseFromBar("File", "Open...");
+    user.answerOpen(folder / "film");  // no job
+    user.in(problem);
+    user.then([] { EXPECT_TRUE(FrontWindow()); });
+    quit();
+    run();
+    EXPECT_TRUE(traced("alert 1010 gave 1"));
 }
 
 }  // namespace

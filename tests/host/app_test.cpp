@@ -162,6 +162,47 @@ TEST_F(App, RefusalsAreShownInPlainWords)
     EXPECT_FALSE(fs::exists(folder / "new.ps"));
 }
 
+TEST_F(App, ReplacedFileKeepsItsModeAndLinks)
+{
+    ASSERT_EQ(chmod((folder / "film").c_str(), 0600), 0);
+    fs::create_symlink("film", folder / "link");
+    user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(settingsDialog);
+    user.choose(4, 3);
+    user.press(1);
+    user.in(0);
+    user.answerSave(folder / "link");
+    quitByMenu();
+    run();
+    struct stat status;
+    ASSERT_EQ(stat((folder / "film").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    EXPECT_NE(contentsOf(folder / "film").find("/riderFrequency"), std::string::npos);
+}
+
+TEST_F(App, SettingsThatCannotBeSavedAreSaidInWords)
+{
+    writeFile(folder / "preferences", "a file, not a folder");
+    user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(settingsDialog);
+    user.choose(4, 3);
+    user.press(1);
+    user.in(0);
+    user.answerSave(folder / "made");
+    user.in(problem);
+    user.then([this] {
+        keepPicture("unsaved");
+        EXPECT_TRUE(traced("params \"your choices are not saved: "));
+    });
+    user.press(1);
+    user.in(0);
+    quitByMenu();
+    run();
+    EXPECT_EQ(contentsOf(folder / "preferences"), "a file, not a folder");
+    EXPECT_NE(contentsOf(folder / "made").find("/riderFrequency"), std::string::npos);
+}
+
 TEST_F(App, MenusWorkWhileAJobIsShown)
 {
     writeFile(folder / "second.ps", "%!PS\n");
@@ -264,6 +305,85 @@ TEST_F(App, PipeIsNotWaitedFor)
     quitByMenu();
     run(folder / "pipe.ps");
     EXPECT_TRUE(traced("params \"pipe.ps: is not a file but a pipe"));
+}
+
+TEST_F(App, FolderAndDeviceAreNoJobs)
+{
+    for (const auto &[job, words] : {std::pair(folder.path(), ": is a folder"),
+                                     {fs::path("/dev/zero"), "\"zero: is not a file but a pipe or a device"}}) {
+        user.in(problem);
+        user.press(1);
+        quitByMenu();
+        run(job);
+        EXPECT_TRUE(traced(words)) << words;
+        restart();
+    }
+}
+
+TEST_F(App, JobOfManyGigabytesIsShownAtOnce)
+{
+    std::error_code full;
+    fs::resize_file(folder / "job.ps", std::uintmax_t(5) << 30, full);
+    if (full)
+        GTEST_SKIP() << "the file system of the tests has no such files";
+    user.in(window);
+    user.then([] { EXPECT_EQ(itemText(8), "Poster (front)"); });
+    user.press(closeButton);
+    quitByMenu();
+    run(folder / "job.ps");
+}
+
+TEST_F(App, RidersFileThatIsTooLongIsRefused)
+{
+    std::error_code full;
+    fs::resize_file(folder / "film", std::uintmax_t(5) << 30, full);
+    if (full)
+        GTEST_SKIP() << "the file system of the tests has no such files";
+    user.in(window);
+    user.press(addButton);
+    user.in(0);
+    user.answerOpen(folder / "film");
+    user.answerSave(folder / "new.ps");
+    user.in(problem);
+    user.press(1);
+    user.in(window);
+    user.press(closeButton);
+    quitByMenu();
+    run(folder / "job.ps");
+    EXPECT_TRUE(traced("film: is longer than 1 MiB"));
+    EXPECT_FALSE(fs::exists(folder / "new.ps"));
+}
+
+// With a job open that has since gone, become a pipe, or become something else.
+TEST_F(App, WhatBecomesOfTheJobMeanwhileIsReported)
+{
+    const auto becomes = [this](const std::function<void(const fs::path &)> &change, const std::string &words) {
+        const fs::path job = folder / "job.ps";
+        writeFile(job, "%!PS\n");
+        user.in(window);
+        user.press(addButton);
+        user.in(0);
+        user.answerOpen(folder / "film");
+        user.then([=] {
+            fs::remove(job);
+            change(job);
+        });
+        user.answerSave(folder / "new.ps");
+        user.in(problem);
+        user.press(1);
+        user.in(window);
+        user.press(closeButton);
+        quitByMenu();
+        run(job);
+        EXPECT_TRUE(traced("params \"job.ps: " + words)) << words;
+        fs::remove_all(job);
+        restart();
+    };
+    becomes([](const fs::path &) {}, "No such file");
+    becomes([](const fs::path &job) { mkfifo(job.c_str(), 0600); }, "is not a file but a pipe");
+    becomes([](const fs::path &job) { fs::create_directory(job); }, "is a folder");
+    becomes([](const fs::path &job) { writeFile(job, "Dear printer,\n"); }, "is not a PostScript job");
+    EXPECT_FALSE(fs::exists(folder / "new.ps"));
 }
 
 TEST_F(App, EndOfTheProcessGoesThrough)

@@ -141,19 +141,6 @@ TEST_F(MakeFiles, EveryAlertIsAnsweredWhenTheDiskIsFull)
     EXPECT_EQ(entries(), 0);
 }
 
-TEST_F(MakeFiles, ManyAtOnceMakeOneWholeFile)
-{
-    std::string script =
-        "for i in $(seq 20); do '" RIDERS_BINARY_DIR "/riders' make -o made --frequency $((60 + i)) & done; wait";
-    EXPECT_EQ(make("made").status, 0);
-    const std::size_t size = contentsOf(folder / "made").size();
-    const CommandResult result = runProgram({"sh", "-c", script}, {}, folder.path());
-    EXPECT_EQ(result.err, "");
-    EXPECT_TRUE(isRiders("made"));
-    EXPECT_EQ(contentsOf(folder / "made").size(), size);
-    EXPECT_EQ(entries(), 1);
-}
-
 TEST_F(MakeFiles, AFolderWithoutPermissionIsNamedAsSuch)
 {
     if (geteuid() == 0 && access("/usr/bin/setpriv", X_OK) != 0)

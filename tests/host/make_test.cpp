@@ -192,7 +192,7 @@ TEST_F(Make, WhatIsNoOrdinaryFileIsNeverReplaced)
     ASSERT_EQ(mkfifo((folder / "made").c_str(), 0600), 0);
     CommandResult result = make({"--frequency", "85"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "riders make: made is no ordinary file; name another one for the riders\n");
+    EXPECT_EQ(result.err, "riders make: made is not an ordinary file; name another one for the riders\n");
     EXPECT_TRUE(std::filesystem::is_fifo(folder / "made"));
     EXPECT_EQ(runRiders({"make", "-o", ""}).err, "riders make: name a file for the riders\n");
 }

@@ -32,7 +32,7 @@ TEST(PageList, IsNumbersAndRanges)
 TEST(PageList, AnythingElseIsRefusedInWords)
 {
     for (const char *text : {",", "1,", ",1", "a", "1-", "-1", "1--2", "1-2-3", "1.5", "1 2", "+1", " "})
-        EXPECT_EQ(refusalOf(text), "\"" + std::string(text) + "\" is no list of pages such as 1,3-5") << text;
+        EXPECT_EQ(refusalOf(text), "\"" + std::string(text) + "\" is not a list of pages such as 1,3-5") << text;
     EXPECT_EQ(refusalOf("5-3"), "the pages 5-3 run backwards");
     EXPECT_EQ(refusalOf("0"), "there is no page 0; pages go from 1 to 100000");
     EXPECT_EQ(refusalOf("1-100001"), "there is no page 100001; pages go from 1 to 100000");

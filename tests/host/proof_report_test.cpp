@@ -94,8 +94,8 @@ TEST(ProofReport, TheMarkIsFoundWhateverTheJobIsCalled)
 TEST(ProofReport, WarnsWhereTheScreenIsOff)
 {
     EXPECT_EQ(warnings({plate("Cyan", 60.5, 45.4)}), Words{});
-    EXPECT_EQ(warnings({plate("Cyan", 60.7, 45)}), Words{"Cyan: 60.7 lines an inch on the film, 60 asked for."});
-    EXPECT_EQ(warnings({plate("Cyan", 59.3, 45)}), Words{"Cyan: 59.3 lines an inch on the film, 60 asked for."});
+    EXPECT_EQ(warnings({plate("Cyan", 60.7, 45)}), Words{"Cyan: 60.7 lines per inch on the film, 60 asked for."});
+    EXPECT_EQ(warnings({plate("Cyan", 59.3, 45)}), Words{"Cyan: 59.3 lines per inch on the film, 60 asked for."});
     EXPECT_EQ(warnings({plate("Cyan", 60, 44.4)}), Words{"Cyan: 44.4° on the film, 45° asked for."});
     PlateFacts own = plate("Cyan", 80, 20);
     own.asked.binding = false;  // nothing was asked for

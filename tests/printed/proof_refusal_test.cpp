@@ -96,7 +96,7 @@ TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
     for (const int dpi : {71, 4801}) {
         coarse.dpi = dpi;
         EXPECT_EQ(proofOf(coarse),
-                  std::to_string(dpi) + " dpi is no resolution for a proof; it goes from 72 to 4800");
+                  std::to_string(dpi) + " dpi is not a resolution for a proof; it goes from 72 to 4800");
     }
 }
 
@@ -117,13 +117,13 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
 {
     const proof::ProofRequest asked = request(smallJob({smallPage(kTint)}));
     writeFile(out, "a file");
-    EXPECT_EQ(proofOf(asked), out.string() + ": is there and is no folder; name another with -o");
+    EXPECT_EQ(proofOf(asked), out.string() + ": exists and is not a folder; name another with -o");
     EXPECT_EQ(contentsOf(out), "a file");
     fs::remove(out);
 
     fs::create_directory(out);
     ASSERT_EQ(proofOf(asked), "done");  // an empty folder is as good as none
-    const std::string foreign = out.string() + ": is there and holds files that are not an earlier proof's, "
+    const std::string foreign = out.string() + ": exists and holds files that are not an earlier proof's, "
                                                "or changed since; name another folder with -o";
     for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif", "films/page-9-mine.tif"}) {
         fs::create_directories((out / name).parent_path());

@@ -287,6 +287,17 @@ TEST_F(Utilities, NoScreenAtAllIsFatal)
     EXPECT_TRUE(traced(params(message(16129), "\r\rID = 83", " (no monitor)")));
 }
 
+TEST_F(Utilities, NoScreenForTheReportEitherIsReportedOnce)
+{
+    Rect screen;
+    dismiss();
+    questionsWithoutADevice = 1000;
+    EXPECT_FALSE(guarded([&] { GetCurDevRect(nullptr, &screen); }));
+    questionsWithoutADevice = 0;
+    UtilsInit();
+    EXPECT_EQ(tracedTimes(" (no monitor)"), 1);
+}
+
 TEST_F(Utilities, DepthOfNoScreenIs1)
 {
     questionsWithoutADevice = 1;

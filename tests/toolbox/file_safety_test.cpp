@@ -81,4 +81,9 @@ TEST_F(FileSafety, TheFirstFailedChangeIsRemembered)
     writeFile(folder / "film", "x");
     EXPECT_EQ(Create(P("film"), 0, 'ttxt', 'TEXT'), dupFNErr);
     EXPECT_EQ(toolbox::firstFailedChange(), ioErr);
+    EXPECT_EQ(toolbox::firstFailedChange("film"), dupFNErr);
+    EXPECT_EQ(toolbox::firstFailedChange("fil"), noErr);
+    toolbox::forgetFailedChanges();
+    EXPECT_EQ(toolbox::firstFailedChange(), noErr);
+    EXPECT_EQ(toolbox::firstFailedChange("film"), noErr);
 }

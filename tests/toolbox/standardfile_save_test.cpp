@@ -1,5 +1,6 @@
 #include "toolbox/standardfile_fixture.h"
 
+#include "toolbox/host/save_place.h"
 #include "toolbox/host/standardfile_folder.h"
 
 namespace {
@@ -392,6 +393,64 @@ TEST_F(SaveDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
     EXPECT_FALSE(met);
     EXPECT_EQ(contentsOf(here() / "old"), "precious");
     expectNothingLeft();
+}
+
+TEST_F(SaveDialog, TheHostMayGiveAnotherFolder)
+{
+    fs::create_directory(here() / "elsewhere");
+    fs::path asked;
+    toolbox::setSavePlace([&](const fs::path &file) {
+        asked = file;
+        return toolbox::SavePlace{here() / "elsewhere", {}};
+    });
+    user.answerSave("my riders");
+    SFReply reply = save();
+    EXPECT_TRUE(reply.good);
+    EXPECT_EQ(asked, here() / "my riders");
+    EXPECT_EQ(chosen(reply), here() / "elsewhere" / "my riders");
+    EXPECT_EQ(toolbox::standardFileFolder(), here()) << "the next dialog opens where the user was";
+}
+
+TEST_F(SaveDialog, TheHostIsAskedOnlyWhenTheFileMayBeReplaced)
+{
+    writeFile(here() / "old", "old");
+    int asked = 0;
+    toolbox::setSavePlace([&](const fs::path &) {
+        ++asked;
+        return toolbox::SavePlace{};
+    });
+    user.answerSave("old", false);
+    user.answerSave("old");
+    SFReply reply = save();
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(chosen(reply), here() / "old") << "no other folder was named";
+}
+
+TEST_F(SaveDialog, TheHostsRefusalIsShownAndTheDialogStays)
+{
+    bool refuses = true;
+    toolbox::setSavePlace([&](const fs::path &) {
+        return toolbox::SavePlace{{}, refuses ? "the door is locked" : ""};
+    });
+    user.answerSave("my riders");
+    user.in(16402);
+    user.then([&] {
+        EXPECT_TRUE(traced("params \"the door is locked\""));
+        refuses = false;
+    });
+    user.press(1);
+    user.in(0);
+    user.answerSave("my riders");
+    EXPECT_TRUE(save().good);
+}
+
+TEST_F(SaveDialog, TheHostsFolderEndsWithTheSession)
+{
+    toolbox::setSavePlace([](const fs::path &) { return toolbox::SavePlace{{}, "no"}; });
+    restart();
+    openDialogs();
+    user.answerSave("my riders");
+    EXPECT_TRUE(save().good);
 }
 
 }  // namespace

@@ -109,6 +109,8 @@ void DesktopMachine::collect()
         take(event);
     keyboard_.settle();
     doWhatIsDue();
+    if (displayLost())
+        queue_.push({.kind = Input::Kind::quit});
 }
 
 void DesktopMachine::take(const SDL_Event &event)

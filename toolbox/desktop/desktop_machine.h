@@ -37,6 +37,7 @@ public:
     void setFullScreen(bool wanted) override;
     bool fullScreen() const override { return window_.fullScreen(); }
     void setTitle(const std::string &title) override { window_.setTitle(title); }
+    bool displayLost() const override { return window_.displayLost(); }
 
 private:
     using Clock = std::chrono::steady_clock;

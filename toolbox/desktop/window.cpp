@@ -116,6 +116,7 @@ Video::~Video()
 Window::Window(const DesktopOptions &options)
     : wantedScale_(options.scale), window_(makeWindow(options)), pane_(makePane(window_.get()))
 {
+    lostDisplay_.watch(window_.get());
     SDL_StartTextInput();
     showAgain();
 }

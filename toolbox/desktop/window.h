@@ -7,6 +7,7 @@
 #include <string>
 
 #include "desktop/late_errors.h"
+#include "desktop/lost_display.h"
 #include "desktop/pane.h"
 #include "toolbox/host/desktop.h"
 
@@ -41,6 +42,7 @@ public:
     void setTitle(const std::string &title);
     void setFullScreen(bool wanted);
     bool fullScreen() const;
+    bool displayLost() const { return lostDisplay_.isLost(); }
 
     // Takes the changed part of the picture, to be shown by the next show.
     void draw(const Picture &picture, const Rect &changed);
@@ -56,6 +58,7 @@ private:
     Video video_;
     int wantedScale_;
     std::unique_ptr<SDL_Window, Closing> window_;
+    LostDisplay lostDisplay_;
     std::unique_ptr<Pane> pane_;
     Picture picture_;
     SDL_Rect drawn_{};         // not yet shown

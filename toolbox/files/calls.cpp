@@ -1,13 +1,17 @@
 #include "files/calls.h"
 
+#include <algorithm>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include "toolbox/host/failed_changes.h"
 
 namespace toolbox {
 namespace {
 
-OSErr firstFailed = noErr;
+// By name as in the trace: in quotes, and with how many bytes were moved.
+std::vector<std::pair<std::string, OSErr>> failedChanges;
 std::set<std::string> made;  // names of files, quoted
 
 // A new file that cannot be opened stays empty, and where there is no folder there is no file.
@@ -34,25 +38,34 @@ bool isForAChange(FileCall kind, const std::string &name)
 
 OSErr firstFailedChange()
 {
-    return firstFailed;
+    return failedChanges.empty() ? OSErr{noErr} : failedChanges.front().second;
 }
 
-void files::forgetFailedChanges()
+OSErr firstFailedChange(const std::string &name)
 {
-    firstFailed = noErr;
+    const auto found = std::find_if(failedChanges.begin(), failedChanges.end(),
+                                    [quoted = trace::quoted(name)](const auto &failed) {
+                                        return failed.first.empty() || failed.first.starts_with(quoted);
+                                    });
+    return found == failedChanges.end() ? OSErr{noErr} : found->second;
+}
+
+void forgetFailedChanges()
+{
+    failedChanges.clear();
     made.clear();
 }
 
-void files::noteFailedChange(OSErr error)
+void files::noteFailedChange(const std::string &name, OSErr error)
 {
-    if (firstFailed == noErr)
-        firstFailed = error;
+    if (error != noErr)
+        failedChanges.emplace_back(name, error);
 }
 
 void files::traceCall(FileCall kind, const std::string &name, OSErr error)
 {
     if (isForAChange(kind, name))
-        noteFailedChange(error);
+        noteFailedChange(kind == FileCall::findFolder ? std::string() : name, error);
     if (kind == FileCall::create && error == noErr)
         made.insert(name);
     trace::line("file %s %s -> %d", faults::name(kind), name.c_str(), error);

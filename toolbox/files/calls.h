@@ -13,9 +13,8 @@ namespace toolbox::files {
 // name is in quotes already, as trace::quoted returns it; a call that moves
 // bytes adds a blank and how many.
 void traceCall(FileCall kind, const std::string &name, OSErr error);
-// For what firstFailedChange returns; noErr is no failure.
-void noteFailedChange(OSErr error);
-void forgetFailedChanges();
+// For what firstFailedChange returns; noErr is no failure. No name: the call is of no one file.
+void noteFailedChange(const std::string &name, OSErr error);
 
 template <typename Work> OSErr fileCall(FileCall kind, const std::string &name, Work work)
 {

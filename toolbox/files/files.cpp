@@ -8,6 +8,7 @@
 #include "files/places.h"
 #include "session/managers.h"
 #include "toolbox/bigendian.h"
+#include "toolbox/host/failed_changes.h"
 #include "toolbox/host/text.h"
 
 namespace toolbox::files {
@@ -37,7 +38,7 @@ namespace toolbox::managers {
 
 void startFiles(const Configuration &configuration)
 {
-    files::forgetFailedChanges();
+    forgetFailedChanges();
     files::startPlaces(configuration);
 }
 

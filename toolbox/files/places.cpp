@@ -208,6 +208,16 @@ fs::path usersPreferences()
     return configuration / "riders";
 }
 
+fs::path preferences()
+{
+    return preferencesFolder();
+}
+
+void usePreferences(const fs::path &folder)
+{
+    places.preferencesFolder = folder;
+}
+
 std::string macName(const fs::path &folder, const std::string &linuxName)
 {
     return macNameFor(folder, linuxName);

@@ -57,7 +57,7 @@ void AddResource(Handle data, ResType type, int16_t id, ConstStr255Param name)
 {
     ResourceFile *file = currentFile();
     if (!file || !toolbox::heap::isLive(data) || resourceOf(data)) {
-        toolbox::files::noteFailedChange(result(file ? addResFailed : resFNotFound));
+        toolbox::files::noteFailedChange("", result(file ? addResFailed : resFNotFound));
         return;
     }
     auto resource = std::make_unique<Resource>();

@@ -312,11 +312,17 @@ void FileDialog::showWhatIsPossible()
 
 void FileDialog::refuse(int message, const std::string &about)
 {
-    Str255 text, empty = {0};
+    Str255 text;
     GetIndString(text, messageStrings, static_cast<std::int16_t>(message));
     std::string words(pascalView(text));
     if (auto place = words.find("^0"); place != words.npos)
         words.replace(place, 2, about);
+    refuseInWords(words);
+}
+
+void FileDialog::refuseInWords(const std::string &words)
+{
+    Str255 text, empty = {0};
     setPascal(text, words);
     ParamText(text, empty, empty, empty);
     if (StopAlert(messageAlert, nullptr) == -1)

@@ -48,6 +48,7 @@ protected:
     bool openSelectedFolder();
     Handle item(std::int16_t number, Rect *box = nullptr) const;
     void refuse(int message, const std::string &about = {});
+    void refuseInWords(const std::string &words);
     // Gets the folder's number. False, after a message, when there is no such
     // folder any more: then the dialog shows the nearest one above.
     bool folderThere(std::int16_t &workingDirectory);

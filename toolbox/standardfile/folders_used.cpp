@@ -4,6 +4,7 @@
 
 #include "files/directory.h"
 #include "session/managers.h"
+#include "toolbox/host/save_place.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 #include "toolbox/menus.h"
@@ -92,11 +93,13 @@ fs::path standardFileFolder()
 void managers::startStandardFile(const Configuration &)
 {
     standardfile::lastFolder.clear();
+    setSavePlace({});
 }
 
 void managers::stopStandardFile()
 {
     standardfile::lastFolder.clear();
+    setSavePlace({});
 }
 
 }  // namespace toolbox

@@ -1,11 +1,14 @@
 // SFPPutFile: a name to save under.
 #include <string>
+#include <utility>
 
 #include "files/directory.h"
+#include "files/names.h"
 #include "standardfile/file_dialog.h"
 #include "standardfile/folders_used.h"
 #include "textedit/keys.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/save_place.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
@@ -15,6 +18,8 @@ namespace {
 
 constexpr std::int16_t promptItem = 3, nameItem = 7;
 constexpr std::size_t longestName = 63;
+
+SavePlaceProc savePlace;
 
 // The keys in the question before replacing: Escape and Command-period keep the
 // file, Return and Enter press the default button.
@@ -41,6 +46,7 @@ public:
     {
     }
 
+    // Where the file is to be saved, and under what name.
     const std::string &chosenName() const { return chosenName_; }
     std::int16_t workingDirectory() const { return workingDirectory_; }
 
@@ -67,6 +73,7 @@ private:
     }
     bool nameGood(const std::string &name);
     bool mayReplace(const std::string &name);
+    bool goElsewhere();
 
     ConstStr255Param prompt_, originalName_;
     std::string chosenName_;
@@ -104,11 +111,30 @@ bool SaveDialog::mayReplace(const std::string &name)
     return CautionAlert(replaceAlert, &questionFilter) == ok;
 }
 
+// To where the host wants the file, if it has such wishes.
+bool SaveDialog::goElsewhere()
+{
+    fs::path file;
+    if (!savePlace || files::pathFor(folder(), chosenName_, files::Match::literal, file) != noErr)
+        return true;
+    const SavePlace place = savePlace(file);
+    if (!place.refusal.empty())
+        return refuseInWords(romanFromUtf8Lossy(place.refusal)), false;
+    if (place.folder.empty())
+        return true;
+    const std::optional<std::int16_t> number = folders::workingDirectory(place.folder);
+    if (!number)
+        return refuse(folderIsGone, files::folderName(place.folder)), false;
+    workingDirectory_ = *number;
+    chosenName_ = folders::macName(place.folder, file.filename());
+    return true;
+}
+
 bool SaveDialog::accept()
 {
     chosenName_ = name();
     return !chosenName_.empty() && nameGood(chosenName_) && folderThere(workingDirectory_) &&
-           mayReplace(chosenName_);
+           mayReplace(chosenName_) && goElsewhere();
 }
 
 // Typing goes to the name; only Command keys are handled here.
@@ -121,7 +147,13 @@ bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 }
 
 }  // namespace
+
 }  // namespace toolbox::standardfile
+
+void toolbox::setSavePlace(SavePlaceProc place)
+{
+    toolbox::standardfile::savePlace = std::move(place);
+}
 
 using namespace toolbox;
 using namespace toolbox::standardfile;

@@ -37,7 +37,7 @@ void writeWhole(const fs::path &path, const std::string &bytes)
 {
     // Renaming over a device or a folder would destroy it.
     if (fs::exists(path) && !fs::is_regular_file(path))
-        throw std::runtime_error(path.string() + ": is no ordinary file");
+        throw std::runtime_error(path.string() + ": is not an ordinary file");
     std::string temporary = path.string() + ".new" + std::to_string(::getpid());
     if (writeNew(temporary, bytes) && ::rename(temporary.c_str(), path.c_str()) == 0)
         return;

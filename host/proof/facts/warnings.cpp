@@ -24,7 +24,7 @@ void warnOfScreen(const PlateFacts &plate, std::vector<std::string> &warnings)
     if (!measured.found || !asked.binding)
         return;
     if (asked.frequency && std::abs(measured.frequency / *asked.frequency - 1) > kFrequencyOff)
-        warnings.push_back(plate.name + ": " + decimal(measured.frequency, 2) + " lines an inch on the film, " +
+        warnings.push_back(plate.name + ": " + decimal(measured.frequency, 2) + " lines per inch on the film, " +
                            decimal(*asked.frequency, 2) + " asked for.");
     if (asked.angle && anglesApart(measured.angle, *asked.angle) > kAngleOff)
         warnings.push_back(plate.name + ": " + decimal(measured.angle, 2) + "° on the film, " +

@@ -73,7 +73,7 @@ std::string measuredCell(const PlateFacts &plate)
     const std::string values = screen(plate.measured.frequency, plate.measured.angle);
     const std::string apart = plate.asked.binding ? difference(plate) : "";
     const std::string shape =
-        plate.measured.shape.empty() ? note("shape not told") : ", " + escaped(plate.measured.shape);
+        plate.measured.shape.empty() ? note("shape not recognised") : ", " + escaped(plate.measured.shape);
     return (isOff(plate) ? part("off", {{"values", values}}) : values) + shape +
            (apart.empty() ? "" : note(apart));
 }

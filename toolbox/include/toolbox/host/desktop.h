@@ -53,7 +53,8 @@ struct DesktopError : std::runtime_error {
 // - F11, Alt-Return and Super-Return switch to the full screen and back and are
 //   not passed on.
 // - Closing the window, SIGTERM, SIGINT and the end of the desktop session each
-//   give Input quit; the window stays until the machine is destroyed.
+//   give Input quit; the window stays until the machine is destroyed. So does the
+//   loss of the display, again and again.
 // - A new size or scale gives one displaysChanged, once it has stayed for a
 //   tenth of a second; until then displays() gives the size before.
 // - The button counts as released when the window loses the keyboard.
@@ -72,6 +73,9 @@ public:
     virtual bool fullScreen() const = 0;
     // UTF-8.
     virtual void setTitle(const std::string &title) = 0;
+    // Whether the display server has ended or cannot be reached any more: nobody
+    // sees the window, and nothing comes from there.
+    virtual bool displayLost() const = 0;
 };
 
 // Opens the window and shows it, white until something is presented. One at a

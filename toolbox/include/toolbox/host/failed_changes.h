@@ -1,6 +1,8 @@
 // Changes to files that failed, for hosts: a plug-in may not say so.
 #pragma once
 
+#include <string>
+
 #include "toolbox/types.h"
 
 namespace toolbox {
@@ -9,5 +11,9 @@ namespace toolbox {
 // file, found the folder for it, opened one made in this session or added a resource, and did not; noErr where all
 // did.
 OSErr firstFailedChange();
+// The same for files of that name, UTF-8, in whatever folder, and for calls that are of no one file.
+OSErr firstFailedChange(const std::string &name);
+// As at the start of the session.
+void forgetFailedChanges();
 
 }  // namespace toolbox

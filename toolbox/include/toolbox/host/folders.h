@@ -21,6 +21,9 @@ std::filesystem::path pathOf(std::int16_t vRefNum, std::int32_t dirID, const uns
 // FindFolder's 'pref' where a session has no other: $XDG_CONFIG_HOME/riders or ~/.config/riders. Need not be there,
 // and may be asked for with no session running.
 std::filesystem::path usersPreferences();
+// FindFolder's 'pref' in this session, and another one from now on. Between start and stop of the Toolbox.
+std::filesystem::path preferences();
+void usePreferences(const std::filesystem::path &folder);
 // The Mac OS Roman name (63 bytes at most, no length byte) by which the File
 // Manager will find the Linux name in that folder. A name that fits is only
 // converted (a ':' in it becomes '/'). One that does not fit gets an alias that

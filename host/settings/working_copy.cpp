@@ -1,0 +1,66 @@
+#include "settings/working_copy.h"
+
+#include <utility>
+
+#include "io/bytes.h"
+#include "io/refusal.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::settings {
+
+WorkingCopy::WorkingCopy(SavedSettings saved) : saved_(std::move(saved)), folder_(private_.path() / "settings")
+{
+    fs::create_directory(folder_);
+}
+
+std::string WorkingCopy::bytes() const
+{
+    std::string all;
+    for (const std::string &name : saved_.names())
+        if (std::error_code ignored; fs::is_regular_file(folder_ / name, ignored)) {
+            const std::string part = io::contentsOf(folder_ / name);
+            all += std::to_string(part.size()) + ' ' + part;
+        }
+    return all;
+}
+
+void WorkingCopy::empty() const
+{
+    fs::remove_all(folder_);
+    fs::create_directory(folder_);
+}
+
+void WorkingCopy::prepare()
+{
+    readable_ = false;
+    if (!unsaved_) {
+        empty();
+        saved_.copyTo(folder_);
+    }
+    readable_ = true;
+    before_ = bytes();
+}
+
+void WorkingCopy::keep()
+{
+    const bool changed = bytes() != before_;
+    if (!readable_ || !(unsaved_ || changed))
+        return;
+    unsaved_ = true;
+    try {
+        saved_.takeFrom(folder_);
+        unsaved_ = false;
+    } catch (const io::Refusal &) {
+        if (changed)
+            throw;
+    }
+}
+
+void WorkingCopy::forget()
+{
+    unsaved_ = false;
+    empty();
+}
+
+}  // namespace riders::settings

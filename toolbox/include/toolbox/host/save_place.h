@@ -1,0 +1,23 @@
+// Where the files go that users save, for hosts.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace toolbox {
+
+struct SavePlace {
+    // Whoever called the save dialog gets this folder instead of the file's own; empty: the file's own.
+    std::filesystem::path folder;
+    // UTF-8; not empty: the file cannot be saved, for this reason. It is shown, and the dialog stays.
+    std::string refusal;
+};
+
+// Called with the file, UTF-8, when the user has chosen a name in a save dialog and agreed to replace what has it.
+// Must not call the Toolbox.
+using SavePlaceProc = std::function<SavePlace(const std::filesystem::path &file)>;
+// From now on, for all save dialogs; empty, as at the start of the session: files go where the user says.
+void setSavePlace(SavePlaceProc place);
+
+}  // namespace toolbox
