@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <new>
 
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
@@ -88,6 +89,8 @@ void playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request, const
     } catch (const toolbox::ProcessEnded &) {
         if (user.stuck())
             throw *user.stuck();
+        if (user.idle() && user.lastMessage().empty())
+            throw toolbox::ScriptError{0, "the process has ended without a word; there may not be enough memory"};
         if (!user.idle())
             throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on" +
                                                             quotedAfterColon(user.lastMessage())};
@@ -131,6 +134,8 @@ std::string play(const PlayRequest &request)
         trace.finish();
     } catch (const toolbox::ScriptError &error) {
         problem = described(request.script, error);
+    } catch (const std::bad_alloc &) {
+        problem = "there is not enough memory";
     } catch (const std::exception &error) {
         if (problem.empty())
             problem = error.what();
