@@ -1,9 +1,9 @@
-// Every call of the Toolbox that can fail does so: the first, the second, the third, until a run meets no fault; each
-// command of the program, and each session in examples/sessions. Whatever fails, the program ends, says why in one
-// line, and loses nothing, and the next run works.
+// Every call of the Toolbox that can fail does so: the first, the second, the third, until a run meets no fault;
+// each command of the program, and each session in examples/sessions. Whatever fails, the program ends, says why
+// in one line, and loses nothing, and the next run works.
 //
-// RIDERS_FAULTS=all tries every fault, which takes an hour; RIDERS_FAULTS='write 3 -> -34, once' that one, and prints
-// the trace; otherwise a few are chosen at random. RIDERS_SEED=N chooses the same ones again.
+// RIDERS_FAULTS=all tries every fault, which takes an hour; RIDERS_FAULTS='write 3 -> -34, once' that one, and
+// prints the trace; otherwise a few are chosen at random. RIDERS_SEED=N chooses the same ones again.
 #include <algorithm>
 #include <iostream>
 #include <random>
@@ -99,7 +99,8 @@ public:
             Fault fault = possible[random() % possible.size()];
             if (isAllocation)
                 fault = {{}, memFullErr, false, random() % 2 == 1};
-            attempt(fault, 1 + static_cast<int>(random() % static_cast<unsigned>(usual_.after.calls[kindOf(fault)])));
+            attempt(fault,
+                    1 + static_cast<int>(random() % static_cast<unsigned>(usual_.after.calls[kindOf(fault)])));
         }
     }
 

@@ -158,7 +158,9 @@ std::string howItEnded(int status)
 
 }  // namespace
 
-Place::Place(Files files, Files settings) : files_(std::move(files)), settings_(std::move(settings)) {}
+Place::Place(Files files, Files settings) : files_(std::move(files)), settings_(std::move(settings))
+{
+}
 
 void Place::restore() const
 {
