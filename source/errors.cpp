@@ -13,6 +13,7 @@
 [[maybe_unused]] static const ReportProc kInstalled = gReport = TheErrorHandler;
 
 Boolean gHaveWriteError = false;
+void (*gBeforeEnd)() = nullptr;
 
 namespace {
 
@@ -55,6 +56,13 @@ int16_t ShowAlert(int16_t kind, int16_t unknownKind)
     }
 }
 
+void EndProcess()
+{
+    if (gBeforeEnd)
+        gBeforeEnd();
+    ExitToShell();
+}
+
 // If a message is missing this is all that can be said; it is fatal even for a question
 // or a warning. The words lack a letter, and the number is fixed: mended, this end
 // would no longer be recognised in what users report.
@@ -69,7 +77,7 @@ void EndWithFixedText()
         CenterAlert(gCustomDialog, kAlertID);
         StopAlert(kAlertID, nullptr);
     }
-    ExitToShell();
+    EndProcess();
 }
 
 void SetReportTexts(int16_t stringID, int32_t number, ConstStr255Param context)
@@ -128,7 +136,7 @@ Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, Cons
     if (!dialog) {
         // Without the dialog the alert must do; without both, nothing can be shown.
         if (!GetResource('ALRT', kAlertID))
-            ExitToShell();
+            EndProcess();
         return AlrtErrorHandler(kStopAlert, stringID, number, context, true);
     }
     GrafPtr savedPort;
@@ -137,7 +145,7 @@ Boolean TheErrorHandler(int16_t dialogID, int16_t stringID, int32_t number, Cons
     PrepareReport(dialog, stringID, number, context);
     Boolean result = RunReport(dialog);
     if (fatal)
-        ExitToShell();
+        EndProcess();
     DisposDialog(dialog);
     SetPort(savedPort);
     return result;
@@ -153,7 +161,7 @@ Boolean AlrtErrorHandler(int16_t kind, int16_t stringID, int32_t number, ConstSt
     SetReportTexts(stringID, number, context);
     ShowAlert(kind, 0);
     if (fatal)
-        ExitToShell();
+        EndProcess();
     return true;
 }
 

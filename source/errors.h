@@ -16,6 +16,10 @@ enum { kStopAlert = 0, kCautionAlert = 1, kNoteAlert = 2 };
 // Set by DoWriteError; cleared by each call of main_entry and at the start of each make.
 extern Boolean gHaveWriteError;
 
+// What has to be put away before the process ends; nil while there is nothing. A fatal
+// report calls it when the user has seen it.
+extern void (*gBeforeEnd)();
+
 void ErrorInit();
 
 // Shows the message (and, unless 0, "ID = " number) and the context text in

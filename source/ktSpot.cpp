@@ -178,7 +178,12 @@ static Boolean FindBody(int16_t refNum)
     if (offset < 0)
         return Refused(kNoSpotFile, kNoSpotReturn, " (no return offset)");
     gSpotLength -= offset + 1;
-    SetFPos(refNum, fsFromStart, offset + 1);
+    // Otherwise the first line would count as the body's beginning.
+    error = SetFPos(refNum, fsFromStart, offset + 1);
+    if (error != noErr) {
+        DoReadError(error, ql_quorum_passtr(" (fsread)"));
+        return false;
+    }
     if (!FitsInMemory(gSpotLength))
         return Refused(kNoMemoryForFile, kFileTooLarge, " (maxmem)");
     return true;

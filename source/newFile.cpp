@@ -13,8 +13,10 @@ static struct {
     int16_t refNum;
     Str63 working;   // the file being written
     Str63 existing;  // the file it is to replace
+    Str63 aside;     // the name that the old file has meanwhile
     Boolean replacing;
-    Boolean renamed;  // the new file has the old one's name
+    Boolean steppedAside;  // the old file has that name
+    Boolean renamed;       // the new file has the old one's name
     Boolean haveInfo;
     FInfo info;  // the existing file's
 } gFile;
@@ -47,13 +49,14 @@ static void CreateTemporary()
 }
 
 // The old file steps aside, under a name that is free.
-static OSErr StepAside(Str63 aside)
+static OSErr StepAside()
 {
     OSErr error = dupFNErr;
     for (int16_t tries = 0; error == dupFNErr && tries < kTempNameTries; ++tries) {
-        TemporaryName("KTTemp2", aside);
-        error = Rename(gFile.existing, gFile.vRefNum, aside);
+        TemporaryName("KTTemp2", gFile.aside);
+        error = Rename(gFile.existing, gFile.vRefNum, gFile.aside);
     }
+    gFile.steppedAside = error == noErr;
     return error;
 }
 
@@ -72,6 +75,20 @@ static Boolean CreateFile(StringPtr name)
     return true;
 }
 
+// Gives the old file its name back and deletes the new one.
+static void PutBack()
+{
+    gBeforeEnd = nullptr;
+    if (gFile.renamed)
+        Rename(gFile.existing, gFile.vRefNum, gFile.working);
+    if (gFile.steppedAside)
+        Rename(gFile.aside, gFile.vRefNum, gFile.existing);
+    if (gFile.haveInfo)
+        SetFInfo(gFile.existing, gFile.vRefNum, &gFile.info);
+    FSClose(gFile.refNum);
+    FSDelete(gFile.working, gFile.vRefNum);
+}
+
 Boolean OpenNewFile(const SFReply &reply, int16_t *refNum)
 {
     SFReply chosen = reply;
@@ -81,19 +98,13 @@ Boolean OpenNewFile(const SFReply &reply, int16_t *refNum)
         return false;
     OSErr error = FSOpen(gFile.working, gFile.vRefNum, &gFile.refNum);
     *refNum = gFile.refNum;
-    if (error == noErr)
+    if (error == noErr) {
+        gBeforeEnd = PutBack;  // a missing piece is fatal
         return true;
+    }
     DoWriteError(error, ql_quorum_passtr(" (fsopen)"));
     FSDelete(gFile.working, gFile.vRefNum);
     return false;
-}
-
-// --- Failing ------------------------------------------------------------------
-
-static void CloseAndDelete()
-{
-    FSClose(gFile.refNum);
-    FSDelete(gFile.working, gFile.vRefNum);
 }
 
 Boolean StepFailed(OSErr error, const char *context)
@@ -101,22 +112,8 @@ Boolean StepFailed(OSErr error, const char *context)
     if (error == noErr)
         return false;
     DoWriteError(error, ql_quorum_passtr(context));
-    CloseAndDelete();
+    PutBack();
     return true;
-}
-
-// Gives the old file its name back and deletes the new one. aside: the name that the
-// old file has meanwhile, nil while it still has its own.
-static void GiveUpReplacing(OSErr error, const char *context, StringPtr aside)
-{
-    DoWriteError(error, ql_quorum_passtr(context));
-    if (gFile.renamed)
-        Rename(gFile.existing, gFile.vRefNum, gFile.working);
-    if (aside)
-        Rename(aside, gFile.vRefNum, gFile.existing);
-    if (gFile.haveInfo)
-        SetFInfo(gFile.existing, gFile.vRefNum, &gFile.info);
-    CloseAndDelete();
 }
 
 // --- Finishing ----------------------------------------------------------------
@@ -135,18 +132,12 @@ static void TakeOverInfo()
 // is deleted.
 static void Replace()
 {
-    Str63 aside;
     TakeOverInfo();
-    OSErr error = StepAside(aside);
-    if (error != noErr)
-        return GiveUpReplacing(error, " (rename1)", nullptr);
-    error = Rename(gFile.working, gFile.vRefNum, gFile.existing);
-    if (error != noErr)
-        return GiveUpReplacing(error, " (rename2)", aside);
+    if (StepFailed(StepAside(), " (rename1)") ||
+        StepFailed(Rename(gFile.working, gFile.vRefNum, gFile.existing), " (rename2)"))
+        return;
     gFile.renamed = true;
-    error = FSDelete(aside, gFile.vRefNum);
-    if (error != noErr)
-        GiveUpReplacing(error, " (fsdelete)", aside);
+    StepFailed(FSDelete(gFile.aside, gFile.vRefNum), " (fsdelete)");
 }
 
 void FinishNewFile(int32_t length)
@@ -159,5 +150,6 @@ void FinishNewFile(int32_t length)
 
 void CloseNewFile()
 {
+    gBeforeEnd = nullptr;
     FSClose(gFile.refNum);
 }

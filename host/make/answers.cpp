@@ -84,7 +84,8 @@ std::string currentField()
     Handle item = nullptr;
     Rect box;
     Str255 text;
-    GetDItem(dialog, static_cast<int16_t>(reinterpret_cast<DialogPeek>(dialog)->editField + 1), &type, &item, &box);
+    GetDItem(dialog, static_cast<int16_t>(reinterpret_cast<DialogPeek>(dialog)->editField + 1), &type, &item,
+             &box);
     GetIText(item, text);
     return std::string(toolbox::pascalView(text));
 }

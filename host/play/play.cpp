@@ -96,6 +96,8 @@ std::string playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request
     } catch (const toolbox::ProcessEnded &) {
         if (user.stuck())
             throw *user.stuck();
+        if (user.idle() && user.lastMessage().empty())
+            throw toolbox::ScriptError{0, "the process has ended without a word; there may not be enough memory"};
         if (!user.idle())
             throw toolbox::ScriptError{user.nextLine(), "the process has ended, and the script goes on" +
                                                             quotedAfterColon(user.lastMessage())};
@@ -161,7 +163,7 @@ std::string play(const PlayRequest &request)
     } catch (const toolbox::ScriptError &error) {
         problem = described(request.script, error);
     } catch (const std::bad_alloc &) {
-        throw;
+        problem = "there is not enough memory";
     } catch (const io::Interrupted &) {
         throw;
     } catch (const std::exception &error) {

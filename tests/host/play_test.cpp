@@ -176,6 +176,21 @@ TEST_F(Play, AProcessThatEndsEndsTheScript)
               "riders play: session.play:4: the process has ended, and the script goes on\n");
 }
 
+TEST_F(Play, WhoIsStuckPassesWordsOnAndLeavesTheFilesInOrder)
+{
+    const std::string old = "%!Zu3_Riders old";
+    std::filesystem::create_directory(folder / "out");
+    writeFile(folder / "out" / "film", old);
+    const CommandResult result = play("start\ncommand 0\nchoose 4 3\npress 1\nfail rename 2 -36\nsave out/film\n"
+                                      "command 0\npress 2\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("session.play:7: dialog 16129 is still open: \""), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("(rename2)\""), std::string::npos) << result.err;
+    EXPECT_EQ(contentsOf(folder / "out" / "film"), old);
+    const std::filesystem::directory_iterator left(folder / "out");
+    EXPECT_EQ(std::distance(begin(left), end(left)), 1) << "no temporary file";
+}
+
 TEST_F(Play, WaitingIsSeenInTheCaret)
 {
     ASSERT_EQ(

@@ -167,6 +167,7 @@ INSTANTIATE_TEST_SUITE_P(Each, FailedImport,
                          ::testing::Values(Failure{"Open", FileCall::open, 1, 16134, " (fsopen)", true},
                                            Failure{"Length", FileCall::getEOF, 1, 16134, " (eof)", true},
                                            Failure{"Check", FileCall::getEOF, 2, 16134, " (eof -check)", false},
+                                           Failure{"Mark", FileCall::setFPos, 2, 16134, " (fsread)", false},
                                            Failure{"Header", FileCall::read, 1, 16134, " (fsread -check)", false},
                                            Failure{"Body", FileCall::read, 2, 16134, " (fsread)", false}),
                          [](const auto &info) { return info.param.name; });

@@ -92,7 +92,8 @@ protected:
         EXPECT_TRUE(traced(params(message(refusal.message))));
     }
 
-    void expectStored(int16_t kind, const std::string &typed, const unsigned char *setting, const std::string &stored)
+    void expectStored(int16_t kind, const std::string &typed, const unsigned char *setting,
+                      const std::string &stored)
     {
         SCOPED_TRACE(typed);
         user.in(kFreqDialogID);

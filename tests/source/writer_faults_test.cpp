@@ -171,6 +171,49 @@ std::vector<Fault> everyFault()
     return faults;
 }
 
+class FatalReport : public Making {
+protected:
+    void makeUntilTheEnd()
+    {
+        user.answerSave(file());
+        user.in(0);
+        user.press(1);
+        EXPECT_FALSE(guarded([] { MakeCustomRiders(); }));
+        EXPECT_TRUE(ended);
+    }
+};
+
+TEST_F(FatalReport, LeavesNoPartOfAFile)
+{
+    chooseEverything();
+    removeResource('TEXT', 16504);
+    makeUntilTheEnd();
+    EXPECT_TRUE(traced("(text resource)"));
+    EXPECT_EQ(files(), std::vector<std::string>{});
+}
+
+TEST_F(FatalReport, LeavesTheOldFileAlone)
+{
+    writeOld();
+    chooseEverything();
+    removeResource('TEXT', 16504);
+    makeUntilTheEnd();
+    EXPECT_EQ(files(), std::vector<std::string>{"made"});
+    EXPECT_EQ(contentsOf(file()), kOldContents);
+}
+
+// Without its dialog every report is an alert, and fatal.
+TEST_F(FatalReport, GivesTheOldFileItsNameBack)
+{
+    writeOld();
+    chooseEverything();
+    removeResource('DLOG', 16129);
+    toolbox::faults::failFileCall(toolbox::FileCall::rename, 2, ioErr);
+    makeUntilTheEnd();
+    EXPECT_EQ(files(), std::vector<std::string>{"made"});
+    EXPECT_EQ(contentsOf(file()), kOldContents);
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, EveryFault, ::testing::ValuesIn(everyFault()), [](const auto &info) {
     return "Error" + std::to_string(-info.param.error) + (info.param.replacing ? "Replacing" : "New") +
            (info.param.onward ? "Onward" : "Once");

@@ -7,6 +7,7 @@
 #include "support/toolbox_test.h"
 #include "toolbox/files.h"
 #include "toolbox/host/failed_changes.h"
+#include "toolbox/resources.h"
 
 namespace fs = std::filesystem;
 
@@ -69,6 +70,43 @@ TEST_F(FileSafety, WhatTookTheNewFilesPlaceIsNotOpened)
     // Later it is a file like any other.
     EXPECT_EQ(FSOpen(P("film"), 0, &refNum), noErr);
     EXPECT_EQ(FSClose(refNum), noErr);
+}
+
+TEST_F(FileSafety, AFileJustMadeThatCannotBeOpenedIsAFailedChange)
+{
+    int16_t refNum = 0;
+    EXPECT_EQ(FSOpen(P("nothing"), 0, &refNum), fnfErr);
+    EXPECT_EQ(HOpenResFile(0, 0, P("nothing"), fsRdPerm), -1);
+    EXPECT_EQ(toolbox::firstFailedChange(), noErr) << "there may be none";
+    for (bool fork : {false, true}) {
+        restart();
+        fs::remove(folder / "film");
+        ASSERT_EQ(Create(P("film"), 0, 'ttxt', 'TEXT'), noErr);
+        toolbox::faults::failFileCall(fork ? toolbox::FileCall::openResFile : toolbox::FileCall::open, 1, ioErr);
+        if (fork)
+            HOpenResFile(0, 0, P("film"), fsRdWrPerm);
+        else
+            FSOpen(P("film"), 0, &refNum);
+        EXPECT_EQ(toolbox::firstFailedChange(), ioErr);
+    }
+}
+
+TEST_F(FileSafety, SoIsAForkThatCannotBeMadeAndAResourceThatCannotBeAdded)
+{
+    toolbox::faults::failFileCall(toolbox::FileCall::createResFile, 1, dskFulErr);
+    HCreateResFile(0, 0, P("film"));
+    EXPECT_EQ(toolbox::firstFailedChange(), dskFulErr);
+    restart();
+    HCreateResFile(0, 0, P("film"));
+    ASSERT_NE(HOpenResFile(0, 0, P("film"), fsRdWrPerm), -1);
+    AddResource(nullptr, 'STUF', 128, P(""));
+    EXPECT_EQ(toolbox::firstFailedChange(), addResFailed);
+    restart();
+    int16_t volume;
+    int32_t directory;
+    toolbox::faults::failFileCall(toolbox::FileCall::findFolder, 1, ioErr);
+    EXPECT_EQ(FindFolder(kOnSystemDisk, kPreferencesFolderType, true, &volume, &directory), ioErr);
+    EXPECT_EQ(toolbox::firstFailedChange(), ioErr);
 }
 
 TEST_F(FileSafety, TheFirstFailedChangeIsRemembered)

@@ -1,6 +1,8 @@
 #include "support/toolbox_test.h"
 
 #include <cstring>
+#include <new>
+#include <stdexcept>
 
 #include "memory/heap.h"
 #include "toolbox/memory.h"
@@ -337,4 +339,23 @@ TEST_F(Memory, StoppingFreesEverythingAndForgetsHandles)
     restart();
     EXPECT_FALSE(heap::isLive(handle));
     EXPECT_EQ(toolbox::leftBehind(), toolbox::LeakReport{});
+}
+
+TEST(StartOfTheToolbox, WithoutMemoryForItselfThereIsNoSession)
+{
+    toolbox::HeadlessMachine machine;
+    int refused = 0;
+    for (int nth = 1; nth < 20; ++nth) {
+        toolbox::faults::clear();
+        toolbox::faults::failAllocation(nth);
+        try {
+            toolbox::start({}, machine);
+        } catch (const std::bad_alloc &) {
+            ++refused;
+            EXPECT_THROW(toolbox::machine(), std::logic_error);
+        }
+        toolbox::stop();
+    }
+    toolbox::faults::clear();
+    EXPECT_EQ(refused, 2) << "TextEdit's scrap and the desk's";
 }

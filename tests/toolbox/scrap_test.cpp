@@ -86,6 +86,14 @@ TEST_F(ScrapTest, AnotherProgramsTextIsBroughtIn)
     EXPECT_EQ(GetScrap(nullptr, 'TEXT', nullptr), noTypeErr);
 }
 
+TEST_F(ScrapTest, ClipboardThatFoundNoMemoryIsBroughtInLater)
+{
+    machine.putOnClipboard("there");
+    toolbox::faults::failAllocation(1);
+    EXPECT_EQ(GetScrap(nullptr, 'TEXT', nullptr), noTypeErr);
+    EXPECT_EQ(got('TEXT'), "there");
+}
+
 TEST_F(ScrapTest, ClipboardFilledBeforeTheStartIsThere)
 {
     machine.putOnClipboard("before");

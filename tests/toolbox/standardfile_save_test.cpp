@@ -59,7 +59,15 @@ TEST_F(SaveDialog, ANameThatCannotBeTypedEndsTheScriptWithAMessage)
     user.key("backspace");
     user.then([] { toolbox::faults::failAllocation(1, true); });
     user.answerSave("my riders");
-    EXPECT_EQ(endOf([this] { save(); }), "item 1 of dialog 16399, \"Save\", is dimmed");
+    EXPECT_EQ(endOf([this] { save(); }), "\"my riders\" cannot be typed: the field shows \"\"");
+}
+
+TEST_F(SaveDialog, ANameWithoutOneOfItsLettersIsNotSaved)
+{
+    user.key("backspace");
+    user.then([] { toolbox::faults::failAllocation(3); });
+    user.answerSave("my riders");
+    EXPECT_EQ(endOf([this] { save(); }), "\"my riders\" cannot be typed: the field shows \"myriders\"");
 }
 
 TEST_F(SaveDialog, AQuestionThatFindsNoMemoryEndsTheScriptWithAMessage)

@@ -58,6 +58,35 @@ protected:
     WindowPtr window = nullptr;
 };
 
+TEST_F(TextEdit, WhatFindsNoMemoryIsNotedByABeep)
+{
+    TEHandle text = make("ab");
+    toolbox::faults::failAllocation(1);
+    keys(text, "c");
+    EXPECT_EQ(machine.beeps(), 1);
+    TESetSelect(0, 2, text);
+    TECopy(text);
+    TESetSelect(2, 2, text);
+    toolbox::faults::failAllocation(1);
+    TEPaste(text);
+    EXPECT_EQ(machine.beeps(), 2);
+    EXPECT_EQ(content(text), "ab");
+    TEDispose(text);
+}
+
+TEST_F(TextEdit, WhatWasCopiedIsNotPastedInThePlaceOfANewerClipboard)
+{
+    TEHandle text = make("old");
+    TESetSelect(0, 3, text);
+    TECopy(text);
+    machine.putOnClipboard("longer than before");
+    toolbox::faults::failAllocation(2);  // the first is the desk scrap's
+    EXPECT_EQ(TEFromScrap(), memFullErr);
+    EXPECT_EQ(machine.beeps(), 1);
+    EXPECT_EQ(TEGetScrapLength(), 0);
+    TEDispose(text);
+}
+
 }  // namespace
 
 TEST_F(TextEdit, TypingInsertsAtTheCaretAndReplacesASelection)

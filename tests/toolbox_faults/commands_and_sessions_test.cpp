@@ -1,9 +1,9 @@
-// Every call of the Toolbox that can fail does so: the first, the second, the third, until a run meets no fault; each
-// command of the program, and each session in examples/sessions. Whatever fails, the program ends, says why in one
-// line, and loses nothing, and the next run works.
+// Every call of the Toolbox that can fail does so: the first, the second, the third, until a run meets no fault;
+// each command of the program, and each session in examples/sessions. Whatever fails, the program ends, says why
+// in one line, and loses nothing, and the next run works.
 //
-// RIDERS_FAULTS=all tries every fault, which takes hours; otherwise a few are chosen at random. RIDERS_SEED=N chooses
-// the same ones again.
+// RIDERS_FAULTS=all tries every fault, which takes an hour; RIDERS_FAULTS='write 3 -> -34, once' that one, and
+// prints the trace; otherwise a few are chosen at random. RIDERS_SEED=N chooses the same ones again.
 #include <algorithm>
 #include <iostream>
 #include <random>
@@ -16,10 +16,10 @@
 namespace toolbox_faults {
 namespace {
 
-bool tryingAll()
+std::string wantedFaults()
 {
     const char *faults = std::getenv("RIDERS_FAULTS");
-    return faults && std::string(faults) == "all";
+    return faults ? faults : "";
 }
 
 unsigned seed()
@@ -80,6 +80,15 @@ public:
             for (int nth = 1; attempt(fault, nth); ++nth)
                 ;
     }
+    void tryOne(const std::string &wanted)
+    {
+        const int nth = std::stoi(wanted.substr(wanted.find(' ')));
+        for (const Fault &fault : everyFault())
+            if (described(fault, nth) == wanted)
+                attempt(fault, nth);
+        for (const std::string &line : last_.trace)
+            std::cout << line << '\n';
+    }
     void trySome(int some)
     {
         std::mt19937 random(seed());
@@ -90,7 +99,8 @@ public:
             Fault fault = possible[random() % possible.size()];
             if (isAllocation)
                 fault = {{}, memFullErr, false, random() % 2 == 1};
-            attempt(fault, 1 + static_cast<int>(random() % static_cast<unsigned>(usual_.after.calls[kindOf(fault)])));
+            attempt(fault,
+                    1 + static_cast<int>(random() % static_cast<unsigned>(usual_.after.calls[kindOf(fault)])));
         }
     }
 
@@ -102,7 +112,7 @@ private:
     bool attempt(const Fault &fault, int nth)
     {
         place_.restore();
-        const Outcome is = place_.run(scenario_, fault, nth);
+        const Outcome is = last_ = place_.run(scenario_, fault, nth);
         const bool met = is.calls.empty() || is.calls[kindOf(fault)] >= nth;
         if (!met)
             return false;
@@ -140,6 +150,7 @@ private:
     const Scenario &scenario_;
     Usual usual_;
     Place place_;
+    Outcome last_;
     std::set<std::size_t> seen_;
     int tried_ = 0, failed_ = 0;
 };
@@ -152,8 +163,10 @@ TEST_P(ToolboxFaults, EndInWordsAndLoseNothing)
 {
     Trial trial(GetParam());
     ASSERT_EQ(trial.usually().status, 0) << trial.usually().err << trial.usually().how;
-    if (tryingAll()) {
+    if (wantedFaults() == "all") {
         trial.tryAll();
+    } else if (!wantedFaults().empty()) {
+        trial.tryOne(wantedFaults());
     } else {
         constexpr int some = 6;
         std::cout << "RIDERS_SEED=" << seed() << ", " << std::flush;

@@ -45,7 +45,8 @@ void judgeEnd(const Outcome &is, std::vector<std::string> &wrong)
         wrong.push_back("more than one line");
 }
 
-std::string whatIsWrongWith(const std::string &name, const std::string &bytes, const Usual &usual, bool scratchAllowed)
+std::string whatIsWrongWith(const std::string &name, const std::string &bytes, const Usual &usual,
+                            bool scratchAllowed)
 {
     if (has(usual.filesBefore, name, bytes) || has(usual.after.files, name, bytes))
         return {};
@@ -101,7 +102,8 @@ void judgeWords(const Outcome &is, const Usual &usual, const Scenario &scenario,
 
 }  // namespace
 
-std::vector<std::string> wrongIn(const Outcome &is, const Usual &usual, const Scenario &scenario, const Fault &fault)
+std::vector<std::string> wrongIn(const Outcome &is, const Usual &usual, const Scenario &scenario,
+                                 const Fault &fault)
 {
     std::vector<std::string> wrong;
     judgeEnd(is, wrong);

@@ -12,6 +12,7 @@ struct Usual {
 };
 
 // What is wrong, in sentences; nothing if all is right.
-std::vector<std::string> wrongIn(const Outcome &is, const Usual &usual, const Scenario &scenario, const Fault &fault);
+std::vector<std::string> wrongIn(const Outcome &is, const Usual &usual, const Scenario &scenario,
+                                 const Fault &fault);
 
 }  // namespace toolbox_faults

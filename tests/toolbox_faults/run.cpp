@@ -52,11 +52,12 @@ public:
     {
         toolbox::trace::setSink([this](const std::string &line) { see(line); });
     }
-    std::vector<std::string> said, made, leaks;
+    std::vector<std::string> said, made, leaks, trace;
 
 private:
     void see(const std::string &line)
     {
+        trace.push_back(line);
         const std::string creating = "file create ", done = " -> 0";
         if (line.starts_with("params ") || line == "beep")
             said.push_back(line);
@@ -85,6 +86,8 @@ int runHere(const Scenario &scenario)
     Words words;
     try {
         words = scenario.run();
+    } catch (const std::bad_alloc &) {
+        words.problem = "there is not enough memory";
     } catch (const std::exception &error) {
         words.problem = error.what();
     }
@@ -124,19 +127,22 @@ void writeLines(std::ostream &out, const std::string &mark, const std::vector<st
     writeLines(report, "said ", watch.said);
     writeLines(report, "made ", watch.made);
     writeLines(report, "leak ", watch.leaks);
+    writeLines(report, "trace ", watch.trace);
     report.close();
     _exit(status);
 }
 
 void readReport(const fs::path &file, Outcome &outcome)
 {
+    const std::map<std::string, std::vector<std::string> *> lists = {
+        {"said", &outcome.said}, {"made", &outcome.made}, {"leak", &outcome.leaks}, {"trace", &outcome.trace}};
     std::istringstream in(contentsOf(file));
     for (std::string line; std::getline(in, line);) {
         const std::string kind = line.substr(0, line.find(' ')), rest = line.substr(line.find(' ') + 1);
         if (kind == "calls")
             outcome.calls.push_back(std::stoi(rest));
         else
-            (kind == "said" ? outcome.said : kind == "made" ? outcome.made : outcome.leaks).push_back(rest);
+            lists.at(kind)->push_back(rest);
     }
 }
 
@@ -152,7 +158,9 @@ std::string howItEnded(int status)
 
 }  // namespace
 
-Place::Place(Files files, Files settings) : files_(std::move(files)), settings_(std::move(settings)) {}
+Place::Place(Files files, Files settings) : files_(std::move(files)), settings_(std::move(settings))
+{
+}
 
 void Place::restore() const
 {

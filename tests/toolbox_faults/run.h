@@ -40,6 +40,7 @@ struct Outcome {
     std::vector<std::string> said;   // the texts of messages, and beeps
     std::vector<std::string> made;   // the names of files that were made, quoted
     std::vector<std::string> leaks;  // what was left behind after a call of the plug-in, or at the end
+    std::vector<std::string> trace;
     Files files, settings;
 };
 

@@ -120,7 +120,14 @@ Scenario played(const std::string &name, const fs::path &script)
             }};
 }
 
-enum { jobWindow = 1000, addButton = 1, takeOutButton = 3, settingsDialog = 16300, frequencyPopup = 4, makeButton = 1 };
+enum {
+    jobWindow = 1000,
+    addButton = 1,
+    takeOutButton = 3,
+    settingsDialog = 16300,
+    frequencyPopup = 4,
+    makeButton = 1
+};
 
 void queueAtTheWindow(toolbox::ScriptedUser &user)
 {

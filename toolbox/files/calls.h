@@ -38,7 +38,8 @@ template <typename Work> OSErr transferCall(FileCall kind, const std::string &na
 }
 
 // The same for calls that may move a part of the bytes. Until the work is done, count is how many are wanted.
-template <typename Work> OSErr partCall(FileCall kind, const std::string &name, std::int32_t &count, Work work)
+template <typename Work>
+OSErr partCall(FileCall kind, const std::string &name, std::int32_t &count, Work work)
 {
     const OSErr planned = faults::check(kind);
     if (planned != noErr)

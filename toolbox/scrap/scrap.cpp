@@ -5,6 +5,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -118,6 +119,8 @@ void managers::startScrap(const Configuration &)
 {
     scrap = Scrap{};
     scrap.stuff.scrapHandle = NewHandle(0);
+    if (!scrap.stuff.scrapHandle)
+        throw std::bad_alloc();
     scrap.stuff.scrapState = 1;
     setPascal(scrap.name, "Clipboard");
     scrap.stuff.scrapName = scrap.name;

@@ -1,5 +1,6 @@
 // Starting and stopping the managers, and what they report as left over.
 #include <iterator>
+#include <new>
 
 #include "session/current.h"
 #include "session/managers.h"
@@ -44,8 +45,13 @@ void start(const Configuration &configuration, Machine &machine)
 {
     stop();
     session::current = {configuration, &machine};
-    for (const Manager &manager : inOrder)
-        manager.start(session::current.configuration);
+    try {
+        for (const Manager &manager : inOrder)
+            manager.start(session::current.configuration);
+    } catch (const std::bad_alloc &) {
+        stop();
+        throw;
+    }
     atStart = everything();
 }
 

@@ -1,5 +1,6 @@
 #include "textedit/scrap.h"
 
+#include <new>
 #include <optional>
 
 #include "memory/locked.h"
@@ -33,6 +34,8 @@ bool copySelection(TEHandle text)
 void startScrap()
 {
     scrap = NewHandle(0);
+    if (!scrap)
+        throw std::bad_alloc();
     deskCountSeen.reset();
 }
 

@@ -124,7 +124,7 @@ Progress AnswerSave::answer(Hand &hand, const standardfile::State &state)
         named_ = true;
         return Progress::more;
     }
-    if (std::string shown = nameShown(state); utf8FromRoman(shown) != fileName_)
+    if (std::string shown = nameShown(state); romanFromUtf8(fileName_) != shown)
         throw Problem{"\"" + fileName_ + "\" cannot be typed: the field shows \"" + utf8FromRoman(shown) + "\""};
     return accept_.advance(hand);
 }

@@ -77,8 +77,9 @@ bool messageInFront()
     const auto isText = [](const dialogs::Item &item) { return item.kind() == statText; };
     const auto isButton = [](const dialogs::Item &item) { return item.kind() == ctrlItem + btnCtrl; };
     return std::any_of(dialog->items.begin(), dialog->items.end(), isText) &&
-           std::all_of(dialog->items.begin(), dialog->items.end(),
-                       [&](const dialogs::Item &item) { return !item.enabled() || isText(item) || isButton(item); });
+           std::all_of(dialog->items.begin(), dialog->items.end(), [&](const dialogs::Item &item) {
+               return !item.enabled() || isText(item) || isButton(item);
+           });
 }
 
 bool isDimmed(int number)

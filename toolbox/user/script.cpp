@@ -152,6 +152,7 @@ void ScriptedUser::Script::run()
             fail(step.line, "no dialog is open");
         if (step.where == Where::ifAsked)
             continue;
+        lastMessage.clear();
         while (advance(step) != Progress::done)
             ;
         throwIfStuck();

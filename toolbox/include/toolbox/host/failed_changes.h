@@ -7,9 +7,9 @@
 
 namespace toolbox {
 
-// The result code of the first call since the start of the session that should have made, written, cut or flushed a
-// file, found the folder for it, opened one made in this session or added a resource, and did not; noErr where all
-// did.
+// The result code of the first call since the start of the session that should have made, written, cut or flushed
+// a file, found the folder for it, opened one made in this session or added a resource, and did not; noErr where
+// all did.
 OSErr firstFailedChange();
 // The same for files of that name, UTF-8, in whatever folder, and for calls that are of no one file.
 OSErr firstFailedChange(const std::string &name);

@@ -32,7 +32,8 @@ struct Configuration {
 };
 
 // Stops a session that is running, and makes heap, displays and tables. The
-// machine must outlive the session.
+// machine must outlive the session. std::bad_alloc when there is no memory for what
+// the managers need themselves; then no session runs.
 void start(const Configuration &configuration, Machine &machine);
 // Closes files, frees every block. Safe to call when not started.
 void stop();

@@ -129,7 +129,7 @@ public:
     // all went well.
     const std::optional<ScriptError> &stuck() const;
     // What the last message, a dialog with nothing in it but texts and buttons, said,
-    // whether it was expected or not; empty if there was none.
+    // whether it was expected or not; empty if there was none since the last host step.
     const std::string &lastMessage() const;
     // Drops the steps not yet done.
     void forgetRest();
