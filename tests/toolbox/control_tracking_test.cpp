@@ -108,6 +108,61 @@ TEST_F(Controls, ValuesStayBetweenTheirLimits)
     EXPECT_EQ(GetCtlValue(box), 0) << "its owner sets the value";
 }
 
+TEST_F(Controls, ASmallerMaximumCutsTheValue)
+{
+    ControlHandle bar = make(scrollBarProc, 100, 10, 116, 110, 50);
+    SetCtlValue(bar, 40);
+    SetCtlMax(bar, 30);
+    EXPECT_EQ(GetCtlValue(bar), 30);
+    SetCtlMax(bar, 60);
+    EXPECT_EQ(GetCtlValue(bar), 30);
+    SetCtlValue(bar, 60);
+    EXPECT_EQ(GetCtlValue(bar), 60);
+}
+
+TEST_F(Controls, ANewTitleIsKeptAndDrawn)
+{
+    ControlHandle button = make(pushButProc, 10, 10, 90, 30);
+    toolbox::Picture shown = toolbox::displayPicture(0);
+    SetCTitle(button, P("Other"));
+    Str255 title;
+    GetCTitle(button, title);
+    EXPECT_EQ(plain(title), "Other");
+    EXPECT_NE(toolbox::displayPicture(0).pixels, shown.pixels);
+}
+
+TEST_F(Controls, AllOfAWindowAreDrawnButTheHidden)
+{
+    make(pushButProc, 10, 10, 90, 30);
+    ControlHandle hidden = make(pushButProc, 10, 50, 90, 70);
+    make(checkBoxProc, 10, 90, 90, 110);
+    HideControl(hidden);
+    toolbox::Picture shown = toolbox::displayPicture(0);
+    EraseRect(&window->portRect);
+    ASSERT_NE(toolbox::displayPicture(0).pixels, shown.pixels);
+    DrawControls(window);
+    EXPECT_EQ(toolbox::displayPicture(0).pixels, shown.pixels);
+}
+
+TEST_F(Controls, OneInTheMiddleCanBeDisposedOfAndThenAll)
+{
+    ControlHandle first = make(pushButProc, 10, 10, 90, 30);
+    ControlHandle middle = make(pushButProc, 10, 50, 90, 70);
+    ControlHandle last = make(pushButProc, 10, 90, 90, 110);
+    DisposeControl(middle);
+    ControlHandle found;
+    EXPECT_EQ(FindControl({60, 50}, window, &found), 0);
+    FindControl({20, 50}, window, &found);
+    EXPECT_EQ(found, first);
+    FindControl({100, 50}, window, &found);
+    EXPECT_EQ(found, last);
+    KillControls(window);
+    FindControl({20, 50}, window, &found);
+    EXPECT_EQ(found, nullptr);
+    DisposeWindow(window);
+    EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
+}
+
 TEST_F(Controls, TheArrowsAndPagesOfAScrollBarCallTheActionWhileHeld)
 {
     static ControlHandle bar;

@@ -242,6 +242,15 @@ TEST_F(DialogItems, BeforeSystemSevenCommandKeysAreLeftToTheFilter)
     EXPECT_EQ(text(dialog, 1), "spot");
 }
 
+TEST_F(DialogItems, TheEditedTextCanBeClearedWithoutTheScrap)
+{
+    DialogPtr dialog = openSpotDialog();
+    DlgDelete(dialog);
+    EXPECT_EQ(text(dialog, 1), "");
+    DlgPaste(dialog);
+    EXPECT_EQ(text(dialog, 1), "") << "nothing was cut";
+}
+
 TEST_F(DialogItems, UpdatingARegionDrawsNothingElse)
 {
     ItemList().item(statText, 10, 10, 60, 16, "text").add(600);

@@ -90,6 +90,19 @@ TEST_F(QuickDrawPorts, ClipToPortVisibleAndClipRegion)
     EXPECT_EQ(pixel(width - 1, 49), black);
 }
 
+TEST_F(QuickDrawPorts, TheClipRegionIsGivenAsACopy)
+{
+    const Rect clip{10, 20, 30, 40}, other{0, 0, 5, 5};
+    ClipRect(&clip);
+    RgnHandle copy = NewRgn();
+    GetClip(copy);
+    ClipRect(&other);
+    EXPECT_TRUE(EqualRect(&(**copy).rgnBBox, &clip));
+    SetClip(copy);
+    EXPECT_TRUE(EqualRgn(port.clipRgn, copy));
+    DisposeRgn(copy);
+}
+
 TEST_F(QuickDrawPorts, WithoutRegionsDrawNothing)
 {
     GrafPort bare{};

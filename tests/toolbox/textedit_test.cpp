@@ -43,6 +43,17 @@ protected:
 
     int widthOf(const std::string &text) { return TextWidth(text.data(), 0, static_cast<int16_t>(text.size())); }
 
+    // Pixels of the window that are not white, between two columns (local).
+    static int inkedFrom(int left, int right)
+    {
+        const toolbox::Picture picture = toolbox::displayPicture(0);
+        int inked = 0;
+        for (int v = 100; v < 300; ++v)
+            for (int h = left + 100; h < right + 100; ++h)
+                inked += picture.pixels[static_cast<size_t>(v) * picture.width + h] != 0xFFFFFF;
+        return inked;
+    }
+
     // A press as the Dialog Manager passes it on: taken from the queue first.
     void press(TEHandle text, int h, int v, int toH = -1, bool extend = false)
     {
@@ -216,6 +227,54 @@ TEST_F(TextEdit, CuttingAndPastingGoThroughThePrivateScrap)
     EXPECT_EQ(TEGetScrapLength(), 0) << "copying at a caret empties it";
     EXPECT_EQ(TEFromScrap(), noErr);
     EXPECT_EQ(TEGetScrapLength(), 2);
+}
+
+TEST_F(TextEdit, ALengthChangedThroughTheHandleIsTakenOver)
+{
+    TEHandle text = make("abcdef");
+    TESetSelect(2, 5, text);
+    SetHandleSize(TEGetText(text), 4);
+    TECalText(text);
+    EXPECT_EQ(content(text), "abcd");
+    EXPECT_EQ(selection(text), (std::pair{2, 4})) << "cut to the text";
+}
+
+TEST_F(TextEdit, DeletingLeavesThePrivateScrapAlone)
+{
+    TEHandle text = make("abcdef");
+    TESetSelect(0, 2, text);
+    TECopy(text);
+    TESetSelect(3, 5, text);
+    TEDelete(text);
+    EXPECT_EQ(content(text), "abcf");
+    EXPECT_EQ(selection(text), (std::pair{3, 3}));
+    EXPECT_EQ(std::string(*TEScrapHandle(), GetHandleSize(TEScrapHandle())), "ab");
+}
+
+TEST_F(TextEdit, AnUpdateDrawsOnlyWithinItsRectangle)
+{
+    TEHandle text = make("MMMMMM");
+    TESetSelect(0, 0, text);
+    TEDeactivate(text);
+    EraseRect(&window->portRect);
+    Rect left{0, 0, 200, static_cast<int16_t>(10 + widthOf("MMM"))};
+    TEUpdate(&left, text);
+    EXPECT_GT(inkedFrom(0, left.right), 0);
+    EXPECT_EQ(inkedFrom(left.right, 250), 0);
+    TEUpdate(&window->portRect, text);
+    EXPECT_GT(inkedFrom(left.right, 250), 0);
+}
+
+TEST_F(TextEdit, AnInactiveTextShowsNoSelection)
+{
+    TEHandle text = make("abc");
+    TESetSelect(0, 0, text);
+    TEDeactivate(text);
+    int letters = inkedFrom(0, 250);
+    TESetSelect(0, 3, text);
+    EXPECT_EQ(inkedFrom(0, 250), letters);
+    TEActivate(text);
+    EXPECT_NE(inkedFrom(0, 250), letters);
 }
 
 TEST_F(TextEdit, ATextNeverGrowsBeyondItsLimit)
