@@ -205,6 +205,19 @@ TEST_F(Entry, StartUpWithoutMemoryForItsRecordRegistersNothing)
     EXPECT_FALSE(ended);
 }
 
+TEST_F(Entry, WithoutMemoryForTheRecordsTheReportIsStillInItsPlace)
+{
+    for (int selector : {kSelectStartUp, kSelectAbout, kSelectCommand}) {
+        restartPlugin();
+        dismiss();
+        toolbox::faults::failAllocation(1);
+        call(selector);
+        toolbox::faults::clear();
+        EXPECT_TRUE(traced(params(message(16129), "\r\rID = 94", " (newptr)"))) << selector;
+        EXPECT_TRUE(traced("dialog 16129 shown at 110,104")) << selector;
+    }
+}
+
 TEST_F(Entry, WithoutColourQuickDrawTheTablesAreNeitherLoadedNorReleased)
 {
     configuration.quickDrawVersion = 0;

@@ -184,6 +184,17 @@ TEST_F(DialogModal, TabCyclesThroughTheEditItemsAndSelectsAll)
     EXPECT_EQ((**record->textH).selEnd, 3);
 }
 
+TEST_F(DialogModal, TheTextThatBecomesCurrentIsActive)
+{
+    DialogPtr dialog = open();
+    auto *record = reinterpret_cast<DialogPeek>(dialog);
+    key('\t');
+    modal();
+    EXPECT_EQ(record->editField, 5);
+    EXPECT_TRUE((**record->textH).active);
+    EXPECT_TRUE((**record->textH).caretState);
+}
+
 TEST_F(DialogModal, AClickInAnEditItemMakesItCurrent)
 {
     DialogPtr dialog = open();

@@ -175,6 +175,22 @@ TEST_F(QuickDrawDepth, ExistingPixelsBecomeWhatTheNewDepthShows)
     }
 }
 
+TEST_F(QuickDrawDepth, WithoutColoursBetweenTextInksThePixelsThatItHalfCovers)
+{
+    auto text = [&](int depth, int32_t color) {
+        useDepth(depth);
+        EraseRect(&port.portRect);
+        ForeColor(color);
+        TextSize(40);
+        MoveTo(10, 60);
+        DrawString(P("OS"));
+        return pixels();
+    };
+    const auto smooth = text(32, blackColor), coarse = text(4, blueColor);
+    for (std::size_t i = 0; i < smooth.size(); ++i)
+        ASSERT_EQ(coarse[i] != white, (smooth[i] & 0xFF) < 128) << i;
+}
+
 TEST_F(QuickDrawDepth, EdgesOfTextAreSmoothWhereTheDisplayHasColoursBetween)
 {
     auto grades = [&](int depth, int32_t color) {

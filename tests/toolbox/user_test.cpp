@@ -42,6 +42,15 @@ Boolean popupFilter(DialogPtr dialog, EventRecord *event, int16_t *hit)
     return true;
 }
 
+std::string typedWithShift;
+
+Boolean noteShift(DialogPtr dialog, EventRecord *event, int16_t *hit)
+{
+    if (event->what == keyDown && event->modifiers & shiftKey)
+        typedWithShift += static_cast<char>(event->message & charCodeMask);
+    return popupFilter(dialog, event, hit);
+}
+
 class User : public ToolboxTest {
 protected:
     void SetUp() override
@@ -88,7 +97,7 @@ protected:
         return plain(text);
     }
     // Runs the dialog until OK or Cancel; returns the items hit.
-    std::vector<int> runDialog()
+    std::vector<int> runDialog(ModalFilterProcPtr filter = &popupFilter)
     {
         DialogPtr dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
         HideDItem(dialog, hiddenItem);
@@ -97,7 +106,7 @@ protected:
         std::vector<int> hits;
         while (hits.empty() || (hits.back() != okItem && hits.back() != cancelItem)) {
             int16_t hit = 0;
-            ModalDialog(&popupFilter, &hit);
+            ModalDialog(filter, &hit);
             hits.push_back(hit);
         }
         name = nameIn(dialog);
@@ -142,6 +151,15 @@ TEST_F(User, TypesAndPressesKeys)
     user.key("return");
     runDialog();
     EXPECT_EQ(name, "\x80pfel x1");
+}
+
+TEST_F(User, TypesCapitalsWithTheShiftKey)
+{
+    typedWithShift.clear();
+    user.type("aB1cD");
+    user.press(okItem);
+    runDialog(&noteShift);
+    EXPECT_EQ(typedWithShift, "BD");
 }
 
 TEST_F(User, ChoosesByNumberAndByText)
@@ -221,6 +239,19 @@ TEST_F(User, ChangesDepthAndClipboard)
     runDialog();
     EXPECT_EQ((**(**GetMainDevice()).gdPMap).pixelSize, 1);
     EXPECT_EQ(GetScrap(nullptr, 'TEXT', nullptr), 14);
+}
+
+TEST_F(User, DisplaysBesideAndBelowStayBesideAndBelowOneThatIsResized)
+{
+    machine.setDisplays({{{0, 0, 480, 640}, 8}, {{0, 640, 480, 1280}, 8}, {{480, 0, 960, 640}, 8}});
+    GetMainDevice();
+    user.resizeDisplay(800, 600);
+    user.press(okItem);
+    runDialog();
+    const GDHandle beside = GetNextDevice(GetMainDevice()), below = GetNextDevice(beside);
+    const Rect atTheRight{0, 800, 480, 1440}, under{600, 0, 1080, 640};
+    EXPECT_TRUE(EqualRect(&(**beside).gdRect, &atTheRight));
+    EXPECT_TRUE(EqualRect(&(**below).gdRect, &under));
 }
 
 TEST_F(User, DialogIsDrawnBeforeAStepIsCarriedOut)

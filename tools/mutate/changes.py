@@ -166,7 +166,7 @@ class _Finder:
         kind = value.type.get_canonical().kind
         if value.kind == Kind.INIT_LIST_EXPR or original.startswith('{') or original == 'nullptr':
             return
-        if kind == TypeKind.BOOL:
+        if kind == TypeKind.BOOL or value.type.spelling == 'Boolean':
             name, changed = 'returns the opposite', f'!({original})'
         elif kind in INTEGERS | FLOATS:
             name, changed = 'returns one more', f'({original}) + 1'
