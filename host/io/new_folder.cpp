@@ -63,7 +63,8 @@ void NewFolder::makeHidden(const std::string &name)
 NewFolder::~NewFolder()
 {
     std::error_code ignored;
-    fs::remove_all(hidden_, ignored);
+    if (!hidden_.empty())
+        fs::remove_all(hidden_, ignored);
 }
 
 void NewFolder::allowUsualAccess()
@@ -94,8 +95,10 @@ void NewFolder::moveToPlace()
     if (rename(new_.c_str(), place_.c_str()) == 0)
         return;
     const int error = errno;
-    if (stoodAside)
-        rename(old.c_str(), place_.c_str());
+    if (stoodAside && rename(old.c_str(), place_.c_str()) != 0) {
+        hidden_.clear();  // the earlier one is in it
+        throw Refusal(place_.string() + ": cannot be replaced, nor put back; the earlier one is " + old.string());
+    }
     refuseErrno(place_, error);
 }
 
