@@ -22,6 +22,7 @@ public:
     // Removes everything that was not moved.
     ~NewFolder();
     NewFolder(const NewFolder &) = delete;
+    NewFolder &operator=(const NewFolder &) = delete;
 
     // What is to be moved.
     const std::filesystem::path &path() const { return new_; }

@@ -17,6 +17,7 @@ public:
     explicit Output(const std::filesystem::path &path);
     ~Output();
     Output(const Output &) = delete;
+    Output &operator=(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
     // Gives the file its name once its bytes are on the disk, and waits until the name is there, too. Until

@@ -13,6 +13,7 @@ public:
     // Removes it with everything in it.
     ~PrivateFolder();
     PrivateFolder(const PrivateFolder &) = delete;
+    PrivateFolder &operator=(const PrivateFolder &) = delete;
 
     const std::filesystem::path &path() const { return path_; }
 

@@ -14,6 +14,7 @@ public:
     explicit DisplayServer(const std::string &screen = "1024x768x24");
     ~DisplayServer();
     DisplayServer(const DisplayServer &) = delete;
+    DisplayServer &operator=(const DisplayServer &) = delete;
 
     // Lets every other process on the machine go first.
     void beSlow() const;

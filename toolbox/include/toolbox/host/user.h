@@ -31,6 +31,7 @@ public:
     // outlive it.
     explicit ScriptedUser(HeadlessMachine &machine);
     ScriptedUser(const ScriptedUser &) = delete;
+    ScriptedUser &operator=(const ScriptedUser &) = delete;
     ~ScriptedUser();
 
     // The line given to steps queued from here on, for ScriptError.
