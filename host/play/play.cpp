@@ -43,6 +43,8 @@ public:
         toolbox::trace::setSink([this](const std::string &line) { file_ << line << '\n'; });
     }
     ~TraceFile() { toolbox::trace::setSink({}); }
+    TraceFile(const TraceFile &) = delete;
+    TraceFile &operator=(const TraceFile &) = delete;
 
     // PluginError when not all of it could be written.
     void finish()
@@ -62,9 +64,15 @@ private:
 };
 
 // A film that was not ended is dropped.
-struct StopWatching {
-    toolbox::HeadlessMachine &machine;
-    ~StopWatching() { machine.setWatcher({}); }
+class StopWatching {
+public:
+    explicit StopWatching(toolbox::HeadlessMachine &machine) : machine_(machine) {}
+    ~StopWatching() { machine_.setWatcher({}); }
+    StopWatching(const StopWatching &) = delete;
+    StopWatching &operator=(const StopWatching &) = delete;
+
+private:
+    toolbox::HeadlessMachine &machine_;
 };
 
 // Queues every step first, so that a script with a fault in its last line does

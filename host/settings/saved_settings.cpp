@@ -31,6 +31,7 @@ public:
     }
     ~Locked() { close(descriptor_); }
     Locked(const Locked &) = delete;
+    Locked &operator=(const Locked &) = delete;
 
     void sync() const
     {
@@ -90,7 +91,7 @@ void removeUndecided(const fs::path &folder)
 
 }  // namespace
 
-SavedSettings::SavedSettings(fs::path folder, std::string name)
+SavedSettings::SavedSettings(fs::path folder, const std::string &name)
     : folder_(std::move(folder)), names_{name, "._" + name}
 {
 }

@@ -32,7 +32,7 @@ bool isEqualButForCase(std::string_view one, std::string_view other)
 // number, so that no two files of plates differ in the case of letters alone.
 std::string withoutNumber(const std::string &name)
 {
-    const std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
     for (const char *process : kProcessPlates)
         if (bare != process && isEqualButForCase(bare, process))
             return bare;
@@ -69,7 +69,7 @@ std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)
         else if (!name.empty() && name.back() != '-')
             name += '-';
     }
-    name = name.substr(0, kLongestName);
+    name.resize(std::min(name.size(), kLongestName));
     name.erase(name.find_last_not_of('-') + 1);
     if (name.empty())
         name = "ink";
