@@ -63,8 +63,7 @@ void NewFolder::makeHidden(const std::string &name)
 NewFolder::~NewFolder()
 {
     std::error_code ignored;
-    if (!hidden_.empty())
-        fs::remove_all(hidden_, ignored);
+    fs::remove_all(hidden_, ignored);
 }
 
 void NewFolder::allowUsualAccess()

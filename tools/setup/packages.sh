@@ -1,5 +1,4 @@
-# shellcheck shell=bash disable=SC2034
-# Sourced by run, test, check, fuzz and measure: installs what is missing, builds.
+# Sourced by run, test, fuzz and measure: installs what is missing, builds.
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
                 libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev fonts-urw-base35 ghostscript)
