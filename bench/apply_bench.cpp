@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr long long megabyte = 1000 * 1000;
+constexpr long long megabyte = 1'000'000;
 
 // A structured job whose page is a long run of image data.
 void writeJob(const std::filesystem::path &file, long long bytes)
@@ -15,7 +15,7 @@ void writeJob(const std::filesystem::path &file, long long bytes)
     std::ofstream out(file, std::ios::binary);
     out << "%!PS-Adobe-3.0\n%%Pages: 1\n%%EndComments\n%%BeginProlog\n/x 1 def\n%%EndProlog\n"
            "%%BeginSetup\n%%EndSetup\n%%Page: 1 1\n";
-    std::string line(64 * 1024, '0');
+    std::string line(std::size_t{64} * 1024, '0');
     for (std::size_t i = 79; i < line.size(); i += 80)
         line[i] = '\n';
     for (long long written = 0; written < bytes; written += static_cast<long long>(line.size()))

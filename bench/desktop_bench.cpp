@@ -22,9 +22,8 @@ using namespace std::chrono_literals;
 // `riders` with its window on a display without a person.
 class RunningHost {
 public:
-    RunningHost(const std::filesystem::path &riders, const Workplace &place)
+    RunningHost(const std::filesystem::path &riders, const Workplace &place) : process_(fork())
     {
-        process_ = fork();
         if (process_ == 0) {
             prctl(PR_SET_PDEATHSIG, SIGTERM);
             setenv("HOME", place.path().c_str(), 1);
@@ -43,12 +42,14 @@ public:
         waitpid(process_, nullptr, 0);
     }
     RunningHost(const RunningHost &) = delete;
+    RunningHost &operator=(const RunningHost &) = delete;
 
     // By its menu, the second one from the right.
     void openSettings()
     {
         const std::string geometry = desktop::ask("getwindowgeometry --shell " + window_);
         int x = 0, y = 0;
+        // NOLINTNEXTLINE(cert-err34-c): xdotool writes small numbers
         if (std::sscanf(geometry.substr(geometry.find("X=")).c_str(), "X=%d\nY=%d", &x, &y) != 2)
             throw std::runtime_error("the window is nowhere");
         desktop::Hands hands;

@@ -46,6 +46,7 @@ public:
         toolbox::stop();
     }
     Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 
     toolbox::HeadlessMachine machine;
     std::unique_ptr<plugin::Plugin> plugin;

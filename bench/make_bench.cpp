@@ -73,7 +73,7 @@ void measureProcess(const std::filesystem::path &riders, const Workplace &place)
 void measureLoop(const Workplace &place)
 {
     toolbox::setStandardFileFolder(place.path());
-    toolbox::HeadlessMachine &machine = static_cast<toolbox::HeadlessMachine &>(toolbox::machine());
+    auto &machine = dynamic_cast<toolbox::HeadlessMachine &>(toolbox::machine());
     toolbox::ScriptedUser user(machine);
     plugin::Plugin plugin(plugin::pluginBesideProgram());
     makeOnce(user, plugin);

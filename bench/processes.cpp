@@ -48,6 +48,7 @@ double secondsOf(const std::function<void()> &work)
 ProcessRun runProcess(const std::vector<std::string> &arguments, const std::filesystem::path &output)
 {
     std::vector<char *> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string &argument : arguments)
         pointers.push_back(const_cast<char *>(argument.c_str()));
     pointers.push_back(nullptr);

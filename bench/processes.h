@@ -37,6 +37,7 @@ public:
     Workplace();
     ~Workplace();
     Workplace(const Workplace &) = delete;
+    Workplace &operator=(const Workplace &) = delete;
     std::filesystem::path operator/(const std::string &name) const { return path_ / name; }
     const std::filesystem::path &path() const { return path_; }
 

@@ -122,7 +122,7 @@ std::string withAccurateScreens(const std::filesystem::path &, const Workplace &
 
 std::string withRiders(const std::filesystem::path &riders, const Workplace &place, const ScreenPair &pair)
 {
-    const std::string file = place / "fragment";
+    std::string file = place / "fragment";
     std::filesystem::remove(file);
     if (runProcess({riders, "make", "-o", file, "--frequency", text(pair.frequency), "--angle", text(pair.angle),
                     "--spot", "Round"})

@@ -10,6 +10,7 @@
 #include "toolbox/system.h"
 
 // The modules below this one report through it what is missing.
+// NOLINTNEXTLINE(cppcoreguidelines-interfaces-global-init): its null is there before any code runs
 [[maybe_unused]] static const ReportProc kInstalled = gReport = TheErrorHandler;
 
 Boolean gHaveWriteError = false;

@@ -149,7 +149,7 @@ Boolean CustomFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 
 static Boolean HostFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
-    auto procs = reinterpret_cast<HostProcs *>(GetWRefCon(dialog));
+    auto *procs = reinterpret_cast<HostProcs *>(GetWRefCon(dialog));
     HostFilterProc filter = procs ? procs->dialogFilter.as<std::remove_pointer_t<HostFilterProc>>() : nullptr;
     return filter && filter(dialog, event, itemHit);
 }

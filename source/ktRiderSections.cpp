@@ -46,7 +46,7 @@ static OSErr WritePart(int16_t refNum, const Part &part)
     int8_t state = block ? HGetState(block) : 0;
     if (block)
         HLock(block);
-    const void *bytes = part.characters ? static_cast<const void *>(part.characters + 1) : *block;
+    const void *bytes = block ? *block : static_cast<const void *>(part.characters + 1);
     OSErr error = FSWrite(refNum, count, bytes);
     if (block)
         HSetState(block, state);

@@ -32,6 +32,7 @@ struct PortOf {
     }
     ~PortOf() { SetPort(before); }
     PortOf(const PortOf &) = delete;
+    PortOf &operator=(const PortOf &) = delete;
     GrafPtr before;
 };
 

@@ -19,6 +19,7 @@ public:
     Document(const std::filesystem::path &job, MenuEvents menuEvents);
     ~Document();
     Document(const Document &) = delete;
+    Document &operator=(const Document &) = delete;
 
     // Shows another job instead. Throws Refusal, and keeps the one it has.
     void open(const std::filesystem::path &job);

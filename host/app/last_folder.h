@@ -15,6 +15,7 @@ public:
     LastFolder();
     ~LastFolder();
     LastFolder(const LastFolder &) = delete;
+    LastFolder &operator=(const LastFolder &) = delete;
 
 private:
     std::filesystem::path kept_;

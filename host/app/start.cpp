@@ -32,6 +32,7 @@ struct Session {
     }
     ~Session() { toolbox::stop(); }
     Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
 };
 
 DisplaySettings settingsOf(toolbox::Desktop &desktop)

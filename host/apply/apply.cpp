@@ -116,23 +116,25 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
     const auto opening = findFragment(job);
     if (!opening)
         throw io::Refusal(job.name + ": has no riders file in it");
-    const io::Refusal damaged(job.name + ": the riders file in it is damaged; nothing was taken out");
+    const auto damaged = [&job] {
+        return io::Refusal(job.name + ": the riders file in it is damaged; nothing was taken out");
+    };
     std::string_view rest = bytes.substr(*opening);
     size_t before = rest.substr(0, kLongestOpening).find('\n') + 1;
     const auto marker = parseOpening(rest.substr(0, before));
     if (!marker || marker->length > kLongestFragment)
-        throw damaged;
+        throw damaged();
     if (marker->landscape) {
         if (!rest.substr(before).starts_with(kLandscapeLine))
-            throw damaged;
+            throw damaged();
         before += kLandscapeLine.size();
     }
     if (marker->lineEndBefore && (*opening == 0 || bytes[*opening - 1] != '\n'))
-        throw damaged;
+        throw damaged();
     const size_t length = before + marker->length + marker->lineEndAfter;
     if (rest.size() < length || !rest.substr(length).starts_with(kClosingLine) ||
         (marker->lineEndAfter && rest[length - 1] != '\n') || !isRidersFile(rest.substr(before, marker->length)))
-        throw damaged;
+        throw damaged();
     return {*opening - marker->lineEndBefore, *opening + length + kClosingLine.size()};
 }
 

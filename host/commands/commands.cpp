@@ -41,7 +41,7 @@ std::string oneCharacter(std::string &text)
 
 }  // namespace
 
-Commands::Commands(CLI::App &app)
+Commands::Commands(CLI::App &app) : name_("riders")
 {
     app.require_subcommand(0, 1);
     app.add_option("file", shownJob_, "A PostScript job to open in the window")
@@ -52,7 +52,6 @@ Commands::Commands(CLI::App &app)
     addStrip(app);
     addPlay(app);
     addProof(app);
-    name_ = "riders";
     chosen_ = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };

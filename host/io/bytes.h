@@ -16,6 +16,8 @@ public:
     OpenFile() = default;
     OpenFile(int descriptor, std::string name) : descriptor_(descriptor), name_(std::move(name)) {}
     ~OpenFile();
+    OpenFile(const OpenFile &) = delete;
+    OpenFile &operator=(const OpenFile &) = delete;
     OpenFile(OpenFile &&other) noexcept;
     OpenFile &operator=(OpenFile &&other) noexcept;
 

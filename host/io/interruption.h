@@ -22,6 +22,7 @@ public:
     Interruption();
     ~Interruption();
     Interruption(const Interruption &) = delete;
+    Interruption &operator=(const Interruption &) = delete;
 
     // From any thread: throws Interrupted once a signal has come.
     static void check();

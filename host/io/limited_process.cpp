@@ -148,6 +148,8 @@ public:
         }
         close(output_);
     }
+    Child(const Child &) = delete;
+    Child &operator=(const Child &) = delete;
 
     // Calls `line` for each line until the output ends; false when a limit is reached.
     bool listen()

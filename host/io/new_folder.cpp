@@ -105,8 +105,8 @@ bool NewFolder::moveInTwoSteps() const
     if (rename(new_.c_str(), place_.c_str()) == 0)
         return setAside;
     const int error = errno;
-    if (setAside)
-        rename(aside_.c_str(), place_.c_str());
+    if (setAside && rename(aside_.c_str(), place_.c_str()) != 0)
+        throw Refusal(place_.string() + ": cannot be replaced, nor put back; the earlier one is " + aside_.string());
     refuseErrno(place_, error);
 }
 

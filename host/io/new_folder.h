@@ -21,6 +21,7 @@ public:
     // std::filesystem::filesystem_error when it cannot be made.
     NewFolder(const std::filesystem::path &place, const std::string &hiddenName);
     NewFolder(const NewFolder &) = delete;
+    NewFolder &operator=(const NewFolder &) = delete;
 
     // What is to be moved.
     const std::filesystem::path &path() const { return new_; }

@@ -17,6 +17,7 @@ public:
     explicit Output(const std::filesystem::path &path);
     ~Output();
     Output(const Output &) = delete;
+    Output &operator=(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
     // Gives it that file's mode and, where the user may, its owner; nothing where there is none.

@@ -19,6 +19,7 @@ public:
     // Removes it with everything in it.
     ~PrivateFolder();
     PrivateFolder(const PrivateFolder &) = delete;
+    PrivateFolder &operator=(const PrivateFolder &) = delete;
 
     const std::filesystem::path &path() const { return folder_.path; }
 

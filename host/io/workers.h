@@ -21,6 +21,7 @@ public:
     // Drops what has not begun and waits for what has.
     ~Workers();
     Workers(const Workers &) = delete;
+    Workers &operator=(const Workers &) = delete;
 
     void add(Work work);
     void addUrgent(Work work);

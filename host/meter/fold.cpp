@@ -225,16 +225,17 @@ double CellFit::disagreement(const PageWindow &part) const
 {
     constexpr int kMostRows = 200;
     const int step = std::max(1, part.height / kMostRows) | 1;  // odd: not in step with the cells
-    double sum = 0, pixels = 0;
+    double sum = 0;
+    std::int64_t pixels = 0;
     for (int y = part.top; y < part.top + part.height; y += step)
         for (int x = part.left; x < part.left + part.width; ++x, ++pixels) {
             const std::uint32_t u = phaseAt(lattice_.across, x - middleX_, y - middleY_);
             const std::uint32_t v = phaseAt(lattice_.down, x - middleX_, y - middleY_);
             const std::size_t column = columns_ == 1 ? 0 : u >> (32 - kBinBits);
-            const float share = shares_[(v >> (32 - kBinBits)) * columns_ + column];
+            const float share = shares_[std::size_t{v >> (32 - kBinBits)} * columns_ + column];
             sum += page_.at(x, y) ? 1 - share : share;
         }
-    return pixels > 0 ? sum / pixels : 0;
+    return pixels > 0 ? sum / double(pixels) : 0;
 }
 
 double Folding::effect(const Lattice &by) const

@@ -164,7 +164,7 @@ PageWindow trimmed(const BitPage &page, const ScreenReading &reading, const Latt
 
 ScreenReading readTint(const BitPage &page, const PageWindow &tint)
 {
-    const ScreenReading reading = readWindow(page, tint);
+    ScreenReading reading = readWindow(page, tint);
     if (reading.kind == ScreenKind::none)
         return reading;
     const Lattice lattice{reading.kind == ScreenKind::lines ? Wave{} : reading.waves[0], reading.waves[1]};
@@ -181,7 +181,7 @@ ScreenReading readScreen(const BitPage &page, const std::optional<PageWindow> &w
         return readWindow(page, cutToPage(page, *window));
     ScreenReading first;
     for (const PageWindow &tint : findTints(page)) {
-        const ScreenReading reading = readTint(page, tint);
+        ScreenReading reading = readTint(page, tint);
         if (reading.kind != ScreenKind::none)
             return reading;
         if (first.window.empty())

@@ -107,7 +107,7 @@ void Spectrum::transform()
     const Buffer<fftwf_complex> out(fftwf_alloc_complex(half * rows_));
     if (!in || !out)
         throw std::bad_alloc();
-    const fftwf_plan plan = planFor(rows_, columns_, in.get(), out.get());
+    fftwf_plan plan = planFor(rows_, columns_, in.get(), out.get());
     std::copy(blocks_.begin(), blocks_.end(), in.get());
     fftwf_execute_dft_r2c(plan, in.get(), out.get());
     blocks_ = {};

@@ -36,6 +36,7 @@ public:
     PlateMaker(const PlatesRun &run, io::Workers &workers) : run_(run), workers_(workers) {}
     ~PlateMaker() { workers_.drop(); }
     PlateMaker(const PlateMaker &) = delete;
+    PlateMaker &operator=(const PlateMaker &) = delete;
 
     std::vector<std::string> make()
     {
@@ -57,7 +58,7 @@ private:
         std::vector<size_t> pages;
         for (size_t i = 0; i < run_.survey.pages.size(); ++i) {
             const RenderingWay spots =
-                spotInks_.apart.count(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
+                spotInks_.apart.contains(i) ? RenderingWay::inksApart : RenderingWay::allPlates;
             if (way == (run_.survey.pages[i].spotInks ? spots : RenderingWay::processPlates))
                 pages.push_back(i);
         }

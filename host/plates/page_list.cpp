@@ -49,7 +49,7 @@ std::vector<int> pagesFromText(const std::string &text)
         const size_t comma = std::min(text.find(',', at), text.size());
         addRange(pages, std::string_view(text).substr(at, comma - at), text);
         at = comma + 1;
-        if (pages.size() > 10 * kMostPages)
+        if (pages.size() > std::size_t{10} * kMostPages)
             throw io::Refusal("\"" + text.substr(0, 40) + "...\" names too many pages");
     }
     std::sort(pages.begin(), pages.end());

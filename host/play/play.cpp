@@ -46,6 +46,8 @@ public:
         toolbox::trace::setSink([this](const std::string &line) { file_ << line << '\n'; });
     }
     ~TraceFile() { toolbox::trace::setSink({}); }
+    TraceFile(const TraceFile &) = delete;
+    TraceFile &operator=(const TraceFile &) = delete;
 
     // PluginError when not all of it could be written.
     void finish()
@@ -65,9 +67,15 @@ private:
 };
 
 // A film that was not ended is dropped.
-struct StopWatching {
-    toolbox::HeadlessMachine &machine;
-    ~StopWatching() { machine.setWatcher({}); }
+class StopWatching {
+public:
+    explicit StopWatching(toolbox::HeadlessMachine &machine) : machine_(machine) {}
+    ~StopWatching() { machine_.setWatcher({}); }
+    StopWatching(const StopWatching &) = delete;
+    StopWatching &operator=(const StopWatching &) = delete;
+
+private:
+    toolbox::HeadlessMachine &machine_;
 };
 
 std::string quotedAfterColon(const std::string &said)

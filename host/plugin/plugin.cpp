@@ -26,8 +26,8 @@ int32_t addMenuItem(ConstStr255Param group, ConstStr255Param text, int32_t numbe
 }  // namespace
 
 Plugin::Plugin(const std::filesystem::path &sharedObject)
+    : library_(dlopen(sharedObject.c_str(), RTLD_NOW | RTLD_LOCAL))
 {
-    library_ = dlopen(sharedObject.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library_)
         throw PluginError(std::string("the plug-in cannot be loaded: ") + dlerror());
     entry_ = reinterpret_cast<MainEntryProc>(dlsym(library_, "main_entry"));

@@ -28,6 +28,7 @@ public:
     explicit Plugin(const std::filesystem::path &sharedObject);
     ~Plugin();
     Plugin(const Plugin &) = delete;
+    Plugin &operator=(const Plugin &) = delete;
 
     // Registers the menu commands. PluginError when the plug-in refuses.
     void startUp();

@@ -20,6 +20,7 @@ public:
     explicit ResourceFork(const std::filesystem::path &file);
     ~ResourceFork();
     ResourceFork(const ResourceFork &) = delete;
+    ResourceFork &operator=(const ResourceFork &) = delete;
 
     std::int16_t number() const { return number_; }
 

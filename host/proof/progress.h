@@ -13,6 +13,8 @@ class Progress {
 public:
     Progress();
     ~Progress();
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
 
     void pageRead();                     // the job has ended a page
     void expect(int pages, int plates);  // known once all pages are read

@@ -42,7 +42,7 @@ void putInPlace(const fs::path &from, const fs::path &to)
 
 }  // namespace
 
-SavedSettings::SavedSettings(fs::path folder, std::string name)
+SavedSettings::SavedSettings(fs::path folder, const std::string &name)
     : folder_(std::move(folder)), names_{name, "._" + name}
 {
 }

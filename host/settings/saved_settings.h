@@ -13,7 +13,7 @@ namespace riders::settings {
 class SavedSettings {
 public:
     // `folder` is the user's, which need not be there yet; `name` the settings file's.
-    SavedSettings(std::filesystem::path folder, std::string name);
+    SavedSettings(std::filesystem::path folder, const std::string &name);
 
     // Puts in place what an earlier process was killed over. For those who go on to use the files themselves.
     // Throws io::Refusal.

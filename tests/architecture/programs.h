@@ -12,6 +12,7 @@ public:
     TemporaryFolder();
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
     const std::string &path() const { return path_; }
 
 private:

@@ -14,6 +14,7 @@ public:
     explicit DisplayServer(const std::string &screen = "1024x768x24");
     ~DisplayServer();
     DisplayServer(const DisplayServer &) = delete;
+    DisplayServer &operator=(const DisplayServer &) = delete;
 
     // Of the server, for those who want to see it end.
     pid_t process() const { return server_; }

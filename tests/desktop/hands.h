@@ -15,6 +15,7 @@ public:
     Hands();
     ~Hands();
     Hands(const Hands &) = delete;
+    Hands &operator=(const Hands &) = delete;
 
     void move(int x, int y);
     enum Button { left = 1, right = 3 };

@@ -28,6 +28,7 @@ public:
         toolbox::stop();
     }
     Sitting(const Sitting &) = delete;
+    Sitting &operator=(const Sitting &) = delete;
 
     // The settings dialog, from opening to cancelling, with these steps between.
     void inSettings(const std::function<void()> &steps)

@@ -55,7 +55,7 @@ Weston::Weston(int width, int height)
     setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1);
     const int watch = inotify_init1(IN_CLOEXEC);
     inotify_add_watch(watch, folder_.path().c_str(), IN_CREATE);
-    compositor_ = fork();
+    compositor_ = fork();  // NOLINT(cppcoreguidelines-prefer-member-initializer): now that its folder is watched
     if (compositor_ == 0)
         becomeWeston(width, height);
     waitForSocket(watch);

@@ -19,6 +19,7 @@ public:
     Weston(int width, int height);
     ~Weston();
     Weston(const Weston &) = delete;
+    Weston &operator=(const Weston &) = delete;
 
 private:
     TemporaryFolder folder_;

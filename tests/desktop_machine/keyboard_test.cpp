@@ -1,6 +1,8 @@
 // Keys and the text they type, as pairs of SDL's events in all their orders.
 #include "desktop/keyboard.h"
 
+#include <gtest/gtest.h>
+
 #include "desktop/key_table.h"
 #include "desktop_machine/sdl_events.h"
 #include "toolbox/events.h"

@@ -35,6 +35,8 @@ public:
         if (getresuid(&real, &effective, &saved) == 0 && saved == 0 && setresuid(0, 0, 0) != 0)
             ADD_FAILURE() << "root cannot become itself again";
     }
+    NoRoot(const NoRoot &) = delete;
+    NoRoot &operator=(const NoRoot &) = delete;
 
 private:
     static constexpr uid_t nobody = 65534;

@@ -47,6 +47,8 @@ public:
         setrlimit(RLIMIT_FSIZE, &small);
     }
     ~SmallFiles() { setrlimit(RLIMIT_FSIZE, &before_); }
+    SmallFiles(const SmallFiles &) = delete;
+    SmallFiles &operator=(const SmallFiles &) = delete;
 
 private:
     rlimit before_{};

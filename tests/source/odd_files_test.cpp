@@ -33,6 +33,8 @@ public:
         if (changed_ && seteuid(0) != 0)
             std::abort();
     }
+    WithoutPrivileges(const WithoutPrivileges &) = delete;
+    WithoutPrivileges &operator=(const WithoutPrivileges &) = delete;
 
 private:
     bool changed_ = false;

@@ -38,7 +38,7 @@ int firstFree(const std::vector<NamedNumber> &numbers, const NamedNumber &after)
         if (each.type == after.type)
             taken.insert(each.number);
     int free = after.number;
-    while (taken.count(free))
+    while (taken.contains(free))
         ++free;
     return free;
 }
@@ -76,7 +76,7 @@ std::vector<NamedNumber> definedResources()
                      std::smatch found;
                      if (std::regex_match(line, found, typed))
                          all.push_back({found[1], std::stoi(found[2]), "", place});
-                     else if (std::regex_match(line, found, plain) && types.count(found[1]))
+                     else if (std::regex_match(line, found, plain) && types.contains(found[1]))
                          all.push_back({types.at(found[1]), std::stoi(found[2]), "", place});
                  });
     return all;

@@ -165,7 +165,7 @@ TEST_F(Sections, DividersOfTheSpotMenuWriteNoBody)
 
 TEST_F(Sections, LastSpotItemWritesTheImportedBody)
 {
-    const std::string body("{ dup mul\0\r\n exch }", 20);
+    const std::string body("{ dup mul\0\r\n exch }", 19);
     importSpot(body);
     EXPECT_EQ(value(WriteSpot, 16506, 16507), body);
 }

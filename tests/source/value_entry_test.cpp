@@ -29,7 +29,7 @@ TEST_F(ValueEntry, ShowsLabelAndUnitOfItsKindOnly)
 {
     const std::pair<int16_t, std::vector<int>> shown[] = {
         {kFreqKind, {5, 8}}, {kAngleKind, {6, 9}}, {kFlatKind, {7}}};
-    for (auto &[kind, items] : shown) {
+    for (const auto &[kind, items] : shown) {
         user.in(kFreqDialogID);
         user.then([&, expected = items] {
             std::vector<int> visible;

@@ -54,8 +54,8 @@ std::vector<Message> everyMessage()
         if (each.type != "STR ")
             continue;
         int16_t id = static_cast<int16_t>(each.number);
-        auto found = std::find_if(std::begin(kWithNumbers), std::end(kWithNumbers),
-                                  [&](const Message &about) { return about.id == id; });
+        const auto *found = std::find_if(std::begin(kWithNumbers), std::end(kWithNumbers),
+                                         [&](const Message &about) { return about.id == id; });
         all.push_back(found == std::end(kWithNumbers) ? Message{id, kFailure, 0, ""} : *found);
     }
     return all;

@@ -29,9 +29,8 @@ protected:
 // A disk on which a file can have so many bytes and no more.
 class FullDisk {
 public:
-    explicit FullDisk(std::size_t bytes)
+    explicit FullDisk(std::size_t bytes) : before_(signal(SIGXFSZ, SIG_IGN))
     {
-        before_ = signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &limit_);
         rlimit full{bytes, limit_.rlim_max};
         setrlimit(RLIMIT_FSIZE, &full);
@@ -41,6 +40,8 @@ public:
         setrlimit(RLIMIT_FSIZE, &limit_);
         signal(SIGXFSZ, before_);
     }
+    FullDisk(const FullDisk &) = delete;
+    FullDisk &operator=(const FullDisk &) = delete;
 
 private:
     rlimit limit_;

@@ -31,7 +31,7 @@ AppleDouble rich()
 {
     AppleDouble file;
     file.filler = "Mac OS X        ";
-    file.set(finderInfoEntry, "TEXTRIDR" + std::string(24, '\0') + "\0\0ATTR and so on");
+    file.set(finderInfoEntry, "TEXTRIDR" + std::string(24 + 2, '\0') + "ATTR and so on");
     file.set(4, "a comment");
     file.set(resourceForkEntry, "the fork");
     return file;

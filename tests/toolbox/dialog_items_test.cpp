@@ -173,7 +173,7 @@ TEST_F(DialogItems, HidingAnItemMovesItAwayAndShowingBringsItBack)
     EXPECT_EQ(read(dialog, 1).box.left, 10);
     EXPECT_EQ(FindDItem(dialog, Point{15, 15}), 0);
     HideDItem(dialog, 2);
-    auto button = reinterpret_cast<ControlHandle>(read(dialog, 2).handle);
+    auto *button = reinterpret_cast<ControlHandle>(read(dialog, 2).handle);
     EXPECT_EQ(TestControl(button, Point{50, 20}), 0);
     ShowDItem(dialog, 2);
     EXPECT_EQ(TestControl(button, Point{50, 20}), inButton);

@@ -163,7 +163,7 @@ TEST_F(EditKeys, TabGoesForwardAndWithShiftBack)
 {
     auto expectField = [this](int16_t item) {
         user.then([=] {
-            auto dialog = reinterpret_cast<DialogPeek>(FrontWindow());
+            auto *dialog = reinterpret_cast<DialogPeek>(FrontWindow());
             EXPECT_EQ(dialog->editField + 1, item);
             EXPECT_EQ((**dialog->textH).selEnd, (**dialog->textH).teLength) << "all of it is selected";
         });

@@ -21,6 +21,8 @@ public:
         value ? setenv(name, value, 1) : unsetenv(name);
     }
     ~Variable() { before_ ? setenv(name_, before_->c_str(), 1) : unsetenv(name_); }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
 
 private:
     const char *name_;

@@ -32,7 +32,7 @@ protected:
     // The display is blank, and nothing else draws on it.
     void openCanvas()
     {
-        const GrafPtr desktop = toolbox::quickdraw::desktopPort();
+        GrafPtr desktop = toolbox::quickdraw::desktopPort();
         SetPort(desktop);
         EraseRect(&desktop->portRect);
         toolbox::quickdraw::openPort(&port);

@@ -79,9 +79,8 @@ std::string directPicture(int packType, int pixelSize)
     addTransfer(bytes, 4, 1);
     if (pixelSize == 16 && packType != 1)
         bytes.byte(9).byte(3);
-    if (pixelSize == 32 && packType != 1 && packType != 2)
-        bytes.byte(13).byte(11);
     if (pixelSize == 32 && packType != 1 && packType != 2) {
+        bytes.byte(13).byte(11);
         for (int part = 0; part < 3; ++part)
             for (const int *pixel : rgb)
                 bytes.byte(pixel[part]);

@@ -46,6 +46,8 @@ public:
         setenv("HOME", folder.c_str(), 1);
     }
     ~Home() { setenv("HOME", before_.c_str(), 1); }
+    Home(const Home &) = delete;
+    Home &operator=(const Home &) = delete;
 
 private:
     std::string before_;

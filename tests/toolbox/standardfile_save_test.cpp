@@ -23,7 +23,7 @@ TEST_F(SaveDialog, ReturnsNameAndFolder)
 TEST_F(SaveDialog, StartsWithPromptAndWholeNameSelected)
 {
     user.then([] {
-        auto dialog = reinterpret_cast<DialogPeek>(FrontWindow());
+        auto *dialog = reinterpret_cast<DialogPeek>(FrontWindow());
         EXPECT_EQ((**dialog->textH).selStart, 0);
         EXPECT_EQ((**dialog->textH).selEnd, 8);
         int16_t type;
@@ -42,7 +42,7 @@ TEST_F(SaveDialog, StartsWithPromptAndWholeNameSelected)
 
 // The message that ends a session in which memory runs out at the step that
 // plans it.
-static std::string endOf(const std::function<void()> &session)
+std::string endOf(const std::function<void()> &session)
 {
     try {
         session();

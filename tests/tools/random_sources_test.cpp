@@ -22,7 +22,7 @@ TEST(RandomSources, AreCompiledOrRefused)
         std::string source;
         for (unsigned left = random() % 25; left > 0; --left)
             source += std::string(pieces[random() % std::size(pieces)]) + (random() % 4 ? " " : "");
-        auto bytes = reinterpret_cast<const uint8_t *>(source.data());
+        const auto *bytes = reinterpret_cast<const uint8_t *>(source.data());
         EXPECT_EQ(fuzzResourceSource(bytes, source.size()), 0);
     }
 }

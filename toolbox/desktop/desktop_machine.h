@@ -18,6 +18,8 @@ class DesktopMachine : public Desktop {
 public:
     explicit DesktopMachine(const DesktopOptions &options);
     ~DesktopMachine() override;
+    DesktopMachine(const DesktopMachine &) = delete;
+    DesktopMachine &operator=(const DesktopMachine &) = delete;
 
     std::optional<Input> nextInput(std::uint32_t waitTicks) override;
     bool inputWaiting() override;

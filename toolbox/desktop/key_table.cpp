@@ -102,8 +102,8 @@ std::optional<std::uint8_t> characterOfNamedKey(SDL_Keycode sym)
 {
     if (isFunctionKey(sym))
         return key::function;
-    auto found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
-                              [=](const NamedKey &named) { return named.key == sym; });
+    const auto *found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
+                                     [=](const NamedKey &named) { return named.key == sym; });
     if (found == std::end(namedKeys))
         return std::nullopt;
     return found->character;

@@ -14,6 +14,7 @@ public:
     LateErrors();
     ~LateErrors();
     LateErrors(const LateErrors &) = delete;
+    LateErrors &operator=(const LateErrors &) = delete;
 
     // From now on errors about windows that no longer exist are ignored.
     void letPass();

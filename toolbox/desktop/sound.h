@@ -17,7 +17,10 @@ class Sound {
 public:
     using Clock = std::chrono::steady_clock;
 
+    Sound() = default;
     ~Sound();
+    Sound(const Sound &) = delete;
+    Sound &operator=(const Sound &) = delete;
     // Starts unsigned 8-bit samples, one channel, in place of what is playing.
     // Returns when they will be over; nothing when they cannot be played.
     std::optional<Clock::time_point> start(const std::vector<std::uint8_t> &samples, double samplesPerSecond);

@@ -30,6 +30,7 @@ public:
     SharedBuffer(wl_shm &memory, SDL_Point size);
     ~SharedBuffer();
     SharedBuffer(const SharedBuffer &) = delete;
+    SharedBuffer &operator=(const SharedBuffer &) = delete;
 
     bool usable() const { return pixels_ != nullptr; }
     bool busy() const { return busy_; }

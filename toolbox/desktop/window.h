@@ -19,6 +19,7 @@ public:
     Video();
     ~Video();
     Video(const Video &) = delete;
+    Video &operator=(const Video &) = delete;
 
 private:
     LateErrors lateErrors_;

@@ -160,7 +160,10 @@ int16_t handle(Dialog &dialog, const EventRecord &event)
 }
 
 struct ReleaseUpdates {
+    ReleaseUpdates() = default;
     ~ReleaseUpdates() { windows::releaseUpdates(); }
+    ReleaseUpdates(const ReleaseUpdates &) = delete;
+    ReleaseUpdates &operator=(const ReleaseUpdates &) = delete;
 };
 
 }  // namespace

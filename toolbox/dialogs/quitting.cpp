@@ -23,7 +23,7 @@ bool isPressable(Dialog &dialog, int number)
     Item *item = dialog.item(number);
     if (!item || !isButton(*item) || !item->enabled())
         return false;
-    auto control = reinterpret_cast<ControlHandle>(item->handle);
+    auto *control = reinterpret_cast<ControlHandle>(item->handle);
     return (**control).contrlVis && (**control).contrlHilite != 255;
 }
 

@@ -1,6 +1,7 @@
 #include "dialogs/templates.h"
 
 #include <cstring>
+#include <utility>
 
 #include "dialogs/placement.h"
 #include "toolbox/bigendian.h"
@@ -14,7 +15,7 @@ namespace {
 // zero, and complete() is false then.
 class Reader {
 public:
-    explicit Reader(const std::string &bytes) : bytes_(bytes) {}
+    explicit Reader(std::string bytes) : bytes_(std::move(bytes)) {}
 
     bool complete() const { return at_ <= bytes_.size(); }
     bool more() const { return at_ < bytes_.size(); }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t beginningBytes = 1024;
 // A fork holds 16 MiB; nothing else in a companion comes near that.
-constexpr std::size_t companionLimit = 64 * 1024 * 1024;
+constexpr std::size_t companionLimit = std::size_t{64} * 1024 * 1024;
 // Header, two entries, Finder information, and a fork with an empty map.
 constexpr off_t sizeWithoutResources = 26 + 2 * 12 + 32 + 286;
 

@@ -26,6 +26,8 @@ public:
     Descriptor(Descriptor &&other) noexcept : number_(other.release()) {}
     Descriptor &operator=(Descriptor &&other) noexcept;
     ~Descriptor();
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
     int number() const { return number_; }
     bool open() const { return number_ >= 0; }
     int release();

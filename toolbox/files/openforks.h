@@ -16,6 +16,7 @@ public:
     explicit OpenFork(ForkAddress address);
     ~OpenFork();
     OpenFork(const OpenFork &) = delete;
+    OpenFork &operator=(const OpenFork &) = delete;
 
     const ForkAddress &address() const { return address_; }
     // Whether the other address leads to the same file.

@@ -16,6 +16,7 @@ public:
     }
     ~Locked() { HSetState(handle_, state_); }
     Locked(const Locked &) = delete;
+    Locked &operator=(const Locked &) = delete;
 
     Record *operator->() const { return reinterpret_cast<Record *>(*handle_); }
     Record &operator*() const { return *reinterpret_cast<Record *>(*handle_); }

@@ -30,6 +30,7 @@ public:
     MenuOnDisplay(MenuHandle menu, const MenuView &view);
     ~MenuOnDisplay();
     MenuOnDisplay(const MenuOnDisplay &) = delete;
+    MenuOnDisplay &operator=(const MenuOnDisplay &) = delete;
 
     const MenuView &view() const { return view_; }
     void highlight(int item) { view_.highlight(item); }

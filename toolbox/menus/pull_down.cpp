@@ -16,8 +16,9 @@ public:
     {
         startPress(start);
         mouseAt(start);
-        startTitle_ = open_;
-        leftTitle_ = false;
+        // As mouseAt left them, or not.
+        startTitle_ = open_;  // NOLINT(cppcoreguidelines-prefer-member-initializer)
+        leftTitle_ = false;   // NOLINT(cppcoreguidelines-prefer-member-initializer)
     }
     int choose() { return track(); }
     std::int16_t menu() const { return open_; }

@@ -14,7 +14,7 @@ namespace toolbox::quickdraw {
 
 using Box = pixman_box32_t;
 
-class Area {
+class Area {  // NOLINT(cppcoreguidelines-special-member-functions): one assignment copies and moves
 public:
     Area() { pixman_region32_init(&region_); }
     explicit Area(const Rect &r);

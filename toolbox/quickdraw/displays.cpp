@@ -51,6 +51,7 @@ bool setDisplays(const std::vector<Display> &displays)
     if (same)
         return false;
     std::vector<Surface> now;
+    now.reserve(displays.size());
     for (const Display &display : displays)
         now.push_back(surfaceFor(display));
     all = std::move(now);

@@ -68,7 +68,9 @@ void eachRun(int from, int to, int across, int acrossEnd, Run run)
 {
     const int64_t length = to - from, rise = acrossEnd - across;
     auto at = [&](int step) {
-        return length == 0 ? across : across + floorDivided(2 * (step - from) * rise + length, 2 * length);
+        return length == 0
+                   ? across
+                   : across + floorDivided(int64_t{2} * (step - from) * rise + length, 2 * length);
     };
     int first = from;
     for (int step = from; step <= to; ++step)

@@ -119,7 +119,7 @@ int pixelSize(const TextStyle &style)
     return style.size <= 0 ? usual : std::min<int>(style.size, largest);
 }
 
-GlyphImage imageFrom(const FT_GlyphSlot slot)
+GlyphImage imageFrom(FT_GlyphSlot slot)
 {
     const FT_Bitmap &bitmap = slot->bitmap;
     GlyphImage image{
@@ -128,7 +128,7 @@ GlyphImage imageFrom(const FT_GlyphSlot slot)
         const unsigned char *row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
         for (unsigned x = 0; x < bitmap.width; ++x)
             image.coverage.push_back(
-                bitmap.pixel_mode == FT_PIXEL_MODE_MONO ? (row[x / 8] & 0x80u >> x % 8 ? 255 : 0) : row[x]);
+                bitmap.pixel_mode == FT_PIXEL_MODE_MONO ? ((row[x / 8] & 0x80u >> x % 8) ? 255 : 0) : row[x]);
     }
     return image;
 }
@@ -194,7 +194,7 @@ int advanceOf(const TextStyle &style, uint8_t character)
         widened = font.file.makeBold;
     }
     for (uint8_t wider : {outline, shadow, extend})
-        width += style.face & wider ? 1 : 0;
+        width += (style.face & wider) ? 1 : 0;
     width += (widened ? 1 : 0) - (style.face & condense ? 1 : 0);
     return std::max(width, 0);
 }

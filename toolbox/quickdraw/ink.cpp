@@ -56,8 +56,8 @@ std::uint32_t pixelOf(int32_t color, int depth)
 {
     if (color & directColorFlag)
         return shownColor(static_cast<std::uint32_t>(color & 0xFFFFFF), depth);
-    auto named = std::find_if(std::begin(namedColors), std::end(namedColors),
-                              [&](const NamedColor &each) { return each.color == color; });
+    const auto *named = std::find_if(std::begin(namedColors), std::end(namedColors),
+                                     [&](const NamedColor &each) { return each.color == color; });
     if (named == std::end(namedColors) || (depth == 1 && color != whiteColor))
         return 0x000000;
     return shownColor(named->rgb, depth);

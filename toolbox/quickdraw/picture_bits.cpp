@@ -35,7 +35,7 @@ void readColors(PictureBytes &in, Layout &layout)
     for (unsigned i = 0; i <= last; ++i) {
         unsigned value = in.word();
         std::uint32_t color = in.color();
-        unsigned index = flags & inOrder ? i : value;
+        unsigned index = (flags & inOrder) ? i : value;
         if (index < layout.colors.size())
             layout.colors[index] = color;
     }

@@ -249,7 +249,7 @@ void Parser::pass(unsigned code)
         return in_.skip(in_.longWord());
     if (!within(code, 0x0100, 0x7FFF))
         throw DamagedPicture{};
-    in_.skip(2 * (code >> 8));
+    in_.skip(std::size_t{2} * (code >> 8));
 }
 
 }  // namespace

@@ -80,8 +80,9 @@ Area insideOf(const std::vector<Point> &points, int scale, const Box &within)
 {
     const Rect extent = extentOf(points);
     std::vector<Corner> corners;
+    corners.reserve(points.size());
     for (Point point : points)
-        corners.push_back({point.v * scale, point.h * scale});
+        corners.push_back({std::int64_t{point.v} * scale, std::int64_t{point.h} * scale});
     std::vector<Box> boxes;
     const int last = std::min(extent.bottom * scale, within.y2);
     for (int v = std::max(extent.top * scale, within.y1); v < last; ++v)

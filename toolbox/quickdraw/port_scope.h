@@ -17,6 +17,7 @@ public:
     }
     ~PortScope() { SetPort(before_); }
     PortScope(const PortScope &) = delete;
+    PortScope &operator=(const PortScope &) = delete;
 
 private:
     GrafPtr before_;
@@ -29,6 +30,7 @@ public:
     explicit DrawingScope(GrafPtr port);
     ~DrawingScope();
     DrawingScope(const DrawingScope &) = delete;
+    DrawingScope &operator=(const DrawingScope &) = delete;
 
 private:
     PortScope current_;
@@ -43,6 +45,7 @@ public:
     explicit ClipScope(const Rect &r) : ClipScope(Area(r)) {}
     ~ClipScope();
     ClipScope(const ClipScope &) = delete;
+    ClipScope &operator=(const ClipScope &) = delete;
 
 private:
     GrafPtr port_ = nullptr;

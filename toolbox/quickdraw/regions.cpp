@@ -20,6 +20,7 @@ Area areaOf(RgnHandle region)
     std::vector<Rect> rects(bytes / sizeof(Rect));
     std::memcpy(rects.data(), *region + 1, rects.size() * sizeof(Rect));
     std::vector<Box> boxes;
+    boxes.reserve(rects.size());
     for (const Rect &r : rects)
         boxes.push_back({r.left, r.top, r.right, r.bottom});
     return Area(boxes);
@@ -54,7 +55,7 @@ using namespace toolbox::quickdraw;
 
 RgnHandle NewRgn(void)
 {
-    auto region = reinterpret_cast<RgnHandle>(NewHandleClear(sizeof(Region)));
+    auto *region = reinterpret_cast<RgnHandle>(NewHandleClear(sizeof(Region)));
     if (region)
         (*region)->rgnSize = sizeof(Region);
     return region;

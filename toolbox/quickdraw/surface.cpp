@@ -143,7 +143,7 @@ void Surface::fillPatterned(const Box &box, const Ink &ink)
         PatternRow &wanted = rows[patternRow];
         for (int x = box.x1; x < box.x2 && wanted.kept.size() < std::size_t(box.x2 - box.x1); ++x) {
             const int column = (x / scale_ + firstColumn) & 7;
-            wanted.add(ink.pattern.pat[patternRow] & 0x80u >> column ? onBlack : onWhite);
+            wanted.add((ink.pattern.pat[patternRow] & 0x80u >> column) ? onBlack : onWhite);
         }
         wanted.change(row(y) + box.x1);
         if (onBlack.looksUp || onWhite.looksUp)
@@ -228,10 +228,10 @@ void Surface::drawImage(const Picture &image, const Rect &box, bool whiteIsClear
     for (const Box &part : inside.boxes()) {
         touch(part);
         for (int y = part.y1; y < part.y2; ++y) {
-            auto line = static_cast<std::size_t>((y - top) * image.height / height);
+            auto line = static_cast<std::size_t>(std::int64_t{y - top} * image.height / height);
             const std::uint32_t *source = image.pixels.data() + line * static_cast<std::size_t>(image.width);
             for (int x = part.x1; x < part.x2; ++x) {
-                const std::uint32_t pixel = source[(x - left) * image.width / width];
+                const std::uint32_t pixel = source[std::int64_t{x - left} * image.width / width];
                 if (!whiteIsClear || pixel != white)
                     row(y)[x] = shownColor(pixel, depth_);
             }

@@ -24,6 +24,7 @@ public:
     explicit Current(FileDialog *dialog) : before_(current) { current = dialog; }
     ~Current() { current = before_; }
     Current(const Current &) = delete;
+    Current &operator=(const Current &) = delete;
 
 private:
     FileDialog *before_;
@@ -300,7 +301,7 @@ void FileDialog::drawOutline() const
 
 void FileDialog::showWhatIsPossible()
 {
-    auto button = reinterpret_cast<ControlHandle>(item(acceptItem));
+    auto *button = reinterpret_cast<ControlHandle>(item(acceptItem));
     constexpr std::uint8_t dimmed = 255;
     std::uint8_t wanted = acceptPossible() ? 0 : dimmed;
     if (!button || (**button).contrlHilite == wanted)

@@ -23,6 +23,7 @@ public:
     FileDialog(std::int16_t dialogID, Point where, Items items, DlgHookProcPtr hook, ModalFilterProcPtr filter);
     virtual ~FileDialog() = default;
     FileDialog(const FileDialog &) = delete;
+    FileDialog &operator=(const FileDialog &) = delete;
 
     bool made() const { return dialog_ != nullptr; }
     // Shows the dialog and runs it until it is cancelled (false) or a file is

@@ -1,6 +1,7 @@
 #include "toolbox/host/user.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "user/bar.h"
@@ -208,8 +209,8 @@ void ScriptedUser::insertNext(const std::function<void()> &add)
     std::deque<Step> *before = std::exchange(script_->queue, &inserted);
     add();
     script_->queue = before;
-    for (auto step = inserted.rbegin(); step != inserted.rend(); ++step)
-        before->push_front(std::move(*step));
+    before->insert(before->begin(), std::make_move_iterator(inserted.begin()),
+                   std::make_move_iterator(inserted.end()));
 }
 
 void ScriptedUser::onSurprise(std::function<bool(int dialogID)> handler)

@@ -20,6 +20,7 @@ public:
     explicit Outline(const Rect &r) : place_(r) { show(); }
     ~Outline() { hide(); }
     Outline(const Outline &) = delete;
+    Outline &operator=(const Outline &) = delete;
 
     void moveTo(const Rect &r)
     {
@@ -80,7 +81,7 @@ std::optional<Point> release(const Rect &frame, Point start, const Rect &bounds)
 
 void DragWindow(WindowPtr window, Point start, const Rect *bounds)
 {
-    const auto record = reinterpret_cast<WindowPeek>(window);
+    auto *const record = reinterpret_cast<WindowPeek>(window);
     const Rect frame = (**record->strucRgn).rgnBBox;
     const std::optional<Point> end = release(frame, start, *bounds);
     if (!end || !PtInRect(*end, bounds) || (end->h == start.h && end->v == start.v))

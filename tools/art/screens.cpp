@@ -63,7 +63,7 @@ double crossSpot(double x, double y)
 bool Screen::inks(double h, double v, double tint) const
 {
     static std::vector<std::pair<double (*)(double, double), Ranking>> known;
-    auto *function = spot.target<double (*)(double, double)>();
+    const auto *function = spot.target<double (*)(double, double)>();
     auto found = std::find_if(known.begin(), known.end(), [&](const auto &each) { return each.first == *function; });
     if (found == known.end())
         found = known.insert(known.end(), {*function, Ranking(spot)});

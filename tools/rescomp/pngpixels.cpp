@@ -21,6 +21,7 @@ struct Image {
     }
     ~Image() { png_image_free(&png); }
     Image(const Image &) = delete;
+    Image &operator=(const Image &) = delete;
 };
 
 }  // namespace

@@ -11,6 +11,7 @@ namespace rescomp {
 
 struct Pixel {
     std::uint8_t red = 0, green = 0, blue = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): takes the 0 it is compared with for a pointer
     auto operator<=>(const Pixel &) const = default;
 };
 

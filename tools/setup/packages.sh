@@ -6,6 +6,7 @@ build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils)
 fuzz_packages=(clang libclang-rt-14-dev)
+check_packages=(clang clang-tidy cppcheck shellcheck libgtest-dev libcairo2-dev)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi

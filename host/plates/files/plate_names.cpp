@@ -41,7 +41,7 @@ bool isNumberOf(const std::string &digits, size_t spotInks)
 // number, so that no two files of plates differ in the case of letters alone.
 std::string withoutNumber(const std::string &name, size_t spotInks)
 {
-    const std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
+    std::string bare = name.substr(0, name.find_last_not_of("0123456789") + 1);
     if (!isNumberOf(name.substr(bare.size()), spotInks))
         return name;
     for (const char *process : kProcessPlates)
@@ -80,7 +80,7 @@ std::string fileNameFor(const std::string &plate, std::set<std::string> &taken)
         else if (!name.empty() && name.back() != '-')
             name += '-';
     }
-    name = name.substr(0, kLongestName);
+    name.resize(std::min(name.size(), kLongestName));
     name.erase(name.find_last_not_of('-') + 1);
     if (name.empty())
         name = "ink";

@@ -98,7 +98,7 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::string 
     for (const std::string &option : deviceOptions(run.device))
         command.push_back(option);
     if (run.job.kind == JobKind::eps)
-        command.push_back("-dEPSCrop");
+        command.emplace_back("-dEPSCrop");
     if (!run.pages.empty())
         command.push_back(pageList(run.pages));
     command.insert(command.end(), {"-c", linesWith(word), "-f", kPrologName});

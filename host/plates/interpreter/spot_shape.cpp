@@ -8,7 +8,7 @@ namespace riders::plates {
 namespace {
 
 constexpr int kSide = 7;  // values along a cell's side, as in prolog.ps
-static_assert(kSide * kSide == kShapeValues);
+static_assert(std::size_t{kSide} * kSide == kShapeValues);
 
 // Whether both give the same order, which is all that counts for the dots.
 bool isSameOrder(const std::vector<double> &one, const std::vector<double> &other)
@@ -31,8 +31,10 @@ std::string shapeOf(const std::vector<double> &values)
 {
     for (const meter::NamedSpot &spot : meter::namedSpots()) {
         std::vector<double> ideal;
-        for (int i = 0; i < kSide * kSide; ++i)
-            ideal.push_back(spot.value((i % kSide - 3) / 3.3, (i / kSide - 3) / 3.5));
+        ideal.reserve(kShapeValues);
+        for (int y = -kSide / 2; y <= kSide / 2; ++y)
+            for (int x = -kSide / 2; x <= kSide / 2; ++x)
+                ideal.push_back(spot.value(x / 3.3, y / 3.5));
         if (isSameOrder(values, ideal))
             return spot.name;
     }

@@ -34,20 +34,22 @@ fs::path unwrapped(const fs::path &job, const fs::path &folder)
     const std::string head = headOf(in);
     if (!isWrapped(head))
         return fs::absolute(job);
-    const io::Refusal damaged(job.string() + ": is an EPS file whose wrapper is damaged");
+    const auto damaged = [&job] {
+        return io::Refusal(job.string() + ": is an EPS file whose wrapper is damaged");
+    };
     if (head.size() < 12)
-        throw damaged;
+        throw damaged();
     const size_t start = littleEndian(head, 4), length = littleEndian(head, 8);
     std::error_code error;
     const uintmax_t size = fs::file_size(job, error);
     if (error || start > size || length > size - start)
-        throw damaged;
+        throw damaged();
     if (lseek(in.descriptor(), static_cast<off_t>(start), SEEK_SET) < 0)
         io::refuseErrno(job, errno);
     std::string text(length, '\0');
     text.resize(io::readFully(in, text.data(), length));
     if (!text.starts_with("%!"))
-        throw damaged;
+        throw damaged();
     io::writeFile(folder / "unwrapped.eps", text);
     return folder / "unwrapped.eps";
 }

@@ -62,6 +62,8 @@ public:
     }
 
     ~PageQueue() { workers_.drop(); }
+    PageQueue(const PageQueue &) = delete;
+    PageQueue &operator=(const PageQueue &) = delete;
 
     // A file is complete when the next one is there, or at the end.
     void handOver(bool atEnd)

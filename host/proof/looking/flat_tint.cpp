@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "proof/looking/telling_place.h"
 
@@ -37,7 +38,7 @@ public:
     }
 
 private:
-    int at(int column, int y) const { return plate_.row(y)[column * kStep]; }
+    int at(int column, int y) const { return plate_.row(y)[std::ptrdiff_t{column} * kStep]; }
 
     void growColumns(int y)
     {

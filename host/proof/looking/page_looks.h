@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "plates/survey/survey.h"
@@ -27,7 +28,7 @@ struct PageLook {
 class PageLooks {
 public:
     // Where the picture of each page goes, "page-N.png".
-    explicit PageLooks(const std::filesystem::path &pictures) : pictures_(pictures) {}
+    explicit PageLooks(std::filesystem::path pictures) : pictures_(std::move(pictures)) {}
 
     // From any thread. Throws Refusal when the picture cannot be written.
     void take(const plates::PageInTints &seen);

@@ -83,7 +83,7 @@ void setKind(png_structp png, png_infop info, const Picture &picture, const Inde
 bool writeRows(png_structp png, png_infop info, FILE *file, const Picture &picture, const Indexed &small,
                double dpi)
 {
-    if (setjmp(png_jmpbuf(png)))
+    if (setjmp(png_jmpbuf(png)))  // NOLINT(cert-err52-cpp): how libpng reports errors
         return false;
     png_init_io(png, file);
     setKind(png, info, picture, small);

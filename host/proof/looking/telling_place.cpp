@@ -102,6 +102,7 @@ Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double 
     const double pageWidth = plates[0]->width / dpi, pageHeight = plates[0]->height / dpi;
     const double width = std::min(side, pageWidth), height = std::min(side, pageHeight);
     std::vector<BlockSums> sums;
+    sums.reserve(plates.size());
     for (const plates::TintPlate *plate : plates)
         sums.emplace_back(*plate);
     const int blocks = std::max(1, static_cast<int>(std::lround(side * dpi / kBlock)));

@@ -15,8 +15,8 @@ constexpr std::string_view kOpening = "{{", kClosing = "}}";
 
 const std::string &valueOf(std::string_view name, Fillings fillings)
 {
-    const auto found = std::find_if(fillings.begin(), fillings.end(),
-                                    [name](const Filling &filling) { return filling.name == name; });
+    const auto *const found = std::find_if(fillings.begin(), fillings.end(),
+                                           [name](const Filling &filling) { return filling.name == name; });
     if (found == fillings.end())
         throw std::logic_error("nothing to fill in for " + std::string(name));
     return found->value;

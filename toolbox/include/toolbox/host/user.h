@@ -32,6 +32,7 @@ public:
     // outlive it.
     explicit ScriptedUser(HeadlessMachine &machine);
     ScriptedUser(const ScriptedUser &) = delete;
+    ScriptedUser &operator=(const ScriptedUser &) = delete;
     ~ScriptedUser();
 
     // The line given to steps queued from here on, for ScriptError.
