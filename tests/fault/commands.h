@@ -9,9 +9,10 @@ struct TriedCommand {
     const char *name;
     std::vector<std::string> arguments;            // for `riders`, which runs in the folder `work`
     std::vector<std::vector<std::string>> before;  // what ran there earlier, without a fault
-    const char *input = nullptr;                   // a file in `work`
+    std::string input = {};                        // a file in `work`; long.ps is made from job.ps
     bool piped = false;                            // standard input and output are pipes
-    // What a run that fails may leave unfinished: a trace shows how far it came, and a played session undoes nothing.
+    // What a run that fails may leave unfinished: a trace shows how far it came, and a played session undoes
+    // nothing.
     std::vector<std::string> unfinished = {};
 };
 

@@ -11,7 +11,17 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr fs::copy_options kAsTheyAre = fs::copy_options::recursive | fs::copy_options::copy_symlinks;
+const std::string kLongJob = "long.ps";
 constexpr const char *kRiders = RIDERS_BINARY_DIR "/riders";
+
+// Longer than the part of a job that is looked at.
+void makeLongJob(const fs::path &folder)
+{
+    std::string job = contentsOf(folder / "job.ps");
+    for (const std::string line = "% " + std::string(1000, 'x') + "\n"; job.size() < 5 << 20;)
+        job += line;
+    writeFile(folder / kLongJob, job);
+}
 
 std::string described(const fs::directory_entry &entry)
 {
@@ -72,11 +82,9 @@ void World::prepare() const
     for (const char *name : {"home", "config", "temporary"})
         fs::create_directories(place() / name);
     fs::copy(RIDERS_SOURCE_DIR "/tests/fault/files", place() / "work", kAsTheyAre);
-    // Longer than the part of a job that is looked at.
-    std::string longer = contentsOf(place() / "work/job.ps");
-    for (const std::string line = "% " + std::string(1000, 'x') + "\n"; longer.size() < 5 << 20;)
-        longer += line;
-    writeFile(place() / "work/long.ps", longer);
+    const std::vector<std::string> &arguments = tried_.arguments;
+    if (std::find(arguments.begin(), arguments.end(), kLongJob) != arguments.end() || tried_.input == kLongJob)
+        makeLongJob(place() / "work");
 }
 
 FaultyCommand World::command() const
@@ -86,7 +94,7 @@ FaultyCommand World::command() const
                           .environment = {"HOME=" + (place() / "home").string(),
                                           "XDG_CONFIG_HOME=" + (place() / "config").string(),
                                           "TMPDIR=" + (place() / "temporary").string()},
-                          .input = tried_.input ? contentsOf(place() / "work" / tried_.input) : "",
+                          .input = tried_.input.empty() ? "" : contentsOf(place() / "work" / tried_.input),
                           .piped = tried_.piped};
     command.command.insert(command.command.end(), tried_.arguments.begin(), tried_.arguments.end());
     return command;
