@@ -360,6 +360,7 @@ TEST_F(SaveDialog, MissingDialogCountsAsCancel)
     reply.good = true;
     SFPPutFile({100, 100}, P(""), P("x"), nullptr, &reply, 999, nullptr);
     EXPECT_FALSE(reply.good);
+    EXPECT_EQ(machine.beeps(), 1) << "it is not silent";
 }
 
 int16_t cancelInsteadOfSave(int16_t item, DialogPtr)

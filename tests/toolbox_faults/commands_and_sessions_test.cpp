@@ -168,7 +168,7 @@ TEST_P(ToolboxFaults, EndInWordsAndLoseNothing)
     } else if (!wantedFaults().empty()) {
         trial.tryOne(wantedFaults());
     } else {
-        constexpr int some = 6;
+        constexpr int some = 4;
         std::cout << "RIDERS_SEED=" << seed() << ", " << std::flush;
         trial.trySome(some);
     }

@@ -107,6 +107,10 @@ void FileDialog::placeItems()
 
 bool FileDialog::run()
 {
+    if (!dialog_) {
+        SysBeep(1);  // whoever asked for it sees nothing come up
+        return false;
+    }
     Current beingCurrent(this);
     quickdraw::PortScope port(dialog_);
     placeItems();

@@ -25,9 +25,8 @@ public:
     FileDialog(const FileDialog &) = delete;
     FileDialog &operator=(const FileDialog &) = delete;
 
-    bool made() const { return dialog_ != nullptr; }
     // Shows the dialog and runs it until it is cancelled (false) or a file is
-    // accepted (true), and closes it.
+    // accepted (true), and closes it. Beeps and returns false where there is none.
     bool run();
     State state() const;
     const std::filesystem::path &folder() const { return folder_; }

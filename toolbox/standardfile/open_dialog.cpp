@@ -100,7 +100,7 @@ extern "C" void SFPGetFile(Point where, ConstStr255Param, FileFilterProcPtr file
 {
     *reply = SFReply{};
     OpenDialog dialog(dialogID, where, hook, filter, fileFilter, typeCount, types);
-    if (!dialog.made() || !dialog.run())
+    if (!dialog.run())
         return;
     rememberFolder(dialog.folder());
     reply->good = true;

@@ -164,7 +164,7 @@ extern "C" void SFPPutFile(Point where, ConstStr255Param prompt, ConstStr255Para
     static const Str255 none = {0};
     *reply = SFReply{};
     SaveDialog dialog(dialogID, where, hook, filter, prompt ? prompt : none, originalName ? originalName : none);
-    if (!dialog.made() || !dialog.run())
+    if (!dialog.run())
         return;
     rememberFolder(dialog.folder());
     reply->good = true;

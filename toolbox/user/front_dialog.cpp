@@ -74,12 +74,13 @@ bool messageInFront()
     const auto fileDialog = standardfile::state();
     if (!dialog || !dialog->complete || (fileDialog && fileDialog->dialog == frontDialog()))
         return false;
-    const auto isText = [](const dialogs::Item &item) { return item.kind() == statText; };
-    const auto isButton = [](const dialogs::Item &item) { return item.kind() == ctrlItem + btnCtrl; };
-    return std::any_of(dialog->items.begin(), dialog->items.end(), isText) &&
-           std::all_of(dialog->items.begin(), dialog->items.end(), [&](const dialogs::Item &item) {
-               return !item.enabled() || isText(item) || isButton(item);
-           });
+    constexpr int mostDrawn = 2;  // an outline and a panel; more of them are popups
+    const auto countOf = [&](std::int16_t kind) {
+        return std::count_if(dialog->items.begin(), dialog->items.end(),
+                             [&](const dialogs::Item &item) { return item.kind() == kind; });
+    };
+    return countOf(statText) > 0 && countOf(ctrlItem + btnCtrl) > 0 && countOf(editText) == 0 &&
+           countOf(userItem) <= mostDrawn;
 }
 
 bool isDimmed(int number)

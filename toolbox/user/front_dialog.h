@@ -11,7 +11,7 @@ DialogPtr frontDialog();
 // Its number; 0 when none is in front.
 int frontDialogID();
 
-// Whether there is one with texts in it and nothing to act on but buttons.
+// Whether it is a message: texts and buttons, and nothing to fill in or choose from.
 bool messageInFront();
 
 // Whether the item is a control that is dimmed now.

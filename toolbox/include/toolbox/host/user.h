@@ -129,7 +129,7 @@ public:
     // What the user is stuck at, and what messages have said since; nothing when
     // all went well.
     const std::optional<ScriptError> &stuck() const;
-    // What the last message, a dialog with nothing in it but texts and buttons, said,
+    // What the last message, a dialog of texts and buttons with nothing to choose, said,
     // whether it was expected or not; empty if there was none since the last host step.
     const std::string &lastMessage() const;
     // Drops the steps not yet done.
