@@ -73,6 +73,11 @@ void SavedSettings::copyTo(const fs::path &copy) const
     if (!isThere(folder_))
         return;
     const io::OpenFile locked = io::lockedFolder(folder_);
+    try {
+        putDecidedInPlace();
+    } catch (const io::Refusal &) {
+        // They count where they are.
+    }
     for (const std::string &name : names_) {
         const fs::path decided = folder_ / kDecided / name;
         copyIfThere(isThere(decided) ? decided : folder_ / name, copy / name);

@@ -56,10 +56,11 @@ TEST(PrivateFolder, ALinkOfItsNameIsNotFollowed)
 {
     TemporaryFolder elsewhere;
     writeFile(elsewhere / "file", "x");
-    const fs::path link = "/dev/shm/riders-private-linked";
+    const fs::path link = "/dev/shm/riders-private-00000000feedface";
     fs::remove(link);
     fs::create_directory_symlink(elsewhere.path(), link);
     PrivateFolder own;
     EXPECT_EQ(contentsOf(elsewhere / "file"), "x");
+    EXPECT_TRUE(fs::is_symlink(link)) << "it was taken for the folder to which it leads";
     fs::remove(link);
 }

@@ -64,13 +64,16 @@ void addState(const fs::path &path, std::string &state)
         addState(entry, state);
 }
 
-// As the next command reads them: they are two files that count together.
+// As the next command reads them: they are two files that count together. It clears up, so it gets a copy.
 std::string settingsIn(const fs::path &folder)
 {
-    TemporaryFolder copy;
-    riders::settings::SavedSettings(folder, kSettingsName).copyTo(copy.path());
+    TemporaryFolder folders, copy;
+    runProgram({"cp", "-a", folder, folders / "settings"});
+    riders::settings::SavedSettings(folders / "settings", kSettingsName).copyTo(copy.path());
+    std::vector<fs::path> entries(fs::directory_iterator(copy.path()), {});
+    std::sort(entries.begin(), entries.end());
     std::string state;
-    for (const fs::path &entry : std::vector<fs::path>(fs::directory_iterator(copy.path()), {}))
+    for (const fs::path &entry : entries)
         state += entry.filename().string() + contentsOf(entry) + "\n";
     return state;
 }

