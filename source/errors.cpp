@@ -83,9 +83,10 @@ void EndWithFixedText()
 
 void SetReportTexts(int16_t stringID, int32_t number, ConstStr255Param context)
 {
-    Str255 numberText, digits;
+    Str255 numberText;
     CopyPStr(ql_quorum_passtr("\r\rID = "), numberText, 255);
     if (number != 0) {
+        Str255 digits;
         NumToString(number, digits);
         ConcatPStr(digits, numberText, 255);
     }

@@ -232,7 +232,8 @@ double CellFit::disagreement(const PageWindow &part) const
             const std::uint32_t u = phaseAt(lattice_.across, x - middleX_, y - middleY_);
             const std::uint32_t v = phaseAt(lattice_.down, x - middleX_, y - middleY_);
             const std::size_t column = columns_ == 1 ? 0 : u >> (32 - kBinBits);
-            const float share = shares_[std::size_t{v >> (32 - kBinBits)} * columns_ + column];
+            const std::size_t row = v >> (32 - kBinBits);
+            const float share = shares_[row * columns_ + column];
             sum += page_.at(x, y) ? 1 - share : share;
         }
     return pixels > 0 ? sum / double(pixels) : 0;

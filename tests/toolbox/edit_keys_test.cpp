@@ -62,8 +62,8 @@ protected:
     // The place between two characters of the one-line field.
     Point before(int offset)
     {
-        const std::string line = "one two, three";
-        return at(lineItem, TextWidth(line.data(), 0, static_cast<int16_t>(offset)), 8);
+        const std::string typed = "one two, three";
+        return at(lineItem, TextWidth(typed.data(), 0, static_cast<int16_t>(offset)), 8);
     }
 
     toolbox::ScriptedUser user{machine};

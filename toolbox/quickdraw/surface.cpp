@@ -231,7 +231,8 @@ void Surface::drawImage(const Picture &image, const Rect &box, bool whiteIsClear
             auto line = static_cast<std::size_t>(std::int64_t{y - top} * image.height / height);
             const std::uint32_t *source = image.pixels.data() + line * static_cast<std::size_t>(image.width);
             for (int x = part.x1; x < part.x2; ++x) {
-                const std::uint32_t pixel = source[std::int64_t{x - left} * image.width / width];
+                const std::int64_t across = x - left;
+                const std::uint32_t pixel = source[across * image.width / width];
                 if (!whiteIsClear || pixel != white)
                     row(y)[x] = shownColor(pixel, depth_);
             }

@@ -59,7 +59,7 @@ std::string InterpreterWords::failure(int megabytes) const
     std::string words = firstError_.empty() && !report_.said.empty() ? report_.said.front() : firstError_;
     const size_t in = words.find(" in --");
     if (in != std::string::npos && words.ends_with("--") && words.size() > in + 8)
-        words = words.substr(0, in + 4) + words.substr(in + 6, words.size() - in - 8);
+        words.erase(words.size() - 2).erase(in + 4, 2);
     if (words.starts_with("/VMerror"))
         words += "; it may have " + std::to_string(megabytes) + " MB of memory";
     // A file that may not be deleted gives this error, too.
