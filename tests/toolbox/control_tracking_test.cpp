@@ -1,4 +1,6 @@
 // Controls: what a press on them does, and what they look like.
+#include <algorithm>
+
 #include "support/dialog_test.h"
 #include "toolbox/host/flash_button.h"
 #include "toolbox/host/picture.h"
@@ -192,6 +194,62 @@ TEST_F(Controls, TheThumbOfAScrollBarSetsTheValue)
     EXPECT_EQ(GetCtlValue(bar), 10);
     EXPECT_EQ(drag(bar, {80, 105}, {80, 290}), 0) << "far from the bar the thumb springs back";
     EXPECT_EQ(GetCtlValue(bar), 10);
+}
+
+TEST_F(Controls, AScrollBarMayLieOnItsSide)
+{
+    static std::vector<int> parts;
+    ControlHandle bar = make(scrollBarProc, 10, 100, 110, 116, 10);
+    auto action = +[](ControlHandle, int16_t part) { parts.push_back(part); };
+    for (auto [h, part] : {std::pair{15, inUpButton}, std::pair{105, inDownButton}, std::pair{80, inPageDown}}) {
+        parts.clear();
+        const Point at{105, static_cast<int16_t>(h)};
+        EXPECT_EQ(drag(bar, at, at, reinterpret_cast<ProcPtr>(action)), part);
+        ASSERT_FALSE(parts.empty());
+        EXPECT_EQ(parts.front(), part);
+    }
+    EXPECT_EQ(drag(bar, {105, 30}, {105, 90}), inThumb);
+    EXPECT_EQ(GetCtlValue(bar), 10);
+    const Point before{105, 40};
+    EXPECT_EQ(TestControl(bar, before), inPageUp);
+}
+
+TEST_F(Controls, AScrollBarWithNothingToScrollHasNoThumbAndNoPages)
+{
+    ControlHandle bar = make(scrollBarProc, 100, 10, 116, 110, 0);
+    EXPECT_EQ(TestControl(bar, {60, 105}), 0);
+    EXPECT_EQ(TestControl(bar, {15, 105}), inUpButton);
+    HiliteControl(bar, 255);
+    EXPECT_EQ(pixel(105, 20), 0xFFFFFFu) << "a dimmed one is empty";
+}
+
+TEST_F(Controls, ARadioButtonIsFilledWhenItIsOn)
+{
+    ControlHandle radio = make(radioButProc, 10, 10, 90, 30);
+    const int middleOfMark = 10 + 2 + 6;
+    EXPECT_EQ(pixel(middleOfMark, 20), 0xFFFFFFu);
+    SetCtlValue(radio, 1);
+    EXPECT_EQ(pixel(middleOfMark, 20), 0u);
+    EXPECT_EQ(drag(radio, {20, 20}, {20, 20}), inCheckBox);
+}
+
+TEST_F(Controls, ADimmedCheckBoxHasFewerBlackPixelsInTheSamePlaces)
+{
+    ControlHandle box = make(checkBoxProc, 10, 10, 90, 30);
+    auto black = [] {
+        const toolbox::Picture picture = toolbox::displayPicture(0);
+        std::vector<size_t> places;
+        for (size_t i = 0; i < picture.pixels.size(); ++i)
+            if (picture.pixels[i] == 0)
+                places.push_back(i);
+        return places;
+    };
+    const std::vector<size_t> plain = black();
+    HiliteControl(box, 255);
+    const std::vector<size_t> dimmed = black();
+    EXPECT_GT(dimmed.size(), 0u);
+    EXPECT_LT(dimmed.size(), plain.size());
+    EXPECT_TRUE(std::includes(plain.begin(), plain.end(), dimmed.begin(), dimmed.end()));
 }
 
 TEST_F(Controls, AColourTableIsCopied)

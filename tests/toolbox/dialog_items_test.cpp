@@ -251,6 +251,38 @@ TEST_F(DialogItems, TheEditedTextCanBeClearedWithoutTheScrap)
     EXPECT_EQ(text(dialog, 1), "") << "nothing was cut";
 }
 
+TEST_F(DialogItems, AControlMayBeDescribedByAResource)
+{
+    const int resourceControl = ctrlItem + resCtrl;
+    ResourceBytes control;
+    control.rect(20, 30, 100, 20).word(2).byte(1).byte(0).word(5).word(1).word(radioButProc).longWord(77);
+    control.pascal("Round").add('CNTL', 601);
+    ItemList()
+        .item(resourceControl, 0, 0, 10, 10, std::string("\2\x59", 2))
+        .item(resourceControl, 0, 50, 10, 10, std::string("\2\x5A", 2))
+        .add(600);
+    addDialog(600, 50, 60, 200, 150, true);
+    DialogPtr dialog = GetNewDialog(600, nullptr, inFront);
+    ASSERT_NE(dialog, nullptr);
+    int16_t type;
+    Handle item;
+    Rect box;
+    GetDItem(dialog, 1, &type, &item, &box);
+    ASSERT_NE(item, nullptr);
+    ControlHandle made = reinterpret_cast<ControlHandle>(item);
+    Str255 title;
+    GetCTitle(made, title);
+    EXPECT_EQ(plain(title), "Round");
+    EXPECT_EQ(GetCtlValue(made), 2);
+    SetCtlValue(made, 9);
+    EXPECT_EQ(GetCtlValue(made), 5);
+    EXPECT_EQ((**made).contrlRfCon, 77);
+    EXPECT_EQ(box.left, 20) << "the control's own place";
+    GetDItem(dialog, 2, &type, &item, &box);
+    EXPECT_EQ(item, nullptr) << "there is no such resource: nothing to press";
+    DisposDialog(dialog);
+}
+
 TEST_F(DialogItems, UpdatingARegionDrawsNothingElse)
 {
     ItemList().item(statText, 10, 10, 60, 16, "text").add(600);

@@ -222,32 +222,16 @@ bool isLive(Handle handle)
     return find(handle) != nullptr;
 }
 
-bool isLivePointer(Ptr block)
-{
-    return heap.pointers.contains(block);
-}
-
 void markAsResource(Handle handle, bool isResource)
 {
     if (Block *block = find(handle))
         block->resource = isResource;
 }
 
-bool isResource(Handle handle)
-{
-    const Block *block = find(handle);
-    return block && block->resource;
-}
-
 bool isPurgeable(Handle handle)
 {
     const Block *block = find(handle);
     return block && block->purgeable;
-}
-
-bool isPurged(Handle handle)
-{
-    return find(handle) && !*handle;
 }
 
 void setPurgeQuestion(PurgeQuestion question)

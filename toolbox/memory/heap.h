@@ -10,19 +10,15 @@ namespace toolbox::heap {
 // Bytes counted for each block beyond those asked for.
 inline constexpr std::int32_t blockOverhead = 16;
 
-// Whether it is a handle or pointer that was allocated and not freed yet. Any
-// address may be passed; nothing is read through it.
+// Whether it is a handle that was allocated and not freed yet. Any address may be
+// passed; nothing is read through it.
 bool isLive(Handle handle);
-bool isLivePointer(Ptr block);
 
 // A marked handle belongs to the Resource Manager: DisposeHandle refuses it, and
 // it is not counted.
 void markAsResource(Handle handle, bool isResource);
-bool isResource(Handle handle);
 
 bool isPurgeable(Handle handle);
-// True for a live handle whose block was purged.
-bool isPurged(Handle handle);
 // Gives a purged handle a block again, contents undefined.
 OSErr refill(Handle handle, Size byteCount);
 // Frees a handle whatever it is marked as.
