@@ -284,7 +284,12 @@ private:
 
     // The steps of a script need only the user, except those between calls.
     alignas(riders::plugin::Plugin) unsigned char noPlugin_[sizeof(riders::plugin::Plugin)];
-    riders::play::Stage stage_{user, *reinterpret_cast<riders::plugin::Plugin *>(noPlugin_), {}, machine};
+    alignas(riders::keeping::Keeper) unsigned char noKeeper_[sizeof(riders::keeping::Keeper)];
+    riders::play::Stage stage_{user,
+                               *reinterpret_cast<riders::plugin::Plugin *>(noPlugin_),
+                               *reinterpret_cast<riders::keeping::Keeper *>(noKeeper_),
+                               {},
+                               machine};
     Way way_{};
     restless::Source source_;
     std::ofstream script_;
