@@ -38,7 +38,7 @@ private:
 
     std::vector<std::string> wrongWith(const FaultyRun &run, bool mayLeave);
     std::vector<std::string> wrongResult(const FaultyRun &run, const Files &now, bool mayLeave) const;
-    std::vector<std::string> wrongFiles(const FaultyRun &run, const Files &now, bool mayLeave) const;
+    std::vector<std::string> wrongFiles(const Files &now, bool mayLeave) const;
     std::vector<std::string> wrongNext();
 
     const TriedCommand &tried_;
