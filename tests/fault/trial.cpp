@@ -50,7 +50,11 @@ void Trial::tryWith(const Setting &setting, const std::string &kind, const std::
     world_.restore();
     FaultyCommand command = world_.command();
     command.environment.insert(command.environment.end(), setting.environment.begin(), setting.environment.end());
-    const FaultyRun run = runWithFault(command, setting.fault);
+    FaultyRun run = runWithFault(command, setting.fault);
+    if (run.status == -SIGALRM) {
+        world_.restore();
+        run = runWithFault(command, setting.fault);
+    }
     Count &count = counts_[kind];
     ++count.tried;
     std::vector<std::string> wrong = wrongWith(run, setting.nothingCanBeRemoved);
@@ -109,7 +113,9 @@ std::vector<std::string> Trial::wrongFiles(const Files &now, bool mayLeave) cons
 
 std::vector<std::string> Trial::wrongNext()
 {
-    const FaultyRun next = runWithFault(world_.command(), {});
+    FaultyRun next = runWithFault(world_.command(), {});
+    if (next.status == -SIGALRM)
+        next = runWithFault(world_.command(), {});
     const Files now = world_.files();
     if ((next.status == right_.status && now == fresh_) || (next.status == again_.status && now == afterAgain_))
         return {};
