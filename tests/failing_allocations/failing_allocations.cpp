@@ -50,6 +50,8 @@ int countedMain(int count, char **arguments, char **environment)
 {
     if (!strcmp(program_invocation_short_name, "riders"))
         plan = mapped(getenv(AllocationPlan::kVariable));
+    if (plan)
+        plan->count = plan->failed = 0;
     return realMain(count, arguments, environment);
 }
 

@@ -55,7 +55,6 @@ TEST_P(Allocations, MayFail)
     const auto tryPlanned = [&](const AllocationFault &fault) {
         plan->nth = fault.nth;
         plan->further = fault.further;
-        plan->count = plan->failed = 0;
         trial.tryWith({{}, plan.environment(), true}, "allocations",
                       "allocation " + std::to_string(fault.nth) + (fault.further ? " and later" : ""));
     };

@@ -11,8 +11,7 @@ struct TriedCommand {
     std::vector<std::vector<std::string>> before;  // what ran there earlier, without a fault
     std::string input = {};                        // a file in `work`; long.ps is made from job.ps
     bool piped = false;                            // standard input and output are pipes
-    // What a run that fails may leave unfinished: a trace shows how far it came, and a played session undoes
-    // nothing.
+    // What is not compared: a trace shows how far a session came, and a session undoes nothing.
     std::vector<std::string> unfinished = {};
 };
 

@@ -50,7 +50,11 @@ void Trial::tryWith(const Setting &setting, const std::string &kind, const std::
     world_.restore();
     FaultyCommand command = world_.command();
     command.environment.insert(command.environment.end(), setting.environment.begin(), setting.environment.end());
-    const FaultyRun run = runWithFault(command, setting.fault);
+    FaultyRun run = runWithFault(command, setting.fault);
+    if (run.status == -SIGALRM) {
+        world_.restore();
+        run = runWithFault(command, setting.fault);
+    }
     Count &count = counts_[kind];
     ++count.tried;
     std::vector<std::string> wrong = wrongWith(run, setting.nothingCanBeRemoved);
@@ -74,10 +78,10 @@ std::vector<std::string> Trial::wrongWith(const FaultyRun &run, bool mayLeave)
     std::vector<std::string> wrong = wrongWords(run);
     for (const std::string &line : wrongResult(run, now, mayLeave))
         wrong.push_back(line);
-    for (const std::string &line : wrongFiles(run, now, mayLeave))
+    for (const std::string &line : wrongFiles(now, mayLeave))
         wrong.push_back(line);
     // In a world that is as it was, the next run is the one without a fault.
-    const bool isAsItWas = now == old_ || now == fresh_ || (run.status > 0 && !tried_.unfinished.empty());
+    const bool isAsItWas = now == old_ || now == fresh_;
     if (!isAsItWas || (mayLeave && !leftBy(run).empty()))
         for (const std::string &line : wrongNext())
             wrong.push_back(line);
@@ -98,21 +102,20 @@ std::vector<std::string> Trial::wrongResult(const FaultyRun &run, const Files &n
     return wrong;
 }
 
-std::vector<std::string> Trial::wrongFiles(const FaultyRun &run, const Files &now, bool mayLeave) const
+std::vector<std::string> Trial::wrongFiles(const Files &now, bool mayLeave) const
 {
     std::vector<std::string> wrong;
-    for (const Difference &difference : neitherOldNorNew(now, old_, fresh_)) {
-        const auto &unfinished = tried_.unfinished;
-        const bool allowed = std::find(unfinished.begin(), unfinished.end(), difference.group) != unfinished.end();
-        if (!(difference.isLeft && mayLeave) && !(allowed && run.status != 0))
+    for (const Difference &difference : neitherOldNorNew(now, old_, fresh_))
+        if (!(difference.isLeft && mayLeave))
             wrong.push_back(difference.group + (difference.isLeft ? " is left" : " is neither old nor new"));
-    }
     return wrong;
 }
 
 std::vector<std::string> Trial::wrongNext()
 {
-    const FaultyRun next = runWithFault(world_.command(), {});
+    FaultyRun next = runWithFault(world_.command(), {});
+    if (next.status == -SIGALRM)
+        next = runWithFault(world_.command(), {});
     const Files now = world_.files();
     if ((next.status == right_.status && now == fresh_) || (next.status == again_.status && now == afterAgain_))
         return {};

@@ -102,10 +102,15 @@ FaultyCommand World::command() const
 
 void World::restore()
 {
-    if (files() == before_)
+    if (tried_.unfinished.empty() && files() == before_)
         return;
     fs::remove_all(place());
     fs::copy(kept(), place(), kAsTheyAre);
+}
+
+bool World::mayBeUnfinished(const std::string &group) const
+{
+    return std::find(tried_.unfinished.begin(), tried_.unfinished.end(), group) != tried_.unfinished.end();
 }
 
 Files World::files() const
@@ -115,7 +120,8 @@ Files World::files() const
         riders::settings::SavedSettings(settings, "Riders Preferences").finishEarlier();
     Files files;
     for (const fs::directory_entry &entry : fs::recursive_directory_iterator(place()))
-        files[entry.path().lexically_relative(place())] = described(entry);
+        if (const std::string path = entry.path().lexically_relative(place()); !mayBeUnfinished(groupOf(path)))
+            files[path] = described(entry);
     return files;
 }
 

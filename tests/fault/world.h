@@ -22,10 +22,12 @@ public:
     FaultyCommand command() const;
     // As it was before the command.
     void restore();
+    // All but what the command may leave unfinished.
     Files files() const;
 
 private:
     void prepare() const;
+    bool mayBeUnfinished(const std::string &group) const;
     std::filesystem::path place() const { return folder_ / "world"; }
     std::filesystem::path kept() const { return folder_ / "kept"; }
 
