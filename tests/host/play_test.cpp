@@ -173,7 +173,7 @@ TEST_F(Play, AProcessThatEndsEndsTheScript)
     EXPECT_TRUE(traced("process ended")) << trace();
     EXPECT_EQ(trace().find("entry 4/0"), std::string::npos);
     EXPECT_EQ(playBare("command 0\npress 1\n\nidle\n").err,
-              "riders play: session.play:4: the process has ended, and the script goes on\n");
+              "riders play: session.play:4: the process has ended, and the script goes on: \"Cannot go on.\"\n");
 }
 
 TEST_F(Play, WhoIsStuckPassesWordsOnAndLeavesTheFilesInOrder)

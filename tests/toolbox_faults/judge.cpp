@@ -55,6 +55,12 @@ void judgeEnd(const Outcome &is, std::vector<std::string> &wrong)
         wrong.push_back("more than one line");
 }
 
+// A letter that found no memory was followed by a beep, and the file has the name that was then shown.
+bool isNamedAsShown(const Outcome &is, const Usual &usual, const std::string &bytes)
+{
+    return isWholeRidersFile(bytes) && saidMore(is, usual);
+}
+
 std::string whatIsWrongWith(const std::string &name, const std::string &bytes, const Usual &usual,
                             bool scratchAllowed)
 {
