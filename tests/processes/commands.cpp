@@ -154,7 +154,7 @@ const std::vector<ChangingCommand> &changingCommands()
          .before = {makeOne},
          .words = "play remove.play" + preferences,
          .parts = {"film"},
-         .next = two},
+         .next = two + " --save-settings"},
         {.name = "Proof", .before = {}, .words = proof, .parts = {"proof"}},
         {.name = "ProofAgain", .before = {otherProof}, .words = proof, .parts = {"proof"}},
         {.name = "ProofWhileItsInterpreterRuns",
