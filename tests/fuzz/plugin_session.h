@@ -42,6 +42,7 @@ public:
         SetDefaults();
         user.onSurprise([this](int) {
             user.forgetRest();
+            user.in(0);
             user.key("return");
             return true;
         });

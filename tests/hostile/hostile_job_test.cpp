@@ -27,7 +27,7 @@ protected:
 
 TEST_F(HostileJob, RidersFilesAreTakenOutByteForByte)
 {
-    const Trials trials(60);
+    const Trials trials(40);
     HostileTexts texts(trials.seed);
     for (size_t i = 0; i < trials.count && !HasFailure(); ++i) {
         const HostileAnnotation annotation = texts.annotation();
@@ -53,7 +53,7 @@ std::string typable(const std::string &roman)
 
 TEST_F(HostileJob, MakeMakesTheSameFiles)
 {
-    const Trials trials(10);
+    const Trials trials(4);
     HostileTexts texts(trials.seed);
     for (size_t i = 0; i < std::min<size_t>(trials.count, 500) && !HasFailure(); ++i) {
         HostileAnnotation annotation = texts.annotation();

@@ -26,7 +26,7 @@ protected:
 
 TEST_F(HostileShape, DoesNothingButGiveDots)
 {
-    const Trials trials(200);
+    const Trials trials(40);
     HostileTexts texts(trials.seed);
     for (size_t done = 0; done < trials.count && !HasFailure();) {
         std::vector<std::string> bodies;

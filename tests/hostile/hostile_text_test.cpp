@@ -39,7 +39,7 @@ protected:
 
 TEST_F(HostileText, PrintsAsTypedAndDoesNothing)
 {
-    const Trials trials(300);
+    const Trials trials(100);
     HostileTexts texts(trials.seed);
     for (size_t done = 0; done < trials.count && !HasFailure();) {
         std::vector<HostileAnnotation> annotations;

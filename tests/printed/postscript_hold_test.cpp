@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, BadSpot,
                          ::testing::Values("", " \n", "noSuchOperator", "add 2 add", "2 copy", "pop pop",
                                            "pop pop (x)", "clear", "stop", "exit", "pop pop pop pop 0", "{", "}",
                                            "} def /x {", "(", "pop end", "add 2 div 5 dict begin", "pop 0 div",
-                                           "pop 5 dict begin", "pop end", "pop 9 setlinewidth", "pop quit",
+                                           "pop 5 dict begin", "pop 9 setlinewidth", "pop quit",
                                            "pop (x) (w) file pop", "pop currentfile closefile", "pop save pop",
                                            "pop showpage", "pop systemdict /quit get exec", "add 1.001 mul 2 div",
                                            "<", "% only a comment"));
