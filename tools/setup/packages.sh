@@ -1,4 +1,4 @@
-# Sourced by run, test, fuzz, measure and mutate: installs what is missing, builds.
+# Sourced by the commands in the root: installs what is missing, builds.
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
                 libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev fonts-urw-base35 ghostscript)
