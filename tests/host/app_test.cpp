@@ -145,6 +145,22 @@ TEST_F(App, RidersFileIsAddedAndTakenOutAgain)
     EXPECT_EQ(contentsOf(folder / "job.ps"), before) << "the job itself is never touched";
 }
 
+TEST_F(App, TheMenusTitleIsPlainAgainAfterTheCommand)
+{
+    const auto bar = [] {
+        const toolbox::Picture display = toolbox::displayPicture(0);
+        return std::vector(display.pixels.begin(), display.pixels.begin() + 20 * display.width);
+    };
+    std::vector<std::uint32_t> before;
+    user.then([&] { before = bar(); });
+    user.chooseFromBar("File", "Open...");
+    user.cancelFile();
+    user.then([&] { EXPECT_EQ(bar(), before); });
+    quitByMenu();
+    run();
+    EXPECT_FALSE(before.empty());
+}
+
 TEST_F(App, AJobOffersEitherToAddOrToTakeOut)
 {
     user.in(window);

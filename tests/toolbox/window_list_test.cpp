@@ -79,9 +79,10 @@ TEST_F(Windows, DocumentsAndKindsThatAreNotKnownHaveATitleBarAndALittleShadow)
 {
     for (int16_t kind : {int16_t{documentProc}, int16_t{99}}) {
         WindowPtr window = make(100, 100, 200, 200, kind);
-        const Rect around = (**reinterpret_cast<WindowPeek>(window)->strucRgn).rgnBBox, expected{81, 99, 202, 202};
-        EXPECT_TRUE(EqualRect(&around, &expected)) << kind << ": " << around.top << ' ' << around.left << ' '
-                                                   << around.bottom << ' ' << around.right;
+        const Rect around = (**reinterpret_cast<WindowPeek>(window)->strucRgn).rgnBBox;
+        const Rect expected{81, 99, 202, 202};
+        EXPECT_TRUE(EqualRect(&around, &expected))
+            << kind << ": " << around.top << ' ' << around.left << ' ' << around.bottom << ' ' << around.right;
     }
 }
 
@@ -94,7 +95,8 @@ TEST_F(Windows, TheCloseBoxIsASquareOfElevenPixelsInTheTitleBar)
     for (int16_t v = 75; v < 105; ++v)
         for (int16_t h = 90; h < 210; ++h)
             if (FindWindow({v, h}, &found) == inGoAway) {
-                box = {std::min(box.top, v), std::min(box.left, h), std::max(box.bottom, v), std::max(box.right, h)};
+                box = {std::min(box.top, v), std::min(box.left, h), std::max(box.bottom, v),
+                       std::max(box.right, h)};
                 ++pixels;
             }
     EXPECT_EQ(pixels, 11 * 11);
