@@ -41,6 +41,11 @@ TEST(JobComments, HeaderEndsWithItsComments)
     EXPECT_EQ(of("%!PS\n%%Title: One\n%%Title: Two\n").title, "One");
 }
 
+TEST(JobComments, TheFirstLineMayBeAnything)
+{
+    EXPECT_EQ(of("\x04%!PS-Adobe-3.0\n%%Title: Poster\n").title, "Poster") << "as some print systems send it";
+}
+
 TEST(JobComments, PagesMayStandAtTheEnd)
 {
     EXPECT_EQ(of("%!PS\n%%Pages: (atend)\nshowpage\n%%Pages: 2\n%%Trailer\n%%Pages: 7\n").pages, 7);

@@ -3,6 +3,8 @@
 
 #include "host/app_fixture.h"
 #include "support/command.h"
+#include "toolbox/controls.h"
+#include "toolbox/dialogs.h"
 #include "toolbox/windows.h"
 
 namespace fs = std::filesystem;
@@ -20,6 +22,15 @@ std::string itemText(int16_t item)
     GetDItem(FrontWindow(), item, &type, &text, &box);
     GetIText(text, words);
     return plain(words);
+}
+
+bool isDimmed(int16_t item)
+{
+    int16_t type;
+    Handle control;
+    Rect box;
+    GetDItem(FrontWindow(), item, &type, &control, &box);
+    return (**reinterpret_cast<ControlHandle>(control)).contrlHilite == 255;
 }
 
 std::string windowTitle()
@@ -132,6 +143,43 @@ TEST_F(App, RidersFileIsAddedAndTakenOutAgain)
     EXPECT_NE(added().find("%!Zu3_Riders"), std::string::npos);
     EXPECT_EQ(contentsOf(folder / "again.ps"), before);
     EXPECT_EQ(contentsOf(folder / "job.ps"), before) << "the job itself is never touched";
+}
+
+TEST_F(App, TheMenusTitleIsPlainAgainAfterTheCommand)
+{
+    const auto bar = [] {
+        const toolbox::Picture display = toolbox::displayPicture(0);
+        return std::vector(display.pixels.begin(), display.pixels.begin() + 20 * display.width);
+    };
+    std::vector<std::uint32_t> before;
+    user.then([&] { before = bar(); });
+    user.chooseFromBar("File", "Open...");
+    user.cancelFile();
+    user.then([&] { EXPECT_EQ(bar(), before); });
+    quitByMenu();
+    run();
+    EXPECT_FALSE(before.empty());
+}
+
+TEST_F(App, AJobOffersEitherToAddOrToTakeOut)
+{
+    user.in(window);
+    user.then([] {
+        EXPECT_FALSE(isDimmed(addButton));
+        EXPECT_TRUE(isDimmed(takeOutButton));
+    });
+    user.press(addButton);
+    user.in(0);
+    user.answerOpen(folder / "film");
+    user.key("return");
+    user.in(window);
+    user.then([] {
+        EXPECT_TRUE(isDimmed(addButton));
+        EXPECT_FALSE(isDimmed(takeOutButton));
+    });
+    user.key("escape");
+    quitByMenu();
+    run(folder / "job.ps");
 }
 
 TEST_F(App, RefusalsAreShownInPlainWords)

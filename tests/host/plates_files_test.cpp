@@ -1,4 +1,6 @@
 // Plates in files: those of the interpreter, and films.
+#include <tiffio.h>
+
 #include <random>
 
 #include "host/proof_support.h"
@@ -124,6 +126,19 @@ TEST_F(PlatesFilesTest, AFilmIsReadBackAsItWasWritten)
     // In the interpreter's files black and white are the other way round.
     EXPECT_THROW(plates::readPlate(folder / "film.tif"), io::Refusal);
     EXPECT_THROW(plates::readTints(folder / "film.tif"), io::Refusal);
+}
+
+TEST_F(PlatesFilesTest, AFilmHasOneSampleOfOneBitForEachPixel)
+{
+    plates::writeFilm(folder / "film.tif", BitPlate(77, 31), 1200);
+    TIFF *film = TIFFOpen((folder / "film.tif").c_str(), "r");
+    ASSERT_NE(film, nullptr);
+    std::uint16_t samples = 0, bits = 0;
+    TIFFGetField(film, TIFFTAG_SAMPLESPERPIXEL, &samples);
+    TIFFGetField(film, TIFFTAG_BITSPERSAMPLE, &bits);
+    TIFFClose(film);
+    EXPECT_EQ(samples, 1);
+    EXPECT_EQ(bits, 1);
 }
 
 TEST_F(PlatesFilesTest, PlatesOfAPageComeInTheirOrder)

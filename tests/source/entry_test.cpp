@@ -214,7 +214,7 @@ TEST_F(Entry, WithoutMemoryForTheRecordsTheReportIsStillInItsPlace)
         call(selector);
         toolbox::faults::clear();
         EXPECT_TRUE(traced(params(message(16129), "\r\rID = 94", " (newptr)"))) << selector;
-        EXPECT_TRUE(traced("dialog 16129 shown at 110,104")) << selector;
+        EXPECT_TRUE(traced("dialog 16129 shown at 110,105")) << selector;
     }
 }
 

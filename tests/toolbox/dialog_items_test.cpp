@@ -226,6 +226,18 @@ TEST_F(DialogItems, CommandKeysEditThroughTheDeskScrap)
     EXPECT_EQ(text(dialog, 1), "spotspot12") << "what another program copied last";
 }
 
+TEST_F(DialogItems, WhatACommandKeyCopiesReplacesTheDeskScrap)
+{
+    openSpotDialog();
+    int32_t offset;
+    PutScrap(1, 'PICT', "p");
+    key('c', cmdKey);
+    click(60, 170);
+    modal();
+    EXPECT_EQ(GetScrap(nullptr, 'TEXT', &offset), 4);
+    EXPECT_LT(GetScrap(nullptr, 'PICT', &offset), 0) << "it belongs to what was copied before";
+}
+
 TEST_F(DialogItems, BeforeSystemSevenCommandKeysAreLeftToTheFilter)
 {
     configuration.systemVersion = 0x0608;

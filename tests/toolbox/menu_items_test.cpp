@@ -29,6 +29,14 @@ protected:
     }
 };
 
+TEST_F(MenuItems, ANewMenuIsItsHeadItsTitleAndTheEndOfItsItems)
+{
+    Handle menu = NewMenu(201, P("New"));
+    ASSERT_EQ(GetHandleSize(menu), 14 + 1 + 3 + 1);
+    EXPECT_EQ((*menu)[18], 0);
+    DisposeMenu(menu);
+}
+
 TEST_F(MenuItems, BlockHoldsTheDocumentedBytes)
 {
     MenuHandle menu = newMenu("One;(Two/T");

@@ -175,20 +175,21 @@ TEST_F(QuickDrawDepth, ExistingPixelsBecomeWhatTheNewDepthShows)
     }
 }
 
-TEST_F(QuickDrawDepth, WithoutColoursBetweenTextInksThePixelsThatItHalfCovers)
+TEST_F(QuickDrawDepth, OnAGroundWithoutColoursBetweenTextInksThePixelsThatItHalfCovers)
 {
-    auto text = [&](int depth, int32_t color) {
+    auto text = [&](int depth, int32_t ground) {
         useDepth(depth);
-        EraseRect(&port.portRect);
-        ForeColor(color);
+        ForeColor(ground);
+        PaintRect(&port.portRect);
+        ForeColor(blackColor);
         TextSize(40);
         MoveTo(10, 60);
         DrawString(P("OS"));
         return pixels();
     };
-    const auto smooth = text(32, blackColor), coarse = text(4, blueColor);
+    const auto smooth = text(32, whiteColor), coarse = text(4, blueColor);
     for (std::size_t i = 0; i < smooth.size(); ++i)
-        ASSERT_EQ(coarse[i] != white, (smooth[i] & 0xFF) < 128) << i;
+        ASSERT_EQ(coarse[i] == black, (smooth[i] & 0xFF) < 128) << i;
 }
 
 TEST_F(QuickDrawDepth, EdgesOfTextAreSmoothWhereTheDisplayHasColoursBetween)

@@ -1,5 +1,6 @@
 // TextEdit: typing, selecting, the private scrap, boxes of text.
 #include "support/dialog_test.h"
+#include "textedit/selecting.h"
 #include "toolbox/host/picture.h"
 #include "toolbox/memory.h"
 #include "toolbox/scrap.h"
@@ -164,6 +165,33 @@ TEST_F(TextEdit, APressSetsTheCaretAndADragSelects)
     EXPECT_EQ(selection(text), (std::pair{0, 6})) << "extended";
 }
 
+TEST_F(TextEdit, AShiftedPressMovesTheNearerEndOfTheSelection)
+{
+    TEHandle text = make("abcdefgh");
+    for (auto [at, start, end] : {std::tuple{"abc", 3, 6}, {"abcde", 2, 5}, {"a", 1, 6}, {"abcdefg", 2, 7}}) {
+        TESetSelect(2, 6, text);
+        press(text, 10 + widthOf(at), 15, -1, true);
+        EXPECT_EQ(selection(text), (std::pair{start, end})) << at;
+    }
+}
+
+TEST_F(TextEdit, AButtonReleasedElsewhereSelectsThoughNoMoveWasSeen)
+{
+    TEHandle text = make("abcdef");
+    mouse(Kind::mouseDown, 110 + widthOf("a"), 115);
+    EventRecord event;
+    WaitNextEvent(1 << mouseDown, &event, 1);
+    mouse(Kind::mouseUp, 110 + widthOf("abcd"), 115);
+    TEClick(Point{15, static_cast<int16_t>(10 + widthOf("a"))}, false, text);
+    EXPECT_EQ(selection(text), (std::pair{1, 4}));
+}
+
+TEST_F(TextEdit, TheWordBeforeBlanksAtTheBeginningIsTheBeginning)
+{
+    EXPECT_EQ(toolbox::textedit::wordBefore("  ab", 2), 0);
+    EXPECT_EQ(toolbox::textedit::wordBefore("  ab", 4), 2);
+}
+
 TEST_F(TextEdit, TwoPressesAtOnePlaceSelectAWord)
 {
     TEHandle text = make("one two, three");
@@ -275,6 +303,16 @@ TEST_F(TextEdit, AnInactiveTextShowsNoSelection)
     EXPECT_EQ(inkedFrom(0, 250), letters);
     TEActivate(text);
     EXPECT_NE(inkedFrom(0, 250), letters);
+}
+
+TEST_F(TextEdit, ThePrivateScrapIsSeenThroughItsHandle)
+{
+    TEHandle text = make("abcdef");
+    TESetSelect(1, 3, text);
+    TECopy(text);
+    const Handle scrap = TEScrapHandle();
+    ASSERT_NE(scrap, nullptr);
+    EXPECT_EQ(std::string(*scrap, static_cast<std::size_t>(TEGetScrapLength())), "bc");
 }
 
 TEST_F(TextEdit, ATextNeverGrowsBeyondItsLimit)

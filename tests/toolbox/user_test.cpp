@@ -51,6 +51,21 @@ Boolean noteShift(DialogPtr dialog, EventRecord *event, int16_t *hit)
     return popupFilter(dialog, event, hit);
 }
 
+std::vector<Point> draggedThrough;
+
+Boolean noteDrag(DialogPtr dialog, EventRecord *event, int16_t *hit)
+{
+    if (event->what == mouseDown && draggedThrough.empty())
+        while (StillDown()) {
+            Point where;
+            GetMouse(&where);
+            LocalToGlobal(&where);
+            if (draggedThrough.empty() || draggedThrough.back().v != where.v || draggedThrough.back().h != where.h)
+                draggedThrough.push_back(where);
+        }
+    return popupFilter(dialog, event, hit);
+}
+
 class User : public ToolboxTest {
 protected:
     void SetUp() override
@@ -160,6 +175,20 @@ TEST_F(User, TypesCapitalsWithTheShiftKey)
     user.press(okItem);
     runDialog(&noteShift);
     EXPECT_EQ(typedWithShift, "BD");
+}
+
+TEST_F(User, DragsInQuartersOfTheWay)
+{
+    draggedThrough.clear();
+    user.drag({210, 120}, {130, 320});
+    user.press(okItem);
+    runDialog(&noteDrag);
+    ASSERT_GE(draggedThrough.size(), 4u);
+    const Point first = draggedThrough[0];
+    for (std::size_t i = 1; i < 4; ++i) {
+        EXPECT_EQ(draggedThrough[i].v, first.v - 20 * static_cast<int>(i));
+        EXPECT_EQ(draggedThrough[i].h, first.h + 50 * static_cast<int>(i));
+    }
 }
 
 TEST_F(User, ChoosesByNumberAndByText)

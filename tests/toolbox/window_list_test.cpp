@@ -75,6 +75,37 @@ TEST_F(Windows, ClosingFreesEverything)
     EXPECT_NE(now, given);
 }
 
+TEST_F(Windows, DocumentsAndKindsThatAreNotKnownHaveATitleBarAndALittleShadow)
+{
+    for (int16_t kind : {int16_t{documentProc}, int16_t{99}}) {
+        WindowPtr window = make(100, 100, 200, 200, kind);
+        const Rect around = (**reinterpret_cast<WindowPeek>(window)->strucRgn).rgnBBox;
+        const Rect expected{81, 99, 202, 202};
+        EXPECT_TRUE(EqualRect(&around, &expected))
+            << kind << ": " << around.top << ' ' << around.left << ' ' << around.bottom << ' ' << around.right;
+    }
+}
+
+TEST_F(Windows, TheCloseBoxIsASquareOfElevenPixelsInTheTitleBar)
+{
+    Rect bounds{100, 100, 200, 200}, box{999, 999, 0, 0};
+    WindowPtr window = NewWindow(nullptr, &bounds, P("T"), true, documentProc, nullptr, true, 0), found;
+    SelectWindow(window);
+    int pixels = 0;
+    for (int16_t v = 75; v < 105; ++v)
+        for (int16_t h = 90; h < 210; ++h)
+            if (FindWindow({v, h}, &found) == inGoAway) {
+                box = {std::min(box.top, v), std::min(box.left, h), std::max(box.bottom, v),
+                       std::max(box.right, h)};
+                ++pixels;
+            }
+    EXPECT_EQ(pixels, 11 * 11);
+    EXPECT_EQ(box.right - box.left, 10);
+    EXPECT_GT(box.top, 81);
+    EXPECT_LT(box.bottom, 100);
+    EXPECT_LT(box.right, 150) << "at the left";
+}
+
 TEST_F(Windows, TheFrontWindowIsTheFirstVisibleOne)
 {
     WindowPtr back = make(100, 100, 200, 200);

@@ -10,11 +10,9 @@ WindowPtr active = nullptr;
 
 void setHilited(WindowPtr window, bool hilited)
 {
-    Window *found = find(window);
-    if (!found)
-        return;
-    found->record->hilited = hilited;
-    paintFrame(*found);
+    const Window &changed = *find(window);
+    changed.record->hilited = hilited;
+    paintFrame(changed);
     events::postActivate(window, hilited);
 }
 

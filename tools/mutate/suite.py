@@ -13,7 +13,7 @@ PROGRAMS = ['toolbox', 'source', 'tools', 'host', 'desktop_machine', 'printed', 
 OWN = {'source/': 'source', 'toolbox/desktop/': 'desktop_machine', 'toolbox/': 'toolbox', 'host/': 'host'}
 # A display server for each test: only what is seen at the window is asked there.
 AT_THE_WINDOW = ('toolbox/desktop', 'host/app/')
-# Every test of these runs again with unlocked blocks moved.
+# These run again with unlocked blocks moved at each allocation.
 MOVING = {'toolbox', 'source', 'tools', 'host', 'desktop_machine', 'pictures'}
 
 
