@@ -3,7 +3,7 @@
 // in one line, and loses nothing, and the next run works.
 //
 // RIDERS_FAULTS=all tries every fault, which takes an hour; RIDERS_FAULTS='write 3 -> -34, once' that one, and
-// prints the trace; otherwise a few are chosen at random, and RIDERS_SEED=N chooses the same ones again.
+// prints the trace; otherwise a few are chosen at random, and RIDERS_SEED=N chooses others.
 #include <algorithm>
 #include <iostream>
 #include <random>
