@@ -97,9 +97,16 @@ void judgeSettings(const Outcome &is, const Usual &usual, std::vector<std::strin
         wrong.push_back("exit code 0, and the settings are not saved");
 }
 
-void judgeWords(const Outcome &is, const Usual &usual, const Scenario &scenario, std::vector<std::string> &wrong)
+// Where its settings cannot be found the plug-in takes the standard ones, and says nothing.
+bool hidesTheSettings(const Fault &fault)
 {
-    if (is.status != 0 || is.files == usual.after.files)
+    return fault.call == toolbox::FileCall::openResFile || fault.call == toolbox::FileCall::findFolder;
+}
+
+void judgeWords(const Outcome &is, const Usual &usual, const Scenario &scenario, const Fault &fault,
+                std::vector<std::string> &wrong)
+{
+    if (is.status != 0 || is.files == usual.after.files || (!scenario.byHost && hidesTheSettings(fault)))
         return;
     if (scenario.byHost)
         wrong.push_back("exit code 0 with a wrong result");
@@ -123,7 +130,7 @@ std::vector<std::string> wrongIn(const Outcome &is, const Usual &usual, const Sc
     std::vector<std::string> wrong;
     judgeEnd(is, wrong);
     judgeFiles(is, usual, fault, wrong);
-    judgeWords(is, usual, scenario, wrong);
+    judgeWords(is, usual, scenario, fault, wrong);
     if (scenario.byHost)
         judgeSettings(is, usual, wrong);
     for (const std::string &leak : is.leaks)
