@@ -101,7 +101,7 @@ TEST_F(Kept, WhatIsNoFileIsNotReplaced)
     ASSERT_EQ(mkfifo((work / "made").c_str(), 0600), 0);
     const CommandResult result = play(make);
     EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.err.find("is no ordinary file; choose another name"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("is not an ordinary file; choose another name"), std::string::npos) << result.err;
     EXPECT_TRUE(S_ISFIFO(statusOf("made").st_mode));
     EXPECT_EQ(names(), std::vector<std::string>{"made"});
 }

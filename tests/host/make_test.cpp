@@ -172,11 +172,11 @@ TEST_F(Make, ASpotFileThatNoDialogWouldOfferIsRefusedInWords)
     writeFile(folder / ".away" / "mine", spot);
     writeFile(folder / "binary", std::string(100, '\0') + spot);
     std::filesystem::create_symlink("folder", folder / "link");
-    for (const auto &[name, why] : std::vector<std::pair<std::string, std::string>>{{"folder", "no ordinary file"},
-                                                                                    {"link", "no ordinary file"},
+    for (const auto &[name, why] : std::vector<std::pair<std::string, std::string>>{{"folder", "not an ordinary file"},
+                                                                                    {"link", "not an ordinary file"},
                                                                                     {".hidden", "hidden"},
                                                                                     {".away/mine", "hidden"},
-                                                                                    {"binary", "no text file"},
+                                                                                    {"binary", "not a text file"},
                                                                                     {"-", "no file \"-\""}}) {
         CommandResult result = make({"--spot", name});
         EXPECT_EQ(result.status, 1) << name;
