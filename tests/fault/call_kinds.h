@@ -4,7 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "fault/faulty_run.h"
+// How a call fails: with an error, or by moving only a part of what it was to move.
+struct Failure {
+    const char *name;
+    int error;  // 0: a short count
+};
 
 struct CallKind {
     long number;

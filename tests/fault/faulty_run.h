@@ -7,11 +7,7 @@
 #include <string>
 #include <vector>
 
-// How a call fails: with an error, or by moving only a part of what it was to move.
-struct Failure {
-    const char *name;
-    int error;  // 0: a short count
-};
+#include "fault/call_kinds.h"
 
 // The nth call (from 1) of the kind fails, and `further` later ones.
 struct Fault {

@@ -65,7 +65,7 @@ TEST_F(Compile, ProgramDoesNotReplaceWhatIsNoFile)
     std::filesystem::create_directory(folder / "out");
     Outcome outcome = rescompWith((folder / "in.res").string() + " -o " + (folder / "out").string());
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.said.find("is no ordinary file"), std::string::npos);
+    EXPECT_NE(outcome.said.find("is not an ordinary file"), std::string::npos);
 }
 
 TEST_F(Compile, ProgramReportsAnUnwritablePlace)

@@ -6,9 +6,9 @@
 #include "files/names.h"
 #include "standardfile/file_dialog.h"
 #include "standardfile/folders_used.h"
+#include "standardfile/save_place.h"
 #include "textedit/keys.h"
 #include "toolbox/host/folders.h"
-#include "toolbox/host/save_place.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
@@ -18,8 +18,6 @@ namespace {
 
 constexpr std::int16_t promptItem = 3, nameItem = 7;
 constexpr std::size_t longestName = 63;
-
-SavePlaceProc savePlace;
 
 // The keys in the question before replacing: Escape and Command-period keep the
 // file, Return and Enter press the default button.
@@ -115,9 +113,9 @@ bool SaveDialog::mayReplace(const std::string &name)
 bool SaveDialog::goElsewhere()
 {
     fs::path file;
-    if (!savePlace || files::pathFor(folder(), chosenName_, files::Match::literal, file) != noErr)
+    if (!savePlace() || files::pathFor(folder(), chosenName_, files::Match::literal, file) != noErr)
         return true;
-    const SavePlace place = savePlace(file);
+    const SavePlace place = savePlace()(file);
     if (!place.refusal.empty())
         return refuseInWords(romanFromUtf8Lossy(place.refusal)), false;
     if (place.folder.empty())
@@ -149,11 +147,6 @@ bool SaveDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 }  // namespace
 
 }  // namespace toolbox::standardfile
-
-void toolbox::setSavePlace(SavePlaceProc place)
-{
-    toolbox::standardfile::savePlace = std::move(place);
-}
 
 using namespace toolbox;
 using namespace toolbox::standardfile;

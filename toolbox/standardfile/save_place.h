@@ -1,0 +1,11 @@
+// Where files saved through the dialog really go. Private to Standard File.
+#pragma once
+
+#include "toolbox/host/save_place.h"
+
+namespace toolbox::standardfile {
+
+// Empty where nobody asked for another place than the one chosen.
+const SavePlaceProc &savePlace();
+
+}  // namespace toolbox::standardfile
