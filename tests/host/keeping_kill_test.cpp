@@ -73,7 +73,7 @@ TEST_F(KilledSession, DeletingLeavesTheFileOrNothing)
 {
     ASSERT_EQ(play(make).err, "");
     const std::string whole = contentsOf(work / "made");
-    for (int nth = 1; killedAt(nth, remove); ++nth) {
+    for (int nth = 1; killedAt(nth, deleteIt); ++nth) {
         if (fs::exists(work / "made")) {
             EXPECT_EQ(contentsOf(work / "made"), whole) << "killed at change " << nth;
         }
