@@ -138,13 +138,21 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
     return {*opening - marker->lineEndBefore, *opening + length + kClosingLine.size()};
 }
 
+bool isSameOrdinaryFile(const std::filesystem::path &out, const std::filesystem::path &riders)
+{
+    std::error_code failed;
+    const std::filesystem::file_status status = std::filesystem::status(out, failed);
+    if (status.type() == std::filesystem::file_type::none)
+        io::refuseErrno(out, failed.value());
+    return std::filesystem::is_regular_file(status) && std::filesystem::equivalent(out, riders);
+}
+
 }  // namespace
 
 void applyRiders(const ApplyRequest &request)
 {
     const Head riders = readRiders(request.riders);
-    if (!request.out.empty() && std::filesystem::is_regular_file(request.out) &&
-        std::filesystem::equivalent(request.out, request.riders))
+    if (!request.out.empty() && isSameOrdinaryFile(request.out, request.riders))
         throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + 1);

@@ -171,8 +171,9 @@ TEST_F(AppQuit, ButtonHeldDownIsNotPressed)
 
 TEST_F(AppQuit, ProblemIsConfirmed)
 {
+    writeFile(folder / "letter", "Dear printer,\n");
     user.chooseFromBar("File", "Open...");
-    user.answerOpen(folder / "film");  // no job
+    user.answerOpen(folder / "letter");
     user.in(problem);
     user.then([] { EXPECT_TRUE(FrontWindow()); });
     quit();

@@ -229,11 +229,27 @@ TEST_F(App, ReplacedFileKeepsItsModeAndLinks)
     EXPECT_NE(contentsOf(folder / "film").find("/riderFrequency"), std::string::npos);
 }
 
-TEST_F(App, SettingsThatCannotBeSavedAreSaidInWords)
+TEST_F(App, SettingsThatCannotBeReadAreSaidInWords)
 {
     writeFile(folder / "preferences", "a file, not a folder");
     user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(problem);
+    user.then([this] { EXPECT_TRUE(traced("params \"your saved settings cannot be read")); });
+    user.press(1);
+    user.in(0);
+    quitByMenu();
+    run();
+    EXPECT_EQ(contentsOf(folder / "preferences"), "a file, not a folder");
+}
+
+TEST_F(App, SettingsThatCannotBeSavedAreSaidInWords)
+{
+    user.chooseFromBar("Riders", "Make Riders File...");
     user.in(settingsDialog);
+    user.then([this] {
+        fs::remove_all(folder / "preferences");
+        writeFile(folder / "preferences", "a file, not a folder");
+    });
     user.choose(4, 3);
     user.press(1);
     user.in(0);
@@ -384,7 +400,7 @@ TEST_F(App, JobOfManyGigabytesIsShownAtOnce)
 TEST_F(App, RidersFileThatIsTooLongIsRefused)
 {
     std::error_code full;
-    fs::resize_file(folder / "film", std::uintmax_t(5) << 30, full);
+    fs::resize_file(folder / "film", std::uintmax_t(1) << 30, full);
     if (full)
         GTEST_SKIP() << "the file system of the tests has no such files";
     user.in(window);

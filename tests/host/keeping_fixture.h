@@ -9,7 +9,7 @@
 namespace keeping {
 
 inline constexpr const char *make = "start\ncommand 0\nchoose 4 3\npress 1\nsave work/made\n";
-inline constexpr const char *remove = "start\ncommand 1\nopen work/made\n";
+inline constexpr const char *deleteIt = "start\ncommand 1\nopen work/made\n";
 
 class Kept : public Play {
 protected:
