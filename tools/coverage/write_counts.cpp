@@ -9,7 +9,6 @@ extern "C" {
 void __gcov_dump();
 void __real__exit(int);
 int __real_raise(int);
-int __real_execvpe(const char *, char *const[], char *const[]);
 
 // Half a file of counters makes all of them worthless: a process that may write
 // only short files, as some tests have it, writes none.
@@ -34,13 +33,6 @@ int __wrap_raise(int signal)
     wholeFilesOnly();
     __gcov_dump();
     return __real_raise(signal);
-}
-
-int __wrap_execvpe(const char *program, char *const arguments[], char *const environment[])
-{
-    wholeFilesOnly();
-    __gcov_dump();
-    return __real_execvpe(program, arguments, environment);
 }
 
 }
