@@ -23,6 +23,15 @@ char decimalPoint()
     return point;
 }
 
+// Closing a window waits for its display, for ever if that has gone.
+struct ClosedIfShown {
+    void operator()(toolbox::Desktop *desktop) const
+    {
+        if (!desktop->displayLost())
+            delete desktop;
+    }
+};
+
 struct Session {
     explicit Session(toolbox::Machine &machine)
     {
@@ -46,7 +55,7 @@ DisplaySettings settingsOf(toolbox::Desktop &desktop)
 std::string startOnDesktop(const AppRequest &request)
 {
     try {
-        std::unique_ptr<toolbox::Desktop> desktop = toolbox::openDesktop();
+        const std::unique_ptr<toolbox::Desktop, ClosedIfShown> desktop(toolbox::openDesktop().release());
         Session session(*desktop);
         Application(request, settingsOf(*desktop)).run();
         if (desktop->displayLost())

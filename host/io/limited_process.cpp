@@ -55,7 +55,10 @@ struct Prepared {
         for (const std::string &word : run.command)
             arguments.push_back(const_cast<char *>(word.c_str()));
         arguments.push_back(nullptr);
-        memory.rlim_cur = memory.rlim_max = static_cast<rlim_t>(run.megabytes) << 20;
+        // A limit that the user has set himself may be lower, and cannot be raised.
+        rlimit own = {};
+        getrlimit(RLIMIT_AS, &own);
+        memory.rlim_cur = memory.rlim_max = std::min(static_cast<rlim_t>(run.megabytes) << 20, own.rlim_max);
         takeEnvironment(run.temporary);
     }
 

@@ -13,7 +13,8 @@ protected:
     // which $window and $riders name both; then waits for riders to end.
     CommandResult with(const std::string &arguments, const std::string &deeds)
     {
-        const std::string script = "export XDG_CONFIG_HOME=$PWD/config RIDERS_SCALE=1\n" +
+        // A shell has what it starts beside itself ignore an interruption.
+        const std::string script = "export XDG_CONFIG_HOME=$PWD/config RIDERS_SCALE=1\nenv --default-signal=INT " +
                                    (programs / "riders").string() + " " + arguments + " &\n" +
                                    "riders=$!\n"
                                    "window=$(xdotool search --sync --onlyvisible --pid $riders | tail -1)\n" +

@@ -109,8 +109,10 @@ void DesktopMachine::collect()
         take(event);
     keyboard_.settle();
     doWhatIsDue();
-    if (displayLost())
+    if (!quitAsLost_ && displayLost()) {
+        quitAsLost_ = true;   // once: whoever takes all that has arrived would never come to an end
         queue_.push({.kind = Input::Kind::quit});
+    }
 }
 
 void DesktopMachine::take(const SDL_Event &event)

@@ -63,6 +63,7 @@ private:
     std::uint32_t announcedClipboard_ = 0;   // the serial of the last clipboardChanged
     Sound sound_;
     Display display_{};
+    bool quitAsLost_ = false;
     const Clock::time_point start_ = Clock::now();
     Clock::time_point lastShown_{};
     std::optional<Clock::time_point> settlesAt_;   // of a new size
