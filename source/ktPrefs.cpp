@@ -184,10 +184,12 @@ void WriteRecord()
         DisposeHandle(stored);
         return;
     }
-    BlockMove(gPrefsPtr, *stored, sizeof(PrefsRec));
-    ChangedResource(stored);
-    WriteResource(stored);
-    ReleaseResource(stored);
+    if (Handle added = Get1Resource(kRecordType, kRecordID)) {
+        BlockMove(gPrefsPtr, *added, sizeof(PrefsRec));
+        ChangedResource(added);
+        WriteResource(added);
+        ReleaseResource(added);
+    }
 }
 
 void WriteRecordFile(const PrefsFile &file)
