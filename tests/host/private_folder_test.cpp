@@ -34,12 +34,13 @@ TEST(PrivateFolder, OneInUseIsLeftAlone)
     EXPECT_EQ(contentsOf(first.path() / "file"), "x");
 }
 
+// In a place of its own: elsewhere any process that comes by removes it.
 TEST(PrivateFolder, OfAKilledProcessIsRemovedByTheNext)
 {
-    TemporaryFolder notes;
+    TemporaryFolder notes, parent;
     const pid_t child = fork();
     if (child == 0) {
-        auto *kept = new PrivateFolder;
+        auto *kept = new PrivateFolder(parent.path(), "own-");
         writeFile(kept->path() / "file", "x");
         writeFile(notes / "place", kept->path().string());
         kill(getpid(), SIGKILL);
@@ -48,7 +49,7 @@ TEST(PrivateFolder, OfAKilledProcessIsRemovedByTheNext)
     waitpid(child, &status, 0);
     const fs::path left = contentsOf(notes / "place");
     ASSERT_TRUE(fs::exists(left / "file"));
-    PrivateFolder next;
+    PrivateFolder next(parent.path(), "own-");
     EXPECT_FALSE(fs::exists(left));
 }
 
@@ -56,11 +57,10 @@ TEST(PrivateFolder, ALinkOfItsNameIsNotFollowed)
 {
     TemporaryFolder elsewhere;
     writeFile(elsewhere / "file", "x");
-    const fs::path link = "/dev/shm/riders-private-00000000feedface";
-    fs::remove(link);
+    TemporaryFolder parent;
+    const fs::path link = parent / "own-00000000feedface";
     fs::create_directory_symlink(elsewhere.path(), link);
-    PrivateFolder own;
+    PrivateFolder own(parent.path(), "own-");
     EXPECT_EQ(contentsOf(elsewhere / "file"), "x");
     EXPECT_TRUE(fs::is_symlink(link)) << "it was taken for the folder to which it leads";
-    fs::remove(link);
 }
