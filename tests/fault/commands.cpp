@@ -43,7 +43,7 @@ const std::vector<TriedCommand> &triedCommands()
          {{"play", "film.play", "--preferences", "kept"}},
          {},
          false,
-         {"work/film", "work/kept"}},
+         {"work/film", "work/._film", "work/kept"}},
         {"play_removing", {"play", "remove.play"}, {kFilm}, {}, false, {"config/riders"}},
         {"proof", kProof, {kFilm}},
         {"proof_replacing", {"proof", "small.ps", "--dpi", "100"}, {kFilm, kProof}},
