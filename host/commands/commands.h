@@ -1,15 +1,12 @@
-// The command line: its commands, and what each calls.
+// The command line. Each command has a file here, whose function adds it to the app and keeps its request.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
-#include <functional>
 #include <string>
 
-#include "apply/apply.h"
-#include "make/make.h"
+#include "commands/chosen.h"
 #include "play/play.h"
-#include "proof/proof.h"
 
 namespace riders::commands {
 
@@ -24,22 +21,8 @@ public:
     void seatPlayersAt(decltype(play::PlayRequest::seat) seat) { play_.seat = std::move(seat); }
 
 private:
-    void addMake(CLI::App &app);
-    void addApply(CLI::App &app);
-    void addStrip(CLI::App &app);
-    void addPlay(CLI::App &app);
-    void addProof(CLI::App &app);
-
-    std::string name_;
-    std::function<std::string()> chosen_;  // returns what went wrong, or nothing
-    make::MakeRequest make_;
+    Chosen chosen_{"riders", {}};
     play::PlayRequest play_;
-    proof::ProofRequest proof_;
-    std::string displays_ = "640x480x8";
-    std::string decimal_ = ".";
-    std::string systemVersion_ = "0x0755";
-    bool noColor_ = false;
-    std::string riders_, job_, output_;
     std::string shownJob_;
 };
 
