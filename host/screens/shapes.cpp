@@ -118,15 +118,22 @@ std::vector<std::string> namesOf(const Shape &installed)
     return names;
 }
 
-std::optional<Shape> shapeNamed(const std::string &nameOrFile)
+std::optional<Shape> installedShape(const std::string &name)
 {
     for (const fs::path &file : installedFiles())
-        for (const std::string &name : namesOf({file.filename().string(), {}, {}}))
-            if (alike(name, nameOrFile)) {
+        for (const std::string &usual : namesOf({file.filename().string(), {}, {}}))
+            if (alike(usual, name)) {
                 Shape shape = shapeIn(file);
-                shape.name = name;
+                shape.name = usual;
                 return shape;
             }
+    return std::nullopt;
+}
+
+std::optional<Shape> shapeNamed(const std::string &nameOrFile)
+{
+    if (std::optional<Shape> shape = installedShape(nameOrFile))
+        return shape;
     std::error_code ignored;
     if (nameOrFile.empty() || !fs::exists(nameOrFile, ignored))
         return std::nullopt;

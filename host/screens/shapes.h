@@ -21,6 +21,9 @@ inline constexpr std::size_t kLongestShape = 64'900;
 // folder is not there. Throws Refusal where one of the files is no spot function file.
 std::vector<Shape> installedShapes();
 
+// The installed shape that shapeNamed finds by that name; nothing for files. Throws Refusal as installedShapes.
+std::optional<Shape> installedShape(const std::string &name);
+
 // The shape that `riders make --spot`, `--plate` and screen sets mean by that name, in upper or lower case: one of
 // the plug-in's menu, even where a file of that name holds other dots (Round), or one that is installed; otherwise
 // a spot function file (docs/riders-file.md). Nothing where there is neither. Throws Refusal, which names the file
