@@ -1,0 +1,16 @@
+// What `riders make` prints: one line of what is in the file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "make/request.h"
+#include "screens/plate_screen.h"
+
+namespace riders::commands {
+
+// With a line end. The plates are those of chooseScreens.
+std::string madeInWords(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates);
+std::string madeInJson(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates);
+
+}  // namespace riders::commands
