@@ -4,11 +4,15 @@
 #include <memory>
 
 #include "commands/chosen_screens.h"
+#include "commands/explained.h"
 #include "commands/standard_output.h"
 #include "commands/what_was_made.h"
+#include "explain/explain.h"
 #include "io/plain_text.h"
+#include "io/refusal.h"
 #include "make/make.h"
 #include "plugin/plugin.h"
+#include "proof/request.h"
 
 namespace riders::commands {
 
@@ -16,8 +20,21 @@ namespace {
 
 struct MakeWords {
     ScreenWords screens;
-    bool json = false;
+    bool json = false, explain = false;
+    int dpi = 1200;
 };
+
+// The file is there by now, whatever becomes of this.
+std::string explainedMade(const make::MakeRequest &request, const MakeWords &words,
+                          const std::vector<screens::PlateScreen> &plates)
+{
+    try {
+        const auto reached = inOrder(explain::explain(request.output, words.dpi), plates);
+        return words.json ? explainedInJson(reached, words.dpi) : explainedInWords(reached, words.dpi);
+    } catch (const io::Refusal &refusal) {
+        throw io::Refusal("the riders file is made, but cannot be explained: " + refusal.message);
+    }
+}
 
 std::string run(make::MakeRequest &request, const MakeWords &words, const std::string &name)
 {
@@ -28,7 +45,9 @@ std::string run(make::MakeRequest &request, const MakeWords &words, const std::s
         std::cerr << name << ": " << io::plainText(made.note) << '\n';
     if (!made.problem.empty())
         return made.problem;
-    return printLines(words.json ? madeInJson(request, plates) : madeInWords(request, plates));
+    const std::string explained = words.explain ? explainedMade(request, words, plates) : "";
+    return printLines(words.json ? madeInJson(request, plates, explained)
+                                 : madeInWords(request, plates) + explained);
 }
 
 }  // namespace
@@ -67,6 +86,12 @@ void addMake(CLI::App &app, Chosen &chosen)
         ->type_name("PT")
         ->needs(annotation);
     command->add_flag("--error-handler", request->errorHandler, "Print PostScript errors on the page");
+    CLI::Option *explain =
+        command->add_flag("--explain", words->explain, "Also say what the screens become on a device");
+    command->add_option("--dpi", words->dpi, "The device's resolution; 1200 when left out")
+        ->check(CLI::Range(proof::kLeastProofDpi, proof::kMostProofDpi))
+        ->type_name("N")
+        ->needs(explain);
     command->add_flag("--json", words->json, "What was made, for programs");
     command->add_flag("--save-settings", request->saveSettings, "Keep these choices as the saved settings");
     command->callback([request, words, &chosen] {

@@ -26,7 +26,8 @@ std::string madeInWords(const make::MakeRequest &request, const std::vector<scre
     return io::plainText(line) + "\n";
 }
 
-std::string madeInJson(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates)
+std::string madeInJson(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates,
+                       const std::string &explained)
 {
     std::vector<std::pair<std::string, std::string>> members = {{"file", io::jsonText(request.output.native())},
                                                                 {"plates", platesInJson(plates)}};
@@ -35,6 +36,8 @@ std::string madeInJson(const make::MakeRequest &request, const std::vector<scree
     if (request.annotation)
         members.emplace_back("annotation", io::jsonText(*request.annotation));
     members.emplace_back("error handler", request.errorHandler ? "true" : "false");
+    if (!explained.empty())
+        members.emplace_back("explained", explained);
     return io::jsonObject(members) + "\n";
 }
 

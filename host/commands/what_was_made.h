@@ -11,6 +11,8 @@ namespace riders::commands {
 
 // With a line end. The plates are those of chooseScreens.
 std::string madeInWords(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates);
-std::string madeInJson(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates);
+// `explained` is JSON, or empty.
+std::string madeInJson(const make::MakeRequest &request, const std::vector<screens::PlateScreen> &plates,
+                       const std::string &explained = {});
 
 }  // namespace riders::commands
