@@ -1,19 +1,33 @@
 #include "shapes/growth.h"
 
 #include <algorithm>
-#include <cmath>
-#include <map>
+#include <cstdint>
+#include <functional>
 #include <numeric>
 
 namespace riders::shapes {
 namespace {
 
-constexpr std::size_t kSamples = std::size_t{kSide} * kSide;
-
 std::size_t at(int x, int y)
 {
     const auto wrapped = [](int i) { return static_cast<std::size_t>((i % kSide + kSide) % kSide); };
     return wrapped(y) * kSide + wrapped(x);
+}
+
+// Any order without a direction.
+std::uint32_t scattered(std::size_t sample)
+{
+    return static_cast<std::uint32_t>(sample) * 2654435761U;
+}
+
+// Calls `take` for each band of values that fall.
+void eachBand(const std::vector<float> &falling, const std::function<void(Band)> &take)
+{
+    for (std::size_t from = 0, to = 0; from < falling.size(); from = to) {
+        while (to < falling.size() && falling[to] >= falling[from] - kAlike)
+            ++to;
+        take({from, to - from});
+    }
 }
 
 // Those whose value is highest first.
@@ -23,10 +37,34 @@ std::vector<std::size_t> inOrder(const std::vector<float> &values)
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return values[a] > values[b]; });
+    std::vector<float> falling;
+    falling.reserve(values.size());
+    for (const std::size_t sample : order)
+        falling.push_back(values[sample]);
+    eachBand(falling, [&](Band band) {
+        const auto first = order.begin() + static_cast<std::ptrdiff_t>(band.from);
+        if (static_cast<double>(band.size) <= kLineShare * static_cast<double>(values.size()))
+            std::sort(first, first + static_cast<std::ptrdiff_t>(band.size),
+                      [](std::size_t a, std::size_t b) { return scattered(a) < scattered(b); });
+        else
+            std::sort(first, first + static_cast<std::ptrdiff_t>(band.size));
+    });
     return order;
 }
 
 }  // namespace
+
+Bands bandsOf(std::vector<float> values)
+{
+    std::sort(values.begin(), values.end(), std::greater<>());
+    Bands bands;
+    eachBand(values, [&](Band band) {
+        ++bands.count;
+        if (band.size > bands.widest.size)
+            bands.widest = band;
+    });
+    return bands;
+}
 
 Growth growthOf(const std::vector<float> &values)
 {

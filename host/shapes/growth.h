@@ -9,8 +9,23 @@
 
 namespace riders::shapes {
 
+// Values that differ no more are alike: it is what the interpreter's arithmetic leaves.
+inline constexpr float kAlike = 1e-5F;
+// What a line of equal values through the cell takes up at most, there and back (as in Square and Cross).
+inline constexpr double kLineShare = 0.04;
+
+// Samples of like values.
+struct Band {
+    std::size_t from = 0, size = 0;  // in the order in which they are inked
+};
+struct Bands {
+    Band widest;
+    std::size_t count = 0;
+};
+Bands bandsOf(std::vector<float> values);
+
 // For each sample of a cell, as in ShapeTrial, the tint from which it is inked, above 0 to 1: each next one has a
-// tint of its own. Of equal values those of the first rows are inked first.
+// tint of its own. Like values on a line are inked here and there, those of an area from one side on.
 using Growth = std::vector<float>;
 Growth growthOf(const std::vector<float> &values);
 

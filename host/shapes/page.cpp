@@ -1,5 +1,6 @@
 #include "shapes/page.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -56,6 +57,8 @@ std::string joiningInWords(const Joining &joining)
     constexpr double kFromFirst = 0.03, kNever = 0.97, kAtOnce = 0.02;
     if (joining.first > kNever)
         return "The dots stay apart up to solid ink.";
+    if (joining.all < kFromFirst)
+        return "The dots are joined from the first.";
     if (joining.all - joining.first < kAtOnce)
         return "The dots join at " + percent(joining.first) + " %.";
     std::string words = joining.first < kFromFirst
@@ -80,13 +83,21 @@ std::string titleOf(const ShownShape &shown)
     return title;
 }
 
+// A file whose name means other dots to the commands is mentioned by it.
+std::string aboutIn(const ShownShape &shown)
+{
+    const bool hasName = shown.names.empty() ||
+                         std::find(shown.names.begin(), shown.names.end(), shown.shape.name) != shown.names.end();
+    return screens::aboutShape(shown.shape) + (hasName ? "" : "; PostScript calls it " + shown.shape.name);
+}
+
 std::string sectionOf(const ShownShape &shown)
 {
     const Growth growth = growthOf(shown.trial.values);
     const Growth spread = spreadGrowth(growth, kSpread);
     return part("section", {{"id", escaped(shown.shape.name)},
                             {"name", escaped(titleOf(shown))},
-                            {"about", escaped(screens::aboutShape(shown.shape))},
+                            {"about", escaped(aboutIn(shown))},
                             {"facts", joiningInWords(joiningOf(growth))},
                             {"notes", notesIn(shown.trial.values)},
                             {"figures", figuresOf(growth)},

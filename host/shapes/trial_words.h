@@ -13,7 +13,8 @@ inline constexpr int kSide = 128;
 struct ShapeTrial {
     bool ended = false;
     std::string problem;  // why it is no dot shape, as "it fails ..."; empty where it is one
-    // kSide * kSide spot values where it is one; rows from y = -1 up, values from x = -1 up.
+    // kSide * kSide spot values where it is one; rows from y = -1 up, values from x = -1 up; those at 1 belong to
+    // the next cell.
     std::vector<float> values;
 };
 
