@@ -12,6 +12,7 @@
 #include "commands/play_command.h"
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
+#include "commands/shapes_command.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
 #include "plugin/plugin.h"
@@ -30,6 +31,7 @@ Commands::Commands(CLI::App &app)
     addPlay(app, chosen_, play_);
     addProof(app, chosen_);
     addScreens(app, chosen_);
+    addShapes(app, chosen_);
     chosen_.run = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };
