@@ -132,3 +132,17 @@ TEST_F(MakeScreens, SetsAreListedWithoutThoseThatAreWrong)
                              "  the rest 45 lpi at 22.5°, Ellipse\n"})
         EXPECT_NE(all.out.find(line), std::string::npos) << line;
 }
+
+TEST_F(MakeScreens, AFileWithPlatesIsARidersFileForJobsAndThePlugin)
+{
+    const std::string job = "%!PS-Adobe-3.0\n%%EndComments\n%%Page: 1 1\nshowpage\n%%EOF\n";
+    writeFile(folder / "job.ps", job);
+    ASSERT_EQ(make({"--screens", "offset"}).substr(0, 11), "made: Cyan ");
+    ASSERT_EQ(riders({"apply", "made", "job.ps", "-o", "with.ps"}).err, "");
+    EXPECT_NE(contentsOf(folder / "with.ps").find(made()), std::string::npos);
+    ASSERT_EQ(riders({"strip", "with.ps", "-o", "without.ps"}).err, "");
+    EXPECT_EQ(contentsOf(folder / "without.ps"), job);
+    writeFile(folder / "remove.play", "start\ncommand 1\nopen made\n");
+    EXPECT_EQ(riders({"play", "remove.play"}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
+}
