@@ -1,6 +1,7 @@
 #include "screens/moire.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <complex>
 #include <cstdlib>
@@ -20,13 +21,6 @@ constexpr double kThird = 0.397;
 // The wave across the corners of a mesh's openings, as a share of that along its threads.
 constexpr double kCorner = 2 / std::numbers::pi;
 
-// A wave of a grid, or one of its multiples.
-struct Harmonic {
-    Order order;
-    Wave wave;
-    double strength = 0;
-};
-
 // A round dot's wave (k, l) is at most 0.199 / (k² + l²) of full ink, at the tint where the dot's edge lies on the
 // first zero of the Bessel function J0; a line's wave k is at most 1 / (pi k).
 double strengthOf(GridKind kind, Order order)
@@ -38,49 +32,68 @@ double strengthOf(GridKind kind, Order order)
     return kind == GridKind::threads && x > 0 && y > 0 ? along * kCorner : along;
 }
 
-// Those that are strong enough to be in a pattern, strongest first.
-std::vector<Harmonic> harmonicsOf(const Grid &grid)
+// A wave of a grid, or one of its multiples.
+struct Multiple {
+    Order order;
+    double strength = 0, length = 0;  // length: in waves
+};
+
+std::vector<Multiple> multiplesOf(GridKind kind)
 {
-    // Lines run at the angle, their wave goes across.
-    const double degrees = grid.kind == GridKind::lines ? grid.angle + 90 : grid.angle;
-    const Wave across = std::polar(grid.frequency, degrees * std::numbers::pi / 180), down = across * Wave(0, 1);
-    const int furthest = grid.kind == GridKind::dots ? 5 : kHighestOrder;
-    const int furthestDown = grid.kind == GridKind::lines ? 0 : furthest;
-    std::vector<Harmonic> harmonics;
+    const int furthest = kind == GridKind::dots ? 5 : kHighestOrder;
+    const int furthestDown = kind == GridKind::lines ? 0 : furthest;
+    std::vector<Multiple> multiples;
     for (int x = -furthest; x <= furthest; ++x)
         for (int y = -furthestDown; y <= furthestDown; ++y) {
             if (x == 0 && y == 0)
                 continue;
-            const Order order{x, y};
-            const double strength = strengthOf(grid.kind, order);
+            const double strength = strengthOf(kind, {x, y});
             if (strength >= kLeastStrength)
-                harmonics.push_back({order, across * double(x) + down * double(y), strength});
+                multiples.push_back({{x, y}, strength, std::hypot(x, y)});
         }
-    std::stable_sort(harmonics.begin(), harmonics.end(),
-                     [](const Harmonic &one, const Harmonic &other) { return one.strength > other.strength; });
-    return harmonics;
+    std::stable_sort(multiples.begin(), multiples.end(),
+                     [](const Multiple &one, const Multiple &other) { return one.strength > other.strength; });
+    return multiples;
 }
 
-// Tries all sums of one harmonic of each grid.
+// Those that are strong enough to be in a pattern, strongest first.
+const std::vector<Multiple> &multiples(GridKind kind)
+{
+    static const std::array<std::vector<Multiple>, 3> all = {
+        multiplesOf(GridKind::dots), multiplesOf(GridKind::lines), multiplesOf(GridKind::threads)};
+    return all[static_cast<std::size_t>(kind)];
+}
+
+// Tries all sums of one multiple of each grid.
 class Search {
 public:
-    explicit Search(const std::vector<Grid> &grids) : grids_(grids), orders_(grids.size())
+    explicit Search(const std::vector<Grid> &grids) : grids_(grids)
     {
-        double logarithms = 0;
+        double product = 1;
         int screens = 0;
-        for (const Grid &grid : grids) {
-            harmonics_.push_back(harmonicsOf(grid));
+        for (std::size_t i = 0; i < grids.size(); ++i) {
+            const Grid &grid = grids[i];
+            // Lines run at the angle, their wave goes across.
+            const double degrees = grid.kind == GridKind::lines ? grid.angle + 90 : grid.angle;
+            waves_[i] = std::polar(grid.frequency, degrees * std::numbers::pi / 180);
+            multiples_[i] = &multiples(grid.kind);
             if (grid.kind != GridKind::threads) {
-                logarithms += std::log(grid.frequency);
+                product *= grid.frequency;
                 ++screens;
             }
         }
-        rosette_ = std::exp(logarithms / std::max(screens, 1)) / kRosettePeriod;
+        rosette_ = std::pow(product, 1.0 / std::max(screens, 1)) / kRosettePeriod;
     }
 
     std::optional<Pattern> most()
     {
         add(0, {}, 0, grids_.size() == 3 ? kThird : 1);
+        if (best_.showing == 0)
+            return {};
+        for (std::size_t i = 0; i < grids_.size(); ++i) {
+            best_.grids.push_back(i);
+            best_.orders.push_back(bestOrders_[i]);
+        }
         return best_;
     }
 
@@ -91,14 +104,17 @@ private:
             judge(std::abs(sum), inexact, strength);
             return;
         }
-        for (const Harmonic &harmonic : harmonics_[grid]) {
-            if (strength * harmonic.strength < kLeastStrength)
+        const Wave across = waves_[grid], down{-across.imag(), across.real()};
+        const double share = grids_[grid].exactness * grids_[grid].frequency;
+        for (const Multiple &multiple : *multiples_[grid]) {
+            if (strength * multiple.strength < kLeastStrength)
                 break;
-            orders_[grid] = harmonic.order;
-            // Each sum has an opposite: half of the first grid's waves will do.
-            if (grid > 0 || harmonic.order.x > 0 || (harmonic.order.x == 0 && harmonic.order.y > 0))
-                add(grid + 1, sum + harmonic.wave, inexact + std::abs(harmonic.wave) * grids_[grid].exactness,
-                    strength * harmonic.strength);
+            const Order order = multiple.order;
+            orders_[grid] = order;
+            // Each sum has an opposite: half of the first grid's will do.
+            if (grid > 0 || order.x > 0 || (order.x == 0 && order.y > 0))
+                add(grid + 1, sum + across * double(order.x) + down * double(order.y),
+                    inexact + multiple.length * share, strength * multiple.strength);
         }
     }
 
@@ -107,15 +123,20 @@ private:
         if (frequency <= inexact)
             return;
         const double showing = strength * rosette_ / frequency;
-        if (!best_ || showing > best_->showing * 1.000001)  // of equal ones the same, however they are rounded
-            best_ = Pattern{{}, orders_, frequency, strength, showing};
+        if (showing <= best_.showing * 1.000001)  // of equal ones the first, however they are rounded
+            return;
+        best_.frequency = frequency;
+        best_.strength = strength;
+        best_.showing = showing;
+        bestOrders_ = orders_;
     }
 
     const std::vector<Grid> &grids_;
-    std::vector<std::vector<Harmonic>> harmonics_;
-    std::vector<Order> orders_;
+    std::array<Wave, 3> waves_;
+    std::array<const std::vector<Multiple> *, 3> multiples_{};
+    std::array<Order, 3> orders_, bestOrders_;
     double rosette_ = 0;  // periods per inch
-    std::optional<Pattern> best_;
+    Pattern best_;
 };
 
 void addPattern(std::vector<Pattern> &patterns, const std::vector<NamedScreen> &screens,
@@ -136,10 +157,7 @@ void addPattern(std::vector<Pattern> &patterns, const std::vector<NamedScreen> &
 
 std::optional<Pattern> patternBetween(const std::vector<Grid> &grids)
 {
-    std::optional<Pattern> pattern = Search(grids).most();
-    for (std::size_t i = 0; pattern && i < grids.size(); ++i)
-        pattern->grids.push_back(i);
-    return pattern;
+    return Search(grids).most();
 }
 
 std::vector<Pattern> patternsOf(const std::vector<NamedScreen> &screens)
@@ -148,7 +166,7 @@ std::vector<Pattern> patternsOf(const std::vector<NamedScreen> &screens)
     for (std::size_t i = 0; i < screens.size(); ++i)
         for (std::size_t j = i + 1; j < screens.size(); ++j) {
             addPattern(patterns, screens, {i, j});
-            for (std::size_t k = j + 1; k < std::min(screens.size(), kMostInThrees); ++k)
+            for (std::size_t k = j + 1; screens.size() <= kMostInThrees && k < screens.size(); ++k)
                 addPattern(patterns, screens, {i, j, k});
         }
     std::stable_sort(patterns.begin(), patterns.end(),

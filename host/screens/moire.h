@@ -45,8 +45,8 @@ struct Pattern {
 // pattern.
 std::optional<Pattern> patternBetween(const std::vector<Grid> &grids);
 
-// The same for each two screens, and for each three of the first kMostInThrees, those that show most first.
-// `grids` are places in `screens`.
+// The same for each two screens, and for each three if there are no more than kMostInThrees; those that show most
+// first. `grids` are places in `screens`.
 inline constexpr std::size_t kMostInThrees = 8;
 std::vector<Pattern> patternsOf(const std::vector<NamedScreen> &screens);
 

@@ -53,32 +53,49 @@ NamedScreen changed(NamedScreen screen, const Change &change)
     return screen;
 }
 
-// What a screen makes with the others.
-struct Trouble {
-    int seen = 0;      // patterns
-    double worst = 0;  // the one of two screens that shows most
-};
-
-Trouble troubleOf(const std::vector<NamedScreen> &screens, std::size_t screen, bool shared)
+// Calls with each two and three that a screen makes with the dark others, twos first, until `goesOn` is false.
+template <typename GoesOn>
+void forPatterns(const std::vector<NamedScreen> &screens, std::size_t screen, const GoesOn &goesOn)
 {
-    Trouble trouble;
-    const auto judge = [&trouble](const std::vector<Grid> &grids) {
-        const std::optional<Pattern> pattern = patternBetween(grids);
-        trouble.seen += pattern && pattern->canBeSeen();
-        if (pattern && grids.size() == 2)
-            trouble.worst = std::max(trouble.worst, pattern->showing);
-    };
     const Grid &grid = screens[screen].grid;
-    for (std::size_t i = 0; i < screens.size(); ++i) {
-        if (i == screen || screens[i].light)
-            continue;
-        trouble.seen += shared && shareGrid(grid, screens[i].grid);
-        judge({grid, screens[i].grid});
-        for (std::size_t j = i + 1; j < screens.size() && screens.size() <= kMostInThrees; ++j)
-            if (j != screen && !screens[j].light)
-                judge({grid, screens[i].grid, screens[j].grid});
-    }
-    return trouble;
+    std::vector<Grid> others;
+    for (std::size_t i = 0; i < screens.size(); ++i)
+        if (i != screen && !screens[i].light)
+            others.push_back(screens[i].grid);
+    for (const Grid &other : others)
+        if (!goesOn({grid, other}))
+            return;
+    for (std::size_t i = 0; i < others.size() && screens.size() <= kMostInThrees; ++i)
+        for (std::size_t j = i + 1; j < others.size(); ++j)
+            if (!goesOn({grid, others[i], others[j]}))
+                return;
+}
+
+int patternsSeen(const std::vector<NamedScreen> &screens, std::size_t screen)
+{
+    int seen = 0;
+    forPatterns(screens, screen, [&seen](const std::vector<Grid> &grids) {
+        const std::optional<Pattern> pattern = patternBetween(grids);
+        seen += pattern && pattern->canBeSeen();
+        return true;
+    });
+    return seen;
+}
+
+// How much the worst pattern that a screen makes with one other shows; none where a pattern can be seen, or where
+// it lies on another.
+std::optional<double> worstUnseen(const std::vector<NamedScreen> &screens, std::size_t screen)
+{
+    std::optional<double> worst = 0;
+    forPatterns(screens, screen, [&worst](const std::vector<Grid> &grids) {
+        const std::optional<Pattern> pattern = patternBetween(grids);
+        if ((pattern && pattern->canBeSeen()) || (grids.size() == 2 && shareGrid(grids[0], grids[1])))
+            worst.reset();
+        else if (pattern && grids.size() == 2)
+            worst = std::max(*worst, pattern->showing);
+        return worst.has_value();
+    });
+    return worst;
 }
 
 struct Proposal {
@@ -111,10 +128,12 @@ std::optional<Proposal> bestFor(const std::vector<NamedScreen> &screens, std::si
         for (const Change &change : kinds[rank]) {
             std::vector<NamedScreen> tried = screens;
             tried[screen] = changed(screens[screen], change);
-            const Trouble trouble = troubleOf(tried, screen, true);
-            const Proposal proposal{change, static_cast<int>(rank), trouble.worst,
+            const std::optional<double> worst = worstUnseen(tried, screen);
+            if (!worst)
+                continue;
+            const Proposal proposal{change, static_cast<int>(rank), *worst,
                                     distanceOf(screens[screen].grid, change)};
-            if (trouble.seen == 0 && (!best || isBetter(proposal, *best)))
+            if (!best || isBetter(proposal, *best))
                 best = proposal;
         }
     return best;
@@ -131,7 +150,7 @@ Remedy remedyFor(const std::vector<NamedScreen> &screens)
         int most = 0;  // patterns that a change is rid of
         std::optional<Proposal> best;
         for (std::size_t i = 0; i < screens.size(); ++i) {
-            const int seen = tried[i].light ? 0 : troubleOf(tried, i, false).seen;
+            const int seen = tried[i].light ? 0 : patternsSeen(tried, i);
             remedy.complete = (i == 0 || remedy.complete) && seen == 0;
             if (seen == 0 || seen < most || done[i] || !tried[i].movable)
                 continue;
