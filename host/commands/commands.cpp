@@ -11,6 +11,7 @@
 #include "commands/make_command.h"
 #include "commands/play_command.h"
 #include "commands/proof_command.h"
+#include "commands/screens_command.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
 #include "plugin/plugin.h"
@@ -28,6 +29,7 @@ Commands::Commands(CLI::App &app)
     addStrip(app, chosen_);
     addPlay(app, chosen_, play_);
     addProof(app, chosen_);
+    addScreens(app, chosen_);
     chosen_.run = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };

@@ -18,7 +18,7 @@ void addMake(CLI::App &app, Chosen &chosen)
         ->type_name("FILE");
     command->add_option("--frequency", request->frequency, "Screen frequency, lines per inch")->type_name("LPI");
     command->add_option("--angle", request->angle, "Screen angle, degrees")->type_name("DEG");
-    command->add_option("--spot", request->spot, "Dot shape by name, or a spot function file")
+    command->add_option("--spot", request->spot, "Dot shape by name (riders shapes lists them), or a spot function file")
         ->type_name("NAME|FILE");
     command->add_option("--flatness", request->flatness, "Flatness of curves, device pixels")->type_name("N");
     CLI::Option *annotation =

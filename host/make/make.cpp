@@ -11,6 +11,7 @@
 #include "io/refusal.h"
 #include "make/answers.h"
 #include "plugin/plugin.h"
+#include "screens/shapes.h"
 #include "settings/saved_settings.h"
 #include "toolbox/host/failed_changes.h"
 #include "toolbox/host/folders.h"
@@ -88,6 +89,18 @@ struct Workplace {
     std::filesystem::path settings = folder.path() / "settings";
 };
 
+// The file to import where the menu does not have the dot shape. An installed one is copied to where dialogs find
+// it, wherever the program is.
+std::filesystem::path spotFile(const MakeRequest &request, const Workplace &place)
+{
+    const auto installed = request.spot ? screens::installedShape(*request.spot) : std::nullopt;
+    if (!installed)
+        return request.spot.value_or("");
+    std::filesystem::path copy = place.folder.path() / installed->file.filename();
+    std::filesystem::copy_file(installed->file, copy);
+    return copy;
+}
+
 void callPlugin(plugin::Plugin &plugin, toolbox::ScriptedUser &user, Answers &answers, Made &made)
 {
     try {
@@ -117,7 +130,7 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
 {
     toolbox::ScriptedUser user(machine);
     plugin::Plugin plugin(request.plugin);
-    Answers answers(user, request, place.made);
+    Answers answers(user, request, place.made, spotFile(request, place));
     answers.queue();
     const settings::SavedSettings saved(toolbox::folders::usersPreferences(), plugin.settingsFileName());
     if (request.saveSettings)

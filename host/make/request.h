@@ -14,7 +14,7 @@ struct MakeRequest {
     // printer.
     std::optional<std::string> frequency;  // lines per inch
     std::optional<std::string> angle;      // degrees
-    std::optional<std::string> spot;       // a dot shape of the menu, or a file
+    std::optional<std::string> spot;       // a dot shape of the menu or an installed one, or a file
     std::optional<std::string> flatness;
     std::optional<std::string> annotation;  // UTF-8
     std::optional<std::string> font;

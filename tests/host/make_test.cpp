@@ -163,6 +163,31 @@ TEST_F(Make, ASpotFunctionFileIsImported)
     EXPECT_EQ(make({"--spot", "other.spot"}).status, 1);
 }
 
+TEST_F(Make, AnInstalledDotShapeIsImportedByItsName)
+{
+    ASSERT_EQ(make({"--spot", "cosinedot", "--save-settings"}).status, 0);
+    EXPECT_TRUE(holds("180 mul cos exch 180 mul cos add 2 div"));
+    EXPECT_NE(contentsOf(folder / "config/riders/._Riders Preferences").find("CosineDot"), std::string::npos);
+    EXPECT_NE(make({"--spot", "octagonal"}).err.find("Euclidean, and those of `riders shapes`"), std::string::npos);
+}
+
+TEST_F(Make, AnInstalledDotShapeTakesNoNameFromTheMenu)
+{
+    ASSERT_EQ(make({"--spot", "round"}).status, 0);
+    EXPECT_TRUE(holds("% Round"));
+    ASSERT_EQ(make({"--spot", "euclidean"}).status, 0);
+    EXPECT_TRUE(holds("% Euclidean"));
+}
+
+TEST_F(Make, AnInstalledDotShapeComesBeforeAFileOfItsName)
+{
+    writeFile(folder / "Rhomboid", "%!KT1_Spot\rpop % by rows\r");
+    ASSERT_EQ(make({"--spot", "Rhomboid"}).status, 0);
+    EXPECT_FALSE(holds("by rows"));
+    ASSERT_EQ(make({"--spot", "./Rhomboid"}).status, 0);
+    EXPECT_TRUE(holds("by rows"));
+}
+
 TEST_F(Make, ASpotFileThatNoDialogWouldOfferIsRefusedInWords)
 {
     const std::string spot = "%!KT1_Spot\rpop % by rows\r";
