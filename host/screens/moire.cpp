@@ -67,7 +67,7 @@ const std::vector<Multiple> &multiples(GridKind kind)
 // Tries all sums of one multiple of each grid.
 class Search {
 public:
-    explicit Search(const std::vector<Grid> &grids) : grids_(grids)
+    explicit Search(const std::vector<Grid> &grids, bool coarsest) : grids_(grids), coarsest_(coarsest)
     {
         double product = 1;
         int screens = 0;
@@ -85,10 +85,10 @@ public:
         rosette_ = std::pow(product, 1.0 / std::max(screens, 1)) / kRosettePeriod;
     }
 
-    std::optional<Pattern> most()
+    std::optional<Pattern> best()
     {
         add(0, {}, 0, grids_.size() == 3 ? kThird : 1);
-        if (best_.showing == 0)
+        if (bestWorth_ == 0)
             return {};
         for (std::size_t i = 0; i < grids_.size(); ++i) {
             best_.grids.push_back(i);
@@ -122,21 +122,24 @@ private:
     {
         if (frequency <= inexact)
             return;
-        const double showing = strength * rosette_ / frequency;
-        if (showing <= best_.showing * 1.000001)  // of equal ones the first, however they are rounded
+        const double coarseness = rosette_ / frequency, worth = coarsest_ ? coarseness : strength * coarseness;
+        if (worth <= bestWorth_ * 1.000001)  // of equal ones the first, however they are rounded
             return;
+        bestWorth_ = worth;
         best_.frequency = frequency;
         best_.strength = strength;
-        best_.showing = showing;
+        best_.showing = strength * coarseness;
         bestOrders_ = orders_;
     }
 
     const std::vector<Grid> &grids_;
+    const bool coarsest_;
     std::array<Wave, 3> waves_;
     std::array<const std::vector<Multiple> *, 3> multiples_{};
     std::array<Order, 3> orders_, bestOrders_;
     double rosette_ = 0;  // periods per inch
     Pattern best_;
+    double bestWorth_ = 0;
 };
 
 void addPattern(std::vector<Pattern> &patterns, const std::vector<NamedScreen> &screens,
@@ -157,7 +160,12 @@ void addPattern(std::vector<Pattern> &patterns, const std::vector<NamedScreen> &
 
 std::optional<Pattern> patternBetween(const std::vector<Grid> &grids)
 {
-    return Search(grids).most();
+    return Search(grids, false).best();
+}
+
+std::optional<Pattern> coarsestBetween(const std::vector<Grid> &grids)
+{
+    return Search(grids, true).best();
 }
 
 std::vector<Pattern> patternsOf(const std::vector<NamedScreen> &screens)

@@ -44,6 +44,8 @@ struct Pattern {
 // that the grids' exactness does not tell them from none: then they shift the colour of the whole, and are no
 // pattern.
 std::optional<Pattern> patternBetween(const std::vector<Grid> &grids);
+// The one with the longest period instead, of those with a contrast of 1 % or more.
+std::optional<Pattern> coarsestBetween(const std::vector<Grid> &grids);
 
 // The same for each two screens, and for each three if there are no more than kMostInThrees; those that show most
 // first. `grids` are places in `screens`.

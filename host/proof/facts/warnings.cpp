@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "proof/facts/decimal.h"
+#include "io/decimal.h"
+
 
 namespace riders::proof {
+using io::decimal;
+
 namespace {
 
 constexpr double kFrequencyOff = 0.01;  // of the frequency asked for

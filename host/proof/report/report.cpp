@@ -2,14 +2,16 @@
 
 #include <string_view>
 
+#include "io/decimal.h"
 #include "io/output.h"
-#include "proof/facts/decimal.h"
 #include "proof/report/plate_row.h"
 #include "proof/report/template.h"
 
 namespace riders::proof {
 
 extern const std::string_view kPage, kStyle;  // page.html and page.css
+
+using io::decimal;
 
 namespace {
 
