@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
+#include <numbers>
 
 #include "screens/moire.h"
 
@@ -12,6 +14,8 @@ constexpr double kUsualStep = 7.5, kFineStep = 0.5;  // degrees
 constexpr double kOtherFrequency = 0.06;             // standards allow so much between two plates
 constexpr double kMostFaster = 0.25;                 // of a frequency, changed in steps of
 constexpr double kFrequencyStep = 0.01;
+constexpr double kNearAngle = 5;  // degrees
+constexpr double kDegree = std::numbers::pi / 180;
 
 // Of equal ones, the angle with the least pattern is taken, then the one nearest to what is there; patterns this
 // near count as equal.
@@ -20,6 +24,26 @@ constexpr double kAlike = 0.05;
 double turnOf(const Grid &grid)
 {
     return grid.kind == GridKind::lines ? 180 : 90;
+}
+
+// The screens near a screen with which the waves of three add up to nothing.
+std::vector<Change> sumsOfOthers(const std::vector<NamedScreen> &screens, std::size_t screen)
+{
+    const auto waveOf = [&screens](std::size_t i, int quarters) {
+        return std::polar(screens[i].grid.frequency, (screens[i].grid.angle + 90 * quarters) * kDegree);
+    };
+    std::vector<Change> changes;
+    for (std::size_t i = 0; i < screens.size(); ++i)
+        for (std::size_t j = i + 1; j < screens.size(); ++j)
+            for (int quarters = 0; quarters < 4 && i != screen && j != screen; ++quarters) {
+                const std::complex<double> sum = waveOf(i, 0) + waveOf(j, quarters);
+                const double frequency = std::abs(sum), angle = std::arg(sum) / kDegree;
+                const Grid &grid = screens[screen].grid;
+                if (std::abs(frequency / grid.frequency - 1) <= kOtherFrequency &&
+                    degreesApart(GridKind::dots, angle, grid.angle) <= kNearAngle)
+                    changes.push_back({screen, frequency, angle - 90 * std::floor(angle / 90)});
+            }
+    return changes;
 }
 
 // Kinds of proposals, from the one to be preferred.
@@ -43,7 +67,7 @@ std::vector<std::vector<Change>> proposalsFor(const std::vector<NamedScreen> &sc
     for (double share = kFrequencyStep; share < kMostFaster + kFrequencyStep / 2; share += kFrequencyStep)
         for (const double factor : {1 + share, 1 - share})
             faster.push_back({screen, std::round(grid.frequency * factor * 10) / 10, {}});
-    return {asOthers, turned, both, finely, faster};
+    return {asOthers, turned, both, sumsOfOthers(screens, screen), finely, faster};
 }
 
 NamedScreen changed(NamedScreen screen, const Change &change)
