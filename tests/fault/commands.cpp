@@ -53,9 +53,12 @@ const std::vector<TriedCommand> &triedCommands()
          {"work/film", "work/._film", "work/kept"}},
         {"play_removing", {"play", "remove.play"}, {kFilm}, {}, false, {"config/riders"}},
         {"proof", kProof, {kFilm}},
-        {"proof_replacing", {"proof", "small.ps", "--dpi", "100"}, {kFilm, kProof}},
+        {"proof_replacing", {"proof", "small.ps", "--dpi", "100", "--mesh", "110"}, {kFilm, kProof}},
+        {"mesh", {"mesh", "--frequency", "45"}, {}},
+        {"mesh_json", {"mesh", "--threads", "90/cm", "--json"}, {}},
         {"help", {"make", "--help"}, {}},
         {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
+        {"refused_mesh", {"mesh", "--frequency", "200/cm"}, {}},
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
         {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
     };
