@@ -92,6 +92,7 @@ std::string explainedInWords(const std::vector<ReachedScreen> &reached, int dpi)
 std::string explainedInJson(const std::vector<ReachedScreen> &reached, int dpi)
 {
     std::vector<std::string> values;
+    values.reserve(reached.size());
     for (const ReachedScreen &screen : reached)
         values.push_back(io::jsonObject({{"plate", io::jsonText(screen.plate == kRest ? "*" : screen.plate)},
                                          {"asked frequency", io::jsonNumber(screen.askedFrequency)},

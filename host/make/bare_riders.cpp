@@ -13,7 +13,7 @@ constexpr const char *kFlatness = "1";
 
 std::string piece(int id)
 {
-    const Handle text = GetResource('TEXT', static_cast<int16_t>(id));
+    Handle text = GetResource('TEXT', static_cast<int16_t>(id));
     if (text == nullptr || *text == nullptr)
         throw io::Refusal("there is not enough memory for the pieces of a riders file");
     return {*text, static_cast<std::size_t>(GetHandleSize(text))};
