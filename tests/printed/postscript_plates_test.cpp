@@ -24,7 +24,7 @@ RidersChoice roundDots(const char *frequency, const char *angle)
 std::string outputOf(const std::string &job, const std::string &device = "tiffsep1")
 {
     TemporaryFolder folder;
-    const auto result = runGhostscript(folder, job, "page%d.tif", "-sDEVICE=" + device + " -r300 -g90x90");
+    const auto result = runGhostscript(folder, job, "page%d.tif", "-sDEVICE=" + device + " -r600 -g90x90");
     EXPECT_EQ(result.exitCode, 0) << result.output << result.errors;
     std::string said;
     std::istringstream lines(result.output);
@@ -40,7 +40,7 @@ TEST(Plates, HaveTheirOwnBesideWhatAllHave)
                                           {{"Cyan", {}, 15}, {"Yellow", 64.5, 0}, {"Gold", 70, {}}});
     EXPECT_EQ(outputOf("%!PS\n" + riders + kTell),
               "60.0 15.0, 60.0 45.0, 64.5 0.0, 60.0 45.0, 70.0 45.0, 60.0 45.0, \n");
-    EXPECT_EQ(outputOf("%!PS\n" + riders + kTellFour), "45.0 60.0, 0.0 64.5, 45.0 60.0, 15.0 60.0, \n");
+    EXPECT_EQ(outputOf("%!PS\n" + riders + kTellFour), "60.0 45.0, 64.5 0.0, 60.0 45.0, 60.0 15.0, \n");
 }
 
 TEST(Plates, KeepWhatTheyHadWhereNothingWasChosen)
@@ -75,7 +75,7 @@ TEST(Plates, ReachInterpretersWithoutHalftoneDictionaries)
     std::erase(hidden, "currentcolorscreen");
     hidden.insert(hidden.end(), {"setuserparams", "currentuserparams"});
     EXPECT_EQ(outputOf(onInterpreterWithout(riders, hidden, "") + kTellFour),
-              "45.0 60.0, 0.0 60.0, 75.0 60.0, 15.0 60.0, \n");
+              "60.0 45.0, 60.0 0.0, 60.0 75.0, 60.0 15.0, \n");
 }
 
 TEST(Plates, WithOneScreenForAllHaveThatOfBlack)
@@ -96,7 +96,7 @@ TEST(Plates, WithADotShapeThatIsNoneKeepTheirs)
                        "currenthalftone dup (Cyan\\n\\)) cvn get /Frequency get =\n"
                        "/Default get /SpotFunction get length = count = countdictstack =\n"),
               "%%[ riders: the dot shape of plate Cyan?) is empty, fails, or gives what is no spot value; the job "
-              "keeps its own ]%%\n{pop}\n62.0\n8\n0\n3\n");
+              "keeps its own ]%%\n{--pop--}\n62.0\n9\n0\n3\n");
 }
 
 // A page that is one plate: painted in black, named by a comment.
@@ -106,7 +106,7 @@ protected:
     {
         const std::string tell =
             "/tell {systemdict /currenthalftone get exec /Zu3_Riders known\n"
-            "userdict /Zu3_Riders get begin systemdict begin riderPageIs {=} {(none) =} ifelse\n"
+            "systemdict begin userdict /Zu3_Riders get begin riderPageIs {=} {(none) =} ifelse\n"
             "riderToSet riderPlatesOfDevice end end /Default get 1 get = pop} def\n";
         const std::string riders = withPlates(composeRiders(roundDots("60", "45")),
                                               {{"Cyan", {}, 15}, {"Magenta", {}, 75}, {"PANTONE 300 C", {}, 30}});
@@ -142,7 +142,7 @@ TEST_F(PagePlate, IsNotThatOfAnEmbeddedDocument)
 TEST_F(PagePlate, LeavesAnEarlierReaderOfCommentsItsOwn)
 {
     const std::string riders = withPlates(composeRiders(roundDots("60", "45")), {{"Cyan", {}, 15}});
-    EXPECT_EQ(outputOf("%!PS-Adobe-3.0\n<< /ProcessDSCComment {(read ) print = pop} >> setuserparams\n" + riders +
+    EXPECT_EQ(outputOf("%!PS-Adobe-3.0\n<< /ProcessDSCComment {dup (%%Pl) anchorsearch {pop pop (read ) print =} {pop pop} ifelse pop} >> setuserparams\n" + riders +
                        riders + "%%PlateColor: Cyan\ncount =\n"),
               "read %%PlateColor: Cyan\n0\n");
 }
