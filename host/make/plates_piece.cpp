@@ -10,7 +10,7 @@
 namespace riders::make {
 
 // The piece's PostScript: what reads and tries a dot shape, from the plug-in's pieces; then what the entries use.
-extern const std::string_view kSpotReading, kSpotTrying, kPlatesBegin, kPlatesChange, kPagePlate;
+extern const std::string_view kSpotReading, kSpotTrying, kPlatesBegin, kPlatesChange, kSpotPlates, kPagePlate;
 
 namespace {
 
@@ -84,7 +84,7 @@ std::string withPlates(std::string riders, const std::vector<PlatePiece> &plates
     if (plates.empty())
         return riders;
     std::string piece(kPlatesBegin);
-    for (const std::string_view part : {kSpotReading, kSpotTrying, kPlatesChange, kPagePlate})
+    for (const std::string_view part : {kSpotReading, kSpotTrying, kPlatesChange, kSpotPlates, kPagePlate})
         piece += part;
     piece += std::to_string(plates.size()) + " riderAddPlates\n";
     for (const PlatePiece &plate : plates)
