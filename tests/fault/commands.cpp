@@ -53,7 +53,6 @@ const std::vector<TriedCommand> &triedCommands()
          {"work/pictures"}},
         {"play_removing", {"play", "remove.play"}, {kFilm}},
         {"proof", kProof, {kFilm}},
-        {"proof_replacing", {"proof", "small.ps", "--dpi", "100"}, {kFilm, kProof}},
         {"make_shape", {"make", "-o", "film", "--spot", "cosinedot"}, {}},
         {"shapes", {"shapes", "--json"}, {}},
         {"shapes_one", {"shapes", "./one.spot"}, {}},
