@@ -65,7 +65,7 @@ bool isSameAlongBothAxes(const std::vector<float> &values)
     return isLike(values, [&](int x, int y) { return valueAt(values, y, x); });
 }
 
-TEST(DotShapes, AllGiveValuesEverywhereInTheCell)
+void expectValuesEverywhere()
 {
     EXPECT_EQ(tried().size(), 21U);
     for (const auto &[name, shape] : tried()) {
@@ -76,7 +76,7 @@ TEST(DotShapes, AllGiveValuesEverywhereInTheCell)
     }
 }
 
-TEST(DotShapes, AreSymmetricWhereTheyShouldBe)
+void expectSymmetry()
 {
     const std::vector<std::string> oneSided = {"Double", "DoubleDot", "InvertedDouble", "InvertedDoubleDot"};
     const std::vector<std::string> alike = {"CosineDot",         "Cross", "DoubleDot", "InvertedDoubleDot",
@@ -89,7 +89,7 @@ TEST(DotShapes, AreSymmetricWhereTheyShouldBe)
     }
 }
 
-TEST(DotShapes, InvertedOnesExchangePaperAndInk)
+void expectInverses()
 {
     for (const std::string name : {"SimpleDot", "DoubleDot", "Double", "EllipseA", "EllipseC"}) {
         const std::vector<float> &inverted = tried().at("Inverted" + name).values;
@@ -99,7 +99,7 @@ TEST(DotShapes, InvertedOnesExchangePaperAndInk)
 }
 
 // Equal values are on lines by nature in some: Line and its kin, Square and Cross, and where sines are 0.
-TEST(DotShapes, NoBandsOfEqualValuesAreWiderThanALine)
+void expectNoBands()
 {
     const double cell = double(shapes::kSide) * shapes::kSide, line = shapes::kSide / cell;
     for (const auto &[name, shape] : tried()) {
@@ -122,7 +122,7 @@ std::string asFound(std::string about, const shapes::Joining &joining)
     return about;
 }
 
-TEST(DotShapes, WhatIsSaidOfThemIsSo)
+void expectWhatIsSaid()
 {
     for (const auto &[name, shape] : tried()) {
         const shapes::Joining joining = shapes::joiningOf(shapes::growthOf(shape.values));
@@ -141,6 +141,16 @@ TEST(DotShapes, WhatIsSaidOfThemIsSo)
     EXPECT_NEAR(joins("Round").first, 0.5, 0.01);
     EXPECT_LT(joins("Cross").all, 0.03);
     EXPECT_GT(joins("Square").first, 0.97);
+}
+
+// One test, since trying them takes longer than looking at their values.
+TEST(DotShapes, HaveTheValuesThatTheyShould)
+{
+    expectValuesEverywhere();
+    expectSymmetry();
+    expectInverses();
+    expectNoBands();
+    expectWhatIsSaid();
 }
 
 TEST(DotShapes, NamesOfTheMenuGiveTheValuesOfItsPieces)
