@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 
+#include "meter/spots.h"
 #include "screens/shapes.h"
 #include "shapes/growth.h"
 #include "shapes/try_shapes.h"
@@ -143,6 +144,24 @@ void expectWhatIsSaid()
     EXPECT_GT(joins("Square").first, 0.97);
 }
 
+// The formulas by which measurements and proofs know them.
+void expectFormulas()
+{
+    std::size_t compared = 0;
+    for (const auto *known : {&meter::namedSpots(), &meter::rarerSpots()})
+        for (const meter::NamedSpot &spot : *known)
+            for (const auto &[name, shape] : tried()) {
+                const std::vector<std::string> names = screens::namesOf(shape.shape);
+                if (std::count(names.begin(), names.end(), spot.name) == 0)
+                    continue;
+                ++compared;
+                EXPECT_TRUE(isLike(shape.values, [&](int x, int y) {
+                    return float(spot.value(2.0 * x / shapes::kSide - 1, 2.0 * y / shapes::kSide - 1));
+                })) << spot.name;
+            }
+    EXPECT_EQ(compared, meter::namedSpots().size() + meter::rarerSpots().size());
+}
+
 // One test, since trying them takes longer than looking at their values.
 TEST(DotShapes, HaveTheValuesThatTheyShould)
 {
@@ -150,6 +169,7 @@ TEST(DotShapes, HaveTheValuesThatTheyShould)
     expectSymmetry();
     expectInverses();
     expectNoBands();
+    expectFormulas();
     expectWhatIsSaid();
 }
 
