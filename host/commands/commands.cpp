@@ -13,6 +13,7 @@
 #include "commands/play_command.h"
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
+#include "commands/shapes_command.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
 #include "plugin/plugin.h"
@@ -32,6 +33,7 @@ Commands::Commands(CLI::App &app)
     addProof(app, chosen_);
     addMesh(app, chosen_);
     addScreens(app, chosen_);
+    addShapes(app, chosen_);
     chosen_.run = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };

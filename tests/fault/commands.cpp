@@ -22,6 +22,13 @@ const std::vector<TriedCommand> &triedCommands()
          {}},
         {"make_first_settings", kKept, {}},
         {"make_settings", {"make", "-o", "film", "--spot", "./two.spot", "--save-settings"}, {kKept}},
+        {"make_screens",
+         {"make", "-o", "film", "--screens", "duo.toml", "--plate", "Gold:60,./one.spot"},
+         {kOther}},
+        {"make_explained",
+         {"make", "-o", "film", "--screens", "flexo", "--explain", "--dpi", "100", "--json"},
+         {}},
+        {"screens", {"screens"}, {}},
         {"apply", {"apply", "film", "job.ps", "-o", "new.ps"}, {kFilm}},
         {"apply_in_place", kApplied, {kFilm}},
         {"apply_through_link", {"apply", "film", "link.ps", "-o", "link.ps"}, {kFilm}},
@@ -50,7 +57,11 @@ const std::vector<TriedCommand> &triedCommands()
         {"mesh", {"mesh", "--frequency", "45"}, {}},
         {"mesh_json", {"mesh", "--threads", "90/cm", "--json"}, {}},
         {"help", {"make", "--help"}, {}},
+<<<<<<< HEAD
         {"refused_mesh", {"mesh", "--frequency", "200/cm"}, {}},
+=======
+        {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
+>>>>>>> sets
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
         {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
     };

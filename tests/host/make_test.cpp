@@ -39,7 +39,8 @@ TEST_F(Make, WritesWhatWasNamedAndNothingElse)
 {
     CommandResult result = make({"--frequency", "85"});
     EXPECT_EQ(result.status, 0) << result.err;
-    EXPECT_EQ(result.err + result.out, "");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "made: 85 lpi\n");
     EXPECT_TRUE(holds("85"));
     std::string onlyFrequency = made();
     ASSERT_EQ(make({"--frequency", "85", "--angle", "45", "--flatness", "1", "--spot", "round", "--error-handler"})
