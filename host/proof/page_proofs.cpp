@@ -64,10 +64,10 @@ PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
     page.picture = std::string(kPicturesName) + "/" + nameOf(page) + ".png";
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
-        page.plates.push_back(
-            startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
-                         inkColour(plate, rendered.report->inks),
-                         askedFor(plate, run_.riders, rendered.screens, rendered.report->atStart)));
+        page.plates.push_back(startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
+                                           inkColour(plate, rendered.report->inks),
+                                           askedFor(plates::inkBytesFrom(plate, run_.survey.inksKnown()),
+                                                    run_.riders, rendered.screens, rendered.report->atStart)));
     }
     return page;
 }

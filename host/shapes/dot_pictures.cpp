@@ -11,7 +11,7 @@ namespace riders::shapes {
 namespace {
 
 // A pixel's grey is what so many samples in it have, in each direction.
-constexpr int kParts = 4;
+constexpr int kParts = 3;
 
 bool isInked(const Growth &growth, double x, double y, double tint)
 {

@@ -35,7 +35,7 @@ std::string figuresOf(const Growth &growth)
     for (const int tint : kShownTints)
         figures +=
             part("figure", {{"tint", std::to_string(tint)},
-                            {"picture", asAddress(dotPicture(growth, {3, 3, 72, tint / 100.0, tint / 100.0}))}});
+                            {"picture", asAddress(dotPicture(growth, {3, 3, 60, tint / 100.0, tint / 100.0}))}});
     return figures;
 }
 
