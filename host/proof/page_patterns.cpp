@@ -10,7 +10,7 @@
 namespace riders::proof {
 namespace {
 
-constexpr size_t kMostPictures = 4;
+constexpr size_t kMostPatterns = 12, kMostPictures = 4;
 constexpr double kMillimetres = 25.4;
 constexpr double kLeastShared = 0.02;           // square inches, an eighth of a square centimetre
 constexpr double kPeriods = 3, kFewCells = 40;  // along a picture's side, at least
@@ -61,10 +61,9 @@ void takePatternNames(std::set<std::string> &taken)
 void addPatterns(PageFacts &page, const std::vector<plates::BitPlate> &bits, double dpi,
                  const std::filesystem::path &folder)
 {
-    page.patterns = patternsBetween(page.plates);
-    std::erase_if(page.patterns, [&](const PlatePattern &pattern) {
-        return sharedArea(platesOf(pattern, bits), dpi) < kLeastShared;
-    });
+    for (PlatePattern &pattern : patternsBetween(page.plates))
+        if (page.patterns.size() < kMostPatterns && sharedArea(platesOf(pattern, bits), dpi) >= kLeastShared)
+            page.patterns.push_back(std::move(pattern));
     size_t pictures = 0;
     for (PlatePattern &pattern : page.patterns)
         if (!pattern.shared && pattern.light.empty() && pictures < kMostPictures) {
