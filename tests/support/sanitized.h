@@ -1,5 +1,5 @@
-// Whether this is the build with the sanitizers, in which what a test tries takes several times as long: it may try
-// less there where the plain build tries all, which finds the same wrong results.
+// Whether this is the build with the sanitizers, in which what a test tries takes several times as long: it may
+// try less there where the plain build tries all, which finds the same wrong results.
 #pragma once
 
 #include <cstdlib>
