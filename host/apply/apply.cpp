@@ -1,11 +1,10 @@
 #include "apply/apply.h"
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 
 #include "apply/job_structure.h"
 #include "apply/markers.h"
+#include "apply/riders_file.h"
 #include "io/bytes.h"
 #include "io/output.h"
 #include "io/refusal.h"
@@ -13,43 +12,6 @@
 namespace riders::apply {
 
 namespace {
-
-constexpr std::string_view kMagic = "%!Zu3_Riders";
-constexpr size_t kMagicWithin = 15;
-constexpr size_t kLongestFragment = size_t(1) << 20;
-constexpr std::string_view kLastLine = "%Zu3_RidersEnd";
-// What the last line but one is in files that were made before there was such a line; the last is kEarlierLast.
-constexpr std::string_view kEarlierEnds[] = {"/setglobal riderHas {riderGlobal setglobal} if",
-                                             "systemdict /setglobal known {riderGlobal setglobal} if",
-                                             "  {riderSetScreen} if"};
-constexpr std::string_view kEarlierLast = "end end";
-
-bool isRidersFile(std::string_view bytes)
-{
-    return bytes.size() >= kMagicWithin && bytes.substr(0, kMagicWithin).find(kMagic) != std::string_view::npos;
-}
-
-// Takes that line off the end. Programs that keep texts may have changed the line ends or left blanks.
-bool takeLastLine(std::string_view &bytes, std::string_view line)
-{
-    std::string_view rest = bytes.substr(0, bytes.find_last_not_of(" \t\r\n") + 1);
-    if (!rest.ends_with(line))
-        return false;
-    rest.remove_suffix(line.size());
-    if (!rest.ends_with('\n') && !rest.ends_with('\r'))
-        return false;
-    bytes = rest;
-    return true;
-}
-
-bool isWhole(std::string_view riders)
-{
-    if (takeLastLine(riders, kLastLine))
-        return true;
-    return takeLastLine(riders, kEarlierLast) &&
-           std::any_of(std::begin(kEarlierEnds), std::end(kEarlierEnds),
-                       [&](std::string_view end) { return takeLastLine(riders, end); });
-}
 
 // The first bytes of an input. The unused part of the buffer is never touched
 // and takes no memory.
@@ -74,14 +36,14 @@ private:
 Head readRiders(const std::filesystem::path &path)
 {
     const io::OpenFile in = io::openInput(path);
-    Head riders(in, kLongestFragment + 1);
+    Head riders(in, kLongestRiders + 1);
     if (!isRidersFile(riders.bytes()))
-        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kMagic) +
+        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kRidersMagic) +
                           ")");
-    if (riders.bytes().size() > kLongestFragment)
+    if (riders.bytes().size() > kLongestRiders)
         throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
-    if (!isWhole(riders.bytes()))
-        throw io::Refusal(in.name() + ": is cut off (it does not end in " + std::string(kLastLine) +
+    if (!isWholeRiders(riders.bytes()))
+        throw io::Refusal(in.name() + ": is cut off (it does not end in " + std::string(kRidersLastLine) +
                           "); make it again");
     return riders;
 }
@@ -122,7 +84,7 @@ Cut cutOf(const JobHead &job, std::string_view bytes)
     std::string_view rest = bytes.substr(*opening);
     size_t before = rest.substr(0, kLongestOpening).find('\n') + 1;
     const auto marker = parseOpening(rest.substr(0, before));
-    if (!marker || marker->length > kLongestFragment)
+    if (!marker || marker->length > kLongestRiders)
         throw damaged();
     if (marker->landscape) {
         if (!rest.substr(before).starts_with(kLandscapeLine))
@@ -171,7 +133,7 @@ void applyRiders(const ApplyRequest &request)
 void stripRiders(const StripRequest &request)
 {
     const io::OpenFile job = io::openInput(request.job);
-    const Head head(job, kJobHeadSize + kLongestFragment + 2 * kLongestOpening + kLandscapeLine.size());
+    const Head head(job, kJobHeadSize + kLongestRiders + 2 * kLongestOpening + kLandscapeLine.size());
     const Cut cut = cutOf(head.asJob(job.name()), head.bytes());
 
     io::Output out(request.out);

@@ -112,8 +112,9 @@ Point placeOf(WindowPtr window)
 
 }  // namespace
 
-Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made)
-    : user_(user), request_(request), made_(std::move(made))
+Answers::Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made,
+                 std::filesystem::path spot)
+    : user_(user), request_(request), made_(std::move(made)), spot_(std::move(spot))
 {
     user_.onSurprise([this](int dialogID) { return surprised(dialogID); });
 }
@@ -185,9 +186,10 @@ void Answers::chooseSpot()
         if (int item = itemWithName(items, *request_.spot))
             return item;
         std::error_code ignored;
-        if (!std::filesystem::exists(*request_.spot, ignored))
-            return notOffered("there is no dot shape and no file \"" + *request_.spot + "\"", items);
-        if (std::string why = whyNotOffered(asListed(*request_.spot)); !why.empty())
+        if (!std::filesystem::exists(spot_, ignored))
+            return notOffered("there is no dot shape and no file \"" + *request_.spot + "\"", items,
+                              ", and those of `riders shapes`");
+        if (std::string why = whyNotOffered(asListed(spot_)); !why.empty())
             return giveUp("the spot function cannot be imported: " + why);
         user_.insertNext([this] { importSpot(); });
         return last(items);
@@ -196,7 +198,7 @@ void Answers::chooseSpot()
 
 void Answers::importSpot()
 {
-    const std::filesystem::path spot = asListed(*request_.spot);
+    const std::filesystem::path spot = asListed(spot_);
     toolbox::setStandardFileFolder(spot.parent_path());
     user_.in(importQuestion);
     user_.press(okButton);
@@ -245,13 +247,13 @@ void Answers::paste(const std::string &text)
     });
 }
 
-int Answers::notOffered(const std::string &words, const std::vector<std::string> &items)
+int Answers::notOffered(const std::string &words, const std::vector<std::string> &items, const std::string &more)
 {
     std::string offered;
     for (const std::string &item : items)
         if (isValue(item))
             offered += (offered.empty() ? "" : ", ") + item;
-    return giveUp(words + "; there are " + offered);
+    return giveUp(words + "; there are " + offered + more);
 }
 
 // Releases the menu without a choice, and closes what is open.
@@ -273,7 +275,7 @@ bool Answers::surprised(int dialogID)
         return true;
     }
     if (refusal_.empty() || !isClosedByEscape(dialogID))
-        refuse(toolbox::frontDialogText() + (importing_ ? hintOnFirstLine(*request_.spot) : ""));
+        refuse(toolbox::frontDialogText() + (importing_ ? hintOnFirstLine(spot_) : ""));
     user_.key(isClosedByEscape(dialogID) ? "escape" : "return");
     return true;
 }

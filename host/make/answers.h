@@ -12,9 +12,11 @@ namespace riders::make {
 
 class Answers {
 public:
-    // Both must outlive it. `made` is where the file is to be saved: a folder in which dialogs can save, and a name
-    // that can be typed.
-    Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made);
+    // Both must outlive it. `made` is where the file is to be saved: a folder in which dialogs can save, and a
+    // name that can be typed. `spot` is the file that is imported where the menu has no dot shape of the name
+    // asked for.
+    Answers(toolbox::ScriptedUser &user, const MakeRequest &request, std::filesystem::path made,
+            std::filesystem::path spot);
 
     void queue();
     // The plug-in's words when it refused; empty when it did not.
@@ -31,7 +33,7 @@ private:
     void chooseAnnotation();
     void fillAnnotation();
     void paste(const std::string &text);
-    int notOffered(const std::string &words, const std::vector<std::string> &items);
+    int notOffered(const std::string &words, const std::vector<std::string> &items, const std::string &more = {});
     int giveUp(const std::string &words);
     bool surprised(int dialogID);
     void passWarning();
@@ -39,7 +41,7 @@ private:
 
     toolbox::ScriptedUser &user_;
     const MakeRequest &request_;
-    std::filesystem::path made_;
+    std::filesystem::path made_, spot_;
     Point place_{};  // where the settings dialog was
     std::string refusal_, warning_;
     bool importing_ = false;

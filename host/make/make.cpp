@@ -6,11 +6,14 @@
 #include <optional>
 #include <system_error>
 
+#include "io/bytes.h"
 #include "io/output.h"
 #include "io/private_folder.h"
 #include "io/refusal.h"
 #include "make/answers.h"
+#include "make/bare_riders.h"
 #include "plugin/plugin.h"
+#include "screens/shapes.h"
 #include "settings/saved_settings.h"
 #include "toolbox/host/failed_changes.h"
 #include "toolbox/host/folders.h"
@@ -62,6 +65,14 @@ std::string checkNumbers(const MakeRequest &request)
     return {};
 }
 
+// Single plates' screens are not among the settings.
+std::string checkSettings(const MakeRequest &request)
+{
+    if (request.saveSettings && !request.plates.empty() && !choosesForAll(request))
+        return "--save-settings has nothing to keep: the screens of single plates are not among the settings";
+    return {};
+}
+
 // The first character that has no place in the plug-in's text, by name.
 std::string checkAnnotation(const std::string &annotation)
 {
@@ -88,6 +99,18 @@ struct Workplace {
     std::filesystem::path settings = folder.path() / "settings";
 };
 
+// The file to import where the menu does not have the dot shape. An installed one is copied to where dialogs find
+// it, wherever the program is.
+std::filesystem::path spotFile(const MakeRequest &request, const Workplace &place)
+{
+    const auto installed = request.spot ? screens::installedShape(*request.spot) : std::nullopt;
+    if (!installed)
+        return request.spot.value_or("");
+    std::filesystem::path copy = place.folder.path() / installed->file.filename();
+    std::filesystem::copy_file(installed->file, copy);
+    return copy;
+}
+
 void callPlugin(plugin::Plugin &plugin, toolbox::ScriptedUser &user, Answers &answers, Made &made)
 {
     try {
@@ -113,21 +136,17 @@ void putInPlace(const std::filesystem::path &made, const std::filesystem::path &
     io::copyFile(made, output);
 }
 
-void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, const Workplace &place, Made &made)
+// No dialog has the screens of single plates: they are written into the file that the plug-in has made.
+void addPlates(const std::filesystem::path &made, const MakeRequest &request)
 {
-    toolbox::ScriptedUser user(machine);
-    plugin::Plugin plugin(request.plugin);
-    Answers answers(user, request, place.made);
-    answers.queue();
-    const settings::SavedSettings saved(toolbox::folders::usersPreferences(), plugin.settingsFileName());
-    if (request.saveSettings)
-        saved.copyTo(place.settings);
-    callPlugin(plugin, user, answers, made);
-    if (!made.problem.empty())
-        return;
-    putInPlace(place.made, request.output);
-    if (!request.saveSettings)
-        return;
+    std::string riders = io::contentsOf(made);
+    if (!choosesForAll(request))
+        riders = withoutStandIn(std::move(riders));
+    io::writeFile(made, withPlates(std::move(riders), request.plates));
+}
+
+void keepSettings(const settings::SavedSettings &saved, const Workplace &place, Made &made)
+{
     try {
         if (OSErr failed = toolbox::firstFailedChange())
             throw io::Refusal("the copy of them in " + place.settings.string() + " could not be written (" +
@@ -138,12 +157,32 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
     }
 }
 
+void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, const Workplace &place, Made &made)
+{
+    toolbox::ScriptedUser user(machine);
+    plugin::Plugin plugin(request.plugin);
+    const MakeRequest asked = request.plates.empty() || choosesForAll(request) ? request : withStandIn(request);
+    Answers answers(user, asked, place.made, spotFile(request, place));
+    answers.queue();
+    const settings::SavedSettings saved(toolbox::folders::usersPreferences(), plugin.settingsFileName());
+    if (request.saveSettings)
+        saved.copyTo(place.settings);
+    callPlugin(plugin, user, answers, made);
+    if (!made.problem.empty())
+        return;
+    if (!request.plates.empty())
+        addPlates(place.made, request);
+    putInPlace(place.made, request.output);
+    if (request.saveSettings)
+        keepSettings(saved, place, made);
+}
+
 }  // namespace
 
 Made make(const MakeRequest &request)
 {
-    for (const std::string &problem :
-         {checkOutput(request.output), checkNumbers(request), checkAnnotation(request.annotation.value_or(""))})
+    for (const std::string &problem : {checkOutput(request.output), checkNumbers(request),
+                                       checkAnnotation(request.annotation.value_or("")), checkSettings(request)})
         if (!problem.empty())
             return {problem, {}};
     const Workplace place;

@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "make/plates_piece.h"
 
 namespace riders::make {
 
@@ -14,7 +17,8 @@ struct MakeRequest {
     // printer.
     std::optional<std::string> frequency;  // lines per inch
     std::optional<std::string> angle;      // degrees
-    std::optional<std::string> spot;       // a dot shape of the menu, or a file
+    std::optional<std::string> spot;       // a dot shape of the menu or an installed one, or a file
+    std::vector<PlatePiece> plates;        // of single plates; no dialog has these
     std::optional<std::string> flatness;
     std::optional<std::string> annotation;  // UTF-8
     std::optional<std::string> font;

@@ -15,6 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     for (const auto &number : {asked.frequency, asked.angle})
         if (number && !std::isfinite(*number))
             abort();
+    for (const auto &[name, plate] : asked.plates)
+        if (name.empty() || name.size() > size / 2)
+            abort();
     const std::string_view line(reinterpret_cast<const char *>(data), size);
     const auto marker = riders::apply::parseOpening(line);
     if (marker && riders::apply::openingLine(*marker) != line)

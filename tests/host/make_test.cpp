@@ -39,7 +39,8 @@ TEST_F(Make, WritesWhatWasNamedAndNothingElse)
 {
     CommandResult result = make({"--frequency", "85"});
     EXPECT_EQ(result.status, 0) << result.err;
-    EXPECT_EQ(result.err + result.out, "");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "made: 85 lpi\n");
     EXPECT_TRUE(holds("85"));
     std::string onlyFrequency = made();
     ASSERT_EQ(make({"--frequency", "85", "--angle", "45", "--flatness", "1", "--spot", "round", "--error-handler"})
@@ -161,6 +162,31 @@ TEST_F(Make, ASpotFunctionFileIsImported)
     EXPECT_TRUE(holds("pop % by rows"));
     writeFile(folder / "other.spot", "pop\r");
     EXPECT_EQ(make({"--spot", "other.spot"}).status, 1);
+}
+
+TEST_F(Make, AnInstalledDotShapeIsImportedByItsName)
+{
+    ASSERT_EQ(make({"--spot", "cosinedot", "--save-settings"}).status, 0);
+    EXPECT_TRUE(holds("180 mul cos exch 180 mul cos add 2 div"));
+    EXPECT_NE(contentsOf(folder / "config/riders/._Riders Preferences").find("CosineDot"), std::string::npos);
+    EXPECT_NE(make({"--spot", "octagonal"}).err.find("Euclidean, and those of `riders shapes`"), std::string::npos);
+}
+
+TEST_F(Make, AnInstalledDotShapeTakesNoNameFromTheMenu)
+{
+    ASSERT_EQ(make({"--spot", "round"}).status, 0);
+    EXPECT_TRUE(holds("% Round"));
+    ASSERT_EQ(make({"--spot", "euclidean"}).status, 0);
+    EXPECT_TRUE(holds("% Euclidean"));
+}
+
+TEST_F(Make, AnInstalledDotShapeComesBeforeAFileOfItsName)
+{
+    writeFile(folder / "Rhomboid", "%!KT1_Spot\rpop % by rows\r");
+    ASSERT_EQ(make({"--spot", "Rhomboid"}).status, 0);
+    EXPECT_FALSE(holds("by rows"));
+    ASSERT_EQ(make({"--spot", "./Rhomboid"}).status, 0);
+    EXPECT_TRUE(holds("by rows"));
 }
 
 TEST_F(Make, ASpotFileThatNoDialogWouldOfferIsRefusedInWords)

@@ -1,8 +1,10 @@
 // The words and numbers of a proof's page.
+#include "make/plates_piece.h"
 #include "proof/facts/warnings.h"
 #include "proof/proof_folder.h"
 #include "proof/report/report.h"
 #include "proof/report/template.h"
+#include "support/riders_pieces.h"
 #include "support/toolbox_test.h"
 
 namespace {
@@ -162,6 +164,34 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
     EXPECT_EQ(proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
     EXPECT_FALSE(proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
     EXPECT_FALSE(proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
+}
+
+// Riders files with screens for single plates: those of the plate, or of the plate that the page is.
+TEST(ProofReport, AsksForThePlatesOwnScreen)
+{
+    TemporaryFolder folder;
+    const std::string all =
+        pieceBytes(16499) + pieceBytes(16500) + "\n/riderFrequency 60 def\n" + pieceBytes(16600);
+    const std::string fake = "\n<4379616E> 0 17 riderOnPlate\n/riderAngle 5 def\n/riderFont \n";
+    writeFile(folder / "riders",
+              riders::make::withPlates(all, {{"Cyan", {}, 15, fake}, {"Gold", 70.5, 30}, {"Cyan", {}, 22.5}}));
+    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
+    EXPECT_EQ(riders.frequency, 60);
+    EXPECT_FALSE(riders.angle);
+    EXPECT_FALSE(riders.annotated);
+    const riders::plates::AskedScreens page = {{"Cyan", {60, 22.5}}, {"Default", {60, 45}}};
+    const auto expect = [&](const std::string &plate, const riders::plates::AskedScreens &on, double frequency,
+                            double angle) {
+        const proof::AskedFor asked = proof::askedFor(plate, riders, on, {});
+        EXPECT_EQ(asked.frequency, frequency) << plate;
+        EXPECT_EQ(asked.angle, angle) << plate;
+        EXPECT_EQ(asked.by, "the riders file");
+    };
+    expect("Cyan", page, 60, 22.5);
+    expect("Gold", page, 70.5, 30);
+    expect("Silver", page, 60, 45);
+    expect("Black", {{"Default", {60, 45, {}, "Gold"}}}, 70.5, 30);
+    expect("Black", {{"Cyan", {60, 22.5}}, {"Default", {60, 45, {}, "Cyan"}}}, 60, 22.5);
 }
 
 // A dot shape and an annotation may look like the lines that say what is asked for.

@@ -71,6 +71,7 @@ std::string linesWith(const std::string &word)
     std::string text;
     text += "userdict /RidersScreen" + opening + "Screen ) put ";
     text += "userdict /RidersShape" + opening + "Shape) put ";
+    text += "userdict /RidersPlate" + opening + "Plate ) put ";
     text += "userdict /RidersPage" + opening + "Page) put";
     return text;
 }

@@ -14,6 +14,7 @@ constexpr size_t kMostPlates = 200;  // the interpreter has fewer
 constexpr std::string_view kPage = "Page";
 constexpr std::string_view kScreen = "Screen ";
 constexpr std::string_view kShape = "Shape ";
+constexpr std::string_view kPlate = "Plate ";
 constexpr std::string_view kTooManyInks = "**** Max spot colorants reached.";
 constexpr std::string_view kInkLine = "%%SeparationName: ";
 
@@ -50,6 +51,8 @@ bool InterpreterWords::takeProof(std::string_view line)
         takeScreen(std::string(line.substr(kScreen.size())));
     else if (line.starts_with(kShape))
         takeShape(std::string(line.substr(kShape.size())));
+    else if (line.starts_with(kPlate))
+        takePlate(std::string(line.substr(kPlate.size())));
     return false;
 }
 
@@ -86,8 +89,9 @@ void InterpreterWords::takeScreen(const std::string &text)
     if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate) ||
         !hasRoom(screens_, plate))
         return;
-    screen.shape = screens_[plate].shape;
-    screens_[plate] = screen;
+    AskedScreen &taken = screens_[plate];
+    taken.frequency = screen.frequency;
+    taken.angle = screen.angle;
 }
 
 void InterpreterWords::takeShape(const std::string &text)
@@ -101,6 +105,12 @@ void InterpreterWords::takeShape(const std::string &text)
     if (words.get() != ' ' || !std::getline(words, plate) || !hasRoom(screens_, plate))
         return;
     screens_[plate].shape = shapeOf(values);
+}
+
+void InterpreterWords::takePlate(const std::string &plate)
+{
+    if (hasRoom(screens_, "Default"))
+        screens_["Default"].pagePlate = plate;
 }
 
 // "NAME CMYK = [ 32760 26208 0 0 ]"

@@ -12,6 +12,8 @@ namespace riders::plates {
 struct AskedScreen {
     double frequency = 0, angle = 0;  // frequency 0: neither is known
     std::string shape = {};  // the name of the spot function with the same dots, see meter/spots.h; empty for none
+    // Of "Default" only: the plate that the page is as a whole, where a riders file knows it.
+    std::string pagePlate = {};
 };
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
@@ -46,6 +48,7 @@ private:
     bool endPage();
     void takeScreen(const std::string &text);
     void takeShape(const std::string &text);
+    void takePlate(const std::string &plate);
     bool takeInk(const std::string &text);
 
     const std::string opening_;

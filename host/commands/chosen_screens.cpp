@@ -1,0 +1,108 @@
+#include "commands/chosen_screens.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "commands/known_sets.h"
+#include "io/refusal.h"
+#include "screens/number_text.h"
+#include "screens/plate_spelling.h"
+#include "screens/screen_limits.h"
+#include "screens/screen_set.h"
+#include "screens/set_file.h"
+#include "screens/shapes.h"
+
+namespace riders::commands {
+namespace {
+
+using screens::PlateScreen;
+
+double scaleFrom(const std::string &frequency)
+{
+    const std::optional<double> value = screens::numberFromText(frequency);
+    if (const std::string expected = screens::wrongFrequency(value.value_or(-1)); !expected.empty())
+        throw io::Refusal("expected " + expected + " with --frequency, not \"" + frequency + "\"");
+    return *value;
+}
+
+// The options for all plates are used up here.
+std::vector<PlateScreen> screensOfSet(const std::string &name, make::MakeRequest &request)
+{
+    if (request.angle)
+        throw io::Refusal("--angle would give all plates of the set one angle; name the plate, as in --plate "
+                          "Cyan:@" +
+                          *request.angle);
+    const screens::ScreenSet set = screens::setFromFile(screens::setFileNamed(name, setFolders()));
+    std::vector<PlateScreen> plates =
+        screensOf(set, request.frequency ? std::optional(scaleFrom(*request.frequency)) : std::nullopt);
+    for (PlateScreen &plate : plates)
+        plate.shape = request.spot.value_or(plate.shape);
+    request.frequency = request.spot = std::nullopt;
+    return plates;
+}
+
+// In the form that the dialogs take: 0 to 360.
+std::string dialogAngle(double angle)
+{
+    const double turned = std::fmod(angle, screens::kMostAngle);
+    return screens::numberText(turned < 0 ? turned + screens::kMostAngle : turned);
+}
+
+void askDialogs(make::MakeRequest &request, const PlateScreen &rest)
+{
+    if (rest.frequency)
+        request.frequency = screens::numberText(*rest.frequency);
+    if (rest.angle)
+        request.angle = dialogAngle(*rest.angle);
+    if (!rest.shape.empty())
+        request.spot = rest.shape;
+}
+
+make::PlatePiece pieceOf(const PlateScreen &plate)
+{
+    make::PlatePiece piece{plate.plate, plate.frequency, plate.angle};
+    if (plate.shape.empty())
+        return piece;
+    const std::optional<screens::Shape> shape = screens::shapeNamed(plate.shape);
+    if (!shape)
+        throw io::Refusal("there is no dot shape and no file \"" + plate.shape + "\" for " + plate.plate +
+                          "; riders shapes lists the shapes");
+    piece.spotBody = shape->body;
+    return piece;
+}
+
+// What was asked of the dialogs, as far as it is understood: they refuse the rest.
+PlateScreen askedOfDialogs(const make::MakeRequest &request)
+{
+    PlateScreen rest{screens::kRestOfPlates, {}, {}, request.spot.value_or("")};
+    if (request.frequency)
+        rest.frequency = screens::numberFromText(*request.frequency);
+    if (request.angle)
+        rest.angle = screens::numberFromText(*request.angle);
+    return rest;
+}
+
+}  // namespace
+
+std::vector<PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request)
+{
+    std::vector<PlateScreen> plates;
+    if (!words.set.empty())
+        plates = screensOfSet(words.set, request);
+    for (const std::string &plate : words.plates)
+        setPlate(plates, screens::plateFromText(plate));
+    const auto rest = std::find_if(plates.begin(), plates.end(),
+                                   [](const PlateScreen &plate) { return plate.plate == screens::kRestOfPlates; });
+    if (rest != plates.end()) {
+        askDialogs(request, *rest);
+        plates.erase(rest);
+    }
+    for (const PlateScreen &plate : plates)
+        request.plates.push_back(pieceOf(plate));
+    const PlateScreen others = askedOfDialogs(request);
+    if (others.frequency || others.angle || !others.shape.empty())
+        plates.push_back(others);
+    return plates;
+}
+
+}  // namespace riders::commands

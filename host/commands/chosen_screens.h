@@ -1,0 +1,25 @@
+// The screens that the command line of `riders make` asks for, put together from a set, single plates, and what is
+// chosen for all plates.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "make/request.h"
+#include "screens/plate_screen.h"
+
+namespace riders::commands {
+
+struct ScreenWords {
+    std::string set;                  // a name or a file; empty for none
+    std::vector<std::string> plates;  // as plateFromText reads them
+};
+
+// Completes the request: what holds for all plates is what the dialogs are asked for, the rest are the plates'
+// pieces. Where a part is given twice, a plate's own counts before the set's; with a set, the request's frequency
+// scales it, its dot shape takes the place of the set's, and it may have no angle. Returns all plates' screens,
+// those of the rest last, as they are told to the user. Throws io::Refusal.
+std::vector<screens::PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request);
+
+}  // namespace riders::commands

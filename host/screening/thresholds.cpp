@@ -1,0 +1,191 @@
+#include "screening/thresholds.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace riders::screening {
+namespace {
+
+constexpr int kBins = 1 << 16;
+
+std::int64_t remainder(std::int64_t number, std::int64_t range)
+{
+    const std::int64_t rest = number % range;
+    return rest < 0 ? rest + range : rest;
+}
+
+std::int64_t floorDivided(std::int64_t number, std::int64_t by)
+{
+    return (number - remainder(number, by)) / by;
+}
+
+// How many of so many pixels a tone inks.
+std::int64_t inked(std::int64_t pixels, int tone)
+{
+    return (2 * pixels * tone + 255) / 510;
+}
+
+// The spot values of the tile's pixels, row after row: the least is inked first.
+std::vector<float> spotValues(const Tile &tile, const SpotFunction &spot)
+{
+    // Twice as fine, since the middle of a pixel counts.
+    const std::int64_t range = 2 * tile.pixels;
+    const double side = double(tile.pixels);
+    std::vector<float> values(static_cast<std::size_t>(tile.pixels));
+    auto value = values.begin();
+    for (std::int64_t y = 0; y < tile.height; ++y) {
+        std::int64_t u = remainder(tile.rightU + (2 * y + 1) * tile.downU, range),
+                     v = remainder(tile.rightV + (2 * y + 1) * tile.downV, range);
+        const std::int64_t stepU = remainder(2 * tile.rightU, range), stepV = remainder(2 * tile.rightV, range);
+        for (std::int64_t x = 0; x < tile.width; ++x) {
+            const double across = double(u) / side - 1, down = double(v) / side - 1;
+            // Of equal values those at one side of the cell come first: cells stay alike.
+            *value++ = static_cast<float>(1e-4 * (0.38 * across + 0.62 * down) - spot(across, down));
+            u += stepU, u -= u >= range ? range : 0;
+            v += stepV, v -= v >= range ? range : 0;
+        }
+    }
+    return values;
+}
+
+// Spreads a number's lowest bits, the last of them first: 0, 1/2, 1/4, 3/4, ...
+std::uint32_t bitsReversed(std::uint32_t number)
+{
+    std::uint32_t reversed = 0;
+    for (int bit = 0; bit < 16; ++bit)
+        reversed |= (number >> bit & 1) << (15 - bit);
+    return reversed;
+}
+
+// In which order pixels whose values are equal are inked: copies of the same cells far from each other.
+std::uint64_t turnOf(const Tile &tile, std::int64_t index)
+{
+    const std::int64_t x = index % tile.width, y = index / tile.width, copies = tile.copies;
+    const std::int64_t area = tile.firstX * tile.secondY - tile.firstY * tile.secondX, sign = area < 0 ? -1 : 1;
+    const std::int64_t first = floorDivided(sign * (x * tile.secondY - y * tile.secondX), sign * area),
+                       second = floorDivided(sign * (y * tile.firstX - x * tile.firstY), sign * area);
+    const auto one = static_cast<std::uint32_t>(remainder(first, copies)),
+               other = static_cast<std::uint32_t>(remainder(second, copies));
+    // As in an ordered dither, the lowest bits of both count most.
+    std::uint64_t turn = 0;
+    const std::uint32_t odd = bitsReversed(one ^ other), reversed = bitsReversed(other);
+    for (int bit = 15; bit >= 0; --bit)
+        turn = turn << 2 | (odd >> bit & 1) << 1 | (reversed >> bit & 1);
+    // What is left are places that the pixels of different rows share: any fixed order will do.
+    return turn << 32 | static_cast<std::uint32_t>(static_cast<std::uint64_t>(index) * 2654435769U);
+}
+
+// Sorts only the pixels of those bins in which a tone begins: all others have one threshold.
+class Ranking {
+public:
+    Ranking(const Tile &tile, const std::vector<float> &values) : tile_(tile), values_(values)
+    {
+        const auto [least, most] = std::minmax_element(values.begin(), values.end());
+        least_ = *least;
+        scale_ = *most > *least ? (kBins - 1) / (*most - *least) : 0;
+        std::vector<std::int64_t> counts(kBins);
+        for (const float value : values)
+            ++counts[binOf(value)];
+        setBins(counts);
+    }
+
+    std::vector<std::uint8_t> thresholds()
+    {
+        std::vector<std::uint8_t> result(values_.size());
+        for (std::size_t i = 0; i < values_.size(); ++i) {
+            Bin &bin = bins_[binOf(values_[i])];
+            result[i] = bin.threshold;
+            if (bin.sorted >= 0)
+                sorted_[static_cast<std::size_t>(bin.sorted)].push_back(static_cast<std::int64_t>(i));
+        }
+        for (const Bin &bin : bins_)
+            if (bin.sorted >= 0)
+                sort(bin, sorted_[static_cast<std::size_t>(bin.sorted)], result);
+        return result;
+    }
+
+private:
+    struct Bin {
+        std::int64_t before = 0;  // pixels of lower bins
+        std::uint8_t threshold = 255;
+        int sorted = -1;  // number of its list, where a tone begins in it
+    };
+
+    std::size_t binOf(float value) const { return static_cast<std::size_t>((value - least_) * scale_); }
+
+    void setBins(const std::vector<std::int64_t> &counts)
+    {
+        std::int64_t before = 0;
+        int tone = 1;
+        for (std::size_t at = 0; at < bins_.size(); ++at) {
+            tone = thresholdOf(before, tone);
+            bins_[at] = {before, static_cast<std::uint8_t>(tone), -1};
+            before += counts[at];
+            if (counts[at] > 0 && inked(tile_.pixels, tone) < before) {
+                bins_[at].sorted = static_cast<int>(sorted_.size());
+                sorted_.emplace_back();
+            }
+        }
+    }
+    // Of the pixel that is the rank-th to be inked, when it is known to be no less than `tone`.
+    int thresholdOf(std::int64_t rank, int tone) const
+    {
+        while (tone < 255 && inked(tile_.pixels, tone) <= rank)
+            ++tone;
+        return tone;
+    }
+    void sort(const Bin &bin, const std::vector<std::int64_t> &pixels, std::vector<std::uint8_t> &result) const
+    {
+        std::vector<std::tuple<float, std::uint64_t, std::int64_t>> order;
+        order.reserve(pixels.size());
+        for (const std::int64_t pixel : pixels)
+            order.emplace_back(values_[static_cast<std::size_t>(pixel)], turnOf(tile_, pixel), pixel);
+        std::sort(order.begin(), order.end());
+        std::int64_t rank = bin.before;
+        int tone = bin.threshold;
+        for (const auto &[value, turn, pixel] : order) {
+            tone = thresholdOf(rank++, tone);
+            result[static_cast<std::size_t>(pixel)] = static_cast<std::uint8_t>(tone);
+        }
+    }
+
+    const Tile &tile_;
+    const std::vector<float> &values_;
+    float least_ = 0, scale_ = 0;
+    std::vector<Bin> bins_ = std::vector<Bin>(kBins);
+    std::vector<std::vector<std::int64_t>> sorted_;
+};
+
+// Short rows are repeated, so that reading one seldom begins again.
+std::size_t storedLength(std::int64_t width)
+{
+    constexpr std::int64_t kShort = 2048;
+    return static_cast<std::size_t>(width * std::max<std::int64_t>(1, kShort / width));
+}
+
+}  // namespace
+
+Thresholds::Thresholds(const Tile &tile, const SpotFunction &spot)
+    : tile_(tile), length_(storedLength(tile.width)),
+      rows_(static_cast<std::size_t>(tile.height) * (length_ + kRun))
+{
+    const std::vector<std::uint8_t> once = Ranking(tile, spotValues(tile, spot)).thresholds();
+    const auto width = static_cast<std::size_t>(tile.width);
+    for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y)
+        for (std::size_t x = 0; x < length_ + kRun; ++x)
+            rows_[y * (length_ + kRun) + x] = once[y * width + x % width];
+}
+
+const std::uint8_t *Thresholds::rowOf(std::int64_t y) const
+{
+    return rows_.data() + static_cast<std::size_t>(remainder(y, tile_.height)) * (length_ + kRun);
+}
+
+std::size_t Thresholds::placeIn(std::int64_t x, std::int64_t y) const
+{
+    const std::int64_t tilesDown = remainder(floorDivided(y, tile_.height), tile_.width);
+    return static_cast<std::size_t>(remainder(x - tilesDown * tile_.shift, tile_.width));
+}
+
+}  // namespace riders::screening

@@ -1,0 +1,51 @@
+#include "screens/screen_limits.h"
+
+#include <strings.h>
+
+#include "io/plain_text.h"
+#include "screens/number_text.h"
+
+namespace riders::screens {
+
+std::string wrongFrequency(double value)
+{
+    if (value >= kLeastFrequency && value <= kMostFrequency)
+        return {};
+    return "a frequency from " + numberText(kLeastFrequency) + " to " + numberText(kMostFrequency) +
+           " lines per inch";
+}
+
+std::string wrongAngle(double value)
+{
+    if (value >= -kMostAngle && value <= kMostAngle)
+        return {};
+    return "an angle from " + numberText(-kMostAngle) + " to " + numberText(kMostAngle) + " degrees";
+}
+
+std::string wrongPlateName(const std::string &name)
+{
+    if (name.empty() || name.size() > kLongestPlateName)
+        return "the name of a plate, 1 to " + std::to_string(kLongestPlateName) + " bytes long";
+    if (hasControlCharacters(name))
+        return "the name of a plate without control characters";
+    // In a halftone dictionary these are no plates.
+    for (const char *taken : {"Default", "HalftoneType", "HalftoneName"})
+        if (name == taken)
+            return "the name of a plate (the rest of the plates is *), not " + name;
+    return {};
+}
+
+bool hasControlCharacters(const std::string &text)
+{
+    return io::plainText(text) != text;
+}
+
+std::string plateName(const std::string &typed)
+{
+    for (const char *process : {"Cyan", "Magenta", "Yellow", "Black"})
+        if (strcasecmp(typed.c_str(), process) == 0)
+            return process;
+    return typed;
+}
+
+}  // namespace riders::screens
