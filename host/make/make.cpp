@@ -129,14 +129,14 @@ void callPlugin(plugin::Plugin &plugin, toolbox::ScriptedUser &user, Answers &an
     made.note = answers.warning();
 }
 
-// A companion without its file would pass what it says to the new one.
+// A companion without its file would pass what it says to the new one: it goes first, whatever happens then.
 void putInPlace(const std::filesystem::path &made, const std::filesystem::path &output)
 {
     std::error_code ignored;
     const bool isNew = std::filesystem::status(output, ignored).type() == std::filesystem::file_type::not_found;
-    io::copyFile(made, output);
     if (isNew)
         std::filesystem::remove(output.parent_path() / ("._" + output.filename().string()), ignored);
+    io::copyFile(made, output);
 }
 
 // No dialog has the screens of single plates: they are written into the file that the plug-in has made.
