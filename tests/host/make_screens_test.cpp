@@ -47,6 +47,18 @@ TEST_F(MakeScreens, ASetIsNamedOrAFile)
     EXPECT_EQ(make({"--screens", "Flexo"}), "made: Black 60 lpi at 45°; Gold 60 lpi at 75°, Line\n");
 }
 
+TEST_F(MakeScreens, ASetMayHaveADotShapeBesideItWhereNoDialogFindsIt)
+{
+    writeOwnSet("mine.toml",
+                "name = \"Mine\"\nshape = \"./own.spot\"\n[plates]\nBlack = { angle = 45 }\n\"*\" = {}\n");
+    EXPECT_NE(make({"--screens", "mine"}).find("there is no dot shape and no file"), std::string::npos);
+    writeFile(folder / "config/riders/screens/own.spot", "%!KT1_Spot\rpop % my own\r");
+    EXPECT_NE(make({"--screens", "mine"}).find("made: Black at 45°, "), std::string::npos);
+    const size_t once = made().find("% my own");
+    ASSERT_NE(once, std::string::npos);
+    EXPECT_NE(made().find("% my own", once + 1), std::string::npos);
+}
+
 TEST_F(MakeScreens, OptionsChangeTheSet)
 {
     writeFile(folder / "duo.toml", kDuo);
