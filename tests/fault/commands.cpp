@@ -62,7 +62,7 @@ const std::vector<TriedCommand> &triedCommands()
         {"mesh_json", {"mesh", "--threads", "90/cm", "--json"}, {}},
         {"help", {"make", "--help"}, {}},
         {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
-        {"refused_mesh", {"mesh", "--frequency", "200/cm"}, {}},
+        {"refused_mesh", {"mesh", "--frequency", "299"}, {}},
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
         {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
     };

@@ -156,6 +156,24 @@ TEST(Moire, OneGridTwiceIsNoPattern)
     EXPECT_NEAR(patternBetween({exact, exactToo})->frequency, 0.1, 1e-9);
 }
 
+// Across the corners of a mesh's openings: 50 threads, √2 × 50 = 70.71 per inch at 45 degrees.
+TEST(Moire, ThreadsHaveWavesAcrossTheirCorners)
+{
+    const Pattern corners = *patternBetween({{72, 45}, {50, 0, GridKind::threads}});
+    EXPECT_NEAR(corners.frequency, 72 - 50 * std::numbers::sqrt2, 1e-9);
+    EXPECT_NEAR(corners.strength, 2 / std::numbers::pi, 1e-9);
+}
+
+TEST(Moire, OfManyScreensOnlyTwosAreLookedAt)
+{
+    std::vector<NamedScreen> screens;
+    for (int i = 0; i < 9; ++i)
+        screens.push_back({"Spot", {60, 10.0 * i}});
+    EXPECT_EQ(patternsOf(screens).size(), 36u);
+    screens.pop_back();
+    EXPECT_EQ(patternsOf(screens).size(), 28u + 56u);
+}
+
 TEST(Moire, TheRemedyIsUsualAndComputed)
 {
     const std::vector<NamedScreen> near = {{"Cyan", {60, 25}}, {"Magenta", {60, 75}}, {"Black", {60, 45}}};

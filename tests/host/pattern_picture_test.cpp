@@ -48,7 +48,9 @@ TEST(PatternPicture, TheSharedAreaIsWhereAllPlatesHaveTints)
 
 TEST(PatternPicture, ThePlaceIsThere)
 {
-    const Overlapping plates;
+    Overlapping plates;
+    checker(plates.one, 880, 304, 48);  // less, further to the right
+    checker(plates.other, 880, 304, 48);
     const Place place = proof::sharedPlace({&plates.one, &plates.other}, kDpi, 0.5);
     EXPECT_NEAR(place.left, 1.5, 1e-9);
     EXPECT_NEAR(place.top, 0.75, 1e-9);

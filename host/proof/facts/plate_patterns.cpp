@@ -136,8 +136,7 @@ std::vector<PlatePattern> patternsBetween(const std::vector<PlateFacts> &plates)
         if (pattern.canBeSeen()) {
             all.push_back(measured.started(pattern.grids));
             all.back().millimetres = pattern.millimetres();
-            if (!pattern.light)
-                all.back().change = changesFor(pattern, remedy, measured.asked);
+            all.back().change = changesFor(pattern, remedy, measured.asked);
         }
     addShared(measured, all);
     std::copy_if(all.begin(), all.end(), std::back_inserter(kept), [&all](const PlatePattern &pattern) {
