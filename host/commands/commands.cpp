@@ -9,9 +9,11 @@
 #include "app/start.h"
 #include "commands/apply_commands.h"
 #include "commands/make_command.h"
+#include "commands/mesh_command.h"
 #include "commands/play_command.h"
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
+#include "commands/shapes_command.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
 #include "plugin/plugin.h"
@@ -29,7 +31,9 @@ Commands::Commands(CLI::App &app)
     addStrip(app, chosen_);
     addPlay(app, chosen_, play_);
     addProof(app, chosen_);
+    addMesh(app, chosen_);
     addScreens(app, chosen_);
+    addShapes(app, chosen_);
     chosen_.run = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };

@@ -54,7 +54,8 @@ std::string lineOf(const ReachedScreen &screen)
     line += decimals("; a cell's side %.2f pixels", screen.cell);
     line += screen.supercellPixels == 0
                 ? ", the interpreter's own screen"
-                : ", " + std::to_string(screen.supercellCells) + " cells in a supercell of " +
+                : ", " + std::to_string(screen.supercellCells) +
+                      (screen.supercellCells == 1 ? " cell" : " cells") + " in a supercell of " +
                       std::to_string(screen.supercellPixels) + " pixels";
     return line + "; " + std::to_string(screen.levels) + " grey levels\n";
 }
@@ -64,16 +65,17 @@ std::string lineOf(const ReachedScreen &screen)
 std::vector<ReachedScreen> inOrder(const std::vector<ReachedScreen> &reached,
                                    const std::vector<screens::PlateScreen> &plates)
 {
-    const ReachedScreen *const rest = find(reached, kRest);
     std::vector<ReachedScreen> ordered;
     for (const screens::PlateScreen &plate : plates)
         if (const ReachedScreen *const found = find(reached, plate.plate))
             ordered.push_back(*found);
+    const ReachedScreen *const rest = find(reached, kRest);
+    if (rest == nullptr || !isChosen(plates, screens::kRestOfPlates))
+        return ordered;
     for (const ReachedScreen &one : reached)
         if (&one != rest && !isChosen(plates, one.plate) && !isOfLight(one.plate) && !isAsked(one, rest))
             ordered.push_back(one);
-    if (rest != nullptr)
-        ordered.push_back(*rest);
+    ordered.push_back(*rest);
     return ordered;
 }
 

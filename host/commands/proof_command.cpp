@@ -5,14 +5,17 @@
 #include <iostream>
 #include <memory>
 
+#include "commands/mesh_command.h"
 #include "io/plain_text.h"
 #include "proof/proof.h"
+#include "screens/mesh.h"
 
 namespace riders::commands {
 
 void addProof(CLI::App &app, Chosen &chosen)
 {
     const auto request = std::make_shared<proof::ProofRequest>();
+    const auto mesh = std::make_shared<std::string>();
     CLI::App *command = app.add_subcommand("proof", "Make the plates of a job, measure their dots, and show them");
     command->add_option("job", request->job, "PostScript, EPS or PDF")->required()->type_name("JOB");
     command->add_option("--riders", request->riders, "A riders file to add to the job first")->type_name("FILE");
@@ -32,9 +35,13 @@ void addProof(CLI::App &app, Chosen &chosen)
                      "How much memory the interpreter may take; 2048 when left out")
         ->check(CLI::Range(64, 1 << 20))
         ->type_name("N");
-    command->callback([request, &chosen] {
+    command->add_option("--mesh", *mesh, "Threads per inch, or N/cm, of the mesh to print through")
+        ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))
+        ->type_name("N");
+    command->callback([request, mesh, &chosen] {
         chosen.name = "riders proof";
-        chosen.run = [request] {
+        chosen.run = [request, mesh] {
+            request->mesh = screens::perInchFromText(*mesh).value_or(0);
             const std::string page = proof::proof(*request).string();
             // Programs need the very name; a terminal would obey some of its bytes.
             std::cout << (isatty(STDOUT_FILENO) ? io::plainText(page) : page) << std::endl;

@@ -45,8 +45,12 @@ void syncFolder(const fs::path &folder)
 void makeFolders(const fs::path &folder)
 {
     std::error_code failed;
-    if (folder.empty() || fs::is_directory(folder, failed))
+    const fs::file_status status = fs::status(folder, failed);
+    if (folder.empty() || fs::is_directory(status))
         return;
+    // One that cannot be looked at may be there: to go on with its parent would not end at the root.
+    if (status.type() == fs::file_type::none || !folder.has_relative_path())
+        refuseErrno(folder, failed.value());
     const fs::path parent = folder.parent_path();
     makeFolders(parent);
     if (fs::create_directory(folder, failed))

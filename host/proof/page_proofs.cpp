@@ -8,15 +8,11 @@
 #include "proof/facts/warnings.h"
 #include "proof/looking/pictures.h"
 #include "proof/looking/png_file.h"
+#include "proof/page_patterns.h"
 #include "proof/proof_folder.h"
 
 namespace riders::proof {
 namespace {
-
-std::string nameOf(const PageFacts &page)
-{
-    return "page-" + std::to_string(page.number);
-}
 
 PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour ink, const AskedFor &asked)
 {
@@ -34,7 +30,8 @@ PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour i
 }  // namespace
 
 PageProofs::PageProofs(const PageProofsRun &run, io::Workers &workers, Progress &progress)
-    : run_(run), workers_(workers), progress_(progress), pages_(run.survey.pages.size())
+    : run_(run), workers_(workers), progress_(progress), pages_(run.survey.pages.size()),
+      platesLeft_(pages_.size())
 {
 }
 
@@ -63,6 +60,7 @@ PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
     page.width = surveyed.width;
     page.height = surveyed.height;
     page.loupe = look.loupe;
+    page.mesh = run_.mesh;
     page.picture = std::string(kPicturesName) + "/" + nameOf(page) + ".png";
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
@@ -79,6 +77,8 @@ void PageProofs::addPlates(size_t index, const Bits &bits)
     const plates::SurveyedPage &surveyed = run_.survey.pages[index];
     PageFacts &page = pages_[index];
     std::set<std::string> taken = {"all"};
+    takePatternNames(taken);
+    std::vector<size_t> inked;
     for (size_t i = 0; i < page.plates.size(); ++i) {
         const std::string file = nameOf(page) + "-" + plates::fileNameFor(page.plates[i].name, taken);
         // A plate that has nothing but the annotation makes no film.
@@ -86,8 +86,15 @@ void PageProofs::addPlates(size_t index, const Bits &bits)
             continue;
         page.plates[i].film = std::string(kFilmsName) + "/" + file + ".tif";
         page.plates[i].picture = std::string(kPicturesName) + "/" + file + ".png";
-        workers_.addUrgent([this, index, i, bits] { finishPlate(index, i, (*bits)[i]); });
+        inked.push_back(i);
     }
+    platesLeft_[index] = inked.size();
+    for (const size_t i : inked)
+        workers_.addUrgent([this, index, i, bits] {
+            finishPlate(index, i, (*bits)[i]);
+            if (--platesLeft_[index] == 0)
+                addPatterns(pages_[index], *bits, run_.dpi, run_.folder);
+        });
 }
 
 void PageProofs::writeRosette(PageFacts &page, const std::vector<plates::BitPlate> &bits) const

@@ -1,6 +1,7 @@
 // Fills the folder of a proof with films and pictures, page by page as the plates are ready.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -18,6 +19,7 @@ struct PageProofsRun {
     const PageLooks &looks;
     const AskedFor &riders;  // what the riders file asks for
     double dpi;
+    double mesh;                   // threads per inch; 0 for none
     std::filesystem::path folder;  // of the proof
 };
 
@@ -43,6 +45,7 @@ private:
     io::Workers &workers_;
     Progress &progress_;
     std::vector<PageFacts> pages_;
+    std::vector<std::atomic<size_t>> platesLeft_;  // of each page, to be finished
 };
 
 }  // namespace riders::proof

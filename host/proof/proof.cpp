@@ -73,7 +73,7 @@ ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages
                            .pageSeen = [&](const plates::PageInTints &seen) { looks.take(seen); }},
                           workers);
     progress.expect(static_cast<int>(survey.pages.size()), inkedPlates(survey));
-    PageProofs proofs({survey, looks, riders, dpi, folder.path()}, workers, progress);
+    PageProofs proofs({survey, looks, riders, dpi, request.mesh, folder.path()}, workers, progress);
     std::vector<std::string> said =
         plates::makePlates({.job = job,
                             .survey = survey,

@@ -16,6 +16,7 @@ struct ProofRequest {
     std::filesystem::path riders = {};  // added to the job first; empty for none
     std::filesystem::path folder = {};  // where the proof goes; empty: the job's name and -proof, here
     std::string pages = {};             // as in 1,3-5; empty for all
+    double mesh = 0;                    // threads per inch of the mesh it is for; 0 for none
     int dpi = 1200;                     // kLeastProofDpi to kMostProofDpi
     plates::InterpreterLimits limits = {};
     int cores = 0;  // interpreters and threads at a time; 0: as many as there are cores

@@ -12,6 +12,7 @@ namespace {
 
 constexpr fs::copy_options kAsTheyAre = fs::copy_options::recursive | fs::copy_options::copy_symlinks;
 const std::string kLongJob = "long.ps";
+const std::string kTemporary = ".riders-";
 constexpr const char *kRiders = RIDERS_BINARY_DIR "/riders";
 
 // Longer than the part of a job that is looked at.
@@ -33,11 +34,13 @@ std::string described(const fs::directory_entry &entry)
     return mode + (entry.is_regular_file() ? " " + contentsOf(entry.path()) : "");
 }
 
-// Of what belongs together: the first two names of the path.
+// Of what belongs together: the first two names of the path. A temporary folder in it is by itself.
 std::string groupOf(const std::string &path)
 {
     const size_t first = path.find('/');
-    return path.substr(0, first == path.npos ? first : path.find('/', first + 1));
+    const size_t second = first == path.npos ? first : path.find('/', first + 1);
+    const bool isTemporary = second != path.npos && path.compare(second + 1, kTemporary.size(), kTemporary) == 0;
+    return path.substr(0, isTemporary ? path.find('/', second + 1) : second);
 }
 
 Files ofGroup(const Files &files, const std::string &group)

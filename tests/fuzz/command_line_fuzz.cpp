@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <sstream>
 
 #include "commands/commands.h"
@@ -12,10 +13,11 @@ namespace {
 // The first byte chooses the command; the words end in NUL.
 std::vector<std::string> wordsOf(const uint8_t *data, size_t size)
 {
-    static const char *const commands[] = {"make", "apply", "strip", "proof", "play", ""};
+    static const char *const commands[] = {"make", "apply", "strip", "proof", "play", "screens", "mesh", ""};
     std::vector<std::string> words = {"riders"};
-    if (size > 0 && *commands[data[0] % 6] != '\0')
-        words.emplace_back(commands[data[0] % 6]);
+    const char *const command = size > 0 ? commands[data[0] % std::size(commands)] : "";
+    if (*command != '\0')
+        words.emplace_back(command);
     std::string word;
     for (size_t i = 1; i < size; ++i)
         if (data[i] != 0) {

@@ -119,6 +119,17 @@ TEST_F(CompanionTest, OtherEntriesAreKept)
     EXPECT_EQ(after->bytes(4), "a comment");
 }
 
+// Its first bytes cannot be read, as on a sick disk.
+TEST_F(CompanionTest, TypeOfAFileThatCannotBeReadIsNotGuessed)
+{
+    fs::create_symlink("/proc/self/mem", folder / "a");
+    FInfo info{};
+    EXPECT_EQ(GetFInfo(P("a"), 0, &info), ioErr);
+    info.fdType = 'PICT';
+    EXPECT_EQ(SetFInfo(P("a"), 0, &info), ioErr);
+    EXPECT_EQ(filesHere(), 1);
+}
+
 TEST_F(CompanionTest, DamagedCompanionIsNeitherReadNorOverwritten)
 {
     writeFile(folder / "a", "data");

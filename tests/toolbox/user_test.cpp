@@ -359,6 +359,12 @@ TEST_F(User, ScriptThatEndsWithADialogOpen)
     EXPECT_EQ(error.message, "the script ended with dialog 500 still open");
 }
 
+TEST_F(User, ScriptThatEndsWithAMessageOpenTellsItsWords)
+{
+    user.atHost([] { StopAlert(501, nullptr); });
+    EXPECT_EQ(errorOf([&] { user.run(); }).message, "the script ended with dialog 501 still open: \"Mind this.\"");
+}
+
 TEST_F(User, HostStepWhileADialogIsOpen)
 {
     user.atLine(4);

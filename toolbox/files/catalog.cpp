@@ -178,7 +178,10 @@ OSErr getInfo(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, F
         return error;
     if (!info)
         return paramErr;
-    *info = infoFrom(finderInfoOf(path));
+    std::string bytes;
+    if (OSErr error = readFinderInfo(path, bytes))
+        return error;
+    *info = infoFrom(bytes);
     return noErr;
 }
 

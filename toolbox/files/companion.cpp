@@ -29,24 +29,35 @@ bool isBlank(std::string_view bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == '\0'; });
 }
 
-// The information that the file has without a companion.
-std::string plainFinderInfo(const fs::path &file)
+// The type and creator that the file has without a companion. One that may not be read is of no known type; one
+// that cannot be read may be of any.
+OSErr plainType(const fs::path &file, std::string &type)
 {
+    type = "????????";
     Descriptor opened = openPath(file, O_RDONLY);
-    std::string info = opened.open() && openFileLooksLikeText(opened.number()) ? "TEXTttxt" : "????????";
-    info.resize(finderInfoBytes, '\0');
-    return info;
+    if (!opened.open())
+        return errno == EACCES || errno == EPERM ? OSErr{noErr} : errorOf(errno, Aim::open, file);
+    bool isText = false;
+    OSErr error = beginsAsText(opened.number(), isText);
+    if (isText)
+        type = "TEXTttxt";
+    return error;
 }
 
-bool saysNothing(const fs::path &file, const AppleDouble &contents)
+OSErr seeWhetherItSaysNothing(const fs::path &file, const AppleDouble &contents, bool &nothing)
 {
+    nothing = false;
     for (const AppleDouble::Entry &entry : contents.entries)
         if (entry.id != finderInfoEntry && !entry.bytes.empty())
-            return false;
-    if (contents.bytes(finderInfoEntry).size() > finderInfoBytes)
-        return false;
-    std::string info = contents.finderInfo();
-    return isBlank(info) || info == plainFinderInfo(file);
+            return noErr;
+    std::string_view info = contents.bytes(finderInfoEntry);
+    if (info.size() > finderInfoBytes || !isBlank(info.substr(std::min<std::size_t>(info.size(), 8))))
+        return noErr;
+    std::string type;
+    nothing = isBlank(info);
+    OSErr error = nothing ? OSErr{noErr} : plainType(file, type);
+    nothing |= error == noErr && info.substr(0, 8) == type;
+    return error;
 }
 
 OSErr removeCompanion(const fs::path &companion)
@@ -72,12 +83,13 @@ bool looksLikeText(std::string_view beginning)
     return controls <= 1 + beginning.size() / 20;
 }
 
-bool openFileLooksLikeText(int descriptor)
+OSErr beginsAsText(int descriptor, bool &isText)
 {
     char beginning[beginningBytes];
     std::size_t count;
     OSErr error = readAt(descriptor, beginning, sizeof beginning, 0, count);
-    return (error == noErr || error == eofErr) && looksLikeText({beginning, count});
+    isText = (error == noErr || error == eofErr) && looksLikeText({beginning, count});
+    return error == eofErr ? OSErr{noErr} : error;
 }
 
 Companion loadCompanion(const fs::path &file, AppleDouble &contents)
@@ -108,21 +120,27 @@ OSErr storeCompanion(const fs::path &file, const AppleDouble &contents)
     bool existed = stat(companion.c_str(), &old) == 0;
     if (isLocked(data) || (existed && isLocked(old)))
         return fLckdErr;
-    if (saysNothing(file, contents))
+    bool saysNothing;
+    if (OSErr error = seeWhetherItSaysNothing(file, contents, saysNothing))
+        return error;
+    if (saysNothing)
         return removeCompanion(companion);
     mode_t mode = (existed ? old.st_mode : data.st_mode) & 0666;
     bool precious = existed && old.st_size > sizeWithoutResources;
     return replaceWhole(companion, composeAppleDouble(contents), mode, precious);
 }
 
-std::string finderInfoOf(const fs::path &file)
+OSErr readFinderInfo(const fs::path &file, std::string &info)
 {
     AppleDouble contents;
     loadCompanion(file, contents);
-    std::string info = contents.finderInfo();
-    if (isBlank({info.data(), 8}))
-        info.replace(0, 8, plainFinderInfo(file), 0, 8);
-    return info;
+    info = contents.finderInfo();
+    if (!isBlank({info.data(), 8}))
+        return noErr;
+    std::string type;
+    OSErr error = plainType(file, type);
+    info.replace(0, 8, type);
+    return error;
 }
 
 bool hasTypeOfItsOwn(const fs::path &file)

@@ -18,7 +18,8 @@ std::filesystem::path companionOf(const std::filesystem::path &file);
 
 // An empty beginning counts as text: what is then written to a new file decides.
 bool looksLikeText(std::string_view beginning);
-bool openFileLooksLikeText(int descriptor);
+// Whether the file looks like text. False with an error when it cannot be read.
+OSErr beginsAsText(int descriptor, bool &isText);
 
 enum class Companion { none, present, damaged };
 // Contents are those of newAppleDouble when there is none or it is damaged.
@@ -28,8 +29,9 @@ Companion loadCompanion(const std::filesystem::path &file, AppleDouble &contents
 OSErr storeCompanion(const std::filesystem::path &file, const AppleDouble &contents);
 
 // The 32 bytes, with type and creator filled in if the companion has none. A
-// damaged companion counts as none.
-std::string finderInfoOf(const std::filesystem::path &file);
+// damaged companion counts as none. With an error, when the file has to be looked at
+// and cannot be read, they are those of a file of no known type.
+OSErr readFinderInfo(const std::filesystem::path &file, std::string &info);
 // Whether the companion gives the file a type or creator.
 bool hasTypeOfItsOwn(const std::filesystem::path &file);
 // Replaces the first bytes of the Finder information. ioErr for a damaged

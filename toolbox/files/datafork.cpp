@@ -45,7 +45,8 @@ OSErr openData(const fs::path &path, const struct stat &status, std::int8_t perm
 // A plain file that counted as text and no longer looks like it keeps its type.
 void keepTextType(const OpenFile &file)
 {
-    if (!file.written || !file.lookedLikeText || openFileLooksLikeText(file.descriptor.number()))
+    bool isText = true;
+    if (!file.written || !file.lookedLikeText || beginsAsText(file.descriptor.number(), isText) != noErr || isText)
         return;
     struct stat status;
     bool still = statusOf(file.path, Aim::open, status) == noErr && status.st_dev == file.device &&
@@ -92,7 +93,9 @@ OSErr openFork(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, 
     file.device = status.st_dev;
     file.inode = status.st_ino;
     file.name = pascalView(name);
-    file.lookedLikeText = file.writable && (status.st_size == 0 || openFileLooksLikeText(file.descriptor.number()));
+    if (file.writable && status.st_size > 0)
+        beginsAsText(file.descriptor.number(), file.lookedLikeText);
+    file.lookedLikeText |= file.writable && status.st_size == 0;
     refNum = openFiles().add(std::move(file));
     return refNum ? noErr : tmfoErr;
 }

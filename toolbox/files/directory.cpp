@@ -34,7 +34,8 @@ std::optional<OSType> typeOf(const fs::path &path, bool hasCompanion, FolderType
 {
     if (!hasCompanion && types == FolderTypes::leftOut)
         return OSType{0};
-    std::string info = finderInfoOf(path);
+    std::string info;
+    readFinderInfo(path, info);
     if (static_cast<unsigned char>(info[8]) & invisible)
         return std::nullopt;
     return types == FolderTypes::included ? typeIn(info) : OSType{0};

@@ -14,6 +14,12 @@ static std::string numbered(int dialogID)
     return "dialog " + std::to_string(dialogID);
 }
 
+// What the message in front says, to be added to an error.
+static std::string messageText()
+{
+    return messageInFront() ? ": \"" + frontDialogText() + "\"" : "";
+}
+
 void ScriptedUser::Script::fail(int atLine, const std::string &message)
 {
     steps.clear();
@@ -50,7 +56,7 @@ std::optional<Input> ScriptedUser::Script::whileStuck()
     if (++asksWhileStuck > patience)
         throw *stuck;
     if (messageInFront() && stuck->message.find(lastMessage) == std::string::npos)
-        stuck->message += ": \"" + lastMessage + "\"";
+        stuck->message += messageText();
     return std::nullopt;
 }
 
@@ -89,10 +95,10 @@ std::optional<Input> ScriptedUser::Script::inputFromSteps()
             if (surprised(dialogID))
                 continue;
             if (steps.empty())
-                return inVain(lastLine, "the script ended with " + numbered(dialogID) + " still open");
+                return inVain(lastLine, "the script ended with " + numbered(dialogID) + " still open" + messageText());
             const Step &next = steps.front();
             if (next.where == Where::atHost)
-                return inVain(next.line, numbered(dialogID) + " is still open");
+                return inVain(next.line, numbered(dialogID) + " is still open" + messageText());
             fail(next.line, numbered(dialogID) + " is open instead of " + numbered(next.expectedDialog) + ": \"" +
                                 frontDialogText() + "\"");
         }

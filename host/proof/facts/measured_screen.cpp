@@ -59,7 +59,8 @@ MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Pla
             angle,
             reading.ink,
             {window.left / dpi, window.top / dpi, window.width / dpi, window.height / dpi},
-            shapeOf(page, reading, shape)};
+            shapeOf(page, reading, shape),
+            reading.kind == meter::ScreenKind::lines};
 }
 
 }  // namespace riders::proof

@@ -14,6 +14,7 @@ struct MeasuredScreen {
     double ink = 0;                   // 0 to 1, where it was measured
     Place where;
     std::string shape = {};  // the spot function most like the dots; empty where that is not clear
+    bool lines = false;      // then the angle is that in which they run, 0 to below 180
 };
 
 // Measures in the middle of a flat tint or, if that is empty or shows no screen,

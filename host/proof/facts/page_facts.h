@@ -6,6 +6,7 @@
 
 #include "proof/facts/asked_for.h"
 #include "proof/facts/measured_screen.h"
+#include "proof/facts/plate_pattern.h"
 #include "proof/looking/flat_tint.h"
 #include "proof/looking/ink_colours.h"
 
@@ -28,8 +29,10 @@ struct PageFacts {
     double width = 0, height = 0;  // inches
     std::string picture, rosette;  // files, relative to the folder; no rosette without ink
     Place loupe;
-    std::vector<PlateFacts> plates;     // all, with ink or without
-    std::vector<std::string> warnings;  // plain text
+    std::vector<PlateFacts> plates;      // all, with ink or without
+    std::vector<PlatePattern> patterns;  // that can be seen, where the plates print over each other
+    double mesh = 0;                     // threads per inch of the mesh it is for; 0 for none
+    std::vector<std::string> warnings;   // plain text
 };
 
 struct ProofFacts {

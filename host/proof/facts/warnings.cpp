@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "proof/facts/decimal.h"
+#include "io/decimal.h"
+#include "proof/facts/on_mesh.h"
+#include "proof/facts/plate_patterns.h"
 
 namespace riders::proof {
+using io::decimal;
+
 namespace {
 
 constexpr double kFrequencyOff = 0.01;  // of the frequency asked for
@@ -44,18 +48,36 @@ void warnOfTints(const PlateFacts &plate, std::vector<std::string> &warnings)
                            ", above 97 %: its holes may fill in.");
 }
 
-void warnOfSharedAngle(const PageFacts &page, std::vector<std::string> &warnings)
+// Whether all plates share an angle, which is then warned of.
+bool warnOfSharedAngle(const PageFacts &page, std::vector<std::string> &warnings)
 {
     std::vector<double> angles;
     for (const PlateFacts &plate : page.plates)
         if (plate.measured.found)
             angles.push_back(plate.measured.angle);
-    const bool shared = std::all_of(angles.begin(), angles.end(), [&angles](double angle) {
-        return anglesApart(angle, angles[0]) <= kAngleOff;
-    });
-    if (angles.size() > 1 && shared)
+    const bool shared = angles.size() > 1 && std::all_of(angles.begin(), angles.end(), [&angles](double angle) {
+                            return anglesApart(angle, angles[0]) <= kAngleOff;
+                        });
+    if (shared)
         warnings.push_back("All plates share an angle, " + decimal(angles[0], 1) +
                            "°: the slightest misregister will show as a shift of colour.");
+    return shared;
+}
+
+// Patterns with a light ink are no reason for a warning.
+void warnOfPatterns(const PageFacts &page, bool allShare, std::vector<std::string> &warnings)
+{
+    for (const PlatePattern &pattern : page.patterns)
+        if (pattern.light.empty() && !(pattern.shared && allShare))
+            warnings.push_back(sentenceFor(pattern, page.plates));
+}
+
+void warnOfMesh(const PageFacts &page, std::vector<std::string> &warnings)
+{
+    for (const PlateFacts &plate : page.plates)
+        if (page.mesh > 0 && plate.measured.found && isDoubtfulOnMesh(plate.measured, page.mesh))
+            warnings.push_back(plate.name + " on a mesh of " + decimal(page.mesh, 1) +
+                               " threads per inch: " + wordsOnMesh(plate.measured, page.mesh) + ".");
 }
 
 }  // namespace
@@ -72,7 +94,9 @@ std::vector<std::string> warningsFor(const PageFacts &page)
         warnOfScreen(plate, warnings);
         warnOfTints(plate, warnings);
     }
-    warnOfSharedAngle(page, warnings);
+    const bool allShare = warnOfSharedAngle(page, warnings);
+    warnOfPatterns(page, allShare, warnings);
+    warnOfMesh(page, warnings);
     return warnings;
 }
 

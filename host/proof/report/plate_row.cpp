@@ -3,11 +3,13 @@
 #include <cmath>
 #include <optional>
 
-#include "proof/facts/decimal.h"
+#include "io/decimal.h"
 #include "proof/facts/warnings.h"
 #include "proof/report/template.h"
 
 namespace riders::proof {
+using io::decimal;
+
 namespace {
 
 std::string note(const std::string &text)

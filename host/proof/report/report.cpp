@@ -2,14 +2,18 @@
 
 #include <string_view>
 
+#include "io/decimal.h"
 #include "io/output.h"
-#include "proof/facts/decimal.h"
+#include "proof/facts/on_mesh.h"
+#include "proof/facts/plate_patterns.h"
 #include "proof/report/plate_row.h"
 #include "proof/report/template.h"
 
 namespace riders::proof {
 
 extern const std::string_view kPage, kStyle;  // page.html and page.css
+
+using io::decimal;
 
 namespace {
 
@@ -53,6 +57,38 @@ std::string loupes(const PageFacts &page)
     return part("loupes", {{"rosette", escaped(page.rosette)}, {"figures", figures}});
 }
 
+std::string meshLines(const PageFacts &page)
+{
+    std::string items;
+    for (const PlateFacts &plate : page.plates)
+        if (page.mesh > 0 && plate.measured.found)
+            items += part("item",
+                          {{"text", escaped(plate.name + ": " + wordsOnMesh(plate.measured, page.mesh) + ".")}});
+    return items.empty() ? "" : part("mesh", {{"threads", decimal(page.mesh, 1)}, {"items", items}});
+}
+
+std::string patternFigure(const PlatePattern &pattern, const PageFacts &page)
+{
+    return part("pattern", {{"picture", escaped(pattern.picture)},
+                            {"plates", escaped(namesOf(pattern, page.plates))},
+                            {"side", decimal(pattern.shown, 1)},
+                            {"period", decimal(pattern.millimetres, 2)},
+                            {"afar", pattern.afar ? part("afar") : ""}});
+}
+
+// Those that can be seen are also among the warnings.
+std::string patterns(const PageFacts &page)
+{
+    std::string figures, light;
+    for (const PlatePattern &pattern : page.patterns) {
+        if (!pattern.picture.empty())
+            figures += patternFigure(pattern, page);
+        if (!pattern.light.empty() && !pattern.shared)
+            light += part("light", {{"text", escaped(sentenceFor(pattern, page.plates))}});
+    }
+    return figures.empty() && light.empty() ? "" : part("patterns", {{"figures", figures}, {"light", light}});
+}
+
 std::string pageSection(const PageFacts &page, double dpi)
 {
     std::string rows;
@@ -65,6 +101,8 @@ std::string pageSection(const PageFacts &page, double dpi)
                             {"picture", escaped(page.picture)},
                             {"loupe", loupeMark(page)},
                             {"rows", rows},
+                            {"mesh", meshLines(page)},
+                            {"patterns", patterns(page)},
                             {"loupes", loupes(page)}});
 }
 

@@ -1,28 +1,23 @@
-// The page's HTML, put together from the templates in parts.html.
+// The parts of a proof's page, from parts.html.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
+#include "html/template.h"
+
 namespace riders::proof {
 
-// What stands for {{name}}, as HTML: texts are `escaped`.
-struct Filling {
-    std::string_view name;
-    std::string value;
-};
-using Fillings = std::initializer_list<Filling>;
+using html::escaped;
+using html::filled;
+using html::Fillings;
 
-// The text with each {{name}} filled in. Where the name is alone on its line and its value is empty or whole
-// lines, no empty line is left. Throws std::logic_error for a name without a filling.
-std::string filled(std::string_view text, Fillings fillings);
+extern const std::string_view kParts;  // parts.html
 
-// The template of that id in parts.html, filled. Throws std::logic_error when there is none.
-std::string part(std::string_view id, Fillings fillings = {});
-
-// A text for an element or a quoted attribute: & < > " ' are written as
-// entities; otherwise see io::plainText.
-std::string escaped(const std::string &text);
+// The template of that id, filled. Throws std::logic_error when there is none.
+inline std::string part(std::string_view id, Fillings fillings = {})
+{
+    return html::part(kParts, id, fillings);
+}
 
 }  // namespace riders::proof

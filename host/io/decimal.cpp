@@ -1,8 +1,8 @@
-#include "proof/facts/decimal.h"
+#include "io/decimal.h"
 
 #include <cstdio>
 
-namespace riders::proof {
+namespace riders::io {
 
 std::string decimal(double value, int digits)
 {
@@ -17,4 +17,4 @@ std::string decimal(double value, int digits)
     return number == "-0" ? "0" : number;
 }
 
-}  // namespace riders::proof
+}  // namespace riders::io

@@ -1,14 +1,11 @@
-#include "proof/report/template.h"
+#include "html/template.h"
 
 #include <algorithm>
 #include <stdexcept>
 
 #include "io/plain_text.h"
 
-namespace riders::proof {
-
-extern const std::string_view kParts;  // parts.html
-
+namespace riders::html {
 namespace {
 
 constexpr std::string_view kOpening = "{{", kClosing = "}}";
@@ -23,13 +20,13 @@ const std::string &valueOf(std::string_view name, Fillings fillings)
 }
 
 // Between the tags, without the line end after the first.
-std::string_view templateOf(std::string_view id)
+std::string_view templateOf(std::string_view file, std::string_view id)
 {
     const std::string tag = "<template id=\"" + std::string(id) + "\">";
-    const size_t at = kParts.find(tag);
+    const size_t at = file.find(tag);
     if (at == std::string_view::npos)
         throw std::logic_error("no template " + std::string(id));
-    std::string_view rest = kParts.substr(at + tag.size());
+    std::string_view rest = file.substr(at + tag.size());
     rest = rest.substr(0, rest.find("</template>"));
     return rest.starts_with('\n') ? rest.substr(1) : rest;
 }
@@ -53,9 +50,9 @@ std::string filled(std::string_view text, Fillings fillings)
     return result += text;
 }
 
-std::string part(std::string_view id, Fillings fillings)
+std::string part(std::string_view file, std::string_view id, Fillings fillings)
 {
-    return filled(templateOf(id), fillings);
+    return filled(templateOf(file, id), fillings);
 }
 
 std::string escaped(const std::string &text)
@@ -85,4 +82,4 @@ std::string escaped(const std::string &text)
     return html;
 }
 
-}  // namespace riders::proof
+}  // namespace riders::html

@@ -1,0 +1,27 @@
+// The patterns between the plates of a page, computed from the screens that were measured on them.
+#pragma once
+
+#include <vector>
+
+#include "proof/facts/page_facts.h"
+#include "screens/grid.h"
+
+namespace riders::proof {
+
+// An ink that takes less than this share of the light is light: yellow takes 0.18, cyan 0.7.
+inline constexpr double kLightInk = 0.3;
+
+screens::Grid gridOf(const MeasuredScreen &measured);
+
+// Patterns of two or three plates that can be seen more than the rosette's own, those that show most first, and
+// plates with one screen. Threes are left out where two of them make a pattern already. The plates must be
+// measured.
+std::vector<PlatePattern> patternsBetween(const std::vector<PlateFacts> &plates);
+
+// "Cyan, Magenta and Black".
+std::string namesOf(const PlatePattern &pattern, const std::vector<PlateFacts> &plates);
+
+// As a sentence.
+std::string sentenceFor(const PlatePattern &pattern, const std::vector<PlateFacts> &plates);
+
+}  // namespace riders::proof

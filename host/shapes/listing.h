@@ -1,0 +1,16 @@
+// The installed dot shapes, as `riders shapes` lists them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "screens/shapes.h"
+
+namespace riders::shapes {
+
+// A line for each: the names by which commands know it, and what it is like; then where the files are.
+std::string listing(const std::vector<screens::Shape> &installed);
+// The same for programs: an array of objects with "names", "about" and "file".
+std::string listingInJson(const std::vector<screens::Shape> &installed);
+
+}  // namespace riders::shapes

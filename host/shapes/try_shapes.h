@@ -1,0 +1,20 @@
+// Dot shapes tried in Ghostscript.
+#pragma once
+
+#include <vector>
+
+#include "screens/shapes.h"
+#include "shapes/trial_words.h"
+
+namespace riders::shapes {
+
+struct TrialLimits {
+    int seconds = 20;     // after so many without a row of values it is ended
+    int megabytes = 512;  // of memory that the interpreter may take
+};
+
+// One trial for each shape, in their order. Files are out of the shapes' reach. Throws Refusal where the
+// interpreter cannot be run, and Interrupted.
+std::vector<ShapeTrial> tryShapes(const std::vector<screens::Shape> &shapes, const TrialLimits &limits = {});
+
+}  // namespace riders::shapes
