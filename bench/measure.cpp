@@ -24,6 +24,7 @@ const Table tables[] = {
     {"proof", measureProof},
     {"meter", [](const std::filesystem::path &) { measureMeter(); }},
     {"screen-time", measureScreenTime},
+    {"plates-sample", measurePlatesSample},
     {"plates", measurePlates},
     {"screens-sample", measureScreensSample},
     {"screens", measureScreens},
@@ -37,13 +38,13 @@ bool known(const char *name)
     return false;
 }
 
-// Without names all but the sample, which is part of another.
+// Without names all but the samples, which are parts of others.
 bool wanted(const Table &table, int names, char **name)
 {
     for (int i = 0; i < names; ++i)
         if (std::strcmp(table.name, name[i]) == 0)
             return true;
-    return names == 0 && table.print != measureScreensSample;
+    return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample;
 }
 
 int usage()

@@ -4,10 +4,12 @@
 
 #include "host/proof_support.h"
 #include "io/interruption.h"
+#include "make/plates_piece.h"
 #include "plates/files/plate_files.h"
 #include "plates/files/plate_names.h"
 #include "plates/job/prepared_job.h"
 #include "plates/rendering/spot_inks.h"
+#include "printed/postscript_support.h"
 #include "support/command.h"
 
 namespace {
@@ -118,6 +120,17 @@ const Names kOther = {
          ".2 .3 .5 0 setcmykcolor 70 70 30 30 rectfill"),
     page("true setoverprint .5 gold 60 60 60 60 rectfill 0 0 .5 0 setcmykcolor 70 70 20 20 rectfill"),
 };
+
+// Rendered the quick way, in which each spot ink is painted as black: with its own screen.
+TEST_F(ProofPlatesTest, HaveTheScreensThatARidersFileGivesThem)
+{
+    const std::string riders =
+        riders::make::withPlates(composeRiders({.frequency = "60", .angle = "45", .spotBody = pieceBytes(16128)}),
+                                 {{"Cyan", {}, 15}, {"Gold", 50, 30}});
+    const Names pages = {riders + page(""), page(".8 gold 60 60 40 40 rectfill")};
+    EXPECT_EQ(apart(pages), (std::set<size_t>{0, 1}));
+    expectPlain(pages);
+}
 
 TEST_F(ProofPlatesTest, InksRenderedApartAreThePlainOnesBitForBit)
 {
