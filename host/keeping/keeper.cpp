@@ -87,8 +87,8 @@ toolbox::SavePlace Keeper::placeFor(const fs::path &file)
         return {made_->folder(), {}};
     } catch (const io::Refusal &refusal) {
         std::error_code ignored;
-        const bool replaces = fs::exists(fs::symlink_status(file, ignored));
-        return {{}, replaces ? refusal.message : std::string()};
+        const bool isNew = fs::symlink_status(file, ignored).type() == fs::file_type::not_found;
+        return {{}, isNew ? std::string() : refusal.message};
     }
 }
 

@@ -9,8 +9,8 @@ namespace riders::meter {
 
 namespace {
 
-constexpr int kBins = FoldedCell::kSide;
-constexpr double kWide = kBins / 10.0;  // bins; a bell curve that leads to the right place from far away
+constexpr int kFoldBins = FoldedCell::kSide;
+constexpr double kWide = kFoldBins / 10.0;  // bins; a bell curve that leads to the right place from far away
 
 Lattice sum(const Lattice &lattice, const Lattice &by, double factor)
 {
@@ -66,7 +66,7 @@ void improve(Folding &folding, Lattice &lattice, int steps, double spread, doubl
 // A pixel covers this many bins; a bell narrower than half of one would find gaps between them.
 double narrowest(const Lattice &lattice)
 {
-    return std::max(1.0, kBins * length(lattice.down) / 2);
+    return std::max(1.0, kFoldBins * length(lattice.down) / 2);
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST_F(Program, SaysSoWhenThePlugInCannotGoOn)
 TEST_F(Program, EndsWellAtASlowDisplay)
 {
     display.beSlow();
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 2; ++i)
         expectGoodEnd(
             with("", "xdotool windowfocus --sync $window; for key in a b c ctrl+q; do xdotool key $key; done"));
 }

@@ -10,7 +10,7 @@ namespace plates = riders::plates;
 
 using Pages = std::vector<int>;
 
-std::string refusalOf(const std::string &text)
+std::string refusal(const std::string &text)
 {
     try {
         plates::pagesFromText(text);
@@ -32,11 +32,11 @@ TEST(PageList, IsNumbersAndRanges)
 TEST(PageList, AnythingElseIsRefusedInWords)
 {
     for (const char *text : {",", "1,", ",1", "a", "1-", "-1", "1--2", "1-2-3", "1.5", "1 2", "+1", " "})
-        EXPECT_EQ(refusalOf(text), "\"" + std::string(text) + "\" is not a list of pages such as 1,3-5") << text;
-    EXPECT_EQ(refusalOf("5-3"), "the pages 5-3 run backwards");
-    EXPECT_EQ(refusalOf("0"), "there is no page 0; pages go from 1 to 100000");
-    EXPECT_EQ(refusalOf("1-100001"), "there is no page 100001; pages go from 1 to 100000");
-    EXPECT_EQ(refusalOf("99999999999"), "there is no page 99999999999; pages go from 1 to 100000");
+        EXPECT_EQ(refusal(text), "\"" + std::string(text) + "\" is not a list of pages such as 1,3-5") << text;
+    EXPECT_EQ(refusal("5-3"), "the pages 5-3 run backwards");
+    EXPECT_EQ(refusal("0"), "there is no page 0; pages go from 1 to 100000");
+    EXPECT_EQ(refusal("1-100001"), "there is no page 100001; pages go from 1 to 100000");
+    EXPECT_EQ(refusal("99999999999"), "there is no page 99999999999; pages go from 1 to 100000");
 }
 
 TEST(PageList, IsWrittenAsShortAsPossible)

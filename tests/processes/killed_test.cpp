@@ -128,4 +128,23 @@ TEST_P(Killed, LeavesOldOrNewAndNoHarmForTheNext)
     EXPECT_GT(kills, 0);
 }
 
+// It would tell of the file that is gone.
+TEST(KilledBetween, NoNewFileHasTheCompanionOfAnEarlierOne)
+{
+    TemporaryFolder place;
+    CommandsFolder folder(place / "folder");
+    const ChangingCommand command = {.name = {}, .before = {"touch ._film"}, .words = "make -o film", .parts = {}};
+    folder.reset(command);
+    const std::vector<FileChange> changes = follow({folder.program(command)}).changes;
+    const auto names = [](const char *name) {
+        return [name](const FileChange &change) {
+            return change.path.filename() == name || change.named.filename() == name;
+        };
+    };
+    const auto gone = std::find_if(changes.begin(), changes.end(), names("._film"));
+    const auto there = std::find_if(changes.begin(), changes.end(), names("film"));
+    ASSERT_NE(there, changes.end());
+    EXPECT_LT(gone - changes.begin(), there - changes.begin());
+}
+
 INSTANTIATE_TEST_SUITE_P(Commands, Killed, ::testing::ValuesIn(changingCommands()), nameOf);

@@ -4,6 +4,7 @@
 #include "support/plugin_test.h"
 
 #include "support/riders_pieces.h"
+#include "support/sanitized.h"
 
 namespace fs = std::filesystem;
 
@@ -125,7 +126,7 @@ private:
     int turns_ = 0, doing_ = 0, values_ = 0, annotations_ = 0, files_ = 0;
 };
 
-TEST_F(OutOfMemory, OnceInTheSettingsDialog) { failEach(kCommandSettings, false); }
+TEST_F(OutOfMemory, OnceInTheSettingsDialog) { failEach(kCommandSettings, false, triesLess() ? 5 : 1); }
 TEST_F(OutOfMemory, ForGoodInTheSettingsDialog) { failEach(kCommandSettings, true, 7); }
 TEST_F(OutOfMemory, InRemoving)
 {

@@ -70,7 +70,7 @@ protected:
 
 const Rect kBox = {20, 30, 40, 230};
 
-std::vector<int> sides(const Rect &r)
+std::vector<int> edges(const Rect &r)
 {
     return {r.left, r.top, r.right, r.bottom};
 }
@@ -78,9 +78,9 @@ std::vector<int> sides(const Rect &r)
 TEST_F(Popup, WithoutATitleTheBoxIsTheWholeControl)
 {
     PopupInfo info = make(kBox);
-    EXPECT_EQ(sides(info.bounds), sides(kBox));
-    EXPECT_EQ(sides(info.popupRect), sides(kBox));
-    EXPECT_EQ(sides(info.titleRect), (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(edges(info.bounds), edges(kBox));
+    EXPECT_EQ(edges(info.popupRect), edges(kBox));
+    EXPECT_EQ(edges(info.titleRect), (std::vector<int>{0, 0, 0, 0}));
     EXPECT_EQ(info.titleWidth, 8);
     EXPECT_EQ(info.menuPos.h, 31);
     EXPECT_EQ(info.menuPos.v, 21);
@@ -98,8 +98,8 @@ TEST_F(Popup, TitleStandsLeftOfTheBox)
     PopupInfo info = make(kBox, "Font:");
     int width = StringWidth(P("Font:")) + 8;
     EXPECT_EQ(info.titleWidth, width);
-    EXPECT_EQ(sides(info.popupRect), (std::vector<int>{30 + width, 20, 230, 40}));
-    EXPECT_EQ(sides(info.titleRect), (std::vector<int>{30, 21, 30 + width, 39}));
+    EXPECT_EQ(edges(info.popupRect), (std::vector<int>{30 + width, 20, 230, 40}));
+    EXPECT_EQ(edges(info.titleRect), (std::vector<int>{30, 21, 30 + width, 39}));
     auto lines = drawn(popup_);
     EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
                             [](const std::string &line) { return line.starts_with("text 34,35 \"Font:\""); }));

@@ -16,6 +16,7 @@
 #include "source/restless_walk.h"
 #include "support/command.h"
 #include "support/plugin_test.h"
+#include "support/sanitized.h"
 #include "toolbox/memory.h"
 #include "toolbox/windows.h"
 
@@ -310,7 +311,7 @@ constexpr int kEventsOfAWalk = 400;
 
 TEST_F(Restless, UserFindsNothing)
 {
-    unsigned events = numberFrom("RIDERS_RESTLESS_EVENTS", 4000);
+    unsigned events = numberFrom("RIDERS_RESTLESS_EVENTS", triesLess() ? 2000 : 4000);
     unsigned seed = numberFrom("RIDERS_RESTLESS_SEED", 20261120);
     std::printf("%u events from seed %u\n", events, seed);
     // Reported only at the end: a walk checks for failures to see whether it has failed.

@@ -10,7 +10,7 @@ using toolbox::FileCall;
 
 namespace {
 
-const std::string kMagic = "%!KT1_Spot";
+const std::string kSpotMagic = "%!KT1_Spot";
 
 class SpotImport : public OpenSettings {
 protected:
@@ -51,7 +51,7 @@ protected:
 TEST_F(SpotImport, BodyIsAllAfterTheFirstReturn)
 {
     const std::string text("{ dup\r\0mul\n}\xFF", 13);
-    EXPECT_TRUE(import(kMagic + " by me\r" + text));
+    EXPECT_TRUE(import(kSpotMagic + " by me\r" + text));
     EXPECT_EQ(body(), text);
     EXPECT_EQ(settings.spotImported, 1);
     EXPECT_EQ(plain(settings.spotName), "Stars");
@@ -59,32 +59,32 @@ TEST_F(SpotImport, BodyIsAllAfterTheFirstReturn)
 
 TEST_F(SpotImport, HeaderAloneGivesAnEmptyBody)
 {
-    EXPECT_TRUE(import(kMagic + "\r"));
+    EXPECT_TRUE(import(kSpotMagic + "\r"));
     EXPECT_EQ(gSpotLength, 0);
     EXPECT_NE(gSpotHandle, nullptr);
 }
 
 TEST_F(SpotImport, ReturnBeforeTheMagicCounts)
 {
-    EXPECT_TRUE(import("abc\r" + kMagic + "\r{ }"));
-    EXPECT_EQ(body(), kMagic + "\r{ }");
+    EXPECT_TRUE(import("abc\r" + kSpotMagic + "\r{ }"));
+    EXPECT_EQ(body(), kSpotMagic + "\r{ }");
 }
 
 TEST_F(SpotImport, MagicMayEndAtByte96)
 {
-    EXPECT_TRUE(import(std::string(85, 'x') + "\r" + kMagic + "\r{ }"));
-    EXPECT_FALSE(import(std::string(86, 'x') + "\r" + kMagic + "\r{ }", 1, "Later"));
+    EXPECT_TRUE(import(std::string(85, 'x') + "\r" + kSpotMagic + "\r{ }"));
+    EXPECT_FALSE(import(std::string(86, 'x') + "\r" + kSpotMagic + "\r{ }", 1, "Later"));
 }
 
 TEST_F(SpotImport, ReturnBeyondByte96IsRefused)
 {
-    EXPECT_FALSE(import(std::string(86, 'x') + kMagic + "\r{ }", 1));
+    EXPECT_FALSE(import(std::string(86, 'x') + kSpotMagic + "\r{ }", 1));
     EXPECT_TRUE(reported(16164, 52, " (no return offset)"));
 }
 
 TEST_F(SpotImport, MagicBeyondByte96IsRefused)
 {
-    EXPECT_FALSE(import(std::string(90, 'x') + kMagic + "\r{ }", 1));
+    EXPECT_FALSE(import(std::string(90, 'x') + kSpotMagic + "\r{ }", 1));
     EXPECT_TRUE(reported(16164, 51, " (%!KT1_Spot)"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(SpotImport, EmptyFileIsRefused)
 
 TEST_F(SpotImport, LineFeedIsNoReturn)
 {
-    EXPECT_FALSE(import(kMagic + "\n{ }", 1));
+    EXPECT_FALSE(import(kSpotMagic + "\n{ }", 1));
     EXPECT_TRUE(reported(16164, 52, " (no return offset)"));
 }
 
@@ -118,14 +118,14 @@ TEST_F(SpotImport, OnlyTextFilesAreListed)
 TEST_F(SpotImport, NameOf63CharactersIsKeptWhole)
 {
     const std::string longest(63, 'n');
-    EXPECT_TRUE(import(kMagic + "\r{ }", 0, longest));
+    EXPECT_TRUE(import(kSpotMagic + "\r{ }", 0, longest));
     EXPECT_EQ(plain(settings.spotName), longest);
 }
 
 TEST_F(SpotImport, NewImportFreesTheOldOne)
 {
     haveEarlier();
-    EXPECT_TRUE(import(kMagic + "\r{ new }"));
+    EXPECT_TRUE(import(kSpotMagic + "\r{ new }"));
     EXPECT_EQ(body(), "{ new }");
     close();
 }
@@ -134,7 +134,7 @@ TEST_F(SpotImport, NewImportLeavesTheOneKeptForCancelling)
 {
     haveEarlier();
     gSavedSpotHandle = gSpotHandle;
-    EXPECT_TRUE(import(kMagic + "\r{ new }"));
+    EXPECT_TRUE(import(kSpotMagic + "\r{ new }"));
     EXPECT_EQ(std::string(*gSavedSpotHandle, 11), "{ earlier }");
     close();
 }
@@ -155,7 +155,7 @@ TEST_P(FailedImport, IsReportedAndLeavesTheEarlierOne)
     const Failure &failure = GetParam();
     haveEarlier();
     toolbox::faults::failFileCall(failure.call, failure.nth, ioErr);
-    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_FALSE(import(kSpotMagic + "\r{ new }", 1));
     EXPECT_TRUE(reported(failure.message, -36, failure.context));
     EXPECT_EQ(body(), "{ earlier }");
     EXPECT_EQ(settings.spotImported, !failure.clearsFlag);
@@ -177,12 +177,12 @@ TEST_F(SpotImport, FailedReadWithoutAnEarlierImportKeepsTheNewLengthUnused)
 {
     gSpotLength = 77;
     toolbox::faults::failFileCall(FileCall::read, 2, ioErr);
-    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_FALSE(import(kSpotMagic + "\r{ new }", 1));
     EXPECT_EQ(settings.spotImported, 0);
     ASSERT_NE(gSpotHandle, nullptr);
     EXPECT_EQ(GetHandleSize(gSpotHandle), 7);
     EXPECT_EQ(gSpotLength, 0);
-    EXPECT_TRUE(import(kMagic + "\r{ again }"));
+    EXPECT_TRUE(import(kSpotMagic + "\r{ again }"));
     EXPECT_EQ(body(), "{ again }");
     close();
 }
@@ -193,7 +193,7 @@ TEST_F(SpotImport, NoMemoryForTheBodyWithoutAnEarlierImportPutsTheLengthBack)
     int last = 0;
     for (int times = 0; times < 2; ++times) {  // the first loads resources
         toolbox::faults::clear();
-        ASSERT_TRUE(import(kMagic + "\r{ new }"));
+        ASSERT_TRUE(import(kSpotMagic + "\r{ new }"));
         last = toolbox::faults::allocationCount();
         DisposeHandle(gSpotHandle);
         gSpotHandle = nullptr;
@@ -201,7 +201,7 @@ TEST_F(SpotImport, NoMemoryForTheBodyWithoutAnEarlierImportPutsTheLengthBack)
     }
     gSpotLength = 77;
     toolbox::faults::failAllocation(last);
-    EXPECT_FALSE(import(kMagic + "\r{ new }", 1));
+    EXPECT_FALSE(import(kSpotMagic + "\r{ new }", 1));
     EXPECT_TRUE(reported(16152, 95, " (newhandle)"));
     EXPECT_EQ(gSpotHandle, nullptr);
     EXPECT_EQ(settings.spotImported, 0);
@@ -211,7 +211,7 @@ TEST_F(SpotImport, NoMemoryForTheBodyWithoutAnEarlierImportPutsTheLengthBack)
 
 TEST_F(SpotImport, OpenedFileIsClosed)
 {
-    import(kMagic + "\r{ }");
+    import(kSpotMagic + "\r{ }");
     import("no spot", 1, "Other");
     EXPECT_EQ(leftBehind().openFiles, 0);
 }
@@ -220,7 +220,7 @@ TEST_F(SpotImport, FileLargerThanMemoryIsRefused)
 {
     configuration.heapBytes = 512 * 1024;
     reopen();
-    EXPECT_FALSE(import(kMagic + "\r" + std::string(1024 * 1024, ' '), 1));
+    EXPECT_FALSE(import(kSpotMagic + "\r" + std::string(1024 * 1024, ' '), 1));
     EXPECT_TRUE(reported(16152, 96, " (maxmem)"));
     EXPECT_EQ(settings.spotImported, 0);
 }
@@ -228,18 +228,18 @@ TEST_F(SpotImport, FileLargerThanMemoryIsRefused)
 TEST_F(SpotImport, FailureBeforeTheReadPutsTheLengthBack)
 {
     gSpotLength = 77;
-    for (const std::string &bytes : {std::string("something else"), kMagic, std::string()}) {
+    for (const std::string &bytes : {std::string("something else"), kSpotMagic, std::string()}) {
         EXPECT_FALSE(import(bytes, 1));
         EXPECT_EQ(gSpotLength, 77);
     }
     toolbox::faults::failFileCall(FileCall::getEOF, 1, ioErr);
-    EXPECT_FALSE(import(kMagic + "\r{ }", 1));
+    EXPECT_FALSE(import(kSpotMagic + "\r{ }", 1));
     EXPECT_EQ(gSpotLength, 77);
 }
 
 TEST_F(SpotImport, HeapTooFullForTheHeaderIsReported)
 {
-    writeFile(folder / "Check", kMagic + "\r{ }");
+    writeFile(folder / "Check", kSpotMagic + "\r{ }");
     int16_t refNum = 0;
     int32_t offset = 0;
     ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);
@@ -254,7 +254,7 @@ TEST_F(SpotImport, HeapTooFullForTheHeaderIsReported)
 
 TEST_F(SpotImport, NoMemoryForTheHeaderIsReported)
 {
-    writeFile(folder / "Check", kMagic + "\r{ }");
+    writeFile(folder / "Check", kSpotMagic + "\r{ }");
     int16_t refNum = 0;
     int32_t offset = 0;
     ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);
@@ -277,7 +277,7 @@ TEST_F(SpotImport, NoMemoryForTheBodyIsReportedAndTheEarlierOneKept)
     for (; nth > 0 && !toolbox::faults::met(); --nth) {
         toolbox::faults::clear();
         toolbox::faults::failAllocation(nth);
-        import(kMagic + "\r{ " + std::to_string(nth) + " }");
+        import(kSpotMagic + "\r{ " + std::to_string(nth) + " }");
     }
     ASSERT_TRUE(toolbox::faults::met());
     ASSERT_LT(nth, 99) << "the first import is to succeed";
@@ -290,7 +290,7 @@ TEST_F(SpotImport, NoMemoryForTheBodyIsReportedAndTheEarlierOneKept)
 
 TEST_F(SpotImport, CheckLeavesTheMarkAtTheStart)
 {
-    for (const std::string &bytes : {kMagic + "\r{ }", std::string("something else")}) {
+    for (const std::string &bytes : {kSpotMagic + "\r{ }", std::string("something else")}) {
         writeFile(folder / "Check", bytes);
         int16_t refNum = 0;
         ASSERT_EQ(FSOpen(P("Check"), *toolbox::folders::workingDirectory(folder.path()), &refNum), noErr);

@@ -9,6 +9,7 @@
 
 #include "source/ktAnnoDlg.h"
 #include "source/ktFreqDlg.h"
+#include "support/sanitized.h"
 #include "toolbox/menus.h"
 
 namespace
@@ -30,7 +31,7 @@ std::ostream &operator<<(std::ostream &out, const Verdict &verdict)
 }
 
 // Compared for each kind, separator and mode.
-constexpr int kTexts = 100000;
+const int kTexts = triesLess() ? 10000 : 100000;
 
 const std::string kSaved = "45"; // what the field held on opening
 

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int16_t id = 500;
-enum { okItem = 1, padItem = 2 };
+constexpr int16_t movedID = 500;
+enum { movedOk = 1, padItem = 2 };
 
 class DialogPlaces : public ToolboxTest {
 protected:
@@ -16,17 +16,17 @@ protected:
     {
         ToolboxTest::SetUp();
         openNewResourceFile(folder.path());
-        ItemList().item(ctrlItem + btnCtrl, 200, 100, 70, 20, "OK").item(userItem, 0, 0, 10, 10).add(id);
-        addDialog(id, 100, 100, 300, 130, true, movableDBoxProc);
+        ItemList().item(ctrlItem + btnCtrl, 200, 100, 70, 20, "OK").item(userItem, 0, 0, 10, 10).add(movedID);
+        addDialog(movedID, 100, 100, 300, 130, true, movableDBoxProc);
     }
 
     // Lets the user act with the dialog until it is confirmed.
     void run(const std::function<void()> &steps)
     {
-        dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
+        dialog = GetNewDialog(movedID, nullptr, reinterpret_cast<WindowPtr>(-1));
         steps();
         user.key("return");
-        runUntil(dialog, okItem);
+        runUntil(dialog, movedOk);
     }
     void expectCorner(int h, int v, const std::string &when)
     {
@@ -57,7 +57,7 @@ protected:
     static void addPlaced(int16_t number, int position)
     {
         ResourceBytes bytes;
-        bytes.rect(0, 0, 200, 100).word(dBoxProc).byte(1).byte(0).byte(0).byte(0).longWord(0).word(id);
+        bytes.rect(0, 0, 200, 100).word(dBoxProc).byte(1).byte(0).byte(0).byte(0).longWord(0).word(movedID);
         bytes.pascal("").evenly().word(position).add('DLOG', number);
     }
 

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int16_t id = 500;
-enum { okItem = 1, lineItem = 2, textItem = 3, otherItem = 4 };
+constexpr int16_t fieldsID = 500;
+enum { fieldsOk = 1, lineItem = 2, textItem = 3, otherItem = 4 };
 constexpr uint16_t shift = shiftKey, command = cmdKey, option = optionKey;
 
 // A dialog with fields of one line, of four lines, and of one line again.
@@ -23,20 +23,20 @@ protected:
             .item(editText | itemDisable, 20, 10, 100, 16, "one two, three")
             .item(editText | itemDisable, 20, 50, 100, 64, "alpha beta gamma delta epsilon zeta")
             .item(editText | itemDisable, 150, 10, 100, 16, "x")
-            .add(id);
-        addDialog(id, 100, 100, 300, 180);
+            .add(fieldsID);
+        addDialog(fieldsID, 100, 100, 300, 180);
     }
 
     // Lets the user act with the field current and the caret at its beginning.
     void edit(int16_t item, const std::function<void()> &steps)
     {
-        DialogPtr dialog = GetNewDialog(id, nullptr, reinterpret_cast<WindowPtr>(-1));
+        DialogPtr dialog = GetNewDialog(fieldsID, nullptr, reinterpret_cast<WindowPtr>(-1));
         SelIText(dialog, item, 0, 0);
         ShowWindow(dialog);
         user.then([this, dialog] { text = reinterpret_cast<DialogPeek>(dialog)->textH; });
         steps();
         user.key("return");
-        runUntil(dialog, okItem);
+        runUntil(dialog, fieldsOk);
         text = nullptr;
     }
 

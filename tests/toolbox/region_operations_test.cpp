@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int side = 24;
-using Bits = std::bitset<side * side>;
+using Square = std::bitset<side * side>;
 
 Rect randomRect(std::mt19937 &random)
 {
@@ -17,9 +17,9 @@ Rect randomRect(std::mt19937 &random)
     return {coordinate(), coordinate(), coordinate(), coordinate()};  // empty ones too
 }
 
-Bits bitsOf(const Rect &r)
+Square bitsOf(const Rect &r)
 {
-    Bits bits;
+    Square bits;
     for (int v = r.top; v < r.bottom; ++v)
         for (int h = r.left; h < r.right; ++h)
             bits.set(v * side + h);
@@ -42,18 +42,18 @@ protected:
             DisposeRgn(region);
         ToolboxTest::TearDown();
     }
-    static Bits bitsOf(RgnHandle region)
+    static Square bitsOf(RgnHandle region)
     {
-        Bits bits;
+        Square bits;
         for (int v = 0; v < side; ++v)
             for (int h = 0; h < side; ++h)
                 bits[v * side + h] = PtInRgn({int16_t(v), int16_t(h)}, region);
         return bits;
     }
     // A region of several rectangles, and the same as bits.
-    Bits fill(RgnHandle region, std::mt19937 &random)
+    Square fill(RgnHandle region, std::mt19937 &random)
     {
-        Bits bits;
+        Square bits;
         RgnHandle one = NewRgn();
         SetEmptyRgn(region);
         for (unsigned i = random() % 5; i > 0; --i) {
@@ -65,7 +65,7 @@ protected:
         DisposeRgn(one);
         return bits;
     }
-    static void expectBoundsFit(RgnHandle region, const Bits &bits)
+    static void expectBoundsFit(RgnHandle region, const Square &bits)
     {
         Rect extent{};
         for (int v = 0; v < side; ++v)
@@ -105,9 +105,9 @@ TEST_F(Regions, CombineAsSetsOfPixelsDo)
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     for (int round = 0; round < 150; ++round) {
-        const Bits a = fill(regions[0], random), b = fill(regions[1], random);
+        const Square a = fill(regions[0], random), b = fill(regions[1], random);
         ASSERT_EQ(bitsOf(regions[0]), a);
-        const std::pair<void (*)(RgnHandle, RgnHandle, RgnHandle), Bits> operations[] = {
+        const std::pair<void (*)(RgnHandle, RgnHandle, RgnHandle), Square> operations[] = {
             {SectRgn, a & b}, {UnionRgn, a | b}, {DiffRgn, a & ~b}, {XorRgn, a ^ b}};
         for (const auto &[combine, expected] : operations) {
             combine(regions[0], regions[1], regions[2]);

@@ -7,11 +7,11 @@
 
 namespace {
 
-const WindowPtr inFront = reinterpret_cast<WindowPtr>(-1);
+const WindowPtr foremost = reinterpret_cast<WindowPtr>(-1);
 
 class Windows : public DialogTest {
 protected:
-    WindowPtr make(int left, int top, int right, int bottom, int procID = plainDBox, WindowPtr behind = inFront,
+    WindowPtr make(int left, int top, int right, int bottom, int procID = plainDBox, WindowPtr behind = foremost,
                    bool visible = true)
     {
         Rect bounds;
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-constexpr uint32_t white = 0xFFFFFF;
+constexpr uint32_t plainWhite = 0xFFFFFF;
 
 }  // namespace
 
@@ -109,7 +109,7 @@ TEST_F(Windows, TheCloseBoxIsASquareOfElevenPixelsInTheTitleBar)
 TEST_F(Windows, TheFrontWindowIsTheFirstVisibleOne)
 {
     WindowPtr back = make(100, 100, 200, 200);
-    WindowPtr hidden = make(100, 100, 200, 200, plainDBox, inFront, false);
+    WindowPtr hidden = make(100, 100, 200, 200, plainDBox, foremost, false);
     WindowPtr last = make(300, 300, 400, 400, plainDBox, nullptr);
     EXPECT_EQ(FrontWindow(), back);
     ShowWindow(hidden);
@@ -145,7 +145,7 @@ TEST_F(Windows, WhatIsUncoveredIsErasedAndUpdated)
     PaintRect(&front->portRect);
     EXPECT_EQ(pixel(160, 160), 0u);
     HideWindow(front);
-    EXPECT_EQ(pixel(160, 160), white);
+    EXPECT_EQ(pixel(160, 160), plainWhite);
     EXPECT_EQ(update(), std::vector<WindowPtr>{back});
     EXPECT_EQ(update(), std::vector<WindowPtr>{});
 }
@@ -215,7 +215,7 @@ TEST_F(Windows, APointBelongsToContentFrameOrNoWindow)
 
 TEST_F(Windows, MovingAnInvisibleWindowMovesItsCoordinates)
 {
-    WindowPtr window = make(0, 30, 100, 130, dBoxProc, inFront, false);
+    WindowPtr window = make(0, 30, 100, 130, dBoxProc, foremost, false);
     MoveWindow(window, 250, 160, false);
     SetPort(window);
     Point corner{0, 0};
@@ -223,7 +223,7 @@ TEST_F(Windows, MovingAnInvisibleWindowMovesItsCoordinates)
     EXPECT_EQ(corner.h, 250);
     EXPECT_EQ(corner.v, 160);
     ShowWindow(window);
-    EXPECT_EQ(pixel(300, 200), white);
+    EXPECT_EQ(pixel(300, 200), plainWhite);
     EXPECT_TRUE(sees(window, 0, 0));
 }
 
@@ -243,10 +243,10 @@ TEST_F(Windows, TheFrameOfADialogHasTwoLines)
 {
     make(100, 100, 200, 200, dBoxProc);
     EXPECT_EQ(pixel(92, 150), 0u);
-    EXPECT_EQ(pixel(93, 150), white);
+    EXPECT_EQ(pixel(93, 150), plainWhite);
     EXPECT_EQ(pixel(95, 150), 0u);
     EXPECT_EQ(pixel(96, 150), 0u);
-    EXPECT_EQ(pixel(97, 150), white);
+    EXPECT_EQ(pixel(97, 150), plainWhite);
     EXPECT_EQ(pixel(207, 150), 0u);
 }
 
@@ -254,7 +254,7 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
 {
     ResourceBytes table;
     table.longWord(0).word(0).word(0).word(0).word(0xFC00).word(0xF37D).word(0x052F).add('wctb', 7);
-    WindowPtr window = make(100, 100, 200, 200, plainDBox, inFront, false);
+    WindowPtr window = make(100, 100, 200, 200, plainDBox, foremost, false);
     Handle resource = GetResource('wctb', 7);
     SetWinColor(window, resource);
     ReleaseResource(resource);
@@ -262,7 +262,7 @@ TEST_F(Windows, AColourTableGivesTheContentItsColour)
     EXPECT_EQ(pixel(150, 150), 0xFFFF00u);
     machine.setDisplays({{{0, 0, 480, 640}, 1}});
     update();
-    EXPECT_EQ(pixel(150, 150), white) << "no colours with one bit per pixel";
+    EXPECT_EQ(pixel(150, 150), plainWhite) << "no colours with one bit per pixel";
     DisposeWindow(window);
     EXPECT_EQ(toolbox::leftBehind(), before) << toolbox::leftBehind().text();
 }
@@ -279,7 +279,7 @@ TEST_F(Windows, ANewWindowWithoutMemoryIsNilAndLeavesNothing)
 {
     for (int nth = 1;; ++nth) {
         toolbox::faults::failAllocation(nth);
-        WindowPtr window = make(100, 100, 200, 200, plainDBox, inFront, false);
+        WindowPtr window = make(100, 100, 200, 200, plainDBox, foremost, false);
         bool met = toolbox::faults::met();
         toolbox::faults::clear();
         if (!met) {
@@ -316,5 +316,5 @@ TEST_F(Windows, AColourOutsideTheEightIsShownExactly)
     machine.setDisplays({{{0, 0, 480, 640}, 1}});
     update();
     EraseRect(&all);
-    EXPECT_EQ(pixel(150, 150), white);
+    EXPECT_EQ(pixel(150, 150), plainWhite);
 }

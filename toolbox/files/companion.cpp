@@ -29,14 +29,13 @@ bool isBlank(std::string_view bytes)
     return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == '\0'; });
 }
 
-// The type and creator that the file has without a companion. One that may not be read is of no known type; one
-// that cannot be read may be of any.
+// The type and creator that the file has without a companion. One that cannot be read may be of any type.
 OSErr plainType(const fs::path &file, std::string &type)
 {
     type = "????????";
     Descriptor opened = openPath(file, O_RDONLY);
     if (!opened.open())
-        return errno == EACCES || errno == EPERM ? OSErr{noErr} : errorOf(errno, Aim::open, file);
+        return errorOf(errno, Aim::open, file);
     bool isText = false;
     OSErr error = beginsAsText(opened.number(), isText);
     if (isText)

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int firstTitle = 10;     // from the display's left edge
 constexpr int margin = 8;          // left and right of a title's text
-constexpr int baseline = 14;
+constexpr int textBase = 14;
 
 std::int16_t hilited = 0;
 
@@ -54,7 +54,7 @@ void drawTitles()
         Str255 text;
         titleText(title.menu, text);
         useTitleText();
-        MoveTo(static_cast<int16_t>(title.place.left + margin), static_cast<int16_t>(title.place.top - 1 + baseline));
+        MoveTo(static_cast<int16_t>(title.place.left + margin), static_cast<int16_t>(title.place.top - 1 + textBase));
         DrawString(text);
         if (!isEnabled(title.menu))
             quickdraw::dim(title.place);

@@ -84,7 +84,7 @@ int16_t count(const Files &files, ResType type)
     return static_cast<int16_t>(std::min<int>(number, INT16_MAX));
 }
 
-Resource *known(Handle handle)
+Resource *resourceIn(Handle handle)
 {
     Resource *resource = resourceOf(handle);
     result(resource ? noErr : resNotFound);
@@ -135,7 +135,7 @@ Handle Get1IndResource(ResType type, int16_t index)
 
 void GetResInfo(Handle handle, int16_t *id, ResType *type, Str255 name)
 {
-    const Resource *resource = known(handle);
+    const Resource *resource = resourceIn(handle);
     if (!resource)
         return;
     if (id)
@@ -148,13 +148,13 @@ void GetResInfo(Handle handle, int16_t *id, ResType *type, Str255 name)
 
 int16_t GetResAttrs(Handle handle)
 {
-    const Resource *resource = known(handle);
+    const Resource *resource = resourceIn(handle);
     return resource ? resource->attributes : 0;
 }
 
 Size SizeResource(Handle handle)
 {
-    const Resource *resource = known(handle);
+    const Resource *resource = resourceIn(handle);
     if (!resource)
         return -1;
     return resource->stored ? static_cast<Size>(resource->stored->size()) : GetHandleSize(handle);
@@ -162,6 +162,6 @@ Size SizeResource(Handle handle)
 
 void LoadResource(Handle handle)
 {
-    if (Resource *resource = known(handle))
+    if (Resource *resource = resourceIn(handle))
         result(load(*resource));
 }

@@ -8,7 +8,7 @@ namespace toolbox::resources {
 namespace {
 
 constexpr std::uint32_t dataPlace = 0x100;
-constexpr std::uint32_t headerLength = 16;
+constexpr std::uint32_t headerBytes = 16;
 constexpr std::uint32_t typeListPlace = 28;
 constexpr std::size_t firstUnreachable = 1 << 24;
 // The original readers treated the map's offsets as signed numbers.
@@ -84,7 +84,7 @@ std::optional<std::string> together(const Parts &parts, std::size_t typeCount)
     bytes.resize(dataPlace, '\0');
     bytes += parts.data;
     bytes += head;
-    bytes.append(typeListPlace - 4 - headerLength, '\0');
+    bytes.append(typeListPlace - 4 - headerBytes, '\0');
     appendWord(bytes, typeListPlace);
     appendWord(bytes, static_cast<std::uint32_t>(namesPlace));
     appendWord(bytes, static_cast<std::uint32_t>(typeCount) - 1);

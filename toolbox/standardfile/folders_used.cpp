@@ -40,14 +40,22 @@ MenuHandle pathMenu(const std::vector<fs::path> &folders)
 
 }  // namespace
 
+// One that cannot be looked at may be there: a file saved in another one instead would be lost.
+static bool isGone(const fs::path &folder)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(folder, error);
+    return status.type() != fs::file_type::none && !fs::is_directory(status);
+}
+
 fs::path nearestFolder(fs::path folder)
 {
     std::error_code error;
     folder = fs::absolute(folder, error).lexically_normal();
-    while (!fs::is_directory(folder, error) && folder.has_relative_path())
+    while (folder.has_relative_path() && isGone(folder))
         folder = folder.parent_path();
     fs::path real = fs::canonical(folder, error);
-    return error ? fs::path("/") : real;
+    return error ? folder : real;
 }
 
 fs::path startingFolder()
