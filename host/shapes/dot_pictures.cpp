@@ -11,7 +11,7 @@ namespace riders::shapes {
 namespace {
 
 // A pixel's grey is what so many samples in it have, in each direction.
-constexpr int kParts = 3;
+constexpr int kPartsASide = 3;
 
 bool isInked(const Growth &growth, double x, double y, double tint)
 {
@@ -26,12 +26,13 @@ std::uint8_t greyAt(const Growth &growth, const DotPicture &picture, int left, i
 {
     const double width = picture.columns * picture.cellPixels;
     int paper = 0;
-    for (int part = 0; part < kParts * kParts; ++part) {
-        const double x = left + (part % kParts + 0.5) / kParts, y = top + (part / kParts + 0.5) / kParts;
+    for (int part = 0; part < kPartsASide * kPartsASide; ++part) {
+        const double x = left + (part % kPartsASide + 0.5) / kPartsASide,
+                     y = top + (part / kPartsASide + 0.5) / kPartsASide;
         const double tint = picture.leftTint + (picture.rightTint - picture.leftTint) * x / width;
         paper += !isInked(growth, x / picture.cellPixels, y / picture.cellPixels, tint);
     }
-    return static_cast<std::uint8_t>(255 * paper / (kParts * kParts));
+    return static_cast<std::uint8_t>(255 * paper / (kPartsASide * kPartsASide));
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ std::string directionOf(Cells on)
     return on.x == 0 ? "to columns" : "aslant";
 }
 
-std::vector<int> inOrder(const Growth &growth)
+std::vector<int> samplesByTint(const Growth &growth)
 {
     std::vector<int> order(kSamples);
     for (int sample = 0; sample < kSamples; ++sample) {
@@ -97,7 +97,7 @@ Joining joiningOf(const Growth &growth)
     std::vector<char> inked(kSamples, 0);
     Cells first;
     Joining joining;
-    for (const int sample : inOrder(growth)) {
+    for (const int sample : samplesByTint(growth)) {
         inked[static_cast<std::size_t>(sample)] = 1;
         for (const auto &[dx, dy] : kSides) {
             const auto [other, on] = neighbour(sample, dx, dy);

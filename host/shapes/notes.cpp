@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kFewValues = 48;
 
-std::string percent(double share)
+std::string percentOf(double share)
 {
     return std::to_string(std::lround(100 * share)) + " %";
 }
@@ -50,8 +50,8 @@ std::vector<std::string> notesOn(const std::vector<float> &values)
     if (bands.count == 1)
         notes.emplace_back("all its values are equal: it gives no dots");
     else if (share > kLineShare)
-        notes.push_back(percent(share) + " of the cell has one value: from " + percent(from) + " to " +
-                        percent(from + share) + " of ink it does not say where the dot grows");
+        notes.push_back(percentOf(share) + " of the cell has one value: from " + percentOf(from) + " to " +
+                        percentOf(from + share) + " of ink it does not say where the dot grows");
     else if (bands.count < kFewValues)
         notes.push_back("it gives only " + std::to_string(bands.count) +
                         " different values: it does not say where "
