@@ -24,6 +24,9 @@ void measureMeter();
 // A job's time with and without a riders file; jobs of photographs against
 // ones with setscreen.
 void measureScreenTime(const std::filesystem::path &riders);
+// The plates of colour jobs against their sets at three resolutions, every set: half an hour. And a colour job's time
+// against one with setcolorscreen.
+void measurePlates(const std::filesystem::path &riders);
 // How close the dots on film come to what was asked for, over 90 pairs of
 // frequency and angle at three resolutions: minutes. The sample: every seventh.
 void measureScreens(const std::filesystem::path &riders);

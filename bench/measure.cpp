@@ -24,6 +24,7 @@ const Table tables[] = {
     {"proof", measureProof},
     {"meter", [](const std::filesystem::path &) { measureMeter(); }},
     {"screen-time", measureScreenTime},
+    {"plates", measurePlates},
     {"screens-sample", measureScreensSample},
     {"screens", measureScreens},
 };

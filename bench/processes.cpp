@@ -15,11 +15,9 @@ namespace {
 
 [[noreturn]] void becomeProgram(char *const *arguments, const char *output)
 {
-    if (*output) {
-        int out = open(output, O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        if (out < 0 || dup2(out, STDOUT_FILENO) < 0)
-            _exit(126);
-    }
+    const int out = *output ? open(output, O_WRONLY | O_CREAT | O_TRUNC, 0644) : open("/dev/null", O_WRONLY);
+    if (out < 0 || dup2(out, STDOUT_FILENO) < 0)
+        _exit(126);
     execvp(arguments[0], arguments);
     _exit(127);
 }

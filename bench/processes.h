@@ -13,7 +13,7 @@ struct ProcessRun {
 };
 
 // Runs the program found in PATH and waits for it. Its standard output goes to
-// the named file, or stays this process's when the name is empty.
+// the named file, or nowhere when the name is empty.
 ProcessRun runProcess(const std::vector<std::string> &arguments, const std::filesystem::path &output = {});
 
 double secondsOf(const std::function<void()> &work);

@@ -95,6 +95,7 @@ std::vector<PlateScreen> chooseScreens(const ScreenWords &words, make::MakeReque
                                    [](const PlateScreen &plate) { return plate.plate == screens::kRestOfPlates; });
     if (rest != plates.end()) {
         askDialogs(request, *rest);
+        request.spotOfSet = !words.set.empty();
         plates.erase(rest);
     }
     for (const PlateScreen &plate : plates)

@@ -29,10 +29,13 @@ struct Supercell {
     int p = 0, q = 0;  // its side is (p, -q) in device pixels
 };
 
-// The whole cells nearest to the supercell's side are those that it was made of.
+// The whole cells nearest to the supercell's side are those that it was made of, where a cell has at least four
+// pixels a side.
 void reachBySupercell(ReachedScreen &screen, const Supercell &of, double dpi)
 {
-    const std::complex<double> asked = std::polar(dpi / screen.askedFrequency, screen.askedAngle * kDegree);
+    constexpr double leastCell = 4;
+    const std::complex<double> asked =
+        std::polar(std::max(dpi / screen.askedFrequency, leastCell), screen.askedAngle * kDegree);
     const std::complex<double> side(of.p, -of.q);
     const std::complex<double> inCells = side / asked;
     const std::complex<double> cells(std::round(inCells.real()), std::round(inCells.imag()));

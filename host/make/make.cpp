@@ -99,15 +99,18 @@ struct Workplace {
     std::filesystem::path settings = folder.path() / "settings";
 };
 
-// The file to import where the menu does not have the dot shape. An installed one is copied to where dialogs find
-// it, wherever the program is.
+// The file to import where the menu does not have the dot shape. An installed one, or one of a set, is copied to
+// where dialogs find it, wherever the program or the set is.
 std::filesystem::path spotFile(const MakeRequest &request, const Workplace &place)
 {
-    const auto installed = request.spot ? screens::installedShape(*request.spot) : std::nullopt;
-    if (!installed)
-        return request.spot.value_or("");
-    std::filesystem::path copy = place.folder.path() / installed->file.filename();
-    std::filesystem::copy_file(installed->file, copy);
+    if (!request.spot)
+        return {};
+    const auto shape =
+        request.spotOfSet ? screens::shapeNamed(*request.spot) : screens::installedShape(*request.spot);
+    if (!shape)
+        return *request.spot;
+    std::filesystem::path copy = place.folder.path() / shape->file.filename();
+    std::filesystem::copy_file(shape->file, copy);
     return copy;
 }
 

@@ -18,7 +18,8 @@ struct MakeRequest {
     std::optional<std::string> frequency;  // lines per inch
     std::optional<std::string> angle;      // degrees
     std::optional<std::string> spot;       // a dot shape of the menu or an installed one, or a file
-    std::vector<PlatePiece> plates;        // of single plates; no dialog has these
+    bool spotOfSet = false;          // the file is where a set of screens has it, perhaps hidden from dialogs
+    std::vector<PlatePiece> plates;  // of single plates; no dialog has these
     std::optional<std::string> flatness;
     std::optional<std::string> annotation;  // UTF-8
     std::optional<std::string> font;

@@ -233,9 +233,10 @@ Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const Spo
 
 double likenessToNamed(const BitPage &page, const ScreenReading &reading, const std::string &spot)
 {
-    for (const NamedSpot &named : namedSpots())
-        if (named.name == spot)
-            return likenessTo(page, reading, named.value).correlation;
+    for (const std::vector<NamedSpot> *known : {&namedSpots(), &rarerSpots()})
+        for (const NamedSpot &named : *known)
+            if (named.name == spot)
+                return likenessTo(page, reading, named.value).correlation;
     return -1;
 }
 

@@ -72,7 +72,7 @@ Likeness likenessTo(const BitPage &page, const ScreenReading &reading, const Spo
 // The correlation with a named spot function; -1 where there is none of that name.
 double likenessToNamed(const BitPage &page, const ScreenReading &reading, const std::string &spot);
 
-// The named spot function that is most like the reading's cell; empty for no
+// The one of namedSpots that is most like the reading's cell; empty for no
 // screen. At low and high ink many look the same: then the first of them.
 std::string nearestSpot(const BitPage &page, const ScreenReading &reading);
 

@@ -47,4 +47,18 @@ const std::vector<NamedSpot> &namedSpots()
     return spots;
 }
 
+const std::vector<NamedSpot> &rarerSpots()
+{
+    static const std::vector<NamedSpot> spots = {
+        {"InvertedSimpleDot", [](double x, double y) { return x * x + y * y - 1; }},
+        {"EllipseA", [](double x, double y) { return 1 - (x * x + 0.9 * y * y); }},
+        {"InvertedEllipseA", [](double x, double y) { return x * x + 0.9 * y * y - 1; }},
+        {"EllipseB", [](double x, double y) { return 1 - std::sqrt(x * x + 0.625 * y * y); }},
+        {"EllipseC", [](double x, double y) { return 1 - (0.9 * x * x + y * y); }},
+        {"InvertedEllipseC", [](double x, double y) { return 0.9 * x * x + y * y - 1; }},
+        {"LineY", [](double, double y) { return y; }},
+    };
+    return spots;
+}
+
 }  // namespace riders::meter

@@ -10,11 +10,10 @@
 namespace riders::proof {
 namespace {
 
-constexpr size_t kMostPictures = 4;
+constexpr size_t kMostPatterns = 12, kMostPictures = 4;
 constexpr double kMillimetres = 25.4;
-constexpr double kLeastShared = 0.02;                 // square inches, an eighth of a square centimetre
-constexpr double kPeriods = 3, kLeastPeriods = 1.25;  // along a picture's side
-constexpr double kFewCells = 40, kCellsInDots = 150;  // likewise
+constexpr double kLeastShared = 0.02;           // square inches, an eighth of a square centimetre
+constexpr double kPeriods = 3, kFewCells = 40;  // along a picture's side, at least
 
 std::string patternName(size_t i)
 {
@@ -30,24 +29,18 @@ std::vector<const plates::BitPlate *> platesOf(const PlatePattern &pattern,
     return plates;
 }
 
-// In millimetres: three periods, but with dots if that leaves more than one.
-double sideFor(const PlatePattern &pattern)
-{
-    const double dots = kCellsInDots * pattern.cell, least = kLeastPeriods * pattern.millimetres;
-    const double side = std::max(kFewCells * pattern.cell, kPeriods * pattern.millimetres);
-    return side > dots && least < dots ? dots : side;
-}
-
 void addPicture(PageFacts &page, PlatePattern &pattern, const std::vector<plates::BitPlate> &bits, double dpi,
                 const std::filesystem::path &folder)
 {
     std::vector<InkedPlate> inked;
     for (const size_t i : pattern.plates)
         inked.push_back({&bits[i], page.plates[i].ink});
-    const Place place = sharedPlace(platesOf(pattern, bits), dpi, sideFor(pattern) / kMillimetres);
+    const double cell = pattern.cell / kMillimetres;
+    const double side = std::max(kFewCells * cell, kPeriods * pattern.millimetres / kMillimetres);
+    const Place place = sharedPlace(platesOf(pattern, bits), dpi, side);
     pattern.shown = std::max(place.width, place.height) * kMillimetres;
-    pattern.afar = pattern.shown > kCellsInDots * pattern.cell * 1.01;
-    const Picture picture = patternPicture(inked, dpi, place, pattern.cell / kMillimetres);
+    pattern.afar = !showsDots(place, cell);
+    const Picture picture = patternPicture(inked, dpi, place, cell);
     writePicture(folder / pattern.picture, picture,
                  std::max(picture.width, picture.height) / std::max(place.width, place.height));
 }
@@ -68,10 +61,9 @@ void takePatternNames(std::set<std::string> &taken)
 void addPatterns(PageFacts &page, const std::vector<plates::BitPlate> &bits, double dpi,
                  const std::filesystem::path &folder)
 {
-    page.patterns = patternsBetween(page.plates);
-    std::erase_if(page.patterns, [&](const PlatePattern &pattern) {
-        return sharedArea(platesOf(pattern, bits), dpi) < kLeastShared;
-    });
+    for (PlatePattern &pattern : patternsBetween(page.plates))
+        if (page.patterns.size() < kMostPatterns && sharedArea(platesOf(pattern, bits), dpi) >= kLeastShared)
+            page.patterns.push_back(std::move(pattern));
     size_t pictures = 0;
     for (PlatePattern &pattern : page.patterns)
         if (!pattern.shared && pattern.light.empty() && pictures < kMostPictures) {

@@ -73,9 +73,8 @@ public:
         int screens = 0;
         for (std::size_t i = 0; i < grids.size(); ++i) {
             const Grid &grid = grids[i];
-            // Lines run at the angle, their wave goes across.
-            const double degrees = grid.kind == GridKind::lines ? grid.angle + 90 : grid.angle;
-            waves_[i] = std::polar(grid.frequency, degrees * std::numbers::pi / 180);
+            // The wave of lines goes across them; but all others look the same after a quarter turn.
+            waves_[i] = std::polar(grid.frequency, grid.angle * std::numbers::pi / 180);
             multiples_[i] = &multiples(grid.kind);
             if (grid.kind != GridKind::threads) {
                 product *= grid.frequency;

@@ -62,6 +62,8 @@ std::vector<std::vector<Change>> proposalsFor(const std::vector<NamedScreen> &sc
         for (const double frequency : others)
             both.push_back({screen, frequency, angle});
     }
+    if (screens.size() > kMostInThrees)  // trying takes too long
+        return {asOthers, turned, both};
     for (double angle = 0; angle < turnOf(grid); angle += kFineStep)
         finely.push_back({screen, {}, angle});
     for (double share = kFrequencyStep; share < kMostFaster + kFrequencyStep / 2; share += kFrequencyStep)

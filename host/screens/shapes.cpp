@@ -49,9 +49,12 @@ bool meansOtherDots(const std::string &name)
 
 std::vector<fs::path> installedFiles()
 {
-    std::vector<fs::path> files;
+    const fs::path folder = dataFolder("shapes");
     std::error_code ignored;
-    for (const fs::directory_entry &entry : fs::directory_iterator(dataFolder("shapes"), ignored))
+    if (fs::status(folder, ignored).type() == fs::file_type::not_found)
+        return {};
+    std::vector<fs::path> files;
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder))
         if (!entry.path().filename().string().starts_with('.'))
             files.push_back(entry.path());
     std::sort(files.begin(), files.end());
@@ -120,6 +123,8 @@ std::vector<std::string> namesOf(const Shape &installed)
 
 std::optional<Shape> installedShape(const std::string &name)
 {
+    if (name.empty() || name.find('/') != name.npos)
+        return std::nullopt;
     for (const fs::path &file : installedFiles())
         for (const std::string &usual : namesOf({file.filename().string(), {}, {}}))
             if (alike(usual, name)) {

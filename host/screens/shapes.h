@@ -18,7 +18,8 @@ struct Shape {
 inline constexpr std::size_t kLongestShape = 64'900;
 
 // The shapes that come with the program, in the order of their names, each named as its file is; none where their
-// folder is not there. Throws Refusal where one of the files is no spot function file.
+// folder is not there. Throws Refusal where one of the files is no spot function file, and
+// std::filesystem::filesystem_error where the folder cannot be read; so do the calls that look for names in it.
 std::vector<Shape> installedShapes();
 
 // The installed shape that shapeNamed finds by that name; nothing for files. Throws Refusal as installedShapes.

@@ -47,6 +47,18 @@ TEST_F(MakeScreens, ASetIsNamedOrAFile)
     EXPECT_EQ(make({"--screens", "Flexo"}), "made: Black 60 lpi at 45°; Gold 60 lpi at 75°, Line\n");
 }
 
+TEST_F(MakeScreens, ASetMayHaveADotShapeBesideItWhereNoDialogFindsIt)
+{
+    writeOwnSet("mine.toml",
+                "name = \"Mine\"\nshape = \"./own.spot\"\n[plates]\nBlack = { angle = 45 }\n\"*\" = {}\n");
+    EXPECT_NE(make({"--screens", "mine"}).find("there is no dot shape and no file"), std::string::npos);
+    writeFile(folder / "config/riders/screens/own.spot", "%!KT1_Spot\rpop % my own\r");
+    EXPECT_NE(make({"--screens", "mine"}).find("made: Black at 45°, "), std::string::npos);
+    const size_t once = made().find("% my own");
+    ASSERT_NE(once, std::string::npos);
+    EXPECT_NE(made().find("% my own", once + 1), std::string::npos);
+}
+
 TEST_F(MakeScreens, OptionsChangeTheSet)
 {
     writeFile(folder / "duo.toml", kDuo);
@@ -131,4 +143,18 @@ TEST_F(MakeScreens, SetsAreListedWithoutThoseThatAreWrong)
     for (const char *line : {"duo: Duo\n  Black 60 lpi at 45°\n", "offset: Offset\n  For: Sheet-fed",
                              "  the rest 45 lpi at 22.5°, Ellipse\n"})
         EXPECT_NE(all.out.find(line), std::string::npos) << line;
+}
+
+TEST_F(MakeScreens, AFileWithPlatesIsARidersFileForJobsAndThePlugin)
+{
+    const std::string job = "%!PS-Adobe-3.0\n%%EndComments\n%%Page: 1 1\nshowpage\n%%EOF\n";
+    writeFile(folder / "job.ps", job);
+    ASSERT_EQ(make({"--screens", "offset"}).substr(0, 11), "made: Cyan ");
+    ASSERT_EQ(riders({"apply", "made", "job.ps", "-o", "with.ps"}).err, "");
+    EXPECT_NE(contentsOf(folder / "with.ps").find(made()), std::string::npos);
+    ASSERT_EQ(riders({"strip", "with.ps", "-o", "without.ps"}).err, "");
+    EXPECT_EQ(contentsOf(folder / "without.ps"), job);
+    writeFile(folder / "remove.play", "start\ncommand 1\nopen made\n");
+    EXPECT_EQ(riders({"play", "remove.play"}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "made"));
 }

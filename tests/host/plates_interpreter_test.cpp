@@ -23,8 +23,9 @@ TEST(InterpreterWords, ShapesAreRecognisedByTheirValues)
         words.take("%%ProofPage");
         return words.report().pages[0].at("Cyan").shape;
     };
-    for (const riders::meter::NamedSpot &spot : riders::meter::namedSpots())
-        EXPECT_EQ(shapeOf(spot.value), spot.name);
+    for (const auto *known : {&riders::meter::namedSpots(), &riders::meter::rarerSpots()})
+        for (const riders::meter::NamedSpot &spot : *known)
+            EXPECT_EQ(shapeOf(spot.value), spot.name);
     EXPECT_EQ(shapeOf([](double x, double y) { return -5 * (x * x + y * y); }), "Round");
     EXPECT_EQ(shapeOf([](double x, double y) { return x * y; }), "");
     riders::plates::InterpreterWords words;

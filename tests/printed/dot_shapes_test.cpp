@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 
+#include "meter/spots.h"
 #include "screens/shapes.h"
 #include "shapes/growth.h"
 #include "shapes/try_shapes.h"
@@ -65,7 +66,7 @@ bool isSameAlongBothAxes(const std::vector<float> &values)
     return isLike(values, [&](int x, int y) { return valueAt(values, y, x); });
 }
 
-TEST(DotShapes, AllGiveValuesEverywhereInTheCell)
+void expectValuesEverywhere()
 {
     EXPECT_EQ(tried().size(), 21U);
     for (const auto &[name, shape] : tried()) {
@@ -76,7 +77,7 @@ TEST(DotShapes, AllGiveValuesEverywhereInTheCell)
     }
 }
 
-TEST(DotShapes, AreSymmetricWhereTheyShouldBe)
+void expectSymmetry()
 {
     const std::vector<std::string> oneSided = {"Double", "DoubleDot", "InvertedDouble", "InvertedDoubleDot"};
     const std::vector<std::string> alike = {"CosineDot",         "Cross", "DoubleDot", "InvertedDoubleDot",
@@ -89,7 +90,7 @@ TEST(DotShapes, AreSymmetricWhereTheyShouldBe)
     }
 }
 
-TEST(DotShapes, InvertedOnesExchangePaperAndInk)
+void expectInverses()
 {
     for (const std::string name : {"SimpleDot", "DoubleDot", "Double", "EllipseA", "EllipseC"}) {
         const std::vector<float> &inverted = tried().at("Inverted" + name).values;
@@ -99,7 +100,7 @@ TEST(DotShapes, InvertedOnesExchangePaperAndInk)
 }
 
 // Equal values are on lines by nature in some: Line and its kin, Square and Cross, and where sines are 0.
-TEST(DotShapes, NoBandsOfEqualValuesAreWiderThanALine)
+void expectNoBands()
 {
     const double cell = double(shapes::kSide) * shapes::kSide, line = shapes::kSide / cell;
     for (const auto &[name, shape] : tried()) {
@@ -122,7 +123,7 @@ std::string asFound(std::string about, const shapes::Joining &joining)
     return about;
 }
 
-TEST(DotShapes, WhatIsSaidOfThemIsSo)
+void expectWhatIsSaid()
 {
     for (const auto &[name, shape] : tried()) {
         const shapes::Joining joining = shapes::joiningOf(shapes::growthOf(shape.values));
@@ -141,6 +142,35 @@ TEST(DotShapes, WhatIsSaidOfThemIsSo)
     EXPECT_NEAR(joins("Round").first, 0.5, 0.01);
     EXPECT_LT(joins("Cross").all, 0.03);
     EXPECT_GT(joins("Square").first, 0.97);
+}
+
+// The formulas by which measurements and proofs know them.
+void expectFormulas()
+{
+    std::size_t compared = 0;
+    for (const auto *known : {&meter::namedSpots(), &meter::rarerSpots()})
+        for (const meter::NamedSpot &spot : *known)
+            for (const auto &[name, shape] : tried()) {
+                const std::vector<std::string> names = screens::namesOf(shape.shape);
+                if (std::count(names.begin(), names.end(), spot.name) == 0)
+                    continue;
+                ++compared;
+                EXPECT_TRUE(isLike(shape.values, [&](int x, int y) {
+                    return float(spot.value(2.0 * x / shapes::kSide - 1, 2.0 * y / shapes::kSide - 1));
+                })) << spot.name;
+            }
+    EXPECT_EQ(compared, meter::namedSpots().size() + meter::rarerSpots().size());
+}
+
+// One test, since trying them takes longer than looking at their values.
+TEST(DotShapes, HaveTheValuesThatTheyShould)
+{
+    expectValuesEverywhere();
+    expectSymmetry();
+    expectInverses();
+    expectNoBands();
+    expectFormulas();
+    expectWhatIsSaid();
 }
 
 TEST(DotShapes, NamesOfTheMenuGiveTheValuesOfItsPieces)

@@ -120,31 +120,6 @@ TEST(ScreenNextToUpright, InksTintsOfSeveralInks)
     EXPECT_NEAR(static_cast<double>(white) / (900 * 904), 0.3, 0.01);
 }
 
-// What an older interpreter lacks is hidden: the fragment looks into a dictionary
-// without it, and meets a trap if it uses it nevertheless.
-std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names,
-                                 const std::string &changed)
-{
-    std::string before = "userdict /playedSystem systemdict length dict put\n"
-                         "systemdict {playedSystem 3 1 roll put} forall\n";
-    for (const std::string &name : names)
-        before += "playedSystem /" + name + " undef userdict /" + name + " {(trap: " + name + ") = stop} put\n";
-    before += changed;
-    for (size_t at = 0; (at = riders.find("systemdict", at)) != std::string::npos; at += 12)
-        riders.replace(at, 10, "playedSystem");
-    std::string after;
-    for (const std::string &name : names)
-        after += "userdict /" + name + " undef\n";
-    return "%!PS\n{} settransfer\n" + before + riders + after;
-}
-
-// No level of the language has these.
-const std::vector<std::string> kGhostscriptOnly = {"max", "min"};
-const std::vector<std::string> kLevel3Only = {"filter", "resourcestatus", "setcolorrendering"};
-const std::vector<std::string> kLevel2Only = {
-    "filter",         "resourcestatus",     "setpagedevice", "currentpagedevice", "sethalftone", "currenthalftone",
-    "setcolorscreen", "currentcolorscreen", "currentglobal", "setglobal",         "rectfill"};
-
 const std::string kShortStrings =
     "playedSystem /string [/dup load 65535 /gt load {stop} /if load systemdict /string get] cvx put\n";
 const std::string kOtherMaker = "playedSystem /product (Another) put\n";

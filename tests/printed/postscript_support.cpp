@@ -181,3 +181,26 @@ MeasuredScreen measureScreen(const Bitmap &page, double dpi)
     const double degrees = std::atan2(down, across) * 180 / std::numbers::pi;
     return {std::hypot(across, down) / kWindow * dpi, std::fmod(degrees + 360, 180)};
 }
+
+std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names,
+                                 const std::string &changed)
+{
+    std::string before = "userdict /playedSystem systemdict length dict put\n"
+                         "systemdict {playedSystem 3 1 roll put} forall\n";
+    for (const std::string &name : names)
+        before += "playedSystem /" + name + " undef userdict /" + name + " {(trap: " + name + ") = stop} put\n";
+    before += changed;
+    for (size_t at = 0; (at = riders.find("systemdict", at)) != std::string::npos; at += 12)
+        riders.replace(at, 10, "playedSystem");
+    std::string after;
+    for (const std::string &name : names)
+        after += "userdict /" + name + " undef\n";
+    return "%!PS\n{} settransfer\n" + before + riders + after;
+}
+
+// No level of the language has these.
+const std::vector<std::string> kGhostscriptOnly = {"max", "min"};
+const std::vector<std::string> kLevel3Only = {"filter", "resourcestatus", "setcolorrendering"};
+const std::vector<std::string> kLevel2Only = {
+    "filter",         "resourcestatus",     "setpagedevice", "currentpagedevice", "sethalftone", "currenthalftone",
+    "setcolorscreen", "currentcolorscreen", "currentglobal", "setglobal",         "rectfill"};

@@ -27,7 +27,7 @@ extern const std::vector<SpotShape> kSpotShapes;
 
 struct GhostscriptResult {
     int exitCode = -1;
-    std::string output, errors; // standard output and error
+    std::string output, errors;  // standard output and error
 };
 // Runs a job with file protection; what it paints goes to `page` ("%d" for the page's number).
 GhostscriptResult runGhostscript(const TemporaryFolder &folder, const std::string &job, const std::string &page,
@@ -44,8 +44,14 @@ struct Bitmap {
 Bitmap readBitmap(const std::filesystem::path &file);
 
 struct MeasuredScreen {
-    double frequency = 0; // lines per inch
-    double angle = 0;     // degrees from 0 to 180, clockwise on the sheet, of the strongest wave
+    double frequency = 0;  // lines per inch
+    double angle = 0;      // degrees from 0 to 180, clockwise on the sheet, of the strongest wave
 };
 // Looks at a square of 512 pixels in the middle of a flat tint.
 MeasuredScreen measureScreen(const Bitmap &page, double dpi);
+
+// A job for a played older interpreter: what it lacks is hidden from the riders file, which looks into a
+// dictionary without it, and meets a trap if it uses it nevertheless. `changed` is run before.
+std::string onInterpreterWithout(std::string riders, const std::vector<std::string> &names,
+                                 const std::string &changed);
+extern const std::vector<std::string> kGhostscriptOnly, kLevel3Only, kLevel2Only;

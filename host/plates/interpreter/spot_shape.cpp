@@ -25,19 +25,24 @@ bool isSameOrder(const std::vector<double> &one, const std::vector<double> &othe
     return true;
 }
 
+std::vector<double> idealOf(const meter::NamedSpot &spot)
+{
+    std::vector<double> ideal;
+    ideal.reserve(kShapeValues);
+    for (int y = -kSide / 2; y <= kSide / 2; ++y)
+        for (int x = -kSide / 2; x <= kSide / 2; ++x)
+            ideal.push_back(spot.value(x / 3.3, y / 3.5));
+    return ideal;
+}
+
 }  // namespace
 
 std::string shapeOf(const std::vector<double> &values)
 {
-    for (const meter::NamedSpot &spot : meter::namedSpots()) {
-        std::vector<double> ideal;
-        ideal.reserve(kShapeValues);
-        for (int y = -kSide / 2; y <= kSide / 2; ++y)
-            for (int x = -kSide / 2; x <= kSide / 2; ++x)
-                ideal.push_back(spot.value(x / 3.3, y / 3.5));
-        if (isSameOrder(values, ideal))
-            return spot.name;
-    }
+    for (const std::vector<meter::NamedSpot> *known : {&meter::namedSpots(), &meter::rarerSpots()})
+        for (const meter::NamedSpot &spot : *known)
+            if (isSameOrder(values, idealOf(spot)))
+                return spot.name;
     return {};
 }
 

@@ -133,13 +133,17 @@ LightPicture seenFromAfar(const std::vector<InkedPlate> &plates, const PixelPlac
 
 }  // namespace
 
+bool showsDots(const Place &place, double cell)
+{
+    return std::max(place.width, place.height) / cell * kPixelsACell <= kPatternPixels;
+}
+
 Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place, double cell)
 {
     const PixelPlace pixels = pixelsOf(*plates[0].plate, dpi, place);
-    const double cells = std::max(pixels.width, pixels.height) / (cell * dpi);
-    const bool showsDots = cells * kPixelsACell <= kPatternPixels;
-    const LightPicture light =
-        showsDots ? averaged(plates, pixels, kPatternPixels) : seenFromAfar(plates, pixels, cells);
+    const LightPicture light = showsDots(place, cell)
+                                   ? averaged(plates, pixels, kPatternPixels)
+                                   : seenFromAfar(plates, pixels, std::max(place.width, place.height) / cell);
     Picture picture{light.width, light.height, {}};
     for (const Light &pixel : light.pixels)
         picture.pixels.push_back(colourOf(pixel));

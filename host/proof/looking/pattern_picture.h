@@ -17,9 +17,11 @@ Place sharedPlace(const std::vector<const plates::BitPlate *> &plates, double dp
 
 inline constexpr int kPatternPixels = 900;  // along the longer side, at most
 // The place in the plates' inks over each other, averaged as light is. `cell` is the side of a screen's cell in
-// inches: where cells would become smaller than kPixelsACell, which a picture cannot show without a pattern of its
+// inches: where cells would be smaller than kPixelsACell, so that a picture of them could have a pattern of its
 // own, they are blurred until only what is coarser is left, as seen from afar.
 inline constexpr double kPixelsACell = 6;
 Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place, double cell);
+// Whether its dots are not blurred.
+bool showsDots(const Place &place, double cell);
 
 }  // namespace riders::proof

@@ -73,7 +73,8 @@ std::string patternFigure(const PlatePattern &pattern, const PageFacts &page)
                             {"plates", escaped(namesOf(pattern, page.plates))},
                             {"side", decimal(pattern.shown, 1)},
                             {"period", decimal(pattern.millimetres, 2)},
-                            {"afar", pattern.afar ? part("afar") : ""}});
+                            {"kind", pattern.afar ? "pattern afar" : "pattern"},
+                            {"how", pattern.afar ? part("afar") : ""}});
 }
 
 // Those that can be seen are also among the warnings.

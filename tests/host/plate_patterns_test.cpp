@@ -1,0 +1,190 @@
+// What a proof says of the patterns between plates, and of a mesh.
+#include "proof/facts/on_mesh.h"
+#include "proof/facts/plate_patterns.h"
+#include "proof/facts/warnings.h"
+#include "proof/report/report.h"
+#include "support/toolbox_test.h"
+
+namespace {
+
+namespace proof = riders::proof;
+
+using proof::PlateFacts;
+using proof::PlatePattern;
+using Words = std::vector<std::string>;
+using Places = std::vector<size_t>;
+
+constexpr proof::Colour kCyan = {0, 158, 224}, kMagenta = {230, 0, 126}, kYellow = {255, 237, 0},
+                        kBlack = {29, 29, 27};
+
+// As asked for.
+PlateFacts plate(const std::string &name, proof::Colour ink, double frequency, double angle)
+{
+    PlateFacts facts;
+    facts.name = name;
+    facts.ink = ink;
+    facts.asked = {frequency, angle, "the job", true};
+    facts.measured = {true, frequency, angle, 0.5, {1, 1, 1, 1}};
+    return facts;
+}
+
+std::vector<PlateFacts> offset(double lpi)
+{
+    return {plate("Cyan", kCyan, lpi, 15), plate("Magenta", kMagenta, lpi, 75), plate("Yellow", kYellow, lpi, 0),
+            plate("Black", kBlack, lpi, 45)};
+}
+
+Words sentences(const std::vector<PlateFacts> &plates)
+{
+    Words words;
+    for (const PlatePattern &pattern : proof::patternsBetween(plates))
+        words.push_back(sentenceFor(pattern, plates));
+    return words;
+}
+
+Words warnings(const std::vector<PlateFacts> &plates, double mesh = 0)
+{
+    proof::PageFacts page;
+    page.plates = plates;
+    page.patterns = proof::patternsBetween(plates);
+    page.mesh = mesh;
+    return proof::warningsFor(page);
+}
+
+// 133 lines per inch, 15 degrees apart: 25.4 mm / 133 / (2 sin 7.5°).
+TEST(PlatePatterns, TheOffsetSetHasOnlyYellowsWhichIsNoWarning)
+{
+    EXPECT_EQ(sentences(offset(133)),
+              (Words{"Cyan and Yellow make a pattern of 0.73 mm; Yellow is light, so it will hardly show.",
+                     "Magenta and Yellow make a pattern of 0.73 mm; Yellow is light, so it will hardly show."}));
+    EXPECT_EQ(warnings(offset(133)), Words{});
+}
+
+TEST(PlatePatterns, ADarkInkInYellowsPlaceIsWarnedOf)
+{
+    std::vector<PlateFacts> plates = offset(133);
+    plates[2] = plate("Green", {0, 120, 60}, 133, 0);
+    EXPECT_EQ(warnings(plates).size(), 2u);
+    EXPECT_EQ(
+        warnings({plates[0], plates[2]}),
+        Words{"Cyan and Green make a pattern of 0.73 mm, where the rosette’s own is 0.37 mm: turn Cyan to 45°."});
+}
+
+TEST(PlatePatterns, ThePlatesAreNamedAndWhatToChange)
+{
+    std::vector<PlateFacts> plates = offset(133);
+    plates[0] = plate("Cyan", kCyan, 133, 25);
+    const Words found = warnings(plates);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0],
+              "Cyan and Black make a pattern of 0.55 mm, where the rosette’s own is 0.37 mm: turn Cyan to 15°.");
+    plates = offset(133);
+    plates[3] = plate("Black", kBlack, 135, 45);
+    EXPECT_EQ(warnings(plates),
+              Words{"Cyan, Magenta and Black make a pattern of 12.7 mm, where the rosette’s own is "
+                    "0.37 mm: make Black 133 lines per inch."});
+}
+
+// Where what was asked for is right, other screens would not help.
+TEST(PlatePatterns, WhereTheDeviceMissedWhatWasAskedForThatIsSaid)
+{
+    std::vector<PlateFacts> plates = offset(133);
+    plates[3].measured.frequency = 134;
+    EXPECT_EQ(warnings(plates),
+              Words{"Cyan, Magenta and Black make a pattern of 25.4 mm, where the rosette’s own is "
+                    "0.37 mm: the screens that were asked for would not make it."});
+    plates[3].asked = {};  // by nobody
+    EXPECT_EQ(warnings(plates),
+              Words{"Cyan, Magenta and Black make a pattern of 25.4 mm, where the rosette’s own is "
+                    "0.37 mm: make Black 133 lines per inch."});
+}
+
+// A pattern of two is not repeated with each third plate.
+TEST(PlatePatterns, ThreesAreLeftOutWhereTwoOfThemMakeAPattern)
+{
+    std::vector<PlateFacts> plates = offset(133);
+    plates[1] = plate("Magenta", kMagenta, 135, 18);
+    for (const PlatePattern &pattern : proof::patternsBetween(plates))
+        EXPECT_FALSE(pattern.plates.size() == 3 && pattern.plates[0] == 0 && pattern.plates[1] == 1);
+    EXPECT_EQ(proof::patternsBetween(plates)[0].plates, (Places{0, 1}));
+}
+
+TEST(PlatePatterns, PlatesWithOneScreenShiftTheColour)
+{
+    std::vector<PlateFacts> plates = offset(60);
+    plates[1] = plate("Magenta", kMagenta, 60, 45);
+    const Words found = warnings(plates);
+    EXPECT_EQ(found,
+              Words{"Magenta and Black have one screen, 60 lines per inch at 45°: the slightest misregister "
+                    "will show as a shift of colour."});
+    EXPECT_EQ(warnings({plates[1], plates[3]}).size(), 1u) << "that all share the angle is said once";
+}
+
+// Two plates whose screens are read in a corner of 0.1 inch may well have the same frequency.
+TEST(PlatePatterns, ASmallTintTellsLess)
+{
+    std::vector<PlateFacts> plates = {plate("Cyan", kCyan, 60, 45), plate("Black", kBlack, 60.5, 45)};
+    EXPECT_FALSE(proof::patternsBetween(plates)[0].shared);
+    plates[0].measured.where = {1, 1, 0.1, 2};
+    EXPECT_TRUE(proof::patternsBetween(plates)[0].shared);
+    plates[0].measured.found = false;
+    EXPECT_TRUE(proof::patternsBetween(plates).empty());
+}
+
+TEST(PlatePatterns, LinesRunAtTheirAngle)
+{
+    std::vector<PlateFacts> plates = {plate("Cyan", kCyan, 60, 10), plate("Black", kBlack, 60, 100)};
+    plates[0].measured.lines = plates[1].measured.lines = true;
+    EXPECT_TRUE(proof::patternsBetween(plates).empty()) << "across each other";
+    plates[1].measured.angle = 12;
+    plates[1].asked = {};
+    ASSERT_EQ(proof::patternsBetween(plates).size(), 1u);
+    EXPECT_NEAR(proof::patternsBetween(plates)[0].millimetres, 25.4 / 60 / 0.034905, 0.001);
+}
+
+TEST(PlatePatterns, AMeshIsJudgedForEachPlate)
+{
+    const std::vector<PlateFacts> plates = {plate("Black", kBlack, 45, 22.5)};
+    EXPECT_EQ(proof::wordsOnMesh(plates[0].measured, 110),
+              "2.44 threads a line, too few threads; 2.5 a line at the least; the coarsest pattern of the two is "
+              "2.12 mm");
+    EXPECT_EQ(warnings(plates), Words{});
+    EXPECT_EQ(warnings(plates, 225), Words{});
+    EXPECT_EQ(warnings(plates, 120), Words{});
+    EXPECT_EQ(warnings(plates, 110), Words{"Black on a mesh of 110 threads per inch: " +
+                                           proof::wordsOnMesh(plates[0].measured, 110) + "."});
+    const std::vector<PlateFacts> straight = {plate("Black", kBlack, 45, 0)};
+    EXPECT_EQ(warnings(straight, 225).size(), 1u) << "along the threads";
+}
+
+TEST(PlatePatterns, ThePageShowsPatternsAndMesh)
+{
+    proof::ProofFacts facts;
+    proof::PageFacts page;
+    page.plates = offset(133);
+    page.plates[0] = plate("<i>Cyan", kCyan, 133, 25);
+    page.patterns = proof::patternsBetween(page.plates);
+    page.patterns.resize(2);  // Magenta and Yellow, Cyan and Black
+    page.patterns[1].picture = "pictures/page-1-pattern-1.png";
+    page.patterns[1].shown = 7.63;
+    page.mesh = 228.6;
+    facts.pages = {page};
+    std::string html = proof::reportOf(facts);
+    const auto has = [&html](const std::string &part) { return html.find(part) != std::string::npos; };
+    EXPECT_TRUE(has("<figure class=\"pattern\"><a href=\"pictures/page-1-pattern-1.png\">")) << html;
+    EXPECT_TRUE(has("&lt;i&gt;Cyan and Black over each other, 7.6 mm of the page: a pattern of 0.55 mm."));
+    EXPECT_TRUE(has("<p class=\"soft\">Magenta and Yellow make a pattern of 0.73 mm; Yellow is light"));
+    EXPECT_TRUE(has("<h3>On a mesh of 228.6 threads per inch</h3>"));
+    EXPECT_TRUE(has("<li>Magenta: 1.72 threads a line, too few threads; 2.5 a line at the least"));
+    facts.pages[0].patterns[1].afar = true;
+    html = proof::reportOf(facts);
+    EXPECT_TRUE(has("<figure class=\"pattern afar\">"));
+    EXPECT_TRUE(has("7.6 mm of the page, without their dots, as seen from afar: a pattern"));
+    facts.pages[0].patterns.clear();
+    facts.pages[0].mesh = 0;
+    html = proof::reportOf(facts);
+    EXPECT_FALSE(has("Patterns between plates"));
+    EXPECT_FALSE(has("On a mesh"));
+}
+
+}  // namespace
