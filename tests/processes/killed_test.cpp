@@ -133,7 +133,8 @@ TEST(KilledBetween, NoNewFileHasTheCompanionOfAnEarlierOne)
 {
     TemporaryFolder place;
     CommandsFolder folder(place / "folder");
-    const ChangingCommand command = {.name = {}, .before = {"touch ._film"}, .words = "make -o film", .parts = {}};
+    const ChangingCommand command = {
+        .name = {}, .before = {"touch ._film"}, .words = "make -o film --spot one.spot", .parts = {}};
     folder.reset(command);
     const std::vector<FileChange> changes = follow({folder.program(command)}).changes;
     const auto names = [](const char *name) {

@@ -308,6 +308,16 @@ TEST_F(SaveDialog, HostCanSetTheFolder)
     EXPECT_EQ(chosen(save("y")), folder / "chosen/y");
 }
 
+// A loop of links stands for a disk that fails for a moment.
+TEST_F(SaveDialog, AFolderThatCannotBeLookedAtIsNotLeftForAnother)
+{
+    fs::create_directory_symlink("loop", folder / "loop");
+    toolbox::setStandardFileFolder(folder / "loop");
+    user.then([this] { EXPECT_EQ(toolbox::standardfile::state()->folder, folder / "loop"); });
+    user.key("escape");
+    save();
+}
+
 TEST_F(SaveDialog, FolderThatVanishesIsReportedAndLeft)
 {
     fs::create_directory(here() / "sub");
