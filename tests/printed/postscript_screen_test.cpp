@@ -148,6 +148,14 @@ TEST_F(PostScriptScreen, EmptySpotBodyLeavesTheDotShape)
     EXPECT_EQ(print({.frequency = "47", .spotBody = ""}, 0.25, kSpotRefused).ink, print({.frequency = "47"}).ink);
 }
 
+// The interpreter looks up a name with two slashes as it reads it.
+TEST_F(PostScriptScreen, SpotBodyReachesNoOperatorAsItIsRead)
+{
+    const Bitmap own = print({});
+    for (const char *body : {"//showpage exec pop", "//erasepage exec pop", "pop //quit exec"})
+        EXPECT_EQ(print({.spotBody = body}, 0.25, kSpotRefused).ink, own.ink) << body;
+}
+
 TEST_F(PostScriptScreen, WhatWasNotChosenLeavesTheScreenAlone)
 {
     const Bitmap own = print({});
