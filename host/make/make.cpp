@@ -1,5 +1,6 @@
 #include "make/make.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <new>
@@ -91,16 +92,18 @@ struct Workplace {
     Workplace()
     {
         std::filesystem::create_directory(made.parent_path());
+        std::filesystem::create_directory(spots);
         std::filesystem::create_directory(settings);
     }
 
     io::PrivateFolder folder;
     std::filesystem::path made = folder.path() / "made" / "riders";
+    std::filesystem::path spots = folder.path() / "spots";
     std::filesystem::path settings = folder.path() / "settings";
 };
 
 // The file to import where the menu does not have the dot shape. An installed one, or one of a set, is copied to
-// where dialogs find it, wherever the program or the set is.
+// where dialogs find it, wherever the program or the set is, by a name that is not hidden.
 std::filesystem::path spotFile(const MakeRequest &request, const Workplace &place)
 {
     if (!request.spot)
@@ -109,8 +112,9 @@ std::filesystem::path spotFile(const MakeRequest &request, const Workplace &plac
         request.spotOfSet ? screens::shapeNamed(*request.spot) : screens::installedShape(*request.spot);
     if (!shape)
         return *request.spot;
-    std::filesystem::path copy = place.folder.path() / shape->file.filename();
-    std::filesystem::copy_file(shape->file, copy);
+    const std::string name = shape->file.filename();
+    std::filesystem::path copy = place.spots / name.substr(std::min(name.find_first_not_of('.'), name.size() - 1));
+    io::copyFile(shape->file, copy);
     return copy;
 }
 
