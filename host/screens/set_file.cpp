@@ -44,9 +44,10 @@ public:
         const toml::node *const node = find(key);
         if (node == nullptr)
             return {};
-        const bool isNumber = node->is_number();
-        const double value = isNumber ? node->value<double>().value_or(0) : 0;
-        if (const std::string expected = isNumber ? wrong(value) : wrong(-HUGE_VAL); !expected.empty())
+        // Whole numbers that a double cannot hold have no value either.
+        const std::optional<double> read = node->is_number() ? node->value<double>() : std::nullopt;
+        const double value = read.value_or(-HUGE_VAL);
+        if (const std::string expected = wrong(value); !expected.empty())
             refuse(file_, node->source().begin, "expected " + expected);
         return value;
     }

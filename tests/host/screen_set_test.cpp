@@ -122,6 +122,8 @@ TEST(ScreenSet, AWrongFileIsRefusedWithThePlaceAndWhatWasExpected)
         {with("[plates]\n"), "mine.toml:2:1: expected [plates] with a line for each plate"},
         {with("[plates]\nCyan = 15\n"), "mine.toml:3:8: expected the plate's screen, as in { angle = 15 }"},
         {with("[plates]\nCyan = { angle = 361 }\n"), "mine.toml:3:18: expected an angle from -360 to 360 degrees"},
+        {with("[plates]\nCyan = { angle = 9007199254740993 }\n"),
+         "mine.toml:3:18: expected an angle from -360 to 360 degrees"},
         {with("[plates]\nCyan = { angel = 15 }\n"), "mine.toml:3:10: there is no key \"angel\" here; the keys are "
                                                     "frequency, angle, shape, factor"},
         {with("[plates]\nCyan = {}\n"), "mine.toml:3:8: expected a frequency, an angle or a shape for Cyan"},
