@@ -28,8 +28,8 @@ std::string wrongPlateName(const std::string &name)
         return "the name of a plate, 1 to " + std::to_string(kLongestPlateName) + " bytes long";
     if (hasControlCharacters(name))
         return "the name of a plate without control characters";
-    // In a halftone dictionary these are no plates.
-    for (const char *taken : {"Default", "HalftoneType", "HalftoneName"})
+    // In a halftone dictionary or in a colour space these are no plates.
+    for (const char *taken : {"Default", "HalftoneType", "HalftoneName", "All", "None"})
         if (name == taken)
             return "the name of a plate (the rest of the plates is *), not " + name;
     return {};

@@ -67,6 +67,8 @@ TEST(PlateSpelling, AWrongOneIsRefusedWithWhatWasExpected)
         {"a\nb:133", "\"a\nb:133\": expected the name of a plate without control characters"},
         {"Default:133",
          "\"Default:133\": expected the name of a plate (the rest of the plates is *), not Default"},
+        {"All:133", "\"All:133\": expected the name of a plate (the rest of the plates is *), not All"},
+        {"None:133", "\"None:133\": expected the name of a plate (the rest of the plates is *), not None"},
         {"Cyan:", "\"Cyan:\": expected a frequency, an angle or a dot shape, as in NAME:LPI@ANGLE,SHAPE"},
         {"Cyan:,", "\"Cyan:,\": expected a frequency, an angle or a dot shape"},
         {"Cyan:0.5", "\"Cyan:0.5\": expected a frequency from 1 to 999 lines per inch, not \"0.5\""},
