@@ -95,14 +95,14 @@ std::string explainedInJson(const std::vector<ReachedScreen> &reached, int dpi)
     values.reserve(reached.size());
     for (const ReachedScreen &screen : reached)
         values.push_back(io::jsonObject({{"plate", io::jsonText(screen.plate == kRest ? "*" : screen.plate)},
-                                         {"asked frequency", io::jsonNumber(screen.askedFrequency)},
-                                         {"asked angle", io::jsonNumber(screen.askedAngle)},
+                                         {"askedFrequency", io::jsonNumber(screen.askedFrequency)},
+                                         {"askedAngle", io::jsonNumber(screen.askedAngle)},
                                          {"frequency", io::jsonNumber(screen.frequency)},
                                          {"angle", io::jsonNumber(screen.angle)},
                                          {"cell", io::jsonNumber(screen.cell)},
-                                         {"supercell pixels", std::to_string(screen.supercellPixels)},
-                                         {"supercell cells", std::to_string(screen.supercellCells)},
-                                         {"grey levels", std::to_string(screen.levels)}}));
+                                         {"supercellPixels", std::to_string(screen.supercellPixels)},
+                                         {"supercellCells", std::to_string(screen.supercellCells)},
+                                         {"greyLevels", std::to_string(screen.levels)}}));
     return io::jsonObject({{"dpi", std::to_string(dpi)}, {"plates", io::jsonArray(values)}});
 }
 

@@ -36,6 +36,12 @@ std::string explainedMade(const make::MakeRequest &request, const MakeWords &wor
     }
 }
 
+// An empty variable in a script would otherwise choose nothing, silently.
+std::string namesSomething(const std::string &text)
+{
+    return text.empty() ? "expected a name or a file" : "";
+}
+
 std::string run(make::MakeRequest &request, const MakeWords &words, const std::string &name)
 {
     request.plugin = plugin::pluginBesideProgram();
@@ -56,6 +62,7 @@ void addMake(CLI::App &app, Chosen &chosen)
 {
     const auto request = std::make_shared<make::MakeRequest>();
     const auto words = std::make_shared<MakeWords>();
+    const CLI::Validator notEmpty(namesSomething, "");
     CLI::App *command = app.add_subcommand("make", "Make a riders file; what is not named is left to the printer");
     command->add_option("-o,--output", request->output, "The riders file to make or replace")
         ->required()
@@ -65,11 +72,13 @@ void addMake(CLI::App &app, Chosen &chosen)
     command
         ->add_option("--spot", request->spot,
                      "Dot shape by name (riders shapes lists them), or a spot function file")
+        ->check(notEmpty)
         ->type_name("NAME|FILE");
     command
         ->add_option("--screens", words->screens.set,
                      "A set of screens (riders screens lists them), or its file; "
                      "--frequency then scales it")
+        ->check(notEmpty)
         ->type_name("NAME|FILE");
     command
         ->add_option("--plate", words->screens.plates,

@@ -35,7 +35,7 @@ std::string madeInJson(const make::MakeRequest &request, const std::vector<scree
         members.emplace_back("flatness", io::jsonText(*request.flatness));
     if (request.annotation)
         members.emplace_back("annotation", io::jsonText(*request.annotation));
-    members.emplace_back("error handler", request.errorHandler ? "true" : "false");
+    members.emplace_back("errorHandler", request.errorHandler ? "true" : "false");
     if (!explained.empty())
         members.emplace_back("explained", explained);
     return io::jsonObject(members) + "\n";

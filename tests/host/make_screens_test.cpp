@@ -59,6 +59,26 @@ TEST_F(MakeScreens, ASetMayHaveADotShapeBesideItWhereNoDialogFindsIt)
     EXPECT_NE(made().find("% my own", once + 1), std::string::npos);
 }
 
+TEST_F(MakeScreens, AnEmptyNameIsNoSetAndNoDotShape)
+{
+    for (const char *option : {"--screens", "--spot"}) {
+        const std::string words = std::string(option) + ": expected a name or a file\n";
+        EXPECT_TRUE(make({option, "", "--plate", "Cyan:60"}).starts_with(words)) << option;
+        EXPECT_FALSE(std::filesystem::exists(folder / "made")) << option;
+    }
+}
+
+TEST_F(MakeScreens, ADotShapeOfASetMayHaveAnyName)
+{
+    for (const char *name : {"settings", "made", "spots", ".hidden"}) {
+        writeOwnSet("mine.toml",
+                    "name = \"Mine\"\nshape = \"./" + std::string(name) + "\"\n[plates]\n\"*\" = {}\n");
+        writeFile(folder / "config/riders/screens" / name, "%!KT1_Spot\rpop % my own\r");
+        EXPECT_TRUE(make({"--screens", "mine"}).starts_with("made: ")) << name;
+        EXPECT_NE(made().find("% my own"), std::string::npos) << name;
+    }
+}
+
 TEST_F(MakeScreens, OptionsChangeTheSet)
 {
     writeFile(folder / "duo.toml", kDuo);
@@ -102,7 +122,7 @@ TEST_F(MakeScreens, TheLineNamesAllThatWasChosen)
     EXPECT_EQ(
         make({"--json", "--annotation", "Proof\t3", "--plate", "Gold:60@75,Line"}),
         "{\"file\": \"made\", \"plates\": [{\"plate\": \"Gold\", \"frequency\": 60, \"angle\": 75, \"shape\": "
-        "\"Line\"}], \"annotation\": \"Proof\\u00093\", \"error handler\": false}\n");
+        "\"Line\"}], \"annotation\": \"Proof\\u00093\", \"errorHandler\": false}\n");
 }
 
 TEST_F(MakeScreens, WhatIsWrongIsRefusedAndLeavesTheFileAsItWas)
