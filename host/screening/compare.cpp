@@ -4,12 +4,13 @@
 #include <immintrin.h>
 #endif
 
+#include <algorithm>
 #include <cstring>
 
 namespace riders::screening {
 namespace {
 
-// Calls the way with the thresholds of each 32 pixels, from the left.
+// Calls `compare` with the thresholds of each 32 pixels, from the left.
 template <typename Compare>
 void eachRun(const Thresholds &thresholds, std::int64_t x, std::int64_t y, std::size_t width, Compare compare)
 {

@@ -2,22 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <utility>
+
+#include "screening/remainder.h"
 
 namespace riders::screening {
 namespace {
 
 constexpr int kBins = 1 << 16;
 
-std::int64_t remainder(std::int64_t number, std::int64_t range)
-{
-    const std::int64_t rest = number % range;
-    return rest < 0 ? rest + range : rest;
-}
-
 std::int64_t floorDivided(std::int64_t number, std::int64_t by)
 {
-    return (number - remainder(number, by)) / by;
+    return (number - remainderFrom0(number, by)) / by;
 }
 
 // How many of so many pixels a tone inks.
@@ -35,9 +32,10 @@ std::vector<float> spotValues(const Tile &tile, const SpotFunction &spot)
     std::vector<float> values(static_cast<std::size_t>(tile.pixels));
     auto value = values.begin();
     for (std::int64_t y = 0; y < tile.height; ++y) {
-        std::int64_t u = remainder(tile.rightU + (2 * y + 1) * tile.downU, range),
-                     v = remainder(tile.rightV + (2 * y + 1) * tile.downV, range);
-        const std::int64_t stepU = remainder(2 * tile.rightU, range), stepV = remainder(2 * tile.rightV, range);
+        std::int64_t u = remainderFrom0(tile.rightU + (2 * y + 1) * tile.downU, range),
+                     v = remainderFrom0(tile.rightV + (2 * y + 1) * tile.downV, range);
+        const std::int64_t stepU = remainderFrom0(2 * tile.rightU, range),
+                           stepV = remainderFrom0(2 * tile.rightV, range);
         for (std::int64_t x = 0; x < tile.width; ++x) {
             const double across = double(u) / side - 1, down = double(v) / side - 1;
             // Of equal values those at one side of the cell come first: cells stay alike.
@@ -65,8 +63,8 @@ std::uint64_t turnOf(const Tile &tile, std::int64_t index)
     const std::int64_t area = tile.firstX * tile.secondY - tile.firstY * tile.secondX, sign = area < 0 ? -1 : 1;
     const std::int64_t first = floorDivided(sign * (x * tile.secondY - y * tile.secondX), sign * area),
                        second = floorDivided(sign * (y * tile.firstX - x * tile.firstY), sign * area);
-    const auto one = static_cast<std::uint32_t>(remainder(first, copies)),
-               other = static_cast<std::uint32_t>(remainder(second, copies));
+    const auto one = static_cast<std::uint32_t>(remainderFrom0(first, copies)),
+               other = static_cast<std::uint32_t>(remainderFrom0(second, copies));
     // As in an ordered dither, the lowest bits of both count most.
     std::uint64_t turn = 0;
     const std::uint32_t odd = bitsReversed(one ^ other), reversed = bitsReversed(other);
@@ -179,13 +177,13 @@ Thresholds::Thresholds(const Tile &tile, const SpotFunction &spot)
 
 const std::uint8_t *Thresholds::rowOf(std::int64_t y) const
 {
-    return rows_.data() + static_cast<std::size_t>(remainder(y, tile_.height)) * (length_ + kRun);
+    return rows_.data() + static_cast<std::size_t>(remainderFrom0(y, tile_.height)) * (length_ + kRun);
 }
 
 std::size_t Thresholds::placeIn(std::int64_t x, std::int64_t y) const
 {
-    const std::int64_t tilesDown = remainder(floorDivided(y, tile_.height), tile_.width);
-    return static_cast<std::size_t>(remainder(x - tilesDown * tile_.shift, tile_.width));
+    const std::int64_t tilesDown = remainderFrom0(floorDivided(y, tile_.height), tile_.width);
+    return static_cast<std::size_t>(remainderFrom0(x - tilesDown * tile_.shift, tile_.width));
 }
 
 }  // namespace riders::screening

@@ -4,7 +4,10 @@
 #include <cmath>
 #include <numbers>
 #include <numeric>
+#include <stdexcept>
 #include <vector>
+
+#include "screening/remainder.h"
 
 namespace riders::screening {
 namespace {
@@ -73,12 +76,6 @@ void eachVector(std::int64_t within, Take take)
                 take(i, j);
 }
 
-std::int64_t remainder(std::int64_t number, std::int64_t range)
-{
-    const std::int64_t rest = number % range;
-    return rest < 0 ? rest + range : rest;
-}
-
 // The vector of the lattice that is `height` rows down, where height is the least there is: how far to the right.
 std::int64_t shiftOf(const Vector &a, const Vector &b)
 {
@@ -98,7 +95,7 @@ Tile tileOf(const Vector &a, const Vector &b, const Cells &cells)
     tile.pixels = std::abs(turn);
     tile.height = std::gcd(a.y, b.y);
     tile.width = tile.pixels / tile.height;
-    tile.shift = remainder(shiftOf(a, b), tile.width);
+    tile.shift = remainderFrom0(shiftOf(a, b), tile.width);
     tile.rightU = sign * (a.i * b.y - b.i * a.y), tile.downU = sign * (b.i * a.x - a.i * b.x);
     tile.rightV = sign * (a.j * b.y - b.j * a.y), tile.downV = sign * (b.j * a.x - a.j * b.x);
     tile.firstX = a.x, tile.firstY = a.y, tile.secondX = b.x, tile.secondY = b.y;
@@ -201,6 +198,9 @@ void enlarge(Tile &tile)
 
 Tile findTile(const Screen &screen, const Resolution &resolution, const Tolerance &tolerance)
 {
+    const double across = resolution.across / screen.frequency, down = resolution.down / screen.frequency;
+    if (!(across >= 2 && down >= 2 && across * down <= double(kMostCellPixels)) || !std::isfinite(screen.angle))
+        throw std::invalid_argument("a screen that no tile can have");
     Tile tile = search(screen, Cells(screen, resolution), tolerance);
     enlarge(tile);
     return tile;

@@ -17,7 +17,7 @@ struct Resolution {
 
 // A screen as it was asked for. The angle is that of setscreen: on the upright sheet, clockwise.
 struct Screen {
-    double frequency = 0;  // lines per inch, above 0, at most half the resolution
+    double frequency = 0;  // lines per inch, at most half the resolution
     double angle = 0;      // degrees, any
 };
 
@@ -42,7 +42,9 @@ struct Tile {
 };
 
 // The smallest tile found that keeps within the tolerance; the closest where none of at most kMostTilePixels does.
-inline constexpr std::int64_t kMostTilePixels = std::int64_t(1) << 24;
+// Throws std::invalid_argument for a frequency above half the resolution, or one of which a cell has more than
+// kMostCellPixels.
+inline constexpr std::int64_t kMostTilePixels = std::int64_t(1) << 24, kMostCellPixels = kMostTilePixels / 2;
 Tile findTile(const Screen &screen, const Resolution &resolution, const Tolerance &tolerance = {});
 
 }  // namespace riders::screening

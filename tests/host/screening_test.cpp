@@ -6,6 +6,7 @@
 #include <numbers>
 #include <numeric>
 #include <random>
+#include <stdexcept>
 
 #include "screening/compare.h"
 
@@ -92,6 +93,20 @@ TEST(ScreenTile, IsCloseEvenWhereNoneIsExactEnough)
     EXPECT_LE(tile.pixels, riders::screening::kMostTilePixels);
     EXPECT_LT(tile.frequencyError, 0.01);
     EXPECT_LT(tile.angleError, 0.01);
+}
+
+TEST(ScreenTile, IsRefusedWhereThereCanBeNone)
+{
+    const double nan = std::nan("");
+    for (const Asked &asked : std::vector<Asked>{{{0, 0}, {600, 600}},
+                                                 {{-60, 0}, {600, 600}},
+                                                 {{nan, 0}, {600, 600}},
+                                                 {{60, nan}, {600, 600}},
+                                                 {{301, 0}, {600, 600}},
+                                                 {{301, 0}, {1200, 600}},
+                                                 {{1, 45}, {5080, 5080}}})
+        EXPECT_THROW(findTile(asked.screen, asked.resolution), std::invalid_argument) << nameOf(asked);
+    EXPECT_EQ(findTile({1, 0}, {2400, 2400}).pixels, 2400 * 2400);
 }
 
 // The share of a tile's pixels that a tone inks, and which they are.
