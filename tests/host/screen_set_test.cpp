@@ -74,6 +74,20 @@ TEST(ScreenSet, IsScaledAsAWhole)
     EXPECT_THROW(screens::screensOf(set, 950), riders::io::Refusal);
 }
 
+TEST(ScreenSet, IsRefusedWhereAScaledPlateIsOutOfRange)
+{
+    const screens::ScreenSet set =
+        screens::setFromText(with("frequency = 60\n[plates]\n\"*\" = { factor = 1.1 }\n"), "");
+    try {
+        screens::screensOf(set, 950);
+        ADD_FAILURE() << "taken";
+    } catch (const riders::io::Refusal &refusal) {
+        EXPECT_EQ(refusal.message,
+                  "the set Mine gives the rest 1045 lines per inch, not a frequency from 1 to 999 "
+                  "lines per inch");
+    }
+}
+
 TEST(ScreenSet, WithoutAFrequencyOfItsOwnIsNotScaled)
 {
     const screens::ScreenSet own = screens::setFromText(with("[plates]\nCyan = { frequency = 60 }"), "own.toml");
