@@ -1,14 +1,16 @@
 #include "io/decimal.h"
 
-#include <cstdio>
+#include <array>
+#include <charconv>
 
 namespace riders::io {
 
 std::string decimal(double value, int digits)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    std::string number = text;
+    std::array<char, 512> room{};  // for any double and 200 digits
+    const std::to_chars_result written =
+        std::to_chars(room.data(), room.data() + room.size(), value, std::chars_format::fixed, digits);
+    std::string number(room.data(), written.ptr);
     if (number.find('.') != std::string::npos) {
         number.erase(number.find_last_not_of('0') + 1);
         if (number.ends_with('.'))

@@ -1,22 +1,15 @@
 #include "screens/number_text.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
+
+#include "io/decimal.h"
 
 namespace riders::screens {
 
 std::string numberText(double value)
 {
-    constexpr int mostDecimals = 4;
-    std::array<char, 512> room{};
-    const auto end =
-        std::to_chars(room.data(), room.data() + room.size(), value, std::chars_format::fixed, mostDecimals);
-    std::string text(room.data(), end.ptr);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.'))
-        text.pop_back();
-    return text == "-0" ? "0" : text;
+    return io::decimal(value, 4);
 }
 
 std::optional<double> numberFromText(std::string_view text)
