@@ -1,12 +1,9 @@
 #include "commands/proof_command.h"
 
-#include <unistd.h>
-
-#include <iostream>
 #include <memory>
 
 #include "commands/mesh_command.h"
-#include "io/plain_text.h"
+#include "commands/standard_output.h"
 #include "proof/proof.h"
 #include "screens/mesh.h"
 
@@ -42,10 +39,7 @@ void addProof(CLI::App &app, Chosen &chosen)
         chosen.name = "riders proof";
         chosen.run = [request, mesh] {
             request->mesh = screens::perInchFromText(*mesh).value_or(0);
-            const std::string page = proof::proof(*request).string();
-            // Programs need the very name; a terminal would obey some of its bytes.
-            std::cout << (isatty(STDOUT_FILENO) ? io::plainText(page) : page) << std::endl;
-            return std::string(std::cout ? "" : "standard output cannot be written");
+            return printPath(proof::proof(*request));
         };
     });
 }

@@ -1,10 +1,9 @@
 #include "commands/shapes_command.h"
 
-#include <unistd.h>
-
 #include <iostream>
 #include <memory>
 
+#include "commands/standard_output.h"
 #include "io/json.h"
 #include "io/plain_text.h"
 #include "shapes/listing.h"
@@ -18,18 +17,12 @@ struct Asked {
     bool page = false, json = false;
 };
 
-std::string written(const std::string &text)
-{
-    std::cout << text << std::flush;
-    return std::cout ? "" : "standard output cannot be written";
-}
-
 std::string list(bool json)
 {
     const std::vector<screens::Shape> installed = screens::installedShapes();
     if (installed.empty())
         return "no dot shapes are installed";
-    return written(json ? shapes::listingInJson(installed) : shapes::listing(installed));
+    return printLines(json ? shapes::listingInJson(installed) : shapes::listing(installed));
 }
 
 std::string inJson(const shapes::Shown &shown)
@@ -50,16 +43,14 @@ std::string show(const Asked &asked, const std::string &name)
     const shapes::Shown shown = shapes::showShapes(asked.request);
     std::string problem;
     if (asked.json)
-        problem = written(inJson(shown));
+        problem = printLines(inJson(shown));
     if (!problem.empty() || !shown.problem.empty())
         return problem.empty() ? shown.problem : problem;
     if (asked.json)
         return {};
     for (const std::string &note : shown.notes)
         std::cerr << name << ": " << io::plainText(note) << '\n';
-    // Programs need the very name; a terminal would obey some of its bytes.
-    const std::string page = shown.page.string();
-    return written((isatty(STDOUT_FILENO) ? io::plainText(page) : page) + "\n");
+    return printPath(shown.page);
 }
 
 }  // namespace
