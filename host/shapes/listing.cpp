@@ -12,19 +12,22 @@ struct Row {
     std::string names, about;
 };
 
-// A file whose name means other dots to the commands is mentioned by it.
 Row rowOf(const screens::Shape &shape)
 {
     const std::vector<std::string> names = screens::namesOf(shape);
-    Row row{{}, screens::aboutShape(shape)};
+    Row row{{}, aboutWithFile(shape, names)};
     for (const std::string &name : names)
         row.names += (row.names.empty() ? "" : ", ") + name;
-    if (std::find(names.begin(), names.end(), shape.name) == names.end())
-        row.about += "; PostScript calls it " + shape.name;
     return row;
 }
 
 }  // namespace
+
+std::string aboutWithFile(const screens::Shape &shape, const std::vector<std::string> &names)
+{
+    const bool isNamed = std::find(names.begin(), names.end(), shape.name) != names.end();
+    return screens::aboutShape(shape) + (isNamed || names.empty() ? "" : "; PostScript calls it " + shape.name);
+}
 
 std::string listing(const std::vector<screens::Shape> &installed)
 {

@@ -1,12 +1,12 @@
 #include "shapes/page.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "html/template.h"
 #include "shapes/dot_pictures.h"
 #include "shapes/growth.h"
+#include "shapes/listing.h"
 
 namespace riders::shapes {
 
@@ -83,21 +83,13 @@ std::string titleOf(const ShownShape &shown)
     return title;
 }
 
-// A file whose name means other dots to the commands is mentioned by it.
-std::string aboutIn(const ShownShape &shown)
-{
-    const bool hasName = shown.names.empty() ||
-                         std::find(shown.names.begin(), shown.names.end(), shown.shape.name) != shown.names.end();
-    return screens::aboutShape(shown.shape) + (hasName ? "" : "; PostScript calls it " + shown.shape.name);
-}
-
 std::string sectionOf(const ShownShape &shown)
 {
     const Growth growth = growthOf(shown.trial.values);
     const Growth spread = spreadGrowth(growth, kSpread);
     return part("section", {{"id", escaped(shown.shape.name)},
                             {"name", escaped(titleOf(shown))},
-                            {"about", escaped(aboutIn(shown))},
+                            {"about", escaped(aboutWithFile(shown.shape, shown.names))},
                             {"facts", joiningInWords(joiningOf(growth))},
                             {"notes", notesIn(shown.trial.values)},
                             {"figures", figuresOf(growth)},

@@ -1,6 +1,6 @@
 #include "shapes/trial_words.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -105,7 +105,7 @@ void TrialWords::end()
     ShapeTrial &trial = trials_[current_++];
     trial.ended = true;
     if (trial.problem.empty() && trial.values.size() != kValues)
-        trial.problem = "it gives what are no numbers";
+        trial.problem = "it gives values that are not numbers";
     if (!trial.problem.empty())
         trial.values.clear();
 }

@@ -55,7 +55,7 @@ TEST(TrialWords, AreReadShapeByShape)
     EXPECT_FALSE(words.trials()[2].ended);
     words.take("RidersShape row 1 2 x nan inf 1e99");
     words.take("RidersShape end");
-    EXPECT_EQ(words.trials()[2].problem, "it gives what are no numbers");
+    EXPECT_EQ(words.trials()[2].problem, "it gives values that are not numbers");
     EXPECT_FALSE(words.take("RidersShape end")) << "there are no more";
 }
 
