@@ -19,7 +19,7 @@ struct ScreenWords {
 // Completes the request: what holds for all plates is what the dialogs are asked for, the rest are the plates'
 // pieces. Where a part is given twice, a plate's own counts before the set's; with a set, the request's frequency
 // scales it, its dot shape takes the place of the set's, and it may have no angle. Returns all plates' screens,
-// those of the rest last, as they are told to the user. Throws io::Refusal.
+// those of the rest last, as they are shown to the user. Throws io::Refusal.
 std::vector<screens::PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request);
 
 }  // namespace riders::commands

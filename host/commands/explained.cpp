@@ -34,7 +34,7 @@ bool isOfLight(const std::string &plate)
     return std::find(names.begin(), names.end(), plate) != names.end();
 }
 
-bool isAsked(const ReachedScreen &one, const ReachedScreen *other)
+bool isAskedAlike(const ReachedScreen &one, const ReachedScreen *other)
 {
     return other != nullptr && one.askedFrequency == other->askedFrequency && one.askedAngle == other->askedAngle;
 }
@@ -73,7 +73,7 @@ std::vector<ReachedScreen> inOrder(const std::vector<ReachedScreen> &reached,
     if (rest == nullptr || !isChosen(plates, screens::kRestOfPlates))
         return ordered;
     for (const ReachedScreen &one : reached)
-        if (&one != rest && !isChosen(plates, one.plate) && !isOfLight(one.plate) && !isAsked(one, rest))
+        if (&one != rest && !isChosen(plates, one.plate) && !isOfLight(one.plate) && !isAskedAlike(one, rest))
             ordered.push_back(one);
     ordered.push_back(*rest);
     return ordered;

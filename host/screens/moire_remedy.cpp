@@ -79,7 +79,8 @@ NamedScreen changed(NamedScreen screen, const Change &change)
     return screen;
 }
 
-// Calls with each two and three that a screen makes with the dark others, twos first, until `goesOn` is false.
+// Calls `goesOn` with each two and three that a screen makes with the dark others, twos first, until it returns
+// false.
 template <typename GoesOn>
 void forPatterns(const std::vector<NamedScreen> &screens, std::size_t screen, const GoesOn &goesOn)
 {
