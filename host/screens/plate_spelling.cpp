@@ -83,7 +83,7 @@ PlateScreen plateFromText(const std::string &text)
     else
         takeParts(screen, rest, text);
     if (hasControlCharacters(screen.shape))
-        refuse(text, "a dot shape without control characters");
+        refuse(text, "a dot shape in UTF-8 without control characters");
     if (!screen.frequency && !screen.angle && screen.shape.empty())
         refuse(text, std::string("a frequency, an angle or a dot shape, as in ") + kForm);
     return screen;

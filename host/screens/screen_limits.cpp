@@ -27,7 +27,7 @@ std::string wrongPlateName(const std::string &name)
     if (name.empty() || name.size() > kLongestPlateName)
         return "the name of a plate, 1 to " + std::to_string(kLongestPlateName) + " bytes long";
     if (hasControlCharacters(name))
-        return "the name of a plate without control characters";
+        return "the name of a plate in UTF-8 without control characters";
     // In a halftone dictionary or in a colour space these are no plates.
     for (const char *taken : {"Default", "HalftoneType", "HalftoneName", "All", "None"})
         if (name == taken)

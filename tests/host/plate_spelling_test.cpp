@@ -64,7 +64,8 @@ TEST(PlateSpelling, AWrongOneIsRefusedWithWhatWasExpected)
         {"Cyan", "\"Cyan\": expected a colon after the plate's name"},
         {"Cyan::133", "\"Cyan::133\": expected a colon after the plate's name"},
         {":133", "\":133\": expected the name of a plate, 1 to 127 bytes long"},
-        {"a\nb:133", "\"a\nb:133\": expected the name of a plate without control characters"},
+        {"a\nb:133", "\"a\nb:133\": expected the name of a plate in UTF-8 without control characters"},
+        {"Gr\xFCn:133", "\"Gr\xFCn:133\": expected the name of a plate in UTF-8 without control characters"},
         {"Default:133",
          "\"Default:133\": expected the name of a plate (the rest of the plates is *), not Default"},
         {"All:133", "\"All:133\": expected the name of a plate (the rest of the plates is *), not All"},
@@ -78,7 +79,7 @@ TEST(PlateSpelling, AWrongOneIsRefusedWithWhatWasExpected)
         {"Cyan:133@inf", "\"Cyan:133@inf\": expected an angle from -360 to 360 degrees, not \"inf\""},
         {"Cyan:133@361", "\"Cyan:133@361\": expected an angle from -360 to 360 degrees"},
         {"Cyan:133lpi", "\"Cyan:133lpi\": expected a frequency from 1 to 999 lines per inch, not \"133lpi\""},
-        {"Cyan:133,a\tb", "\"Cyan:133,a\tb\": expected a dot shape without control characters"},
+        {"Cyan:133,a\tb", "\"Cyan:133,a\tb\": expected a dot shape in UTF-8 without control characters"},
         {"Cyan:spot-133", "\"Cyan:spot-133\": expected an angle from -360 to 360 degrees, not \"\""},
         {"Cyan:spot--15", "\"Cyan:spot--15\": expected a frequency from 1 to 999 lines per inch, not \"\""},
     };

@@ -148,7 +148,7 @@ TEST(ScreenSet, AWrongFileIsRefusedWithThePlaceAndWhatWasExpected)
          "mine.toml:4:19: expected a factor from 0.1 to 10"},
         {with("[plates]\n\"\" = { angle = 1 }\n"), "mine.toml:3:1: expected the name of a plate, 1 to 127 bytes"},
         {with("[plates]\n\"a\\n\" = { angle = 1 }\n"),
-         "mine.toml:3:1: expected the name of a plate without control characters"},
+         "mine.toml:3:1: expected the name of a plate in UTF-8 without control characters"},
         {with("[plates]\nDefault = { angle = 1 }\n"), "mine.toml:3:1: expected the name of a plate (the rest"},
         {with("[plates]\nCyan = { angle = 1 }\ncyan = { angle = 1 }\n"),
          "mine.toml:4:1: expected each plate once; Cyan is there already"},
