@@ -38,8 +38,8 @@ Head readRiders(const std::filesystem::path &path)
     const io::OpenFile in = io::openInput(path);
     Head riders(in, kLongestRiders + 1);
     if (!isRidersFile(riders.bytes()))
-        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " + std::string(kRidersMagic) +
-                          ")");
+        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " +
+                          std::string(kRidersMagic) + ")");
     if (riders.bytes().size() > kLongestRiders)
         throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
     if (!isWholeRiders(riders.bytes()))

@@ -17,9 +17,9 @@ struct NamedSpot {
     double (*value)(double x, double y);
 };
 const std::vector<NamedSpot> &namedSpots();
-// Others that have a name: a job that asks for one is known by its values, but nobody could say by looking at a film
-// which of them it is. Those with several dots or a line turned aside in a cell are not among them: a film of theirs
-// has another frequency or angle than the job asks for.
+// Others that have a name: a job that asks for one is known by its values, but nobody could say by looking at a
+// film which of them it is. Those with several dots or a line turned aside in a cell are not among them: a film of
+// theirs has another frequency or angle than the job asks for.
 const std::vector<NamedSpot> &rarerSpots();
 
 }  // namespace riders::meter
