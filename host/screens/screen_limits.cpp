@@ -2,6 +2,8 @@
 
 #include <strings.h>
 
+#include <utility>
+
 #include "io/plain_text.h"
 #include "screens/number_text.h"
 
@@ -28,8 +30,8 @@ std::string wrongPlateName(const std::string &name)
         return "the name of a plate, 1 to " + std::to_string(kLongestPlateName) + " bytes long";
     if (hasControlCharacters(name))
         return "the name of a plate without control characters";
-    // In a halftone dictionary these are no plates.
-    for (const char *taken : {"Default", "HalftoneType", "HalftoneName"})
+    // In a halftone dictionary, or as colorants, these are no plates.
+    for (const char *taken : {"Default", "HalftoneType", "HalftoneName", "All", "None"})
         if (name == taken)
             return "the name of a plate (the rest of the plates is *), not " + name;
     return {};
@@ -38,6 +40,14 @@ std::string wrongPlateName(const std::string &name)
 bool hasControlCharacters(const std::string &text)
 {
     return io::plainText(text) != text;
+}
+
+std::string processInkMeant(const std::string &name)
+{
+    for (const auto &[meant, full] : {std::pair("C", "Cyan"), {"M", "Magenta"}, {"Y", "Yellow"}, {"K", "Black"}})
+        if (strcasecmp(name.c_str(), meant) == 0 || name == std::string("Process ") + full)
+            return full;
+    return {};
 }
 
 std::string plateName(const std::string &typed)
