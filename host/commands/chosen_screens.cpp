@@ -87,19 +87,22 @@ PlateScreen askedOfDialogs(const make::MakeRequest &request)
 std::vector<PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request)
 {
     std::vector<PlateScreen> plates;
-    if (!words.set.empty())
-        plates = screensOfSet(words.set, request);
+    if (words.set)
+        plates = screensOfSet(*words.set, request);
     for (const std::string &plate : words.plates)
         setPlate(plates, screens::plateFromText(plate));
     const auto rest = std::find_if(plates.begin(), plates.end(),
                                    [](const PlateScreen &plate) { return plate.plate == screens::kRestOfPlates; });
     if (rest != plates.end()) {
         askDialogs(request, *rest);
-        request.spotOfSet = !words.set.empty();
+        request.spotOfSet = words.set.has_value();
         plates.erase(rest);
     }
     for (const PlateScreen &plate : plates)
         request.plates.push_back(pieceOf(plate));
+    if (const auto angle = screens::numberFromText(request.angle.value_or("")); angle && *angle < 0)
+        if (screens::wrongAngle(*angle).empty())
+            request.angle = dialogAngle(*angle);
     const PlateScreen others = askedOfDialogs(request);
     if (others.frequency || others.angle || !others.shape.empty())
         plates.push_back(others);

@@ -12,7 +12,7 @@
 namespace riders::commands {
 
 struct ScreenWords {
-    std::string set;                  // a name or a file; empty for none
+    std::optional<std::string> set;   // a name or a file
     std::vector<std::string> plates;  // as plateFromText reads them
 };
 

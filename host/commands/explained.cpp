@@ -46,9 +46,29 @@ std::string decimals(const char *form, double value)
     return room.data();
 }
 
-std::string lineOf(const ReachedScreen &screen)
+// Whether a plate has a frequency or an angle that neither it nor the rest chooses.
+bool leavesToJob(const std::vector<screens::PlateScreen> &plates)
 {
-    std::string line = "  " + (screen.plate == kRest ? "the rest" : io::plainText(screen.plate));
+    screens::PlateScreen rest;
+    for (const screens::PlateScreen &plate : plates)
+        if (plate.plate == screens::kRestOfPlates)
+            rest = plate;
+    return std::any_of(plates.begin(), plates.end(), [&rest](const screens::PlateScreen &plate) {
+        return (!plate.frequency && !rest.frequency) || (!plate.angle && !rest.angle);
+    });
+}
+
+// Where the resolution allows no such frequency.
+bool isFarOff(const ReachedScreen &screen)
+{
+    constexpr double off = 0.01;
+    return screen.frequency < screen.askedFrequency * (1 - off);
+}
+
+std::string lineOf(const ReachedScreen &screen, bool alone)
+{
+    const std::string rest = alone ? "all plates" : "the rest";
+    std::string line = "  " + (screen.plate == kRest ? rest : io::plainText(screen.plate));
     line += decimals(" %.3f lpi", screen.frequency) + decimals(" at %.3f°", screen.angle);
     line += decimals(", asked for %.7g", screen.askedFrequency) + decimals(" at %.7g°", screen.askedAngle);
     line += decimals("; a cell's side %.2f pixels", screen.cell);
@@ -57,7 +77,8 @@ std::string lineOf(const ReachedScreen &screen)
                 : ", " + std::to_string(screen.supercellCells) +
                       (screen.supercellCells == 1 ? " cell" : " cells") + " in a supercell of " +
                       std::to_string(screen.supercellPixels) + " pixels";
-    return line + "; " + std::to_string(screen.levels) + " grey levels\n";
+    line += "; " + std::to_string(screen.levels) + " grey levels";
+    return line + (isFarOff(screen) ? "; not reached, since a cell has at least 4 pixels a side\n" : "\n");
 }
 
 }  // namespace
@@ -79,13 +100,17 @@ std::vector<ReachedScreen> inOrder(const std::vector<ReachedScreen> &reached,
     return ordered;
 }
 
-std::string explainedInWords(const std::vector<ReachedScreen> &reached, int dpi)
+std::string explainedInWords(const std::vector<ReachedScreen> &reached,
+                             const std::vector<screens::PlateScreen> &plates, int dpi)
 {
     if (reached.empty())
         return "No screen is chosen.\n";
     std::string lines = "At " + std::to_string(dpi) + " dpi, on a device with several inks:\n";
     for (const ReachedScreen &screen : reached)
-        lines += lineOf(screen);
+        lines += lineOf(screen, reached.size() == 1);
+    if (leavesToJob(plates))
+        lines +=
+            "Frequencies and angles that were not chosen are Ghostscript's own here, and the job's in a job.\n";
     return lines;
 }
 

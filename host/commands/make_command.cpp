@@ -13,6 +13,7 @@
 #include "make/make.h"
 #include "plugin/plugin.h"
 #include "proof/request.h"
+#include "screens/screen_limits.h"
 
 namespace riders::commands {
 
@@ -30,7 +31,7 @@ std::string explainedMade(const make::MakeRequest &request, const MakeWords &wor
 {
     try {
         const auto reached = inOrder(explain::explain(request.output, words.dpi), plates);
-        return words.json ? explainedInJson(reached, words.dpi) : explainedInWords(reached, words.dpi);
+        return words.json ? explainedInJson(reached, words.dpi) : explainedInWords(reached, plates, words.dpi);
     } catch (const io::Refusal &refusal) {
         throw io::Refusal("the riders file is made, but cannot be explained: " + refusal.message);
     }
@@ -46,6 +47,10 @@ std::string run(make::MakeRequest &request, const MakeWords &words, const std::s
 {
     request.plugin = plugin::pluginBesideProgram();
     const std::vector<screens::PlateScreen> plates = chooseScreens(words.screens, request);
+    for (const screens::PlateScreen &plate : plates)
+        if (const std::string meant = screens::processInkMeant(plate.plate); !meant.empty())
+            std::cerr << name << ": " << io::plainText(plate.plate)
+                      << " is taken for a spot ink of that name; the process ink is called " << meant << '\n';
     const make::Made made = make::make(request);
     if (!made.note.empty())
         std::cerr << name << ": " << io::plainText(made.note) << '\n';

@@ -1,5 +1,6 @@
 #include "commands/mesh_command.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -77,10 +78,13 @@ std::string inJson(const Pair &pair)
 std::string rowOf(const Pair &pair)
 {
     const screens::OnMesh mesh = screens::onMesh(pair.screen, pair.threads);
+    std::array<char, 40> coarsest{"-"};
+    if (mesh.coarsest)
+        std::snprintf(coarsest.data(), coarsest.size(), "%.2f", mesh.coarsest->millimetres());
     char numbers[100];
     std::snprintf(numbers, sizeof numbers, "%7s %9s %7s %8.2f %10s  ", decimal(pair.screen.frequency, 1).c_str(),
                   decimal(pair.threads, 1).c_str(), perCentimetre(pair.threads).c_str(), mesh.ratio,
-                  mesh.coarsest ? decimal(mesh.coarsest->millimetres(), 2).c_str() : "-");
+                  coarsest.data());
     std::string row = numbers + screens::adviceFor(mesh);
     for (const std::string &doubt : screens::doubtsOf(pair.screen, pair.threads))
         row += "; " + doubt;
@@ -103,8 +107,6 @@ std::string inWords(const std::vector<Pair> &pairs, const MeshRequest &request)
 
 std::string run(const MeshRequest &request)
 {
-    if (request.frequency.empty() && request.threads.empty())
-        return "say the screen's --frequency, the mesh's --threads, or both";
     const std::vector<Pair> pairs = pairsOf(request);
     if (request.json) {
         std::vector<std::string> values;
@@ -125,7 +127,8 @@ CLI::Validator perInchBetween(double least, double most, const std::string &what
     return {[=](std::string &text) {
                 const std::optional<double> number = screens::perInchFromText(text);
                 if (!number)
-                    return text + " is not a number of " + what + ", per inch as 225, or 90/cm";
+                    return text + " is not a number of " + what +
+                           (what == "lines" ? ", per inch as 45, or 18/cm" : ", per inch as 225, or 90/cm");
                 return *number >= least && *number <= most ? std::string()
                                                            : text + " is not from " + decimal(least, 0) + " to " +
                                                                  decimal(most, 0) + " " + what + " per inch";
@@ -150,6 +153,8 @@ void addMesh(CLI::App &app, Chosen &chosen)
         ->type_name("DEG");
     command->add_flag("--json", request->json, "For programs");
     command->callback([request, &chosen] {
+        if (request->frequency.empty() && request->threads.empty())
+            throw CLI::RequiredError("--frequency, --threads or both are required", CLI::ExitCodes::RequiredError);
         chosen.name = "riders mesh";
         chosen.run = [request] { return run(*request); };
     });

@@ -17,7 +17,9 @@ std::string madeInWords(const make::MakeRequest &request, const std::vector<scre
     if (request.flatness)
         parts.push_back("flatness " + *request.flatness);
     if (request.annotation)
-        parts.push_back("annotation \"" + *request.annotation + "\"");
+        parts.push_back("annotation \"" + *request.annotation + "\"" +
+                        (request.font ? " in " + *request.font : "") +
+                        (request.size ? ", " + *request.size + " points" : ""));
     if (request.errorHandler)
         parts.emplace_back("error handler");
     std::string line = request.output.filename().string() + ":";
@@ -35,6 +37,10 @@ std::string madeInJson(const make::MakeRequest &request, const std::vector<scree
         members.emplace_back("flatness", io::jsonText(*request.flatness));
     if (request.annotation)
         members.emplace_back("annotation", io::jsonText(*request.annotation));
+    if (request.font)
+        members.emplace_back("font", io::jsonText(*request.font));
+    if (request.size)
+        members.emplace_back("size", io::jsonText(*request.size));
     members.emplace_back("errorHandler", request.errorHandler ? "true" : "false");
     if (!explained.empty())
         members.emplace_back("explained", explained);

@@ -14,6 +14,8 @@ namespace {
 constexpr double kLeastShown = 2, kMostShown = 6;  // ratios
 constexpr double kTooNear = 7.5, kTurn = 0.5;      // degrees
 constexpr double kRounding = 1e-9;
+// How far a screen on a film may be from what was asked for: that alone is nothing to doubt.
+constexpr double kFrequencyOff = 0.003, kDegreesOff = 0.3;
 
 constexpr double kMeshes[] = {60,  76,  86,  110, 125, 140, 156, 169, 180, 195,
                               225, 230, 255, 280, 305, 330, 355, 380, 420, 460};
@@ -24,9 +26,20 @@ bool isShown(double ratio)
     return ratio > kLeastShown - kRounding && ratio < kMostShown + kRounding;
 }
 
+// Threads a line, at the best.
+double ratioOf(const OnMesh &mesh)
+{
+    return mesh.ratio * (1 + kFrequencyOff);
+}
+
+bool isNearThreads(const OnMesh &mesh)
+{
+    return mesh.nearestThread < kTooNear - kDegreesOff;
+}
+
 bool isDoubtful(const OnMesh &mesh)
 {
-    return mesh.nearestThread < kTooNear - kRounding || (mesh.most && mesh.most->canBeSeen());
+    return isNearThreads(mesh) || (mesh.most && mesh.most->canBeSeen());
 }
 
 // The nearest angle at which there is nothing to doubt.
@@ -71,10 +84,15 @@ OnMesh onMesh(const Grid &screen, double threadsPerInch)
             degreesApart(GridKind::threads, screen.angle, 0)};
 }
 
+bool hasTooFewThreads(const OnMesh &mesh)
+{
+    return ratioOf(mesh) < kLeastRatio;
+}
+
 std::string adviceFor(const OnMesh &mesh)
 {
-    const double ratio = mesh.ratio + kRounding;
-    if (ratio < kLeastRatio)
+    const double ratio = ratioOf(mesh);
+    if (hasTooFewThreads(mesh))
         return "too few threads; " + decimal(kLeastRatio, 2) + " a line at the least";
     if (ratio < kUsualRatio)
         return "few threads; the usual advice is " + decimal(kUsualRatio, 2) + " a line";
@@ -87,8 +105,8 @@ std::vector<std::string> doubtsOf(const Grid &screen, double threadsPerInch)
     if (!isDoubtful(mesh))
         return {};
     std::vector<std::string> doubts;
-    if (mesh.nearestThread < kTooNear - kRounding)
-        doubts.push_back("its rows lie " + decimal(mesh.nearestThread, 1) + "° from the threads");
+    if (isNearThreads(mesh))
+        doubts.push_back("the rows lie " + decimal(mesh.nearestThread, 1) + "° from the threads");
     if (mesh.most && mesh.most->canBeSeen())
         doubts.push_back("a pattern of " + decimal(mesh.most->millimetres(), 1) + " mm may be seen");
     const std::optional<double> better = betterAngle(screen, threadsPerInch);

@@ -35,6 +35,8 @@ struct OnMesh {
 Grid threadsOf(double perInch);
 OnMesh onMesh(const Grid &screen, double threadsPerInch);
 
+// Advice and doubts leave room for the little by which a screen on a film may be off.
+bool hasTooFewThreads(const OnMesh &mesh);
 // What is usually said of that ratio, as a sentence without its full stop.
 std::string adviceFor(const OnMesh &mesh);
 // What else there is to say, each a sentence without its full stop: rows too near to the threads, a pattern that

@@ -13,6 +13,12 @@ namespace {
 constexpr const char *kForm = "NAME:LPI@ANGLE,SHAPE";
 constexpr std::string_view kSpot = "spot-";
 
+std::string_view trimmed(std::string_view part)
+{
+    const std::size_t start = std::min(part.find_first_not_of(' '), part.size());
+    return part.substr(start, part.find_last_not_of(' ') + 1 - start);
+}
+
 [[noreturn]] void refuse(const std::string &text, const std::string &expected)
 {
     throw io::Refusal("\"" + text + "\": expected " + expected);
@@ -29,7 +35,7 @@ std::string takeName(std::string_view &rest, const std::string &text)
     if (rest.empty())
         refuse(text, std::string("a colon after the plate's name, as in ") + kForm);
     rest.remove_prefix(1);
-    name = plateName(name);
+    name = plateName(std::string(trimmed(name)));
     if (const std::string expected = wrongPlateName(name); !expected.empty())
         refuse(text, expected);
     return name;
@@ -47,7 +53,7 @@ double numberFrom(std::string_view part, std::string (*wrong)(double), const std
 std::string_view takePart(std::string_view &rest, char separator, std::size_t from = 0)
 {
     const std::size_t end = std::min(rest.find(separator, from), rest.size());
-    const std::string_view part = rest.substr(0, end);
+    const std::string_view part = trimmed(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     return part;
 }
@@ -55,12 +61,12 @@ std::string_view takePart(std::string_view &rest, char separator, std::size_t fr
 void takeParts(PlateScreen &screen, std::string_view rest, const std::string &text)
 {
     std::string_view numbers = takePart(rest, ',');
-    screen.shape = rest;
+    screen.shape = trimmed(rest);
     const bool angled = numbers.find('@') != std::string_view::npos;
     if (const std::string_view frequency = takePart(numbers, '@'); !frequency.empty())
         screen.frequency = numberFrom(frequency, wrongFrequency, text);
     if (angled)
-        screen.angle = numberFrom(numbers, wrongAngle, text);
+        screen.angle = numberFrom(trimmed(numbers), wrongAngle, text);
 }
 
 // The angle may begin with a hyphen of its own.
@@ -78,6 +84,7 @@ PlateScreen plateFromText(const std::string &text)
     std::string_view rest = text;
     PlateScreen screen;
     screen.plate = takeName(rest, text);
+    rest = trimmed(rest);
     if (rest.starts_with(kSpot))
         takeSpot(screen, rest.substr(kSpot.size()), text);
     else

@@ -2,6 +2,8 @@
 
 #include <strings.h>
 
+#include <utility>
+
 #include "io/plain_text.h"
 #include "screens/number_text.h"
 
@@ -38,6 +40,14 @@ std::string wrongPlateName(const std::string &name)
 bool hasControlCharacters(const std::string &text)
 {
     return io::plainText(text) != text;
+}
+
+std::string processInkMeant(const std::string &name)
+{
+    for (const auto &[meant, full] : {std::pair("C", "Cyan"), {"M", "Magenta"}, {"Y", "Yellow"}, {"K", "Black"}})
+        if (strcasecmp(name.c_str(), meant) == 0 || name == std::string("Process ") + full)
+            return full;
+    return {};
 }
 
 std::string plateName(const std::string &typed)

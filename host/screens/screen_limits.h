@@ -18,6 +18,8 @@ std::string wrongPlateName(const std::string &name);
 // Also for other text: whether a terminal or a browser would obey some of it, or it is not UTF-8.
 bool hasControlCharacters(const std::string &text);
 
+// The process ink that a name which is not one probably means ("Cyan" for "C", "Process Cyan"); else empty.
+std::string processInkMeant(const std::string &name);
 // The process plates' names as PostScript spells them, whatever the case of the letters; others as they are.
 std::string plateName(const std::string &typed);
 

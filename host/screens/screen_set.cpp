@@ -1,6 +1,7 @@
 #include "screens/screen_set.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "io/refusal.h"
 #include "screens/number_text.h"
@@ -9,19 +10,26 @@
 namespace riders::screens {
 namespace {
 
+// What is left of a product's error would be written out to sixteen digits.
+double rounded(double frequency)
+{
+    constexpr double parts = 1e8;
+    return std::round(frequency * parts) / parts;
+}
+
 std::optional<double> frequencyOf(const SetPlate &plate, const ScreenSet &set, std::optional<double> wanted)
 {
     if (!plate.screen.frequency) {
         const std::optional<double> base = wanted ? wanted : set.frequency;
-        return base ? std::optional(*base * plate.factor.value_or(1)) : std::nullopt;
+        return base ? std::optional(rounded(*base * plate.factor.value_or(1))) : std::nullopt;
     }
     if (!wanted)
         return plate.screen.frequency;
     if (!set.frequency)
-        throw io::Refusal("the set " + set.name +
-                          " cannot be scaled: its plates have frequencies of their own, "
-                          "and the set has none to compare them with");
-    return *plate.screen.frequency * *wanted / *set.frequency;
+        throw io::Refusal("the set \"" + set.name +
+                          "\" cannot be scaled: its plates have frequencies of their own, "
+                          "and the set has none to compare them with; leave the frequency out");
+    return rounded(*plate.screen.frequency * *wanted / *set.frequency);
 }
 
 }  // namespace
@@ -36,7 +44,7 @@ std::vector<PlateScreen> screensOf(const ScreenSet &set, std::optional<double> f
             screen.shape = set.shape;
         if (screen.frequency && !wrongFrequency(*screen.frequency).empty())
             throw io::Refusal(
-                "the set " + set.name + " gives " + (screen.plate == kRestOfPlates ? "the rest" : screen.plate) +
+                "the set \"" + set.name + "\" gives " + (screen.plate == kRestOfPlates ? "the rest" : screen.plate) +
                 " " + numberText(*screen.frequency) + " lines per inch, not " + wrongFrequency(*screen.frequency));
         screens.push_back(std::move(screen));
     }

@@ -3,6 +3,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <utility>
 
@@ -101,6 +102,9 @@ SetPlate plateFrom(const std::string &name, const toml::node &node, const Screen
         refuse(file, node.source().begin,
                plate.screen.frequency ? "expected a frequency or a factor, not both"
                                       : "expected a frequency for the whole set, of which this is a factor");
+    if (plate.factor && !wrongFrequency(*set.frequency * *plate.factor).empty())
+        refuse(file, node.source().begin,
+               "expected a factor that makes " + wrongFrequency(-1) + " of " + numberText(*set.frequency));
     if (!plate.screen.frequency && !set.frequency && !plate.screen.angle && plate.screen.shape.empty() &&
         set.shape.empty())
         refuse(file, node.source().begin, "expected a frequency, an angle or a shape for " + name);
@@ -159,10 +163,33 @@ ScreenSet setFrom(const toml::table &table, const std::string &file)
     return set;
 }
 
+// The parser does not say what beginners stumble over: that names with blanks, and texts, are in quotation marks.
+std::string hintFor(std::string_view bytes, std::size_t line)
+{
+    for (; line > 1 && bytes.find('\n') != bytes.npos; --line)
+        bytes.remove_prefix(bytes.find('\n') + 1);
+    bytes = bytes.substr(0, bytes.find('\n'));
+    const std::size_t equals = bytes.find('=');
+    if (equals == bytes.npos)
+        return {};
+    const auto from = [](std::string_view part) {
+        return part.substr(std::min(part.find_first_not_of(" \t\r"), part.size()));
+    };
+    const std::string_view value = from(bytes.substr(equals + 1));
+    std::string_view key = from(bytes.substr(0, equals));
+    key = key.substr(0, key.find_last_not_of(" \t\r") + 1);
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.";
+    if (!key.empty() && key.find('"') == key.npos && key.find_first_not_of(kPlain) != key.npos)
+        return "; such a name goes between quotation marks, as in \"" + std::string(key) + "\" =";
+    if (!value.empty() && std::isalpha(static_cast<unsigned char>(value[0])) != 0)
+        return "; a text goes between quotation marks";
+    return {};
+}
+
 void findFromFolder(std::string &shape, const std::filesystem::path &folder)
 {
     if (shape.find('/') != std::string::npos)
-        shape = (folder / shape).string();
+        shape = (folder / shape).lexically_normal().string();
 }
 
 }  // namespace
@@ -175,7 +202,8 @@ ScreenSet setFromText(std::string_view bytes, const std::string &file)
     try {
         return setFrom(toml::parse(bytes, file), file);
     } catch (const toml::parse_error &error) {
-        refuse(file, error.source().begin, std::string(error.description()));
+        refuse(file, error.source().begin,
+               std::string(error.description()) + hintFor(bytes, error.source().begin.line));
     }
 }
 

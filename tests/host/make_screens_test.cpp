@@ -99,6 +99,8 @@ TEST_F(MakeScreens, WhatHoldsForTheRestGoesThroughTheDialogs)
     const std::string plain = made();
     ASSERT_EQ(make({"--plate", "*:45@-7.5,line"}), "made: 45 lpi at 352.5°, line\n");
     EXPECT_EQ(made(), plain);
+    ASSERT_EQ(make({"--frequency", "45", "--angle", "-7.5", "--spot", "line"}), "made: 45 lpi at 352.5°, line\n");
+    EXPECT_EQ(made(), plain);
     ASSERT_EQ(make({"--frequency", "45", "--plate", "*:@22.5", "--plate", "Gold:@75"}),
               "made: Gold at 75°; the rest 45 lpi at 22.5°\n");
     EXPECT_NE(make({"--frequency", "1000", "--plate", "Gold:@75"}).find("from 1 to 999"), std::string::npos);
@@ -119,10 +121,47 @@ TEST_F(MakeScreens, TheLineNamesAllThatWasChosen)
 {
     EXPECT_EQ(make({"--annotation", "Proof\t3", "--error-handler", "--flatness", "2"}),
               "made: flatness 2; annotation \"Proof 3\"; error handler\n");
+    EXPECT_EQ(make({"--annotation", "x", "--font", "Courier", "--size", "9"}),
+              "made: annotation \"x\" in Courier, 9 points\n");
+    EXPECT_EQ(
+        make({"--json", "--annotation", "x", "--font", "Courier", "--size", "9"}),
+        "{\"file\": \"made\", \"plates\": [], \"annotation\": \"x\", \"font\": \"Courier\", \"size\": \"9\", "
+        "\"errorHandler\": false}\n");
     EXPECT_EQ(
         make({"--json", "--annotation", "Proof\t3", "--plate", "Gold:60@75,Line"}),
         "{\"file\": \"made\", \"plates\": [{\"plate\": \"Gold\", \"frequency\": 60, \"angle\": 75, \"shape\": "
         "\"Line\"}], \"annotation\": \"Proof\\u00093\", \"errorHandler\": false}\n");
+}
+
+TEST_F(MakeScreens, ALetterForAProcessInkIsMentioned)
+{
+    const CommandResult result = riders({"make", "-o", "made", "--plate", "k:45", "--plate", "Gold:60"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "made: k 45 lpi; Gold 60 lpi\n");
+    EXPECT_EQ(result.err,
+              "riders make: k is taken for a spot ink of that name; the process ink is called Black\n");
+    EXPECT_NE(riders({"make", "-o", "made", "--plate", "Process Cyan:45"}).err.find("called Cyan"),
+              std::string::npos);
+}
+
+TEST_F(MakeScreens, ExplainingSaysWhatIsNotReachedAndWhatIsLeftToTheJob)
+{
+    const auto has = [](const std::string &text, const std::string &part) {
+        return text.find(part) != std::string::npos;
+    };
+    const std::string fine =
+        make({"--frequency", "300", "--angle", "45", "--spot", "round", "--explain", "--dpi", "600"});
+    EXPECT_TRUE(has(fine, "\n  all plates 150.0")) << fine;
+    EXPECT_TRUE(has(fine, " grey levels; not reached, since a cell has at least 4 pixels a side\n")) << fine;
+    EXPECT_FALSE(has(fine, "not chosen"));
+    const std::string left = make({"--plate", "Black:@45", "--explain", "--dpi", "600"});
+    EXPECT_TRUE(has(left, "\nFrequencies and angles that were not chosen are Ghostscript's own here")) << left;
+    EXPECT_FALSE(has(left, "not reached"));
+    const std::string rest = make({"--plate", "Black:@45", "--plate", "*:60@75", "--explain", "--dpi", "600"});
+    EXPECT_TRUE(has(rest, "\n  the rest ")) << rest;
+    EXPECT_FALSE(has(rest, "not chosen")) << "the rest chooses";
+    EXPECT_TRUE(has(make({"--frequency", "60", "--angle", "45", "--json", "--explain"}),
+                    "{\"plate\": \"*\", \"askedFrequency\": 60, \"askedAngle\": 45, \"frequency\": "));
 }
 
 TEST_F(MakeScreens, WhatIsWrongIsRefusedAndLeavesTheFileAsItWas)
@@ -135,6 +174,8 @@ TEST_F(MakeScreens, WhatIsWrongIsRefusedAndLeavesTheFileAsItWas)
     EXPECT_EQ(make({"--screens", "nothing"}),
               "riders make: there is no set of screens and no file \"nothing\"; riders screens lists the sets\n");
     EXPECT_EQ(make({"--screens", "./nothing"}), "riders make: ./nothing: No such file or directory\n");
+    EXPECT_EQ(make({"--screens", "", "--frequency", "60"}),
+              "riders make: there is no set of screens and no file \"\"; riders screens lists the sets\n");
     EXPECT_EQ(make({"--plate", "Gold"}),
               "riders make: \"Gold\": expected a colon after the plate's name, as in NAME:LPI@ANGLE,SHAPE\n");
     EXPECT_EQ(make({"--plate", "Gold:60,stars"}),

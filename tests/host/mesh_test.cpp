@@ -71,8 +71,8 @@ TEST(Mesh, DoubtsComeWithTheNearestAngleThatHasNone)
 {
     EXPECT_EQ(screens::doubtsOf({45, 22.5}, 169), Words{});
     EXPECT_EQ(screens::doubtsOf({45, 7.5}, 169), Words{});
-    EXPECT_EQ(screens::doubtsOf({45, 2}, 169), (Words{"its rows lie 2° from the threads", "better at 7.5°"}));
-    EXPECT_EQ(screens::doubtsOf({45, 88}, 169), (Words{"its rows lie 2° from the threads", "better at 82.5°"}));
+    EXPECT_EQ(screens::doubtsOf({45, 2}, 169), (Words{"the rows lie 2° from the threads", "better at 7.5°"}));
+    EXPECT_EQ(screens::doubtsOf({45, 88}, 169), (Words{"the rows lie 2° from the threads", "better at 82.5°"}));
     // (2, 1) is 100.6 per inch long and lies on the threads: 0.6 are left of 100.
     EXPECT_EQ(screens::doubtsOf({45, 26.565}, 100),
               (Words{"a pattern of 40.8 mm may be seen", "better at 24.5°"}));
@@ -88,7 +88,7 @@ TEST(Mesh, TheCommandListsMeshesForAFrequency)
     EXPECT_EQ(listed.status, 0);
     EXPECT_TRUE(has(listed.out, "Screen at 22.5°")) << listed.out;
     EXPECT_TRUE(has(listed.out, "     45       110    43.3     2.44       2.12  too few threads")) << listed.out;
-    EXPECT_TRUE(has(listed.out, "     45       225    88.6     5.00        0.9  enough for fine work\n"));
+    EXPECT_TRUE(has(listed.out, "     45       225    88.6     5.00       0.90  enough for fine work\n"));
     EXPECT_FALSE(has(listed.out, "       86  ")) << "below 2 threads a line";
     EXPECT_FALSE(has(listed.out, "      280  ")) << "above 6";
     EXPECT_TRUE(has(runRiders({"mesh", "--frequency", "45", "--angle", "2"}).out, "better at 7.5°\n"));
@@ -109,21 +109,22 @@ TEST(Mesh, TheCommandSpeaksJson)
               "[{\"frequency\": 50, \"angle\": 0, \"threads\": 125, \"ratio\": 2.5, "
               "\"advice\": \"few threads; the usual advice is 3.75 a line\", "
               "\"patternMillimetres\": 1.016, \"patternMayBeSeen\": false, "
-              "\"doubts\": [\"its rows lie 0° from the threads\", \"better at 7.5°\"]}]\n");
+              "\"doubts\": [\"the rows lie 0° from the threads\", \"better at 7.5°\"]}]\n");
     EXPECT_EQ(runRiders({"mesh", "--frequency", "299", "--json"}).out, "[]\n");
 }
 
 TEST(Mesh, TheCommandRefusesWhatItCannotUse)
 {
     const CommandResult nothing = runRiders({"mesh"});
-    EXPECT_EQ(nothing.status, 1);
-    EXPECT_EQ(nothing.err, "riders mesh: say the screen's --frequency, the mesh's --threads, or both\n");
+    EXPECT_EQ(nothing.status, 2);
+    EXPECT_TRUE(has(nothing.err, "--frequency, --threads or both are required\n")) << nothing.err;
     const CommandResult unusual = runRiders({"mesh", "--frequency", "299"});
     EXPECT_EQ(unusual.status, 1);
     EXPECT_TRUE(has(unusual.err, "no usual mesh with 2 to 6 threads a line")) << unusual.err;
     const CommandResult words = runRiders({"mesh", "--threads", "many"});
     EXPECT_EQ(words.status, 2);
     EXPECT_TRUE(has(words.err, "many is not a number of threads, per inch as 225, or 90/cm")) << words.err;
+    EXPECT_TRUE(has(runRiders({"mesh", "--frequency", "45lpi"}).err, "of lines, per inch as 45, or 18/cm"));
     EXPECT_TRUE(has(runRiders({"mesh", "--threads", "9"}).err, "9 is not from 10 to 1000 threads per inch"));
     EXPECT_EQ(runRiders({"mesh", "--frequency", "45", "--angle", "nan"}).status, 2);
 }

@@ -51,6 +51,24 @@ Words warnings(const std::vector<PlateFacts> &plates, double mesh = 0)
     return proof::warningsFor(page);
 }
 
+proof::PageFacts onMesh(const std::vector<PlateFacts> &plates, double mesh)
+{
+    proof::PageFacts page;
+    page.plates = plates;
+    page.mesh = mesh;
+    return page;
+}
+
+Words factsOnMesh(const std::vector<PlateFacts> &plates, double mesh)
+{
+    return proof::factsOnMesh(onMesh(plates, mesh));
+}
+
+Words warningsOnMesh(const std::vector<PlateFacts> &plates, double mesh)
+{
+    return proof::warningsOnMesh(onMesh(plates, mesh));
+}
+
 // 133 lines per inch, 15 degrees apart: 25.4 mm / 133 / (2 sin 7.5°).
 TEST(PlatePatterns, TheOffsetSetHasOnlyYellowsWhichIsNoWarning)
 {
@@ -145,16 +163,45 @@ TEST(PlatePatterns, LinesRunAtTheirAngle)
 TEST(PlatePatterns, AMeshIsJudgedForEachPlate)
 {
     const std::vector<PlateFacts> plates = {plate("Black", kBlack, 45, 22.5)};
-    EXPECT_EQ(proof::wordsOnMesh(plates[0].measured, 110),
-              "2.44 threads a line, too few threads; 2.5 a line at the least; the coarsest pattern of the two is "
-              "2.12 mm");
+    EXPECT_EQ(factsOnMesh(plates, 110),
+              Words{"Black: 2.44 threads a line; the coarsest pattern of the two is 2.12 mm."});
+    EXPECT_EQ(factsOnMesh(plates, 120),
+              Words{"Black: 2.67 threads a line, few threads; the usual advice is 3.75 a "
+                    "line; the coarsest pattern of the two is 1.22 mm."});
     EXPECT_EQ(warnings(plates), Words{});
     EXPECT_EQ(warnings(plates, 225), Words{});
     EXPECT_EQ(warnings(plates, 120), Words{});
-    EXPECT_EQ(warnings(plates, 110), Words{"Black on a mesh of 110 threads per inch: " +
-                                           proof::wordsOnMesh(plates[0].measured, 110) + "."});
+    EXPECT_EQ(warnings(plates, 110),
+              Words{"Black on a mesh of 110 threads per inch: too few threads; 2.5 a line at the least."});
     const std::vector<PlateFacts> straight = {plate("Black", kBlack, 45, 0)};
     EXPECT_EQ(warnings(straight, 225).size(), 1u) << "along the threads";
+}
+
+TEST(PlatePatterns, WhatAMeshMeansForSeveralPlatesIsSaidOnce)
+{
+    std::vector<PlateFacts> plates = {plate("Cyan", kCyan, 45, 22.5), plate("Magenta", kMagenta, 45, 2),
+                                      plate("Gold", kYellow, 45, 22.5), plate("Black", kBlack, 45, 67.5)};
+    const std::string few = " on a mesh of 110 threads per inch: too few threads; 2.5 a line at the least";
+    EXPECT_EQ(warningsOnMesh(plates, 110),
+              (Words{"Cyan, Gold and Black" + few + ".",
+                     "Magenta" + few + "; the rows lie 2° from the threads; better at 7.5°."}));
+    ASSERT_EQ(factsOnMesh(plates, 110).size(), 2u);
+    EXPECT_EQ(factsOnMesh(plates, 110)[0],
+              "Cyan, Gold and Black: 2.44 threads a line; the coarsest pattern of the two is 2.12 mm.");
+    plates[0].measured.found = false;
+    EXPECT_EQ(factsOnMesh(plates, 110)[1].rfind("Gold and Black: ", 0), 0u);
+    EXPECT_EQ(factsOnMesh(plates, 0), Words{});
+    EXPECT_EQ(warningsOnMesh(plates, 0), Words{});
+}
+
+// As measured on films of the set for screen printing in process colours.
+TEST(PlatePatterns, AScreenOnAMeshMayBeAsFarOffAsFilmsAre)
+{
+    EXPECT_EQ(
+        warningsOnMesh({plate("Magenta", kMagenta, 45.02, 82.51), plate("Yellow", kYellow, 45.02, 7.49)}, 112.5),
+        Words{});
+    EXPECT_EQ(warningsOnMesh({plate("Yellow", kYellow, 45, 7.1)}, 225).size(), 1u);
+    EXPECT_EQ(warningsOnMesh({plate("Yellow", kYellow, 45.2, 22.5)}, 112.5).size(), 1u);
 }
 
 TEST(PlatePatterns, ThePageShowsPatternsAndMesh)
@@ -175,7 +222,7 @@ TEST(PlatePatterns, ThePageShowsPatternsAndMesh)
     EXPECT_TRUE(has("&lt;i&gt;Cyan and Black over each other, 7.6 mm of the page: a pattern of 0.55 mm."));
     EXPECT_TRUE(has("<p class=\"soft\">Magenta and Yellow make a pattern of 0.73 mm; Yellow is light"));
     EXPECT_TRUE(has("<h3>On a mesh of 228.6 threads per inch</h3>"));
-    EXPECT_TRUE(has("<li>Magenta: 1.72 threads a line, too few threads; 2.5 a line at the least"));
+    EXPECT_TRUE(has("<li>Magenta: 1.72 threads a line; the coarsest pattern"));
     facts.pages[0].patterns[1].afar = true;
     html = proof::reportOf(facts);
     EXPECT_TRUE(has("<figure class=\"pattern afar\">"));

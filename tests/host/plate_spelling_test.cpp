@@ -38,6 +38,8 @@ TEST(PlateSpelling, AnyPartAfterTheNameMayBeLeftOut)
     expectPlate("Cyan:,Round", "Cyan", {}, {}, "Round");
     expectPlate("Cyan:133,./a,b@c:d", "Cyan", 133, {}, "./a,b@c:d");
     expectPlate("*:133@15", "*", 133, 15, "");
+    expectPlate(" PANTONE 300 C : 133 @ -15 , Round ", "PANTONE 300 C", 133, -15, "Round");
+    expectPlate("Cyan: spot-133-15-round ", "Cyan", 133, 15, "round");
 }
 
 TEST(PlateSpelling, OfQueuesIsUnderstoodToo)
@@ -70,6 +72,8 @@ TEST(PlateSpelling, AWrongOneIsRefusedWithWhatWasExpected)
          "\"Default:133\": expected the name of a plate (the rest of the plates is *), not Default"},
         {"All:133", "\"All:133\": expected the name of a plate (the rest of the plates is *), not All"},
         {"None:133", "\"None:133\": expected the name of a plate (the rest of the plates is *), not None"},
+        {" : 133", "\" : 133\": expected the name of a plate, 1 to 127 bytes long"},
+        {"Cyan: ", "\"Cyan: \": expected a frequency, an angle or a dot shape"},
         {"Cyan:", "\"Cyan:\": expected a frequency, an angle or a dot shape, as in NAME:LPI@ANGLE,SHAPE"},
         {"Cyan:,", "\"Cyan:,\": expected a frequency, an angle or a dot shape"},
         {"Cyan:0.5", "\"Cyan:0.5\": expected a frequency from 1 to 999 lines per inch, not \"0.5\""},

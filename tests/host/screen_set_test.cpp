@@ -52,6 +52,33 @@ std::vector<std::string> spelled(const std::vector<screens::PlateScreen> &plates
 
 }  // namespace
 
+TEST(ScreenSet, WhereQuotationMarksAreMissingItIsSaid)
+{
+    const auto ends = [](const std::string &text, const std::string &end) {
+        const std::string refusal = refusalOf(text);
+        EXPECT_TRUE(refusal.starts_with("mine.toml:")) << refusal;
+        EXPECT_TRUE(refusal.ends_with(end)) << refusal;
+    };
+    ends(with("[plates]\nPANTONE 300 C = { angle = 15 }\n"),
+         "; such a name goes between quotation marks, as in \"PANTONE 300 C\" =");
+    ends(with("[plates]\n* = { angle = 15 }\n"), "; such a name goes between quotation marks, as in \"*\" =");
+    ends("name = Mine\n[plates]\nCyan = { angle = 15 }\n", "; a text goes between quotation marks");
+    ends(with("[plates]\nCyan = { angle = 22,5 }\n"), "saw '}'");
+    ends(with("[plates]\nCyan = { angle = 15\n"), "saw '\\n'");
+}
+
+TEST(ScreenSet, AFactorCannotLeadBeyondWhatIsPossible)
+{
+    EXPECT_EQ(refusalOf(with("frequency = 900\n[plates]\nCyan = { factor = 1.5 }\n")),
+              "mine.toml:4:8: expected a factor that makes a frequency from 1 to 999 lines per inch of 900");
+}
+
+TEST(ScreenSet, ProductsAreNumbersThatCanBeRead)
+{
+    const screens::ScreenSet set = screens::setFromText(kWhole, "offset.toml");
+    EXPECT_EQ(screensOf(set, 133)[2].frequency, 143.64);
+}
+
 TEST(ScreenSet, HoldsWhatItsFileSays)
 {
     const screens::ScreenSet set = screens::setFromText(kWhole, "offset.toml");
@@ -181,7 +208,7 @@ TEST(ScreenSet, APathInItCountsFromItsFolder)
               with("shape = \"./own.spot\"\n[plates]\nCyan = { shape = \"/x/y\" }\n\"*\" = {}"));
     const auto plates = screens::screensOf(screens::setFromFile(folder / "mine.toml"));
     EXPECT_EQ(plates.at(0).shape, "/x/y");
-    EXPECT_EQ(plates.at(1).shape, (folder / "./own.spot").string());
+    EXPECT_EQ(plates.at(1).shape, (folder / "own.spot").string());
 }
 
 TEST(ScreenSet, IsFoundByNameTheUsersOwnFirst)

@@ -1,15 +1,17 @@
-// What is to be said of a plate that is to be printed through a mesh.
+// What is to be said of a page whose plates are to be printed through a mesh.
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "proof/facts/measured_screen.h"
+#include "proof/facts/page_facts.h"
 
 namespace riders::proof {
 
-// The screen must have been found. Words without a full stop.
-std::string wordsOnMesh(const MeasuredScreen &measured, double threadsPerInch);
-// Whether that is worth a warning.
-bool isDoubtfulOnMesh(const MeasuredScreen &measured, double threadsPerInch);
+// Sentences, each for all plates of which the same is to be said; none if the page is for no mesh.
+// How the plates whose screens were found suit the mesh, without what is warned of.
+std::vector<std::string> factsOnMesh(const PageFacts &page);
+// What is worth a warning.
+std::vector<std::string> warningsOnMesh(const PageFacts &page);
 
 }  // namespace riders::proof

@@ -146,19 +146,19 @@ std::vector<PlatePattern> patternsBetween(const std::vector<PlateFacts> &plates)
     return kept;
 }
 
-std::string namesOf(const PlatePattern &pattern, const std::vector<PlateFacts> &plates)
+std::string namesOf(const std::vector<std::size_t> &places, const std::vector<PlateFacts> &plates)
 {
     std::string names;
-    for (std::size_t i = 0; i < pattern.plates.size(); ++i) {
-        const bool last = i + 1 == pattern.plates.size();
-        names += (i == 0 ? "" : last ? " and " : ", ") + plates[pattern.plates[i]].name;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const bool last = i + 1 == places.size();
+        names += (i == 0 ? "" : last ? " and " : ", ") + plates[places[i]].name;
     }
     return names;
 }
 
 std::string sentenceFor(const PlatePattern &pattern, const std::vector<PlateFacts> &plates)
 {
-    const std::string names = namesOf(pattern, plates);
+    const std::string names = namesOf(pattern.plates, plates);
     if (pattern.shared) {
         const MeasuredScreen &screen = plates[pattern.plates[0]].measured;
         return names + " have one screen, " + decimal(screen.frequency, 1) + " lines per inch at " +

@@ -18,8 +18,8 @@ screens::Grid gridOf(const MeasuredScreen &measured);
 // measured.
 std::vector<PlatePattern> patternsBetween(const std::vector<PlateFacts> &plates);
 
-// "Cyan, Magenta and Black".
-std::string namesOf(const PlatePattern &pattern, const std::vector<PlateFacts> &plates);
+// The plates at these places: "Cyan, Magenta and Black".
+std::string namesOf(const std::vector<std::size_t> &places, const std::vector<PlateFacts> &plates);
 
 // As a sentence.
 std::string sentenceFor(const PlatePattern &pattern, const std::vector<PlateFacts> &plates);

@@ -72,14 +72,6 @@ void warnOfPatterns(const PageFacts &page, bool allShare, std::vector<std::strin
             warnings.push_back(sentenceFor(pattern, page.plates));
 }
 
-void warnOfMesh(const PageFacts &page, std::vector<std::string> &warnings)
-{
-    for (const PlateFacts &plate : page.plates)
-        if (page.mesh > 0 && plate.measured.found && isDoubtfulOnMesh(plate.measured, page.mesh))
-            warnings.push_back(plate.name + " on a mesh of " + decimal(page.mesh, 1) +
-                               " threads per inch: " + wordsOnMesh(plate.measured, page.mesh) + ".");
-}
-
 }  // namespace
 
 double anglesApart(double one, double other)
@@ -96,7 +88,8 @@ std::vector<std::string> warningsFor(const PageFacts &page)
     }
     const bool allShare = warnOfSharedAngle(page, warnings);
     warnOfPatterns(page, allShare, warnings);
-    warnOfMesh(page, warnings);
+    for (std::string &warning : warningsOnMesh(page))
+        warnings.push_back(std::move(warning));
     return warnings;
 }
 

@@ -60,17 +60,15 @@ std::string loupes(const PageFacts &page)
 std::string meshLines(const PageFacts &page)
 {
     std::string items;
-    for (const PlateFacts &plate : page.plates)
-        if (page.mesh > 0 && plate.measured.found)
-            items += part("item",
-                          {{"text", escaped(plate.name + ": " + wordsOnMesh(plate.measured, page.mesh) + ".")}});
+    for (const std::string &fact : factsOnMesh(page))
+        items += part("item", {{"text", escaped(fact)}});
     return items.empty() ? "" : part("mesh", {{"threads", decimal(page.mesh, 1)}, {"items", items}});
 }
 
 std::string patternFigure(const PlatePattern &pattern, const PageFacts &page)
 {
     return part("pattern", {{"picture", escaped(pattern.picture)},
-                            {"plates", escaped(namesOf(pattern, page.plates))},
+                            {"plates", escaped(namesOf(pattern.plates, page.plates))},
                             {"side", decimal(pattern.shown, 1)},
                             {"period", decimal(pattern.millimetres, 2)},
                             {"kind", pattern.afar ? "pattern afar" : "pattern"},
