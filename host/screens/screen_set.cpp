@@ -43,9 +43,10 @@ std::vector<PlateScreen> screensOf(const ScreenSet &set, std::optional<double> f
         if (screen.shape.empty())
             screen.shape = set.shape;
         if (screen.frequency && !wrongFrequency(*screen.frequency).empty())
-            throw io::Refusal(
-                "the set \"" + set.name + "\" gives " + (screen.plate == kRestOfPlates ? "the rest" : screen.plate) +
-                " " + numberText(*screen.frequency) + " lines per inch, not " + wrongFrequency(*screen.frequency));
+            throw io::Refusal("the set \"" + set.name + "\" gives " +
+                              (screen.plate == kRestOfPlates ? "the rest" : screen.plate) + " " +
+                              numberText(*screen.frequency) + " lines per inch, not " +
+                              wrongFrequency(*screen.frequency));
         screens.push_back(std::move(screen));
     }
     return screens;
