@@ -1,7 +1,8 @@
 #include "dialogs/templates.h"
 
+#include <algorithm>
 #include <cstring>
-#include <utility>
+#include <vector>
 
 #include "dialogs/placement.h"
 #include "toolbox/bigendian.h"
@@ -15,7 +16,7 @@ namespace {
 // zero, and complete() is false then.
 class Reader {
 public:
-    explicit Reader(std::string bytes) : bytes_(std::move(bytes)) {}
+    explicit Reader(const std::string &bytes) : bytes_(bytes.begin(), bytes.end()) {}
 
     bool complete() const { return at_ <= bytes_.size(); }
     bool more() const { return at_ < bytes_.size(); }
@@ -42,7 +43,9 @@ public:
     std::string pascal()
     {
         size_t length = static_cast<size_t>(byte());
-        std::string text = at_ < bytes_.size() ? bytes_.substr(at_, length) : "";
+        std::string text;
+        if (at_ < bytes_.size())
+            text.assign(bytes_.data() + at_, std::min(length, bytes_.size() - at_));
         at_ += length;
         return text;
     }
@@ -50,7 +53,7 @@ public:
     void toEven() { at_ += at_ & 1; }
 
 private:
-    std::string bytes_;
+    std::vector<char> bytes_;
     size_t at_ = 0;
 };
 
