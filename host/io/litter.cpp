@@ -61,8 +61,14 @@ Temporary newTemporary(const fs::path &folder, std::string_view beginning, int (
     for (int tries = 0; tries < kMostTries; ++tries) {
         Temporary made = {folder / unguessableName(beginning), {}};
         made.file = OpenFile(make(made.path.c_str()), shown);
-        if (made.file.descriptor() < 0)
-            refuseErrno(shown, errno);
+        if (made.file.descriptor() < 0) {
+            const int failed = errno;
+            // A new folder may have been taken for a dead process's before it was opened.
+            std::error_code ignored;
+            if (failed == ENOENT && fs::is_directory(folder, ignored))
+                continue;
+            refuseErrno(shown, failed);
+        }
         if (lockAsAlive(made))
             return made;
         std::error_code ignored;
