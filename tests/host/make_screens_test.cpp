@@ -175,7 +175,7 @@ TEST_F(MakeScreens, WhatIsWrongIsRefusedAndLeavesTheFileAsItWas)
               "riders make: there is no set of screens and no file \"nothing\"; riders screens lists the sets\n");
     EXPECT_EQ(make({"--screens", "./nothing"}), "riders make: ./nothing: No such file or directory\n");
     EXPECT_EQ(make({"--screens", "", "--frequency", "60"}),
-              "riders make: there is no set of screens and no file \"\"; riders screens lists the sets\n");
+              "--screens: expected a name or a file\nRun with --help for more information.\n");
     EXPECT_EQ(make({"--plate", "Gold"}),
               "riders make: \"Gold\": expected a colon after the plate's name, as in NAME:LPI@ANGLE,SHAPE\n");
     EXPECT_EQ(make({"--plate", "Gold:60,stars"}),

@@ -110,7 +110,7 @@ TEST(ScreenSet, IsRefusedWhereAScaledPlateIsOutOfRange)
         ADD_FAILURE() << "taken";
     } catch (const riders::io::Refusal &refusal) {
         EXPECT_EQ(refusal.message,
-                  "the set Mine gives the rest 1045 lines per inch, not a frequency from 1 to 999 "
+                  "the set \"Mine\" gives the rest 1045 lines per inch, not a frequency from 1 to 999 "
                   "lines per inch");
     }
 }
