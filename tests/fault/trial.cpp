@@ -25,6 +25,17 @@ std::vector<std::string> wrongWords(const FaultyRun &run)
     return {};
 }
 
+std::string firstDifference(const Files &now, const Files &fresh)
+{
+    for (const auto &[path, what] : fresh)
+        if (const auto here = now.find(path); here == now.end() || here->second != what)
+            return path + (here == now.end() ? " is missing" : " is not the new one");
+    for (const auto &[path, what] : now)
+        if (!fresh.contains(path))
+            return path + " is there";
+    return {};
+}
+
 // What it has made outside its world, and not removed.
 std::vector<fs::path> leftBy(const FaultyRun &run)
 {
@@ -95,8 +106,8 @@ std::vector<std::string> Trial::wrongResult(const FaultyRun &run, const Files &n
     std::vector<std::string> wrong;
     if (right_.status != 0)
         wrong.push_back("exits with 0");
-    if ((mayLeave ? withoutWhatIsLeft(now, old_, fresh_) : now) != fresh_)
-        wrong.push_back("has not done its work, and exits with 0");
+    if (const Files made = mayLeave ? withoutWhatIsLeft(now, old_, fresh_) : now; made != fresh_)
+        wrong.push_back("has not done its work, and exits with 0; " + firstDifference(made, fresh_));
     if (run.out != right_.out)
         wrong.push_back("has not put out what it should, and exits with 0");
     return wrong;
