@@ -3,10 +3,22 @@
 #include <signal.h>
 
 #include <cstdio>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
+
+// A line, or two where two files of the user's cannot be read.
+bool saysWhatFailed(const std::string &words)
+{
+    std::istringstream lines(words);
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        if (!line.starts_with("riders"))
+            return false;
+    return (count == 1 || count == 2) && words.ends_with('\n') && words.find("std::") == std::string::npos;
+}
 
 std::vector<std::string> wrongWords(const FaultyRun &run)
 {
@@ -19,8 +31,7 @@ std::vector<std::string> wrongWords(const FaultyRun &run)
         return {"ended by signal " + std::to_string(-run.status) + ": " + run.err};
     if (run.status == 0 || run.muted)
         return {};
-    const bool oneLine = std::count(run.err.begin(), run.err.end(), '\n') == 1 && run.err.ends_with('\n');
-    if (!oneLine || !run.err.starts_with("riders") || run.err.find("std::") != std::string::npos)
+    if (!saysWhatFailed(run.err))
         return {"exits with " + std::to_string(run.status) + ", and says: " + run.err};
     return {};
 }
