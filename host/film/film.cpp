@@ -75,8 +75,8 @@ public:
         const plates::PreparedJob job = plates::prepareJob(request_.job, riders, folder_.work(), seconds);
         const plates::Survey survey = look(job, asked);
         const ScreenChoice choice({request_.screens, riders, survey, job.kind});
-        const std::vector<FilmPage> pages = filmPages(survey, choice, folder_.path(), request_.job, kTiff);
-        prepare(pages);
+        const PagePlates pages(survey, choice, {folder_.path(), request_.job, kTiff});
+        prepare(pages.pages());
         make(job, survey, pages, choice.annotated());
     }
 
@@ -118,14 +118,18 @@ private:
         }
     }
 
-    void make(const plates::PreparedJob &job, const plates::Survey &survey, const std::vector<FilmPage> &pages,
+    void make(const plates::PreparedJob &job, const plates::Survey &survey, const PagePlates &pages,
               bool annotated)
     {
         const PageFilmsRun run{
             .request = request_,
-            .pages = pages,
-            .measuredAt = [this](const FilmPage &page,
-                                 std::size_t plate) { return places_.of(page.number, plate); },
+            .pages = pages.pages(),
+            .further = [&](const FilmPage &page, const std::string &name,
+                           const std::vector<std::string> &others) { return pages.further(page, name, others); },
+            .measuredAt =
+                [this](const FilmPage &page, const PagePlate &plate) {
+                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
+                },
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
@@ -134,7 +138,7 @@ private:
         PageFilms films(run, workers_, progress_, made_);
         plates::streamTones({.job = job,
                              .survey = survey,
-                             .pages = numbersOf(pages),
+                             .pages = numbersOf(pages.pages()),
                              .dpiAcross = request_.resolution.across,
                              .dpiDown = request_.resolution.down,
                              .rotation = request_.rotation,
