@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -12,9 +13,10 @@ namespace riders::film {
 
 // What a plate's file or page says of itself.
 struct PlateSheet {
-    std::string job;    // for people, UTF-8
-    std::string plate;  // likewise: "Cyan", "PANTONE 300 C"
-    int page = 1;       // in the job, from 1
+    std::string job;             // for people, UTF-8
+    std::string plate;           // likewise: "Cyan", "PANTONE 300 C"
+    int page = 1;                // in the job, from 1
+    std::filesystem::path file;  // where it goes, if each plate has a file of its own
     std::size_t columns = 0, rows = 0;
     screening::Resolution resolution;
 };
@@ -42,8 +44,8 @@ public:
     Form(const Form &) = delete;
     Form &operator=(const Form &) = delete;
 
-    // The plates of one page are open side by side, each used by one thread at a time; they are begun on one
-    // thread, and those of a page have ended before the next page's are begun. Throws Refusal.
+    // The plates of one page are open side by side, each used by one thread at a time. Plates are begun one after
+    // the other, and those of a page have ended before the next page's are begun. Throws Refusal.
     virtual std::unique_ptr<PlateWriter> plate(const PlateSheet &sheet) = 0;
     // After the last plate has ended; the plates are in the order in which they were begun. A form that goes
     // without it gives up what is in one file. Throws Refusal.

@@ -1,0 +1,71 @@
+#include "film/plate_film.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "film/film_rows.h"
+#include "screening/compare.h"
+
+namespace riders::film {
+
+PlateFilm::PlateFilm(PlateFilmPlan plan)
+    : plan_(std::move(plan)), window_(plan_.measuredAt, plan_.sheet.resolution, plan_.left, plan_.top,
+                                      plan_.sheet.columns, plan_.sheet.rows),
+      tones_(plan_.sheet.columns), bits_((plan_.sheet.columns + 7) / 8), mirrored_(bits_.size())
+{
+    if (plan_.inked)
+        begin();
+}
+
+void PlateFilm::take(const std::uint8_t *tones)
+{
+    const std::size_t row = pageRow_++;
+    if (!writer_ && !hasInk(tones))
+        return;
+    if (!writer_)
+        begin();
+    writeBlankUntil(plan_.top + row);
+    std::memcpy(tones_.data() + plan_.left, tones, plan_.pageColumns);
+    writeRow(tones_.data());
+    std::memset(tones_.data(), 0, tones_.size());
+}
+
+void PlateFilm::takeLast()
+{
+    if (writer_)
+        writeBlankUntil(plan_.sheet.rows);
+}
+
+bool PlateFilm::hasInk(const std::uint8_t *tones) const
+{
+    return std::any_of(tones, tones + plan_.pageColumns, [](std::uint8_t tone) { return tone != 0; });
+}
+
+void PlateFilm::begin()
+{
+    screening_ = plan_.screen();
+    writer_ = plan_.write(plan_.sheet);
+}
+
+// tones_ is blank between rows.
+void PlateFilm::writeBlankUntil(std::size_t y)
+{
+    while (y_ < y)
+        writeRow(tones_.data());
+}
+
+void PlateFilm::writeRow(const std::uint8_t *tones)
+{
+    const std::size_t columns = plan_.sheet.columns;
+    screening::screenRow(screening_->thresholds, 0, static_cast<std::int64_t>(y_), tones, columns, bits_.data());
+    window_.take(y_, bits_.data());
+    if (plan_.side.negative)
+        invertRow(bits_.data(), columns);
+    if (plan_.side.mirrored)
+        mirrorRow(bits_.data(), columns, mirrored_.data());
+    writer_->row(plan_.side.mirrored ? mirrored_.data() : bits_.data());
+    ++y_;
+}
+
+}  // namespace riders::film
