@@ -18,7 +18,8 @@ struct FilmWords {
     std::string resolution = "1200";
     std::string emulsion = "up";
     std::string compression = "g4";
-    bool json = false;
+    std::string sheet;
+    bool json = false, marks = false;
 };
 
 std::string isResolution(const std::string &text)
@@ -77,6 +78,19 @@ void addSide(CLI::App &command, film::FilmRequest &request, FilmWords &words)
         ->type_name("DEG");
 }
 
+void addMarks(CLI::App &command, film::MarksAsked &marks, FilmWords &words)
+{
+    command.add_flag("--marks", words.marks, "All of --label, --register, --crop and --wedge");
+    command.add_flag("--label", marks.label, "Plate, screen, job, page and date beside the page");
+    command.add_flag("--register", marks.registerMarks, "Register marks");
+    command.add_flag("--crop", marks.cropMarks, "Crop marks");
+    command.add_flag("--wedge", marks.wedge, "A wedge of tints in the plate's own screen");
+    command
+        .add_option("--sheet", words.sheet,
+                    "The film's size, as in a3, letter, 420x297mm; as page and marks need when left out")
+        ->type_name("SIZE");
+}
+
 void addLimits(CLI::App &command, film::FilmRequest &request)
 {
     command
@@ -127,6 +141,10 @@ std::string run(film::FilmRequest &request, const FilmWords &words, const std::s
     request.screens = chooseFilmScreens(words.screens);
     request.resolution = *film::resolutionFromText(words.resolution);
     request.side.mirrored |= words.emulsion == "down";
+    if (words.marks)
+        request.marks.label = request.marks.registerMarks = request.marks.cropMarks = request.marks.wedge = true;
+    if (!words.sheet.empty())
+        request.marks.sheet = film::sheetSizeFrom(words.sheet);
     request.compression = words.compression == "none" ? film::Compression::none : film::Compression::group4;
     film::FilmsMade made;
     try {
@@ -154,6 +172,7 @@ void addFilm(CLI::App &app, Chosen &chosen)
     addScreens(*command, *request, words->screens);
     addOutput(*command, *request, *words);
     addSide(*command, *request, *words);
+    addMarks(*command, request->marks, *words);
     addLimits(*command, *request);
     command->callback([request, words, &chosen] {
         chosen.name = "riders film";

@@ -1,6 +1,8 @@
 #include "film/film.h"
 
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <thread>
 
 #include "film/film_folder.h"
@@ -38,6 +40,15 @@ fs::path placeOf(const FilmRequest &request)
 int threadsFor(const FilmRequest &request)
 {
     return request.cores > 0 ? request.cores : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
+
+std::string today()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm parts = {};
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%d", localtime_r(&now, &parts));
+    return text.data();
 }
 
 std::vector<int> numbersOf(const std::vector<FilmPage> &pages)
@@ -118,7 +129,8 @@ private:
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
-            .form = form_};
+            .form = form_,
+            .date = today()};
         PageFilms films(run, workers_, progress_, made_);
         plates::streamTones({.job = job,
                              .survey = survey,

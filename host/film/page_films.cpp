@@ -47,34 +47,40 @@ void PageFilms::beginPage(const plates::TonePage &page)
     page_ = &*found;
     rows_ = page.rows;
     open_.clear();
+    const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
     for (std::size_t i = 0; i < page.plates.size(); ++i) {
         open_.push_back({&plateNamed(*page_, page.plates[i], i), nullptr, {}});
         if (!run_.skips(*open_.back().plate))
-            open_.back().film = std::make_unique<PlateFilm>(planFor(page, *open_.back().plate));
+            open_.back().film = std::make_unique<PlateFilm>(planFor(page, *open_.back().plate, sheet));
     }
     for (ToneBand *band : {&coming_, &screened_})
         band->begin(page.plates.size(), page.columns, kBandBytes);
 }
 
-PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &plate)
+PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &plate,
+                                 const std::shared_ptr<const Sheet> &sheet)
 {
     const FilmRequest &request = run_.request;
+    const std::string job = io::plainText(jobTitle(request.job));
     PlateFilmPlan plan;
-    plan.sheet = {io::plainText(jobTitle(request.job)),
-                  plate.name,
-                  page.number,
-                  plate.file,
-                  page.columns,
-                  page.rows,
-                  request.resolution};
+    plan.sheet = {job, plate.name, page.number, plate.file, sheet->columns(), sheet->rows(), request.resolution};
     plan.pageColumns = page.columns;
-    plan.pageRows = page.rows;
+    plan.place = sheet;
     plan.side = request.side;
     plan.measuredAt =
         turned(run_.measuredAt(*page_, plate.surveyed), request.rotation, page_->width, page_->height);
+    plan.label = {plate.name,
+                  job,
+                  page.number,
+                  run_.date,
+                  plate.dots.frequency,
+                  plate.dots.angle,
+                  io::plainText(plate.dots.shape.name),
+                  0,
+                  0};
     plan.inked = plate.ink || request.blank;
     plan.screen = [this, &plate] { return run_.screens.of(plate.dots); };
-    plan.write = [this](const PlateSheet &sheet) { return writerFor(sheet); };
+    plan.write = [this](const PlateSheet &shown) { return writerFor(shown); };
     return plan;
 }
 

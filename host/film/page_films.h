@@ -25,6 +25,7 @@ struct PageFilmsRun {
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
+    std::string date;  // for labels
 };
 
 // While some rows are screened and written, a plate on each of the workers, the next come. What is thrown at it
@@ -45,7 +46,8 @@ private:
         std::optional<PlateMade> made;
     };
 
-    PlateFilmPlan planFor(const plates::TonePage &page, const PagePlate &plate);
+    PlateFilmPlan planFor(const plates::TonePage &page, const PagePlate &plate,
+                          const std::shared_ptr<const Sheet> &sheet);
     std::unique_ptr<PlateWriter> writerFor(const PlateSheet &sheet);
     void screenBand();
     void forEachPlate(const std::function<void(Open &, std::size_t)> &work);

@@ -10,8 +10,8 @@
 namespace riders::film {
 
 PlateFilm::PlateFilm(PlateFilmPlan plan)
-    : plan_(std::move(plan)), window_(plan_.measuredAt, plan_.sheet.resolution, plan_.left, plan_.top,
-                                      plan_.sheet.columns, plan_.sheet.rows),
+    : plan_(std::move(plan)), window_(plan_.measuredAt, plan_.sheet.resolution, plan_.place->left(),
+                                      plan_.place->top(), plan_.sheet.columns, plan_.sheet.rows),
       tones_(plan_.sheet.columns), bits_((plan_.sheet.columns + 7) / 8), mirrored_(bits_.size())
 {
     if (plan_.inked)
@@ -25,10 +25,9 @@ void PlateFilm::take(const std::uint8_t *tones)
         return;
     if (!writer_)
         begin();
-    writeBlankUntil(plan_.top + row);
-    std::memcpy(tones_.data() + plan_.left, tones, plan_.pageColumns);
-    writeRow(tones_.data());
-    std::memset(tones_.data(), 0, tones_.size());
+    writeBlankUntil(plan_.place->top() + row);
+    std::memcpy(tones_.data() + plan_.place->left(), tones, plan_.pageColumns);
+    writeRow();
 }
 
 void PlateFilm::takeLast()
@@ -45,6 +44,10 @@ bool PlateFilm::hasInk(const std::uint8_t *tones) const
 void PlateFilm::begin()
 {
     screening_ = plan_.screen();
+    Label label = plan_.label;
+    label.reachedFrequency = screening_->frequency;
+    label.reachedAngle = screening_->angle;
+    marks_ = std::make_unique<const PlateMarks>(*plan_.place, label);
     writer_ = plan_.write(plan_.sheet);
 }
 
@@ -52,14 +55,18 @@ void PlateFilm::begin()
 void PlateFilm::writeBlankUntil(std::size_t y)
 {
     while (y_ < y)
-        writeRow(tones_.data());
+        writeRow();
 }
 
-void PlateFilm::writeRow(const std::uint8_t *tones)
+void PlateFilm::writeRow()
 {
     const std::size_t columns = plan_.sheet.columns;
-    screening::screenRow(screening_->thresholds, 0, static_cast<std::int64_t>(y_), tones, columns, bits_.data());
+    marks_->tones(y_, tones_.data());
+    screening::screenRow(screening_->thresholds, 0, static_cast<std::int64_t>(y_), tones_.data(), columns,
+                         bits_.data());
+    std::memset(tones_.data(), 0, tones_.size());
     window_.take(y_, bits_.data());
+    marks_->draw(y_, bits_.data());
     if (plan_.side.negative)
         invertRow(bits_.data(), columns);
     if (plan_.side.mirrored)

@@ -8,6 +8,7 @@
 
 #include "film/forms/plate_writer.h"
 #include "film/kept_window.h"
+#include "film/marks.h"
 #include "film/plate_screens.h"
 
 namespace riders::film {
@@ -20,10 +21,11 @@ struct FilmSide {
 
 struct PlateFilmPlan {
     PlateSheet sheet;
-    std::size_t pageColumns = 0, pageRows = 0;  // the page on it
-    std::size_t left = 0, top = 0;              // where the page's first pixel lies
+    std::size_t pageColumns = 0;         // of the page on it
+    std::shared_ptr<const Sheet> place;  // where that lies
     FilmSide side;
     proof::Place measuredAt;  // see KeptWindow
+    Label label;              // all but the screen that is reached
     // Both are called once, at the first row with ink, or at once if there is known to be some.
     bool inked = false;
     std::function<std::shared_ptr<const PlateScreening>()> screen;
@@ -55,11 +57,12 @@ private:
     bool hasInk(const std::uint8_t *tones) const;
     void begin();
     void writeBlankUntil(std::size_t y);
-    void writeRow(const std::uint8_t *tones);
+    void writeRow();
 
     const PlateFilmPlan plan_;
     KeptWindow window_;
     std::shared_ptr<const PlateScreening> screening_;
+    std::unique_ptr<const PlateMarks> marks_;
     std::unique_ptr<PlateWriter> writer_;
     std::size_t y_ = 0;        // the film's next row
     std::size_t pageRow_ = 0;  // the page's next row

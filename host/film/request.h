@@ -7,6 +7,7 @@
 
 #include "film/forms/tiff_form.h"
 #include "film/plate_film.h"
+#include "film/sheet.h"
 #include "plates/interpreter/limits.h"
 #include "screens/plate_screen.h"
 
@@ -22,6 +23,7 @@ struct FilmRequest {
     std::string pages = {};                     // as in 1,3-5; empty for all
     screening::Resolution resolution = {1200, 1200};
     FilmSide side = {};
+    MarksAsked marks = {};
     int rotation = 0;  // 0, 90, 180 or 270 degrees anticlockwise
     Compression compression = Compression::group4;
     bool blank = false;            // make films of plates without ink, too
