@@ -12,9 +12,9 @@
 namespace riders::plates {
 
 // prolog.ps runs before the job. Its Install removes Ghostscript's lightening of tints
-// each time the page device is set; its EndPage writes the screens of each page, using
-// the operators as the job and the riders file have left them, in lines that
-// InterpreterWords reads.
+// each time the page device is set; its EndPage writes the screens and the size of each
+// page, the screens using the operators as the job and the riders file have left them, in
+// lines that InterpreterWords reads.
 extern const std::string_view kProlog;
 
 namespace {
@@ -28,9 +28,9 @@ std::string number(double value)
     return text.str();
 }
 
-std::vector<std::string> deviceOptions(PlateDevice device)
+std::vector<std::string> deviceOptions(const InterpreterRun &run)
 {
-    switch (device) {
+    switch (run.device) {
     case PlateDevice::none:
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
@@ -39,6 +39,10 @@ std::vector<std::string> deviceOptions(PlateDevice device)
                 "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
+    case PlateDevice::processTones:
+        return {"-sDEVICE=bitcmyk", "-dGrayValues=256", "-sOutputFile=%d.cmyk"};
+    case PlateDevice::allTones:
+        return {"-sDEVICE=psdcmyk", "-sOutputFile=%d.psd", "-dMaxSpots=" + std::to_string(run.spotInks)};
     case PlateDevice::allPlates:
         break;
     }
@@ -72,8 +76,25 @@ std::string linesWith(const std::string &word)
     text += "userdict /RidersScreen" + opening + "Screen ) put ";
     text += "userdict /RidersShape" + opening + "Shape) put ";
     text += "userdict /RidersPlate" + opening + "Plate ) put ";
+    text += "userdict /RidersSize" + opening + "Size ) put ";
     text += "userdict /RidersPage" + opening + "Page) put";
     return text;
+}
+
+// What prolog.ps is to do otherwise.
+std::string wishes(const InterpreterRun &run)
+{
+    std::string text;
+    if (run.interpreterTone)
+        text += " userdict /RidersInterpreterTone true put";
+    if (run.rotation != 0)
+        text += " userdict /RidersQuarterTurns " + std::to_string(run.rotation / 90) + " put";
+    return text;
+}
+
+std::string resolution(const InterpreterRun &run)
+{
+    return "-r" + number(run.dpi) + (run.dpiDown > 0 ? "x" + number(run.dpiDown) : "");
 }
 
 std::string fileName(size_t index)
@@ -95,14 +116,14 @@ void linkFiles(const InterpreterRun &run)
 std::vector<std::string> commandOf(const InterpreterRun &run, const std::string &word)
 {
     std::vector<std::string> command = {"gs",      "-q",        "-P-",        "-dSAFER",
-                                        "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", "-r" + number(run.dpi)};
-    for (const std::string &option : deviceOptions(run.device))
+                                        "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", resolution(run)};
+    for (const std::string &option : deviceOptions(run))
         command.push_back(option);
     if (run.job.kind == JobKind::eps)
         command.emplace_back("-dEPSCrop");
     if (!run.pages.empty())
         command.push_back(pageList(run.pages));
-    command.insert(command.end(), {"-c", linesWith(word), "-f", kPrologName});
+    command.insert(command.end(), {"-c", linesWith(word) + wishes(run), "-f", kPrologName});
     for (size_t i = 0; i < run.job.files.size(); ++i)
         command.push_back(fileName(i));
     return command;
@@ -169,7 +190,7 @@ InterpreterReport interpret(const InterpreterRun &run)
             throw io::Refusal(run.job.name.string() + ": has more than " + std::to_string(run.limits.pages) +
                               " pages");
         if (pageEnded)
-            run.pageEnded();
+            run.pageEnded(words.pageSize());
         return pageEnded;
     };
     const std::vector<std::string> command = commandOf(run, word);
@@ -181,7 +202,8 @@ InterpreterReport interpret(const InterpreterRun &run)
                                   .secondsInAll = secondsInAll(run.limits),
                                   .megabytes = run.limits.megabytes,
                                   .folderMegabytes = run.limits.pageMegabytes,
-                                  .line = take}),
+                                  .line = take,
+                                  .beside = run.beside}),
                   words);
     std::filesystem::remove_all(folder / temporary);
     return words.report();

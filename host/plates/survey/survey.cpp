@@ -195,7 +195,7 @@ Survey surveyJob(const SurveyRun &run, io::Workers &workers)
                                .pages = run.pages,
                                .folder = folder,
                                .limits = run.limits,
-                               .pageEnded = [&] {
+                               .pageEnded = [&](PixelSize) {
                                    run.pageEnded();
                                    queue.handOver(false);
                                }});

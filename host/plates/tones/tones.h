@@ -19,9 +19,12 @@ struct TonePage {
     int number = 0;                // in the job, from 1
     double width = 0, height = 0;  // inches, as the page is rendered: after rotation
     std::size_t columns = 0, rows = 0;
-    // As films carry the names: "Cyan", "Magenta", "Yellow" and "Black", with ink or without, then the page's spot
-    // inks.
+    // As films carry the names: "Cyan", "Magenta", "Yellow" and "Black", then the spot inks: those of the page as
+    // surveyed, and any others that the interpreter has met by then. Blank plates are among them.
     std::vector<std::string> plates;
+    // Whether the survey saw ink on the plate. One where it did not is blank, or what it has is too small to be
+    // seen at the survey's 200 dpi: its rows say which.
+    std::vector<bool> ink;
     struct Box {
         double left = 0, bottom = 0, right = 0, top = 0;
     };
