@@ -83,7 +83,7 @@ void ScreenChoice::takeAsked(const std::string &plate, const plates::AskedScreen
     if (body == ridersShapes_.end())
         dots.shapeUnknown = true;
     else
-        dots.shape = {"of the riders file", body->second};
+        dots.shape = {"the riders file's shape", body->second};
 }
 
 void ScreenChoice::takeChosen(const std::string &plate, PlateDots &dots) const
