@@ -39,6 +39,8 @@ const Unit kUnits[] = {{"mm", kMillimetre}, {"cm", 10 * kMillimetre}, {"in", 1},
 // Takes a number from the beginning of the text.
 std::optional<double> numberAt(std::string_view &text)
 {
+    if (text.empty() || text[0] < '0' || text[0] > '9')  // no sign, no "inf"
+        return std::nullopt;
     double number = 0;
     const auto [end, error] =
         std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
