@@ -87,7 +87,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
 std::unique_ptr<PlateWriter> PageFilms::writerFor(const PlateSheet &sheet)
 {
     const std::lock_guard lock(beginning_);
-    if (!run_.request.force)
+    if (!run_.request.force && !isOneFile(run_.request.format))
         refuseForeign(sheet.file);
     return run_.form.plate(sheet);
 }

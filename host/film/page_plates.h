@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,9 +28,9 @@ struct FilmPage {
 };
 
 struct FilmFiles {
-    std::filesystem::path folder;
     std::filesystem::path job;  // that they are named after
     std::string extension;
+    std::function<std::filesystem::path(const std::string &name)> place;
 };
 
 class PagePlates {

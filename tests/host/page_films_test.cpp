@@ -308,7 +308,7 @@ TEST_F(PageFilmsTest, AForeignFileIsNotReplacedUnlessForced)
 {
     writeFile(folder / "Cyan.tif", "mine");
     EXPECT_EQ(said(), (folder / "Cyan.tif").string() +
-                          ": exists and was not made by riders; name another folder with -o, or replace it with "
+                          ": exists and was not made by riders; name another place with -o, or replace it with "
                           "--force");
     request.force = true;
     EXPECT_EQ(said(), "done");
