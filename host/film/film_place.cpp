@@ -9,6 +9,7 @@
 #include "film/own_files.h"
 #include "io/place.h"
 #include "io/refusal.h"
+#include "io/sync.h"
 
 namespace fs = std::filesystem;
 
@@ -86,9 +87,8 @@ void FilmPlace::makeFolder()
         return;
     if (fs::exists(fs::symlink_status(place_, error)))
         throw io::Refusal(place_.string() + ": exists and is not a folder; name another with -o");
-    made_ = fs::create_directories(place_, error);
-    if (error)
-        throw io::Refusal(place_.string() + ": " + error.message());
+    io::makeFolders(place_);
+    made_ = true;
 }
 
 fs::path FilmPlace::fileOf(const std::string &name) const

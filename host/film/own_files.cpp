@@ -54,6 +54,8 @@ void refuseForeign(const fs::path &file)
     const fs::file_status status = fs::status(file, error);
     if (status.type() == fs::file_type::not_found)
         return;
+    if (status.type() == fs::file_type::none)
+        io::refuseErrno(file, error.value());
     if (!fs::is_regular_file(status))
         throw io::Refusal(file.string() + ": exists and is no ordinary file; name another place with -o");
     if (!isOwnFilm(file))
