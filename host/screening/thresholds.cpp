@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
 
+#include "screening/even_order.h"
 #include "screening/pixel_places.h"
 #include "screening/remainder.h"
 
@@ -172,11 +174,15 @@ Thresholds::Thresholds(const Tile &tile, std::vector<float> spotValues)
     : tile_(tile), length_(storedLength(tile.width)),
       rows_(static_cast<std::size_t>(tile.height) * (length_ + kRun))
 {
-    const std::vector<std::uint8_t> once = Ranking(tile, orderOf(tile, std::move(spotValues))).thresholds();
+    std::vector<std::uint8_t> once = Ranking(tile, orderOf(tile, std::move(spotValues))).thresholds();
+    if (hasSmallCells(tile))
+        once = Ranking(tile, evenOrder(tile, once)).thresholds();
     const auto width = static_cast<std::size_t>(tile.width);
-    for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y)
-        for (std::size_t x = 0; x < length_ + kRun; ++x)
-            rows_[y * (length_ + kRun) + x] = once[y * width + x % width];
+    for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y) {
+        std::uint8_t *const row = &rows_[y * (length_ + kRun)];
+        for (std::size_t x = 0; x < length_ + kRun; x += width)
+            std::memcpy(row + x, &once[y * width], std::min(width, length_ + kRun - x));
+    }
 }
 
 const std::uint8_t *Thresholds::rowOf(std::int64_t y) const
