@@ -62,6 +62,7 @@ const std::vector<CallKind> &callKinds()
         {KIND(unlinkat), names},
         {KIND(mkdir), names},
         {KIND(mkdirat), names},
+        {KIND(mknodat), names},
         {KIND(rmdir), names},
         {KIND(chmod), attributes},
         {KIND(fchmod), attributes},

@@ -95,9 +95,8 @@ protected:
         const riders::plates::TintPlate tones = riders::plates::readTints(folder / separation);
         ASSERT_EQ(read.bits.width, tones.width);
         ASSERT_EQ(read.bits.height, tones.height);
-        riders::film::DotShapes shapes;
-        const screening::Thresholds thresholds(screening::findTile(asked.screen, {read.across, read.down}),
-                                               shapes.spotOf(riders::film::dotShapeNamed(asked.shape)));
+        const screening::Thresholds thresholds = riders::film::thresholdsOf(
+            riders::film::dotShapeNamed(asked.shape), asked.screen, {read.across, read.down});
         int ink = 0;
         for (int y = 0; y < tones.height; ++y)
             for (int x = 0; x < tones.width; ++x) {
