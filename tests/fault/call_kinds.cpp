@@ -77,6 +77,8 @@ const std::vector<CallKind> &callKinds()
         {KIND(dup2), {kTooMany, kInterrupted}},
         {KIND(dup3), {kTooMany}},
         {KIND(pipe2), {kTooMany}},
+        {KIND(timerfd_create), {kTooMany}},
+        {KIND(timerfd_settime), {kInvalid}},
         {KIND(socket), {kTooMany}},
         {KIND(connect), {kNoAccess, kInterrupted}},
         {KIND(clone), {kNotNow}},

@@ -181,6 +181,19 @@ TEST(FilmWarnings, AreOfWhatIsNotAsAskedFor)
     EXPECT_EQ(film::warningsOf(made), Names{"59 lines per inch on the film, 60 asked for"});
 }
 
+TEST(FilmMade, AnglesAreOnThePageAndNearTheOneAskedFor)
+{
+    riders::proof::MeasuredScreen dots;
+    dots.angle = 89.99;
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 0), -0.01, 1e-9);
+    dots.angle = 15.2;
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 105.2, 1e-9);
+    EXPECT_NEAR(film::uprightAngle(dots, 90, 15), 15.2, 1e-9);
+    dots.lines = true;
+    EXPECT_NEAR(film::uprightAngle(dots, 90, 105), 105.2, 1e-9);
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 195.2, 1e-9);
+}
+
 TEST(FilmProgress, SaysTheTimeToGoOnceItCanBeKnown)
 {
     EXPECT_EQ(film::timeToGo(0.5, 1), "");
