@@ -25,22 +25,6 @@ double scaleFrom(const std::string &frequency)
     return *value;
 }
 
-// The options for all plates are used up here.
-std::vector<PlateScreen> screensOfSet(const std::string &name, make::MakeRequest &request)
-{
-    if (request.angle)
-        throw io::Refusal("--angle would give all plates of the set one angle; name the plate, as in --plate "
-                          "Cyan:@" +
-                          *request.angle);
-    const screens::ScreenSet set = screens::setFromFile(screens::setFileNamed(name, setFolders()));
-    std::vector<PlateScreen> plates =
-        screensOf(set, request.frequency ? std::optional(scaleFrom(*request.frequency)) : std::nullopt);
-    for (PlateScreen &plate : plates)
-        plate.shape = request.spot.value_or(plate.shape);
-    request.frequency = request.spot = std::nullopt;
-    return plates;
-}
-
 // In the form that the dialogs take: 0 to 360.
 std::string dialogAngle(double angle)
 {
@@ -84,11 +68,27 @@ PlateScreen askedOfDialogs(const make::MakeRequest &request)
 
 }  // namespace
 
+std::vector<PlateScreen> screensOfSet(const std::string &name, const ScreenOfAll &all)
+{
+    if (all.angle)
+        throw io::Refusal("--angle would give all plates of the set one angle; name the plate, as in --plate "
+                          "Cyan:@" +
+                          *all.angle);
+    const screens::ScreenSet set = screens::setFromFile(screens::setFileNamed(name, setFolders()));
+    std::vector<PlateScreen> plates =
+        screensOf(set, all.frequency ? std::optional(scaleFrom(*all.frequency)) : std::nullopt);
+    for (PlateScreen &plate : plates)
+        plate.shape = all.spot.value_or(plate.shape);
+    return plates;
+}
+
 std::vector<PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request)
 {
     std::vector<PlateScreen> plates;
-    if (words.set)
-        plates = screensOfSet(*words.set, request);
+    if (words.set) {
+        plates = screensOfSet(*words.set, {request.frequency, request.angle, request.spot});
+        request.frequency = request.spot = std::nullopt;
+    }
     for (const std::string &plate : words.plates)
         setPlate(plates, screens::plateFromText(plate));
     const auto rest = std::find_if(plates.begin(), plates.end(),

@@ -16,6 +16,14 @@ struct ScreenWords {
     std::vector<std::string> plates;  // as plateFromText reads them
 };
 
+// What is chosen for all plates, as the user wrote it.
+struct ScreenOfAll {
+    std::optional<std::string> frequency, angle, spot;
+};
+// The plates of a set, by name or in a file: the frequency scales it, the dot shape takes the place of its own; an
+// angle is refused. Throws io::Refusal.
+std::vector<screens::PlateScreen> screensOfSet(const std::string &name, const ScreenOfAll &all);
+
 // Completes the request: what holds for all plates is what the dialogs are asked for, the rest are the plates'
 // pieces. Where a part is given twice, a plate's own counts before the set's; with a set, the request's frequency
 // scales it, its dot shape takes the place of the set's, and it may have no angle. Returns all plates' screens,

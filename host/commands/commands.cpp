@@ -8,6 +8,7 @@
 
 #include "app/start.h"
 #include "commands/apply_commands.h"
+#include "commands/film_command.h"
 #include "commands/make_command.h"
 #include "commands/mesh_command.h"
 #include "commands/play_command.h"
@@ -31,6 +32,7 @@ Commands::Commands(CLI::App &app)
     addStrip(app, chosen_);
     addPlay(app, chosen_, play_);
     addProof(app, chosen_);
+    addFilm(app, chosen_);
     addMesh(app, chosen_);
     addScreens(app, chosen_);
     addShapes(app, chosen_);

@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,23 +22,24 @@ namespace riders::io {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr size_t kLongestLine = 64 << 10;
+constexpr size_t kLongestLine = 64 << 10, kAtOnce = 16 << 10;
+constexpr int kReadsOfAPipe = 4;
 constexpr std::chrono::milliseconds kBetweenLooks(50);  // at what is written
 
-// True where the folder's files take more, each a block at least. What links lead to is not counted.
+// True where the folder's files take more, each a block at least, less what they leave out. What links lead to is
+// not counted.
 bool holdsMoreThan(const std::filesystem::path &folder, int megabytes)
 {
-    constexpr std::uintmax_t kBlock = 4096;
+    constexpr std::uintmax_t kBlock = 4096, kUnit = 512;  // of st_blocks
     const std::uintmax_t most = static_cast<std::uintmax_t>(megabytes) << 20;
     std::uintmax_t bytes = 0;
     std::error_code error;
     for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end && bytes <= most;
          entry.increment(error)) {
-        std::error_code gone;
-        if (entry->is_symlink(gone))
-            continue;
-        const std::uintmax_t size = entry->file_size(gone);
-        bytes += gone ? kBlock : std::max(kBlock, size);
+        struct stat file = {};
+        const bool there = lstat(entry->path().c_str(), &file) == 0;
+        if (!there || !S_ISLNK(file.st_mode))
+            bytes += std::max(kBlock, there ? static_cast<std::uintmax_t>(file.st_blocks) * kUnit : 0);
     }
     return bytes > most;
 }
@@ -101,6 +103,12 @@ struct Prepared {
     _exit(127);
 }
 
+bool readable(int descriptor)
+{
+    pollfd ready = {descriptor, POLLIN, 0};
+    return poll(&ready, 1, 0) > 0;
+}
+
 // Leaves its status to be fetched.
 bool hasEnded(pid_t pid)
 {
@@ -158,15 +166,15 @@ public:
     bool listen()
     {
         restart();
-        char buffer[16 << 10];
-        for (ssize_t got = 1; got != 0;) {
+        for (bool open = true; open;) {
             if (!waitFor(output_))
                 return false;
-            got = read(output_, buffer, sizeof buffer);
-            if (got < 0 && errno != EINTR)
-                refuseErrno(run_.command[0], errno);
-            if (got > 0 && take({buffer, static_cast<size_t>(got)}))
-                restart();
+            // What is beside comes after the lines that were written before it: what the pipe can hold.
+            const bool beside = besideReady_;
+            for (int reads = 0; open && reads <= kReadsOfAPipe && readable(output_); ++reads)
+                open = readLines();
+            if (beside)
+                takeBeside();
         }
         if (!rest_.empty())
             run_.line(rest_);
@@ -177,11 +185,16 @@ public:
     // always its end. False when a limit is reached.
     bool wait(LimitedResult &result)
     {
-        while (!hasEnded(pid_))
+        while (!hasEnded(pid_)) {
             if (!waitFor(-1))
                 return false;
+            if (besideReady_)
+                takeBeside();
+        }
         kill(-pid_, SIGKILL);  // whatever it has started
         const int status = waitForEnd(std::exchange(pid_, 0));
+        if (run_.beside)
+            run_.beside->ended();
         result = WIFEXITED(status) ? LimitedResult{RunEnd::exited, WEXITSTATUS(status)}
                                    : LimitedResult{RunEnd::killed, WTERMSIG(status)};
         return true;
@@ -207,9 +220,38 @@ private:
         return limit_ != RunEnd::exited;
     }
 
+    // False at the end of the output.
+    bool readLines()
+    {
+        char buffer[kAtOnce];
+        const ssize_t got = read(output_, buffer, sizeof buffer);
+        if (got < 0 && errno != EINTR)
+            refuseErrno(run_.command[0], errno);
+        if (got > 0 && take({buffer, static_cast<size_t>(got)}))
+            restart();
+        return got != 0;
+    }
+
+    // The time that this takes is not the program's.
+    void takeBeside()
+    {
+        const Clock::time_point before = Clock::now();
+        const bool wait = run_.beside->isFarBehind();
+        if (wait)
+            kill(-pid_, SIGSTOP);
+        const bool progress = run_.beside->take();
+        if (wait)
+            kill(-pid_, SIGCONT);
+        const Clock::duration taken = Clock::now() - before;
+        deadline_ += taken;
+        end_ += taken;
+        if (progress)
+            restart();
+    }
+
     void restart() { deadline_ = Clock::now() + std::chrono::seconds(run_.seconds); }
 
-    // Waits until the descriptor can be read (-1: for a moment); false when a limit is reached.
+    // Waits until the descriptor can be read (-1: for a moment), or what is beside; false when a limit is reached.
     bool waitFor(int descriptor)
     {
         for (int some = 0; some <= 0;) {
@@ -218,11 +260,14 @@ private:
                 return false;
             const auto left = std::min({deadline_, end_, nextLook_}) - now;
             const auto most = std::chrono::ceil<std::chrono::milliseconds>(left).count();
-            pollfd ready[2] = {{Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}};
-            some = poll(ready, 2, static_cast<int>(descriptor < 0 ? std::min<long>(most, 10) : most));
+            const int beside = run_.beside ? run_.beside->descriptor() : -1;
+            pollfd ready[3] = {
+                {Interruption::descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}, {beside, POLLIN, 0}};
+            some = poll(ready, 3, static_cast<int>(descriptor < 0 ? std::min<long>(most, 10) : most));
             if (some < 0 && errno != EINTR)
                 refuseErrno(run_.command[0], errno);
             Interruption::check();
+            besideReady_ = some > 0 && ready[2].revents != 0;
             if (descriptor < 0)
                 return true;
         }
@@ -247,8 +292,9 @@ private:
     pid_t pid_ = 0;
     int output_ = -1;
     std::string rest_;
-    const Clock::time_point end_ = Clock::now() + std::chrono::seconds(run_.secondsInAll);
+    Clock::time_point end_ = Clock::now() + std::chrono::seconds(run_.secondsInAll);
     Clock::time_point deadline_, nextLook_;
+    bool besideReady_ = false;
     RunEnd limit_ = RunEnd::exited;  // as long as none is reached
 };
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "io/beside.h"
+
 namespace riders::io {
 
 struct LimitedRun {
@@ -20,6 +22,7 @@ struct LimitedRun {
     int folderMegabytes = 16 << 10;  // of files in `folder`, at a time
     // Called for each line that it writes on standard output or error; true where it shows progress.
     std::function<bool(std::string_view)> line;
+    Beside *beside = nullptr;  // what else it gives, if anything; used by the calling thread
 };
 
 enum class RunEnd { exited, timedOut, tookTooLong, wroteTooMuch, filledFolder, killed };
@@ -30,10 +33,10 @@ struct LimitedResult {
 };
 
 // Waits for the program to end. It has no input. When too much time has
-// passed, too much is written, a signal has come (see Interruption) or `line` throws, it is killed with
+// passed, too much is written, a signal has come (see Interruption) or a call throws, it is killed with
 // everything it started; it also dies with this process. Throws Refusal when it cannot
-// be started, Interrupted, or what `line` throws. May be called on several threads at once; a thread must last
-// as long as its program.
+// be started, Interrupted, or what `line` or `beside` throws. May be called on several threads at once; a thread
+// must last as long as its program.
 LimitedResult runLimited(const LimitedRun &run);
 
 }  // namespace riders::io

@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <algorithm>
 #include <random>
 #include <sstream>
 
@@ -20,6 +21,7 @@ extern const std::string_view kProlog;
 namespace {
 
 constexpr const char *kPrologName = "prolog.ps";
+constexpr double kLeastLightened = 150, kLeastUnchanged = 800;  // dpi
 
 std::string number(double value)
 {
@@ -29,9 +31,24 @@ std::string number(double value)
     return text.str();
 }
 
-std::vector<std::string> deviceOptions(PlateDevice device)
+// A page is rendered in bands, and where they meet, a thin line can come out a pixel otherwise. The bands are made
+// as high as those of tiffsep, whose memory is for fourteen plates where it is not told otherwise.
+std::vector<std::string> toneOptions(int spotInks)
 {
-    switch (device) {
+    constexpr int kPlainPlates = 14, kPlainBand = 4'000'000, kPlainPage = 10'000'000;  // bytes
+    const int plates = spotInks + 4;
+    std::vector<std::string> options = {"-sDEVICE=psdcmyk", "-sOutputFile=%d.psd",
+                                        "-dMaxSpots=" + std::to_string(spotInks)};
+    if (plates < kPlainPlates) {
+        options.push_back("-dBufferSpace=" + std::to_string(kPlainBand / kPlainPlates * plates));
+        options.push_back("-dMaxBitmap=" + std::to_string(kPlainPage / kPlainPlates * plates));
+    }
+    return options;
+}
+
+std::vector<std::string> deviceOptions(const InterpreterRun &run)
+{
+    switch (run.device) {
     case PlateDevice::none:
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
@@ -40,6 +57,8 @@ std::vector<std::string> deviceOptions(PlateDevice device)
                 "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
+    case PlateDevice::allTones:
+        return toneOptions(run.spotInks);
     case PlateDevice::allPlates:
         break;
     }
@@ -78,6 +97,23 @@ std::string linesWith(const std::string &word)
     return text;
 }
 
+// What prolog.ps is to do otherwise.
+std::string wishes(const InterpreterRun &run)
+{
+    std::string text;
+    if (const double least = run.dpiDown > 0 ? std::min(run.dpi, run.dpiDown) : run.dpi;
+        run.interpreterTone && least >= kLeastLightened && least < kLeastUnchanged)
+        text += " userdict /RidersInterpreterTone true put";
+    if (run.rotation != 0)
+        text += " userdict /RidersQuarterTurns " + std::to_string(run.rotation / 90) + " put";
+    return text;
+}
+
+std::string resolution(const InterpreterRun &run)
+{
+    return "-r" + number(run.dpi) + (run.dpiDown > 0 ? "x" + number(run.dpiDown) : "");
+}
+
 std::string fileName(size_t index)
 {
     return "job-" + std::to_string(index);
@@ -97,14 +133,14 @@ void linkFiles(const InterpreterRun &run)
 std::vector<std::string> commandOf(const InterpreterRun &run, const std::string &word)
 {
     std::vector<std::string> command = {"gs",      "-q",        "-P-",        "-dSAFER",
-                                        "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", "-r" + number(run.dpi)};
-    for (const std::string &option : deviceOptions(run.device))
+                                        "-dBATCH", "-dNOPAUSE", "-dNOPROMPT", resolution(run)};
+    for (const std::string &option : deviceOptions(run))
         command.push_back(option);
     if (run.job.kind == JobKind::eps)
         command.emplace_back("-dEPSCrop");
     if (!run.pages.empty())
         command.push_back(pageList(run.pages));
-    command.insert(command.end(), {"-c", linesWith(word), "-f", kPrologName});
+    command.insert(command.end(), {"-c", linesWith(word) + wishes(run), "-f", kPrologName});
     for (size_t i = 0; i < run.job.files.size(); ++i)
         command.push_back(fileName(i));
     return command;
@@ -183,7 +219,8 @@ InterpreterReport interpret(const InterpreterRun &run)
                                   .secondsInAll = secondsInAll(run.limits),
                                   .megabytes = run.limits.megabytes,
                                   .folderMegabytes = run.limits.pageMegabytes,
-                                  .line = take}),
+                                  .line = take,
+                                  .beside = run.beside}),
                   words);
     std::filesystem::remove_all(folder / temporary);
     return words.report();

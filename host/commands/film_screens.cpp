@@ -1,0 +1,42 @@
+#include "commands/film_screens.h"
+
+#include "commands/chosen_screens.h"
+#include "io/refusal.h"
+#include "screens/number_text.h"
+#include "screens/plate_spelling.h"
+#include "screens/screen_limits.h"
+#include "screens/screen_set.h"
+
+namespace riders::commands {
+namespace {
+
+using screens::PlateScreen;
+
+std::optional<double> numberOf(const std::optional<std::string> &text, const std::string &option,
+                               std::string (*wrong)(double))
+{
+    if (!text)
+        return std::nullopt;
+    const std::optional<double> value = screens::numberFromText(*text);
+    if (const std::string expected = wrong(value.value_or(-1e9)); !expected.empty())
+        throw io::Refusal("expected " + expected + " with " + option + ", not \"" + *text + "\"");
+    return value;
+}
+
+}  // namespace
+
+std::vector<PlateScreen> chooseFilmScreens(const FilmScreenWords &words)
+{
+    std::vector<PlateScreen> chosen;
+    if (words.set)
+        chosen = screensOfSet(*words.set, {words.frequency, words.angle, words.spot});
+    else if (words.frequency || words.angle || words.spot)
+        chosen.push_back({screens::kRestOfPlates,
+                          numberOf(words.frequency, "--frequency", screens::wrongFrequency),
+                          numberOf(words.angle, "--angle", screens::wrongAngle), words.spot.value_or("")});
+    for (const std::string &plate : words.plates)
+        setPlate(chosen, screens::plateFromText(plate));
+    return chosen;
+}
+
+}  // namespace riders::commands

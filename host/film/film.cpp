@@ -1,0 +1,170 @@
+#include "film/film.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <thread>
+
+#include "film/film_place.h"
+#include "film/flat_places.h"
+#include "film/own_files.h"
+#include "film/page_films.h"
+#include "io/interruption.h"
+#include "io/refusal.h"
+#include "plates/job/prepared_job.h"
+#include "plates/page_list.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::film {
+namespace {
+
+void check(const FilmRequest &request)
+{
+    for (const double dpi : {request.resolution.across, request.resolution.down})
+        if (!(dpi >= kLeastFilmDpi && dpi <= kMostFilmDpi))
+            throw io::Refusal("a film's resolution goes from " + std::to_string(kLeastFilmDpi) + " to " +
+                              std::to_string(kMostFilmDpi) + " dpi");
+    if (request.limits.secondsAPage < 1 || request.limits.megabytes < 1)
+        throw io::Refusal("the interpreter needs some time and some memory");
+}
+
+int threadsFor(const FilmRequest &request)
+{
+    return request.cores > 0 ? request.cores : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
+
+std::string today()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm parts = {};
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%d", localtime_r(&now, &parts));
+    return text.data();
+}
+
+std::vector<int> numbersOf(const std::vector<FilmPage> &pages)
+{
+    std::vector<int> numbers;
+    for (const FilmPage &page : pages)
+        numbers.push_back(page.number);
+    return numbers;
+}
+
+// The work on a job: what is known of it before its films are made.
+class Filming {
+public:
+    Filming(const FilmRequest &request, FilmsMade &made)
+        : request_(request), made_(made), place_(request), progress_(!request.quiet),
+          workers_(threadsFor(request)), screens_(request.resolution, request.rotation)
+    {
+    }
+
+    void run(const std::vector<int> &asked)
+    {
+        const int seconds = request_.limits.secondsAPage;
+        const fs::path riders = plates::readableAgain(request_.riders, place_.work() / "given.riders", seconds);
+        const plates::PreparedJob job = plates::prepareJob(request_.job, riders, place_.work(), seconds);
+        const plates::Survey survey = look(job, asked);
+        const ScreenChoice choice({request_.screens, riders, survey, job.kind});
+        const PagePlates pages(survey, choice,
+                               {request_.job, extensionOf(request_.format),
+                                [this](const std::string &name) { return place_.fileOf(name); }});
+        prepare(pages.pages());
+        make(job, survey, pages, choice.annotated());
+    }
+
+private:
+    plates::Survey look(const plates::PreparedJob &job, const std::vector<int> &asked)
+    {
+        return plates::surveyJob({.job = job,
+                                  .pages = asked,
+                                  .limits = request_.limits,
+                                  .work = place_.work(),
+                                  .pageEnded = [this] { progress_.pageRead(); },
+                                  .pageSeen = [this](const plates::PageInTints &seen) { places_.take(seen); }},
+                                 workers_);
+    }
+
+    // What cannot be made is said before anything is.
+    void prepare(const std::vector<FilmPage> &pages)
+    {
+        int plates = 0;
+        for (const FilmPage &page : pages)
+            for (const PagePlate &plate : page.plates) {
+                if (!plate.ink && !request_.blank)
+                    continue;
+                ++plates;
+                if (!request_.force && !isOneFile(request_.format))
+                    refuseForeign(plate.file);
+                workers_.add([this, &page, &plate] { prepareScreen(page, plate); });
+            }
+        progress_.expect(static_cast<int>(pages.size()), plates);
+        workers_.finish();
+    }
+
+    void prepareScreen(const FilmPage &page, const PagePlate &plate)
+    {
+        try {
+            screens_.of(plate.dots);
+        } catch (const io::Refusal &refusal) {
+            throw io::Refusal("page " + std::to_string(page.number) + ", " + plate.name + ": " + refusal.message);
+        }
+    }
+
+    void make(const plates::PreparedJob &job, const plates::Survey &survey, const PagePlates &pages,
+              bool annotated)
+    {
+        const std::unique_ptr<Form> form = place_.makeForm();
+        const PageFilmsRun run{
+            .request = request_,
+            .pages = pages.pages(),
+            .further = [&](const FilmPage &page, const std::string &name,
+                           const std::vector<std::string> &others) { return pages.further(page, name, others); },
+            .measuredAt =
+                [this](const FilmPage &page, const PagePlate &plate) {
+                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
+                },
+            // One that has nothing but the annotation.
+            .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
+            .screens = screens_,
+            .form = *form,
+            .date = today()};
+        PageFilms films(run, workers_, progress_, made_);
+        plates::streamTones({.job = job,
+                             .survey = survey,
+                             .pages = numbersOf(pages.pages()),
+                             .dpiAcross = request_.resolution.across,
+                             .dpiDown = request_.resolution.down,
+                             .rotation = request_.rotation,
+                             .interpreterTone = request_.interpreterTone,
+                             .limits = request_.limits,
+                             .work = place_.work()},
+                            films);
+        if (made_.films.empty())
+            throw io::Refusal(request_.job.string() + ": no plate has any ink; --blank makes films of those, too");
+        form->finish();
+    }
+
+    const FilmRequest &request_;
+    FilmsMade &made_;
+    FilmPlace place_;
+    Progress progress_;
+    FlatPlaces places_;
+    io::Workers workers_;
+    PlateScreens screens_;
+};
+
+}  // namespace
+
+void makeFilms(const FilmRequest &request, FilmsMade &made)
+{
+    check(request);
+    const std::vector<int> pages = plates::pagesFromText(request.pages);
+    if (!plates::comesOnce(request.job))
+        plates::kindOfJob(request.job);  // before anything is made
+    io::Interruption interruption;
+    Filming(request, made).run(pages);
+}
+
+}  // namespace riders::film

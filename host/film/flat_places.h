@@ -1,0 +1,26 @@
+// Where on each page the screens of its plates can be measured: found while the job is surveyed.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "plates/survey/survey.h"
+#include "proof/looking/place.h"
+
+namespace riders::film {
+
+class FlatPlaces {
+public:
+    // From any thread.
+    void take(const plates::PageInTints &seen);
+    // A flat tint of the plate, by its index on the surveyed page, on the upright page; empty where there is none.
+    // Once all pages are taken.
+    const proof::Place &of(int page, std::size_t plate) const { return places_.at(page).at(plate); }
+
+private:
+    std::mutex mutex_;
+    std::map<int, std::vector<proof::Place>> places_;
+};
+
+}  // namespace riders::film

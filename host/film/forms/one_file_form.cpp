@@ -1,0 +1,90 @@
+#include "film/forms/one_file_form.h"
+
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "io/refusal.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::film {
+
+class OneFileForm::Spooled : public PlateWriter {
+public:
+    Spooled(OneFileForm &form, Plate &plate, std::unique_ptr<PlateWriter> writer)
+        : form_(form), plate_(plate), writer_(std::move(writer))
+    {
+    }
+
+    ~Spooled() override
+    {
+        if (!writer_)
+            return;
+        writer_.reset();
+        try {
+            form_.settle(plate_, State::givenUp);
+        } catch (const std::exception &) {
+            form_.failed_ = true;  // said by finish()
+        }
+    }
+
+    void row(const std::uint8_t *bits) override { writer_->row(bits); }
+
+    void end() override
+    {
+        writer_->end();
+        writer_.reset();
+        form_.settle(plate_, State::whole);
+    }
+
+private:
+    OneFileForm &form_;
+    Plate &plate_;
+    std::unique_ptr<PlateWriter> writer_;
+};
+
+OneFileForm::OneFileForm(const fs::path &file, const fs::path &work) : work_(work), output_(file)
+{
+}
+
+std::unique_ptr<PlateWriter> OneFileForm::plate(const PlateSheet &sheet)
+{
+    const std::lock_guard lock(mutex_);
+    Plate plate{.sheet = sheet};
+    plate.sheet.file = work_ / ("plate-" + std::to_string(plates_.size()));
+    std::unique_ptr<PlateWriter> writer = spool(plate.sheet);
+    plates_.push_back(std::move(plate));
+    return std::make_unique<Spooled>(*this, plates_.back(), std::move(writer));
+}
+
+// Adds what can be added now that one more plate is at its end.
+void OneFileForm::settle(Plate &plate, State state)
+{
+    const std::lock_guard lock(mutex_);
+    plate.state = state;
+    for (; settled_ < plates_.size() && plates_[settled_].state != State::open; ++settled_) {
+        const Plate &next = plates_[settled_];
+        if (next.state == State::givenUp || failed_)
+            continue;
+        failed_ = true;  // unless it goes well
+        add(next.sheet);
+        failed_ = false;
+        any_ = true;
+        std::error_code ignored;
+        fs::remove(next.sheet.file, ignored);
+    }
+}
+
+void OneFileForm::finish()
+{
+    const std::lock_guard lock(mutex_);
+    if (failed_)
+        throw io::Refusal(out().name() + ": a plate could not be written");
+    if (!any_)
+        throw io::Refusal(out().name() + ": there is no plate to write");
+    addEnd();
+    output_.finish();
+}
+
+}  // namespace riders::film
