@@ -68,7 +68,8 @@ TEST(FilmDrawing, PutsPicturesAnywhere)
     const auto inked = [](std::int64_t x, std::int64_t y) {
         return x >= 0 && x < 13 && y >= 0 && y < 9 && x <= y;
     };
-    for (const auto &[left, top] : {std::pair{0, 0}, std::pair{5, 3}, std::pair{-4, -2}, std::pair{55, 36}}) {
+    for (const auto &place : {std::pair{0, 0}, std::pair{5, 3}, std::pair{-4, -2}, std::pair{55, 36}}) {
+        const auto left = place.first, top = place.second;
         BitPicture picture{.columns = 13, .rows = 9, .bits = std::vector<std::uint8_t>(18)};
         for (int y = 0; y < 9; ++y)
             for (int x = 0; x <= y; ++x)
