@@ -17,7 +17,7 @@ struct FilmWords {
     FilmScreenWords screens;
     std::string resolution = "1200";
     std::string emulsion = "up";
-    std::string compression = "g4";
+    std::string format, compression = "g4";
     std::string sheet;
     bool json = false, marks = false;
 };
@@ -108,9 +108,17 @@ void addLimits(CLI::App &command, film::FilmRequest &request)
 void addOutput(CLI::App &command, film::FilmRequest &request, FilmWords &words)
 {
     command
-        .add_option("-o,--output", request.output,
-                    "The folder to put them in; the job's name and -film, here, when left out")
-        ->type_name("DIR");
+        .add_option(
+            "-o,--output", request.output,
+            "The folder of TIFF files, or the file of another format, - for standard output; the job's name "
+            "and -film, here, when left out")
+        ->type_name("DIR|FILE");
+    command
+        .add_option(
+            "--format", words.format,
+            "tiff, a file for each plate; or a file with a page for each: pdf, ps, cups (raster for CUPS's "
+            "drivers), pwg (raster for IPP printers). When left out, what the name after -o ends in, or tiff")
+        ->check(CLI::IsMember({"tiff", "pdf", "ps", "cups", "pwg"}));
     command.add_option("--dpi", words.resolution, "Resolution, across and down; 1200 when left out")
         ->check(CLI::Validator(isResolution, ""))
         ->type_name("N|NxM");
@@ -126,11 +134,25 @@ void addOutput(CLI::App &command, film::FilmRequest &request, FilmWords &words)
     command.add_flag("--json", words.json, "What was made, for programs");
 }
 
+film::FilmFormat formatFrom(const std::string &word, const std::string &output)
+{
+    const std::string ending = word.empty() ? std::filesystem::path(output).extension().string() : "." + word;
+    if (ending == ".pdf")
+        return film::FilmFormat::pdf;
+    if (ending == ".ps")
+        return film::FilmFormat::postScript;
+    if (ending == ".cups" || ending == ".ras")
+        return film::FilmFormat::cups;
+    return ending == ".pwg" ? film::FilmFormat::pwg : film::FilmFormat::tiff;
+}
+
 // What was made is said however the run ends.
 std::string report(const film::FilmsMade &made, const film::FilmRequest &request, const FilmWords &words,
                    const std::string &name)
 {
     std::cerr << warningsInWords(made, name);
+    if (request.output == film::kStandardOutput)
+        return "";
     if (words.json)
         return printLines(filmsInJson(made));
     return request.quiet ? "" : printLines(filmsInWords(made));
@@ -138,6 +160,9 @@ std::string report(const film::FilmsMade &made, const film::FilmRequest &request
 
 std::string run(film::FilmRequest &request, const FilmWords &words, const std::string &name)
 {
+    request.format = formatFrom(words.format, request.output);
+    if (words.compression == "none" && request.format != film::FilmFormat::tiff)
+        throw io::Refusal("--compression is for TIFF only");
     request.screens = chooseFilmScreens(words.screens);
     request.resolution = *film::resolutionFromText(words.resolution);
     request.side.mirrored |= words.emulsion == "down";
@@ -150,7 +175,7 @@ std::string run(film::FilmRequest &request, const FilmWords &words, const std::s
     try {
         film::makeFilms(request, made);
     } catch (const io::Refusal &refusal) {
-        if (made.films.empty())
+        if (made.films.empty() || film::isOneFile(request.format))
             throw;
         report(made, request, words, name);
         const std::size_t count = made.films.size();

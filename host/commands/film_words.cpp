@@ -14,7 +14,8 @@ using Members = std::vector<std::pair<std::string, std::string>>;
 
 std::string lineOf(const PlateMade &made)
 {
-    std::string line = made.file.string() + ": " + screens::numberText(made.asked.frequency) + " lpi at " +
+    std::string line = made.file.string() + ": page " + std::to_string(made.page) + ", " + made.plate + ": " +
+                       screens::numberText(made.asked.frequency) + " lpi at " +
                        screens::numberText(made.asked.angle) + "°, " + made.asked.shape.name;
     line += made.measured.found ? "; measured " + io::decimal(made.measured.frequency, 2) + " lpi at " +
                                       io::decimal(made.measured.angle, 2) + "°"

@@ -5,8 +5,7 @@
 #include <ctime>
 #include <thread>
 
-#include "film/film_folder.h"
-#include "film/film_names.h"
+#include "film/film_place.h"
 #include "film/flat_places.h"
 #include "film/own_files.h"
 #include "film/page_films.h"
@@ -20,8 +19,6 @@ namespace fs = std::filesystem;
 namespace riders::film {
 namespace {
 
-constexpr const char *kTiff = ".tif";
-
 void check(const FilmRequest &request)
 {
     for (const double dpi : {request.resolution.across, request.resolution.down})
@@ -30,11 +27,6 @@ void check(const FilmRequest &request)
                               std::to_string(kMostFilmDpi) + " dpi");
     if (request.limits.secondsAPage < 1 || request.limits.megabytes < 1)
         throw io::Refusal("the interpreter needs some time and some memory");
-}
-
-fs::path placeOf(const FilmRequest &request)
-{
-    return request.output.empty() ? fs::path(jobTitle(request.job) + "-film") : request.output;
 }
 
 int threadsFor(const FilmRequest &request)
@@ -63,20 +55,22 @@ std::vector<int> numbersOf(const std::vector<FilmPage> &pages)
 class Filming {
 public:
     Filming(const FilmRequest &request, FilmsMade &made)
-        : request_(request), made_(made), form_(request.compression), folder_(placeOf(request)),
-          progress_(!request.quiet), workers_(threadsFor(request)), screens_(request.resolution, request.rotation)
+        : request_(request), made_(made), place_(request), progress_(!request.quiet),
+          workers_(threadsFor(request)), screens_(request.resolution, request.rotation)
     {
     }
 
     void run(const std::vector<int> &asked)
     {
         const int seconds = request_.limits.secondsAPage;
-        const fs::path riders = plates::readableAgain(request_.riders, folder_.work() / "given.riders", seconds);
-        const plates::PreparedJob job = plates::prepareJob(request_.job, riders, folder_.work(), seconds);
+        const fs::path riders = plates::readableAgain(request_.riders, place_.work() / "given.riders", seconds);
+        const plates::PreparedJob job = plates::prepareJob(request_.job, riders, place_.work(), seconds);
         const plates::Survey survey = look(job, asked);
         const ScreenChoice choice({request_.screens, riders, survey, job.kind});
-        const std::vector<FilmPage> pages = filmPages(survey, choice, folder_.path(), request_.job, kTiff);
-        prepare(pages);
+        const PagePlates pages(survey, choice,
+                               {request_.job, extensionOf(request_.format),
+                                [this](const std::string &name) { return place_.fileOf(name); }});
+        prepare(pages.pages());
         make(job, survey, pages, choice.annotated());
     }
 
@@ -86,7 +80,7 @@ private:
         return plates::surveyJob({.job = job,
                                   .pages = asked,
                                   .limits = request_.limits,
-                                  .work = folder_.work(),
+                                  .work = place_.work(),
                                   .pageEnded = [this] { progress_.pageRead(); },
                                   .pageSeen = [this](const plates::PageInTints &seen) { places_.take(seen); }},
                                  workers_);
@@ -101,7 +95,7 @@ private:
                 if (!plate.ink && !request_.blank)
                     continue;
                 ++plates;
-                if (!request_.force)
+                if (!request_.force && !isOneFile(request_.format))
                     refuseForeign(plate.file);
                 workers_.add([this, &page, &plate] { prepareScreen(page, plate); });
             }
@@ -118,37 +112,43 @@ private:
         }
     }
 
-    void make(const plates::PreparedJob &job, const plates::Survey &survey, const std::vector<FilmPage> &pages,
+    void make(const plates::PreparedJob &job, const plates::Survey &survey, const PagePlates &pages,
               bool annotated)
     {
+        const std::unique_ptr<Form> form = place_.makeForm();
         const PageFilmsRun run{
             .request = request_,
-            .pages = pages,
-            .measuredAt = [this](const FilmPage &page,
-                                 std::size_t plate) { return places_.of(page.number, plate); },
+            .pages = pages.pages(),
+            .further = [&](const FilmPage &page, const std::string &name,
+                           const std::vector<std::string> &others) { return pages.further(page, name, others); },
+            .measuredAt =
+                [this](const FilmPage &page, const PagePlate &plate) {
+                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
+                },
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
-            .form = form_,
+            .form = *form,
             .date = today()};
         PageFilms films(run, workers_, progress_, made_);
         plates::streamTones({.job = job,
                              .survey = survey,
-                             .pages = numbersOf(pages),
+                             .pages = numbersOf(pages.pages()),
                              .dpiAcross = request_.resolution.across,
                              .dpiDown = request_.resolution.down,
                              .rotation = request_.rotation,
                              .interpreterTone = request_.interpreterTone,
                              .limits = request_.limits,
-                             .work = folder_.work()},
+                             .work = place_.work()},
                             films);
-        form_.finish();
+        if (made_.films.empty())
+            throw io::Refusal(request_.job.string() + ": no plate has any ink; --blank makes films of those, too");
+        form->finish();
     }
 
     const FilmRequest &request_;
     FilmsMade &made_;
-    TiffForm form_;
-    FilmFolder folder_;
+    FilmPlace place_;
     Progress progress_;
     FlatPlaces places_;
     io::Workers workers_;

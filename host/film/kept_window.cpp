@@ -4,8 +4,28 @@
 #include <cmath>
 #include <cstring>
 
+#include "meter/meter.h"
+
 namespace riders::film {
 namespace {
+
+// So many cells a side tell whether a screen is the one asked for, and soon.
+constexpr double kCells = 24, kShortest = 0.4, kLongest = 1.5;  // inches
+// Shapes cannot be told from each other on cells of fewer pixels, or near white and solid ink.
+constexpr double kTellingCell = 8, kLeastInk = 0.1;
+constexpr double kLike = 0.9;  // correlation with a shape
+
+// The shape that the dots have, if they are like the one expected, or plainly like another.
+std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &expected)
+{
+    if (expected.empty() || reading.cellPixels < kTellingCell || reading.ink < kLeastInk ||
+        reading.ink > 1 - kLeastInk)
+        return {};
+    if (meter::likenessToNamed(page, reading, expected) > kLike)
+        return expected;
+    const std::string nearest = meter::nearestSpot(page, reading);
+    return meter::likenessToNamed(page, reading, nearest) > kLike ? nearest : "";
+}
 
 std::size_t pixels(double inches, double dpi)
 {
@@ -60,8 +80,21 @@ proof::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::stri
         return {};
     const double dpi = std::max(resolution_.across, resolution_.down);
     const plates::BitPlate square = inSquarePixels();
-    const proof::Place all{0, 0, square.width / dpi, square.height / dpi};
-    return proof::measurePlate(square, dpi, all, aboutFrequency, shape);
+    const meter::BitPage page{square.bits.data(), square.width, square.height, square.rowBytes, dpi};
+    const double side = std::clamp(kCells / aboutFrequency, kShortest, kLongest);
+    const meter::PageWindow all{0, 0, square.width, square.height};
+    const meter::ScreenReading reading =
+        meter::readScreen(page, meter::middleOf(all, static_cast<int>(std::lround(side * dpi))));
+    if (reading.kind == meter::ScreenKind::none)
+        return {};
+    proof::MeasuredScreen measured{.found = true,
+                                   .frequency = reading.frequency,
+                                   .angle = reading.angle,
+                                   .ink = reading.ink,
+                                   .where = {},
+                                   .shape = shapeOf(page, reading, shape),
+                                   .lines = reading.kind == meter::ScreenKind::lines};
+    return measured;
 }
 
 proof::Place turned(const proof::Place &place, int rotation, double width, double height)

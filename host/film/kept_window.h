@@ -20,7 +20,8 @@ public:
 
     // The film's row y; each once.
     void take(std::size_t y, const std::uint8_t *bits);
-    // Once all rows have gone by. Angles count on the film.
+    // In the middle, once all rows have gone by. Angles count on the film. `shape` is the one expected: the result
+    // when the dots are like it, another when they are like that one; no shape is looked for where it is empty.
     proof::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const;
 
 private:

@@ -14,19 +14,6 @@ namespace {
 // Of tones, twice that; with what is written, this bounds the memory that a page of any size takes.
 constexpr std::size_t kBandBytes = std::size_t(8) << 20;
 
-const PagePlate &plateNamed(const FilmPage &page, const std::string &name, std::size_t index)
-{
-    // Two inks may have one name for people.
-    if (index < page.plates.size() && page.plates[index].name == name)
-        return page.plates[index];
-    const auto found = std::find_if(page.plates.begin(), page.plates.end(),
-                                    [&](const PagePlate &plate) { return plate.name == name; });
-    if (found == page.plates.end())
-        throw io::Refusal("page " + std::to_string(page.number) + ", " + name +
-                          ": is not there each time the job is run");
-    return *found;
-}
-
 }  // namespace
 
 PageFilms::PageFilms(const PageFilmsRun &run, io::Workers &workers, Progress &progress, FilmsMade &made)
@@ -48,13 +35,27 @@ void PageFilms::beginPage(const plates::TonePage &page)
     rows_ = page.rows;
     open_.clear();
     const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
-    for (std::size_t i = 0; i < page.plates.size(); ++i) {
-        open_.push_back({&plateNamed(*page_, page.plates[i], i), nullptr, {}});
-        if (!run_.skips(*open_.back().plate))
-            open_.back().film = std::make_unique<PlateFilm>(planFor(page, *open_.back().plate, sheet));
-    }
+    for (std::size_t i = 0; i < page.plates.size(); ++i)
+        open_.push_back({plateOf(page, i), nullptr, {}});
+    for (Open &open : open_)
+        if (!run_.skips(open.plate))
+            open.film = std::make_unique<PlateFilm>(planFor(page, open.plate, sheet));
     for (ToneBand *band : {&coming_, &screened_})
         band->begin(page.plates.size(), page.columns, kBandBytes);
+}
+
+PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) const
+{
+    const std::string &name = page.plates[index];
+    const std::vector<PagePlate> &known = page_->plates;
+    // Two inks may have one name for people: then their order tells them apart.
+    if (index < known.size() && known[index].name == name)
+        return known[index];
+    const auto found =
+        std::find_if(known.begin(), known.end(), [&](const PagePlate &plate) { return plate.name == name; });
+    return found != known.end()
+               ? *found
+               : run_.further(*page_, name, {page.plates.begin(), page.plates.begin() + static_cast<long>(index)});
 }
 
 PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &plate,
@@ -67,8 +68,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
     plan.pageColumns = page.columns;
     plan.place = sheet;
     plan.side = request.side;
-    plan.measuredAt =
-        turned(run_.measuredAt(*page_, plate.surveyed), request.rotation, page_->width, page_->height);
+    plan.measuredAt = turned(run_.measuredAt(*page_, plate), request.rotation, page_->width, page_->height);
     plan.label = {plate.name,
                   job,
                   page.number,
@@ -87,7 +87,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
 std::unique_ptr<PlateWriter> PageFilms::writerFor(const PlateSheet &sheet)
 {
     const std::lock_guard lock(beginning_);
-    if (!run_.request.force)
+    if (!run_.request.force && !isOneFile(run_.request.format))
         refuseForeign(sheet.file);
     return run_.form.plate(sheet);
 }
@@ -121,8 +121,8 @@ void PageFilms::forEachPlate(const std::function<void(Open &, std::size_t)> &wor
                 try {
                     work(open_[i], i);
                 } catch (const io::Refusal &refusal) {
-                    throw io::Refusal("page " + std::to_string(page_->number) + ", " + open_[i].plate->name +
-                                      ": " + refusal.message);
+                    throw io::Refusal("page " + std::to_string(page_->number) + ", " + open_[i].plate.name + ": " +
+                                      refusal.message);
                 }
             });
 }
@@ -151,7 +151,7 @@ void PageFilms::finishPlate(Open &open)
     if (!film.begun())
         return;
     const FilmRequest &request = run_.request;
-    const PagePlate &plate = *open.plate;
+    const PagePlate &plate = open.plate;
     PlateMade made{plate.file,
                    page_->number,
                    plate.name,
@@ -177,7 +177,7 @@ void PageFilms::keepWhatWasMade()
         if (open.made)
             made_.films.push_back(*open.made);
         else if (!open.film || !open.film->begun())
-            made_.blank.push_back({page_->number, open.plate->name});
+            made_.blank.push_back({page_->number, open.plate.name});
 }
 
 }  // namespace riders::film

@@ -20,8 +20,10 @@ namespace riders::film {
 struct PageFilmsRun {
     const FilmRequest &request;
     const std::vector<FilmPage> &pages;
-    // Where a plate of a page, by its index there, is measured, on the upright page.
-    std::function<proof::Place(const FilmPage &, std::size_t)> measuredAt;
+    // A plate that is not one of the page's, named as the page streams by; see PagePlates::further.
+    std::function<PagePlate(const FilmPage &, const std::string &, const std::vector<std::string> &)> further;
+    // Where a plate of a page is measured, on the upright page.
+    std::function<proof::Place(const FilmPage &, const PagePlate &)> measuredAt;
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
@@ -41,11 +43,12 @@ public:
 
 private:
     struct Open {
-        const PagePlate *plate = nullptr;
+        PagePlate plate;
         std::unique_ptr<PlateFilm> film;  // none for a plate that is skipped
         std::optional<PlateMade> made;
     };
 
+    PagePlate plateOf(const plates::TonePage &page, std::size_t index) const;
     PlateFilmPlan planFor(const plates::TonePage &page, const PagePlate &plate,
                           const std::shared_ptr<const Sheet> &sheet);
     std::unique_ptr<PlateWriter> writerFor(const PlateSheet &sheet);

@@ -1,51 +1,44 @@
 #include "film/page_plates.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "film/film_names.h"
 #include "plates/files/plate_names.h"
 
 namespace riders::film {
-namespace {
 
-int lastPageOf(const plates::Survey &survey)
+PagePlates::PagePlates(const plates::Survey &survey, const ScreenChoice &choice, FilmFiles files)
+    : survey_(survey), choice_(choice), files_(std::move(files)),
+      lastPage_(std::max(static_cast<int>(survey.report.pages.size()), survey.pages.back().number))
 {
-    return std::max(static_cast<int>(survey.report.pages.size()), survey.pages.back().number);
+    for (std::size_t i = 0; i < survey.pages.size(); ++i)
+        pages_.push_back(pageOf(i));
 }
 
-FilmPage pageWithPlates(const plates::Survey &survey, std::size_t index, const ScreenChoice &choice)
+FilmPage PagePlates::pageOf(std::size_t index) const
 {
-    const plates::SurveyedPage &surveyed = survey.pages[index];
-    FilmPage page{surveyed.number, surveyed.width, surveyed.height, {}};
-    for (std::size_t i = 0; i < surveyed.plates.size(); ++i) {
+    const plates::SurveyedPage &surveyed = survey_.pages[index];
+    FilmPage page{index, surveyed.number, surveyed.width, surveyed.height, {}};
+    std::vector<std::string> names;
+    for (const plates::SurveyedPlate &plate : surveyed.plates)
+        names.push_back(plates::plateNameFrom(plate.plate, survey_.inksKnown()));
+    const std::vector<std::string> files = filmNames(files_.job, page.number, lastPage_, names, files_.extension);
+    for (std::size_t i = 0; i < names.size(); ++i) {
         const plates::SurveyedPlate &plate = surveyed.plates[i];
-        page.plates.push_back({i,
-                               plates::plateNameFrom(plate.plate, survey.inksKnown()),
-                               {},
-                               choice.of(index, plates::inkBytesFrom(plate.plate, survey.inksKnown())),
-                               plate.ink});
+        const std::string ink = plates::inkBytesFrom(plate.plate, survey_.inksKnown());
+        page.plates.push_back({i, names[i], files_.place(files[i]), choice_.of(index, ink), plate.ink});
     }
     return page;
 }
 
-}  // namespace
-
-std::vector<FilmPage> filmPages(const plates::Survey &survey, const ScreenChoice &choice,
-                                const std::filesystem::path &folder, const std::filesystem::path &job,
-                                const std::string &extension)
+PagePlate PagePlates::further(const FilmPage &page, const std::string &name,
+                              const std::vector<std::string> &others) const
 {
-    std::vector<FilmPage> pages;
-    for (std::size_t i = 0; i < survey.pages.size(); ++i) {
-        FilmPage page = pageWithPlates(survey, i, choice);
-        std::vector<std::string> names;
-        for (const PagePlate &plate : page.plates)
-            names.push_back(plate.name);
-        const std::vector<std::string> files = filmNames(job, page.number, lastPageOf(survey), names, extension);
-        for (std::size_t plate = 0; plate < files.size(); ++plate)
-            page.plates[plate].file = folder / files[plate];
-        pages.push_back(std::move(page));
-    }
-    return pages;
+    std::vector<std::string> names = others;
+    names.push_back(name);
+    const std::string file = filmNames(files_.job, page.number, lastPage_, names, files_.extension).back();
+    return {std::nullopt, name, files_.place(file), choice_.of(page.index, name), false};
 }
 
 }  // namespace riders::film

@@ -15,22 +15,33 @@ namespace riders::film {
 
 inline constexpr int kLeastFilmDpi = 72, kMostFilmDpi = 4800;
 
+enum class FilmFormat { tiff, pdf, cups, pwg, postScript };
+// Whether all plates are pages of one file.
+inline bool isOneFile(FilmFormat format)
+{
+    return format != FilmFormat::tiff;
+}
+
+inline constexpr const char *kStandardOutput = "-";
+
 struct FilmRequest {
     std::filesystem::path job;                  // PostScript, EPS or PDF, recognised by its first bytes
     std::filesystem::path riders = {};          // added to the job first; empty for none
     std::vector<screens::PlateScreen> screens;  // chosen for plates, and for kRestOfPlates
-    std::filesystem::path output = {};          // the folder; empty: the job's name and -film, here
-    std::string pages = {};                     // as in 1,3-5; empty for all
+    FilmFormat format = FilmFormat::tiff;
+    // The folder or file; kStandardOutput for that; empty: the job's name and -film, here.
+    std::filesystem::path output = {};
+    std::string pages = {};  // as in 1,3-5; empty for all
     screening::Resolution resolution = {1200, 1200};
     FilmSide side = {};
     MarksAsked marks = {};
-    int rotation = 0;  // 0, 90, 180 or 270 degrees anticlockwise
-    Compression compression = Compression::group4;
-    bool blank = false;            // make films of plates without ink, too
-    bool force = false;            // replace files that are no films of ours
-    bool strict = false;           // give up a film whose screen is not the one asked for
-    bool interpreterTone = false;  // lighten tints as Ghostscript does below 800 dpi
-    bool quiet = false;            // show no progress
+    int rotation = 0;                               // 0, 90, 180 or 270 degrees anticlockwise
+    Compression compression = Compression::group4;  // of TIFF
+    bool blank = false;                             // make films of plates without ink, too
+    bool force = false;                             // replace files that are no films of ours
+    bool strict = false;                            // give up a film whose screen is not the one asked for
+    bool interpreterTone = false;                   // lighten tints as Ghostscript does below 800 dpi
+    bool quiet = false;                             // show no progress
     plates::InterpreterLimits limits = {};
     int cores = 0;  // threads; 0: as many as there are cores
 };

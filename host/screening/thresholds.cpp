@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
+#include "screening/even_order.h"
+#include "screening/pixel_places.h"
 #include "screening/remainder.h"
 
 namespace riders::screening {
@@ -23,27 +27,25 @@ std::int64_t inked(std::int64_t pixels, int tone)
     return (2 * pixels * tone + 255) / 510;
 }
 
-// The spot values of the tile's pixels, row after row: the least is inked first.
-std::vector<float> spotValues(const Tile &tile, const SpotFunction &spot)
+std::vector<float> valuesOf(const Tile &tile, const SpotFunction &spot)
 {
-    // Twice as fine, since the middle of a pixel counts.
-    const std::int64_t range = 2 * tile.pixels;
-    const double side = double(tile.pixels);
-    std::vector<float> values(static_cast<std::size_t>(tile.pixels));
+    std::vector<float> values;
+    values.reserve(static_cast<std::size_t>(tile.pixels));
+    eachPlace(placesOf(tile), [&](double x, double y) { values.push_back(static_cast<float>(spot(x, y))); });
+    return values;
+}
+
+// In which order pixels are inked, the least first: the highest spot values, and of equal ones those at one side
+// of the cell, so that cells stay alike.
+std::vector<float> orderOf(const Tile &tile, std::vector<float> values)
+{
+    if (values.size() != static_cast<std::size_t>(tile.pixels))
+        throw std::invalid_argument("other spot values than a tile has pixels");
     auto value = values.begin();
-    for (std::int64_t y = 0; y < tile.height; ++y) {
-        std::int64_t u = remainderFrom0(tile.rightU + (2 * y + 1) * tile.downU, range),
-                     v = remainderFrom0(tile.rightV + (2 * y + 1) * tile.downV, range);
-        const std::int64_t stepU = remainderFrom0(2 * tile.rightU, range),
-                           stepV = remainderFrom0(2 * tile.rightV, range);
-        for (std::int64_t x = 0; x < tile.width; ++x) {
-            const double across = double(u) / side - 1, down = double(v) / side - 1;
-            // Of equal values those at one side of the cell come first: cells stay alike.
-            *value++ = static_cast<float>(1e-4 * (0.38 * across + 0.62 * down) - spot(across, down));
-            u += stepU, u -= u >= range ? range : 0;
-            v += stepV, v -= v >= range ? range : 0;
-        }
-    }
+    eachPlace(placesOf(tile), [&](double x, double y) {
+        *value = static_cast<float>(1e-4 * (0.38 * x + 0.62 * y) - double(*value));
+        ++value;
+    });
     return values;
 }
 
@@ -77,13 +79,13 @@ std::uint64_t turnOf(const Tile &tile, std::int64_t index)
 // Sorts only the pixels of those bins in which a tone begins: all others have one threshold.
 class Ranking {
 public:
-    Ranking(const Tile &tile, const std::vector<float> &values) : tile_(tile), values_(values)
+    Ranking(const Tile &tile, std::vector<float> values) : tile_(tile), values_(std::move(values))
     {
-        const auto [least, most] = std::minmax_element(values.begin(), values.end());
+        const auto [least, most] = std::minmax_element(values_.begin(), values_.end());
         least_ = *least;
         scale_ = *most > *least ? (kBins - 1) / (*most - *least) : 0;
         std::vector<std::int64_t> counts(kBins);
-        for (const float value : values)
+        for (const float value : values_)
             ++counts[binOf(value)];
         setBins(counts);
     }
@@ -149,7 +151,7 @@ private:
     }
 
     const Tile &tile_;
-    const std::vector<float> &values_;
+    std::vector<float> values_;
     float least_ = 0, scale_ = 0;
     std::vector<Bin> bins_ = std::vector<Bin>(kBins);
     std::vector<std::vector<std::int64_t>> sorted_;
@@ -164,15 +166,23 @@ std::size_t storedLength(std::int64_t width)
 
 }  // namespace
 
-Thresholds::Thresholds(const Tile &tile, const SpotFunction &spot)
+Thresholds::Thresholds(const Tile &tile, const SpotFunction &spot) : Thresholds(tile, valuesOf(tile, spot))
+{
+}
+
+Thresholds::Thresholds(const Tile &tile, std::vector<float> spotValues)
     : tile_(tile), length_(storedLength(tile.width)),
       rows_(static_cast<std::size_t>(tile.height) * (length_ + kRun))
 {
-    const std::vector<std::uint8_t> once = Ranking(tile, spotValues(tile, spot)).thresholds();
+    std::vector<std::uint8_t> once = Ranking(tile, orderOf(tile, std::move(spotValues))).thresholds();
+    if (hasSmallCells(tile))
+        once = Ranking(tile, evenOrder(tile, once)).thresholds();
     const auto width = static_cast<std::size_t>(tile.width);
-    for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y)
-        for (std::size_t x = 0; x < length_ + kRun; ++x)
-            rows_[y * (length_ + kRun) + x] = once[y * width + x % width];
+    for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y) {
+        std::uint8_t *const row = &rows_[y * (length_ + kRun)];
+        for (std::size_t x = 0; x < length_ + kRun; x += width)
+            std::memcpy(row + x, &once[y * width], std::min(width, length_ + kRun - x));
+    }
 }
 
 const std::uint8_t *Thresholds::rowOf(std::int64_t y) const

@@ -20,6 +20,9 @@ using SpotFunction = std::function<double(double x, double y)>;
 class Thresholds {
 public:
     Thresholds(const Tile &tile, const SpotFunction &spot);
+    // From the spot function's values at the tile's pixels, row after row (see pixel_places.h). Throws
+    // std::invalid_argument where these are not as many.
+    Thresholds(const Tile &tile, std::vector<float> spotValues);
 
     const Tile &tile() const { return tile_; }
     // The thresholds of row y of a page are in rowOf(y): those of column x at placeIn(x, y), and so on to

@@ -8,7 +8,7 @@ namespace riders::shapes {
 namespace {
 
 constexpr std::string_view kOpening = "RidersShape ";
-constexpr std::size_t kValues = std::size_t{kSide} * kSide;
+constexpr double kPixelScale = 1 << 29;  // as in trial.ps
 
 // The next word of a line, which is taken from it.
 std::string_view takeWord(std::string_view &line)
@@ -71,6 +71,8 @@ bool TrialWords::take(std::string_view line)
     const std::string_view kind = takeWord(line);
     if (kind == "row")
         takeRow(line);
+    else if (kind == "pixels")
+        takePixels(line);
     else if (kind == "fault")
         takeFault(line);
     else if (kind == "end")
@@ -84,9 +86,18 @@ void TrialWords::takeRow(std::string_view numbers)
 {
     std::vector<float> &values = trials_[current_].values;
     float value = 0;
-    for (std::string_view word; !(word = takeWord(numbers)).empty() && values.size() < kValues;)
+    for (std::string_view word; !(word = takeWord(numbers)).empty() && values.size() < most_;)
         if (readNumber(word, value))
             values.push_back(value);
+}
+
+void TrialWords::takePixels(std::string_view numbers)
+{
+    std::vector<float> &values = trials_[current_].values;
+    std::int64_t value = 0;
+    for (std::string_view word; !(word = takeWord(numbers)).empty() && values.size() < most_;)
+        if (std::from_chars(word.data(), word.data() + word.size(), value).ec == std::errc())
+            values.push_back(static_cast<float>(double(value) / kPixelScale - 1));
 }
 
 void TrialWords::takeFault(std::string_view words)
@@ -104,7 +115,7 @@ void TrialWords::end()
 {
     ShapeTrial &trial = trials_[current_++];
     trial.ended = true;
-    if (trial.problem.empty() && trial.values.size() != kValues)
+    if (trial.problem.empty() && trial.values.size() != most_)
         trial.problem = "it gives values that are not numbers";
     if (!trial.problem.empty())
         trial.values.clear();

@@ -23,6 +23,15 @@ std::string scriptFor(const std::vector<screens::Shape> &shapes)
     return script;
 }
 
+std::string scriptFor(const screens::Shape &shape, const screening::PixelPlaces &places)
+{
+    std::string script(kTrial);
+    for (const std::int64_t number : {places.columns, places.rows, places.range, places.startU, places.startV,
+                                      places.rightU, places.rightV, places.downU, places.downV})
+        script += std::to_string(number) + " ";
+    return script + "RidersTabulate " + shape.body + "%end-of-dot-shape%\n";
+}
+
 // What the interpreter has not finished, if anything.
 std::string whyUnfinished(const io::LimitedResult &result, const TrialLimits &limits)
 {
@@ -43,14 +52,12 @@ std::string whyUnfinished(const io::LimitedResult &result, const TrialLimits &li
            std::to_string(limits.megabytes) + " MB";
 }
 
-}  // namespace
-
-std::vector<ShapeTrial> tryShapes(const std::vector<screens::Shape> &shapes, const TrialLimits &limits)
+// Runs the script, and gives what the words have read then.
+std::vector<ShapeTrial> runTrials(const std::string &script, TrialWords words, const TrialLimits &limits)
 {
     const io::PrivateFolder folder;
     std::filesystem::create_directory(folder.path() / kTemporary);
-    io::writeFile(folder.path() / kScript, scriptFor(shapes));
-    TrialWords words(shapes.size());
+    io::writeFile(folder.path() / kScript, script);
     const io::LimitedResult result =
         io::runLimited({.command = {"gs", "-q", "-P-", "-dSAFER", "-dBATCH", "-dNODISPLAY", "-dNOPROMPT", kScript},
                         .folder = folder.path(),
@@ -63,6 +70,21 @@ std::vector<ShapeTrial> tryShapes(const std::vector<screens::Shape> &shapes, con
     if (words.current() < trials.size())
         trials[words.current()] = {false, whyUnfinished(result, limits), {}};
     return trials;
+}
+
+}  // namespace
+
+std::vector<ShapeTrial> tryShapes(const std::vector<screens::Shape> &shapes, const TrialLimits &limits)
+{
+    TrialWords words(shapes.size());
+    return runTrials(scriptFor(shapes), std::move(words), limits);
+}
+
+ShapeTrial tabulateShape(const screens::Shape &shape, const screening::PixelPlaces &places,
+                         const TrialLimits &limits)
+{
+    TrialWords words(1, static_cast<std::size_t>(places.columns * places.rows));
+    return runTrials(scriptFor(shape, places), std::move(words), limits).front();
 }
 
 }  // namespace riders::shapes

@@ -7,6 +7,7 @@ const std::vector<std::string> kOther = {"make", "-o", "film", "--frequency", "6
 const std::vector<std::string> kApplied = {"apply", "film", "job.ps", "-o", "job.ps"};
 const std::vector<std::string> kKept = {"make", "-o", "film", "--spot", "./one.spot", "--save-settings"};
 const std::vector<std::string> kProof = {"proof", "small.ps", "--riders", "film", "--dpi", "100"};
+const std::vector<std::string> kFilms = {"film", "small.ps", "--dpi", "100", "--frequency", "10"};
 
 }  // namespace
 
@@ -58,6 +59,10 @@ const std::vector<TriedCommand> &triedCommands()
         {"shapes_one", {"shapes", "./one.spot"}, {}},
         {"shapes_replacing", {"shapes", "./two.spot", "-o", "page"}, {{"shapes", "./one.spot", "-o", "page"}}},
         {"proof_replacing", {"proof", "small.ps", "--dpi", "100", "--mesh", "110"}, {kFilm, kProof}},
+        // Without text: what draws it reads fonts and settings of its own, and says itself what it cannot read.
+        {"film", {"film", "small.ps", "--riders", "film", "--dpi", "100", "--register", "--crop"}, {kFilm}},
+        {"film_replacing", {"film", "small.ps", "--dpi", "100", "--spot", "./one.spot", "--json"}, {kFilms}},
+        {"film_in_one_file", {"film", "small.ps", "--dpi", "100", "--negative", "-o", "films.pdf"}, {}},
         {"mesh", {"mesh", "--frequency", "45"}, {}},
         {"mesh_json", {"mesh", "--threads", "90/cm", "--json"}, {}},
         {"help", {"make", "--help"}, {}},

@@ -19,6 +19,7 @@ namespace plates = riders::plates;
 
 using Row = std::vector<std::uint8_t>;
 using Rows = std::vector<Row>;
+using Names = std::vector<std::string>;
 
 // Keeps what is written; each plate's name in the order in which they were begun.
 class KeptForm : public film::Form {
@@ -65,12 +66,12 @@ private:
     };
 };
 
-constexpr std::size_t kColumns = 301, kRows = 700;
+constexpr std::size_t kColumns = 301, kRows = 600;
 
 // A flat tint in the middle, a ramp around it.
 std::uint8_t toneAt(std::size_t x, std::size_t y)
 {
-    const bool middle = x > 20 && x < 280 && y > 100 && y < 600;
+    const bool middle = x > 20 && x < 280 && y > 100 && y < 560;
     return static_cast<std::uint8_t>(middle ? 77 : (x + y) % 256);
 }
 
@@ -84,7 +85,7 @@ protected:
         page.columns = kColumns, page.rows = kRows;
         page.width = kColumns / 300.0, page.height = kRows / 300.0;
         page.plates = {"Cyan", "Magenta", "Yellow", "Black"};
-        known.push_back({3, page.width, page.height, {}});
+        known.push_back({0, 3, page.width, page.height, {}});
         for (std::size_t i = 0; i < 4; ++i)
             known[0].plates.push_back({i,
                                        page.plates[i],
@@ -106,9 +107,14 @@ protected:
         const film::PageFilmsRun run{
             .request = request,
             .pages = known,
+            .further =
+                [this](const film::FilmPage &, const std::string &name, const Names &) {
+                    return film::PagePlate{{}, name, folder / name, {40, 0, {"Line", {}}, "you", false}, false};
+                },
             .measuredAt =
-                [](const film::FilmPage &, std::size_t plate) {
-                    return plate == 0 ? riders::proof::Place{0.1, 0.5, 0.8, 1.4} : riders::proof::Place{};
+                [](const film::FilmPage &, const film::PagePlate &plate) {
+                    return plate.surveyed == 0U ? riders::proof::Place{0.1, 0.5, 0.8, 1.3}
+                                                : riders::proof::Place{};
                 },
             .skips = [this](const film::PagePlate &plate) { return plate.name == skipped; },
             .screens = screens,
@@ -170,8 +176,6 @@ std::vector<std::string> platesOf(const std::vector<film::PlateMade> &films)
     return names;
 }
 
-using Names = std::vector<std::string>;
-
 TEST_F(PageFilmsTest, EachPlateHasItsScreen)
 {
     make();
@@ -210,6 +214,17 @@ TEST_F(PageFilmsTest, InkThatTheSurveyMissedMakesAFilm)
     EXPECT_EQ(platesOf(made.films), (Names{"Cyan", "Magenta", "Black"}));
     for (std::size_t y = 0; y < kRows; ++y)
         ASSERT_EQ(form.ended.at("3 Magenta")[y], expectedRow(1, y)) << y;
+}
+
+TEST_F(PageFilmsTest, APlateThatTheSurveyDoesNotKnowIsMadeIfItHasInk)
+{
+    page.plates[1] = "Gold";
+    page.plates[2] = "Silver";
+    make();
+    EXPECT_EQ(platesOf(made.films), (Names{"Cyan", "Gold", "Black"}));
+    EXPECT_EQ(made.films[1].asked.shape.name, "Line");
+    EXPECT_EQ(made.films[1].file, folder / "Gold");
+    EXPECT_EQ(made.blank.at(0).plate, "Silver");
 }
 
 TEST_F(PageFilmsTest, BlankPlatesAreMadeWhereTheyAreAskedFor)
@@ -293,7 +308,7 @@ TEST_F(PageFilmsTest, AForeignFileIsNotReplacedUnlessForced)
 {
     writeFile(folder / "Cyan.tif", "mine");
     EXPECT_EQ(said(), (folder / "Cyan.tif").string() +
-                          ": exists and was not made by riders; name another folder with -o, or replace it with "
+                          ": exists and was not made by riders; name another place with -o, or replace it with "
                           "--force");
     request.force = true;
     EXPECT_EQ(said(), "done");

@@ -1,0 +1,113 @@
+// Threshold tables of dot shapes: by formula and from the interpreter.
+#include "tables/screen_tables.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <set>
+
+#include "io/refusal.h"
+#include "shapes/tabulated_spot.h"
+#include "support/riders_pieces.h"
+#include "tables/formulas.h"
+
+namespace {
+
+using riders::screening::Resolution;
+using riders::screening::Screen;
+using riders::screening::Thresholds;
+using riders::screening::Tile;
+using riders::screens::Shape;
+
+const Resolution kSquare = {600, 600};
+
+std::vector<int> thresholdsIn(const Thresholds &thresholds)
+{
+    std::vector<int> all;
+    for (std::int64_t y = 0; y < thresholds.tile().height; ++y)
+        for (std::int64_t x = 0; x < thresholds.tile().width; ++x)
+            all.push_back(thresholds.rowOf(y)[x]);
+    return all;
+}
+
+// The share of pixels whose thresholds are not the same.
+double unlike(const Thresholds &one, const Thresholds &other)
+{
+    const std::vector<int> these = thresholdsIn(one), those = thresholdsIn(other);
+    EXPECT_EQ(these.size(), those.size());
+    std::size_t differ = 0;
+    for (std::size_t i = 0; i < these.size(); ++i)
+        differ += these[i] != those[i];
+    return double(differ) / double(these.size());
+}
+
+TEST(ScreenTables, TakeTheShapesOfTheProgramFromFormulas)
+{
+    for (const Shape &shape : riders::screens::installedShapes())
+        EXPECT_TRUE(riders::tables::formulaOf(shape.body)) << shape.name;
+    for (int piece = 16128; piece <= 16134; ++piece)
+        EXPECT_TRUE(riders::tables::formulaOf(pieceBytes(piece))) << piece;
+    EXPECT_FALSE(riders::tables::formulaOf("pop dup mul"));
+    EXPECT_FALSE(riders::tables::formulaOf(""));
+}
+
+TEST(ScreenTables, OfAFormulaAreThoseOfTheInterpreter)
+{
+    const Tile tile = riders::screening::findTile({60, 45}, kSquare);
+    ASSERT_LE(tile.pixels, riders::shapes::kMostComputedPixels);
+    const bool all = std::getenv("RIDERS_EVERY_SHAPE") != nullptr;
+    for (const Shape &shape : riders::screens::installedShapes()) {
+        if (!all && std::set<std::string>{"CosineDot", "Diamond", "Double", "LineX"}.count(shape.name) == 0)
+            continue;  // each starts the interpreter
+        EXPECT_LT(unlike({tile, *riders::tables::formulaOf(shape.body)},
+                         {tile, riders::shapes::tabulatedSpot(shape, tile)}),
+                  0.005)
+            << shape.name;
+    }
+}
+
+TEST(ScreenTables, OfALargeTileAreThoseOfTheInterpreterButForAFewPixels)
+{
+    const Shape round = *riders::screens::installedShape("Round");
+    const Tile tile = riders::screening::findTile({30, 15}, kSquare);
+    ASSERT_GT(tile.pixels, riders::shapes::kMostComputedPixels);
+    const Thresholds computed(tile, *riders::tables::formulaOf(round.body)),
+        tabulated(tile, riders::shapes::tabulatedSpot(round, tile));
+    // A step of tone here or there, and the jump where dots become holes.
+    EXPECT_LT(unlike(computed, tabulated), 0.1);
+    const std::vector<int> these = thresholdsIn(computed), those = thresholdsIn(tabulated);
+    std::size_t far = 0;
+    for (std::size_t i = 0; i < these.size(); ++i)
+        far += std::abs(these[i] - those[i]) > 2;
+    EXPECT_LT(double(far) / double(these.size()), 0.02);
+}
+
+std::string refusalOf(const std::string &body)
+{
+    try {
+        riders::tables::thresholdsOf({"mine", body, {}}, {60, 45}, kSquare, {.seconds = 1});
+        return "";
+    } catch (const riders::io::Refusal &refusal) {
+        return refusal.what();
+    }
+}
+
+TEST(ScreenTables, OfWhatIsNoDotShapeAreRefused)
+{
+    const std::string not1 = "the dot shape mine cannot be used: ";
+    EXPECT_EQ(refusalOf("pop 0 mul"), "");
+    EXPECT_EQ(refusalOf("pop 2 mul"),
+              not1 + "it gives -2.0 for x = -1.0, y = -1.0, and not a number from -1 to 1");
+    EXPECT_EQ(refusalOf("showpage"),
+              not1 +
+                  "it uses showpage, which has nothing to do with calculating; a dot shape may use nothing else");
+    EXPECT_EQ(refusalOf("pop 0 div"), not1 + "it fails (undefinedresult) for x = -1.0, y = -1.0");
+    EXPECT_EQ(refusalOf("{} loop"), not1 + "it does not end, or takes more than 1 seconds");
+    EXPECT_EQ(refusalOf(""), not1 + "it is empty");
+    // Only at a pixel between those that are tried first.
+    EXPECT_EQ(refusalOf("pop dup 0.0303 sub abs 0.001 lt {pop (no)} if")
+                  .find(not1 + "it leaves what is no number (string"),
+              0U);
+}
+
+}  // namespace
