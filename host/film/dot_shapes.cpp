@@ -5,10 +5,9 @@
 #include <optional>
 
 #include "io/refusal.h"
-#include "film/tabulated_spot.h"
 #include "meter/spots.h"
 #include "screens/shapes.h"
-#include "shapes/try_shapes.h"
+#include "tables/screen_tables.h"
 
 namespace riders::film {
 namespace {
@@ -20,14 +19,6 @@ const meter::NamedSpot *builtIn(const std::string &name)
             if (strcasecmp(spot.name, name.c_str()) == 0)
                 return &spot;
     return nullptr;
-}
-
-screening::SpotFunction tabulated(const DotShape &shape)
-{
-    const shapes::ShapeTrial trial = shapes::tryShapes({{shape.name, shape.body, {}}}).at(0);
-    if (!trial.problem.empty())
-        throw io::Refusal("the dot shape " + shape.name + ": " + trial.problem);
-    return tabulatedSpot(trial.values, shapes::kSide);
 }
 
 }  // namespace
@@ -43,15 +34,12 @@ DotShape dotShapeNamed(const std::string &nameOrFile)
     return {shape->name, shape->body};
 }
 
-screening::SpotFunction DotShapes::spotOf(const DotShape &shape)
+screening::Thresholds thresholdsOf(const DotShape &shape, const screening::Screen &screen,
+                                   const screening::Resolution &resolution)
 {
     if (shape.body.empty())
-        return builtIn(shape.name)->value;
-    const std::lock_guard lock(mutex_);
-    screening::SpotFunction &spot = tabulated_[shape.body];
-    if (!spot)
-        spot = tabulated(shape);
-    return spot;
+        return {findTile(screen, resolution), builtIn(shape.name)->value};
+    return tables::thresholdsOf({shape.name, shape.body, {}}, screen, resolution);
 }
 
 }  // namespace riders::film

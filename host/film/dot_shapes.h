@@ -1,8 +1,6 @@
-// The dot shapes of films: those that are built in, and spot functions run once in the interpreter.
+// The dot shapes of films: those that are built in, and spot functions that the interpreter knows.
 #pragma once
 
-#include <map>
-#include <mutex>
 #include <string>
 
 #include "screening/thresholds.h"
@@ -10,23 +8,15 @@
 namespace riders::film {
 
 struct DotShape {
-    std::string name;  // for people; of a file its path
+    std::string name;  // for people; of a file its name
     std::string body;  // of its spot function; empty for one that is built in
 };
 
 // The shape that `riders make --spot` means by that name or file. Throws Refusal where there is none.
 DotShape dotShapeNamed(const std::string &nameOrFile);
 
-// From any thread.
-class DotShapes {
-public:
-    // A body is run in the interpreter, with limits, once for each. The function returned may be called from any
-    // thread and at any time. Throws Refusal where the body is no dot shape.
-    screening::SpotFunction spotOf(const DotShape &shape);
-
-private:
-    std::mutex mutex_;
-    std::map<std::string, screening::SpotFunction> tabulated_;  // by their bodies
-};
+// From any thread. Throws Refusal where the body is no spot function, and what findTile throws.
+screening::Thresholds thresholdsOf(const DotShape &shape, const screening::Screen &screen,
+                                   const screening::Resolution &resolution);
 
 }  // namespace riders::film

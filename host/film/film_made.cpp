@@ -26,10 +26,9 @@ std::string notAsked(const std::string &is, const std::string &asked)
 
 }  // namespace
 
-double uprightAngle(const proof::MeasuredScreen &onFilm, int rotation)
+double uprightAngle(const proof::MeasuredScreen &onFilm, int rotation, double asked)
 {
-    const double turn = onFilm.lines ? 180 : 90;
-    return std::fmod(onFilm.angle + rotation, turn);
+    return asked + std::remainder(onFilm.angle + rotation - asked, onFilm.lines ? 180 : 90);
 }
 
 std::vector<std::string> warningsOf(const PlateMade &made)

@@ -163,7 +163,7 @@ void PageFilms::finishPlate(Open &open)
                    film.sheet().rows,
                    request.resolution,
                    {}};
-    made.measured.angle = uprightAngle(made.measured, request.rotation);
+    made.measured.angle = uprightAngle(made.measured, request.rotation, plate.dots.angle);
     made.warnings = warningsOf(made);
     if (request.strict && !made.warnings.empty())
         throw io::Refusal(made.warnings.front());

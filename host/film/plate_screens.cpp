@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "io/refusal.h"
 #include "screens/number_text.h"
@@ -45,14 +46,16 @@ std::shared_ptr<const PlateScreening> PlateScreens::make(const PlateDots &dots)
 {
     refuseUnlessPossible(dots.frequency, resolution_);
     // Angles count clockwise on the sheet, the page is turned the other way.
-    const screening::Tile tile = findTile({dots.frequency, dots.angle - rotation_}, resolution_);
+    screening::Thresholds thresholds =
+        thresholdsOf(dots.shape, {dots.frequency, dots.angle - rotation_}, resolution_);
+    const screening::Tile &tile = thresholds.tile();
     const double across = double(tile.rightU) / double(tile.pixels) * resolution_.across,
                  down = double(tile.downU) / double(tile.pixels) * resolution_.down;
     const double angle = std::atan2(down, across) * 180 / std::numbers::pi + rotation_;
     // Of the turns that are the same number of degrees, the one nearest to what was asked for.
     const double nearest = dots.angle + std::remainder(angle - dots.angle, 360);
-    return std::make_shared<const PlateScreening>(PlateScreening{
-        screening::Thresholds(tile, shapes_.spotOf(dots.shape)), std::hypot(across, down), nearest});
+    const double frequency = std::hypot(across, down);
+    return std::make_shared<const PlateScreening>(PlateScreening{std::move(thresholds), frequency, nearest});
 }
 
 }  // namespace riders::film

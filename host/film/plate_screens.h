@@ -41,7 +41,6 @@ private:
 
     const screening::Resolution resolution_;
     const int rotation_;
-    DotShapes shapes_;
     std::mutex mutex_;
     std::map<Key, Entry> made_;
 };

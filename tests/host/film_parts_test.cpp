@@ -10,7 +10,6 @@
 #include "film/progress.h"
 #include "film/resolution_text.h"
 #include "film/riders_shapes.h"
-#include "film/tabulated_spot.h"
 #include "io/refusal.h"
 #include "screens/shapes.h"
 #include "support/toolbox_test.h"
@@ -114,43 +113,22 @@ TEST(FilmDotShape, HasANameInAnyCaseOrIsAFile)
 // Shapes that have a formula here have the dots of the installed file of that name.
 TEST(FilmDotShape, IsTheInstalledOneOfThatName)
 {
-    film::DotShapes shapes;
+    const riders::screening::Screen screen{40, 20};
+    int tried = 0;
     for (const riders::screens::Shape &installed : riders::screens::installedShapes())
         for (const std::string &name : namesOf(installed)) {
             const film::DotShape shape = film::dotShapeNamed(name);
             if (!shape.body.empty())
                 continue;
-            const auto formula = shapes.spotOf(shape), table = shapes.spotOf({name, installed.body});
-            for (int i = 0; i < 300; ++i) {
-                const double x = (i * 37 % 128) / 64.0 - 1, y = (i * 91 % 128) / 64.0 - 1;
-                EXPECT_NEAR(formula(x, y), table(x, y), 1e-4) << name << " at " << x << ", " << y;
-            }
+            const auto formula = film::thresholdsOf(shape, screen, {300, 300}),
+                       body = film::thresholdsOf({name, installed.body}, screen, {300, 300});
+            for (std::int64_t y = 0; y < 40; ++y)
+                for (std::int64_t x = 0; x < 40; ++x)
+                    ASSERT_NEAR(formula.rowOf(y)[formula.placeIn(x, y)], body.rowOf(y)[body.placeIn(x, y)], 1)
+                        << name << " at " << x << ", " << y;
+            ++tried;
         }
-}
-
-TEST(FilmDotShape, ThatFailsIsRefusedByName)
-{
-    film::DotShapes shapes;
-    try {
-        shapes.spotOf({"mine.spot", "add ("});
-        FAIL();
-    } catch (const riders::io::Refusal &refusal) {
-        EXPECT_EQ(refusal.message.substr(0, 24), "the dot shape mine.spot:");
-    }
-}
-
-TEST(TabulatedSpot, IsLinearBetweenItsValuesAndGoesOnInTheNextCell)
-{
-    const auto spot = film::tabulatedSpot({0, 1, 2, 3}, 2);  // at x -1 and 0, y -1 and 0
-    EXPECT_DOUBLE_EQ(spot(-1, -1), 0);
-    EXPECT_DOUBLE_EQ(spot(0, -1), 1);
-    EXPECT_DOUBLE_EQ(spot(-0.5, -1), 0.5);
-    EXPECT_DOUBLE_EQ(spot(0.5, -1), 0.5);
-    EXPECT_DOUBLE_EQ(spot(-1, -0.5), 1);
-    EXPECT_DOUBLE_EQ(spot(1, 1), 0);
-    EXPECT_DOUBLE_EQ(spot(0.5, 0.5), 1.5);
-    EXPECT_DOUBLE_EQ(spot(-3, -5), 0);
-    EXPECT_THROW(film::tabulatedSpot({0, 1, 2}, 2), std::invalid_argument);
+    EXPECT_GE(tried, 12);
 }
 
 TEST(RidersShapes, AreReadWithThePlateThatTheyAreFor)
@@ -201,6 +179,19 @@ TEST(FilmWarnings, AreOfWhatIsNotAsAskedFor)
     made.asked = {60, 15, {"Round", {}}, "you"};
     made.frequency = 59, made.angle = 15;  // what was not measured is known from the table
     EXPECT_EQ(film::warningsOf(made), Names{"59 lines per inch on the film, 60 asked for"});
+}
+
+TEST(FilmMade, AnglesAreOnThePageAndNearTheOneAskedFor)
+{
+    riders::proof::MeasuredScreen dots;
+    dots.angle = 89.99;
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 0), -0.01, 1e-9);
+    dots.angle = 15.2;
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 105.2, 1e-9);
+    EXPECT_NEAR(film::uprightAngle(dots, 90, 15), 15.2, 1e-9);
+    dots.lines = true;
+    EXPECT_NEAR(film::uprightAngle(dots, 90, 105), 105.2, 1e-9);
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 195.2, 1e-9);
 }
 
 TEST(FilmProgress, SaysTheTimeToGoOnceItCanBeKnown)

@@ -95,9 +95,8 @@ protected:
         const riders::plates::TintPlate tones = riders::plates::readTints(folder / separation);
         ASSERT_EQ(read.bits.width, tones.width);
         ASSERT_EQ(read.bits.height, tones.height);
-        riders::film::DotShapes shapes;
-        const screening::Thresholds thresholds(screening::findTile(asked.screen, {read.across, read.down}),
-                                               shapes.spotOf(riders::film::dotShapeNamed(asked.shape)));
+        const screening::Thresholds thresholds = riders::film::thresholdsOf(
+            riders::film::dotShapeNamed(asked.shape), asked.screen, {read.across, read.down});
         int ink = 0;
         for (int y = 0; y < tones.height; ++y)
             for (int x = 0; x < tones.width; ++x) {
@@ -260,6 +259,39 @@ TEST_F(FilmTest, WhatWasMadeBeforeAFailureIsWhole)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "riders film: fails.ps: page 2: the interpreter said: /undefined in undefinedword\n");
     EXPECT_FALSE(fs::exists(folder / "out"));  // the survey has met it
+}
+
+TEST_F(FilmTest, FilmsThatAreMadeStayWhereTheNextCannotBe)
+{
+    writeFile(folder / "two.ps",
+              "%!PS\n<< /PageSize [36 36] >> setpagedevice .5 setgray 4 4 28 28 rectfill showpage\n"
+              "<< /PageSize [144 144] >> setpagedevice .5 setgray 9 9 90 90 rectfill showpage\n");
+    // No file may have more than 1200 KB.
+    const CommandResult result =
+        runProgram({"bash", "-c",
+                    "ulimit -f 1200 && exec " RIDERS_BINARY_DIR "/riders film two.ps --dpi 3600 "
+                    "--compression none -o out"},
+                   "", folder.path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "riders film: page 2, Black: out/two_p02_Black.tif: File too large; the film made before is "
+              "whole\n");
+    EXPECT_EQ(names(folder / "out"), Names{"two_p01_Black.tif"});
+    EXPECT_EQ(readTiff(folder / "out/two_p01_Black.tif").bits.width, 1800);
+}
+
+TEST_F(FilmTest, CtrlCLeavesNothingUnfinished)
+{
+    std::string job = "%!PS\n<< /PageSize [36 36] >> setpagedevice\n";
+    for (int page = 0; page < 40; ++page)
+        job += ".5 setgray 4 4 28 28 rectfill showpage\n";
+    writeFile(folder / "long.ps", job + "{} loop\n");
+    const CommandResult result =
+        runProgram({"bash", "-c",
+                    "timeout -s INT 2 " RIDERS_BINARY_DIR "/riders film long.ps --dpi 300 -o out; echo $?; ls -A"},
+                   "", folder.path());
+    EXPECT_EQ(result.out.substr(0, 4), "124\n");
+    EXPECT_EQ(names(folder.path()), (Names{"job.ps", "long.ps"}));
 }
 
 TEST_F(FilmTest, MarksAreOnAllPlatesInTheSamePlace)
