@@ -47,7 +47,7 @@ std::string inWords(const Fault &fault)
         return word == "syntaxerror" ? "a brace, bracket or parenthesis in it has no partner (syntaxerror)"
                                      : "it cannot be read as PostScript (" + word + ")";
     if (fault.kind == "operator")
-        return "it uses " + word + ", which has nothing to do with calculating; a dot shape may use nothing else";
+        return "it uses " + word + ", which does not calculate; a dot shape may use only operators that do";
     if (fault.kind == "stack")
         return "it leaves " + several(word, "value") + " on the stack, and not one, for " + fault.place;
     if (fault.kind == "type")

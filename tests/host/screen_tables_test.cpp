@@ -100,7 +100,7 @@ TEST(ScreenTables, OfWhatIsNoDotShapeAreRefused)
               not1 + "it gives -2.0 for x = -1.0, y = -1.0, and not a number from -1 to 1");
     EXPECT_EQ(refusalOf("showpage"),
               not1 +
-                  "it uses showpage, which has nothing to do with calculating; a dot shape may use nothing else");
+                  "it uses showpage, which does not calculate; a dot shape may use only operators that do");
     EXPECT_EQ(refusalOf("pop 0 div"), not1 + "it fails (undefinedresult) for x = -1.0, y = -1.0");
     EXPECT_EQ(refusalOf("{} loop"), not1 + "it does not end, or takes more than 1 seconds");
     EXPECT_EQ(refusalOf(""), not1 + "it is empty");

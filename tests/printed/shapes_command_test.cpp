@@ -102,7 +102,7 @@ TEST(ShapesTried, WhatIsWrongIsSaid)
 {
     const std::string corner = " for x = -1.0, y = -1.0";
     const std::string partner = "a brace, bracket or parenthesis in it has no partner (syntaxerror)";
-    const std::string only = ", which has nothing to do with calculating; a dot shape may use nothing else";
+    const std::string only = ", which does not calculate; a dot shape may use only operators that do";
     expectSaid({{"% only words", "it is empty"},
                 {"pop }", partner},
                 {"{pop", partner},
@@ -145,8 +145,8 @@ TEST(ShapesTried, WhatIsWorthKnowingIsNoted)
          {"exch pop", "it is not symmetric: its upper and lower halves differ, so the dots grow to one side"},
          {"mul", "it is not symmetric: its halves are the same only when turned by 180 degrees"},
          {"0.3 mul add 2 div", "it is not symmetric: all its quarters differ"},
-         {"(garbage) print 2 copy = = pop", "it uses =only, which has nothing to do with calculating; a dot "
-                                            "shape may use nothing else"},
+         {"(garbage) print 2 copy = = pop", "it uses =only, which does not calculate; a dot shape may use "
+                                            "only operators that do"},
          {"(RidersShape end) print pop", "it is not symmetric: its left and right halves differ, so the dots "
                                          "grow to one side"}});
 }
