@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "apply/riders_file.h"
+#include "io/hex_string.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
 
@@ -31,18 +32,6 @@ size_t placeIn(const std::string &riders)
     return at + 1;
 }
 
-std::string hexOf(const std::string &name)
-{
-    constexpr const char *kDigits = "0123456789ABCDEF";
-    std::string hex = "<";
-    for (const char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        hex += kDigits[byte >> 4];
-        hex += kDigits[byte & 15];
-    }
-    return hex + ">";
-}
-
 std::string numberOf(double value, const std::string &plate)
 {
     if (!std::isfinite(value))
@@ -65,7 +54,7 @@ void checkName(const std::string &plate)
 std::string entryOf(const PlatePiece &piece)
 {
     checkName(piece.plate);
-    const std::string name = hexOf(piece.plate);
+    const std::string name = io::hexString(piece.plate);
     std::string text;
     if (piece.frequency)
         text += name + " 0 " + numberOf(*piece.frequency, piece.plate) + " riderOnPlate\n";

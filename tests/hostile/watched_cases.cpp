@@ -1,9 +1,9 @@
 #include "hostile/watched_cases.h"
 
 #include <cctype>
-#include <cstdio>
 #include <sstream>
 
+#include "io/hex_string.h"
 #include "support/command.h"
 #include "support/documents.h"
 
@@ -12,17 +12,6 @@ namespace fs = std::filesystem;
 namespace {
 
 const std::string kKept = "precious";
-
-std::string hexString(const std::string &bytes)
-{
-    std::string text = "<";
-    for (const char c : bytes) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
-        text += digits;
-    }
-    return text + ">";
-}
 
 std::string jobOf(const std::vector<WatchedCase> &cases, WatchedScreen screen)
 {
@@ -34,7 +23,7 @@ std::string jobOf(const std::vector<WatchedCase> &cases, WatchedScreen screen)
         const std::string number = std::to_string(i + 1);
         job += number + " hostileBegin\n" + cases[i].riders + "\n" + number + " hostileCheck\n";
         if (cases[i].font && cases[i].text)
-            job += hexString(*cases[i].font) + " " + hexString(*cases[i].text) + " hostileRead\n";
+            job += riders::io::hexString(*cases[i].font) + " " + riders::io::hexString(*cases[i].text) + " hostileRead\n";
         job += "hostilePaint\n";
     }
     return job;

@@ -1,8 +1,9 @@
 #include "plates/rendering/separated_inks.h"
 
-#include <cstdio>
 #include <initializer_list>
 #include <string_view>
+
+#include "io/hex_string.h"
 
 namespace riders::plates {
 
@@ -11,17 +12,6 @@ namespace riders::plates {
 extern const std::string_view kInksBegin, kProcessInks, kSpotAsBlack, kInksEnd;
 
 namespace {
-
-std::string hexString(const std::string &bytes)
-{
-    std::string text = "<";
-    for (const char c : bytes) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
-        text += digits;
-    }
-    return text + ">";
-}
 
 // With an empty line before each.
 std::string joined(std::initializer_list<std::string_view> parts)
@@ -41,7 +31,7 @@ std::string processInksOnly()
 
 std::string spotInkAsBlack(const std::string &ink)
 {
-    const std::string spot = "/spot " + hexString(ink) + " cvn def\n";
+    const std::string spot = "/spot " + io::hexString(ink) + " cvn def\n";
     return joined({kInksBegin}) + spot + joined({kSpotAsBlack, kInksEnd});
 }
 
