@@ -36,6 +36,12 @@ struct TonesAsked {
     std::vector<int> pages = {};  // empty for all
     bool interpreterTone = false;
     riders::plates::InterpreterLimits limits = {};
+    int plainInks = 10;  // for which tiffsep has room if it is not told
+};
+
+struct SurveyedJob {
+    riders::plates::PreparedJob job;
+    riders::plates::Survey survey;
 };
 
 class TonesTest : public ::testing::Test {
@@ -46,6 +52,9 @@ protected:
     // Streams it as surveyed when it was another job.
     std::vector<TonesOfPage> streamed(const std::filesystem::path &job, const std::filesystem::path &surveyed,
                                       const TonesAsked &asked);
+    SurveyedJob surveyed(const std::filesystem::path &job, const TonesAsked &asked = {});
+    riders::plates::TonesRun runOf(const riders::plates::PreparedJob &job, const riders::plates::Survey &survey,
+                                   const TonesAsked &asked) const;
     // What tiffsep makes of it, all pages.
     std::vector<TonesOfPage> plain(const std::filesystem::path &job, const TonesAsked &asked = {});
     // Expects pages, plates and tones to be alike.
@@ -53,6 +62,7 @@ protected:
 
     TemporaryFolder folder;
     std::string refused;
+    const std::filesystem::path work = folder / "work";
 };
 
 void expectAlike(const std::vector<TonesOfPage> &streamed, const std::vector<TonesOfPage> &plain);

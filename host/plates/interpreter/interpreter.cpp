@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <algorithm>
 #include <random>
 #include <sstream>
 
@@ -12,20 +13,36 @@
 namespace riders::plates {
 
 // prolog.ps runs before the job. Its Install removes Ghostscript's lightening of tints
-// each time the page device is set; its EndPage writes the screens and the size of each
-// page, the screens using the operators as the job and the riders file have left them, in
-// lines that InterpreterWords reads.
+// each time the page device is set; its EndPage writes the screens of each page, using
+// the operators as the job and the riders file have left them, in lines that
+// InterpreterWords reads.
 extern const std::string_view kProlog;
 
 namespace {
 
 constexpr const char *kPrologName = "prolog.ps";
+constexpr double kLeastLightened = 150, kLeastUnchanged = 800;  // dpi
 
 std::string number(double value)
 {
     std::ostringstream text;
     text << value;
     return text.str();
+}
+
+// A page is rendered in bands, and where they meet, a thin line can come out a pixel otherwise. The bands are made
+// as high as those of tiffsep, whose memory is for fourteen plates where it is not told otherwise.
+std::vector<std::string> toneOptions(int spotInks)
+{
+    constexpr int kPlainPlates = 14, kPlainBand = 4'000'000, kPlainPage = 10'000'000;  // bytes
+    const int plates = spotInks + 4;
+    std::vector<std::string> options = {"-sDEVICE=psdcmyk", "-sOutputFile=%d.psd",
+                                        "-dMaxSpots=" + std::to_string(spotInks)};
+    if (plates < kPlainPlates) {
+        options.push_back("-dBufferSpace=" + std::to_string(kPlainBand / kPlainPlates * plates));
+        options.push_back("-dMaxBitmap=" + std::to_string(kPlainPage / kPlainPlates * plates));
+    }
+    return options;
 }
 
 std::vector<std::string> deviceOptions(const InterpreterRun &run)
@@ -39,10 +56,8 @@ std::vector<std::string> deviceOptions(const InterpreterRun &run)
                 "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
-    case PlateDevice::processTones:
-        return {"-sDEVICE=bitcmyk", "-dGrayValues=256", "-sOutputFile=%d.cmyk"};
     case PlateDevice::allTones:
-        return {"-sDEVICE=psdcmyk", "-sOutputFile=%d.psd", "-dMaxSpots=" + std::to_string(run.spotInks)};
+        return toneOptions(run.spotInks);
     case PlateDevice::allPlates:
         break;
     }
@@ -76,7 +91,6 @@ std::string linesWith(const std::string &word)
     text += "userdict /RidersScreen" + opening + "Screen ) put ";
     text += "userdict /RidersShape" + opening + "Shape) put ";
     text += "userdict /RidersPlate" + opening + "Plate ) put ";
-    text += "userdict /RidersSize" + opening + "Size ) put ";
     text += "userdict /RidersPage" + opening + "Page) put";
     return text;
 }
@@ -85,7 +99,8 @@ std::string linesWith(const std::string &word)
 std::string wishes(const InterpreterRun &run)
 {
     std::string text;
-    if (run.interpreterTone)
+    if (const double least = run.dpiDown > 0 ? std::min(run.dpi, run.dpiDown) : run.dpi;
+        run.interpreterTone && least >= kLeastLightened && least < kLeastUnchanged)
         text += " userdict /RidersInterpreterTone true put";
     if (run.rotation != 0)
         text += " userdict /RidersQuarterTurns " + std::to_string(run.rotation / 90) + " put";
@@ -190,7 +205,7 @@ InterpreterReport interpret(const InterpreterRun &run)
             throw io::Refusal(run.job.name.string() + ": has more than " + std::to_string(run.limits.pages) +
                               " pages");
         if (pageEnded)
-            run.pageEnded(words.pageSize());
+            run.pageEnded();
         return pageEnded;
     };
     const std::vector<std::string> command = commandOf(run, word);

@@ -17,9 +17,8 @@ enum class PlateDevice {
     tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, spot inks too
     processPlates,  // the four process plates, screened, in one file: "1.pcx"
     allPlates,      // those four and the spot inks, "1(Cyan).tif"; ten times slower
-    processTones,   // the four process plates in 256 steps, without a header: a byte a plate for each pixel, rows
-                   // from the top down, "1.cmyk"
-    allTones  // those four and the spot inks in 256 steps, in a Photoshop file: "1.psd"
+    allTones  // those four and the spot inks in 256 steps, in a Photoshop file: "1.psd"; bit for bit as tiffsep
+              // has them, in a fifth of the time
 };
 
 struct InterpreterRun {
@@ -30,17 +29,16 @@ struct InterpreterRun {
     std::filesystem::path folder;  // empty; page files are numbered from 1 in the order of `pages`
     InterpreterLimits limits;
     std::string ahead = {};  // PostScript to run before the job
-    // Called whenever the job ends a page, asked for or not, before the page is written; its size in pixels is 0
-    // where it is not known. A job that replaces the procedure for the end of a page is not noticed.
-    std::function<void(PixelSize)> pageEnded = [](PixelSize) {};
+    // Called whenever the job ends a page, asked for or not.
+    std::function<void()> pageEnded = [] {};
     double dpiDown = 0;            // where it is not `dpi`, which then is the one across
     int rotation = 0;              // 0, 90, 180 or 270 degrees, anticlockwise
-    bool interpreterTone = false;  // see interpret
+    bool interpreterTone = false;  // lighten tints as Ghostscript does of itself on devices that screen
     int spotInks = kMostSpotInks;  // for which allTones has room: with more than there are it is slower
     io::Beside *beside = nullptr;  // reads what the device writes, while it writes
 };
 
-// Runs the job with file protection and, unless interpreterTone says otherwise, without the transfer function that
+// Runs the job with file protection and, where not asked for, without the transfer function that
 // Ghostscript lightens tints with below 800 dpi. Each page comes once, however many copies the job asks for.
 // Throws Refusal when the interpreter fails or takes too much time or memory, naming the page and what it said.
 InterpreterReport interpret(const InterpreterRun &run);

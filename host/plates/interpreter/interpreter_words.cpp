@@ -15,7 +15,6 @@ constexpr std::string_view kPage = "Page";
 constexpr std::string_view kScreen = "Screen ";
 constexpr std::string_view kShape = "Shape ";
 constexpr std::string_view kPlate = "Plate ";
-constexpr std::string_view kSize = "Size ";
 constexpr std::string_view kTooManyInks = "**** Max spot colorants reached.";
 constexpr std::string_view kInkLine = "%%SeparationName: ";
 
@@ -54,8 +53,6 @@ bool InterpreterWords::takeProof(std::string_view line)
         takeShape(std::string(line.substr(kShape.size())));
     else if (line.starts_with(kPlate))
         takePlate(std::string(line.substr(kPlate.size())));
-    else if (line.starts_with(kSize))
-        takeSize(std::string(line.substr(kSize.size())));
     return false;
 }
 
@@ -81,7 +78,6 @@ bool InterpreterWords::endPage()
     else
         report_.atStart = std::move(screens_);
     screens_ = {};
-    ended_ = std::exchange(size_, {});
     return std::exchange(started_, true);
 }
 
@@ -115,14 +111,6 @@ void InterpreterWords::takePlate(const std::string &plate)
 {
     if (hasRoom(screens_, "Default"))
         screens_["Default"].pagePlate = plate;
-}
-
-void InterpreterWords::takeSize(const std::string &text)
-{
-    std::istringstream words(text);
-    PixelSize size;
-    if (words >> size.columns >> size.rows && size.columns > 0 && size.rows > 0)
-        size_ = size;
 }
 
 // "NAME CMYK = [ 32760 26208 0 0 ]"

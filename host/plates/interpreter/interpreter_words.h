@@ -18,11 +18,6 @@ struct AskedScreen {
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
 
-// 0 where it is not known.
-struct PixelSize {
-    int columns = 0, rows = 0;
-};
-
 struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
     std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: for
@@ -42,8 +37,6 @@ public:
 
     // True when a page has ended.
     bool take(std::string_view line);
-    // Of the page that has ended last.
-    PixelSize pageSize() const { return ended_; }
 
     const InterpreterReport &report() const { return report_; }
     // Why the interpreter failed, in its words; when it lacked memory, also how
@@ -56,14 +49,12 @@ private:
     void takeScreen(const std::string &text);
     void takeShape(const std::string &text);
     void takePlate(const std::string &plate);
-    void takeSize(const std::string &text);
     bool takeInk(const std::string &text);
 
     const std::string opening_;
     InterpreterReport report_;
     AskedScreens screens_;
     std::string firstError_;
-    PixelSize size_, ended_;
     bool started_ = false;
 };
 

@@ -195,7 +195,7 @@ Survey surveyJob(const SurveyRun &run, io::Workers &workers)
                                .pages = run.pages,
                                .folder = folder,
                                .limits = run.limits,
-                               .pageEnded = [&](PixelSize) {
+                               .pageEnded = [&] {
                                    run.pageEnded();
                                    queue.handOver(false);
                                }});

@@ -1,4 +1,4 @@
-// The beginning of the Photoshop file in which the interpreter writes plates with spot inks.
+// The beginning of the Photoshop file in which the interpreter writes the plates of a page.
 #pragma once
 
 #include <cstdint>

@@ -7,11 +7,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "io/refusal.h"
 #include "plates/files/plate.h"
 #include "plates/files/plate_files.h"
-#include "plates/tones/deal_row.h"
 
 namespace fs = std::filesystem;
 
@@ -58,6 +58,19 @@ bool readAt(const io::OpenFile &file, void *to, std::uint64_t count, std::uint64
     return true;
 }
 
+// What is 255 for no ink and 0 for all becomes the opposite.
+void invert(std::uint8_t *tones, std::uint64_t count)
+{
+    std::uint64_t i = 0;
+    for (std::uint64_t eight; i + sizeof eight <= count; i += sizeof eight) {
+        std::memcpy(&eight, tones + i, sizeof eight);
+        eight = ~eight;
+        std::memcpy(tones + i, &eight, sizeof eight);
+    }
+    for (; i < count; ++i)
+        tones[i] = static_cast<std::uint8_t>(~tones[i]);
+}
+
 }  // namespace
 
 InkFiles::InkFiles(fs::path folder, std::vector<int> numbers, TonePages &pages)
@@ -100,7 +113,7 @@ bool InkFiles::begin()
         refusePicture(file_.name());
     if (!head)
         return false;
-    pages_.begin(numbers_[page_], {head->columns, head->rows}, head->inks);
+    pages_.begin(numbers_[page_], *head);
     head_ = *head;
     row_ = there_ = 0;
     return begun_ = true;
@@ -131,7 +144,7 @@ void InkFiles::readRows(std::size_t plate, std::uint64_t count)
     std::uint8_t *to = bytes_.data() + plate * count * columns;
     if (!readAt(file_, to, count * columns, from))
         refusePicture(file_.name());
-    invertTones(to, count * columns);
+    invert(to, count * columns);
 }
 
 void InkFiles::takeRows(std::uint64_t count)

@@ -1,4 +1,4 @@
-// The plates of pages with spot inks, read while the interpreter writes them.
+// The files in which the interpreter writes the plates of pages, read while it writes them.
 #pragma once
 
 #include <filesystem>

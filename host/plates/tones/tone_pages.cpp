@@ -72,19 +72,17 @@ void TonePages::arrange(const SurveyedPage &surveyed, TonePage &page, const std:
         }
 }
 
-void TonePages::begin(int number, PixelSize size, const std::vector<std::string> &inks)
+void TonePages::begin(int number, const InkFileHead &head)
 {
     TonePage page;
     page.number = number;
-    page.columns = static_cast<std::size_t>(size.columns);
-    page.rows = static_cast<std::size_t>(size.rows);
-    page.width = size.columns / run_.dpiAcross;
-    page.height = size.rows / run_.dpiDown;
+    page.columns = static_cast<std::size_t>(head.columns);
+    page.rows = static_cast<std::size_t>(head.rows);
+    page.width = head.columns / run_.dpiAcross;
+    page.height = head.rows / run_.dpiDown;
     const SurveyedPage &surveyed = this->surveyed(number);
-    if (size.columns > kLongestPlateSide || size.rows > kLongestPlateSide)
-        refuse(number, "is too large at this resolution");
     checkSize(surveyed, page);
-    arrange(surveyed, page, inks);
+    arrange(surveyed, page, head.inks);
     if (const auto boxes = boxes_.find(number); boxes != boxes_.end()) {
         page.trim = boxes->second.trim;
         page.bleed = boxes->second.bleed;

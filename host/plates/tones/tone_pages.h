@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "plates/tones/ink_file_head.h"
 #include "plates/tones/page_boxes.h"
 #include "plates/tones/tones.h"
 
@@ -16,13 +17,13 @@ public:
 
     // A page of that many pixels: its plates are the process plates and then one for each of the inks, by the
     // bytes of their names. Throws Refusal where the survey has found other inks or another size.
-    void begin(int number, PixelSize size, const std::vector<std::string> &inks);
+    void begin(int number, const InkFileHead &head);
     // The next row, in the same order of plates.
     void row(const std::vector<const std::uint8_t *> &tones);
     // After the last row.
     void end();
 
-    // The page that begins next, is not whole yet or has begun last; 0 where all are whole.
+    // The first page that is not whole yet; 0 where all are.
     int next() const { return ended_ < run_.pages.size() ? run_.pages[ended_] : 0; }
     // Throws a Refusal that names the page.
     [[noreturn]] void refuse(int number, const std::string &text) const;
