@@ -122,7 +122,7 @@ TEST(FilmSheet, HasCropMarksWhereTheTrimIs)
     for (const screening::Resolution &resolution : kResolutions) {
         plates::TonePage page = pageOf(120, 90, resolution);
         page.trim = {.left = 30, .bottom = 20, .right = 80, .top = 70};
-        page.bleed = {.left = 21, .bottom = 11, .right = 89, .top = 79};
+        page.bleed = {.left = 21, .bottom = 16, .right = 84, .top = 79};  // 9 points on two sides, 4 on the others
         const film::Sheet sheet(page, resolution, {.cropMarks = true, .sheet = {}});
         const std::vector<PixelBox> marks = film_tests::shapes(drawn(sheet, film::PlateMarks(sheet, {})));
         ASSERT_EQ(marks.size(), 8u);

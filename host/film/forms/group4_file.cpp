@@ -1,20 +1,79 @@
 #include "film/forms/group4_file.h"
 
-#include <tiffio.h>
+#include <fcntl.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <filesystem>
+
+#include "film/forms/group4.h"
+#include "io/bytes.h"
 #include "io/refusal.h"
+
+namespace fs = std::filesystem;
 
 namespace riders::film {
 
-Group4Bytes group4Bytes(const std::filesystem::path &file)
+namespace {
+
+constexpr std::size_t kPiece = std::size_t(1) << 18;
+
+io::OpenFile newFile(const fs::path &file)
 {
-    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(TIFFOpen(file.c_str(), "r"), TIFFClose);
-    const std::uint64_t *offsets = nullptr, *counts = nullptr;
-    if (!tiff || TIFFNumberOfStrips(tiff.get()) != 1 ||
-        !TIFFGetField(tiff.get(), TIFFTAG_STRIPOFFSETS, &offsets) ||
-        !TIFFGetField(tiff.get(), TIFFTAG_STRIPBYTECOUNTS, &counts))
-        throw io::Refusal(file.string() + ": cannot be read again");
-    return {offsets[0], counts[0]};
+    const int descriptor = open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
+    if (descriptor < 0)
+        io::refuseErrno(file, errno);
+    return {descriptor, file};
+}
+
+class Group4File : public PlateWriter {
+public:
+    explicit Group4File(const PlateSheet &sheet)
+        : path_(sheet.file), file_(newFile(path_)), encoder_(sheet.columns)
+    {
+    }
+
+    Group4File(const Group4File &) = delete;
+    Group4File &operator=(const Group4File &) = delete;
+    ~Group4File() override
+    {
+        if (!whole_)
+            unlink(path_.c_str());
+    }
+
+    void row(const std::uint8_t *bits) override
+    {
+        encoder_.row(bits);
+        if (encoder_.bytes().size() >= kPiece)
+            write();
+    }
+
+    void end() override
+    {
+        encoder_.end();
+        write();
+        file_.close();
+        whole_ = true;
+    }
+
+private:
+    void write()
+    {
+        io::writeAll(file_, encoder_.bytes());
+        encoder_.taken();
+    }
+
+    const fs::path path_;
+    io::OpenFile file_;
+    Group4Encoder encoder_;
+    bool whole_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<PlateWriter> group4File(const PlateSheet &sheet)
+{
+    return std::make_unique<Group4File>(sheet);
 }
 
 }  // namespace riders::film

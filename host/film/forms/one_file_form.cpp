@@ -17,6 +17,8 @@ public:
     {
     }
 
+    Spooled(const Spooled &) = delete;
+    Spooled &operator=(const Spooled &) = delete;
     ~Spooled() override
     {
         if (!writer_)
@@ -44,7 +46,7 @@ private:
     std::unique_ptr<PlateWriter> writer_;
 };
 
-OneFileForm::OneFileForm(const fs::path &file, const fs::path &work) : work_(work), output_(file)
+OneFileForm::OneFileForm(const fs::path &file, fs::path work) : work_(std::move(work)), output_(file)
 {
 }
 

@@ -3,7 +3,8 @@
 #include <cmath>
 
 #include "film/forms/pdf_text.h"
-#include "film/forms/read_range.h"
+#include "film/forms/group4_file.h"
+#include "film/forms/read_file.h"
 #include "io/decimal.h"
 #include "io/refusal.h"
 
@@ -57,7 +58,7 @@ std::unique_ptr<PlateWriter> PdfForm::spool(const PlateSheet &sheet)
 {
     pointsFor(sheet.columns, sheet.resolution.across);
     pointsFor(sheet.rows, sheet.resolution.down);
-    return files_.plate(sheet);
+    return group4File(sheet);
 }
 
 void PdfForm::add(const PlateSheet &sheet)
@@ -126,7 +127,6 @@ void PdfForm::addObject(int number, std::string_view content)
 
 void PdfForm::addImage(const Plate &plate)
 {
-    const Group4Bytes bytes = group4Bytes(plate.sheet.file);
     const std::string columns = std::to_string(plate.sheet.columns), rows = std::to_string(plate.sheet.rows);
     beginObject(plate.image);
     write(streamObject(
@@ -134,8 +134,8 @@ void PdfForm::addImage(const Plate &plate)
             " /BitsPerComponent 1 /ColorSpace /DeviceGray /Filter /CCITTFaxDecode /DecodeParms << /K -1 "
             "/Columns " +
             columns + " /Rows " + rows + " >> ",
-        bytes.count));
-    readRange(plate.sheet.file, bytes.offset, bytes.count, [this](std::string_view piece) { write(piece); });
+        fs::file_size(plate.sheet.file)));
+    readFrom(plate.sheet.file, 0, [this](std::string_view piece) { write(piece); });
     write("\nendstream\nendobj\n");
 }
 

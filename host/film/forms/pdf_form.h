@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "film/forms/group4_file.h"
 #include "film/forms/one_file_form.h"
 
 namespace riders::film {
@@ -40,7 +39,6 @@ private:
     void addBookmark(std::size_t index);
     void addTable();
 
-    Group4Files files_;
     std::vector<Plate> plates_;
     std::vector<std::uint64_t> offsets_;  // of the objects, from number 1; 0 for those that are not yet written
     std::uint64_t written_ = 0;

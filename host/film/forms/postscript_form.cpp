@@ -4,7 +4,8 @@
 #include <cmath>
 
 #include "film/forms/ascii85.h"
-#include "film/forms/read_range.h"
+#include "film/forms/group4_file.h"
+#include "film/forms/read_file.h"
 #include "io/decimal.h"
 
 namespace fs = std::filesystem;
@@ -67,7 +68,7 @@ PostscriptForm::PostscriptForm(const fs::path &file, const fs::path &work) : One
 
 std::unique_ptr<PlateWriter> PostscriptForm::spool(const PlateSheet &sheet)
 {
-    return files_.plate(sheet);
+    return group4File(sheet);
 }
 
 void PostscriptForm::add(const PlateSheet &sheet)
@@ -79,9 +80,8 @@ void PostscriptForm::add(const PlateSheet &sheet)
     if (pages_++ == 0)
         write(header(sheet));
     write(pageHead(sheet, pages_, width, height));
-    const Group4Bytes bytes = group4Bytes(sheet.file);
     Ascii85 data([this](std::string_view text) { write(text); });
-    readRange(sheet.file, bytes.offset, bytes.count, [&](std::string_view piece) { data.add(piece); });
+    readFrom(sheet.file, 0, [&](std::string_view piece) { data.add(piece); });
     data.end();
     write("showpage\n");
 }

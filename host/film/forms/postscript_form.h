@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "film/forms/group4_file.h"
 #include "film/forms/one_file_form.h"
 
 namespace riders::film {
@@ -23,7 +22,6 @@ private:
 
     void write(std::string_view text);
 
-    Group4Files files_;
     int pages_ = 0;
     double width_ = 0, height_ = 0;  // of the largest page, in points
 };

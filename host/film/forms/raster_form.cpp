@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "film/forms/read_range.h"
+#include "film/forms/read_file.h"
 #include "io/refusal.h"
 #include "io/shared_library.h"
 
@@ -129,8 +129,7 @@ void RasterForm::add(const PlateSheet &sheet)
 {
     const std::uint64_t skipped = begun_ ? kSyncBytes : 0;
     begun_ = true;
-    readRange(sheet.file, skipped, fs::file_size(sheet.file) - skipped,
-              [this](std::string_view piece) { io::writeAll(out(), piece); });
+    readFrom(sheet.file, skipped, [this](std::string_view piece) { io::writeAll(out(), piece); });
 }
 
 }  // namespace riders::film

@@ -6,8 +6,10 @@
 #include <tiffio.h>
 #include <unistd.h>
 
+#include <optional>
 #include <string_view>
 
+#include "film/forms/group4.h"
 #include "io/output.h"
 #include "io/refusal.h"
 
@@ -17,7 +19,7 @@ namespace riders::film {
 namespace {
 
 constexpr const char *kSoftware = "riders";
-constexpr tmsize_t kBuffer = 1 << 20;               // of compressed bytes
+constexpr std::size_t kBuffer = 1 << 20;            // of compressed bytes
 constexpr std::uint64_t kMostClassic = 4000000000;  // bytes in a file whose offsets have 32 bits
 
 // What libtiff writes, into an open file. It only says that something failed; why is kept here.
@@ -84,13 +86,21 @@ public:
         describe(sheet);
         TIFFSetField(tiff_.get(), TIFFTAG_COMPRESSION,
                      compression == Compression::group4 ? COMPRESSION_CCITTFAX4 : COMPRESSION_NONE);
+        if (compression == Compression::group4)
+            encoder_.emplace(sheet.columns);
         // Left to itself, libtiff takes as much memory as a whole plate.
-        if (!TIFFWriteBufferSetup(tiff_.get(), nullptr, kBuffer))
+        else if (!TIFFWriteBufferSetup(tiff_.get(), nullptr, kBuffer))
             refuse();
     }
 
     void row(const std::uint8_t *bits) override
     {
+        if (encoder_) {
+            encoder_->row(bits);
+            if (encoder_->bytes().size() >= kBuffer)
+                writeCompressed();
+            return;
+        }
         // libtiff does not change what it is to write, but says that it might.
         if (TIFFWriteScanline(tiff_.get(), const_cast<std::uint8_t *>(bits), y_++) < 0)
             refuse();
@@ -98,6 +108,10 @@ public:
 
     void end() override
     {
+        if (encoder_) {
+            encoder_->end();
+            writeCompressed();
+        }
         if (!TIFFFlush(tiff_.get()) || target_.error != 0)
             refuse();
         tiff_.reset();
@@ -112,6 +126,16 @@ private:
         const std::uint64_t bytes = static_cast<std::uint64_t>((sheet.columns + 7) / 8) * sheet.rows;
         // What is compressed may grow, too, but never by that much.
         return bytes > (compression == Compression::none ? kMostClassic : kMostClassic / 4) ? "w8" : "w";
+    }
+
+    // libtiff adds to the strip what is written to it once more.
+    void writeCompressed()
+    {
+        const std::string_view bytes = encoder_->bytes();
+        if (TIFFWriteRawStrip(tiff_.get(), 0, const_cast<char *>(bytes.data()),
+                              static_cast<tmsize_t>(bytes.size())) < 0)
+            refuse();
+        encoder_->taken();
     }
 
     void describe(const PlateSheet &sheet)
@@ -147,6 +171,7 @@ private:
     io::Output output_;
     TiffTarget target_;
     std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff_;
+    std::optional<Group4Encoder> encoder_;
     std::uint32_t y_ = 0;
 };
 
