@@ -233,7 +233,7 @@ TEST_F(FilmTest, AUsersSpotFunctionIsRunInTheInterpreter)
 
 TEST_F(FilmTest, WhatIsNotOursIsNotReplaced)
 {
-    const Names options = {"--dpi", "100", "--frequency", "10", "-o", "out", "--pages", "2"};
+    const Names options = {"--dpi", "100", "--frequency", "10", "-o", "out", "--pages", "2", "--quiet"};
     EXPECT_EQ(film(options).status, 0);
     EXPECT_EQ(film(options).status, 0);  // our own are
     writeFile(folder / "out/job_p02_Black.tif", "somebody's");

@@ -26,6 +26,7 @@ constexpr double kLeastLightened = 150, kLeastUnchanged = 800;  // dpi
 std::string number(double value)
 {
     std::ostringstream text;
+    text.exceptions(std::ios::badbit);
     text << value;
     return text.str();
 }
@@ -78,6 +79,7 @@ std::string secretWord()
 {
     std::random_device random;
     std::ostringstream word;
+    word.exceptions(std::ios::badbit);
     for (int i = 0; i < 4; ++i)
         word << std::hex << random();
     return word.str();
