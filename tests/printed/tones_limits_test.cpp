@@ -114,7 +114,7 @@ TEST_F(TonesLimitsTest, AReaderMayBeSlowButNotTheInterpreter)
     asked.limits.secondsAPage = 2;
     writeFile(folder / "job.ps", smallJob({kGood}));
     riders::io::Interruption interruption;
-    const SurveyedJob made = surveyed(folder / "job.ps", asked);
+    const SurveyedJob &made = surveyed(folder / "job.ps", asked);
     SlowReader reader;
     plates::streamTones(runOf(made.job, made.survey, asked), reader);
     EXPECT_EQ(reader.pages.size(), 1u);

@@ -45,13 +45,23 @@ std::vector<TonesOfPage> TonesTest::streamed(const fs::path &job, const TonesAsk
     return streamed(job, job, asked);
 }
 
-SurveyedJob TonesTest::surveyed(const fs::path &job, const TonesAsked &asked)
+const SurveyedJob &TonesTest::surveyed(const fs::path &job, const TonesAsked &asked)
 {
     fs::create_directories(work / "tones");
-    SurveyedJob made{plates::prepareJob(job, {}, work), {}};
+    const auto [found, isNew] = surveyed_.try_emplace({contentsOf(job), asked.pages});
+    SurveyedJob &made = found->second;
+    if (!isNew)
+        return made;
+    made.job = plates::prepareJob(job, {}, work);
     riders::io::Workers workers(2);
-    made.survey = plates::surveyJob(
-        {made.job, asked.pages, asked.limits, work, [] {}, [](const plates::PageInTints &) {}}, workers);
+    made.survey = plates::surveyJob({.job = made.job,
+                                     .pages = asked.pages,
+                                     .limits = asked.limits,
+                                     .work = work,
+                                     .pageEnded = [] {},
+                                     .pageSeen = [](const plates::PageInTints &) {},
+                                     .mostSpotInks = plates::kMostSurveyedInks},
+                                    workers);
     return made;
 }
 
@@ -71,7 +81,7 @@ std::vector<TonesOfPage> TonesTest::streamed(const fs::path &job, const fs::path
     refused.clear();
     try {
         riders::io::Interruption interruption;
-        const SurveyedJob made = surveyed(other, asked);
+        const SurveyedJob &made = surveyed(other, asked);
         const plates::PreparedJob run = plates::prepareJob(job, {}, work);
         plates::streamTones(runOf(run, made.survey, asked), reader);
     } catch (const riders::io::Refusal &refusal) {

@@ -52,7 +52,8 @@ protected:
     // Streams it as surveyed when it was another job.
     std::vector<TonesOfPage> streamed(const std::filesystem::path &job, const std::filesystem::path &surveyed,
                                       const TonesAsked &asked);
-    SurveyedJob surveyed(const std::filesystem::path &job, const TonesAsked &asked = {});
+    // Surveys each job once, as long as its bytes and the pages asked for are the same.
+    const SurveyedJob &surveyed(const std::filesystem::path &job, const TonesAsked &asked = {});
     riders::plates::TonesRun runOf(const riders::plates::PreparedJob &job, const riders::plates::Survey &survey,
                                    const TonesAsked &asked) const;
     // What tiffsep makes of it, all pages.
@@ -63,6 +64,9 @@ protected:
     TemporaryFolder folder;
     std::string refused;
     const std::filesystem::path work = folder / "work";
+
+private:
+    std::map<std::pair<std::string, std::vector<int>>, SurveyedJob> surveyed_;
 };
 
 void expectAlike(const std::vector<TonesOfPage> &streamed, const std::vector<TonesOfPage> &plain);

@@ -163,9 +163,9 @@ std::string spotInksInWords(const SurveyedPage &page, size_t inksKnown)
 // With more, the plates would be wrong.
 void refuseTooManyInks(const SurveyRun &run, const Survey &survey)
 {
-    const std::string name = run.job.name.string() + ": ", most = std::to_string(kMostSpotInks);
+    const std::string name = run.job.name.string() + ": ", most = std::to_string(run.mostSpotInks);
     for (const SurveyedPage &page : survey.pages)
-        if (page.plates.size() > std::size(kProcessPlates) + kMostSpotInks)
+        if (page.plates.size() > std::size(kProcessPlates) + static_cast<size_t>(run.mostSpotInks))
             throw io::Refusal(name + "page " + std::to_string(page.number) + ": has " +
                               spotInksInWords(page, survey.inksKnown()) + "; plates can be made of " + most);
     if (survey.report.inksMixed)

@@ -49,9 +49,10 @@ struct SurveyRun {
     std::function<void()> pageEnded;
     // Called for each page asked for, by the workers: several at a time and in any order.
     std::function<void(const PageInTints &)> pageSeen;
+    int mostSpotInks = kMostSpotInks;  // on a page; kMostSurveyedInks where the plates are made in continuous tone
 };
 
-// Throws Refusal when the job fails, paints no page, lacks a page asked for or has more than kMostSpotInks
+// Throws Refusal when the job fails, paints no page, lacks a page asked for or has more than mostSpotInks
 // on one, and what `pageSeen` throws.
 Survey surveyJob(const SurveyRun &run, io::Workers &workers);
 

@@ -19,7 +19,7 @@ namespace riders::plates {
 namespace {
 
 constexpr long kBetweenLooks = 4'000'000;            // nanoseconds
-constexpr std::size_t kLongestHead = 16 << 20;       // bytes
+constexpr std::size_t kLongestHead = 1 << 20;        // bytes
 constexpr std::uint64_t kAtOnce = 4 << 20;           // bytes read
 constexpr std::uint64_t kMostUnread = 256ULL << 20;  // before the interpreter has to wait
 constexpr std::uint64_t kBlock = 4096;

@@ -1,3 +1,4 @@
+// The run of the interpreter that streams the pages; see tones.h.
 #include "plates/tones/tones.h"
 
 #include "plates/tones/ink_files.h"
