@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <deque>
 #include <thread>
 
 #include "film/film_place.h"
@@ -89,26 +90,33 @@ private:
     // What cannot be made is said before anything is.
     void prepare(const std::vector<FilmPage> &pages)
     {
-        int plates = 0;
-        for (const FilmPage &page : pages)
-            for (const PagePlate &plate : page.plates) {
-                if (!plate.ink && !request_.blank)
-                    continue;
-                ++plates;
-                if (!request_.force && !isOneFile(request_.format))
-                    refuseForeign(plate.file);
-                workers_.add([this, &page, &plate] { prepareScreen(page, plate); });
-            }
-        progress_.expect(static_cast<int>(pages.size()), plates);
+        const auto eachFilm = [&](const auto &take) {
+            for (const FilmPage &page : pages)
+                for (const PagePlate &plate : page.plates)
+                    if (plate.ink || request_.blank)
+                        take(page, plate);
+        };
+        if (!request_.force && !isOneFile(request_.format))
+            eachFilm([](const FilmPage &, const PagePlate &plate) { refuseForeign(plate.file); });
+        std::deque<std::string> problems;  // of the plates, in their order
+        eachFilm([&](const FilmPage &page, const PagePlate &plate) {
+            std::string &problem = problems.emplace_back();
+            workers_.add([this, &problem, &page, &plate] { problem = problemWith(page, plate); });
+        });
+        progress_.expect(static_cast<int>(pages.size()), static_cast<int>(problems.size()));
         workers_.finish();
+        for (const std::string &problem : problems)
+            if (!problem.empty())
+                throw io::Refusal(problem);
     }
 
-    void prepareScreen(const FilmPage &page, const PagePlate &plate)
+    std::string problemWith(const FilmPage &page, const PagePlate &plate)
     {
         try {
             screens_.of(plate.dots);
+            return {};
         } catch (const io::Refusal &refusal) {
-            throw io::Refusal("page " + std::to_string(page.number) + ", " + plate.name + ": " + refusal.message);
+            return "page " + std::to_string(page.number) + ", " + plate.name + ": " + refusal.message;
         }
     }
 

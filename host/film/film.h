@@ -4,19 +4,10 @@
 // own.
 #pragma once
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "film/film_made.h"
 #include "film/request.h"
 
 namespace riders::film {
-
-struct FilmsMade {
-    std::vector<PlateMade> films;
-    std::vector<BlankPlate> blank;  // plates without ink, of which no film was made
-};
 
 // Makes the films page by page; `made` is filled while they are made, so that it holds what was done if this
 // throws. What is in it is whole and in place. Throws Refusal, Interrupted, and what file systems throw; a

@@ -28,6 +28,11 @@ struct BlankPlate {
     std::string plate;
 };
 
+struct FilmsMade {
+    std::vector<PlateMade> films;
+    std::vector<BlankPlate> blank;  // plates without ink, of which no film was made
+};
+
 // The angle on the upright page of a page that lies on the film turned anticlockwise by so many degrees: of those
 // that look the same, the one nearest to the angle asked for.
 double uprightAngle(const proof::MeasuredScreen &onFilm, int rotation, double asked);

@@ -7,10 +7,11 @@
 #include <optional>
 #include <vector>
 
-#include "film/film.h"
+#include "film/film_made.h"
 #include "film/page_plates.h"
 #include "film/plate_film.h"
 #include "film/progress.h"
+#include "film/request.h"
 #include "film/tone_band.h"
 #include "io/workers.h"
 #include "plates/tones/tones.h"

@@ -191,7 +191,7 @@ TEST(FilmMade, AnglesAreOnThePageAndNearTheOneAskedFor)
     EXPECT_NEAR(film::uprightAngle(dots, 90, 15), 15.2, 1e-9);
     dots.lines = true;
     EXPECT_NEAR(film::uprightAngle(dots, 90, 105), 105.2, 1e-9);
-    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 195.2, 1e-9);
+    EXPECT_NEAR(film::uprightAngle(dots, 0, 105), 15.2, 1e-9);
 }
 
 TEST(FilmProgress, SaysTheTimeToGoOnceItCanBeKnown)

@@ -143,11 +143,11 @@ protected:
     TemporaryFolder folder;
 };
 
-const screening::Resolution kResolutions[] = {{300, 300}, {1440, 720}, {720, 1440}, {1200, 1200}, {601, 397}};
+const screening::Resolution kFormResolutions[] = {{300, 300}, {1440, 720}, {720, 1440}, {1200, 1200}, {601, 397}};
 
 TEST_F(FilmFormsTest, PdfIsThePlatesInGhostscriptAndPoppler)
 {
-    for (const screening::Resolution &resolution : kResolutions) {
+    for (const screening::Resolution &resolution : kFormResolutions) {
         const std::vector<TestPlate> plates = platesAt(resolution);
         film::PdfForm form(folder / "film.pdf", folder / "work");
         write(form, plates);
@@ -188,7 +188,7 @@ TEST_F(FilmFormsTest, PdfRefusesAPageThatIsTooLong)
 
 TEST_F(FilmFormsTest, PostscriptIsThePlatesInGhostscript)
 {
-    for (const screening::Resolution &resolution : kResolutions) {
+    for (const screening::Resolution &resolution : kFormResolutions) {
         const std::vector<TestPlate> plates = platesAt(resolution);
         film::PostscriptForm form(folder / "film.ps", folder / "work");
         write(form, plates);
@@ -297,7 +297,7 @@ private:
 TEST_F(FilmFormsTest, RastersAreThePlatesInLibcups)
 {
     for (const film::RasterKind kind : {film::RasterKind::cups, film::RasterKind::pwg})
-        for (const screening::Resolution &resolution : kResolutions) {
+        for (const screening::Resolution &resolution : kFormResolutions) {
             const std::vector<TestPlate> plates = platesAt(resolution);
             film::RasterForm form(kind, folder / "film.ras", folder / "work");
             write(form, plates);

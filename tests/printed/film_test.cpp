@@ -233,7 +233,7 @@ TEST_F(FilmTest, AUsersSpotFunctionIsRunInTheInterpreter)
 
 TEST_F(FilmTest, WhatIsNotOursIsNotReplaced)
 {
-    const Names options = {"--dpi", "100", "--frequency", "10", "-o", "out", "--pages", "2"};
+    const Names options = {"--dpi", "100", "--frequency", "10", "-o", "out", "--pages", "2", "--quiet"};
     EXPECT_EQ(film(options).status, 0);
     EXPECT_EQ(film(options).status, 0);  // our own are
     writeFile(folder / "out/job_p02_Black.tif", "somebody's");
@@ -263,21 +263,21 @@ TEST_F(FilmTest, WhatWasMadeBeforeAFailureIsWhole)
 
 TEST_F(FilmTest, FilmsThatAreMadeStayWhereTheNextCannotBe)
 {
-    writeFile(folder / "two.ps",
-              "%!PS\n<< /PageSize [36 36] >> setpagedevice .5 setgray 4 4 28 28 rectfill showpage\n"
-              "<< /PageSize [144 144] >> setpagedevice .5 setgray 9 9 90 90 rectfill showpage\n");
-    // No file may have more than 1200 KB.
-    const CommandResult result =
-        runProgram({"bash", "-c",
-                    "ulimit -f 1200 && exec " RIDERS_BINARY_DIR "/riders film two.ps --dpi 3600 "
-                    "--compression none -o out"},
-                   "", folder.path());
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err,
-              "riders film: page 2, Black: out/two_p02_Black.tif: File too large; the film made before is "
-              "whole\n");
+    writeFile(folder / "two.ps", smallJob({smallPage(".5 setgray 9 9 90 90 rectfill"),
+                                           "40 20 {mul sin} setscreen .5 setgray 9 9 90 90 rectfill showpage\n"}));
+    const CommandResult loose = film({"--dpi", "300", "-o", "loose"}, "two.ps");
+    EXPECT_EQ(loose.status, 0);
+    EXPECT_EQ(loose.err,
+              "riders film: page 2, Black: the job has a dot shape of its own; the dots are Round instead: "
+              "name one with --spot\n");
+    const CommandResult strict = film({"--dpi", "300", "-o", "out", "--strict"}, "two.ps");
+    EXPECT_EQ(strict.status, 1);
+    EXPECT_EQ(strict.err,
+              "riders film: page 2, Black: the job has a dot shape of its own; the dots are Round instead: "
+              "name one with --spot; the film made before is whole\n");
+    EXPECT_EQ(strict.out.substr(0, 21), "out/two_p01_Black.tif");
     EXPECT_EQ(names(folder / "out"), Names{"two_p01_Black.tif"});
-    EXPECT_EQ(readTiff(folder / "out/two_p01_Black.tif").bits.width, 1800);
+    EXPECT_EQ(readTiff(folder / "out/two_p01_Black.tif").bits.width, 600);
 }
 
 TEST_F(FilmTest, CtrlCLeavesNothingUnfinished)

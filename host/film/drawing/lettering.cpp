@@ -95,7 +95,7 @@ public:
     int draw(const PangoGlyphItem &run, int along) const
     {
         auto *font = reinterpret_cast<PangoFcFont *>(run.item->analysis.font);
-        const FT_Face face = calls().lockFace(font);
+        auto *face = calls().lockFace(font);
         const bool drawable = face && FT_IS_SCALABLE(face) &&
                               !calls().setCharSize(face, 0, std::lround(size_ * 64),
                                                    static_cast<FT_UInt>(std::lround(resolution_.across)),
@@ -193,9 +193,10 @@ LetteredLine Lettering::line(const std::string &text, const TextStyle &style) co
     return lettered;
 }
 
+// U+2068 and U+2069 round it: it is isolated, and has its own direction.
 std::string nameInLine(const std::string &name)
 {
-    return "\u2068" + name + "\u2069";
+    return "\u2068" + name + "\u2069";  // NOLINT(misc-misleading-bidirectional): the two belong together
 }
 
 }  // namespace riders::film

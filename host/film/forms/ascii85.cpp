@@ -4,7 +4,7 @@ namespace riders::film {
 
 namespace {
 
-constexpr std::size_t kLine = 76, kBuffer = std::size_t(1) << 16;
+constexpr std::size_t kLine = 76, kMuchText = std::size_t(1) << 16;
 
 }  // namespace
 
@@ -21,7 +21,7 @@ void Ascii85::add(std::string_view bytes)
         group_ = 0;
         bytes_ = 0;
     }
-    if (text_.size() >= kBuffer)
+    if (text_.size() >= kMuchText)
         flush();
 }
 
@@ -38,10 +38,8 @@ void Ascii85::end()
 void Ascii85::addGroup(std::uint32_t group, int digits)
 {
     std::array<char, 5> text{};
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit) {
-        *digit = static_cast<char>('!' + group % 85);
-        group /= 85;
-    }
+    for (std::size_t place = text.size(); place-- > 0; group /= 85)
+        text[place] = static_cast<char>('!' + group % 85);
     for (int digit = 0; digit < digits; ++digit)
         put(text[static_cast<std::size_t>(digit)]);
 }

@@ -53,7 +53,7 @@ template <std::size_t Count>
 constexpr RunCodes runCodes(const Words (&shortRuns)[kShortRuns], const Words (&longRuns)[Count])
 {
     RunCodes codes;
-    auto next = std::transform(std::begin(shortRuns), std::end(shortRuns), codes.begin(), codeWord);
+    auto *next = std::transform(std::begin(shortRuns), std::end(shortRuns), codes.begin(), codeWord);
     next = std::transform(std::begin(longRuns), std::end(longRuns), next, codeWord);
     std::transform(std::begin(kLonger), std::end(kLonger), next, codeWord);
     return codes;

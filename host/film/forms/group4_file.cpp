@@ -16,7 +16,7 @@ namespace riders::film {
 
 namespace {
 
-constexpr std::size_t kBuffer = std::size_t(1) << 18;
+constexpr std::size_t kPiece = std::size_t(1) << 18;
 
 io::OpenFile newFile(const fs::path &file)
 {
@@ -33,6 +33,8 @@ public:
     {
     }
 
+    Group4File(const Group4File &) = delete;
+    Group4File &operator=(const Group4File &) = delete;
     ~Group4File() override
     {
         if (!whole_)
@@ -42,7 +44,7 @@ public:
     void row(const std::uint8_t *bits) override
     {
         encoder_.row(bits);
-        if (encoder_.bytes().size() >= kBuffer)
+        if (encoder_.bytes().size() >= kPiece)
             write();
     }
 

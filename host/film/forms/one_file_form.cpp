@@ -17,6 +17,8 @@ public:
     {
     }
 
+    Spooled(const Spooled &) = delete;
+    Spooled &operator=(const Spooled &) = delete;
     ~Spooled() override
     {
         if (!writer_)
@@ -24,8 +26,7 @@ public:
         writer_.reset();
         try {
             form_.settle(plate_, State::givenUp);
-        } catch (const std::exception &) {
-            form_.failed_ = true;  // said by finish()
+        } catch (...) {  // NOLINT(bugprone-empty-catch): the form knows, and finish() says it
         }
     }
 
@@ -44,7 +45,7 @@ private:
     std::unique_ptr<PlateWriter> writer_;
 };
 
-OneFileForm::OneFileForm(const fs::path &file, const fs::path &work) : work_(work), output_(file)
+OneFileForm::OneFileForm(const fs::path &file, fs::path work) : work_(std::move(work)), output_(file)
 {
 }
 

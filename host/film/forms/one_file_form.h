@@ -21,7 +21,7 @@ public:
 
 protected:
     // Files of plates are made in `work`; an empty path for the file is standard output. Throws Refusal.
-    OneFileForm(const std::filesystem::path &file, const std::filesystem::path &work);
+    OneFileForm(const std::filesystem::path &file, std::filesystem::path work);
 
     const io::OpenFile &out() const { return output_.file(); }
     // Writes a plate to sheet.file.

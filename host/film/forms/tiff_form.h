@@ -14,6 +14,8 @@ enum class Compression { group4, none };
 class TiffForm : public Form {
 public:
     explicit TiffForm(Compression compression);
+    TiffForm(const TiffForm &) = delete;
+    TiffForm &operator=(const TiffForm &) = delete;
     ~TiffForm() override;
 
     std::unique_ptr<PlateWriter> plate(const PlateSheet &sheet) override;
