@@ -67,6 +67,7 @@ plates::PreparedJob jobOf(const std::filesystem::path &riders, const std::filesy
 std::optional<ReachedScreen> screenFromLine(const std::string &line, double dpi)
 {
     std::istringstream words(line);
+    words.exceptions(std::ios::badbit);  // a lack of memory is not a line of another kind
     ReachedScreen screen;
     Supercell supercell;
     if (!(words >> screen.askedFrequency >> screen.askedAngle >> supercell.p >> supercell.q >> screen.frequency >>

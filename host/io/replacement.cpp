@@ -70,8 +70,12 @@ void Replacement::bringEarlier()
 bool Replacement::made() const
 {
     struct stat status;
-    return lstat(inFolder().c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0 &&
-           status.st_ino != earlier_;
+    if (lstat(inFolder().c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return false;
+        refuseErrno(file_, errno);
+    }
+    return S_ISREG(status.st_mode) && status.st_size > 0 && status.st_ino != earlier_;
 }
 
 // An earlier file's companion may say more than the new one's does; without an earlier file it is of one that is

@@ -22,7 +22,7 @@ public:
 
     // Goes with this, and with everything in it that is not in place.
     const std::filesystem::path &folder() const { return folder_->path(); }
-    // Whether there is a new file, with something in it.
+    // Whether there is a new file, with something in it. Throws Refusal where that cannot be seen.
     bool made() const;
     // Puts it in place, with owner and mode of the earlier one, once its bytes are on the disk, and waits until
     // the name is there, too. Throws Refusal; the earlier one is then as it was.

@@ -69,6 +69,7 @@ std::vector<ScriptLine> splitScript(const std::string &text)
 {
     std::vector<ScriptLine> lines;
     std::istringstream in(text);
+    in.exceptions(std::ios::badbit);  // a lack of memory is not the end of the script
     std::string line;
     for (int number = 1; std::getline(in, line); ++number)
         if (ScriptLine parts = parted(line, number); !parts.words.empty())

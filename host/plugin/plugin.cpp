@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include <new>
+
 #include "plugin/dialog_filter.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
@@ -64,6 +66,9 @@ std::string Plugin::settingsFileName() const
     Str255 name;
     UseResFile(fork_->number());
     GetIndString(name, settingsTexts, fileName);
+    // Under an empty name the user's choices would go nowhere.
+    if (ResError() == memFullErr)
+        throw std::bad_alloc();
     return toolbox::utf8FromPascal(name);
 }
 

@@ -8,6 +8,19 @@
 namespace fs = std::filesystem;
 
 namespace riders::settings {
+namespace {
+
+// One that cannot be looked at is not taken for one that is missing: choices would go unsaved without a word.
+bool isFile(const fs::path &file)
+{
+    std::error_code failed;
+    const fs::file_status status = fs::status(file, failed);
+    if (status.type() == fs::file_type::none)
+        io::refuseErrno(file, failed.value());
+    return fs::is_regular_file(status);
+}
+
+}  // namespace
 
 WorkingCopy::WorkingCopy(SavedSettings saved) : saved_(std::move(saved)), folder_(private_.path() / "settings")
 {
@@ -18,7 +31,7 @@ std::string WorkingCopy::bytes() const
 {
     std::string all;
     for (const std::string &name : saved_.names())
-        if (std::error_code ignored; fs::is_regular_file(folder_ / name, ignored)) {
+        if (isFile(folder_ / name)) {
             const std::string part = io::contentsOf(folder_ / name);
             all += std::to_string(part.size()) + ' ' + part;
         }
@@ -38,8 +51,8 @@ void WorkingCopy::prepare()
         empty();
         saved_.copyTo(folder_);
     }
-    readable_ = true;
     before_ = bytes();
+    readable_ = true;
 }
 
 void WorkingCopy::keep()

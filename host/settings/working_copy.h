@@ -13,11 +13,12 @@ public:
 
     const std::filesystem::path &folder() const { return folder_; }
     // Before a call: makes the copy what the user has saved. What an earlier call left there, and could not be
-    // saved, stays instead. Throws io::Refusal when the user's settings cannot be read; the copy has nothing of them then.
+    // saved, stays instead. Throws io::Refusal when the user's settings cannot be read; the copy
+    // may lack them then, and is not kept.
     void prepare();
     // After it: saves what has changed, unless the user's settings could not be read. Throws io::Refusal when that
-    // fails; they are then as they were, and the next call works on the copy. Without a change it is tried again, but
-    // not reported.
+    // fails; they are then as they were, and the next call works on the copy. Without a change it is tried again,
+    // but not reported.
     void keep();
     // Instead of that: what the call left there is not to be used.
     void forget();

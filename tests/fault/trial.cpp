@@ -3,10 +3,22 @@
 #include <signal.h>
 
 #include <cstdio>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
+
+// A line, or two where two files of the user's cannot be read.
+bool saysWhatFailed(const std::string &words)
+{
+    std::istringstream lines(words);
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        if (!line.starts_with("riders"))
+            return false;
+    return (count == 1 || count == 2) && words.ends_with('\n') && words.find("std::") == std::string::npos;
+}
 
 std::vector<std::string> wrongWords(const FaultyRun &run)
 {
@@ -19,9 +31,19 @@ std::vector<std::string> wrongWords(const FaultyRun &run)
         return {"ended by signal " + std::to_string(-run.status) + ": " + run.err};
     if (run.status == 0 || run.muted)
         return {};
-    const bool oneLine = std::count(run.err.begin(), run.err.end(), '\n') == 1 && run.err.ends_with('\n');
-    if (!oneLine || !run.err.starts_with("riders") || run.err.find("std::") != std::string::npos)
+    if (!saysWhatFailed(run.err))
         return {"exits with " + std::to_string(run.status) + ", and says: " + run.err};
+    return {};
+}
+
+std::string firstDifference(const Files &now, const Files &fresh)
+{
+    for (const auto &[path, what] : fresh)
+        if (const auto here = now.find(path); here == now.end() || here->second != what)
+            return path + (here == now.end() ? " is missing" : " is not the new one");
+    for (const auto &[path, what] : now)
+        if (!fresh.contains(path))
+            return path + " is there";
     return {};
 }
 
@@ -95,8 +117,8 @@ std::vector<std::string> Trial::wrongResult(const FaultyRun &run, const Files &n
     std::vector<std::string> wrong;
     if (right_.status != 0)
         wrong.push_back("exits with 0");
-    if ((mayLeave ? withoutWhatIsLeft(now, old_, fresh_) : now) != fresh_)
-        wrong.push_back("has not done its work, and exits with 0");
+    if (const Files made = mayLeave ? withoutWhatIsLeft(now, old_, fresh_) : now; made != fresh_)
+        wrong.push_back("has not done its work, and exits with 0; " + firstDifference(made, fresh_));
     if (run.out != right_.out)
         wrong.push_back("has not put out what it should, and exits with 0");
     return wrong;

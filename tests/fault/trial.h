@@ -64,7 +64,7 @@ void keepSome(std::vector<T> &faults, size_t some);
 template <class T>
 void keepSome(std::vector<T> &faults, size_t some)
 {
-    if (triesAllFaults())
+    if (getenv("RIDERS_FAULTS"))
         return;
     std::mt19937 same(1);
     std::shuffle(faults.begin(), faults.end(), same);

@@ -119,8 +119,9 @@ bool World::mayBeUnfinished(const std::string &group) const
 Files World::files() const
 {
     // Settings that are decided on count as if they were in place.
-    if (const fs::path settings = place() / "config/riders"; fs::exists(settings / ".riders-settings"))
-        riders::settings::SavedSettings(settings, "Riders Preferences").finishEarlier();
+    for (const fs::path &settings : {place() / "config/riders", place() / "work/kept"})
+        if (fs::exists(settings / ".riders-settings"))
+            riders::settings::SavedSettings(settings, "Riders Preferences").finishEarlier();
     Files files;
     for (const fs::directory_entry &entry : fs::recursive_directory_iterator(place()))
         if (const std::string path = entry.path().lexically_relative(place()); !mayBeUnfinished(groupOf(path)))

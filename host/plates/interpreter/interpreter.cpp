@@ -24,6 +24,7 @@ constexpr const char *kPrologName = "prolog.ps";
 std::string number(double value)
 {
     std::ostringstream text;
+    text.exceptions(std::ios::badbit);
     text << value;
     return text.str();
 }
@@ -59,6 +60,7 @@ std::string secretWord()
 {
     std::random_device random;
     std::ostringstream word;
+    word.exceptions(std::ios::badbit);
     for (int i = 0; i < 4; ++i)
         word << std::hex << random();
     return word.str();

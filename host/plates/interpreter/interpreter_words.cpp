@@ -25,6 +25,14 @@ bool hasRoom(const Plates &plates, const std::string &plate)
     return plates.size() < kMostPlates || plates.count(plate) != 0;
 }
 
+// A lack of memory while they are read is thrown; it is not the end of the line.
+std::istringstream wordsOf(const std::string &text)
+{
+    std::istringstream words(text);
+    words.exceptions(std::ios::badbit);
+    return words;
+}
+
 }  // namespace
 
 bool InterpreterWords::take(std::string_view line)
@@ -83,7 +91,7 @@ bool InterpreterWords::endPage()
 
 void InterpreterWords::takeScreen(const std::string &text)
 {
-    std::istringstream words(text);
+    std::istringstream words = wordsOf(text);
     AskedScreen screen;
     std::string plate;
     if (!(words >> screen.frequency >> screen.angle) || words.get() != ' ' || !std::getline(words, plate) ||
@@ -96,7 +104,7 @@ void InterpreterWords::takeScreen(const std::string &text)
 
 void InterpreterWords::takeShape(const std::string &text)
 {
-    std::istringstream words(text);
+    std::istringstream words = wordsOf(text);
     std::vector<double> values(kShapeValues);
     for (double &value : values)
         if (!(words >> value))
@@ -120,7 +128,7 @@ bool InterpreterWords::takeInk(const std::string &text)
     const size_t at = text.rfind(middle);
     if (at == std::string::npos)
         return false;
-    std::istringstream words(text.substr(at + middle.size()));
+    std::istringstream words = wordsOf(text.substr(at + middle.size()));
     std::array<double, 4> ink{};
     for (double &part : ink) {
         if (!(words >> part))
