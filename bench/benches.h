@@ -32,3 +32,7 @@ void measurePlatesSample(const std::filesystem::path &riders);
 // frequency and angle at three resolutions: minutes. The sample: every seventh.
 void measureScreens(const std::filesystem::path &riders);
 void measureScreensSample(const std::filesystem::path &riders);
+// The dots of films on the same pairs and on all plates of the sets, at eight resolutions: a quarter of an hour. The
+// sample: every seventh.
+void measureFilmDots(const std::filesystem::path &riders);
+void measureFilmDotsSample(const std::filesystem::path &riders);

@@ -28,6 +28,8 @@ const Table tables[] = {
     {"plates", measurePlates},
     {"screens-sample", measureScreensSample},
     {"screens", measureScreens},
+    {"film-dots-sample", measureFilmDotsSample},
+    {"film-dots", measureFilmDots},
 };
 
 bool known(const char *name)
@@ -44,7 +46,8 @@ bool wanted(const Table &table, int names, char **name)
     for (int i = 0; i < names; ++i)
         if (std::strcmp(table.name, name[i]) == 0)
             return true;
-    return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample;
+    return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
+           table.print != measureFilmDotsSample;
 }
 
 int usage()

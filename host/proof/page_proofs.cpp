@@ -59,6 +59,7 @@ PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
     page.number = surveyed.number;
     page.width = surveyed.width;
     page.height = surveyed.height;
+    page.dpi = run_.dpi;
     page.loupe = look.loupe;
     page.mesh = run_.mesh;
     page.picture = std::string(kPicturesName) + "/" + nameOf(page) + ".png";

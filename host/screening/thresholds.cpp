@@ -157,6 +157,12 @@ private:
     std::vector<std::vector<std::int64_t>> sorted_;
 };
 
+std::vector<std::uint8_t> rankedThresholds(const Tile &tile, std::vector<float> spotValues)
+{
+    std::vector<std::uint8_t> thresholds = Ranking(tile, orderOf(tile, std::move(spotValues))).thresholds();
+    return hasSmallCells(tile) ? Ranking(tile, evenOrder(tile, thresholds)).thresholds() : thresholds;
+}
+
 // Short rows are repeated, so that reading one seldom begins again.
 std::size_t storedLength(std::int64_t width)
 {
@@ -171,17 +177,19 @@ Thresholds::Thresholds(const Tile &tile, const SpotFunction &spot) : Thresholds(
 }
 
 Thresholds::Thresholds(const Tile &tile, std::vector<float> spotValues)
+    : Thresholds(tile, rankedThresholds(tile, std::move(spotValues)))
+{
+}
+
+Thresholds::Thresholds(const Tile &tile, const std::vector<std::uint8_t> &thresholds)
     : tile_(tile), length_(storedLength(tile.width)),
       rows_(static_cast<std::size_t>(tile.height) * (length_ + kRun))
 {
-    std::vector<std::uint8_t> once = Ranking(tile, orderOf(tile, std::move(spotValues))).thresholds();
-    if (hasSmallCells(tile))
-        once = Ranking(tile, evenOrder(tile, once)).thresholds();
     const auto width = static_cast<std::size_t>(tile.width);
     for (std::size_t y = 0; y < static_cast<std::size_t>(tile.height); ++y) {
         std::uint8_t *const row = &rows_[y * (length_ + kRun)];
         for (std::size_t x = 0; x < length_ + kRun; x += width)
-            std::memcpy(row + x, &once[y * width], std::min(width, length_ + kRun - x));
+            std::memcpy(row + x, &thresholds[y * width], std::min(width, length_ + kRun - x));
     }
 }
 

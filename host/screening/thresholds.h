@@ -23,6 +23,8 @@ public:
     // From the spot function's values at the tile's pixels, row after row (see pixel_places.h). Throws
     // std::invalid_argument where these are not as many.
     Thresholds(const Tile &tile, std::vector<float> spotValues);
+    // From what rowOf gave for the tile's rows, as many as it has pixels, row after row.
+    Thresholds(const Tile &tile, const std::vector<std::uint8_t> &thresholds);
 
     const Tile &tile() const { return tile_; }
     // The thresholds of row y of a page are in rowOf(y): those of column x at placeIn(x, y), and so on to

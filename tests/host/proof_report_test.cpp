@@ -216,4 +216,29 @@ TEST(ProofReport, WhatUsersWroteInARidersFileIsNotTakenForWhatItAsks)
     EXPECT_TRUE(asked("\n/riderFont (Courier) def").annotated) << "as earlier files have it";
 }
 
+// Ghostscript's own way below 800 dpi, which the films are without.
+TEST(ProofReport, SaysWhatAJobPrintedWithoutRidersLosesOfItsTints)
+{
+    proof::PageFacts page;
+    page.plates = {plate("Cyan", 60, 45), plate("Black", 60, 75)};
+    page.plates[1].asked.binding = false;
+    const auto at = [&](double dpi, proof::TintRange tints) {
+        page.dpi = dpi;
+        page.plates[0].tints = tints;
+        page.plates[1].tints = {true, false, 0, 0};
+        return proof::warningsFor(page);
+    };
+    const auto words = [](const std::string &dpi, const std::string &what) {
+        return Words{"Printed by Ghostscript at " + dpi + " dpi, tints become lighter: " + what +
+                     ". On these films they are as the job has them."};
+    };
+    EXPECT_EQ(at(600, {false, true, 0.1, 0.9}), words("600", "67.2 % becomes 59 %"));
+    EXPECT_EQ(at(600, {false, true, 0.5, 0.5}), words("600", "50 % becomes 42.6 %"));
+    EXPECT_EQ(at(799, {false, true, 0.1, 0.2}), words("799", "20 % becomes 16.3 %"));
+    EXPECT_EQ(at(150, {false, true, 0.9, 0.9}), words("150", "90 % becomes 84.2 %"));
+    for (const double dpi : {149.0, 800.0, 1200.0})
+        EXPECT_EQ(at(dpi, {false, true, 0.1, 0.9}), Words{});
+    EXPECT_EQ(at(600, {true, false, 0, 0}), Words{});
+}
+
 }  // namespace

@@ -27,6 +27,7 @@ struct PlateFacts {
 struct PageFacts {
     int number = 0;
     double width = 0, height = 0;  // inches
+    double dpi = 0;                // of the films
     std::string picture, rosette;  // files, relative to the folder; no rosette without ink
     Place loupe;
     std::vector<PlateFacts> plates;      // all, with ink or without

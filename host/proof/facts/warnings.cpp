@@ -48,6 +48,25 @@ void warnOfTints(const PlateFacts &plate, std::vector<std::string> &warnings)
                            ", above 97 %: its holes may fill in.");
 }
 
+// Ghostscript by itself takes the paper's share to the power of 0.8 at these resolutions; a proof does not.
+void warnOfLightening(const PageFacts &page, std::vector<std::string> &warnings)
+{
+    constexpr double kFrom = 150, kBelow = 800, kPower = 0.8, kMostLightened = 0.672;
+    if (page.dpi < kFrom || page.dpi >= kBelow)
+        return;
+    const auto lightened = [](double tint) { return 1 - std::pow(1 - tint, kPower); };
+    double worst = 0;
+    for (const PlateFacts &plate : page.plates) {
+        const double tint = plate.tints.tint ? std::clamp(kMostLightened, plate.tints.least, plate.tints.most) : 0;
+        if (tint - lightened(tint) > worst - lightened(worst))
+            worst = tint;
+    }
+    if (worst - lightened(worst) >= 0.005)
+        warnings.push_back("Printed by Ghostscript at " + decimal(page.dpi, 0) +
+                           " dpi, tints become lighter: " + percent(worst) + " becomes " +
+                           percent(lightened(worst)) + ". On these films they are as the job has them.");
+}
+
 // Whether all plates share an angle, which is then warned of.
 bool warnOfSharedAngle(const PageFacts &page, std::vector<std::string> &warnings)
 {
@@ -86,6 +105,7 @@ std::vector<std::string> warningsFor(const PageFacts &page)
         warnOfScreen(plate, warnings);
         warnOfTints(plate, warnings);
     }
+    warnOfLightening(page, warnings);
     const bool allShare = warnOfSharedAngle(page, warnings);
     warnOfPatterns(page, allShare, warnings);
     for (std::string &warning : warningsOnMesh(page))
