@@ -13,8 +13,12 @@ protected:
                                               "--spot", "round", "--plate", "Cyan:50@15"},
                                              "", folder.path());
         EXPECT_EQ(made.status, 0) << made.err;
-        return pageOf("%!PS-Adobe-3.0\n%%EndComments\n" + beginning + contentsOf(folder / "riders") + page +
-                      "<</PageSize [144 144]>> setpagedevice .5 setgray 0 0 144 144 rectfill showpage\n");
+        riders::proof::ProofRequest asked =
+            request("%!PS-Adobe-3.0\n%%EndComments\n" + beginning + contentsOf(folder / "riders") + page +
+                    "<</PageSize [144 144]>> setpagedevice .5 setgray 0 0 144 144 rectfill showpage\n");
+        asked.dpi = 800;  // below, a proof warns of lighter tints
+        EXPECT_EQ(proofOf(asked), "done");
+        return contentsOf(out / "proof.html");
     }
 };
 
