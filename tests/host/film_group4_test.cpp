@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "film/forms/group4.h"
+#include "film/forms/tiff_form.h"
 #include "support/toolbox_test.h"
 
 namespace {
@@ -130,6 +131,34 @@ TEST_F(FilmGroup4, IsLibtiffsForBlankAndSolidPlates)
         expectAsLibtiff({columns, 5, Bytes(5 * ((columns + 7) / 8))});
         expectAsLibtiff(plateOfRuns(columns, 5, 1U << 20, 3));
     }
+}
+
+// More than is compressed at a time: the strip is written in several pieces.
+TEST_F(FilmGroup4, TiffFilmsArePiecedTogether)
+{
+    Plate plate{4096, 4000, Bytes(4096 / 8 * 4000)};
+    std::mt19937 random(4);
+    std::generate(plate.bits.begin(), plate.bits.end(), [&] { return static_cast<std::uint8_t>(random()); });
+    riders::film::TiffForm form(riders::film::Compression::group4);
+    const auto writer = form.plate({.job = "job",
+                                    .plate = "Cyan",
+                                    .page = 1,
+                                    .file = folder / "film.tif",
+                                    .columns = plate.columns,
+                                    .rows = plate.rows,
+                                    .resolution = {600, 600}});
+    for (std::size_t y = 0; y < plate.rows; ++y)
+        writer->row(plate.bits.data() + y * plate.rowBytes());
+    writer->end();
+    TIFF *tiff = TIFFOpen((folder / "film.tif").c_str(), "r");
+    ASSERT_TRUE(tiff);
+    ASSERT_EQ(TIFFNumberOfStrips(tiff), 1u);
+    ASSERT_GT(TIFFRawStripSize64(tiff, 0), std::uint64_t(2) << 20);
+    Bytes read(plate.bits.size());
+    EXPECT_EQ(TIFFReadEncodedStrip(tiff, 0, read.data(), static_cast<tmsize_t>(read.size())),
+              static_cast<tmsize_t>(read.size()));
+    TIFFClose(tiff);
+    EXPECT_TRUE(read == plate.bits);
 }
 
 }  // namespace
