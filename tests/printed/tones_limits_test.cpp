@@ -99,7 +99,7 @@ public:
     void row(std::size_t y, const std::vector<const std::uint8_t *> &tones) override
     {
         if (y == 100)
-            sleep(2);
+            sleep(3);
         KeepingReader::row(y, tones);
     }
 };
@@ -111,7 +111,8 @@ public:
 
 TEST_F(TonesLimitsTest, AReaderMayBeSlowButNotTheInterpreter)
 {
-    asked.limits.secondsAPage = 2;
+    asked.limits.secondsAPage = 3;
+    asked.limits.slowPages = 1;
     writeFile(folder / "job.ps", smallJob({kGood}));
     riders::io::Interruption interruption;
     const SurveyedJob &made = surveyed(folder / "job.ps", asked);

@@ -58,7 +58,8 @@ struct TonesRun {
 
 // Runs the interpreter and hands the pages to `reader` as their rows are made. The tones are those of the
 // interpreter's separation device, to the bit. Throws Refusal where interpret() does, and where the job has
-// other pages or plates than the survey found; Interrupted; and what `reader` throws.
+// other pages or plates than the survey found; Interrupted; and what `reader` throws. Several may run at once,
+// each in a folder of its own: a page's tones do not depend on which others are asked for with it.
 InterpreterReport streamTones(const TonesRun &run, ToneReader &reader);
 
 }  // namespace riders::plates
