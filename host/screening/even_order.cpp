@@ -13,7 +13,7 @@ namespace {
 constexpr double kEnoughPixels = 48;
 // The fewer pixels repeat, the longer it takes for them to find their places, and the less time.
 constexpr int kTones = 8, kTimes = 8, kTimesOfFew = 24;
-constexpr std::int64_t kFewPixels = 1 << 16;
+constexpr std::int64_t kFewPixels = 1 << 15;
 constexpr std::int32_t kWhole = 1 << 16;  // a tint of 100 %
 
 struct CellSize {
