@@ -55,10 +55,16 @@ void addSteps(const Thresholds &thresholds, const ScreenPair &pair, Figures &fig
 void addPair(const ScreenPair &pair, const Resolution &resolution, Figures &figures)
 {
     const auto roundDot = meter::namedSpots().front().value;
-    const auto start = std::chrono::steady_clock::now();
+    // The quickest of three: others may use the machine.
+    double least = 1e9;
+    for (int times = 0; times < 3; ++times) {
+        const auto start = std::chrono::steady_clock::now();
+        const Thresholds made(riders::screening::findTile({pair.frequency, pair.angle}, resolution), roundDot);
+        least = std::min(
+            least, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    }
+    figures.milliseconds.add(least, pair);
     const Thresholds thresholds(riders::screening::findTile({pair.frequency, pair.angle}, resolution), roundDot);
-    figures.milliseconds.add(
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count(), pair);
     addSteps(thresholds, pair, figures);
     const double finest = std::max(resolution.across, resolution.down), inches = finest > 2000 ? 1.5 : 2.5;
     const FilmDots film(thresholds, resolution, 128, inches);

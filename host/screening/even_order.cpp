@@ -11,7 +11,9 @@ namespace {
 
 // Pixels of a cell from which on there is nothing to gain.
 constexpr double kEnoughPixels = 48;
-constexpr int kTones = 8, kTimes = 8;
+// The fewer pixels repeat, the longer it takes for them to find their places, and the less time.
+constexpr int kTones = 8, kTimes = 8, kTimesOfFew = 24;
+constexpr std::int64_t kFewPixels = 1 << 15;
 constexpr std::int32_t kWhole = 1 << 16;  // a tint of 100 %
 
 struct CellSize {
@@ -140,7 +142,8 @@ std::vector<float> evenOrder(const Tile &tile, const std::vector<std::uint8_t> &
     std::vector<std::vector<std::uint16_t>> inks(kTones + 1);
     Surroundings surroundings(tile);
     constexpr std::int32_t kStep = kWhole / kTones;
-    for (int times = 0; times < kTimes; ++times) {
+    const int most = tile.pixels <= kFewPixels ? kTimesOfFew : kTimes;
+    for (int times = 0; times < most; ++times) {
         setLevels(order, levels);
         for (int tone = 1; tone < kTones; ++tone)
             surroundings.measure(levels, tone * kStep, inks[static_cast<std::size_t>(tone)]);

@@ -41,8 +41,10 @@ TEST(FilmDots, HaveTheFrequencyAndAngleThatWereAskedFor)
 // Cells of 14 to 36 pixels, whose dots cannot all be alike.
 TEST(FilmDots, OfSmallCellsMakeNoCoarsePattern)
 {
-    for (const Asked &asked :
-         std::vector<Asked>{{{150, 30}, {600, 600}}, {{150, 0}, {600, 600}}, {{133, 15}, {720, 360}}}) {
+    for (const Asked &asked : std::vector<Asked>{{{150, 30}, {600, 600}},
+                                                 {{400 / 3.0, 0}, {600, 600}},
+                                                 {{150, 0}, {600, 600}},
+                                                 {{133, 15}, {720, 360}}}) {
         const Thresholds thresholds = thresholdsOf(asked);
         // With 15 pixels twice as high as wide, a quarter is not in reach.
         for (const int tone :
