@@ -36,3 +36,7 @@ void measureScreensSample(const std::filesystem::path &riders);
 // sample: every seventh.
 void measureFilmDots(const std::filesystem::path &riders);
 void measureFilmDotsSample(const std::filesystem::path &riders);
+// `riders film` against plain Ghostscript's dots of the same pages, from A4 at 1200 dpi to A1 at 2400: a quarter of an
+// hour. The sample: A4 at 1200 dpi.
+void measureFilm(const std::filesystem::path &riders);
+void measureFilmSample(const std::filesystem::path &riders);

@@ -28,6 +28,8 @@ const Table tables[] = {
     {"plates", measurePlates},
     {"screens-sample", measureScreensSample},
     {"screens", measureScreens},
+    {"film-sample", measureFilmSample},
+    {"film", measureFilm},
     {"film-dots-sample", measureFilmDotsSample},
     {"film-dots", measureFilmDots},
 };
@@ -47,7 +49,7 @@ bool wanted(const Table &table, int names, char **name)
         if (std::strcmp(table.name, name[i]) == 0)
             return true;
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
-           table.print != measureFilmDotsSample;
+           table.print != measureFilmDotsSample && table.print != measureFilmSample;
 }
 
 int usage()

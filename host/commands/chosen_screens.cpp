@@ -68,6 +68,11 @@ PlateScreen askedOfDialogs(const make::MakeRequest &request)
 
 }  // namespace
 
+std::string namesSomething(const std::string &text)
+{
+    return text.empty() ? "expected a name or a file" : "";
+}
+
 std::vector<PlateScreen> screensOfSet(const std::string &name, const ScreenOfAll &all)
 {
     if (all.angle)

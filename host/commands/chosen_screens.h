@@ -30,4 +30,7 @@ std::vector<screens::PlateScreen> screensOfSet(const std::string &name, const Sc
 // those of the rest last, as they are shown to the user. Throws io::Refusal.
 std::vector<screens::PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request);
 
+// For CLI11: what is wrong with the argument of an option that takes a name or a file, or nothing.
+std::string namesSomething(const std::string &text);
+
 }  // namespace riders::commands

@@ -1,3 +1,4 @@
+#include "commands/chosen_screens.h"
 #include "commands/film_command.h"
 
 #include <iostream>
@@ -28,11 +29,6 @@ std::string isResolution(const std::string &text)
                ? ""
                : "expected dots per inch from " + std::to_string(film::kLeastFilmDpi) + " to " +
                      std::to_string(film::kMostFilmDpi) + ", as in 1200 or 1440x720";
-}
-
-std::string namesSomething(const std::string &text)
-{
-    return text.empty() ? "expected a name or a file" : "";
 }
 
 void addScreens(CLI::App &command, film::FilmRequest &request, FilmScreenWords &words)

@@ -38,11 +38,6 @@ std::string explainedMade(const make::MakeRequest &request, const MakeWords &wor
 }
 
 // An empty variable in a script would otherwise choose nothing, silently.
-std::string namesSomething(const std::string &text)
-{
-    return text.empty() ? "expected a name or a file" : "";
-}
-
 std::string run(make::MakeRequest &request, const MakeWords &words, const std::string &name)
 {
     request.plugin = plugin::pluginBesideProgram();
