@@ -1,9 +1,9 @@
-#include "commands/chosen_screens.h"
 #include "commands/film_command.h"
 
 #include <iostream>
 #include <memory>
 
+#include "commands/chosen_screens.h"
 #include "commands/film_screens.h"
 #include "commands/film_words.h"
 #include "commands/standard_output.h"
