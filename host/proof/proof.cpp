@@ -1,7 +1,5 @@
 #include "proof/proof.h"
 
-#include <tiffio.h>
-
 #include <algorithm>
 #include <thread>
 
@@ -95,8 +93,6 @@ fs::path proof(const ProofRequest &request)
     const std::vector<int> pages = plates::pagesFromText(request.pages);
     if (!plates::comesOnce(request.job))
         plates::kindOfJob(request.job);  // before anything is made
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
 
     io::Interruption interruption;
     ProofFolder folder(placeOf(request));

@@ -57,6 +57,12 @@ void readRows(const OpenTiff &open, std::uint8_t *rows, size_t rowBytes, const f
 
 }  // namespace
 
+void silencePictures()
+{
+    TIFFSetWarningHandler(nullptr);
+    TIFFSetErrorHandler(nullptr);
+}
+
 void refusePicture(const fs::path &file)
 {
     throw io::Refusal(file.string() + ": the interpreter has not written this picture whole; is the disk full?");

@@ -9,6 +9,9 @@
 
 namespace riders::plates {
 
+// From then on the library that reads pictures keeps its words to itself: the Refusals say enough.
+void silencePictures();
+
 // Throws the Refusal of a file that is not as the interpreter should write it.
 [[noreturn]] void refusePicture(const std::filesystem::path &file);
 

@@ -185,6 +185,7 @@ size_t Survey::inksKnown() const
 
 Survey surveyJob(const SurveyRun &run, io::Workers &workers)
 {
+    silencePictures();
     const fs::path folder = run.work / "survey";
     fs::create_directories(folder);
     PageQueue queue(run, folder, workers);
