@@ -155,9 +155,11 @@ void InkFiles::takeRows(std::uint64_t count)
     for (std::size_t plate = 0; plate < plates(); ++plate)
         readRows(plate, count);
     for (std::size_t plate = 0; plate < plates(); ++plate) {
-        // The block that the rows before have begun goes with these, but not what lies before the plate.
+        // The block that the rows before have begun goes with these; but the plate's first block holds rows of the
+        // plate before, which may be there and not yet read.
+        const std::uint64_t firstWhole = (plateAt(plate) + kBlock - 1) / kBlock * kBlock;
         const std::uint64_t from = plateAt(plate) + row_ * columns;
-        makeHole(row_ == 0 ? from + kBlock - 1 : from, from + count * columns);
+        makeHole(std::max(from, firstWhole), from + count * columns);
     }
     for (std::uint64_t y = 0; y < count; ++y) {
         for (std::size_t plate = 0; plate < plates(); ++plate)
