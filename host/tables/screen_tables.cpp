@@ -19,8 +19,8 @@ std::string keyOf(const screens::Shape &shape, const screening::Screen &screen,
     return key + shape.body;
 }
 
-// Reading these is faster than computing them: a table of a million pixels is read in 2 ms and computed in 20; one
-// whose cells are small takes 50 to 100 ms, and one by way of the interpreter 300 and more.
+// Those that take longest: a table of a million pixels is computed in 20 ms, one whose cells are small in 50 to 100, and
+// one by way of the interpreter in 300 and more.
 bool isWorthKeeping(const screening::Tile &tile, bool byFormula)
 {
     constexpr std::int64_t kManyPixels = 1 << 18;
