@@ -8,6 +8,7 @@
 
 #include "film/forms/group4.h"
 #include "film/forms/tiff_form.h"
+#include "plates/files/bit_tiff.h"
 #include "support/toolbox_test.h"
 
 namespace {
@@ -45,13 +46,9 @@ protected:
     {
         const std::string file = (folder / "plate.tif").string();
         TIFF *tiff = TIFFOpen(file.c_str(), "w");
-        TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(plate.columns));
-        TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(plate.rows));
-        TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, 1);
-        TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, 1);
-        TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
+        riders::plates::describeBits(tiff, static_cast<std::uint32_t>(plate.columns),
+                                     static_cast<std::uint32_t>(plate.rows), 600, 600);
         TIFFSetField(tiff, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
-        TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, static_cast<std::uint32_t>(plate.rows));
         for (std::size_t y = 0; y < plate.rows; ++y) {
             Bytes row(plate.bits.begin() + static_cast<std::ptrdiff_t>(y * plate.rowBytes()),
                       plate.bits.begin() + static_cast<std::ptrdiff_t>((y + 1) * plate.rowBytes()));

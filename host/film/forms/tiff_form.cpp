@@ -12,6 +12,7 @@
 #include "film/forms/group4.h"
 #include "io/output.h"
 #include "io/refusal.h"
+#include "plates/files/bit_tiff.h"
 
 namespace fs = std::filesystem;
 
@@ -141,18 +142,9 @@ private:
     void describe(const PlateSheet &sheet)
     {
         TIFF *out = tiff_.get();
-        TIFFSetField(out, TIFFTAG_IMAGEWIDTH, static_cast<std::uint32_t>(sheet.columns));
-        TIFFSetField(out, TIFFTAG_IMAGELENGTH, static_cast<std::uint32_t>(sheet.rows));
-        TIFFSetField(out, TIFFTAG_BITSPERSAMPLE, 1);
-        TIFFSetField(out, TIFFTAG_SAMPLESPERPIXEL, 1);
-        TIFFSetField(out, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
-        TIFFSetField(out, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB);
-        TIFFSetField(out, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-        TIFFSetField(out, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
-        TIFFSetField(out, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
-        TIFFSetField(out, TIFFTAG_XRESOLUTION, sheet.resolution.across);
-        TIFFSetField(out, TIFFTAG_YRESOLUTION, sheet.resolution.down);
-        TIFFSetField(out, TIFFTAG_ROWSPERSTRIP, static_cast<std::uint32_t>(sheet.rows));
+        plates::describeBits(out, static_cast<std::uint32_t>(sheet.columns),
+                             static_cast<std::uint32_t>(sheet.rows), sheet.resolution.across,
+                             sheet.resolution.down);
         TIFFSetField(out, TIFFTAG_SOFTWARE, kSoftware);
         TIFFSetField(out, TIFFTAG_DOCUMENTNAME, sheet.job.c_str());
         const std::string name = "page " + std::to_string(sheet.page) + ", " + sheet.plate;
