@@ -1,5 +1,5 @@
-// The meter's parts, each with what only it is given: tints on a page, the size of a patch, the evenness of a cell,
-// the angle of lines.
+// The meter's parts, each with what only it is given: tints on a page, the size of a patch, the evenness of a
+// cell, the angle of lines.
 #include <gtest/gtest.h>
 
 #include <cmath>

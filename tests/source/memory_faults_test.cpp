@@ -126,8 +126,14 @@ private:
     int turns_ = 0, doing_ = 0, values_ = 0, annotations_ = 0, files_ = 0;
 };
 
-TEST_F(OutOfMemory, OnceInTheSettingsDialog) { failEach(kCommandSettings, false, triesLess() ? 13 : 1); }
-TEST_F(OutOfMemory, ForGoodInTheSettingsDialog) { failEach(kCommandSettings, true, triesLess() ? 19 : 7); }
+TEST_F(OutOfMemory, OnceInTheSettingsDialog)
+{
+    failEach(kCommandSettings, false, triesLess() ? 13 : 1);
+}
+TEST_F(OutOfMemory, ForGoodInTheSettingsDialog)
+{
+    failEach(kCommandSettings, true, triesLess() ? 19 : 7);
+}
 TEST_F(OutOfMemory, InRemoving)
 {
     failEach(kCommandRemove, false);
