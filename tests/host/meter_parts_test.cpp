@@ -134,14 +134,14 @@ TEST(FoldedCell, EvennessIsTheShareOfTheVariationThatItsBinsExplain)
     EXPECT_NEAR(partly.evenness(), 1 - 1.8 / 18 / 0.25, 1e-6);
 }
 
-// Lines at that angle, 20 to the inch.
+// Lines at that angle in device space, where y points down; 20 to the inch.
 PartsPage linesAt(double degrees)
 {
     PartsPage page(360, 360, 300);
     const double angle = degrees * std::numbers::pi / 180;
     for (int y = 0; y < 360; ++y)
         for (int x = 0; x < 360; ++x) {
-            const double across = (x * std::sin(angle) + y * std::cos(angle)) * 20 / 300;
+            const double across = (y * std::cos(angle) - x * std::sin(angle)) * 20 / 300;
             if (across - std::floor(across) < 0.5)
                 page.ink(x, y);
         }

@@ -18,8 +18,8 @@ TEST(WorkingCopy, ThatCannotBeEmptiedIsRefusedInWordsAndNotKept)
     WorkingCopy copy({folder.path(), "saved"});
     copy.prepare();
     // A file where the copy's own folder was: nothing can be done in it.
-    const fs::path own = copy.folder().parent_path();
-    fs::rename(own, folder / "away");
+    const fs::path own = copy.folder().parent_path(), away = own.string() + "-away";
+    fs::rename(own, away);
     writeFile(own, "");
     try {
         copy.prepare();
@@ -28,7 +28,7 @@ TEST(WorkingCopy, ThatCannotBeEmptiedIsRefusedInWordsAndNotKept)
         EXPECT_EQ(refusal.message, copy.folder().string() + ": Not a directory");
     }
     fs::remove(own);
-    fs::rename(folder / "away", own);
+    fs::rename(away, own);
     writeFile(copy.folder() / "saved", "changed");
     copy.keep();
     EXPECT_EQ(contentsOf(folder / "saved"), "mine");
