@@ -98,7 +98,7 @@ void WindowSeat::findWindow()
     // it runs in.
     windowId_ = ask("search --sync --onlyvisible --class '.*'");
     windowId_ = windowId_.substr(windowId_.rfind('\n') + 1);
-    ask("windowfocus " + windowId_);
+    ask("windowfocus --sync " + windowId_);
     const std::string geometry = ask("getwindowgeometry --shell " + windowId_);
     int x = 0, y = 0;
     if (std::sscanf(geometry.substr(geometry.find("X=")).c_str(), "X=%d\nY=%d", &x, &y) != 2)
