@@ -163,7 +163,8 @@ protected:
     plates::TonePage page;
     std::vector<film::FilmPage> known;
     std::string skipped = "none";
-    film::PlateScreens screens{{300, 300}, 0};
+    // The same screens in all tests: computing them takes longer than the films.
+    static inline film::PlateScreens screens{{300, 300}, 0};
     KeptForm form;
     film::FilmsMade made;
 };

@@ -57,7 +57,9 @@ void TonePages::arrange(const SurveyedPage &surveyed, TonePage &page, const std:
             continue;
         }
         const std::size_t known = run_.survey.inksKnown();
-        const auto ink = std::find(inks.begin(), inks.end(), inkBytesFrom(plate.plate, known));
+        auto ink = std::find(inks.begin(), inks.end(), inkBytesFrom(plate.plate, known));
+        if (ink == inks.end())
+            ink = std::find(inks.begin(), inks.end(), plate.plate);  // the number is the job's own, as in CYAN1
         if (ink == inks.end())
             refuse(page.number, "has other plates each time it is rendered");
         order_.push_back(kProcess + static_cast<std::size_t>(ink - inks.begin()));
