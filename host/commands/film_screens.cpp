@@ -1,8 +1,6 @@
 #include "commands/film_screens.h"
 
 #include "commands/chosen_screens.h"
-#include "io/refusal.h"
-#include "screens/number_text.h"
 #include "screens/plate_spelling.h"
 #include "screens/screen_limits.h"
 #include "screens/screen_set.h"
@@ -15,12 +13,7 @@ using screens::PlateScreen;
 std::optional<double> numberOf(const std::optional<std::string> &text, const std::string &option,
                                std::string (*wrong)(double))
 {
-    if (!text)
-        return std::nullopt;
-    const std::optional<double> value = screens::numberFromText(*text);
-    if (const std::string expected = wrong(value.value_or(-1e9)); !expected.empty())
-        throw io::Refusal("expected " + expected + " with " + option + ", not \"" + *text + "\"");
-    return value;
+    return text ? std::optional(numberGiven(*text, option, wrong)) : std::nullopt;
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ std::string inJson(const screening::Resolution &resolution)
     return io::jsonArray({io::jsonNumber(resolution.across), io::jsonNumber(resolution.down)});
 }
 
-std::string measuredInJson(const proof::MeasuredScreen &measured)
+std::string measuredInJson(const plates::MeasuredScreen &measured)
 {
     if (!measured.found)
         return "null";

@@ -131,7 +131,7 @@ private:
                            const std::vector<std::string> &others) { return pages.further(page, name, others); },
             .measuredAt =
                 [this](const FilmPage &page, const PagePlate &plate) {
-                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
+                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : plates::Place{};
                 },
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },

@@ -34,7 +34,7 @@ std::size_t pixels(double inches, double dpi)
 
 }  // namespace
 
-KeptWindow::KeptWindow(const proof::Place &place, const screening::Resolution &resolution, std::size_t left,
+KeptWindow::KeptWindow(const plates::Place &place, const screening::Resolution &resolution, std::size_t left,
                        std::size_t top, std::size_t columns, std::size_t rows)
     : resolution_(resolution)
 {
@@ -74,7 +74,7 @@ plates::BitPlate KeptWindow::inSquarePixels() const
     return square;
 }
 
-proof::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::string &shape) const
+plates::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::string &shape) const
 {
     if (bits_.width == 0 || bits_.height == 0)
         return {};
@@ -87,17 +87,17 @@ proof::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::stri
         meter::readScreen(page, meter::middleOf(all, static_cast<int>(std::lround(side * dpi))));
     if (reading.kind == meter::ScreenKind::none)
         return {};
-    proof::MeasuredScreen measured{.found = true,
-                                   .frequency = reading.frequency,
-                                   .angle = reading.angle,
-                                   .ink = reading.ink,
-                                   .where = {},
-                                   .shape = shapeOf(page, reading, shape),
-                                   .lines = reading.kind == meter::ScreenKind::lines};
+    plates::MeasuredScreen measured{.found = true,
+                                    .frequency = reading.frequency,
+                                    .angle = reading.angle,
+                                    .ink = reading.ink,
+                                    .where = {},
+                                    .shape = shapeOf(page, reading, shape),
+                                    .lines = reading.kind == meter::ScreenKind::lines};
     return measured;
 }
 
-proof::Place turned(const proof::Place &place, int rotation, double width, double height)
+plates::Place turned(const plates::Place &place, int rotation, double width, double height)
 {
     const double right = width - place.left - place.width, bottom = height - place.top - place.height;
     switch (rotation) {

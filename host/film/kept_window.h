@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "plates/files/plate.h"
-#include "proof/facts/measured_screen.h"
-#include "proof/looking/place.h"
+#include "plates/measuring/measured_screen.h"
+#include "plates/measuring/place.h"
 #include "screening/tile.h"
 
 namespace riders::film {
@@ -15,14 +15,14 @@ class KeptWindow {
 public:
     // `place`: on the page as it lies on the film; an empty one keeps nothing. The page's first pixel is pixel
     // (left, top) of the film, which has so many columns and rows.
-    KeptWindow(const proof::Place &place, const screening::Resolution &resolution, std::size_t left,
+    KeptWindow(const plates::Place &place, const screening::Resolution &resolution, std::size_t left,
                std::size_t top, std::size_t columns, std::size_t rows);
 
     // The film's row y; each once.
     void take(std::size_t y, const std::uint8_t *bits);
     // In the middle, once all rows have gone by. Angles count on the film. `shape` is the one expected: the result
     // when the dots are like it, another when they are like that one; no shape is looked for where it is empty.
-    proof::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const;
+    plates::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const;
 
 private:
     plates::BitPlate inSquarePixels() const;
@@ -34,6 +34,6 @@ private:
 
 // Where a place of a page of that size (inches) lies once the page is turned anticlockwise by 0, 90, 180 or 270
 // degrees.
-proof::Place turned(const proof::Place &place, int rotation, double width, double height);
+plates::Place turned(const plates::Place &place, int rotation, double width, double height);
 
 }  // namespace riders::film

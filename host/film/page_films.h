@@ -24,7 +24,7 @@ struct PageFilmsRun {
     // A plate that is not one of the page's, named as the page streams by; see PagePlates::further.
     std::function<PagePlate(const FilmPage &, const std::string &, const std::vector<std::string> &)> further;
     // Where a plate of a page is measured, on the upright page.
-    std::function<proof::Place(const FilmPage &, const PagePlate &)> measuredAt;
+    std::function<plates::Place(const FilmPage &, const PagePlate &)> measuredAt;
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;

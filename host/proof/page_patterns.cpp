@@ -37,7 +37,7 @@ void addPicture(PageFacts &page, PlatePattern &pattern, const std::vector<plates
         inked.push_back({&bits[i], page.plates[i].ink});
     const double cell = pattern.cell / kMillimetres;
     const double side = std::max(kFewCells * cell, kPeriods * pattern.millimetres / kMillimetres);
-    const Place place = sharedPlace(platesOf(pattern, bits), dpi, side);
+    const plates::Place place = sharedPlace(platesOf(pattern, bits), dpi, side);
     pattern.shown = std::max(place.width, place.height) * kMillimetres;
     pattern.afar = !showsDots(place, cell);
     const Picture picture = patternPicture(inked, dpi, place, cell);

@@ -14,7 +14,7 @@
 namespace riders::proof {
 namespace {
 
-PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour ink, const AskedFor &asked)
+PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour ink, const plates::AskedFor &asked)
 {
     PlateFacts facts;
     facts.name = name;
@@ -65,10 +65,11 @@ PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
     page.picture = std::string(kPicturesName) + "/" + nameOf(page) + ".png";
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
-        page.plates.push_back(startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
-                                           inkColour(plate, rendered.report->inks),
-                                           askedFor(plates::inkBytesFrom(plate, run_.survey.inksKnown()),
-                                                    run_.riders, rendered.screens, rendered.report->atStart)));
+        page.plates.push_back(
+            startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
+                         inkColour(plate, rendered.report->inks),
+                         plates::askedFor(plates::inkBytesFrom(plate, run_.survey.inksKnown()), run_.riders,
+                                          rendered.screens, rendered.report->atStart)));
     }
     return page;
 }
@@ -114,12 +115,12 @@ void PageProofs::finishPlate(size_t pageIndex, size_t plateIndex, const plates::
 {
     PlateFacts &plate = pages_[pageIndex].plates[plateIndex];
     plates::writeFilm(run_.folder / plate.film, bits, run_.dpi);
-    const Place &place = plate.loupe.empty() ? pages_[pageIndex].loupe : plate.loupe;
+    const plates::Place &place = plate.loupe.empty() ? pages_[pageIndex].loupe : plate.loupe;
     writePicture(run_.folder / plate.picture, loupePicture({{&bits, {0, 0, 0}}}, run_.dpi, place),
                  loupePictureDpi(run_.dpi));
     if (plate.tints.tint)
-        plate.measured =
-            measurePlate(bits, run_.dpi, plate.flatPlace, plate.asked.frequency.value_or(60), plate.asked.shape);
+        plate.measured = plates::measurePlate(bits, run_.dpi, plate.flatPlace, plate.asked.frequency.value_or(60),
+                                              plate.asked.shape);
     progress_.plateFinished();
 }
 

@@ -17,7 +17,7 @@ namespace riders::proof {
 struct PageProofsRun {
     const plates::Survey &survey;
     const PageLooks &looks;
-    const AskedFor &riders;  // what the riders file asks for
+    const plates::AskedFor &riders;  // what the riders file asks for
     double dpi;
     double mesh;                   // threads per inch; 0 for none
     std::filesystem::path folder;  // of the proof

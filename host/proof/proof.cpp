@@ -8,9 +8,9 @@
 #include "io/workers.h"
 #include "plates/job/prepared_job.h"
 #include "plates/make_plates.h"
+#include "plates/measuring/asked_for.h"
 #include "plates/page_list.h"
 #include "plates/survey/survey.h"
-#include "proof/facts/asked_for.h"
 #include "proof/looking/page_looks.h"
 #include "proof/page_proofs.h"
 #include "proof/progress.h"
@@ -61,7 +61,7 @@ ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages
     PageLooks looks(folder.pictures());
     Progress progress;
     io::Workers workers(cores);
-    const AskedFor riders = ridersFile.empty() ? AskedFor{} : askedByRiders(ridersFile);
+    const plates::AskedFor riders = ridersFile.empty() ? plates::AskedFor{} : plates::askedByRiders(ridersFile);
     const plates::Survey survey =
         plates::surveyJob({.job = job,
                            .pages = pages,

@@ -6,9 +6,9 @@
 namespace {
 
 namespace proof = riders::proof;
+using plates::Place;
 using proof::Colour;
 using proof::Picture;
-using proof::Place;
 using riders::plates::BitPlate;
 
 constexpr double kDpi = 320;  // blocks are of 16 pixels

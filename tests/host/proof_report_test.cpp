@@ -152,18 +152,18 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
 {
     TemporaryFolder folder;
     writeFile(folder / "riders", "/riderFrequency null def /riderAngle null def\n/riderAngle 22.5 def\n");
-    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
+    const plates::AskedFor riders = plates::askedByRiders(folder / "riders");
     EXPECT_FALSE(riders.frequency);
     EXPECT_EQ(riders.angle, 22.5);
-    const proof::AskedFor both = proof::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
+    const plates::AskedFor both = plates::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(both.frequency, 70);
     EXPECT_EQ(both.angle, 22.5);
-    const proof::AskedFor spot = proof::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
+    const plates::AskedFor spot = plates::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(spot.frequency, 50);
     EXPECT_EQ(spot.by, "the job");
-    EXPECT_EQ(proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
-    EXPECT_FALSE(proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
-    EXPECT_FALSE(proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
+    EXPECT_EQ(plates::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
+    EXPECT_FALSE(plates::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
+    EXPECT_FALSE(plates::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 
 // Riders files with screens for single plates: those of the plate, or of the plate that the page is.
@@ -175,14 +175,14 @@ TEST(ProofReport, AsksForThePlatesOwnScreen)
     const std::string fake = "\n<4379616E> 0 17 riderOnPlate\n/riderAngle 5 def\n/riderFont \n";
     writeFile(folder / "riders",
               riders::make::withPlates(all, {{"Cyan", {}, 15, fake}, {"Gold", 70.5, 30}, {"Cyan", {}, 22.5}}));
-    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
+    const plates::AskedFor riders = plates::askedByRiders(folder / "riders");
     EXPECT_EQ(riders.frequency, 60);
     EXPECT_FALSE(riders.angle);
     EXPECT_FALSE(riders.annotated);
     const riders::plates::AskedScreens page = {{"Cyan", {60, 22.5}}, {"Default", {60, 45}}};
     const auto expect = [&](const std::string &plate, const riders::plates::AskedScreens &on, double frequency,
                             double angle) {
-        const proof::AskedFor asked = proof::askedFor(plate, riders, on, {});
+        const plates::AskedFor asked = plates::askedFor(plate, riders, on, {});
         EXPECT_EQ(asked.frequency, frequency) << plate;
         EXPECT_EQ(asked.angle, angle) << plate;
         EXPECT_EQ(asked.by, "the riders file");
@@ -203,13 +203,13 @@ TEST(ProofReport, WhatUsersWroteInARidersFileIsNotTakenForWhatItAsks)
     const std::string annotation = "\n/riderFont riderReadText Courier\n/riderText riderReadText " + lines;
     const auto asked = [&](const std::string &riders) {
         writeFile(folder / "riders", "/riderReadSpot {\n" + riders);
-        return proof::askedByRiders(folder / "riders");
+        return plates::askedByRiders(folder / "riders");
     };
     EXPECT_FALSE(asked(shape).frequency);
     EXPECT_FALSE(asked(shape).annotated);
     EXPECT_FALSE(asked(annotation).angle);
     EXPECT_TRUE(asked(annotation).annotated);
-    const proof::AskedFor all = asked(shape + "/riderFrequency 60 def\n/riderAngle 45 def" + annotation);
+    const plates::AskedFor all = asked(shape + "/riderFrequency 60 def\n/riderAngle 45 def" + annotation);
     EXPECT_EQ(all.frequency, 60);
     EXPECT_EQ(all.angle, 45);
     EXPECT_TRUE(all.annotated);
@@ -222,7 +222,7 @@ TEST(ProofReport, SaysWhatAJobPrintedWithoutRidersLosesOfItsTints)
     proof::PageFacts page;
     page.plates = {plate("Cyan", 60, 45), plate("Black", 60, 75)};
     page.plates[1].asked.binding = false;
-    const auto at = [&](double dpi, proof::TintRange tints) {
+    const auto at = [&](double dpi, plates::TintRange tints) {
         page.dpi = dpi;
         page.plates[0].tints = tints;
         page.plates[1].tints = {true, false, 0, 0};

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "proof/facts/asked_for.h"
-#include "proof/facts/measured_screen.h"
+#include "plates/measuring/asked_for.h"
+#include "plates/measuring/flat_tint.h"
+#include "plates/measuring/measured_screen.h"
 #include "proof/facts/plate_pattern.h"
-#include "proof/looking/flat_tint.h"
 #include "proof/looking/ink_colours.h"
 
 namespace riders::proof {
@@ -15,12 +15,12 @@ namespace riders::proof {
 struct PlateFacts {
     std::string name;  // UTF-8
     Colour ink;
-    TintRange tints;
-    Place flatPlace;      // the best place to measure on, may be empty
-    Place loupe;          // what its loupe picture shows
-    double flatTint = 0;  // the tint there, 0 to 1
-    AskedFor asked;
-    MeasuredScreen measured;
+    plates::TintRange tints;
+    plates::Place flatPlace;  // the best place to measure on, may be empty
+    plates::Place loupe;      // what its loupe picture shows
+    double flatTint = 0;      // the tint there, 0 to 1
+    plates::AskedFor asked;
+    plates::MeasuredScreen measured;
     std::string film, picture;  // files, relative to the folder; empty when the plate has no ink
 };
 
@@ -29,7 +29,7 @@ struct PageFacts {
     double width = 0, height = 0;  // inches
     double dpi = 0;                // of the films
     std::string picture, rosette;  // files, relative to the folder; no rosette without ink
-    Place loupe;
+    plates::Place loupe;
     std::vector<PlateFacts> plates;      // all, with ink or without
     std::vector<PlatePattern> patterns;  // that can be seen, where the plates print over each other
     double mesh = 0;                     // threads per inch of the mesh it is for; 0 for none

@@ -30,7 +30,7 @@ bool isLight(const PlateFacts &plate)
 screens::Grid askedGrid(const PlateFacts &plate)
 {
     screens::Grid grid = gridOf(plate.measured);
-    const AskedFor &asked = plate.asked;
+    const plates::AskedFor &asked = plate.asked;
     if (asked.frequency && std::abs(*asked.frequency / grid.frequency - 1) < kAboutReached)
         grid.frequency = *asked.frequency;
     if (asked.angle && screens::degreesApart(grid.kind, *asked.angle, grid.angle) < kDegreesAboutReached)
@@ -117,7 +117,7 @@ void addShared(const Measured &measured, std::vector<PlatePattern> &patterns)
 
 }  // namespace
 
-screens::Grid gridOf(const MeasuredScreen &measured)
+screens::Grid gridOf(const plates::MeasuredScreen &measured)
 {
     screens::Grid grid{measured.frequency, measured.angle,
                        measured.lines ? screens::GridKind::lines : screens::GridKind::dots};
@@ -160,7 +160,7 @@ std::string sentenceFor(const PlatePattern &pattern, const std::vector<PlateFact
 {
     const std::string names = namesOf(pattern.plates, plates);
     if (pattern.shared) {
-        const MeasuredScreen &screen = plates[pattern.plates[0]].measured;
+        const plates::MeasuredScreen &screen = plates[pattern.plates[0]].measured;
         return names + " have one screen, " + decimal(screen.frequency, 1) + " lines per inch at " +
                decimal(screen.angle, 1) + "°: the slightest misregister will show as a shift of colour.";
     }

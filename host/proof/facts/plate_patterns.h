@@ -11,7 +11,7 @@ namespace riders::proof {
 // An ink that takes less than this share of the light is light: yellow takes 0.18, cyan 0.7.
 inline constexpr double kLightInk = 0.3;
 
-screens::Grid gridOf(const MeasuredScreen &measured);
+screens::Grid gridOf(const plates::MeasuredScreen &measured);
 
 // Patterns of two or three plates that can be seen more than the rosette's own, those that show most first, and
 // plates with one screen. Threes are left out where two of them make a pattern already. The plates must be

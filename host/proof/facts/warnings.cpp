@@ -23,8 +23,8 @@ std::string percent(double share)
 
 void warnOfScreen(const PlateFacts &plate, std::vector<std::string> &warnings)
 {
-    const AskedFor &asked = plate.asked;
-    const MeasuredScreen &measured = plate.measured;
+    const plates::AskedFor &asked = plate.asked;
+    const plates::MeasuredScreen &measured = plate.measured;
     if (!measured.found || !asked.binding)
         return;
     if (asked.frequency && std::abs(measured.frequency / *asked.frequency - 1) > kFrequencyOff)

@@ -4,9 +4,9 @@
 #include <iterator>
 #include <string>
 
+#include "plates/measuring/telling_place.h"
 #include "proof/looking/pictures.h"
 #include "proof/looking/png_file.h"
-#include "proof/looking/telling_place.h"
 
 namespace riders::proof {
 namespace {
@@ -18,10 +18,10 @@ constexpr double kGoodEnough = 0.25;
 PlateLook lookAt(const plates::TintPlate &tints, bool ink, double dpi)
 {
     PlateLook look;
-    look.tints = tintRange(tints, dpi);
+    look.tints = plates::tintRange(tints, dpi);
     if (!ink)
         return look;
-    look.flatPlace = flatTint(tints, dpi);
+    look.flatPlace = plates::flatTint(tints, dpi);
     if (!look.flatPlace.empty()) {
         const int x = static_cast<int>((look.flatPlace.left + look.flatPlace.width / 2) * dpi);
         const int y = static_cast<int>((look.flatPlace.top + look.flatPlace.height / 2) * dpi);
@@ -37,13 +37,13 @@ void chooseLoupes(PageLook &look, const plates::PageInTints &seen)
     for (size_t i = 0; i < seen.plates.size(); ++i)
         if (seen.page.plates[i].ink)
             inked.push_back(&seen.plates[i]);
-    look.loupe = tellingPlace(inked, seen.dpi, kLoupeInches);
+    look.loupe = plates::tellingPlace(inked, seen.dpi, kLoupeInches);
     for (size_t i = 0; i < seen.plates.size(); ++i) {
         if (!seen.page.plates[i].ink)
             continue;
-        const Place own = tellingPlace({&seen.plates[i]}, seen.dpi, kLoupeInches);
-        const bool good = tellingShare(seen.plates[i], seen.dpi, look.loupe) >=
-                          kGoodEnough * tellingShare(seen.plates[i], seen.dpi, own);
+        const plates::Place own = plates::tellingPlace({&seen.plates[i]}, seen.dpi, kLoupeInches);
+        const bool good = plates::tellingShare(seen.plates[i], seen.dpi, look.loupe) >=
+                          kGoodEnough * plates::tellingShare(seen.plates[i], seen.dpi, own);
         look.plates[i].loupe = good ? look.loupe : own;
     }
 }

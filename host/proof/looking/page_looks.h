@@ -7,20 +7,20 @@
 #include <utility>
 #include <vector>
 
+#include "plates/measuring/flat_tint.h"
 #include "plates/survey/survey.h"
-#include "proof/looking/flat_tint.h"
 
 namespace riders::proof {
 
 struct PlateLook {
-    TintRange tints;
-    Place flatPlace;     // the best place to measure on, may be empty
-    double flatInk = 0;  // the tint there, 0 to 1
-    Place loupe;         // where its dots show best; the page's place if they show well there
+    plates::TintRange tints;
+    plates::Place flatPlace;  // the best place to measure on, may be empty
+    double flatInk = 0;       // the tint there, 0 to 1
+    plates::Place loupe;      // where its dots show best; the page's place if they show well there
 };
 
 struct PageLook {
-    Place loupe;
+    plates::Place loupe;
     std::vector<PlateLook> plates;  // as surveyed
 };
 

@@ -45,7 +45,7 @@ struct PixelPlace {
     int left, top, width, height;
 };
 
-PixelPlace pixelsOf(const plates::BitPlate &plate, double dpi, const Place &place)
+PixelPlace pixelsOf(const plates::BitPlate &plate, double dpi, const plates::Place &place)
 {
     const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };
     const int left = std::clamp(pixels(place.left), 0, plate.width - 1);
@@ -133,12 +133,12 @@ LightPicture seenFromAfar(const std::vector<InkedPlate> &plates, const PixelPlac
 
 }  // namespace
 
-bool showsDots(const Place &place, double cell)
+bool showsDots(const plates::Place &place, double cell)
 {
     return std::max(place.width, place.height) / cell * kPixelsACell <= kPatternPixels;
 }
 
-Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place, double cell)
+Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const plates::Place &place, double cell)
 {
     const PixelPlace pixels = pixelsOf(*plates[0].plate, dpi, place);
     const LightPicture light = showsDots(place, cell)

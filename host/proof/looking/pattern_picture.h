@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "plates/measuring/place.h"
 #include "proof/looking/pictures.h"
-#include "proof/looking/place.h"
 
 namespace riders::proof {
 
@@ -13,15 +13,15 @@ namespace riders::proof {
 double sharedArea(const std::vector<const plates::BitPlate *> &plates, double dpi);
 
 // The square of `side` inches (less on a smaller page) with most of that.
-Place sharedPlace(const std::vector<const plates::BitPlate *> &plates, double dpi, double side);
+plates::Place sharedPlace(const std::vector<const plates::BitPlate *> &plates, double dpi, double side);
 
 inline constexpr int kPatternPixels = 900;  // along the longer side, at most
 // The place in the plates' inks over each other, averaged as light is. `cell` is the side of a screen's cell in
 // inches: where cells would be smaller than kPixelsACell, so that a picture of them could have a pattern of its
 // own, they are blurred until only what is coarser is left, as seen from afar.
 inline constexpr double kPixelsACell = 6;
-Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place, double cell);
+Picture patternPicture(const std::vector<InkedPlate> &plates, double dpi, const plates::Place &place, double cell);
 // Whether its dots are not blurred.
-bool showsDots(const Place &place, double cell);
+bool showsDots(const plates::Place &place, double cell);
 
 }  // namespace riders::proof

@@ -64,7 +64,7 @@ Picture pagePicture(const std::vector<InkedTints> &plates, int step)
     });
 }
 
-Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place)
+Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const plates::Place &place)
 {
     const int pageWidth = plates[0].plate->width, pageHeight = plates[0].plate->height;
     const auto pixels = [dpi](double inches) { return static_cast<int>(std::lround(inches * dpi)); };

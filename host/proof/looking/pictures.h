@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "plates/files/plate.h"
+#include "plates/measuring/place.h"
 #include "proof/looking/picture.h"
-#include "proof/looking/place.h"
 
 namespace riders::proof {
 
@@ -27,7 +27,7 @@ struct InkedPlate {
 };
 // A place of the page through a loupe, all inks over each other; black on white
 // is what a single film looks like. Above 2400 dpi several pixels are merged into one.
-Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const Place &place);
+Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const plates::Place &place);
 
 // The resolution at which a loupe picture of plates of that resolution is to be shown.
 double loupePictureDpi(double plateDpi);

@@ -87,7 +87,7 @@ double sharedArea(const std::vector<const plates::BitPlate *> &plates, double dp
     return sum * blocks.inches * blocks.inches;
 }
 
-Place sharedPlace(const std::vector<const plates::BitPlate *> &plates, double dpi, double side)
+plates::Place sharedPlace(const std::vector<const plates::BitPlate *> &plates, double dpi, double side)
 {
     const double pageWidth = plates[0]->width / dpi, pageHeight = plates[0]->height / dpi;
     const SharedBlocks blocks(plates, dpi);

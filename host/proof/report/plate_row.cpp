@@ -30,7 +30,7 @@ std::string screen(const std::optional<double> &frequency, const std::optional<d
     return part("values", {{"values", text + (angle ? decimal(*angle, 2) + "°" : "")}});
 }
 
-std::string askedCell(const AskedFor &asked)
+std::string askedCell(const plates::AskedFor &asked)
 {
     const bool known = asked.frequency || asked.angle;
     std::string values = known ? screen(asked.frequency, asked.angle) : "";

@@ -8,7 +8,7 @@
 
 #include "plates/interpreter/interpreter_words.h"
 
-namespace riders::proof {
+namespace riders::plates {
 
 struct AskedOfPlate {
     std::optional<double> frequency, angle;
@@ -30,7 +30,7 @@ AskedFor askedByRiders(const std::filesystem::path &riders);
 // What holds for a plate, named by the ink's bytes, or by the plate that the whole page is: first the riders
 // file's values, those for that plate before those for all, then the screen in force at the page's end, which
 // counts as asked for by nobody when it is the interpreter's own.
-AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates::AskedScreens &page,
-                  const plates::AskedScreens &interpreter);
+AskedFor askedFor(const std::string &plate, const AskedFor &riders, const AskedScreens &page,
+                  const AskedScreens &interpreter);
 
-}  // namespace riders::proof
+}  // namespace riders::plates

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "plates/files/plate.h"
-#include "proof/looking/place.h"
+#include "plates/measuring/place.h"
 
-namespace riders::proof {
+namespace riders::plates {
 
 // How well a tint, 0 to 255, shows its dots, 0 to 1: middle tints best; solid ink only a little, so that
 // plates of text are looked at where the text is.
@@ -14,8 +14,8 @@ double telling(int ink);
 
 // Where a square of `side` inches (less on a smaller page) shows most of the
 // dots of these plates together; for plates without tints, most of their ink.
-Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double dpi, double side);
+Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, double side);
 // How much of a place shows dots, 0 to 1.
-double tellingShare(const plates::TintPlate &plate, double dpi, const Place &place);
+double tellingShare(const TintPlate &plate, double dpi, const Place &place);
 
-}  // namespace riders::proof
+}  // namespace riders::plates

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "plates/files/plate.h"
-#include "proof/looking/place.h"
+#include "plates/measuring/place.h"
 
-namespace riders::proof {
+namespace riders::plates {
 
 struct MeasuredScreen {
     bool found = false;
@@ -21,7 +21,7 @@ struct MeasuredScreen {
 // on the largest flat tint there is. `aboutFrequency` is the one expected, in lines per inch: no more of the tint
 // is read than 0.1 % and 0.05 degrees need. `shape` is the one expected: it is the result when the dots are like
 // it, another when they are clearly more like that one, none when cells are small or dots or gaps tiny.
-MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
+MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
                             const std::string &shape = {});
 
-}  // namespace riders::proof
+}  // namespace riders::plates

@@ -1,10 +1,10 @@
-#include "proof/looking/telling_place.h"
+#include "plates/measuring/telling_place.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace riders::proof {
+namespace riders::plates {
 namespace {
 
 constexpr int kBlock = 16;  // pixels a side, in which telling places are counted
@@ -23,7 +23,7 @@ const std::array<float, 256> &tellingTable()
 // Sums over all blocks above and to the left.
 class BlockSums {
 public:
-    explicit BlockSums(const plates::TintPlate &plate)
+    explicit BlockSums(const TintPlate &plate)
         : across((plate.width + kBlock - 1) / kBlock), down((plate.height + kBlock - 1) / kBlock),
           sums_(static_cast<size_t>(across + 1) * static_cast<size_t>(down + 1))
     {
@@ -95,7 +95,7 @@ double telling(int ink)
     return ink == 255 ? 0.05 : 4 * tint * (1 - tint);
 }
 
-Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double dpi, double side)
+Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, double side)
 {
     if (plates.empty())
         return {};
@@ -103,7 +103,7 @@ Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double 
     const double width = std::min(side, pageWidth), height = std::min(side, pageHeight);
     std::vector<BlockSums> sums;
     sums.reserve(plates.size());
-    for (const plates::TintPlate *plate : plates)
+    for (const TintPlate *plate : plates)
         sums.emplace_back(*plate);
     const int blocks = std::max(1, static_cast<int>(std::lround(side * dpi / kBlock)));
     std::vector<Candidate> all;
@@ -115,7 +115,7 @@ Place tellingPlace(const std::vector<const plates::TintPlate *> &plates, double 
             std::min(best.top * kBlock / dpi, pageHeight - height), width, height};
 }
 
-double tellingShare(const plates::TintPlate &plate, double dpi, const Place &place)
+double tellingShare(const TintPlate &plate, double dpi, const Place &place)
 {
     const std::array<float, 256> &table = tellingTable();
     const int left = std::max(0, static_cast<int>(place.left * dpi)),
@@ -129,4 +129,4 @@ double tellingShare(const plates::TintPlate &plate, double dpi, const Place &pla
     return right > left && bottom > top ? sum / (static_cast<double>(right - left) * (bottom - top)) : 0;
 }
 
-}  // namespace riders::proof
+}  // namespace riders::plates

@@ -1,7 +1,7 @@
 // A part of a sheet.
 #pragma once
 
-namespace riders::proof {
+namespace riders::plates {
 
 // A rectangle in inches from the upper left corner of the sheet.
 struct Place {
@@ -9,4 +9,4 @@ struct Place {
     bool empty() const { return width <= 0 || height <= 0; }
 };
 
-}  // namespace riders::proof
+}  // namespace riders::plates

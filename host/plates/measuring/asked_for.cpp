@@ -1,4 +1,4 @@
-#include "proof/facts/asked_for.h"
+#include "plates/measuring/asked_for.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include "io/bytes.h"
 #include "plates/files/plate.h"
 
-namespace riders::proof {
+namespace riders::plates {
 namespace {
 
 constexpr size_t kLongestRiders = 1 << 20;
@@ -83,7 +83,7 @@ std::optional<double> definedNumber(const std::string &text, const std::string &
     return {};
 }
 
-bool isSame(const plates::AskedScreens &one, const plates::AskedScreens &other)
+bool isSame(const AskedScreens &one, const AskedScreens &other)
 {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](const auto &a, const auto &b) {
         return a.first == b.first && a.second.frequency == b.second.frequency &&
@@ -111,8 +111,8 @@ AskedFor askedByRiders(const std::filesystem::path &riders)
             ofPlates};
 }
 
-AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates::AskedScreens &page,
-                  const plates::AskedScreens &interpreter)
+AskedFor askedFor(const std::string &plate, const AskedFor &riders, const AskedScreens &page,
+                  const AskedScreens &interpreter)
 {
     AskedFor asked;
     auto found = page.find("Default");
@@ -120,7 +120,7 @@ AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates
         found == page.end() || found->second.pagePlate.empty() ? plate : found->second.pagePlate;
     if (const auto own = page.find(meant); own != page.end() && own->first != "Default")
         found = own;
-    if (found == page.end() && !plates::isProcessPlate(meant))
+    if (found == page.end() && !isProcessPlate(meant))
         found = page.find("Black");  // setcolorscreen names no spot inks: they get the last of its screens
     asked.by = "nobody";
     if (found != page.end()) {
@@ -145,4 +145,4 @@ AskedFor askedFor(const std::string &plate, const AskedFor &riders, const plates
     return asked;
 }
 
-}  // namespace riders::proof
+}  // namespace riders::plates

@@ -1,12 +1,12 @@
-#include "proof/looking/flat_tint.h"
+#include "plates/measuring/flat_tint.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
-#include "proof/looking/telling_place.h"
+#include "plates/measuring/telling_place.h"
 
-namespace riders::proof {
+namespace riders::plates {
 namespace {
 
 constexpr double kMillimetre = 1 / 25.4;
@@ -22,7 +22,7 @@ struct Rectangle {
 // the rectangles that end there.
 class FlatRectangles {
 public:
-    FlatRectangles(const plates::TintPlate &plate, double most)
+    FlatRectangles(const TintPlate &plate, double most)
         : plate_(plate), most_(most), columns_(plate.width / kStep), up_(static_cast<size_t>(columns_))
     {
     }
@@ -86,7 +86,7 @@ private:
                  found.height * kStep};
     }
 
-    const plates::TintPlate &plate_;
+    const TintPlate &plate_;
     const double most_;
     const int columns_;
     std::vector<int> up_;
@@ -97,7 +97,7 @@ private:
 
 }  // namespace
 
-TintRange tintRange(const plates::TintPlate &plate, double dpi)
+TintRange tintRange(const TintPlate &plate, double dpi)
 {
     std::array<size_t, 256> counts{};
     for (std::uint8_t ink : plate.ink)
@@ -116,7 +116,7 @@ TintRange tintRange(const plates::TintPlate &plate, double dpi)
     return range;
 }
 
-Place flatTint(const plates::TintPlate &plate, double dpi)
+Place flatTint(const TintPlate &plate, double dpi)
 {
     const Rectangle found = FlatRectangles(plate, kLongestWindow * dpi / kStep).best();
     const double edge = 2 * kStep;
@@ -128,4 +128,4 @@ Place flatTint(const plates::TintPlate &plate, double dpi)
     return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
 }
 
-}  // namespace riders::proof
+}  // namespace riders::plates

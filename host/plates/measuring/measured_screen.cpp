@@ -1,11 +1,11 @@
-#include "proof/facts/measured_screen.h"
+#include "plates/measuring/measured_screen.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "meter/meter.h"
 
-namespace riders::proof {
+namespace riders::plates {
 namespace {
 
 constexpr double kTellingCell = 8;                 // pixels along a cell's side, below which shapes look the same
@@ -37,7 +37,7 @@ std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &read
 
 }  // namespace
 
-MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
+MeasuredScreen measurePlate(const BitPlate &plate, double dpi, const Place &tint, double aboutFrequency,
                             const std::string &shape)
 {
     const Place middle = middleOf(tint, std::clamp(kCells / aboutFrequency, kShortest, kLongest));
@@ -63,4 +63,4 @@ MeasuredScreen measurePlate(const plates::BitPlate &plate, double dpi, const Pla
             reading.kind == meter::ScreenKind::lines};
 }
 
-}  // namespace riders::proof
+}  // namespace riders::plates
