@@ -6,6 +6,7 @@
 namespace {
 
 namespace proof = riders::proof;
+namespace plates = riders::plates;
 using plates::Place;
 using proof::Colour;
 using proof::Picture;

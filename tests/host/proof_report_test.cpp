@@ -10,6 +10,7 @@
 namespace {
 
 namespace proof = riders::proof;
+namespace plates = riders::plates;
 
 using proof::PlateFacts;
 using Words = std::vector<std::string>;

@@ -1,11 +1,11 @@
-// Where a proof looks closely, and what tints it finds.
+// What tints a plate has, and where its screen is measured and looked at.
 #include "host/proof_support.h"
 #include "plates/measuring/flat_tint.h"
 #include "plates/measuring/telling_place.h"
 
 namespace {
 
-namespace proof = riders::proof;
+namespace plates = riders::plates;
 
 using plates::Place;
 using riders::plates::TintPlate;
@@ -27,7 +27,7 @@ void fill(TintPlate &plate, int left, int top, int right, int bottom, int ink)
                 static_cast<std::uint8_t>(ink);
 }
 
-TEST(ProofTints, RangeIsOfTintsLargeEnoughToSee)
+TEST(MeasuringPlaces, RangeIsOfTintsLargeEnoughToSee)
 {
     TintPlate plate = blank(200, 200);
     EXPECT_FALSE(plates::tintRange(plate, kDpi).tint);
@@ -42,7 +42,7 @@ TEST(ProofTints, RangeIsOfTintsLargeEnoughToSee)
     EXPECT_DOUBLE_EQ(range.most, 0.8);
 }
 
-TEST(ProofTints, TheFlatTintIsLargeAndNotTooLight)
+TEST(MeasuringPlaces, TheFlatTintIsLargeAndNotTooLight)
 {
     TintPlate plate = blank(600, 400);
     fill(plate, 0, 0, 600, 100, 12);  // larger, but 5 %
@@ -57,7 +57,7 @@ TEST(ProofTints, TheFlatTintIsLargeAndNotTooLight)
     EXPECT_LE(place.width, 1.5);
 }
 
-TEST(ProofTints, NoFlatTintInTextOrASlope)
+TEST(MeasuringPlaces, NoFlatTintInTextOrASlope)
 {
     TintPlate plate = blank(300, 300);
     EXPECT_TRUE(plates::flatTint(plate, kDpi).empty());
@@ -68,7 +68,7 @@ TEST(ProofTints, NoFlatTintInTextOrASlope)
     EXPECT_TRUE(plates::flatTint(plate, kDpi).empty());
 }
 
-TEST(ProofTints, TheLoupeIsHeldOverTheMiddleOfATint)
+TEST(MeasuringPlaces, TheLoupeIsHeldOverTheMiddleOfATint)
 {
     TintPlate plate = blank(800, 800);
     fill(plate, 320, 320, 720, 720, 128);
@@ -79,7 +79,7 @@ TEST(ProofTints, TheLoupeIsHeldOverTheMiddleOfATint)
     EXPECT_DOUBLE_EQ(plates::tellingShare(plate, kDpi, {0, 0, 1, 1}), 0);
 }
 
-TEST(ProofTints, TheLoupeIsHeldWherePlatesMeet)
+TEST(MeasuringPlaces, TheLoupeIsHeldWherePlatesMeet)
 {
     TintPlate cyan = blank(800, 800), magenta = blank(800, 800);
     fill(cyan, 0, 0, 480, 800, 128);
@@ -88,7 +88,7 @@ TEST(ProofTints, TheLoupeIsHeldWherePlatesMeet)
     EXPECT_NEAR(place.left + 0.5, 4, 0.2);
 }
 
-TEST(ProofTints, TheLoupeStaysOnASmallPage)
+TEST(MeasuringPlaces, TheLoupeStaysOnASmallPage)
 {
     TintPlate plate = blank(50, 30);
     const Place place = plates::tellingPlace({&plate}, kDpi, 1);
