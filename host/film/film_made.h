@@ -31,6 +31,7 @@ struct BlankPlate {
 struct FilmsMade {
     std::vector<PlateMade> films;
     std::vector<BlankPlate> blank;  // plates without ink, of which no film was made
+    std::filesystem::path look;     // the page to look at; empty where there is none
 };
 
 // The angle on the upright page of a page that lies on the film turned anticlockwise by so many degrees: of those

@@ -23,12 +23,14 @@ public:
     // In the middle, once all rows have gone by. Angles count on the film. `shape` is the one expected: the result
     // when the dots are like it, another when they are like that one; no shape is looked for where it is empty.
     plates::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const;
+    // What was kept, upright, as the place was before `turned`, in square pixels of the higher resolution.
+    plates::BitPlate upright(int rotation) const;
 
 private:
     plates::BitPlate inSquarePixels() const;
 
     const screening::Resolution resolution_;
-    std::size_t firstByte_ = 0, top_ = 0;
+    std::size_t firstByte_ = 0, left_ = 0, top_ = 0;
     plates::BitPlate bits_;
 };
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "film/film_look.h"
 #include "film/film_made.h"
 #include "film/page_plates.h"
 #include "film/plate_film.h"
@@ -28,6 +29,8 @@ struct PageFilmsRun {
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
+    FilmLook *look;  // null for none
+    const plates::Survey &survey;
     std::string date;  // for labels
 };
 
@@ -50,12 +53,13 @@ private:
     };
 
     PagePlate plateOf(const plates::TonePage &page, std::size_t index) const;
-    PlateFilmPlan planFor(const plates::TonePage &page, const PagePlate &plate,
+    PlateFilmPlan planFor(const plates::TonePage &page, std::size_t index,
                           const std::shared_ptr<const Sheet> &sheet);
     std::unique_ptr<PlateWriter> writerFor(const PlateSheet &sheet);
     void screenBand();
     void forEachPlate(const std::function<void(Open &, std::size_t)> &work);
-    void finishPlate(Open &open);
+    void beginLook(const plates::TonePage &page, const Sheet &sheet);
+    void finishPlate(Open &open, std::size_t index);
     void keepWhatWasMade();
 
     const PageFilmsRun run_;

@@ -24,8 +24,9 @@ struct PlateFilmPlan {
     std::size_t pageColumns = 0;         // of the page on it
     std::shared_ptr<const Sheet> place;  // where that lies
     FilmSide side;
-    plates::Place measuredAt;  // see KeptWindow
-    Label label;               // all but the screen that is reached
+    plates::Place measuredAt;                             // see KeptWindow
+    std::vector<std::shared_ptr<KeptWindow>> shown = {};  // what else is kept, to be looked at
+    Label label;                                          // all but the screen that is reached
     // Both are called once, at the first row with ink, or at once if there is known to be some.
     bool inked = false;
     std::function<std::shared_ptr<const PlateScreening>()> screen;

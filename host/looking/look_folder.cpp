@@ -73,12 +73,13 @@ bool isLookFolder(const fs::path &folder)
     return true;
 }
 
-LookFolder::LookFolder(const fs::path &place) : place_(io::placeWithoutLinks(place))
+LookFolder::LookFolder(const fs::path &place, Holds holds) : place_(io::placeWithoutLinks(place))
 {
     try {
         refuseForeign(place_, place);
         folder_.emplace(place_, ".riders-proof-");
-        fs::create_directory(path() / kFilmsName);
+        if (holds == Holds::picturesAndFilms)
+            fs::create_directory(path() / kFilmsName);
         fs::create_directory(pictures());
     } catch (const fs::filesystem_error &error) {
         throw io::Refusal(place.string() + ": " + error.code().message());

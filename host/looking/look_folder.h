@@ -15,9 +15,10 @@ inline constexpr const char *kPicturesName = "pictures";
 // A proof's folder while it is being made.
 class LookFolder {
 public:
+    enum class Holds { pictures, picturesAndFilms };
     // Throws Refusal when the place is taken by anything that is not an
     // earlier proof or an empty folder, or when the folder cannot be made.
-    explicit LookFolder(const std::filesystem::path &place);
+    explicit LookFolder(const std::filesystem::path &place, Holds holds = Holds::picturesAndFilms);
 
     const std::filesystem::path &path() const { return folder_->path(); }
     std::filesystem::path page() const { return path() / kPageName; }

@@ -32,11 +32,6 @@ void check(const ProofRequest &request)
         throw io::Refusal("the interpreter needs some time and some memory");
 }
 
-fs::path placeOf(const ProofRequest &request)
-{
-    return request.folder.empty() ? fs::path(request.job.stem().string() + "-proof") : request.folder;
-}
-
 int coresFor(const ProofRequest &request)
 {
     return request.cores > 0 ? request.cores : std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
@@ -89,6 +84,11 @@ looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int
 }
 
 }  // namespace
+
+fs::path placeOf(const ProofRequest &request)
+{
+    return request.folder.empty() ? fs::path(request.job.stem().string() + "-proof") : request.folder;
+}
 
 fs::path proof(const ProofRequest &request)
 {

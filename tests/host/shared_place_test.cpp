@@ -40,13 +40,13 @@ TEST(SharedPlace, TheAreaIsWhereAllPlatesHaveTints)
     const Overlapping plates;
     TintPlate full = blank(480, 320);
     fill(full, 80, 0, 320, 255);
-    const InkBlocks one = inkBlocks(plates.one, kDpi), other = inkBlocks(plates.other, kDpi),
-                    solid = inkBlocks(full, kDpi);
+    const InkBlocks one = looking::inkBlocks(plates.one, kDpi), other = looking::inkBlocks(plates.other, kDpi),
+                    solid = looking::inkBlocks(full, kDpi);
     EXPECT_NEAR(looking::sharedArea({&one, &other}), 0.25, 0.001);
     EXPECT_GT(looking::sharedArea({&one}), 0.65);
     EXPECT_EQ(looking::sharedArea({&one, &solid}), 0) << "solid ink has no dots";
     EXPECT_EQ(looking::sharedArea({&one, &other, &solid}), 0);
-    const InkBlocks tiny = inkBlocks(blank(3, 3), kDpi);
+    const InkBlocks tiny = looking::inkBlocks(blank(3, 3), kDpi);
     EXPECT_EQ(looking::sharedArea({&tiny, &tiny}), 0);
 }
 
@@ -55,7 +55,7 @@ TEST(SharedPlace, IsWhereThereIsMostOfIt)
     Overlapping plates;
     fill(plates.one, 440, 152, 24);  // less, further to the right
     fill(plates.other, 440, 152, 24);
-    const InkBlocks one = inkBlocks(plates.one, kDpi), other = inkBlocks(plates.other, kDpi);
+    const InkBlocks one = looking::inkBlocks(plates.one, kDpi), other = looking::inkBlocks(plates.other, kDpi);
     const Place place = looking::sharedPlace({&one, &other}, 0.5);
     EXPECT_NEAR(place.left, 1.5, 1e-9);
     EXPECT_NEAR(place.top, 0.75, 1e-9);
@@ -64,7 +64,7 @@ TEST(SharedPlace, IsWhereThereIsMostOfIt)
     EXPECT_EQ(all.left, 0);
     EXPECT_EQ(all.width, 3);
     EXPECT_EQ(all.height, 2);
-    const InkBlocks tiny = inkBlocks(blank(3, 3), kDpi);
+    const InkBlocks tiny = looking::inkBlocks(blank(3, 3), kDpi);
     EXPECT_NEAR(looking::sharedPlace({&tiny, &tiny}, 1).width, 3 / kDpi, 1e-9);
 }
 
