@@ -153,9 +153,10 @@ private:
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
             .form = *form,
-            .look = look_ ? &*look_ : nullptr,
-            .survey = survey,
-            .date = today()};
+            .date = today(),
+            .look = look_ ? &*look_ : nullptr};
+        if (look_)
+            look_->begin(survey);
         PageFilms films(run, workers_, progress_, made_);
         plates::streamTones({.job = job,
                              .survey = survey,

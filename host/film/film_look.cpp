@@ -50,10 +50,10 @@ FilmLook::FilmLook(const FilmRequest &request)
 {
 }
 
-void FilmLook::beginPage(const plates::Survey &survey, const FilmPage &page, const plates::TonePage &tones,
-                         const Sheet &sheet, PlateScreens &screens, const std::vector<const PagePlate *> &plates)
+void FilmLook::beginPage(const FilmPage &page, const plates::TonePage &tones, const Sheet &sheet,
+                         PlateScreens &screens, const std::vector<const PagePlate *> &plates)
 {
-    page_.emplace(KeptPageRun{request_, survey, page, looks_.of(page.number), tones, sheet, screens}, plates);
+    page_.emplace(KeptPageRun{request_, *survey_, page, looks_.of(page.number), tones, sheet, screens}, plates);
 }
 
 void FilmLook::take(std::size_t plate, const PlateMade &made)

@@ -28,9 +28,11 @@ public:
         return looks_.of(page).plates.at(plate).flatPlace;
     }
 
+    // Once, before the first page. The survey must outlive it.
+    void begin(const plates::Survey &survey) { survey_ = &survey; }
     // A page begins. `plates`: as they come from the interpreter, by which they are then counted.
-    void beginPage(const plates::Survey &survey, const FilmPage &page, const plates::TonePage &tones,
-                   const Sheet &sheet, PlateScreens &screens, const std::vector<const PagePlate *> &plates);
+    void beginPage(const FilmPage &page, const plates::TonePage &tones, const Sheet &sheet, PlateScreens &screens,
+                   const std::vector<const PagePlate *> &plates);
     // What is to be kept of a plate's rows.
     std::vector<std::shared_ptr<KeptWindow>> windowsOf(std::size_t plate) const { return page_->windowsOf(plate); }
     // A film was made; from any thread, once for each. Throws Refusal, as the others do.
@@ -45,6 +47,7 @@ private:
     std::string linkTo(const std::filesystem::path &film) const;
 
     const FilmRequest &request_;
+    const plates::Survey *survey_ = nullptr;
     const std::filesystem::path place_;
     looking::LookFolder folder_;
     looking::PageLooks looks_;

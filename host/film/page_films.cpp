@@ -51,7 +51,7 @@ void PageFilms::beginLook(const plates::TonePage &page, const Sheet &sheet)
     std::vector<const PagePlate *> plates;
     for (const Open &open : open_)
         plates.push_back(&open.plate);
-    run_.look->beginPage(run_.survey, *page_, page, sheet, run_.screens, plates);
+    run_.look->beginPage(*page_, page, sheet, run_.screens, plates);
 }
 
 PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) const

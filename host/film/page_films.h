@@ -29,9 +29,8 @@ struct PageFilmsRun {
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
-    FilmLook *look;  // null for none
-    const plates::Survey &survey;
     std::string date;  // for labels
+    FilmLook *look = nullptr;
 };
 
 // While some rows are screened and written, a plate on each of the workers, the next come. What is thrown at it

@@ -6,11 +6,17 @@
 namespace {
 
 namespace looking = riders::looking;
-namespace plates = riders::plates;
 using looking::Colour;
 using looking::Picture;
-using plates::Place;
 using riders::plates::BitPlate;
+
+void checker(BitPlate &plate, int left, int top, int side)
+{
+    for (int y = top; y < top + side; ++y)
+        for (int x = left; x < left + side; ++x)
+            if (x / 2 % 2 == y / 2 % 2)
+                plate.row(y)[x / 8] |= static_cast<std::uint8_t>(0x80 >> x % 8);
+}
 
 TEST(PatternPicture, LightIsAveragedNotNumbers)
 {
