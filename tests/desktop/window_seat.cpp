@@ -92,6 +92,13 @@ WindowSeat::WindowSeat(const std::vector<Display> &displays)
     findWindow();
 }
 
+// Closing a window waits for its display, for ever if that has gone.
+WindowSeat::~WindowSeat()
+{
+    if (window_->displayLost())
+        static_cast<void>(window_.release());
+}
+
 void WindowSeat::findWindow()
 {
     // The only window on this display: the program's, or the compositor's that

@@ -18,6 +18,7 @@ namespace desktop {
 class WindowSeat : public toolbox::HeadlessMachine {
 public:
     explicit WindowSeat(const std::vector<toolbox::Display> &displays);
+    ~WindowSeat() override;
 
     // As X writes geometries: WIDTHxHEIGHT+X+Y, in the display's pixels.
     std::string placeOnDisplay();

@@ -48,4 +48,27 @@ TEST(WorkingCopy, ThatIsForgottenIsMadeAnew)
     EXPECT_EQ(contentsOf(folder / "saved"), "mine");
 }
 
+// What could not be saved stays for the next call, unless it is forgotten.
+TEST(WorkingCopy, ThatCouldNotBeSavedStaysUntilItIsForgotten)
+{
+    TemporaryFolder folder;
+    const fs::path place = folder / "place", away = folder / "away";
+    fs::create_directory(place);
+    writeFile(place / "saved", "mine");
+    WorkingCopy copy({place, "saved"});
+    copy.prepare();
+    writeFile(copy.folder() / "saved", "changed");
+    fs::rename(place, away);
+    writeFile(place, "");
+    EXPECT_THROW(copy.keep(), riders::io::Refusal);
+    fs::remove(place);
+    fs::rename(away, place);
+    copy.prepare();
+    EXPECT_EQ(contentsOf(copy.folder() / "saved"), "changed");
+    copy.forget();
+    copy.prepare();
+    EXPECT_EQ(contentsOf(copy.folder() / "saved"), "mine");
+    EXPECT_EQ(contentsOf(place / "saved"), "mine");
+}
+
 }  // namespace
