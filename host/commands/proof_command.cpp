@@ -1,9 +1,7 @@
 #include "commands/proof_command.h"
 
-#include <charconv>
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "commands/film_screens.h"

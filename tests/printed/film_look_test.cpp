@@ -14,12 +14,13 @@ using riders::plates::BitPlate;
 using Names = std::vector<std::string>;
 
 // All four inks and a spot ink over each other, 2 by 1.5 inches; the second page has no ink.
-constexpr const char *kJob = "%!PS-Adobe-3.0\n%%Pages: 2\n%%EndComments\n%%Page: 1 1\n"
-                             "<< /PageSize [144 108] >> setpagedevice\n"
-                             ".5 .3 .2 .1 setcmykcolor 6 6 90 96 rectfill\n"
-                             "[/Separation (Gold Ink) /DeviceCMYK {dup .2 mul exch dup .4 mul exch .8 mul 0}]\n"
-                             "setcolorspace .4 setcolor 100 6 36 96 rectfill\n"
-                             "%%Page: 2 2\nshowpage showpage\n%%EOF\n";
+constexpr const char *kLookedAtJob =
+    "%!PS-Adobe-3.0\n%%Pages: 2\n%%EndComments\n%%Page: 1 1\n"
+    "<< /PageSize [144 108] >> setpagedevice\n"
+    ".5 .3 .2 .1 setcmykcolor 6 6 90 96 rectfill\n"
+    "[/Separation (Gold Ink) /DeviceCMYK {dup .2 mul exch dup .4 mul exch .8 mul 0}]\n"
+    "setcolorspace .4 setcolor 100 6 36 96 rectfill\n"
+    "%%Page: 2 2\nshowpage showpage\n%%EOF\n";
 
 bool has(const std::string &text, const std::string &part)
 {
@@ -64,7 +65,7 @@ bool isPartOf(const BitPlate &plate, const toolbox::Picture &picture)
 
 class FilmLookTest : public ::testing::Test {
 protected:
-    FilmLookTest() { writeFile(folder / "job.ps", kJob); }
+    FilmLookTest() { writeFile(folder / "job.ps", kLookedAtJob); }
 
     CommandResult riders(const Names &words) { return runRiders(words, "", folder.path()); }
     std::string page(const std::string &place = "out-look") const
@@ -194,7 +195,8 @@ TEST_F(FilmLookTest, WhatIsNotAPageToLookAtStays)
 
 TEST_F(FilmLookTest, AJobThatFailsMakesNoPageToLookAt)
 {
-    writeFile(folder / "bad.ps", std::string(kJob).substr(0, std::string(kJob).find("%%EOF")) + "1 0 div\n");
+    writeFile(folder / "bad.ps",
+              std::string(kLookedAtJob).substr(0, std::string(kLookedAtJob).find("%%EOF")) + "1 0 div\n");
     EXPECT_EQ(riders({"film", "bad.ps", "-o", "out", "--look", "--dpi", "150"}).status, 1);
     EXPECT_EQ(riders({"proof", "--film", "bad.ps", "--dpi", "150"}).status, 1);
     EXPECT_EQ(names(), (Names{"bad.ps", "job.ps"}));
