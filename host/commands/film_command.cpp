@@ -58,10 +58,11 @@ void addMarks(CLI::App &command, film::MarksAsked &marks, FilmWords &words)
 
 void addLook(CLI::App &command, FilmWords &words)
 {
-    CLI::Option *look = command.add_flag("--look", words.look,
-                                         "Make a page to look at, too, with the films' dots through a loupe and "
-                                         "what is measured on them: proof.html, in "
-                                         "a folder beside the films that is called as they are, and -look");
+    CLI::Option *look =
+        command.add_flag("--look", words.look,
+                         "Make a page to look at, too, with the films' dots through a loupe and what is measured "
+                         "on them: proof.html in "
+                         "a folder beside the films, called as they are and -look, as in job-film-look");
     command.add_option("--mesh", words.mesh, "Threads per inch, or N/cm, of the mesh to print through")
         ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))
         ->needs(look)
