@@ -14,7 +14,7 @@ using Members = std::vector<std::pair<std::string, std::string>>;
 
 std::string lineOf(const PlateMade &made)
 {
-    std::string line = made.file.string() + ": page " + std::to_string(made.page) + ", " + made.plate + ": " +
+    std::string line = (made.file.empty() ? "" : made.file.string() + ": ") + "page " + std::to_string(made.page) + ", " + made.plate + ": " +
                        screens::numberText(made.asked.frequency) + " lpi at " +
                        screens::numberText(made.asked.angle) + "°, " + made.asked.shape.name;
     line += made.measured.found ? "; measured " + io::decimal(made.measured.frequency, 2) + " lpi at " +
@@ -75,15 +75,21 @@ std::string filmsInWords(const film::FilmsMade &made)
     return blank.empty() ? lines : lines + "no film of plates without ink (page, plate): " + blank + "\n";
 }
 
-std::string filmsInJson(const film::FilmsMade &made)
+std::vector<std::string> filmsAsJson(const film::FilmsMade &made)
 {
-    std::vector<std::string> films, blank;
+    std::vector<std::string> films;
     for (const PlateMade &film : made.films)
         films.push_back(inJson(film));
+    return films;
+}
+
+std::string filmsInJson(const film::FilmsMade &made)
+{
+    std::vector<std::string> blank;
     for (const BlankPlate &plate : made.blank)
         blank.push_back(
             io::jsonObject({{"page", std::to_string(plate.page)}, {"plate", io::jsonText(plate.plate)}}));
-    return io::jsonObject({{"films", io::jsonArray(films)}, {"blank", io::jsonArray(blank)}}) + "\n";
+    return io::jsonObject({{"films", io::jsonArray(filmsAsJson(made))}, {"blank", io::jsonArray(blank)}}) + "\n";
 }
 
 std::string warningsInWords(const film::FilmsMade &made, const std::string &command)

@@ -21,6 +21,8 @@ constexpr const char *kHidden = ".riders-film-";
 
 fs::path placeFor(const FilmRequest &request)
 {
+    if (request.form)
+        return {};
     if (!request.output.empty())
         return request.output == kStandardOutput ? fs::path() : request.output;
     return jobTitle(request.job) + "-film" + (isOneFile(request.format) ? extensionOf(request.format) : "");
@@ -98,6 +100,8 @@ fs::path FilmPlace::fileOf(const std::string &name) const
 
 std::unique_ptr<Form> FilmPlace::makeForm() const
 {
+    if (request_.form)
+        return request_.form(work());
     switch (request_.format) {
     case FilmFormat::pdf:
         return std::make_unique<PdfForm>(place_, work());
