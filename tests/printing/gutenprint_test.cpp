@@ -27,9 +27,9 @@ TEST_P(GutenprintTest, EveryDropletIsAPixelOfTheFilm)
 {
     const std::string dpi = GetParam().resolution;
     const CommandResult printed =
-        film({"--printer", "inkjet", "--dpi", dpi, "-O", "StpPrintingDirection=Unidirectional"});
+        film({"--printer", "inkjet", "--dpi", dpi, "--media", "A6", "-O", "StpPrintingDirection=Unidirectional"});
     ASSERT_EQ(printed.status, 0) << printed.err;
-    EXPECT_NE(printed.out.find("inkjet-1: page 1 (Cyan, Black) on Letter\n"), std::string::npos) << printed.out;
+    EXPECT_NE(printed.out.find("inkjet-1: page 1 (Cyan, Black) on A6\n"), std::string::npos) << printed.out;
     const std::vector<escp2::Page> pages = escp2::read(pipe.read());
     const std::vector<BitPlate> plates = films(dpi);
     ASSERT_EQ(pages.size(), plates.size());
@@ -76,7 +76,7 @@ TEST_F(EveryResolutionTest, KeepsEveryPixel)
         const PrinterPipe pipe(folder / "printer");
         const OwnCupsd server({{"inkjet", ppd, pipe.uri()}});
         for (const std::string dpi : {"360", "720x360", "720", "1440x720", "1440"}) {
-            const CommandResult printed = film({"--printer", "inkjet", "--dpi", dpi, "--quiet"});
+            const CommandResult printed = film({"--printer", "inkjet", "--dpi", dpi, "--media", "A6", "--quiet"});
             if (printed.err.find("cannot print at") != std::string::npos)
                 continue;
             ASSERT_EQ(printed.status, 0) << driver << " " << dpi << ": " << printed.err;

@@ -88,11 +88,12 @@ TEST_F(QueueTest, ADryRunSaysWhatWouldBeSentAndSendsNothing)
 
 TEST_F(QueueTest, CopiesFollowEachOtherAndJsonSaysWhatWasSent)
 {
-    const CommandResult result = film({"--printer", "inkjet", "--dpi", "720x360", "--copies", "2", "--json"});
+    const CommandResult result =
+        film({"--printer", "inkjet", "--dpi", "720x360", "--media", "A6", "--copies", "2", "--json"});
     EXPECT_EQ(result.status, 0) << result.err;
     for (const std::string part :
-         {R"("jobId": 1)", R"("title": "job.ps film, page 1")", R"("plates": ["Cyan", "Black"])",
-          R"("media": "Letter")", R"("copies": 2)", R"("dpi": [720, 360])", R"("dryRun": false)",
+         {R"("jobId": 1)", R"("title": "job film, page 1")", R"("plates": ["Cyan", "Black"])", R"("media": "A6")",
+          R"("copies": 2)", R"("dpi": [720, 360])", R"("dryRun": false)",
           R"({"name": "StpDitherAlgorithm", "value": "Ordered"})"})
         EXPECT_NE(result.out.find(part), std::string::npos) << part << "\nin\n" << result.out;
     EXPECT_EQ(escp2::read(pipe.read()).size(), 4u);

@@ -73,6 +73,11 @@ PrintPlan planPrinting(const PrintRequest &request)
     plan.media = request.media;
     plan.copies = request.copies;
     plan.dryRun = request.dryRun;
+    // Said to a printer without a driver, too.
+    if (const auto model = plan.queue.options.find("ColorModel");
+        plan.queue.kind == QueueKind::pwg && model != plan.queue.options.end() &&
+        std::count(model->second.choices.begin(), model->second.choices.end(), "FastGray"))
+        plan.options.push_back({"ColorModel", "FastGray"});
     if (plan.queue.kind == QueueKind::rasterDriver) {
         const ColourModel model = chooseColourModel(plan.queue);
         if (!model.choice.empty())
