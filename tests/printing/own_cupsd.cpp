@@ -80,8 +80,21 @@ Started::Started(const std::vector<std::string> &command, const fs::path &log,
     descriptor_ = static_cast<int>(syscall(SYS_pidfd_open, process_, 0));
 }
 
+int Started::end(int signal)
+{
+    int status = 0;
+    kill(process_, signal);
+    waitpid(process_, &status, 0);
+    process_ = -1;
+    return status;
+}
+
 Started::~Started()
 {
+    if (process_ < 0) {
+        close(descriptor_);
+        return;
+    }
     kill(process_, SIGTERM);
     pollfd end = {descriptor_, POLLIN, 0};
     if (poll(&end, 1, kWaitMilliseconds * 1000) == 0)
@@ -99,9 +112,9 @@ void Started::waitALittle() const
 }
 
 // A copy, since where AppArmor confines the installed one it may not use these folders.
-OwnCupsd::OwnCupsd(const std::vector<Queue> &queues)
+OwnCupsd::OwnCupsd(const std::vector<Queue> &queues, const std::string &more)
 {
-    makeFolders(queues);
+    makeFolders(queues, more);
     fs::copy_file("/usr/sbin/cupsd", folder_ / "cupsd");
     const fs::path socketPath = folder_ / "cups.sock";
     process_ = std::make_unique<Started>(std::vector<std::string>{folder_ / "cupsd", "-f", "-c",
@@ -118,13 +131,13 @@ OwnCupsd::~OwnCupsd()
 }
 
 // Filters run as another user where the server is root's.
-void OwnCupsd::makeFolders(const std::vector<Queue> &queues) const
+void OwnCupsd::makeFolders(const std::vector<Queue> &queues, const std::string &more) const
 {
     fs::permissions(folder(), fs::perms(0755));
     for (const char *name : {"root", "root/ppd", "cache", "state", "spool", "spool/tmp"})
         fs::create_directory(folder_ / name);
     fs::permissions(folder_ / "spool/tmp", fs::perms(01777));
-    writeFile(folder_ / "root/cupsd.conf", configuration(folder()));
+    writeFile(folder_ / "root/cupsd.conf", configuration(folder()) + more);
     writeFile(folder_ / "root/cups-files.conf", places(folder()));
     std::string printers;
     for (const Queue &queue : queues) {
@@ -134,11 +147,6 @@ void OwnCupsd::makeFolders(const std::vector<Queue> &queues) const
             writeFile(folder_ / ("root/ppd/" + queue.name + ".ppd"), queue.ppd);
     }
     writeFile(folder_ / "root/printers.conf", printers);
-}
-
-std::string OwnCupsd::errors() const
-{
-    return contentsOf(folder_ / "error");
 }
 
 PrinterPipe::PrinterPipe(fs::path path) : path_(std::move(path)), descriptor_(-1)

@@ -4,6 +4,7 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
     Started(const Started &) = delete;
     Started &operator=(const Started &) = delete;
 
+    // Sends it a signal, and returns how it ended, as waitpid has it.
+    int end(int signal);
     // Tries until it succeeds. Throws where the program has ended, or half a minute has passed.
     template <class Attempt>
     void waitFor(Attempt attempt) const
@@ -46,14 +49,14 @@ public:
         std::string name, ppd, uri;
     };
 
-    explicit OwnCupsd(const std::vector<Queue> &queues);
+    // `more` is added to its configuration.
+    explicit OwnCupsd(const std::vector<Queue> &queues, const std::string &more = {});
     ~OwnCupsd();
 
     const std::filesystem::path &folder() const { return folder_.path(); }
-    std::string errors() const;
 
 private:
-    void makeFolders(const std::vector<Queue> &queues) const;
+    void makeFolders(const std::vector<Queue> &queues, const std::string &more) const;
 
     TemporaryFolder folder_;
     std::unique_ptr<Started> process_;

@@ -1,5 +1,6 @@
 // What is refused before anything is sent, what a dry run says, and what a run that fails leaves.
 #include <signal.h>
+#include <sys/wait.h>
 
 #include <string>
 
@@ -107,6 +108,33 @@ TEST_F(QueueTest, AJobThatFailsSendsNothing)
     const CommandResult result = film({"--printer", "inkjet", "--dpi", "720"});
     EXPECT_EQ(result.status, 1);
     expectNothingSent();
+}
+
+// Before the film is whole at the server.
+TEST_F(QueueTest, CtrlCCancelsWhatHasBegun)
+{
+    Started riders({RIDERS_BINARY_DIR "/riders", "film", folder / "job.ps", "--printer", "inkjet", "--dpi",
+                    "1440x720", "--copies", "100", "--quiet"},
+                   folder / "out");
+    riders.waitFor([] { return !runProgram({"lpstat", "-o"}).out.empty(); });
+    const int status = riders.end(SIGINT);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status << contentsOf(folder / "out");
+    expectNothingSent();
+}
+
+class SmallServerTest : public PrintingTest {
+protected:
+    PrinterPipe pipe{folder / "printer"};
+    OwnCupsd server{{{"inkjet", gutenprintPpd("escp2-1400"), pipe.uri()}}, "LimitRequestBody 20k\n"};
+};
+
+TEST_F(SmallServerTest, AJobThatItStopsTakingIsCancelled)
+{
+    const CommandResult result = film({"--printer", "inkjet", "--dpi", "720"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("job 1: "), std::string::npos) << result.err;
+    EXPECT_EQ(runProgram({"lpstat", "-o"}).out, "");
+    EXPECT_TRUE(pipe.isSilent());
 }
 
 TEST(NoServerTest, IsSaid)

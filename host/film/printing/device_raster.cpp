@@ -10,7 +10,7 @@ namespace {
 
 using cups::libcups;
 
-constexpr int kConnectMilliseconds = 30000;
+constexpr int kConnectMilliseconds = 10000;
 
 struct Dest {
     cups_dest_t *dest;

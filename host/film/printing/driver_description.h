@@ -1,6 +1,7 @@
 // The description of a queue's driver (PPD).
 #pragma once
 
+#include "film/printing/print_server.h"
 #include "film/printing/queue.h"
 
 namespace riders::printing {

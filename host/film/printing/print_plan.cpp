@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "film/printing/ask_queue.h"
 #include "film/printing/driver_page.h"
 #include "film/printing/keeping_options.h"
 #include "io/interruption.h"

@@ -8,7 +8,7 @@ namespace {
 
 using cups::libcups;
 
-constexpr int kConnectMilliseconds = 30000;
+constexpr int kConnectMilliseconds = 10000;
 constexpr double kSecondsBetweenLooks = 0.5;
 constexpr int kLooks = 120;
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "film/printing/job_option.h"
-#include "film/printing/print_server.h"
 #include "film/printing/queue_resolution.h"
+#include "libcups/libcups.h"
 
 namespace riders::printing {
 
@@ -53,8 +53,5 @@ struct Queue {
 
     bool isGutenprint() const { return driver.find("rastertogutenprint") != driver.npos; }
 };
-
-// Throws Refusal where there is no such queue, with those that there are, and where it is none that keeps dots.
-Queue askQueue(const PrintServer &server, const std::string &name);
 
 }  // namespace riders::printing

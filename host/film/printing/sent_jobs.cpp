@@ -9,6 +9,7 @@ namespace {
 using cups::libcups;
 
 constexpr const char *kHold = "job-hold-until";
+constexpr double kCancelSeconds = 10;
 
 [[noreturn]] void refuse(const std::string &what)
 {
@@ -31,6 +32,8 @@ void SentJobs::cancel(int job) const
 {
     try {
         const PrintServer server;
+        // Also when a signal has come.
+        libcups().setTimeout(server.connection(), kCancelSeconds, nullptr, nullptr);
         libcups().cancelJob(server.connection(), queue_.c_str(), job, 0);
     } catch (...) {  // NOLINT(bugprone-empty-catch): the server has gone, and with it what was held
     }

@@ -1,4 +1,4 @@
-#include "film/printing/queue.h"
+#include "film/printing/ask_queue.h"
 
 #include "film/printing/device_raster.h"
 #include "film/printing/driver_description.h"
