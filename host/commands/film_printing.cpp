@@ -30,8 +30,6 @@ void checkForm(const film::FilmRequest &request, const PrinterWords &words)
 {
     if (!request.output.empty())
         throw io::Refusal("films go either to " + request.output.string() + " or to the printer " + words.queue);
-    if (words.dryRun && words.queue.empty())
-        throw io::Refusal("--dry-run says what --printer would send");
 }
 
 }  // namespace
@@ -42,6 +40,7 @@ void addPrinter(CLI::App &command, PrinterWords &words)
         command
             .add_option("--printer", words.queue,
                         "Print the films on that queue of CUPS instead of keeping them, each pixel as it is")
+            ->excludes(command.get_option("--format"))
             ->type_name("QUEUE");
     command.add_flag("--dry-run", words.dryRun, "Make the films and say what would be sent, but send nothing")
         ->needs(printer);
