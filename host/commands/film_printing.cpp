@@ -72,6 +72,7 @@ std::string printFilms(film::FilmRequest &request, const FilmPrinting &printing)
          .media = printing.words.media,
          .copies = printing.words.copies,
          .dryRun = printing.words.dryRun});
+    printing::checkSheet(plan);
     request.resolution = plan.resolution.dpi;
     request.format = film::FilmFormat::cups;
     std::vector<printing::JobSent> sent;

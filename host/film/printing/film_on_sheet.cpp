@@ -192,6 +192,12 @@ std::optional<QueueSheet> sheetFromText(std::string_view text)
     return QueueSheet{.name = {}, .width = sides[0], .height = sides[1]};
 }
 
+void checkSheet(const PrintPlan &plan)
+{
+    if (!plan.media.empty())
+        askedSheet(plan);
+}
+
 FilmOnSheet layFilm(const PrintPlan &plan, const FilmExtent &film)
 {
     if (!plan.media.empty()) {

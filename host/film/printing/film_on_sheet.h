@@ -25,6 +25,9 @@ struct FilmOnSheet {
     long x = 0, y = 0;  // of the film's upper left corner from that of the sheet, in pixels
 };
 
+// Throws Refusal where a sheet was asked for that the queue has not, which is said before films are made.
+void checkSheet(const PrintPlan &plan);
+
 // In the middle of the sheet that was asked for, or of the one that the queue has in use, or of the smallest that
 // holds it, so that all ink lies where the printer prints. Throws Refusal.
 FilmOnSheet layFilm(const PrintPlan &plan, const FilmExtent &film);
