@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "commands/chosen_screens.h"
+#include "commands/film_printing.h"
 #include "commands/film_screens.h"
 #include "commands/film_words.h"
 #include "commands/mesh_command.h"
@@ -20,7 +21,8 @@ struct FilmWords {
     bool look = false;
     std::string mesh;
     FilmScreenWords screens;
-    std::string resolution = "1200";
+    PrinterWords printer;
+    std::string resolution;
     std::string emulsion = "up";
     std::string format, compression = "g4";
     std::string sheet;
@@ -97,7 +99,9 @@ void addOutput(CLI::App &command, film::FilmRequest &request, FilmWords &words)
             "tiff, a file for each plate; or a file with a page for each: pdf, ps, cups (raster for CUPS's "
             "drivers), pwg (raster for IPP printers). When left out, what the name after -o ends in, or tiff")
         ->check(CLI::IsMember({"tiff", "pdf", "ps", "cups", "pwg"}));
-    command.add_option("--dpi", words.resolution, "Resolution, across and down; 1200 when left out")
+    command
+        .add_option("--dpi", words.resolution,
+                    "Resolution, across and down; 1200 when left out, or one of the printer's")
         ->check(CLI::Validator(isFilmResolution, ""))
         ->type_name("N|NxM");
     command.add_option("--pages", request.pages, "As in 1,3-5; all when left out")->type_name("LIST");
@@ -136,13 +140,14 @@ std::string report(const film::FilmsMade &made, const film::FilmRequest &request
     return request.quiet ? "" : printLines(filmsInWords(made));
 }
 
-std::string run(film::FilmRequest &request, const FilmWords &words, const std::string &name)
+void fillIn(film::FilmRequest &request, const FilmWords &words)
 {
     request.format = formatFrom(words.format, request.output);
     if (words.compression == "none" && request.format != film::FilmFormat::tiff)
         throw io::Refusal("--compression is for TIFF only");
     request.screens = chooseFilmScreens(words.screens);
-    request.resolution = *film::resolutionFromText(words.resolution);
+    if (!words.resolution.empty())
+        request.resolution = *film::resolutionFromText(words.resolution);
     request.side.mirrored |= words.emulsion == "down";
     if (words.marks)
         request.marks.label = request.marks.registerMarks = request.marks.cropMarks = request.marks.wedge = true;
@@ -151,6 +156,13 @@ std::string run(film::FilmRequest &request, const FilmWords &words, const std::s
     request.compression = words.compression == "none" ? film::Compression::none : film::Compression::group4;
     if (words.look)
         request.look = film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0)};
+}
+
+std::string run(film::FilmRequest &request, const FilmWords &words, const std::string &name)
+{
+    fillIn(request, words);
+    if (!words.printer.queue.empty())
+        return printFilms(request, {words.printer, !words.resolution.empty(), words.json, name});
     film::FilmsMade made;
     try {
         film::makeFilms(request, made);
@@ -178,6 +190,7 @@ void addFilm(CLI::App &app, Chosen &chosen)
         ->type_name("FILE");
     addScreenOptions(*command, words->screens);
     addOutput(*command, *request, *words);
+    addPrinter(*command, words->printer);
     addSide(*command, *request, *words);
     addMarks(*command, request->marks, *words);
     addLook(*command, *words);

@@ -14,7 +14,7 @@ using Members = std::vector<std::pair<std::string, std::string>>;
 
 std::string lineOf(const PlateMade &made)
 {
-    std::string line = made.file.string() + ": page " + std::to_string(made.page) + ", " + made.plate + ": " +
+    std::string line = (made.file.empty() ? "" : made.file.string() + ": ") + "page " + std::to_string(made.page) + ", " + made.plate + ": " +
                        screens::numberText(made.asked.frequency) + " lpi at " +
                        screens::numberText(made.asked.angle) + "°, " + made.asked.shape.name;
     line += made.measured.found ? "; measured " + io::decimal(made.measured.frequency, 2) + " lpi at " +
@@ -77,15 +77,21 @@ std::string filmsInWords(const film::FilmsMade &made)
     return made.look.empty() ? lines : lines + "to look at: " + io::plainText(made.look.string()) + "\n";
 }
 
-std::string filmsInJson(const film::FilmsMade &made)
+std::vector<std::string> filmsAsJson(const film::FilmsMade &made)
 {
-    std::vector<std::string> films, blank;
+    std::vector<std::string> films;
     for (const PlateMade &film : made.films)
         films.push_back(inJson(film));
+    return films;
+}
+
+std::string filmsInJson(const film::FilmsMade &made)
+{
+    std::vector<std::string> blank;
     for (const BlankPlate &plate : made.blank)
         blank.push_back(
             io::jsonObject({{"page", std::to_string(plate.page)}, {"plate", io::jsonText(plate.plate)}}));
-    Members members = {{"films", io::jsonArray(films)}, {"blank", io::jsonArray(blank)}};
+    Members members = {{"films", io::jsonArray(filmsAsJson(made))}, {"blank", io::jsonArray(blank)}};
     if (!made.look.empty())
         members.emplace_back("look", io::jsonText(made.look.native()));
     return io::jsonObject(members) + "\n";

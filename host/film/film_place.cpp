@@ -22,7 +22,7 @@ constexpr const char *kHidden = ".riders-film-";
 
 fs::path placeFor(const FilmRequest &request)
 {
-    if (request.format == FilmFormat::none)
+    if (request.form || request.format == FilmFormat::none)
         return {};
     if (!request.output.empty())
         return request.output == kStandardOutput ? fs::path() : request.output;
@@ -104,6 +104,8 @@ fs::path FilmPlace::fileOf(const std::string &name) const
 
 std::unique_ptr<Form> FilmPlace::makeForm() const
 {
+    if (request_.form)
+        return request_.form(work());
     switch (request_.format) {
     case FilmFormat::pdf:
         return std::make_unique<PdfForm>(place_, work());

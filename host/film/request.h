@@ -2,10 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "film/forms/plate_writer.h"
 #include "film/forms/tiff_form.h"
 #include "film/plate_film.h"
 #include "film/sheet.h"
@@ -45,6 +48,8 @@ struct FilmRequest {
     FilmFormat format = FilmFormat::tiff;
     // The folder or file; kStandardOutput for that; empty: the job's name and -film, here.
     std::filesystem::path output = {};
+    // Where plates go instead of there, given a folder for temporary files: the form of all of them together.
+    std::function<std::unique_ptr<Form>(const std::filesystem::path &)> form = {};
     std::string pages = {};  // as in 1,3-5; empty for all
     screening::Resolution resolution = {1200, 1200};
     FilmSide side = {};

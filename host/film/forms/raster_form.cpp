@@ -1,13 +1,11 @@
 #include "film/forms/raster_form.h"
 
-#include <cups/raster.h>
-
 #include <cmath>
 #include <vector>
 
 #include "film/forms/read_file.h"
 #include "io/refusal.h"
-#include "io/shared_library.h"
+#include "libcups/libcups.h"
 
 namespace fs = std::filesystem;
 
@@ -15,24 +13,9 @@ namespace riders::film {
 
 namespace {
 
+using cups::libcups;
+
 constexpr std::uint64_t kSyncBytes = 4;  // at the beginning of a file; pages follow
-
-struct Cups {
-    io::SharedLibrary library{"libcups.so.2", "libcups2"};
-
-    decltype(&::cupsRasterOpen) open = library("cupsRasterOpen");
-    decltype(&::cupsRasterClose) close = library("cupsRasterClose");
-    decltype(&::cupsRasterInitPWGHeader) pwgHeader = library("cupsRasterInitPWGHeader");
-    decltype(&::cupsRasterWriteHeader2) writeHeader = library("cupsRasterWriteHeader2");
-    decltype(&::cupsRasterWritePixels) writePixels = library("cupsRasterWritePixels");
-    decltype(&::pwgMediaForSize) mediaForSize = library("pwgMediaForSize");
-};
-
-const Cups &cups()
-{
-    static const Cups kCups;
-    return kCups;
-}
 
 unsigned wholeDpi(double dpi)
 {
@@ -61,10 +44,10 @@ cups_page_header2_t headerFor(const PlateSheet &sheet, RasterKind kind)
     if (kind == RasterKind::pwg) {
         constexpr double unit = 2540;  // to the inch, in PWG's sizes
         pwg_media_t *media =
-            cups().mediaForSize(static_cast<int>(std::lround(double(sheet.columns) / across * unit)),
-                                static_cast<int>(std::lround(double(sheet.rows) / down * unit)));
-        if (!media || !cups().pwgHeader(&header, media, "black_1", static_cast<int>(across),
-                                        static_cast<int>(down), "one-sided", "normal"))
+            libcups().mediaForSize(static_cast<int>(std::lround(double(sheet.columns) / across * unit)),
+                                   static_cast<int>(std::lround(double(sheet.rows) / down * unit)));
+        if (!media || !libcups().rasterInitPwgHeader(&header, media, "black_1", static_cast<int>(across),
+                                                     static_cast<int>(down), "one-sided", "normal"))
             throw io::Refusal("a film of this size and resolution cannot be PWG raster");
     }
     header.HWResolution[0] = across;
@@ -81,19 +64,20 @@ class RasterPlate : public PlateWriter {
 public:
     RasterPlate(const PlateSheet &sheet, RasterKind kind)
         : output_(sheet.file), bytes_(static_cast<unsigned>((sheet.columns + 7) / 8)), line_(bytes_),
-          raster_(cups().open(output_.file().descriptor(),
-                              kind == RasterKind::pwg ? CUPS_RASTER_WRITE_PWG : CUPS_RASTER_WRITE_COMPRESSED),
-                  cups().close)
+          raster_(libcups().rasterOpen(output_.file().descriptor(), kind == RasterKind::pwg
+                                                                        ? CUPS_RASTER_WRITE_PWG
+                                                                        : CUPS_RASTER_WRITE_COMPRESSED),
+                  libcups().rasterClose)
     {
         cups_page_header2_t header = headerFor(sheet, kind);
-        if (!raster_ || !cups().writeHeader(raster_.get(), &header))
+        if (!raster_ || !libcups().rasterWriteHeader(raster_.get(), &header))
             refuse();
     }
 
     void row(const std::uint8_t *bits) override
     {
         line_.assign(bits, bits + bytes_);  // which the library may write to
-        if (cups().writePixels(raster_.get(), line_.data(), bytes_) != bytes_)
+        if (libcups().rasterWritePixels(raster_.get(), line_.data(), bytes_) != bytes_)
             refuse();
     }
 
@@ -114,15 +98,20 @@ private:
 
 }  // namespace
 
+std::unique_ptr<PlateWriter> rasterFile(const PlateSheet &sheet, RasterKind kind)
+{
+    return std::make_unique<RasterPlate>(sheet, kind);
+}
+
 RasterForm::RasterForm(RasterKind kind, const fs::path &file, const fs::path &work)
     : OneFileForm(file, work), kind_(kind)
 {
-    cups();
+    libcups();
 }
 
 std::unique_ptr<PlateWriter> RasterForm::spool(const PlateSheet &sheet)
 {
-    return std::make_unique<RasterPlate>(sheet, kind_);
+    return rasterFile(sheet, kind_);
 }
 
 void RasterForm::add(const PlateSheet &sheet)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
 #include "film/forms/one_file_form.h"
 
@@ -11,6 +12,9 @@ enum class RasterKind {
     cups,  // as CUPS's printer drivers take it: version 2, compressed
     pwg,   // as IPP printers take it
 };
+
+// Makes sheet.file, which must not be there, with that one page. Throws Refusal.
+std::unique_ptr<PlateWriter> rasterFile(const PlateSheet &sheet, RasterKind kind);
 
 // One bit a pixel, 1 is black; the size of the page is that of the film.
 class RasterForm : public OneFileForm {
