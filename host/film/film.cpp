@@ -4,8 +4,10 @@
 #include <array>
 #include <ctime>
 #include <deque>
+#include <optional>
 #include <thread>
 
+#include "film/film_look.h"
 #include "film/film_place.h"
 #include "film/flat_places.h"
 #include "film/own_files.h"
@@ -59,6 +61,8 @@ public:
         : request_(request), made_(made), place_(request), progress_(!request.quiet),
           workers_(threadsFor(request)), screens_(request.resolution, request.rotation)
     {
+        if (request.look)
+            look_.emplace(request);
     }
 
     void run(const std::vector<int> &asked)
@@ -83,8 +87,23 @@ private:
                                   .limits = request_.limits,
                                   .work = place_.work(),
                                   .pageEnded = [this] { progress_.pageRead(); },
-                                  .pageSeen = [this](const plates::PageInTints &seen) { places_.take(seen); }},
+                                  .pageSeen = [this](const plates::PageInTints &seen) { see(seen); }},
                                  workers_);
+    }
+
+    void see(const plates::PageInTints &page)
+    {
+        if (look_)
+            look_->take(page);
+        else
+            places_.take(page);
+    }
+
+    plates::Place measuredAt(const FilmPage &page, const PagePlate &plate) const
+    {
+        if (!plate.surveyed)
+            return {};
+        return look_ ? look_->flatPlace(page.number, *plate.surveyed) : places_.of(page.number, *plate.surveyed);
     }
 
     // What cannot be made is said before anything is.
@@ -129,15 +148,15 @@ private:
             .pages = pages.pages(),
             .further = [&](const FilmPage &page, const std::string &name,
                            const std::vector<std::string> &others) { return pages.further(page, name, others); },
-            .measuredAt =
-                [this](const FilmPage &page, const PagePlate &plate) {
-                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
-                },
+            .measuredAt = [this](const FilmPage &page, const PagePlate &plate) { return measuredAt(page, plate); },
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
             .form = *form,
-            .date = today()};
+            .date = today(),
+            .look = look_ ? &*look_ : nullptr};
+        if (look_)
+            look_->begin(survey);
         PageFilms films(run, workers_, progress_, made_);
         plates::streamTones({.job = job,
                              .survey = survey,
@@ -149,14 +168,17 @@ private:
                              .limits = request_.limits,
                              .work = place_.work()},
                             films);
-        if (made_.films.empty())
+        if (made_.films.empty() && request_.format != FilmFormat::none)
             throw io::Refusal(request_.job.string() + ": no plate has any ink; --blank makes films of those, too");
         form->finish();
+        if (look_)
+            made_.look = look_->finish(survey.report.said);
     }
 
     const FilmRequest &request_;
     FilmsMade &made_;
     FilmPlace place_;
+    std::optional<FilmLook> look_;
     Progress progress_;
     FlatPlaces places_;
     io::Workers workers_;

@@ -2,15 +2,15 @@
 
 #include <utility>
 
-#include "proof/looking/flat_tint.h"
+#include "plates/measuring/flat_tint.h"
 
 namespace riders::film {
 
 void FlatPlaces::take(const plates::PageInTints &seen)
 {
-    std::vector<proof::Place> places;
+    std::vector<plates::Place> places;
     for (const plates::TintPlate &plate : seen.plates)
-        places.push_back(proof::flatTint(plate, seen.dpi));
+        places.push_back(plates::flatTint(plate, seen.dpi));
     const std::lock_guard lock(mutex_);
     places_[seen.page.number] = std::move(places);
 }

@@ -37,11 +37,21 @@ void PageFilms::beginPage(const plates::TonePage &page)
     const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
     for (std::size_t i = 0; i < page.plates.size(); ++i)
         open_.push_back({plateOf(page, i), nullptr, {}});
-    for (Open &open : open_)
-        if (!run_.skips(open.plate))
-            open.film = std::make_unique<PlateFilm>(planFor(page, open.plate, sheet));
+    if (run_.look != nullptr)
+        beginLook(page, *sheet);
+    for (std::size_t i = 0; i < open_.size(); ++i)
+        if (!run_.skips(open_[i].plate))
+            open_[i].film = std::make_unique<PlateFilm>(planFor(page, i, sheet));
     for (ToneBand *band : {&coming_, &screened_})
         band->begin(page.plates.size(), page.columns, kBandBytes);
+}
+
+void PageFilms::beginLook(const plates::TonePage &page, const Sheet &sheet)
+{
+    std::vector<const PagePlate *> plates;
+    for (const Open &open : open_)
+        plates.push_back(&open.plate);
+    run_.look->beginPage(*page_, page, sheet, run_.screens, plates);
 }
 
 PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) const
@@ -58,9 +68,10 @@ PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) co
                : run_.further(*page_, name, {page.plates.begin(), page.plates.begin() + static_cast<long>(index)});
 }
 
-PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &plate,
+PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index,
                                  const std::shared_ptr<const Sheet> &sheet)
 {
+    const PagePlate &plate = open_[index].plate;
     const FilmRequest &request = run_.request;
     const std::string job = io::plainText(jobTitle(request.job));
     PlateFilmPlan plan;
@@ -69,6 +80,8 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
     plan.place = sheet;
     plan.side = request.side;
     plan.measuredAt = turned(run_.measuredAt(*page_, plate), request.rotation, page_->width, page_->height);
+    if (run_.look != nullptr)
+        plan.shown = run_.look->windowsOf(index);
     plan.label = {plate.name,
                   job,
                   page.number,
@@ -131,7 +144,7 @@ void PageFilms::endPage()
 {
     screenBand();
     workers_.finish();
-    forEachPlate([this](Open &open, std::size_t) { finishPlate(open); });
+    forEachPlate([this](Open &open, std::size_t plate) { finishPlate(open, plate); });
     try {
         workers_.finish();
     } catch (...) {
@@ -139,12 +152,14 @@ void PageFilms::endPage()
         throw;
     }
     keepWhatWasMade();
+    if (run_.look != nullptr)
+        run_.look->endPage();
     progress_.pageFinished(static_cast<int>(
         std::count_if(open_.begin(), open_.end(), [](const Open &open) { return open.made.has_value(); })));
     open_.clear();
 }
 
-void PageFilms::finishPlate(Open &open)
+void PageFilms::finishPlate(Open &open, std::size_t index)
 {
     PlateFilm &film = *open.film;
     film.takeLast();
@@ -169,6 +184,8 @@ void PageFilms::finishPlate(Open &open)
         throw io::Refusal(made.warnings.front());
     film.end();
     open.made = std::move(made);
+    if (run_.look != nullptr)
+        run_.look->take(index, *open.made);
 }
 
 void PageFilms::keepWhatWasMade()

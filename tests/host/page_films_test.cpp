@@ -113,8 +113,8 @@ protected:
                 },
             .measuredAt =
                 [](const film::FilmPage &, const film::PagePlate &plate) {
-                    return plate.surveyed == 0U ? riders::proof::Place{0.1, 0.5, 0.8, 1.3}
-                                                : riders::proof::Place{};
+                    return plate.surveyed == 0U ? riders::plates::Place{0.1, 0.5, 0.8, 1.3}
+                                                : riders::plates::Place{};
                 },
             .skips = [this](const film::PagePlate &plate) { return plate.name == skipped; },
             .screens = screens,

@@ -85,6 +85,8 @@ void TonePages::begin(int number, const InkFileHead &head)
     const SurveyedPage &surveyed = this->surveyed(number);
     checkSize(surveyed, page);
     arrange(surveyed, page, head.inks);
+    for (std::size_t i = 0; i < head.colours.size(); ++i)
+        page.spotInks[head.inks[i]] = head.colours[i];
     if (const auto boxes = boxes_.find(number); boxes != boxes_.end()) {
         page.trim = boxes->second.trim;
         page.bleed = boxes->second.bleed;
