@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "meter/spots.h"
+#include "support/sanitized.h"
 
 namespace {
 
@@ -47,8 +48,9 @@ TEST(FilmDots, OfSmallCellsMakeNoCoarsePattern)
                                                  {{133, 15}, {720, 360}}}) {
         const Thresholds thresholds = thresholdsOf(asked);
         // With 15 pixels twice as high as wide, a quarter is not in reach.
-        for (const int tone :
-             asked.resolution.across == asked.resolution.down ? std::vector{64, 128, 191} : std::vector{128}) {
+        for (const int tone : asked.resolution.across == asked.resolution.down && !triesLess()
+                                  ? std::vector{64, 128, 191}
+                                  : std::vector{128}) {
             const ScreenReading reading = FilmDots(thresholds, asked.resolution, tone, 1).read();
             EXPECT_EQ(reading.kind, ScreenKind::dots);
             EXPECT_LT(reading.beat.strength, 0.1)
