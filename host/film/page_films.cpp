@@ -36,10 +36,10 @@ void PageFilms::beginPage(const plates::TonePage &page)
     open_.clear();
     const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
     for (std::size_t i = 0; i < page.plates.size(); ++i)
-        open_.push_back({plateOf(page, i), nullptr, {}});
-    for (Open &open : open_)
-        if (!run_.skips(open.plate))
-            open.film = std::make_unique<PlateFilm>(planFor(page, open.plate, sheet));
+        open_.push_back({plateOf(page, i), nullptr, {}, false});
+    for (std::size_t i = 0; i < open_.size(); ++i)
+        if (!run_.skips(open_[i].plate))
+            open_[i].film = std::make_unique<PlateFilm>(planFor(page, i, sheet));
     for (ToneBand *band : {&coming_, &screened_})
         band->begin(page.plates.size(), page.columns, kBandBytes);
 }
@@ -58,13 +58,15 @@ PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) co
                : run_.further(*page_, name, {page.plates.begin(), page.plates.begin() + static_cast<long>(index)});
 }
 
-PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &plate,
+PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index,
                                  const std::shared_ptr<const Sheet> &sheet)
 {
+    const PagePlate &plate = open_[index].plate;
     const FilmRequest &request = run_.request;
     const std::string job = io::plainText(jobTitle(request.job));
     PlateFilmPlan plan;
-    plan.sheet = {job, plate.name, page.number, plate.file, sheet->columns(), sheet->rows(), request.resolution};
+    plan.sheet = {job,           plate.name,         page.number, plate.file, sheet->columns(),
+                  sheet->rows(), request.resolution, index};
     plan.pageColumns = page.columns;
     plan.place = sheet;
     plan.side = request.side;
@@ -78,7 +80,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
                   io::plainText(plate.dots.shape.name),
                   0,
                   0};
-    plan.inked = plate.ink || request.blank;
+    plan.inked = plate.ink || (plate.known && request.blank);
     plan.screen = [this, &plate] { return run_.screens.of(plate.dots); };
     plan.write = [this](const PlateSheet &shown) { return writerFor(shown); };
     return plan;
@@ -86,7 +88,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, const PagePlate &
 
 std::unique_ptr<PlateWriter> PageFilms::writerFor(const PlateSheet &sheet)
 {
-    const std::lock_guard lock(beginning_);
+    const std::lock_guard lock(run_.order.beginning);
     if (!run_.request.force && !isOneFile(run_.request.format))
         refuseForeign(sheet.file);
     return run_.form.plate(sheet);
@@ -98,12 +100,13 @@ void PageFilms::row(std::size_t y, const std::vector<const std::uint8_t *> &tone
     if (!coming_.isFull())
         return;
     screenBand();
-    progress_.rowsDone(y + 1, rows_);
+    progress_.rowsDone(page_->number, y + 1, rows_);
 }
 
 void PageFilms::screenBand()
 {
     workers_.finish();
+    run_.order.check(page_->index);
     std::swap(coming_, screened_);
     coming_.clear();
     forEachPlate([this](Open &open, std::size_t plate) {
@@ -131,7 +134,15 @@ void PageFilms::endPage()
 {
     screenBand();
     workers_.finish();
-    forEachPlate([this](Open &open, std::size_t) { finishPlate(open); });
+    forEachPlate([this](Open &open, std::size_t) { measurePlate(open); });
+    workers_.finish();
+    run_.order.awaitTurn(page_->index);
+    forEachPlate([](Open &open, std::size_t) {
+        if (open.film->begun()) {
+            open.film->end();
+            open.ended = true;
+        }
+    });
     try {
         workers_.finish();
     } catch (...) {
@@ -139,12 +150,14 @@ void PageFilms::endPage()
         throw;
     }
     keepWhatWasMade();
-    progress_.pageFinished(static_cast<int>(
-        std::count_if(open_.begin(), open_.end(), [](const Open &open) { return open.made.has_value(); })));
+    run_.order.finished(page_->index);
+    progress_.pageFinished(
+        page_->number,
+        static_cast<int>(std::count_if(open_.begin(), open_.end(), [](const Open &open) { return open.ended; })));
     open_.clear();
 }
 
-void PageFilms::finishPlate(Open &open)
+void PageFilms::measurePlate(Open &open)
 {
     PlateFilm &film = *open.film;
     film.takeLast();
@@ -167,16 +180,15 @@ void PageFilms::finishPlate(Open &open)
     made.warnings = warningsOf(made);
     if (request.strict && !made.warnings.empty())
         throw io::Refusal(made.warnings.front());
-    film.end();
     open.made = std::move(made);
 }
 
 void PageFilms::keepWhatWasMade()
 {
     for (Open &open : open_)
-        if (open.made)
+        if (open.ended)
             made_.films.push_back(*open.made);
-        else if (!open.film || !open.film->begun())
+        else if (open.plate.known && (!open.film || !open.film->begun()))
             made_.blank.push_back({page_->number, open.plate.name});
 }
 
