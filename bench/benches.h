@@ -25,8 +25,9 @@ void measureMeter();
 // ones with setscreen.
 void measureScreenTime(const std::filesystem::path &riders);
 // The plates of colour jobs against their sets at three resolutions, every set: half an hour. And a colour job's time
-// against one with setcolorscreen. The sample: every fifth set.
+// against one with setcolorscreen, which is also a table by itself. The sample: every fifth set.
 void measurePlates(const std::filesystem::path &riders);
+void measurePlatesTime(const std::filesystem::path &riders);
 void measurePlatesSample(const std::filesystem::path &riders);
 // How close the dots on film come to what was asked for, over 90 pairs of
 // frequency and angle at three resolutions: minutes. The sample: every seventh.

@@ -26,6 +26,7 @@ const Table tables[] = {
     {"screen-time", measureScreenTime},
     {"plates-sample", measurePlatesSample},
     {"plates", measurePlates},
+    {"plates-time", measurePlatesTime},
     {"screens-sample", measureScreensSample},
     {"screens", measureScreens},
     {"film-sample", measureFilmSample},
@@ -49,7 +50,8 @@ bool wanted(const Table &table, int names, char **name)
         if (std::strcmp(table.name, name[i]) == 0)
             return true;
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
-           table.print != measureFilmDotsSample && table.print != measureFilmSample;
+           table.print != measurePlatesTime && table.print != measureFilmDotsSample &&
+           table.print != measureFilmSample;
 }
 
 int usage()
