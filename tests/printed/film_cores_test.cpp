@@ -110,7 +110,7 @@ TEST_F(FilmCoresTest, FilesAndWordsAreTheSame)
 TEST_F(FilmCoresTest, OneFileHasThePagesInTheirOrder)
 {
     // The first page takes longest, and its black plate begins last.
-    write({tintPage("0 0 0 0.3 setcmykcolor 0 1 20000 {pop 120 2 1 1 rectfill} for"), tintPage(), tintPage()});
+    write({tintPage("0 0 0 0.3 setcmykcolor 0 1 5000 {pop 120 2 1 1 rectfill} for"), tintPage(), tintPage()});
     const auto asPdf = [this](film::FilmRequest &request) {
         request.format = film::FilmFormat::pdf;
         request.output = folder / "out.pdf";
@@ -124,7 +124,7 @@ TEST_F(FilmCoresTest, OneFileHasThePagesInTheirOrder)
 // Pages after it may be whole before: they are not there all the same.
 TEST_F(FilmCoresTest, OfAPageThatFailsThoseBeforeAreWholeAndThoseAfterAreNotThere)
 {
-    write({tintPage(), tintPage("0 1 20000 {pop 120 2 1 1 rectfill} for"), tintPage(),
+    write({tintPage(), tintPage("0 1 5000 {pop 120 2 1 1 rectfill} for"), tintPage(),
            tintPage("40 20 {mul sin} setscreen"), tintPage(), tintPage(), tintPage()});
     const auto strictly = [](film::FilmRequest &request) { request.strict = true; };
     const Outcome alone = on(1, strictly);
