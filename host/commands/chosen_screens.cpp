@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "commands/known_sets.h"
 #include "io/refusal.h"
@@ -16,14 +17,6 @@ namespace riders::commands {
 namespace {
 
 using screens::PlateScreen;
-
-double scaleFrom(const std::string &frequency)
-{
-    const std::optional<double> value = screens::numberFromText(frequency);
-    if (const std::string expected = screens::wrongFrequency(value.value_or(-1)); !expected.empty())
-        throw io::Refusal("expected " + expected + " with --frequency, not \"" + frequency + "\"");
-    return *value;
-}
 
 // In the form that the dialogs take: 0 to 360.
 std::string dialogAngle(double angle)
@@ -68,6 +61,14 @@ PlateScreen askedOfDialogs(const make::MakeRequest &request)
 
 }  // namespace
 
+double numberGiven(const std::string &text, const std::string &option, std::string (*wrong)(double))
+{
+    const double value = screens::numberFromText(text).value_or(std::numeric_limits<double>::quiet_NaN());
+    if (const std::string expected = wrong(value); !expected.empty())
+        throw io::Refusal("expected " + expected + " with " + option + ", not \"" + text + "\"");
+    return value;
+}
+
 std::string namesSomething(const std::string &text)
 {
     return text.empty() ? "expected a name or a file" : "";
@@ -80,8 +81,10 @@ std::vector<PlateScreen> screensOfSet(const std::string &name, const ScreenOfAll
                           "Cyan:@" +
                           *all.angle);
     const screens::ScreenSet set = screens::setFromFile(screens::setFileNamed(name, setFolders()));
-    std::vector<PlateScreen> plates =
-        screensOf(set, all.frequency ? std::optional(scaleFrom(*all.frequency)) : std::nullopt);
+    std::optional<double> scale;
+    if (all.frequency)
+        scale = numberGiven(*all.frequency, "--frequency", screens::wrongFrequency);
+    std::vector<PlateScreen> plates = screensOf(set, scale);
     for (PlateScreen &plate : plates)
         plate.shape = all.spot.value_or(plate.shape);
     return plates;

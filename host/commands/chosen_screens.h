@@ -30,6 +30,10 @@ std::vector<screens::PlateScreen> screensOfSet(const std::string &name, const Sc
 // those of the rest last, as they are shown to the user. Throws io::Refusal.
 std::vector<screens::PlateScreen> chooseScreens(const ScreenWords &words, make::MakeRequest &request);
 
+// The number that an option was given; `wrong` says what it should have been, as screens::wrongFrequency does.
+// Throws io::Refusal.
+double numberGiven(const std::string &text, const std::string &option, std::string (*wrong)(double));
+
 // For CLI11: what is wrong with the argument of an option that takes a name or a file, or nothing.
 std::string namesSomething(const std::string &text);
 

@@ -6,15 +6,19 @@
 #include "commands/chosen_screens.h"
 #include "commands/film_screens.h"
 #include "commands/film_words.h"
+#include "commands/mesh_command.h"
 #include "commands/standard_output.h"
 #include "film/film.h"
 #include "film/resolution_text.h"
 #include "io/refusal.h"
+#include "screens/mesh.h"
 
 namespace riders::commands {
 namespace {
 
 struct FilmWords {
+    bool look = false;
+    std::string mesh;
     FilmScreenWords screens;
     std::string resolution = "1200";
     std::string emulsion = "up";
@@ -22,41 +26,6 @@ struct FilmWords {
     std::string sheet;
     bool json = false, marks = false;
 };
-
-std::string isResolution(const std::string &text)
-{
-    return film::resolutionFromText(text)
-               ? ""
-               : "expected dots per inch from " + std::to_string(film::kLeastFilmDpi) + " to " +
-                     std::to_string(film::kMostFilmDpi) + ", as in 1200 or 1440x720";
-}
-
-void addScreens(CLI::App &command, film::FilmRequest &request, FilmScreenWords &words)
-{
-    const CLI::Validator notEmpty(namesSomething, "");
-    command.add_option("--riders", request.riders, "A riders file to add to the job first; its screens are used")
-        ->type_name("FILE");
-    command
-        .add_option("--screens", words.set,
-                    "A set of screens (riders screens lists them), or its file; --frequency then scales it")
-        ->check(notEmpty)
-        ->type_name("NAME|FILE");
-    command
-        .add_option("--plate", words.plates,
-                    "The screen of one plate, as in Cyan:133@15,Round; may be given again")
-        ->type_name("NAME:LPI@ANGLE,SHAPE")
-        ->allow_extra_args(false);
-    command
-        .add_option("--frequency", words.frequency,
-                    "Lines per inch, of all plates. What is not chosen is as in the riders file or the job; where "
-                    "these choose nothing, 60 lines per inch at 45 degrees (Cyan 15, Magenta 75, Yellow 0), Round")
-        ->type_name("LPI");
-    command.add_option("--angle", words.angle, "Degrees, of all plates")->type_name("DEG");
-    command
-        .add_option("--spot", words.spot, "Dot shape by name (riders shapes lists them), or a spot function file")
-        ->check(notEmpty)
-        ->type_name("NAME|FILE");
-}
 
 void addSide(CLI::App &command, film::FilmRequest &request, FilmWords &words)
 {
@@ -85,6 +54,19 @@ void addMarks(CLI::App &command, film::MarksAsked &marks, FilmWords &words)
         .add_option("--sheet", words.sheet,
                     "The film's size, as in a3, letter, 420x297mm; as page and marks need when left out")
         ->type_name("SIZE");
+}
+
+void addLook(CLI::App &command, FilmWords &words)
+{
+    CLI::Option *look =
+        command.add_flag("--look", words.look,
+                         "Make a page to look at, too, with the films' dots through a loupe and what is measured "
+                         "on them: proof.html in "
+                         "a folder beside the films, called as they are and -look, as in job-film-look");
+    command.add_option("--mesh", words.mesh, "Threads per inch, or N/cm, of the mesh to print through")
+        ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))
+        ->needs(look)
+        ->type_name("N");
 }
 
 void addLimits(CLI::App &command, film::FilmRequest &request)
@@ -116,7 +98,7 @@ void addOutput(CLI::App &command, film::FilmRequest &request, FilmWords &words)
             "drivers), pwg (raster for IPP printers). When left out, what the name after -o ends in, or tiff")
         ->check(CLI::IsMember({"tiff", "pdf", "ps", "cups", "pwg"}));
     command.add_option("--dpi", words.resolution, "Resolution, across and down; 1200 when left out")
-        ->check(CLI::Validator(isResolution, ""))
+        ->check(CLI::Validator(isFilmResolution, ""))
         ->type_name("N|NxM");
     command.add_option("--pages", request.pages, "As in 1,3-5; all when left out")->type_name("LIST");
     command.add_option("--compression", words.compression, "Of the TIFF files: g4, or none; g4 when left out")
@@ -167,6 +149,8 @@ std::string run(film::FilmRequest &request, const FilmWords &words, const std::s
     if (!words.sheet.empty())
         request.marks.sheet = film::sheetSizeFrom(words.sheet);
     request.compression = words.compression == "none" ? film::Compression::none : film::Compression::group4;
+    if (words.look)
+        request.look = film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0)};
     film::FilmsMade made;
     try {
         film::makeFilms(request, made);
@@ -190,10 +174,13 @@ void addFilm(CLI::App &app, Chosen &chosen)
     const auto words = std::make_shared<FilmWords>();
     CLI::App *command = app.add_subcommand("film", "Make the films of a job, each plate screened on its own");
     command->add_option("job", request->job, "PostScript, EPS or PDF")->required()->type_name("JOB");
-    addScreens(*command, *request, words->screens);
+    command->add_option("--riders", request->riders, "A riders file to add to the job first; its screens are used")
+        ->type_name("FILE");
+    addScreenOptions(*command, words->screens);
     addOutput(*command, *request, *words);
     addSide(*command, *request, *words);
     addMarks(*command, request->marks, *words);
+    addLook(*command, *words);
     addLimits(*command, *request);
     command->callback([request, words, &chosen] {
         chosen.name = "riders film";

@@ -1,9 +1,11 @@
-// The screens that the command line of `riders film` asks for.
+// The screens of films that a command line asks for.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
+
+#include <CLI/CLI.hpp>
 
 #include "screens/plate_screen.h"
 
@@ -15,7 +17,13 @@ struct FilmScreenWords {
     std::vector<std::string> plates;                    // as plateFromText reads them
 };
 
+// The options for them.
+std::vector<CLI::Option *> addScreenOptions(CLI::App &command, FilmScreenWords &words);
+
 // What is chosen for each plate, and for screens::kRestOfPlates. Throws io::Refusal.
 std::vector<screens::PlateScreen> chooseFilmScreens(const FilmScreenWords &words);
+
+// For CLI11: what is wrong with the argument of --dpi, or nothing.
+std::string isFilmResolution(const std::string &text);
 
 }  // namespace riders::commands

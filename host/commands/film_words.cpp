@@ -28,7 +28,7 @@ std::string inJson(const screening::Resolution &resolution)
     return io::jsonArray({io::jsonNumber(resolution.across), io::jsonNumber(resolution.down)});
 }
 
-std::string measuredInJson(const proof::MeasuredScreen &measured)
+std::string measuredInJson(const plates::MeasuredScreen &measured)
 {
     if (!measured.found)
         return "null";
@@ -72,7 +72,9 @@ std::string filmsInWords(const film::FilmsMade &made)
     std::string blank;
     for (const BlankPlate &plate : made.blank)
         blank += (blank.empty() ? "" : ", ") + std::to_string(plate.page) + " " + io::plainText(plate.plate);
-    return blank.empty() ? lines : lines + "no film of plates without ink (page, plate): " + blank + "\n";
+    if (!blank.empty())
+        lines += "no film of plates without ink (page, plate): " + blank + "\n";
+    return made.look.empty() ? lines : lines + "to look at: " + io::plainText(made.look.string()) + "\n";
 }
 
 std::string filmsInJson(const film::FilmsMade &made)
@@ -83,7 +85,10 @@ std::string filmsInJson(const film::FilmsMade &made)
     for (const BlankPlate &plate : made.blank)
         blank.push_back(
             io::jsonObject({{"page", std::to_string(plate.page)}, {"plate", io::jsonText(plate.plate)}}));
-    return io::jsonObject({{"films", io::jsonArray(films)}, {"blank", io::jsonArray(blank)}}) + "\n";
+    Members members = {{"films", io::jsonArray(films)}, {"blank", io::jsonArray(blank)}};
+    if (!made.look.empty())
+        members.emplace_back("look", io::jsonText(made.look.native()));
+    return io::jsonObject(members) + "\n";
 }
 
 std::string warningsInWords(const film::FilmsMade &made, const std::string &command)

@@ -4,8 +4,10 @@
 #include <array>
 #include <ctime>
 #include <deque>
+#include <optional>
 #include <thread>
 
+#include "film/film_look.h"
 #include "film/film_place.h"
 #include "film/flat_places.h"
 #include "film/own_files.h"
@@ -15,7 +17,7 @@
 #include "io/refusal.h"
 #include "plates/job/prepared_job.h"
 #include "plates/page_list.h"
-#include "proof/facts/asked_for.h"
+#include "plates/measuring/asked_for.h"
 
 namespace fs = std::filesystem;
 
@@ -63,6 +65,8 @@ public:
         : request_(request), made_(made), place_(request), progress_(!request.quiet),
           workers_(threadsFor(request)), screens_(request.resolution, request.rotation)
     {
+        if (request.look)
+            look_.emplace(request);
     }
 
     void run(const std::vector<int> &asked)
@@ -81,29 +85,39 @@ public:
 
 private:
     // The lowest at which the interpreter has its usual screens costs little more than reading the job. What it
-    // does not see, the page's rows show: but not where a text on all plates hides it.
+    // does not see, the page's rows show: but not where a text on all plates hides it, and pictures of pages need
+    // more.
     double surveyDpi() const
     {
-        const bool annotated = !request_.riders.empty() && proof::askedByRiders(riders_).annotated;
-        return annotated ? plates::kSurveyDpi : kLowSurveyDpi;
+        const bool whole = look_ || (!request_.riders.empty() && plates::askedByRiders(riders_).annotated);
+        return whole ? plates::kSurveyDpi : kLowSurveyDpi;
     }
 
     plates::Survey look(const plates::PreparedJob &job, const std::vector<int> &asked)
     {
         const double dpi = surveyDpi();
-        return plates::surveyJob(
-            {.job = job,
-             .pages = asked,
-             .limits = request_.limits,
-             .work = place_.work(),
-             .pageEnded = [this] { progress_.pageRead(); },
-             .pageSeen = {},
-             .mostSpotInks = plates::kMostSurveyedInks,
-             .dpi = dpi,
-             .look = [dpi](int columns) { return FlatPlaces::look(columns, dpi); },
-             .pageLooked = [this](const plates::SurveyedPage &page,
-                                  const plates::PlateLooks &looks) { places_.take(page.number, looks); }},
-            workers_);
+        plates::SurveyRun run{.job = job,
+                              .pages = asked,
+                              .limits = request_.limits,
+                              .work = place_.work(),
+                              .pageEnded = [this] { progress_.pageRead(); },
+                              .pageSeen = [this](const plates::PageInTints &seen) { look_->take(seen); },
+                              .mostSpotInks = plates::kMostSurveyedInks,
+                              .dpi = dpi};
+        if (!look_) {
+            run.look = [dpi](int columns) { return FlatPlaces::look(columns, dpi); };
+            run.pageLooked = [this](const plates::SurveyedPage &page, const plates::PlateLooks &looks) {
+                places_.take(page.number, looks);
+            };
+        }
+        return plates::surveyJob(run, workers_);
+    }
+
+    plates::Place measuredAt(const FilmPage &page, const PagePlate &plate) const
+    {
+        if (!plate.surveyed)
+            return {};
+        return look_ ? look_->flatPlace(page.number, *plate.surveyed) : places_.of(page.number, *plate.surveyed);
     }
 
     // What cannot be made is said before anything is.
@@ -149,16 +163,16 @@ private:
             .pages = pages.pages(),
             .further = [&](const FilmPage &page, const std::string &name,
                            const std::vector<std::string> &others) { return pages.further(page, name, others); },
-            .measuredAt =
-                [this](const FilmPage &page, const PagePlate &plate) {
-                    return plate.surveyed ? places_.of(page.number, *plate.surveyed) : proof::Place{};
-                },
+            .measuredAt = [this](const FilmPage &page, const PagePlate &plate) { return measuredAt(page, plate); },
             // One that has nothing but the annotation.
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
             .form = *form,
             .order = order,
-            .date = today()};
+            .date = today(),
+            .look = look_ ? &*look_ : nullptr};
+        if (look_)
+            look_->begin(survey);
         plates::TonesRun tones{.job = job,
                                .survey = survey,
                                .pages = numbersOf(pages.pages()),
@@ -169,17 +183,28 @@ private:
                                .limits = request_.limits,
                                .work = place_.work()};
         const plates::PageBoxes boxes = plates::boxesOf(tones);
-        makeShares(pageShares(tones.pages.size(), threadsFor(request_)), order,
-                   [&](const PageShare &share, std::size_t number) {
-                       plates::TonesRun own = ofShare(tones, share, number);
-                       own.check = [&] { order.check(nextPlace(share, order)); };
-                       io::Workers workers(share.threads);
-                       PageFilms films(run, workers, progress_, made_);
-                       plates::streamTones(own, boxes, films);
-                   });
-        if (made_.films.empty())
+        makeShares(sharesOf(tones.pages.size()), order, [&](const PageShare &share, std::size_t number) {
+            plates::TonesRun own = ofShare(tones, share, number);
+            own.check = [&] { order.check(nextPlace(share, order)); };
+            io::Workers workers(share.threads);
+            PageFilms films(run, workers, progress_, made_);
+            plates::streamTones(own, boxes, films);
+        });
+        if (made_.films.empty() && request_.format != FilmFormat::none)
             throw io::Refusal(request_.job.string() + ": no plate has any ink; --blank makes films of those, too");
         form->finish();
+        if (look_)
+            made_.look = look_->finish(survey.report.said);
+    }
+
+    // What is looked at comes page by page.
+    std::vector<PageShare> sharesOf(std::size_t pages) const
+    {
+        const int cores = threadsFor(request_);
+        std::vector<PageShare> shares = pageShares(pages, look_ ? 1 : cores);
+        if (look_)
+            shares.front().threads = cores;
+        return shares;
     }
 
     static plates::TonesRun ofShare(const plates::TonesRun &all, const PageShare &share, std::size_t number)
@@ -197,6 +222,7 @@ private:
     FilmsMade &made_;
     FilmPlace place_;
     fs::path riders_;
+    std::optional<FilmLook> look_;
     Progress progress_;
     FlatPlaces places_;
     io::Workers workers_;

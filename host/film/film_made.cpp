@@ -26,7 +26,7 @@ std::string notAsked(const std::string &is, const std::string &asked)
 
 }  // namespace
 
-double uprightAngle(const proof::MeasuredScreen &onFilm, int rotation, double asked)
+double uprightAngle(const plates::MeasuredScreen &onFilm, int rotation, double asked)
 {
     return asked + std::remainder(onFilm.angle + rotation - asked, onFilm.lines ? 180 : 90);
 }
@@ -37,7 +37,7 @@ std::vector<std::string> warningsOf(const PlateMade &made)
     if (made.asked.shapeUnknown)
         warnings.push_back("the job has a dot shape of its own; the dots are " + made.asked.shape.name +
                            " instead: name one with --spot");
-    const proof::MeasuredScreen &measured = made.measured;
+    const plates::MeasuredScreen &measured = made.measured;
     const bool found = measured.found;
     const double frequency = found ? measured.frequency : made.frequency,
                  angle = found ? measured.angle : made.angle;

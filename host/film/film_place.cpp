@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "film/film_names.h"
+#include "film/forms/no_form.h"
 #include "film/forms/pdf_form.h"
 #include "film/forms/postscript_form.h"
 #include "film/forms/raster_form.h"
@@ -21,6 +22,8 @@ constexpr const char *kHidden = ".riders-film-";
 
 fs::path placeFor(const FilmRequest &request)
 {
+    if (request.format == FilmFormat::none)
+        return {};
     if (!request.output.empty())
         return request.output == kStandardOutput ? fs::path() : request.output;
     return jobTitle(request.job) + "-film" + (isOneFile(request.format) ? extensionOf(request.format) : "");
@@ -29,6 +32,8 @@ fs::path placeFor(const FilmRequest &request)
 // Beside what is written, so that it takes no room elsewhere.
 fs::path folderForWork(const FilmRequest &request, const fs::path &place)
 {
+    if (request.format == FilmFormat::none && request.look)
+        return fs::absolute(io::folderOf(request.look->folder));
     if (place.empty())
         return fs::temp_directory_path();
     return fs::absolute(isOneFile(request.format) ? io::folderOf(place) : place);
@@ -48,6 +53,7 @@ const char *extensionOf(FilmFormat format)
     case FilmFormat::pwg:
         return ".pwg";
     case FilmFormat::tiff:
+    case FilmFormat::none:
         break;
     }
     return ".tif";
@@ -107,6 +113,8 @@ std::unique_ptr<Form> FilmPlace::makeForm() const
         return std::make_unique<RasterForm>(RasterKind::cups, place_, work());
     case FilmFormat::pwg:
         return std::make_unique<RasterForm>(RasterKind::pwg, place_, work());
+    case FilmFormat::none:
+        return std::make_unique<NoForm>();
     case FilmFormat::tiff:
         break;
     }

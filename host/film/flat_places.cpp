@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "proof/looking/flat_tint.h"
+#include "plates/measuring/flat_tint.h"
 
 namespace riders::film {
 namespace {
@@ -11,10 +11,10 @@ class FlatLook : public plates::PlateLook {
 public:
     FlatLook(int columns, double dpi) : tint_(columns, dpi) {}
     void row(const std::uint8_t *tints) override { tint_.row(tints); }
-    proof::Place place() const { return tint_.place(); }
+    plates::Place place() const { return tint_.place(); }
 
 private:
-    proof::FlatTint tint_;
+    plates::FlatTint tint_;
 };
 
 }  // namespace
@@ -26,7 +26,7 @@ std::unique_ptr<plates::PlateLook> FlatPlaces::look(int columns, double dpi)
 
 void FlatPlaces::take(int page, const plates::PlateLooks &looks)
 {
-    std::vector<proof::Place> places;
+    std::vector<plates::Place> places;
     for (const auto &look : looks)
         places.push_back(dynamic_cast<const FlatLook &>(*look).place());
     const std::lock_guard lock(mutex_);

@@ -6,8 +6,8 @@
 #include <mutex>
 #include <vector>
 
+#include "plates/measuring/place.h"
 #include "plates/survey/survey.h"
-#include "proof/looking/place.h"
 
 namespace riders::film {
 
@@ -19,11 +19,11 @@ public:
     void take(int page, const plates::PlateLooks &looks);
     // A flat tint of the plate, by its index on the surveyed page, on the upright page; empty where there is none.
     // Once all pages are taken.
-    const proof::Place &of(int page, std::size_t plate) const { return places_.at(page).at(plate); }
+    const plates::Place &of(int page, std::size_t plate) const { return places_.at(page).at(plate); }
 
 private:
     std::mutex mutex_;
-    std::map<int, std::vector<proof::Place>> places_;
+    std::map<int, std::vector<plates::Place>> places_;
 };
 
 }  // namespace riders::film

@@ -34,14 +34,15 @@ std::size_t pixels(double inches, double dpi)
 
 }  // namespace
 
-KeptWindow::KeptWindow(const proof::Place &place, const screening::Resolution &resolution, std::size_t left,
+KeptWindow::KeptWindow(const plates::Place &place, const screening::Resolution &resolution, std::size_t left,
                        std::size_t top, std::size_t columns, std::size_t rows)
     : resolution_(resolution)
 {
     if (place.empty())
         return;
     // From whole bytes, so that rows are copied as they are.
-    firstByte_ = (left + pixels(place.left, resolution.across)) / 8;
+    left_ = left + pixels(place.left, resolution.across);
+    firstByte_ = left_ / 8;
     top_ = top + pixels(place.top, resolution.down);
     const std::size_t right = std::min(columns, left + pixels(place.left + place.width, resolution.across)),
                       bottom = std::min(rows, top + pixels(place.top + place.height, resolution.down));
@@ -74,7 +75,34 @@ plates::BitPlate KeptWindow::inSquarePixels() const
     return square;
 }
 
-proof::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::string &shape) const
+plates::BitPlate KeptWindow::upright(int rotation) const
+{
+    const double dpi = std::max(resolution_.across, resolution_.down);
+    const double across = resolution_.across / dpi, down = resolution_.down / dpi;
+    const int first = static_cast<int>(left_ - firstByte_ * 8);
+    // As it lies on the film.
+    const int width = static_cast<int>((bits_.width - first) / across),
+              height = static_cast<int>(bits_.height / down);
+    const bool lies = rotation == 90 || rotation == 270;
+    plates::BitPlate upright(lies ? height : width, lies ? width : height);
+    for (int y = 0; y < upright.height; ++y)
+        for (int x = 0; x < upright.width; ++x) {
+            const int filmX = rotation == 90    ? y
+                              : rotation == 180 ? width - 1 - x
+                              : rotation == 270 ? width - 1 - y
+                                                : x;
+            const int filmY = rotation == 90    ? height - 1 - x
+                              : rotation == 180 ? height - 1 - y
+                              : rotation == 270 ? x
+                                                : y;
+            if (bits_.at(first + std::min(static_cast<int>(filmX * across), bits_.width - first - 1),
+                         std::min(static_cast<int>(filmY * down), bits_.height - 1)))
+                upright.row(y)[x >> 3] |= static_cast<std::uint8_t>(0x80 >> (x & 7));
+        }
+    return upright;
+}
+
+plates::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::string &shape) const
 {
     if (bits_.width == 0 || bits_.height == 0)
         return {};
@@ -87,17 +115,17 @@ proof::MeasuredScreen KeptWindow::measure(double aboutFrequency, const std::stri
         meter::readScreen(page, meter::middleOf(all, static_cast<int>(std::lround(side * dpi))));
     if (reading.kind == meter::ScreenKind::none)
         return {};
-    proof::MeasuredScreen measured{.found = true,
-                                   .frequency = reading.frequency,
-                                   .angle = reading.angle,
-                                   .ink = reading.ink,
-                                   .where = {},
-                                   .shape = shapeOf(page, reading, shape),
-                                   .lines = reading.kind == meter::ScreenKind::lines};
+    plates::MeasuredScreen measured{.found = true,
+                                    .frequency = reading.frequency,
+                                    .angle = reading.angle,
+                                    .ink = reading.ink,
+                                    .where = {},
+                                    .shape = shapeOf(page, reading, shape),
+                                    .lines = reading.kind == meter::ScreenKind::lines};
     return measured;
 }
 
-proof::Place turned(const proof::Place &place, int rotation, double width, double height)
+plates::Place turned(const plates::Place &place, int rotation, double width, double height)
 {
     const double right = width - place.left - place.width, bottom = height - place.top - place.height;
     switch (rotation) {

@@ -37,11 +37,21 @@ void PageFilms::beginPage(const plates::TonePage &page)
     const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
     for (std::size_t i = 0; i < page.plates.size(); ++i)
         open_.push_back({plateOf(page, i), nullptr, {}, false});
+    if (run_.look != nullptr)
+        beginLook(page, *sheet);
     for (std::size_t i = 0; i < open_.size(); ++i)
         if (!run_.skips(open_[i].plate))
             open_[i].film = std::make_unique<PlateFilm>(planFor(page, i, sheet));
     for (ToneBand *band : {&coming_, &screened_})
         band->begin(page.plates.size(), page.columns, kBandBytes);
+}
+
+void PageFilms::beginLook(const plates::TonePage &page, const Sheet &sheet)
+{
+    std::vector<const PagePlate *> plates;
+    for (const Open &open : open_)
+        plates.push_back(&open.plate);
+    run_.look->beginPage(*page_, page, sheet, run_.screens, plates);
 }
 
 PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) const
@@ -71,6 +81,8 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index
     plan.place = sheet;
     plan.side = request.side;
     plan.measuredAt = turned(run_.measuredAt(*page_, plate), request.rotation, page_->width, page_->height);
+    if (run_.look != nullptr)
+        plan.shown = run_.look->windowsOf(index);
     plan.label = {plate.name,
                   job,
                   page.number,
@@ -134,7 +146,7 @@ void PageFilms::endPage()
 {
     screenBand();
     workers_.finish();
-    forEachPlate([this](Open &open, std::size_t) { measurePlate(open); });
+    forEachPlate([this](Open &open, std::size_t plate) { measurePlate(open, plate); });
     workers_.finish();
     run_.order.awaitTurn(page_->index);
     forEachPlate([](Open &open, std::size_t) {
@@ -150,6 +162,8 @@ void PageFilms::endPage()
         throw;
     }
     keepWhatWasMade();
+    if (run_.look != nullptr)
+        run_.look->endPage();
     run_.order.finished(page_->index);
     progress_.pageFinished(
         page_->number,
@@ -157,7 +171,7 @@ void PageFilms::endPage()
     open_.clear();
 }
 
-void PageFilms::measurePlate(Open &open)
+void PageFilms::measurePlate(Open &open, std::size_t index)
 {
     PlateFilm &film = *open.film;
     film.takeLast();
@@ -181,6 +195,8 @@ void PageFilms::measurePlate(Open &open)
     if (request.strict && !made.warnings.empty())
         throw io::Refusal(made.warnings.front());
     open.made = std::move(made);
+    if (run_.look != nullptr)
+        run_.look->take(index, *open.made);
 }
 
 void PageFilms::keepWhatWasMade()

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "film/film_look.h"
 #include "film/film_made.h"
 #include "film/page_order.h"
 #include "film/page_plates.h"
@@ -24,12 +25,13 @@ struct PageFilmsRun {
     // A plate that is not one of the page's, named as the page streams by; see PagePlates::further.
     std::function<PagePlate(const FilmPage &, const std::string &, const std::vector<std::string> &)> further;
     // Where a plate of a page is measured, on the upright page.
-    std::function<proof::Place(const FilmPage &, const PagePlate &)> measuredAt;
+    std::function<plates::Place(const FilmPage &, const PagePlate &)> measuredAt;
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
     PageOrder &order;  // the places of pages are their indices
     std::string date;  // for labels
+    FilmLook *look = nullptr;
 };
 
 // While some rows are screened and written, a plate on each of the workers, the next come. What is thrown at it
@@ -57,7 +59,8 @@ private:
     std::unique_ptr<PlateWriter> writerFor(const PlateSheet &sheet);
     void screenBand();
     void forEachPlate(const std::function<void(Open &, std::size_t)> &work);
-    void measurePlate(Open &open);
+    void beginLook(const plates::TonePage &page, const Sheet &sheet);
+    void measurePlate(Open &open, std::size_t index);
     void keepWhatWasMade();
 
     const PageFilmsRun run_;

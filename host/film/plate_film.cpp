@@ -66,6 +66,8 @@ void PlateFilm::writeRow()
                          bits_.data());
     std::memset(tones_.data(), 0, tones_.size());
     window_.take(y_, bits_.data());
+    for (const std::shared_ptr<KeptWindow> &window : plan_.shown)
+        window->take(y_, bits_.data());
     marks_->draw(y_, bits_.data());
     if (plan_.side.negative)
         invertRow(bits_.data(), columns);

@@ -24,8 +24,9 @@ struct PlateFilmPlan {
     std::size_t pageColumns = 0;         // of the page on it
     std::shared_ptr<const Sheet> place;  // where that lies
     FilmSide side;
-    proof::Place measuredAt;  // see KeptWindow
-    Label label;              // all but the screen that is reached
+    plates::Place measuredAt;                             // see KeptWindow
+    std::vector<std::shared_ptr<KeptWindow>> shown = {};  // what else is kept, to be looked at
+    Label label;                                          // all but the screen that is reached
     // Both are called once, at the first row with ink, or at once if there is known to be some.
     bool inked = false;
     std::function<std::shared_ptr<const PlateScreening>()> screen;
@@ -46,7 +47,7 @@ public:
     const PlateSheet &sheet() const { return plan_.sheet; }
     // Of one that is begun: the screen it was made with, and what was measured of it; angles count on the film.
     const PlateScreening &screening() const { return *screening_; }
-    proof::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const
+    plates::MeasuredScreen measure(double aboutFrequency, const std::string &shape) const
     {
         return window_.measure(aboutFrequency, shape);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,14 @@ namespace riders::film {
 
 inline constexpr int kLeastFilmDpi = 72, kMostFilmDpi = 4800;
 
-enum class FilmFormat { tiff, pdf, cups, pwg, postScript };
+enum class FilmFormat {
+    tiff,
+    pdf,
+    cups,
+    pwg,
+    postScript,
+    none  // they are only looked at
+};
 // Whether all plates are pages of one file.
 inline bool isOneFile(FilmFormat format)
 {
@@ -23,6 +31,12 @@ inline bool isOneFile(FilmFormat format)
 }
 
 inline constexpr const char *kStandardOutput = "-";
+
+struct LookRequest {
+    std::filesystem::path folder =
+        {};           // where the page to look at goes; empty: as the films are called, and -look
+    double mesh = 0;  // threads per inch of the mesh it is for; 0 for none
+};
 
 struct FilmRequest {
     std::filesystem::path job;                  // PostScript, EPS or PDF, recognised by its first bytes
@@ -42,6 +56,7 @@ struct FilmRequest {
     bool strict = false;                            // give up a film whose screen is not the one asked for
     bool interpreterTone = false;                   // lighten tints as Ghostscript does below 800 dpi
     bool quiet = false;                             // show no progress
+    std::optional<LookRequest> look = {};           // make a page to look at, too
     plates::InterpreterLimits limits = {};
     int cores = 0;  // threads; 0: as many as there are cores
 };

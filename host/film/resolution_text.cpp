@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "film/request.h"
+#include "io/decimal.h"
 
 namespace riders::film {
 namespace {
@@ -26,6 +27,12 @@ std::optional<screening::Resolution> resolutionFromText(std::string_view text)
     if (!across || !down)
         return std::nullopt;
     return screening::Resolution{*across, *down};
+}
+
+std::string resolutionText(const screening::Resolution &resolution)
+{
+    const std::string across = io::decimal(resolution.across, 0), down = io::decimal(resolution.down, 0);
+    return across == down ? across : across + "x" + down;
 }
 
 }  // namespace riders::film

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "screening/tile.h"
@@ -10,5 +11,6 @@ namespace riders::film {
 
 // Pixels per inch across and down, whole numbers from kLeastFilmDpi to kMostFilmDpi; nothing for anything else.
 std::optional<screening::Resolution> resolutionFromText(std::string_view text);
+std::string resolutionText(const screening::Resolution &resolution);
 
 }  // namespace riders::film

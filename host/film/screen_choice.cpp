@@ -34,7 +34,7 @@ const PlateScreen *entryFor(const std::vector<PlateScreen> &screens, const std::
 ScreenChoice::ScreenChoice(const ScreenSources &sources) : sources_(sources)
 {
     if (!sources_.riders.empty()) {
-        riders_ = proof::askedByRiders(sources_.riders);
+        riders_ = plates::askedByRiders(sources_.riders);
         ridersShapes_ = shapesInRiders(io::contentsOf(sources_.riders));
     }
     for (const PlateScreen &screen : sources_.chosen)
@@ -67,7 +67,7 @@ const plates::AskedScreens &ScreenChoice::screensAtEndOf(std::size_t page) const
 
 void ScreenChoice::takeAsked(const std::string &plate, const plates::AskedScreens &screens, PlateDots &dots) const
 {
-    const proof::AskedFor asked = proof::askedFor(plate, riders_, screens, sources_.survey.report.atStart);
+    const plates::AskedFor asked = plates::askedFor(plate, riders_, screens, sources_.survey.report.atStart);
     if (!asked.binding)
         return;
     dots.frequency = asked.frequency.value_or(dots.frequency);

@@ -8,8 +8,8 @@
 
 #include "film/dot_shapes.h"
 #include "plates/job/job_kind.h"
+#include "plates/measuring/asked_for.h"
 #include "plates/survey/survey.h"
-#include "proof/facts/asked_for.h"
 #include "screens/plate_screen.h"
 
 namespace riders::film {
@@ -50,7 +50,7 @@ private:
     void takeChosen(const std::string &plate, PlateDots &dots) const;
 
     ScreenSources sources_;
-    proof::AskedFor riders_;
+    plates::AskedFor riders_;
     std::map<std::string, std::string> ridersShapes_;  // see shapesInRiders
     std::map<std::string, DotShape> shapes_;           // the chosen ones, by what the user calls them
 };

@@ -1,33 +1,18 @@
 #include "proof/page_proofs.h"
 
+#include <limits>
 #include <set>
 #include <string>
 
+#include "looking/dot_pictures.h"
+#include "looking/facts/warnings.h"
+#include "looking/file_names.h"
+#include "looking/look_folder.h"
+#include "looking/page_patterns.h"
 #include "plates/files/film_file.h"
 #include "plates/files/plate_names.h"
-#include "proof/facts/warnings.h"
-#include "proof/looking/pictures.h"
-#include "proof/looking/png_file.h"
-#include "proof/page_patterns.h"
-#include "proof/proof_folder.h"
 
 namespace riders::proof {
-namespace {
-
-PlateFacts startedPlate(const std::string &name, const PlateLook &look, Colour ink, const AskedFor &asked)
-{
-    PlateFacts facts;
-    facts.name = name;
-    facts.ink = ink;
-    facts.tints = look.tints;
-    facts.flatPlace = look.flatPlace;
-    facts.flatTint = look.flatInk;
-    facts.loupe = look.loupe;
-    facts.asked = asked;
-    return facts;
-}
-
-}  // namespace
 
 PageProofs::PageProofs(const PageProofsRun &run, io::Workers &workers, Progress &progress)
     : run_(run), workers_(workers), progress_(progress), pages_(run.survey.pages.size()),
@@ -37,90 +22,77 @@ PageProofs::PageProofs(const PageProofsRun &run, io::Workers &workers, Progress 
 
 void PageProofs::take(plates::RenderedPage rendered)
 {
-    PageFacts &page = pages_[rendered.index];
+    looking::PageFacts &page = pages_[rendered.index];
     page = startedFacts(rendered);
-    const auto bits = std::make_shared<const std::vector<plates::BitPlate>>(std::move(rendered.plates));
-    addPlates(rendered.index, bits);
-    writeRosette(page, *bits);
+    const auto dots = std::make_shared<const WholePlates>(std::move(rendered.plates));
+    addPlates(rendered.index, dots);
+    drawAllInks(page, *dots, run_.folder);
 }
 
-std::vector<PageFacts> PageProofs::facts()
+std::vector<looking::PageFacts> PageProofs::facts()
 {
-    for (PageFacts &page : pages_)
+    for (looking::PageFacts &page : pages_)
         page.warnings = warningsFor(page);
     return std::move(pages_);
 }
 
-PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
+looking::PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered) const
 {
     const plates::SurveyedPage &surveyed = run_.survey.pages[rendered.index];
-    const PageLook &look = run_.looks.of(surveyed.number);
-    PageFacts page;
-    page.number = surveyed.number;
-    page.width = surveyed.width;
-    page.height = surveyed.height;
-    page.dpi = run_.dpi;
-    page.loupe = look.loupe;
+    looking::PageFacts page =
+        looking::startedFacts(run_.survey, rendered.index, run_.looks.of(surveyed.number), run_.dpi);
     page.mesh = run_.mesh;
-    page.picture = std::string(kPicturesName) + "/" + nameOf(page) + ".png";
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
-        page.plates.push_back(startedPlate(plates::plateNameFrom(plate, run_.survey.inksKnown()), look.plates[i],
-                                           inkColour(plate, rendered.report->inks),
-                                           askedFor(plates::inkBytesFrom(plate, run_.survey.inksKnown()),
-                                                    run_.riders, rendered.screens, rendered.report->atStart)));
+        page.plates[i].ink = looking::inkColour(plate, rendered.report->inks);
+        page.plates[i].asked = plates::askedFor(plates::inkBytesFrom(plate, run_.survey.inksKnown()), run_.riders,
+                                                rendered.screens, rendered.report->atStart);
     }
     return page;
 }
 
-void PageProofs::addPlates(size_t index, const Bits &bits)
+void PageProofs::addPlates(size_t index, const Dots &dots)
 {
     const plates::SurveyedPage &surveyed = run_.survey.pages[index];
-    PageFacts &page = pages_[index];
-    std::set<std::string> taken = {"all"};
-    takePatternNames(taken);
+    looking::PageFacts &page = pages_[index];
+    std::set<std::string> taken = looking::namesOfOthers();
     std::vector<size_t> inked;
     for (size_t i = 0; i < page.plates.size(); ++i) {
-        const std::string file = nameOf(page) + "-" + plates::fileNameFor(page.plates[i].name, taken);
+        looking::PlateFacts &plate = page.plates[i];
+        const std::string file = nameOf(page, plate.name, taken);
         // A plate that has nothing but the annotation makes no film.
-        if (!surveyed.plates[i].ink && (run_.riders.annotated || !(*bits)[i].hasInk()))
+        if (!surveyed.plates[i].ink && (run_.riders.annotated || !dots->plates[i].hasInk()))
             continue;
-        page.plates[i].film = std::string(kFilmsName) + "/" + file + ".tif";
-        page.plates[i].picture = std::string(kPicturesName) + "/" + file + ".png";
+        plate.film = std::string(looking::kFilmsName) + "/" + file + ".tif";
+        plate.kind = "TIFF";
+        plate.picture = looking::pictureCalled(file);
         inked.push_back(i);
     }
     platesLeft_[index] = inked.size();
     for (const size_t i : inked)
-        workers_.addUrgent([this, index, i, bits] {
-            finishPlate(index, i, (*bits)[i]);
+        workers_.addUrgent([this, index, i, dots] {
+            finishPlate(index, i, *dots);
             if (--platesLeft_[index] == 0)
-                addPatterns(pages_[index], *bits, run_.dpi, run_.folder);
+                finishPage(index, *dots);
         });
 }
 
-void PageProofs::writeRosette(PageFacts &page, const std::vector<plates::BitPlate> &bits) const
+void PageProofs::finishPlate(size_t index, size_t i, const WholePlates &dots)
 {
-    std::vector<InkedPlate> inked;
-    for (size_t i = 0; i < page.plates.size(); ++i)
-        if (!page.plates[i].film.empty())
-            inked.push_back({&bits[i], page.plates[i].ink});
-    if (inked.empty())
-        return;
-    page.rosette = std::string(kPicturesName) + "/" + nameOf(page) + "-all.png";
-    writePicture(run_.folder / page.rosette, loupePicture(inked, run_.dpi, page.loupe), loupePictureDpi(run_.dpi));
+    looking::PlateFacts &plate = pages_[index].plates[i];
+    plates::writeFilm(run_.folder / plate.film, dots.plates[i], run_.dpi);
+    drawPlate(pages_[index], i, dots, run_.folder);
+    if (plate.tints.tint)
+        plate.measured = plates::measurePlate(dots.plates[i], run_.dpi, plate.flatPlace,
+                                              plate.asked.frequency.value_or(60), plate.asked.shape);
+    progress_.plateFinished();
 }
 
-void PageProofs::finishPlate(size_t pageIndex, size_t plateIndex, const plates::BitPlate &bits)
+void PageProofs::finishPage(size_t index, const WholePlates &dots)
 {
-    PlateFacts &plate = pages_[pageIndex].plates[plateIndex];
-    plates::writeFilm(run_.folder / plate.film, bits, run_.dpi);
-    const Place &place = plate.loupe.empty() ? pages_[pageIndex].loupe : plate.loupe;
-    writePicture(run_.folder / plate.picture, loupePicture({{&bits, {0, 0, 0}}}, run_.dpi, place),
-                 loupePictureDpi(run_.dpi));
-    if (plate.tints.tint)
-        plate.measured =
-            measurePlate(bits, run_.dpi, plate.flatPlace, plate.asked.frequency.value_or(60), plate.asked.shape);
-    progress_.plateFinished();
+    looking::PageFacts &page = pages_[index];
+    findPatterns(page, run_.looks.of(page.number), std::numeric_limits<double>::infinity());
+    drawPatterns(page, dots, run_.folder);
 }
 
 }  // namespace riders::proof

@@ -4,23 +4,34 @@
 #include <atomic>
 #include <filesystem>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "io/workers.h"
+#include "looking/facts/page_facts.h"
+#include "looking/page_dots.h"
+#include "looking/pictures/page_looks.h"
 #include "plates/make_plates.h"
-#include "proof/facts/page_facts.h"
-#include "proof/looking/page_looks.h"
 #include "proof/progress.h"
 
 namespace riders::proof {
 
 struct PageProofsRun {
     const plates::Survey &survey;
-    const PageLooks &looks;
-    const AskedFor &riders;  // what the riders file asks for
+    const looking::PageLooks &looks;
+    const plates::AskedFor &riders;  // what the riders file asks for
     double dpi;
     double mesh;                   // threads per inch; 0 for none
     std::filesystem::path folder;  // of the proof
+};
+
+// All plates of a page, as surveyed.
+class WholePlates : public looking::PageDots {
+public:
+    explicit WholePlates(std::vector<plates::BitPlate> made) : plates(std::move(made)) {}
+    Part at(std::size_t plate, const plates::Place &place) const override { return {&plates[plate], place}; }
+
+    const std::vector<plates::BitPlate> plates;
 };
 
 class PageProofs {
@@ -31,20 +42,20 @@ public:
     // Adds the work on the page's plates. From any thread, once for each page. Throws Refusal.
     void take(plates::RenderedPage page);
     // The pages as surveyed; to be called once the workers have finished.
-    std::vector<PageFacts> facts();
+    std::vector<looking::PageFacts> facts();
 
 private:
-    using Bits = std::shared_ptr<const std::vector<plates::BitPlate>>;
+    using Dots = std::shared_ptr<const WholePlates>;
 
-    PageFacts startedFacts(const plates::RenderedPage &page) const;
-    void addPlates(size_t page, const Bits &plates);
-    void writeRosette(PageFacts &page, const std::vector<plates::BitPlate> &plates) const;
-    void finishPlate(size_t page, size_t plate, const plates::BitPlate &bits);
+    looking::PageFacts startedFacts(const plates::RenderedPage &page) const;
+    void addPlates(size_t page, const Dots &dots);
+    void finishPlate(size_t page, size_t plate, const WholePlates &dots);
+    void finishPage(size_t page, const WholePlates &dots);
 
     const PageProofsRun run_;
     io::Workers &workers_;
     Progress &progress_;
-    std::vector<PageFacts> pages_;
+    std::vector<looking::PageFacts> pages_;
     std::vector<std::atomic<size_t>> platesLeft_;  // of each page, to be finished
 };
 

@@ -3,19 +3,20 @@
 #include <algorithm>
 #include <thread>
 
+#include "io/decimal.h"
 #include "io/interruption.h"
 #include "io/refusal.h"
 #include "io/workers.h"
+#include "looking/look_folder.h"
+#include "looking/pictures/page_looks.h"
+#include "looking/report/report.h"
 #include "plates/job/prepared_job.h"
 #include "plates/make_plates.h"
+#include "plates/measuring/asked_for.h"
 #include "plates/page_list.h"
 #include "plates/survey/survey.h"
-#include "proof/facts/asked_for.h"
-#include "proof/looking/page_looks.h"
 #include "proof/page_proofs.h"
 #include "proof/progress.h"
-#include "proof/proof_folder.h"
-#include "proof/report/report.h"
 
 namespace fs = std::filesystem;
 
@@ -29,11 +30,6 @@ void check(const ProofRequest &request)
                           std::to_string(kLeastProofDpi) + " to " + std::to_string(kMostProofDpi));
     if (request.limits.secondsAPage < 1 || request.limits.megabytes < 1)
         throw io::Refusal("the interpreter needs some time and some memory");
-}
-
-fs::path placeOf(const ProofRequest &request)
-{
-    return request.folder.empty() ? fs::path(request.job.stem().string() + "-proof") : request.folder;
 }
 
 int coresFor(const ProofRequest &request)
@@ -51,17 +47,18 @@ int inkedPlates(const plates::Survey &survey)
 }
 
 // Fills the folder with films and pictures.
-ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages, const ProofFolder &folder)
+looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int> &pages,
+                              const looking::LookFolder &folder)
 {
     const int seconds = request.limits.secondsAPage;
     const fs::path ridersFile = plates::readableAgain(request.riders, folder.work() / "given.riders", seconds);
     const plates::PreparedJob job = plates::prepareJob(request.job, ridersFile, folder.work(), seconds);
     const double dpi = request.dpi;
     const int cores = coresFor(request);
-    PageLooks looks(folder.pictures());
+    looking::PageLooks looks(folder.pictures());
     Progress progress;
     io::Workers workers(cores);
-    const AskedFor riders = ridersFile.empty() ? AskedFor{} : askedByRiders(ridersFile);
+    const plates::AskedFor riders = ridersFile.empty() ? plates::AskedFor{} : plates::askedByRiders(ridersFile);
     const plates::Survey survey =
         plates::surveyJob({.job = job,
                            .pages = pages,
@@ -82,10 +79,16 @@ ProofFacts proofPages(const ProofRequest &request, const std::vector<int> &pages
                             .pageRendered = [&] { progress.pageRendered(); },
                             .pageRead = [&](plates::RenderedPage page) { proofs.take(std::move(page)); }},
                            workers);
-    return {request.job.filename(), request.riders.filename(), dpi, proofs.facts(), std::move(said)};
+    return {request.job.filename(), request.riders.filename(), io::decimal(dpi, 0), false, proofs.facts(),
+            std::move(said)};
 }
 
 }  // namespace
+
+fs::path placeOf(const ProofRequest &request)
+{
+    return request.folder.empty() ? fs::path(request.job.stem().string() + "-proof") : request.folder;
+}
 
 fs::path proof(const ProofRequest &request)
 {
@@ -95,12 +98,12 @@ fs::path proof(const ProofRequest &request)
         plates::kindOfJob(request.job);  // before anything is made
 
     io::Interruption interruption;
-    ProofFolder folder(placeOf(request));
-    const ProofFacts facts = proofPages(request, pages, folder);
-    writeReport(folder.page(), facts);
+    looking::LookFolder folder(placeOf(request));
+    const looking::LookFacts facts = proofPages(request, pages, folder);
+    looking::writeReport(folder.page(), facts);
     io::Interruption::check();
     folder.finish();
-    return placeOf(request) / kPageName;
+    return placeOf(request) / looking::kPageName;
 }
 
 }  // namespace riders::proof

@@ -6,6 +6,9 @@
 
 namespace riders::proof {
 
+// Where its folder goes.
+std::filesystem::path placeOf(const ProofRequest &request);
+
 // Writes the proof folder and returns the path of its page. The folder appears
 // when all is done; an earlier proof there is then replaced as a whole. Throws
 // Refusal when the job, the riders file, the pages or the folder cannot be used,

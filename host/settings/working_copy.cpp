@@ -40,8 +40,12 @@ std::string WorkingCopy::bytes() const
 
 void WorkingCopy::empty() const
 {
-    fs::remove_all(folder_);
-    fs::create_directory(folder_);
+    std::error_code failed;
+    fs::remove_all(folder_, failed);
+    if (!failed)
+        fs::create_directory(folder_, failed);
+    if (failed)
+        io::refuseErrno(folder_, failed.value());
 }
 
 void WorkingCopy::prepare()
@@ -70,10 +74,10 @@ void WorkingCopy::keep()
     }
 }
 
+// The next call's copy is made anew.
 void WorkingCopy::forget()
 {
     unsaved_ = false;
-    empty();
 }
 
 }  // namespace riders::settings

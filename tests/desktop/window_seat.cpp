@@ -1,5 +1,6 @@
 #include "desktop/window_seat.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -91,13 +92,20 @@ WindowSeat::WindowSeat(const std::vector<Display> &displays)
     findWindow();
 }
 
+// Closing a window waits for its display, for ever if that has gone.
+WindowSeat::~WindowSeat()
+{
+    if (window_->displayLost())
+        static_cast<void>(window_.release());
+}
+
 void WindowSeat::findWindow()
 {
     // The only window on this display: the program's, or the compositor's that
     // it runs in.
     windowId_ = ask("search --sync --onlyvisible --class '.*'");
     windowId_ = windowId_.substr(windowId_.rfind('\n') + 1);
-    ask("windowfocus " + windowId_);
+    ask("windowfocus --sync " + windowId_);
     const std::string geometry = ask("getwindowgeometry --shell " + windowId_);
     int x = 0, y = 0;
     if (std::sscanf(geometry.substr(geometry.find("X=")).c_str(), "X=%d\nY=%d", &x, &y) != 2)
@@ -147,6 +155,20 @@ bool WindowSeat::inputWaiting()
     return !unasked_.empty() || HeadlessMachine::inputWaiting() || window_->inputWaiting();
 }
 
+void WindowSeat::passTicks(std::uint32_t count)
+{
+    window_->passTicks(count);
+    HeadlessMachine::passTicks(count);
+}
+
+std::optional<Input> WindowSeat::waitAtWindow(std::uint32_t ticks)
+{
+    const std::uint32_t start = window_->ticks();
+    std::optional<Input> came = window_->nextInput(ticks);
+    HeadlessMachine::passTicks(came ? std::min(window_->ticks() - start, ticks) : ticks);
+    return came;
+}
+
 std::optional<Input> WindowSeat::nextInput(std::uint32_t waitTicks)
 {
     if (std::optional<Input> came = window_->nextInput(0))
@@ -158,7 +180,7 @@ std::optional<Input> WindowSeat::nextInput(std::uint32_t waitTicks)
     }
     std::optional<Input> meant = HeadlessMachine::nextInput(0);
     if (!meant)
-        return window_->nextInput(waitTicks);
+        return waitAtWindow(waitTicks);
     if (!carryOut(*meant))
         return std::nullopt;
     return whatCameOf(*meant);
@@ -225,7 +247,9 @@ void WindowSeat::beep()
 
 void WindowSeat::playSound(const std::vector<std::uint8_t> &samples, double samplesPerSecond)
 {
+    const std::uint32_t start = window_->ticks();
     window_->playSound(samples, samplesPerSecond);
+    HeadlessMachine::passTicks(window_->ticks() - start);
 }
 
 }  // namespace desktop

@@ -1,6 +1,7 @@
 // A seat for the scripted user at a real window: what the hand means to do is
 // done by xdotool on the display, and the program gets what comes of it through
-// the window system. Time is real.
+// the window system. What the program waits for passes in real time; what the
+// machine takes besides is not counted, so that a busy one plays the same session.
 #pragma once
 
 #include <deque>
@@ -17,6 +18,7 @@ namespace desktop {
 class WindowSeat : public toolbox::HeadlessMachine {
 public:
     explicit WindowSeat(const std::vector<toolbox::Display> &displays);
+    ~WindowSeat() override;
 
     // As X writes geometries: WIDTHxHEIGHT+X+Y, in the display's pixels.
     std::string placeOnDisplay();
@@ -26,8 +28,7 @@ public:
 
     std::optional<toolbox::Input> nextInput(std::uint32_t waitTicks) override;
     bool inputWaiting() override;
-    std::uint32_t ticks() override { return window_->ticks(); }
-    void passTicks(std::uint32_t count) override { window_->passTicks(count); }
+    void passTicks(std::uint32_t count) override;
     std::vector<toolbox::Display> displays() override { return window_->displays(); }
     void present(int index, const toolbox::Picture &picture, const Rect &changed) override;
     std::string clipboardText() override { return window_->clipboardText(); }
@@ -39,6 +40,7 @@ public:
 
 private:
     void findWindow();
+    std::optional<toolbox::Input> waitAtWindow(std::uint32_t ticks);
     // Moves real hands; true when the window system will respond with an input
     // of that kind.
     bool carryOut(const toolbox::Input &meant);

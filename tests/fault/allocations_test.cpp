@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr size_t kSome = 3;
+constexpr size_t kSome = 2;
 
 // The plan, mapped here and, by the library that it preloads, in the program.
 class SharedPlan {

@@ -58,6 +58,8 @@ const std::vector<TriedCommand> &triedCommands()
         {"shapes", {"shapes", "--json"}, {}},
         {"shapes_one", {"shapes", "./one.spot"}, {}},
         {"shapes_replacing", {"shapes", "./two.spot", "-o", "page"}, {{"shapes", "./one.spot", "-o", "page"}}},
+        {"film_look", {"film", "small.ps", "--dpi", "100", "--frequency", "10", "--look"}, {}},
+        {"proof_film", {"proof", "--film", "small.ps", "--dpi", "100", "--frequency", "10"}, {kFilm, kProof}},
         {"proof_replacing", {"proof", "small.ps", "--dpi", "100", "--mesh", "110"}, {kFilm, kProof}},
         // Without text: what draws it reads fonts and settings of its own, and says itself what it cannot read.
         {"film", {"film", "small.ps", "--riders", "film", "--dpi", "100", "--register", "--crop"}, {kFilm}},

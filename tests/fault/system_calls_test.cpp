@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr size_t kSome = 5;
+constexpr size_t kSome = 3;
 constexpr int kSomeTimes = 4;  // further ones: no signal comes for ever
 
 std::string described(const CallKind &kind, const Fault &fault)

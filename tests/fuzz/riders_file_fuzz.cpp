@@ -7,11 +7,11 @@
 
 #include "apply/markers.h"
 #include "fuzz/memory_file.h"
-#include "proof/facts/asked_for.h"
+#include "plates/measuring/asked_for.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const riders::proof::AskedFor asked = riders::proof::askedByRiders(memoryFile(data, size));
+    const riders::plates::AskedFor asked = riders::plates::askedByRiders(memoryFile(data, size));
     for (const auto &number : {asked.frequency, asked.angle})
         if (number && !std::isfinite(*number))
             abort();

@@ -17,7 +17,7 @@
 namespace {
 
 namespace film = riders::film;
-using riders::proof::Place;
+using riders::plates::Place;
 
 using Names = std::vector<std::string>;
 using Bits = std::vector<std::uint8_t>;
@@ -183,7 +183,7 @@ TEST(FilmWarnings, AreOfWhatIsNotAsAskedFor)
 
 TEST(FilmMade, AnglesAreOnThePageAndNearTheOneAskedFor)
 {
-    riders::proof::MeasuredScreen dots;
+    riders::plates::MeasuredScreen dots;
     dots.angle = 89.99;
     EXPECT_NEAR(film::uprightAngle(dots, 0, 0), -0.01, 1e-9);
     dots.angle = 15.2;

@@ -114,8 +114,8 @@ protected:
                 },
             .measuredAt =
                 [](const film::FilmPage &, const film::PagePlate &plate) {
-                    return plate.surveyed == 0U ? riders::proof::Place{0.1, 0.5, 0.8, 1.3}
-                                                : riders::proof::Place{};
+                    return plate.surveyed == 0U ? riders::plates::Place{0.1, 0.5, 0.8, 1.3}
+                                                : riders::plates::Place{};
                 },
             .skips = [this](const film::PagePlate &plate) { return plate.name == skipped; },
             .screens = screens,
@@ -165,7 +165,8 @@ protected:
     plates::TonePage page;
     std::vector<film::FilmPage> known;
     std::string skipped = "none";
-    film::PlateScreens screens{{300, 300}, 0};
+    // The same screens in all tests: computing them takes longer than the films.
+    static inline film::PlateScreens screens{{300, 300}, 0};
     KeptForm form;
     film::FilmsMade made;
 };

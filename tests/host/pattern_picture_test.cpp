@@ -1,17 +1,14 @@
-// Where plates print over each other, and pictures of what they make there.
-#include "proof/looking/linear_light.h"
-#include "proof/looking/pattern_picture.h"
+// Pictures of the patterns that plates make over each other.
+#include "looking/pictures/linear_light.h"
+#include "looking/pictures/pattern_picture.h"
 #include "support/toolbox_test.h"
 
 namespace {
 
-namespace proof = riders::proof;
-using proof::Colour;
-using proof::Picture;
-using proof::Place;
+namespace looking = riders::looking;
+using looking::Colour;
+using looking::Picture;
 using riders::plates::BitPlate;
-
-constexpr double kDpi = 320;  // blocks are of 16 pixels
 
 void checker(BitPlate &plate, int left, int top, int side)
 {
@@ -21,53 +18,11 @@ void checker(BitPlate &plate, int left, int top, int side)
                 plate.row(y)[x / 8] |= static_cast<std::uint8_t>(0x80 >> x % 8);
 }
 
-// Two plates of 3 by 2 inches with a tint of half an inch over each other at (1.5, 0.75), and one each elsewhere.
-struct Overlapping {
-    Overlapping()
-    {
-        for (BitPlate *plate : {&one, &other})
-            checker(*plate, 480, 240, 160);
-        checker(one, 0, 0, 220);
-        checker(other, 700, 400, 220);
-    }
-    BitPlate one{960, 640}, other{960, 640};
-};
-
-TEST(PatternPicture, TheSharedAreaIsWhereAllPlatesHaveTints)
-{
-    const Overlapping plates;
-    EXPECT_NEAR(proof::sharedArea({&plates.one, &plates.other}, kDpi), 0.25, 0.001);
-    EXPECT_GT(proof::sharedArea({&plates.one}, kDpi), 0.65);
-    BitPlate solid(960, 640);
-    std::fill(solid.bits.begin(), solid.bits.end(), std::uint8_t{0xFF});
-    EXPECT_EQ(proof::sharedArea({&plates.one, &solid}, kDpi), 0) << "solid ink has no dots";
-    EXPECT_EQ(proof::sharedArea({&plates.one, &plates.other, &solid}, kDpi), 0);
-    const BitPlate tiny(3, 3);
-    EXPECT_EQ(proof::sharedArea({&tiny, &tiny}, kDpi), 0);
-}
-
-TEST(PatternPicture, ThePlaceIsThere)
-{
-    Overlapping plates;
-    checker(plates.one, 880, 304, 48);  // less, further to the right
-    checker(plates.other, 880, 304, 48);
-    const Place place = proof::sharedPlace({&plates.one, &plates.other}, kDpi, 0.5);
-    EXPECT_NEAR(place.left, 1.5, 1e-9);
-    EXPECT_NEAR(place.top, 0.75, 1e-9);
-    EXPECT_EQ(place.width, 0.5);
-    const Place all = proof::sharedPlace({&plates.one, &plates.other}, kDpi, 10);
-    EXPECT_EQ(all.left, 0);
-    EXPECT_EQ(all.width, 3);
-    EXPECT_EQ(all.height, 2);
-    const BitPlate tiny(3, 3);
-    EXPECT_NEAR(proof::sharedPlace({&tiny, &tiny}, kDpi, 1).width, 3 / kDpi, 1e-9);
-}
-
 TEST(PatternPicture, LightIsAveragedNotNumbers)
 {
-    EXPECT_EQ(proof::colourOf(proof::lightOf({1, 128, 255})), (Colour{1, 128, 255}));
-    EXPECT_EQ(proof::colourOf({0.5F, 0, 1}), (Colour{188, 0, 255}));
-    EXPECT_NEAR(proof::luminance(proof::lightOf({255, 237, 0})), 0.82, 0.01);
+    EXPECT_EQ(looking::colourOf(looking::lightOf({1, 128, 255})), (Colour{1, 128, 255}));
+    EXPECT_EQ(looking::colourOf({0.5F, 0, 1}), (Colour{188, 0, 255}));
+    EXPECT_NEAR(looking::luminance(looking::lightOf({255, 237, 0})), 0.82, 0.01);
 }
 
 // 1800 pixels on 900: each the mean of four, of which two are black, or all, or none.
@@ -75,14 +30,14 @@ TEST(PatternPicture, PixelsAreMeansOfThosePrinted)
 {
     BitPlate plate(1800, 1800);
     checker(plate, 1, 0, 900);
-    const Picture picture = proof::patternPicture({{&plate, {0, 0, 0}}}, 1800, {0, 0, 1, 1}, 0.01);
+    const Picture picture = looking::patternPicture({{&plate, {0, 0, 0}}}, 1800, {0, 0, 1, 1}, 0.01);
     ASSERT_EQ(picture.width, 900);
     ASSERT_EQ(picture.height, 900);
     EXPECT_EQ(picture.pixels[899], (Colour{255, 255, 255}));
     EXPECT_EQ(picture.pixels[5], picture.pixels[5 + 2]);
     EXPECT_NE(picture.pixels[4], picture.pixels[5]);
-    EXPECT_TRUE(proof::showsDots({0, 0, 1, 1}, 0.01));
-    EXPECT_FALSE(proof::showsDots({0, 0, 1, 1}, 1 / 151.0));
+    EXPECT_TRUE(looking::showsDots({0, 0, 1, 1}, 0.01));
+    EXPECT_FALSE(looking::showsDots({0, 0, 1, 1}, 1 / 151.0));
 }
 
 TEST(PatternPicture, InksMultiplyOverEachOther)
@@ -91,7 +46,7 @@ TEST(PatternPicture, InksMultiplyOverEachOther)
     one.row(0)[0] = 0xF0;
     other.row(0)[0] = 0x3C;
     const Picture picture =
-        proof::patternPicture({{&one, {255, 0, 0}}, {&other, {255, 255, 0}}}, 100, {0, 0, 0.08, 0.08}, 0.02);
+        looking::patternPicture({{&one, {255, 0, 0}}, {&other, {255, 255, 0}}}, 100, {0, 0, 0.08, 0.08}, 0.02);
     ASSERT_EQ(picture.width, 8);
     EXPECT_EQ(picture.pixels[0], (Colour{255, 0, 0}));
     EXPECT_EQ(picture.pixels[2], (Colour{255, 0, 0}));
@@ -104,8 +59,8 @@ TEST(PatternPicture, FromAfarDotsAreBlurred)
 {
     BitPlate plate(1200, 1200);
     checker(plate, 0, 0, 1200);
-    const Picture picture = proof::patternPicture({{&plate, {0, 0, 0}}}, 1200, {0, 0, 1, 1}, 4 / 1200.0);
-    EXPECT_LE(picture.width, proof::kPatternPixels);
+    const Picture picture = looking::patternPicture({{&plate, {0, 0, 0}}}, 1200, {0, 0, 1, 1}, 4 / 1200.0);
+    EXPECT_LE(picture.width, looking::kPatternPixels);
     EXPECT_EQ(picture.width, picture.height);
     for (const Colour &pixel : picture.pixels)
         ASSERT_NEAR(pixel.red, 188, 12);

@@ -1,24 +1,24 @@
 // What a proof says of the patterns between plates, and of a mesh.
-#include "proof/facts/on_mesh.h"
-#include "proof/facts/plate_patterns.h"
-#include "proof/facts/warnings.h"
-#include "proof/report/report.h"
+#include "looking/facts/on_mesh.h"
+#include "looking/facts/plate_patterns.h"
+#include "looking/facts/warnings.h"
+#include "looking/report/report.h"
 #include "support/toolbox_test.h"
 
 namespace {
 
-namespace proof = riders::proof;
+namespace looking = riders::looking;
 
-using proof::PlateFacts;
-using proof::PlatePattern;
+using looking::PlateFacts;
+using looking::PlatePattern;
 using Words = std::vector<std::string>;
 using Places = std::vector<size_t>;
 
-constexpr proof::Colour kCyan = {0, 158, 224}, kMagenta = {230, 0, 126}, kYellow = {255, 237, 0},
-                        kBlack = {29, 29, 27};
+constexpr looking::Colour kCyan = {0, 158, 224}, kMagenta = {230, 0, 126}, kYellow = {255, 237, 0},
+                          kBlack = {29, 29, 27};
 
 // As asked for.
-PlateFacts plate(const std::string &name, proof::Colour ink, double frequency, double angle)
+PlateFacts plate(const std::string &name, looking::Colour ink, double frequency, double angle)
 {
     PlateFacts facts;
     facts.name = name;
@@ -37,23 +37,23 @@ std::vector<PlateFacts> offset(double lpi)
 Words sentences(const std::vector<PlateFacts> &plates)
 {
     Words words;
-    for (const PlatePattern &pattern : proof::patternsBetween(plates))
+    for (const PlatePattern &pattern : looking::patternsBetween(plates))
         words.push_back(sentenceFor(pattern, plates));
     return words;
 }
 
 Words warnings(const std::vector<PlateFacts> &plates, double mesh = 0)
 {
-    proof::PageFacts page;
+    looking::PageFacts page;
     page.plates = plates;
-    page.patterns = proof::patternsBetween(plates);
+    page.patterns = looking::patternsBetween(plates);
     page.mesh = mesh;
-    return proof::warningsFor(page);
+    return looking::warningsFor(page);
 }
 
-proof::PageFacts onMesh(const std::vector<PlateFacts> &plates, double mesh)
+looking::PageFacts onMesh(const std::vector<PlateFacts> &plates, double mesh)
 {
-    proof::PageFacts page;
+    looking::PageFacts page;
     page.plates = plates;
     page.mesh = mesh;
     return page;
@@ -61,12 +61,12 @@ proof::PageFacts onMesh(const std::vector<PlateFacts> &plates, double mesh)
 
 Words factsOnMesh(const std::vector<PlateFacts> &plates, double mesh)
 {
-    return proof::factsOnMesh(onMesh(plates, mesh));
+    return looking::factsOnMesh(onMesh(plates, mesh));
 }
 
 Words warningsOnMesh(const std::vector<PlateFacts> &plates, double mesh)
 {
-    return proof::warningsOnMesh(onMesh(plates, mesh));
+    return looking::warningsOnMesh(onMesh(plates, mesh));
 }
 
 // 133 lines per inch, 15 degrees apart: 25.4 mm / 133 / (2 sin 7.5°).
@@ -122,9 +122,9 @@ TEST(PlatePatterns, ThreesAreLeftOutWhereTwoOfThemMakeAPattern)
 {
     std::vector<PlateFacts> plates = offset(133);
     plates[1] = plate("Magenta", kMagenta, 135, 18);
-    for (const PlatePattern &pattern : proof::patternsBetween(plates))
+    for (const PlatePattern &pattern : looking::patternsBetween(plates))
         EXPECT_FALSE(pattern.plates.size() == 3 && pattern.plates[0] == 0 && pattern.plates[1] == 1);
-    EXPECT_EQ(proof::patternsBetween(plates)[0].plates, (Places{0, 1}));
+    EXPECT_EQ(looking::patternsBetween(plates)[0].plates, (Places{0, 1}));
 }
 
 TEST(PlatePatterns, PlatesWithOneScreenShiftTheColour)
@@ -142,22 +142,22 @@ TEST(PlatePatterns, PlatesWithOneScreenShiftTheColour)
 TEST(PlatePatterns, ASmallTintTellsLess)
 {
     std::vector<PlateFacts> plates = {plate("Cyan", kCyan, 60, 45), plate("Black", kBlack, 60.5, 45)};
-    EXPECT_FALSE(proof::patternsBetween(plates)[0].shared);
+    EXPECT_FALSE(looking::patternsBetween(plates)[0].shared);
     plates[0].measured.where = {1, 1, 0.1, 2};
-    EXPECT_TRUE(proof::patternsBetween(plates)[0].shared);
+    EXPECT_TRUE(looking::patternsBetween(plates)[0].shared);
     plates[0].measured.found = false;
-    EXPECT_TRUE(proof::patternsBetween(plates).empty());
+    EXPECT_TRUE(looking::patternsBetween(plates).empty());
 }
 
 TEST(PlatePatterns, LinesRunAtTheirAngle)
 {
     std::vector<PlateFacts> plates = {plate("Cyan", kCyan, 60, 10), plate("Black", kBlack, 60, 100)};
     plates[0].measured.lines = plates[1].measured.lines = true;
-    EXPECT_TRUE(proof::patternsBetween(plates).empty()) << "across each other";
+    EXPECT_TRUE(looking::patternsBetween(plates).empty()) << "across each other";
     plates[1].measured.angle = 12;
     plates[1].asked = {};
-    ASSERT_EQ(proof::patternsBetween(plates).size(), 1u);
-    EXPECT_NEAR(proof::patternsBetween(plates)[0].millimetres, 25.4 / 60 / 0.034905, 0.001);
+    ASSERT_EQ(looking::patternsBetween(plates).size(), 1u);
+    EXPECT_NEAR(looking::patternsBetween(plates)[0].millimetres, 25.4 / 60 / 0.034905, 0.001);
 }
 
 TEST(PlatePatterns, AMeshIsJudgedForEachPlate)
@@ -206,17 +206,17 @@ TEST(PlatePatterns, AScreenOnAMeshMayBeAsFarOffAsFilmsAre)
 
 TEST(PlatePatterns, ThePageShowsPatternsAndMesh)
 {
-    proof::ProofFacts facts;
-    proof::PageFacts page;
+    looking::LookFacts facts;
+    looking::PageFacts page;
     page.plates = offset(133);
     page.plates[0] = plate("<i>Cyan", kCyan, 133, 25);
-    page.patterns = proof::patternsBetween(page.plates);
+    page.patterns = looking::patternsBetween(page.plates);
     page.patterns.resize(2);  // Magenta and Yellow, Cyan and Black
     page.patterns[1].picture = "pictures/page-1-pattern-1.png";
     page.patterns[1].shown = 7.63;
     page.mesh = 228.6;
     facts.pages = {page};
-    std::string html = proof::reportOf(facts);
+    std::string html = looking::reportOf(facts);
     const auto has = [&html](const std::string &part) { return html.find(part) != std::string::npos; };
     EXPECT_TRUE(has("<figure class=\"pattern\"><a href=\"pictures/page-1-pattern-1.png\">")) << html;
     EXPECT_TRUE(has("&lt;i&gt;Cyan and Black over each other, 7.6 mm of the page: a pattern of 0.55 mm."));
@@ -224,12 +224,12 @@ TEST(PlatePatterns, ThePageShowsPatternsAndMesh)
     EXPECT_TRUE(has("<h3>On a mesh of 228.6 threads per inch</h3>"));
     EXPECT_TRUE(has("<li>Magenta: 1.72 threads a line; the coarsest pattern"));
     facts.pages[0].patterns[1].afar = true;
-    html = proof::reportOf(facts);
+    html = looking::reportOf(facts);
     EXPECT_TRUE(has("<figure class=\"pattern afar\">"));
     EXPECT_TRUE(has("7.6 mm of the page, without their dots, as seen from afar: a pattern"));
     facts.pages[0].patterns.clear();
     facts.pages[0].mesh = 0;
-    html = proof::reportOf(facts);
+    html = looking::reportOf(facts);
     EXPECT_FALSE(has("Patterns between plates"));
     EXPECT_FALSE(has("On a mesh"));
 }

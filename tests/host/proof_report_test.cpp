@@ -1,17 +1,18 @@
 // The words and numbers of a proof's page.
+#include "looking/facts/warnings.h"
+#include "looking/look_folder.h"
+#include "looking/report/report.h"
+#include "looking/report/template.h"
 #include "make/plates_piece.h"
-#include "proof/facts/warnings.h"
-#include "proof/proof_folder.h"
-#include "proof/report/report.h"
-#include "proof/report/template.h"
 #include "support/riders_pieces.h"
 #include "support/toolbox_test.h"
 
 namespace {
 
-namespace proof = riders::proof;
+namespace looking = riders::looking;
+namespace plates = riders::plates;
 
-using proof::PlateFacts;
+using looking::PlateFacts;
 using Words = std::vector<std::string>;
 
 PlateFacts plate(const std::string &name, double frequency, double angle)
@@ -28,33 +29,33 @@ PlateFacts plate(const std::string &name, double frequency, double angle)
 
 Words warnings(const std::vector<PlateFacts> &plates)
 {
-    proof::PageFacts page;
+    looking::PageFacts page;
     page.plates = plates;
-    return proof::warningsFor(page);
+    return looking::warningsFor(page);
 }
 
 TEST(ProofReport, TextFromAJobIsOnlyText)
 {
-    EXPECT_EQ(proof::escaped("<script>alert('x')</script> & \"y\""),
+    EXPECT_EQ(looking::escaped("<script>alert('x')</script> & \"y\""),
               "&lt;script&gt;alert(&#39;x&#39;)&lt;/script&gt; &amp; &quot;y&quot;");
-    EXPECT_EQ(proof::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
-    EXPECT_EQ(proof::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
-    EXPECT_EQ(proof::escaped("gr\xC3\xBCn"), "grün");
+    EXPECT_EQ(looking::escaped(std::string("a\0b\nc\x1B[1m", 9)), "a b c [1m");
+    EXPECT_EQ(looking::escaped("gr\xC3\xBCn gr\xFCn"), "grÃ¼n grün");
+    EXPECT_EQ(looking::escaped("gr\xC3\xBCn"), "grün");
 }
 
 TEST(ProofReport, TemplatesAreFilledOnce)
 {
-    using proof::filled;
+    using looking::filled;
     EXPECT_EQ(filled("<b>{{a}}, {{b}}, {{a}}</b>", {{"a", "{{b}}"}, {"b", "x"}}), "<b>{{b}}, x, {{b}}</b>");
     EXPECT_EQ(filled("{{a}}", {{"a", ""}}), "");
     EXPECT_THROW(filled("{{a}}", {{"b", ""}}), std::logic_error);
-    EXPECT_THROW(proof::part("none of them"), std::logic_error);
+    EXPECT_THROW(looking::part("none of them"), std::logic_error);
 }
 
 // So that a template reads as the page does: a name alone on its line stands for whole lines.
 TEST(ProofReport, ANameAloneOnItsLineLeavesNoEmptyOne)
 {
-    using proof::filled;
+    using looking::filled;
     EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", "one\ntwo\n"}}), "<p>\none\ntwo\n</p>\n");
     EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", ""}}), "<p>\n</p>\n");
     EXPECT_EQ(filled("<p>\n{{a}}\n</p>\n", {{"a", "one"}}), "<p>\none\n</p>\n");
@@ -64,17 +65,17 @@ TEST(ProofReport, ANameAloneOnItsLineLeavesNoEmptyOne)
 
 TEST(ProofReport, ThePageEscapesAllThatComesFromTheJob)
 {
-    proof::ProofFacts facts;
+    looking::LookFacts facts;
     facts.job = facts.riders = "<i>.ps";
     facts.said = {"<i>said"};
-    proof::PageFacts page;
+    looking::PageFacts page;
     page.number = 1;
     page.width = page.height = 2;
     page.rosette = "pictures/page-1-all.png";
     page.warnings = {"<i>warned"};
     page.plates = {plate("<i>ink", 60, 45)};
     facts.pages = {page};
-    const std::string html = proof::reportOf(facts);
+    const std::string html = looking::reportOf(facts);
     size_t marks = 0;  // the loupe's own is <i style=...>
     for (size_t at = html.find("<i>"); at != std::string::npos; at = html.find("<i>", at + 1))
         ++marks;
@@ -86,11 +87,11 @@ TEST(ProofReport, ThePageEscapesAllThatComesFromTheJob)
 
 TEST(ProofReport, TheMarkIsFoundWhateverTheJobIsCalled)
 {
-    proof::ProofFacts facts;
+    looking::LookFacts facts;
     facts.job = std::string(255, '&');
     TemporaryFolder folder;
-    proof::writeReport(folder / proof::kPageName, facts);
-    EXPECT_TRUE(proof::isProofFolder(folder.path()));
+    looking::writeReport(folder / looking::kPageName, facts);
+    EXPECT_TRUE(looking::isLookFolder(folder.path()));
 }
 
 TEST(ProofReport, WarnsWhereTheScreenIsOff)
@@ -119,9 +120,9 @@ TEST(ProofReport, WarnsWhereTheDotsHaveAnotherShape)
 
 TEST(ProofReport, ADotTurnedByAQuarterIsTheSame)
 {
-    EXPECT_NEAR(proof::anglesApart(89.8, 0.1), 0.3, 1e-9);
-    EXPECT_DOUBLE_EQ(proof::anglesApart(0, 180), 0);
-    EXPECT_DOUBLE_EQ(proof::anglesApart(10, 55), 45);
+    EXPECT_NEAR(looking::anglesApart(89.8, 0.1), 0.3, 1e-9);
+    EXPECT_DOUBLE_EQ(looking::anglesApart(0, 180), 0);
+    EXPECT_DOUBLE_EQ(looking::anglesApart(10, 55), 45);
     PlateFacts turned = plate("Cyan", 60, 0.2);
     turned.asked.angle = 90;
     EXPECT_EQ(warnings({turned}), Words{});
@@ -152,18 +153,18 @@ TEST(ProofReport, WhatARidersFileAsksForComesFirst)
 {
     TemporaryFolder folder;
     writeFile(folder / "riders", "/riderFrequency null def /riderAngle null def\n/riderAngle 22.5 def\n");
-    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
+    const plates::AskedFor riders = plates::askedByRiders(folder / "riders");
     EXPECT_FALSE(riders.frequency);
     EXPECT_EQ(riders.angle, 22.5);
-    const proof::AskedFor both = proof::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
+    const plates::AskedFor both = plates::askedFor("Cyan", riders, {{"Cyan", {70, 15}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(both.frequency, 70);
     EXPECT_EQ(both.angle, 22.5);
-    const proof::AskedFor spot = proof::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
+    const plates::AskedFor spot = plates::askedFor("Gold", {}, {{"Default", {50, 5}}}, {{"Default", {133, 45}}});
     EXPECT_EQ(spot.frequency, 50);
     EXPECT_EQ(spot.by, "the job");
-    EXPECT_EQ(proof::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
-    EXPECT_FALSE(proof::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
-    EXPECT_FALSE(proof::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
+    EXPECT_EQ(plates::askedFor("Gold", {}, {{"Black", {80, 45}}, {"Cyan", {70, 15}}}, {}).frequency, 80);
+    EXPECT_FALSE(plates::askedFor("Magenta", {}, {{"Black", {80, 45}}}, {}).frequency);
+    EXPECT_FALSE(plates::askedFor("Gold", {}, {{"Default", {133, 45}}}, {{"Default", {133, 45}}}).binding);
 }
 
 // Riders files with screens for single plates: those of the plate, or of the plate that the page is.
@@ -175,14 +176,14 @@ TEST(ProofReport, AsksForThePlatesOwnScreen)
     const std::string fake = "\n<4379616E> 0 17 riderOnPlate\n/riderAngle 5 def\n/riderFont \n";
     writeFile(folder / "riders",
               riders::make::withPlates(all, {{"Cyan", {}, 15, fake}, {"Gold", 70.5, 30}, {"Cyan", {}, 22.5}}));
-    const proof::AskedFor riders = proof::askedByRiders(folder / "riders");
+    const plates::AskedFor riders = plates::askedByRiders(folder / "riders");
     EXPECT_EQ(riders.frequency, 60);
     EXPECT_FALSE(riders.angle);
     EXPECT_FALSE(riders.annotated);
     const riders::plates::AskedScreens page = {{"Cyan", {60, 22.5}}, {"Default", {60, 45}}};
     const auto expect = [&](const std::string &plate, const riders::plates::AskedScreens &on, double frequency,
                             double angle) {
-        const proof::AskedFor asked = proof::askedFor(plate, riders, on, {});
+        const plates::AskedFor asked = plates::askedFor(plate, riders, on, {});
         EXPECT_EQ(asked.frequency, frequency) << plate;
         EXPECT_EQ(asked.angle, angle) << plate;
         EXPECT_EQ(asked.by, "the riders file");
@@ -203,13 +204,13 @@ TEST(ProofReport, WhatUsersWroteInARidersFileIsNotTakenForWhatItAsks)
     const std::string annotation = "\n/riderFont riderReadText Courier\n/riderText riderReadText " + lines;
     const auto asked = [&](const std::string &riders) {
         writeFile(folder / "riders", "/riderReadSpot {\n" + riders);
-        return proof::askedByRiders(folder / "riders");
+        return plates::askedByRiders(folder / "riders");
     };
     EXPECT_FALSE(asked(shape).frequency);
     EXPECT_FALSE(asked(shape).annotated);
     EXPECT_FALSE(asked(annotation).angle);
     EXPECT_TRUE(asked(annotation).annotated);
-    const proof::AskedFor all = asked(shape + "/riderFrequency 60 def\n/riderAngle 45 def" + annotation);
+    const plates::AskedFor all = asked(shape + "/riderFrequency 60 def\n/riderAngle 45 def" + annotation);
     EXPECT_EQ(all.frequency, 60);
     EXPECT_EQ(all.angle, 45);
     EXPECT_TRUE(all.annotated);
@@ -219,14 +220,14 @@ TEST(ProofReport, WhatUsersWroteInARidersFileIsNotTakenForWhatItAsks)
 // Ghostscript's own way below 800 dpi, which the films are without.
 TEST(ProofReport, SaysWhatAJobPrintedWithoutRidersLosesOfItsTints)
 {
-    proof::PageFacts page;
+    looking::PageFacts page;
     page.plates = {plate("Cyan", 60, 45), plate("Black", 60, 75)};
     page.plates[1].asked.binding = false;
-    const auto at = [&](double dpi, proof::TintRange tints) {
+    const auto at = [&](double dpi, plates::TintRange tints) {
         page.dpi = dpi;
         page.plates[0].tints = tints;
         page.plates[1].tints = {true, false, 0, 0};
-        return proof::warningsFor(page);
+        return looking::warningsFor(page);
     };
     const auto words = [](const std::string &dpi, const std::string &what) {
         return Words{"Printed by Ghostscript at " + dpi + " dpi, tints become lighter: " + what +

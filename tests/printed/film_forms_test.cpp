@@ -134,6 +134,10 @@ protected:
         EXPECT_FALSE(fs::exists(folder / ("gs-" + std::to_string(plates.size() + 1) + ".pbm")));
     }
 
+    template <class FileForm>
+    void expectPlatesInGhostscript(const std::string &file,
+                                   const std::function<void(const std::vector<TestPlate> &)> &elsewhere);
+
     static std::string resolutionOption(const std::vector<TestPlate> &plates)
     {
         const screening::Resolution &resolution = plates[0].sheet.resolution;
@@ -147,19 +151,30 @@ protected:
 
 const screening::Resolution kFormResolutions[] = {{300, 300}, {1440, 720}, {720, 1440}, {1200, 1200}, {601, 397}};
 
-TEST_F(FilmFormsTest, PdfIsThePlatesInGhostscriptAndPoppler)
+// At each of the resolutions, the file of that form is the plates in Ghostscript; `elsewhere` looks at it, too.
+template <class FileForm>
+void FilmFormsTest::expectPlatesInGhostscript(const std::string &file,
+                                              const std::function<void(const std::vector<TestPlate> &)> &elsewhere)
 {
     for (const screening::Resolution &resolution : kFormResolutions) {
         const std::vector<TestPlate> plates = platesAt(resolution);
-        film::PdfForm form(folder / "film.pdf", folder / "work");
+        FileForm form(folder / file, folder / "work");
         write(form, plates);
-        expectInGhostscript("film.pdf", plates);
+        expectInGhostscript(file, plates);
+        elsewhere(plates);
+        expectNothingLeft();
+    }
+}
+
+TEST_F(FilmFormsTest, PdfIsThePlatesInGhostscriptAndPoppler)
+{
+    expectPlatesInGhostscript<film::PdfForm>("film.pdf", [this](const std::vector<TestPlate> &plates) {
+        const screening::Resolution &resolution = plates[0].sheet.resolution;
         run({"pdftoppm", "-mono", "-rx", std::to_string(int(resolution.across)), "-ry",
              std::to_string(int(resolution.down)), "film.pdf", "poppler"});
         for (std::size_t page = 0; page < plates.size(); ++page)
             expectPixels(folder / ("poppler-" + std::to_string(page + 1) + ".pbm"), plates[page]);
-        expectNothingLeft();
-    }
+    });
 }
 
 TEST_F(FilmFormsTest, PdfIsValidAndSaysWhatItsPagesAre)
@@ -190,13 +205,7 @@ TEST_F(FilmFormsTest, PdfRefusesAPageThatIsTooLong)
 
 TEST_F(FilmFormsTest, PostscriptIsThePlatesInGhostscript)
 {
-    for (const screening::Resolution &resolution : kFormResolutions) {
-        const std::vector<TestPlate> plates = platesAt(resolution);
-        film::PostscriptForm form(folder / "film.ps", folder / "work");
-        write(form, plates);
-        expectInGhostscript("film.ps", plates);
-        expectNothingLeft();
-    }
+    expectPlatesInGhostscript<film::PostscriptForm>("film.ps", [](const std::vector<TestPlate> &) {});
 }
 
 TEST_F(FilmFormsTest, PostscriptAsksForItsResolution)

@@ -339,6 +339,36 @@ TEST_F(FilmTest, PdfAndEpsMakeFilms)
     EXPECT_NEAR(eps.bits.height, 50 / 72.0 * 300, 2);
 }
 
+// The interpreter adds numbers to such names, and the job's own may end in the same.
+TEST_F(FilmTest, InksNamedAsProcessInksInOtherLettersAreKeptApart)
+{
+    const auto square = [](const std::string &ink, int left) {
+        return "[/Separation (" + ink + ") cvn /DeviceCMYK {0 exch 0 exch 0}] setcolorspace .5 setcolor " +
+               std::to_string(left) + " 12 29 29 rectfill\n";
+    };
+    for (const char *second : {"CYAN", "CYAN1"}) {
+        SCOPED_TRACE(second);
+        writeFile(folder / "job.ps", "%!PS\n<< /PageSize [72 72] >> setpagedevice\n" + square("cyan", 1) +
+                                         square(second, 31) + "showpage\n");
+        const CommandResult result = film({"--dpi", "100", "--frequency", "10", "--force", "-o", "out"});
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(names(folder / "out"), (Names{"job_p01_CYAN-2.tif", "job_p01_cyan-3.tif"}));
+        const Read left = readTiff(folder / "out/job_p01_cyan-3.tif"),
+                   right = readTiff(folder / "out/job_p01_CYAN-2.tif");
+        int leftInk = 0, rightInk = 0, wrong = 0;
+        for (int y = 0; y < left.bits.height; ++y)
+            for (int x = 0; x < left.bits.width; ++x) {
+                leftInk += left.bits.at(x, y);
+                rightInk += right.bits.at(x, y);
+                wrong += x < 42 ? right.bits.at(x, y) : left.bits.at(x, y);
+            }
+        EXPECT_GT(leftInk, 500);
+        EXPECT_GT(rightInk, 500);
+        EXPECT_EQ(wrong, 0);
+    }
+}
+
 TEST_F(FilmTest, WrongWordsAreWrongUsage)
 {
     for (const Names &wrong :

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include "host/proof_support.h"
-#include "proof/proof_folder.h"
+#include "looking/look_folder.h"
 #include "support/command.h"
 
 namespace fs = std::filesystem;
@@ -103,7 +103,7 @@ TEST_F(ProofTest, AResolutionOutOfRangeIsRefused)
 TEST_F(ProofTest, AnEarlierProofIsReplacedAsAWhole)
 {
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint), smallPage(kTint)}))), "done");
-    ASSERT_TRUE(proof::isProofFolder(out));
+    ASSERT_TRUE(riders::looking::isLookFolder(out));
     ASSERT_EQ(proofOf(request(smallJob({smallPage(kTint)}))), "done");
     EXPECT_EQ(files(), (Names{"films/page-1-black.tif", "pictures/page-1-all.png", "pictures/page-1-black.png",
                               "pictures/page-1.png", "proof.html"}));
@@ -125,7 +125,8 @@ TEST_F(ProofTest, WhatIsNotAProofStays)
     ASSERT_EQ(proofOf(asked), "done");  // an empty folder is as good as none
     const std::string foreign = out.string() + ": exists and holds files that are not an earlier proof's, "
                                                "or changed since; name another folder with -o";
-    for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif", "films/page-9-mine.tif"}) {
+    for (const char *name : {"notes.txt", "films/mine.tif", "pictures/page-1.txt", "films/deep/page-1.tif",
+                             "films/page-9-mine.tif"}) {
         fs::create_directories((out / name).parent_path());
         writeFile(out / name, "precious");
         EXPECT_EQ(proofOf(asked), foreign) << name;

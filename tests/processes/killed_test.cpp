@@ -54,7 +54,7 @@ protected:
     std::set<int> chosen() const
     {
         const auto all = static_cast<unsigned>(changes),
-                   wanted = getenv("RIDERS_EVERY_KILL") ? all : std::min(all, 3u);
+                   wanted = getenv("RIDERS_EVERY_KILL") ? all : std::min(all, 2u);
         std::mt19937 random(all);
         std::set<int> numbers;
         for (unsigned next = random(); numbers.size() < wanted; next = wanted == all ? next + 1 : random())

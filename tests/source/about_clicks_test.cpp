@@ -1,5 +1,6 @@
 // Clicks, keys and display changes at every moment.
 #include "source/about_box.h"
+#include "support/sanitized.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/windows.h"
 
@@ -99,14 +100,14 @@ TEST_F(AboutClick, OptionClickAfterTheFallOnlyCloses)
 TEST_F(AboutClick, ReturnAndEnterCloseAtEveryMoment)
 {
     for (const char *key : {"return", "enter"}) {
-        for (uint32_t ticks = 0; ticks < 90; ticks += ticks < 24 ? 1 : 13)
+        for (uint32_t ticks = 0; ticks < 90; ticks += ticks < 24 && !triesLess() ? 1 : 13)
             open(
                 [&] {
                     user.wait(ticks);
                     user.key(key);
                 },
                 true);
-        for (uint32_t ticks = 0; ticks < 700; ticks += 35)
+        for (uint32_t ticks = 0; ticks < 700; ticks += triesLess() ? 175 : 35)
             open(
                 [&] {
                     reach(kShowing);
@@ -237,7 +238,7 @@ protected:
     {
         const int all = openDisturbedAt(0, displays, falls);
         ASSERT_GT(all, 30);
-        for (int frame = 1; frame <= all; frame += 3)
+        for (int frame = 1; frame <= all; frame += triesLess() ? 10 : 3)
             openDisturbedAt(frame, displays, falls);
     }
 };
@@ -247,7 +248,7 @@ protected:
 TEST_F(AboutDisturbed, ClosedWindowClosesTheBoxAtAnyFrame)
 {
     for (bool falls : {true, false})
-        for (int closed = 1; closed <= 60; closed += 4) {
+        for (int closed = 1; closed <= 60; closed += triesLess() ? 13 : 4) {
             restartPlugin();
             int frames = 0;
             machine.setWatcher([&](int, const toolbox::Picture &) {

@@ -126,8 +126,14 @@ private:
     int turns_ = 0, doing_ = 0, values_ = 0, annotations_ = 0, files_ = 0;
 };
 
-TEST_F(OutOfMemory, OnceInTheSettingsDialog) { failEach(kCommandSettings, false, triesLess() ? 5 : 1); }
-TEST_F(OutOfMemory, ForGoodInTheSettingsDialog) { failEach(kCommandSettings, true, 7); }
+TEST_F(OutOfMemory, OnceInTheSettingsDialog)
+{
+    failEach(kCommandSettings, false, triesLess() ? 13 : 1);
+}
+TEST_F(OutOfMemory, ForGoodInTheSettingsDialog)
+{
+    failEach(kCommandSettings, true, triesLess() ? 19 : 7);
+}
 TEST_F(OutOfMemory, InRemoving)
 {
     failEach(kCommandRemove, false);
@@ -136,7 +142,7 @@ TEST_F(OutOfMemory, InRemoving)
 
 TEST_F(OutOfMemory, HeapsTooSmallForTheDialogs)
 {
-    for (int kilobytes = 8; kilobytes <= 256; kilobytes += kilobytes < 64 ? 2 : 32) {
+    for (int kilobytes = 8; kilobytes <= 256; kilobytes += (kilobytes < 64 ? 2 : 32) * (triesLess() ? 3 : 1)) {
         SCOPED_TRACE(std::to_string(kilobytes) + " KB");
         configuration.heapBytes = kilobytes * 1024;
         putBack();

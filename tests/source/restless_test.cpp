@@ -311,7 +311,7 @@ constexpr int kEventsOfAWalk = 400;
 
 TEST_F(Restless, UserFindsNothing)
 {
-    unsigned events = numberFrom("RIDERS_RESTLESS_EVENTS", triesLess() ? 2000 : 4000);
+    unsigned events = numberFrom("RIDERS_RESTLESS_EVENTS", triesLess() ? 1000 : 4000);
     unsigned seed = numberFrom("RIDERS_RESTLESS_SEED", 20261120);
     std::printf("%u events from seed %u\n", events, seed);
     // Reported only at the end: a walk checks for failures to see whether it has failed.

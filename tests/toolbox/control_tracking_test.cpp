@@ -223,6 +223,29 @@ TEST_F(Controls, AScrollBarWithNothingToScrollHasNoThumbAndNoPages)
     EXPECT_EQ(pixel(105, 20), 0xFFFFFFu) << "a dimmed one is empty";
 }
 
+TEST_F(Controls, AScrollBarHasAFrameAndAGreyTrackAroundItsThumb)
+{
+    auto blackIn = [this](int left, int top, int right, int bottom) {
+        int black = 0;
+        for (int v = top; v < bottom; ++v)
+            for (int h = left; h < right; ++h)
+                black += pixel(h, v) == 0;
+        return black;
+    };
+    ControlHandle bar = make(scrollBarProc, 100, 10, 116, 110, 10);
+    EXPECT_EQ(blackIn(100, 10, 101, 110), 100) << "the frame's left side";
+    EXPECT_EQ(blackIn(115, 10, 116, 110), 100);
+    EXPECT_EQ(blackIn(100, 10, 116, 11), 16);
+    const int inTrack = blackIn(101, 50, 115, 90);
+    EXPECT_GT(inTrack, 14 * 40 / 8);
+    EXPECT_LT(inTrack, 14 * 40 / 2) << "light grey";
+    EXPECT_EQ(blackIn(103, 29, 113, 38), 0) << "within the thumb";
+    EXPECT_GT(blackIn(101, 12, 115, 24), 10) << "an arrow";
+    SetCtlMax(bar, 0);
+    EXPECT_EQ(blackIn(101, 30, 115, 90), 0) << "nothing to scroll";
+    EXPECT_GT(blackIn(101, 12, 115, 24), 10);
+}
+
 TEST_F(Controls, ARadioButtonIsFilledWhenItIsOn)
 {
     ControlHandle radio = make(radioButProc, 10, 10, 90, 30);

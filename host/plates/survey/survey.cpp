@@ -186,7 +186,7 @@ void refuseMissing(const SurveyRun &run, const fs::path &folder, const Survey &s
         std::find_if(asked.begin(), asked.end(), [count](int page) { return static_cast<size_t>(page) > count; });
     if (missing == asked.end())
         throw io::Refusal(name + "page " + std::to_string(asked[survey.pages.size()]) +
-                          " is not to be had alone; proof all pages");
+                          " is not to be had alone; leave out --pages");
     throw io::Refusal(name + "there is no page " + std::to_string(*missing) + "; the job has " +
                       pagesInWords(count));
 }

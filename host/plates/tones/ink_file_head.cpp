@@ -7,7 +7,7 @@ namespace riders::plates {
 namespace {
 
 constexpr std::size_t kFixedBytes = 26;
-constexpr std::uint64_t kCmyk = 4, kAlphaNames = 1006;
+constexpr std::uint64_t kCmyk = 4, kAlphaNames = 1006, kDisplays = 1007;
 constexpr std::size_t kMostPlates = 64;  // the interpreter has fewer
 
 // The bytes one after the other, as far as they are there.
@@ -42,6 +42,8 @@ private:
 // Each with its length before it.
 std::vector<std::string> namesIn(std::string_view bytes, std::size_t count)
 {
+    if (bytes.empty())
+        return {};
     Reading reading(bytes);
     std::vector<std::string> names;
     for (std::size_t i = 0; i < count; ++i)
@@ -49,7 +51,23 @@ std::vector<std::string> namesIn(std::string_view bytes, std::size_t count)
     return names;
 }
 
-std::vector<std::string> inksIn(std::string_view resources, std::size_t count)
+// Each is a colour space and what there is of its four parts, 65535 being none.
+std::vector<std::array<double, 4>> coloursIn(std::string_view bytes, std::size_t count)
+{
+    Reading reading(bytes);
+    std::vector<std::array<double, 4>> colours(count);
+    for (std::array<double, 4> &colour : colours) {
+        reading.take(2);
+        for (double &part : colour)
+            part = 1 - static_cast<double>(reading.number(2)) / 65535;
+        reading.take(4);
+    }
+    if (reading.isShort())
+        colours.clear();
+    return colours;
+}
+
+std::string_view resourceOf(std::uint64_t wanted, std::string_view resources)
 {
     Reading reading(resources);
     while (!reading.isAtEnd() && !reading.isShort()) {
@@ -58,8 +76,8 @@ std::vector<std::string> inksIn(std::string_view resources, std::size_t count)
         reading.take(reading.number(1) | 1);  // its name, with its length an even number of bytes
         const std::uint64_t length = reading.number(4);
         const std::string_view bytes = reading.take(length);
-        if (kind == kAlphaNames)
-            return namesIn(bytes, count);
+        if (kind == wanted)
+            return bytes;
         reading.take(length & 1);
     }
     return {};
@@ -86,8 +104,10 @@ std::optional<InkFileHead> inkFileHead(std::string_view bytes, const std::filesy
     const std::uint64_t compression = reading.number(2);
     if (reading.isShort())
         return {};
-    InkFileHead head{static_cast<int>(columns), static_cast<int>(rows), inksIn(resources, plates - kProcess),
-                     reading.at()};
+    const std::size_t inks = plates - kProcess;
+    InkFileHead head{static_cast<int>(columns), static_cast<int>(rows),
+                     namesIn(resourceOf(kAlphaNames, resources), inks),
+                     coloursIn(resourceOf(kDisplays, resources), inks), reading.at()};
     if (compression != 0 || head.inks.size() != plates - kProcess)
         refusePicture(file);
     return head;

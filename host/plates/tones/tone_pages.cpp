@@ -53,7 +53,9 @@ void TonePages::arrange(const SurveyedPage &surveyed, TonePage &page, const std:
             continue;
         }
         const std::size_t known = run_.survey.inksKnown();
-        const auto ink = std::find(inks.begin(), inks.end(), inkBytesFrom(plate.plate, known));
+        auto ink = std::find(inks.begin(), inks.end(), inkBytesFrom(plate.plate, known));
+        if (ink == inks.end())
+            ink = std::find(inks.begin(), inks.end(), plate.plate);  // the number is the job's own, as in CYAN1
         if (ink == inks.end())
             refuse(page.number, "has other plates each time it is rendered");
         order_.push_back(kProcess + static_cast<std::size_t>(ink - inks.begin()));
@@ -79,6 +81,8 @@ void TonePages::begin(int number, const InkFileHead &head)
     const SurveyedPage &surveyed = this->surveyed(number);
     checkSize(surveyed, page);
     arrange(surveyed, page, head.inks);
+    for (std::size_t i = 0; i < head.colours.size(); ++i)
+        page.spotInks[head.inks[i]] = head.colours[i];
     if (const auto boxes = boxes_.find(number); boxes != boxes_.end()) {
         page.trim = boxes->second.trim;
         page.bleed = boxes->second.bleed;

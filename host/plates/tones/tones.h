@@ -1,6 +1,7 @@
 // A job's pages in continuous tone: plates in 256 steps, streamed from the interpreter row by row.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -27,6 +28,9 @@ struct TonePage {
     // Whether the survey saw ink on the plate. One where it did not is blank, or what it has is too small to be
     // seen at the survey's resolution: its rows say which.
     std::vector<bool> ink;
+    // Of each spot ink, by the bytes of its name, as far as the interpreter knows: cyan, magenta, yellow and
+    // black, 0 to 1.
+    std::map<std::string, std::array<double, 4>> spotInks;
     struct Box {
         double left = 0, bottom = 0, right = 0, top = 0;
     };

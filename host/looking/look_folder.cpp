@@ -1,0 +1,95 @@
+#include "looking/look_folder.h"
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "io/refusal.h"
+#include "looking/report/report.h"
+
+namespace fs = std::filesystem;
+
+namespace riders::looking {
+namespace {
+
+constexpr size_t kMarkWithin = 1024;
+constexpr size_t kLongestPage = size_t(256) << 20;
+
+// The page of a proof; empty for any other.
+std::string proofPage(const fs::path &page)
+{
+    std::ifstream in(page, std::ios::binary);
+    std::string text(kMarkWithin, '\0');
+    in.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<size_t>(in.gcount()));
+    std::error_code error;
+    if (text.find(proofMark()) == std::string::npos || fs::file_size(page, error) > kLongestPage || error)
+        return {};
+    return text.append(std::istreambuf_iterator<char>(in), {});
+}
+
+// Whether everything in the folder is an ordinary file to which the page refers, not written to since the page:
+// that was the last. A film that somebody has retouched, or put in another's place, is more than a proof.
+bool holdsOnlyWhatIsShown(const fs::path &folder, const std::string &page, fs::file_time_type written)
+{
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
+        const std::string name = folder.filename() / entry.path().filename();
+        if (!entry.is_regular_file() || entry.is_symlink() || entry.last_write_time() > written ||
+            page.find('"' + name + '"') == std::string::npos)
+            return false;
+    }
+    return true;
+}
+
+void refuseForeign(const fs::path &place, const fs::path &shown)
+{
+    if (!fs::exists(place))
+        return;
+    if (!fs::is_directory(place))
+        throw io::Refusal(shown.string() + ": exists and is not a folder; name another with -o");
+    if (!fs::is_empty(place) && !isLookFolder(place))
+        throw io::Refusal(shown.string() + ": exists and holds files that are not an earlier proof's, "
+                                           "or changed since; name another folder with -o");
+}
+
+}  // namespace
+
+bool isLookFolder(const fs::path &folder)
+{
+    std::error_code error;
+    if (!fs::is_directory(folder, error) || !fs::is_regular_file(folder / kPageName, error))
+        return false;
+    const std::string page = proofPage(folder / kPageName);
+    if (page.empty())
+        return false;
+    const fs::file_time_type written = fs::last_write_time(folder / kPageName);
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
+        const fs::path name = entry.path().filename();
+        if (entry.is_symlink() || (name != kPageName && name != kFilmsName && name != kPicturesName))
+            return false;
+        if (entry.is_directory() && !holdsOnlyWhatIsShown(entry.path(), page, written))
+            return false;
+    }
+    return true;
+}
+
+LookFolder::LookFolder(const fs::path &place, Holds holds) : place_(io::placeWithoutLinks(place))
+{
+    try {
+        refuseForeign(place_, place);
+        folder_.emplace(place_, ".riders-proof-");
+        if (holds == Holds::picturesAndFilms)
+            fs::create_directory(path() / kFilmsName);
+        fs::create_directory(pictures());
+    } catch (const fs::filesystem_error &error) {
+        throw io::Refusal(place.string() + ": " + error.code().message());
+    }
+}
+
+void LookFolder::finish()
+{
+    // Something may have appeared there in the meantime.
+    folder_->finish([this] { refuseForeign(place_, place_); });
+}
+
+}  // namespace riders::looking

@@ -1,0 +1,122 @@
+#include "looking/pictures/png_file.h"
+
+#include <errno.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+
+#include "io/refusal.h"
+
+namespace riders::looking {
+namespace {
+
+static_assert(sizeof(Colour) == 3 && sizeof(png_color) == 3);
+
+struct ClosePng {
+    void operator()(FILE *file) const
+    {
+        if (file)
+            fclose(file);
+    }
+};
+
+// A picture of few colours as indices into a list of them, which takes a fraction of the time and space.
+struct Indexed {
+    std::vector<Colour> colours;        // empty when there are too many
+    std::vector<std::uint8_t> numbers;  // packed; each row begins a new byte
+    int bits = 8;                       // of a number
+    size_t rowBytes = 0;
+};
+
+constexpr size_t kMostColours = 256;
+
+// The number of the colour; kMostColours when there are too many.
+size_t numberOf(Colour colour, std::vector<Colour> &colours)
+{
+    const auto found = std::find(colours.begin(), colours.end(), colour);
+    const auto number = static_cast<size_t>(found - colours.begin());
+    if (found == colours.end() && number < kMostColours)
+        colours.push_back(colour);
+    return number;
+}
+
+Indexed indexed(const Picture &picture)
+{
+    Indexed small;
+    std::vector<std::uint8_t> all;
+    all.reserve(picture.pixels.size());
+    size_t number = 0;
+    for (const Colour &colour : picture.pixels) {
+        if (small.colours.empty() || !(small.colours[number] == colour))
+            number = numberOf(colour, small.colours);
+        if (number == kMostColours)
+            return {};
+        all.push_back(static_cast<std::uint8_t>(number));
+    }
+    const auto width = static_cast<size_t>(picture.width);
+    small.bits = small.colours.size() <= 2 ? 1 : small.colours.size() <= 16 ? 4 : 8;
+    const size_t inByte = 8 / static_cast<size_t>(small.bits);
+    small.rowBytes = (width + inByte - 1) / inByte;
+    small.numbers.resize(small.rowBytes * static_cast<size_t>(picture.height));
+    for (size_t i = 0; i < all.size(); ++i) {
+        const size_t x = i % width, shift = (inByte - 1 - x % inByte) * static_cast<size_t>(small.bits);
+        small.numbers[i / width * small.rowBytes + x / inByte] |= static_cast<std::uint8_t>(all[i] << shift);
+    }
+    return small;
+}
+
+void setKind(png_structp png, png_infop info, const Picture &picture, const Indexed &small)
+{
+    const bool few = !small.colours.empty();
+    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height),
+                 small.bits, few ? PNG_COLOR_TYPE_PALETTE : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    if (few)
+        png_set_PLTE(png, info, reinterpret_cast<png_const_colorp>(small.colours.data()),
+                     static_cast<int>(small.colours.size()));
+}
+
+// Nothing with a destructor may be created in here: libpng leaves by longjmp.
+bool writeRows(png_structp png, png_infop info, FILE *file, const Picture &picture, const Indexed &small,
+               double dpi)
+{
+    if (setjmp(png_jmpbuf(png)))  // NOLINT(cert-err52-cpp): how libpng reports errors
+        return false;
+    png_init_io(png, file);
+    setKind(png, info, picture, small);
+    const auto perMetre = static_cast<png_uint_32>(std::lround(dpi / 0.0254));
+    png_set_pHYs(png, info, perMetre, perMetre, PNG_RESOLUTION_METER);
+    png_set_filter(png, 0, PNG_FILTER_NONE);
+    png_set_compression_level(png, 4);
+    png_write_info(png, info);
+    const auto *rows =
+        small.colours.empty() ? reinterpret_cast<png_const_bytep>(picture.pixels.data()) : small.numbers.data();
+    const size_t rowBytes =
+        small.colours.empty() ? sizeof(Colour) * static_cast<size_t>(picture.width) : small.rowBytes;
+    for (int y = 0; y < picture.height; ++y)
+        png_write_row(png, rows + static_cast<size_t>(y) * rowBytes);
+    png_write_end(png, info);
+    return true;
+}
+
+}  // namespace
+
+void writePicture(const std::filesystem::path &file, const Picture &picture, double dpi)
+{
+    const std::unique_ptr<FILE, ClosePng> out(std::fopen(file.c_str(), "wb"));
+    if (!out)
+        io::refuseErrno(file, errno);
+    const Indexed small = indexed(picture);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    const bool written =
+        info && writeRows(png, info, out.get(), picture, small, dpi) && std::fflush(out.get()) == 0;
+    png_destroy_write_struct(&png, &info);
+    if (!written)
+        throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
+}
+
+}  // namespace riders::looking
