@@ -1,32 +1,17 @@
 #include "film/dot_shapes.h"
 
-#include <strings.h>
-
 #include <optional>
 
 #include "io/refusal.h"
-#include "meter/spots.h"
 #include "screens/shapes.h"
+#include "tables/formulas.h"
 #include "tables/screen_tables.h"
 
 namespace riders::film {
-namespace {
-
-const meter::NamedSpot *builtIn(const std::string &name)
-{
-    for (const auto *spots : {&meter::namedSpots(), &meter::rarerSpots()})
-        for (const meter::NamedSpot &spot : *spots)
-            if (strcasecmp(spot.name, name.c_str()) == 0)
-                return &spot;
-    return nullptr;
-}
-
-}  // namespace
-
 DotShape dotShapeNamed(const std::string &nameOrFile)
 {
-    if (const meter::NamedSpot *const spot = builtIn(nameOrFile))
-        return {spot->name, {}};
+    if (const std::optional<std::string> name = tables::builtInShape(nameOrFile))
+        return {*name, {}};
     const std::optional<screens::Shape> shape = screens::shapeNamed(nameOrFile);
     if (!shape)
         throw io::Refusal("there is no dot shape and no file \"" + nameOrFile +
@@ -38,7 +23,7 @@ screening::Thresholds thresholdsOf(const DotShape &shape, const screening::Scree
                                    const screening::Resolution &resolution)
 {
     if (shape.body.empty())
-        return {findTile(screen, resolution), builtIn(shape.name)->value};
+        return tables::thresholdsOf(shape.name, screen, resolution);
     return tables::thresholdsOf({shape.name, shape.body, {}}, screen, resolution);
 }
 

@@ -12,15 +12,19 @@
 #include "film/flat_places.h"
 #include "film/own_files.h"
 #include "film/page_films.h"
+#include "film/page_shares.h"
 #include "io/interruption.h"
 #include "io/refusal.h"
 #include "plates/job/prepared_job.h"
 #include "plates/page_list.h"
+#include "plates/measuring/asked_for.h"
 
 namespace fs = std::filesystem;
 
 namespace riders::film {
 namespace {
+
+constexpr double kLowSurveyDpi = 150;
 
 void check(const FilmRequest &request)
 {
@@ -68,10 +72,10 @@ public:
     void run(const std::vector<int> &asked)
     {
         const int seconds = request_.limits.secondsAPage;
-        const fs::path riders = plates::readableAgain(request_.riders, place_.work() / "given.riders", seconds);
-        const plates::PreparedJob job = plates::prepareJob(request_.job, riders, place_.work(), seconds);
+        riders_ = plates::readableAgain(request_.riders, place_.work() / "given.riders", seconds);
+        const plates::PreparedJob job = plates::prepareJob(request_.job, riders_, place_.work(), seconds);
         const plates::Survey survey = look(job, asked);
-        const ScreenChoice choice({request_.screens, riders, survey, job.kind});
+        const ScreenChoice choice({request_.screens, riders_, survey, job.kind});
         const PagePlates pages(survey, choice,
                                {request_.job, extensionOf(request_.format),
                                 [this](const std::string &name) { return place_.fileOf(name); }});
@@ -80,23 +84,33 @@ public:
     }
 
 private:
-    plates::Survey look(const plates::PreparedJob &job, const std::vector<int> &asked)
+    // The lowest at which the interpreter has its usual screens costs little more than reading the job. What it
+    // does not see, the page's rows show: but not where a text on all plates hides it, and pictures of pages need
+    // more.
+    double surveyDpi() const
     {
-        return plates::surveyJob({.job = job,
-                                  .pages = asked,
-                                  .limits = request_.limits,
-                                  .work = place_.work(),
-                                  .pageEnded = [this] { progress_.pageRead(); },
-                                  .pageSeen = [this](const plates::PageInTints &seen) { see(seen); }},
-                                 workers_);
+        const bool whole = look_ || (!request_.riders.empty() && plates::askedByRiders(riders_).annotated);
+        return whole ? plates::kSurveyDpi : kLowSurveyDpi;
     }
 
-    void see(const plates::PageInTints &page)
+    plates::Survey look(const plates::PreparedJob &job, const std::vector<int> &asked)
     {
-        if (look_)
-            look_->take(page);
-        else
-            places_.take(page);
+        const double dpi = surveyDpi();
+        plates::SurveyRun run{.job = job,
+                              .pages = asked,
+                              .limits = request_.limits,
+                              .work = place_.work(),
+                              .pageEnded = [this] { progress_.pageRead(); },
+                              .pageSeen = [this](const plates::PageInTints &seen) { look_->take(seen); },
+                              .mostSpotInks = plates::kMostSurveyedInks,
+                              .dpi = dpi};
+        if (!look_) {
+            run.look = [dpi](int columns) { return FlatPlaces::look(columns, dpi); };
+            run.pageLooked = [this](const plates::SurveyedPage &page, const plates::PlateLooks &looks) {
+                places_.take(page.number, looks);
+            };
+        }
+        return plates::surveyJob(run, workers_);
     }
 
     plates::Place measuredAt(const FilmPage &page, const PagePlate &plate) const
@@ -143,6 +157,7 @@ private:
               bool annotated)
     {
         const std::unique_ptr<Form> form = place_.makeForm();
+        PageOrder order;
         const PageFilmsRun run{
             .request = request_,
             .pages = pages.pages(),
@@ -153,21 +168,28 @@ private:
             .skips = [&](const PagePlate &plate) { return annotated && !plate.ink && !request_.blank; },
             .screens = screens_,
             .form = *form,
+            .order = order,
             .date = today(),
             .look = look_ ? &*look_ : nullptr};
         if (look_)
             look_->begin(survey);
-        PageFilms films(run, workers_, progress_, made_);
-        plates::streamTones({.job = job,
-                             .survey = survey,
-                             .pages = numbersOf(pages.pages()),
-                             .dpiAcross = request_.resolution.across,
-                             .dpiDown = request_.resolution.down,
-                             .rotation = request_.rotation,
-                             .interpreterTone = request_.interpreterTone,
-                             .limits = request_.limits,
-                             .work = place_.work()},
-                            films);
+        plates::TonesRun tones{.job = job,
+                               .survey = survey,
+                               .pages = numbersOf(pages.pages()),
+                               .dpiAcross = request_.resolution.across,
+                               .dpiDown = request_.resolution.down,
+                               .rotation = request_.rotation,
+                               .interpreterTone = request_.interpreterTone,
+                               .limits = request_.limits,
+                               .work = place_.work()};
+        const plates::PageBoxes boxes = plates::boxesOf(tones);
+        makeShares(sharesOf(tones.pages.size()), order, [&](const PageShare &share, std::size_t number) {
+            plates::TonesRun own = ofShare(tones, share, number);
+            own.check = [&] { order.check(nextPlace(share, order)); };
+            io::Workers workers(share.threads);
+            PageFilms films(run, workers, progress_, made_);
+            plates::streamTones(own, boxes, films);
+        });
         if (made_.films.empty() && request_.format != FilmFormat::none)
             throw io::Refusal(request_.job.string() + ": no plate has any ink; --blank makes films of those, too");
         form->finish();
@@ -175,9 +197,31 @@ private:
             made_.look = look_->finish(survey.report.said);
     }
 
+    // What is looked at comes page by page.
+    std::vector<PageShare> sharesOf(std::size_t pages) const
+    {
+        const int cores = threadsFor(request_);
+        std::vector<PageShare> shares = pageShares(pages, look_ ? 1 : cores);
+        if (look_)
+            shares.front().threads = cores;
+        return shares;
+    }
+
+    static plates::TonesRun ofShare(const plates::TonesRun &all, const PageShare &share, std::size_t number)
+    {
+        plates::TonesRun run = all;
+        run.pages.clear();
+        for (const std::size_t place : share.places)
+            run.pages.push_back(all.pages[place]);
+        run.threads = share.interpreterThreads;
+        run.work = all.work / ("share-" + std::to_string(number));
+        return run;
+    }
+
     const FilmRequest &request_;
     FilmsMade &made_;
     FilmPlace place_;
+    fs::path riders_;
     std::optional<FilmLook> look_;
     Progress progress_;
     FlatPlaces places_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -12,8 +13,10 @@ namespace riders::film {
 
 class FlatPlaces {
 public:
-    // From any thread.
-    void take(const plates::PageInTints &seen);
+    // For plates surveyed at that resolution.
+    static std::unique_ptr<plates::PlateLook> look(int columns, double dpi);
+    // Looks that were made so; from any thread.
+    void take(int page, const plates::PlateLooks &looks);
     // A flat tint of the plate, by its index on the surveyed page, on the upright page; empty where there is none.
     // Once all pages are taken.
     const plates::Place &of(int page, std::size_t plate) const { return places_.at(page).at(plate); }

@@ -36,7 +36,7 @@ void PageFilms::beginPage(const plates::TonePage &page)
     open_.clear();
     const auto sheet = std::make_shared<const Sheet>(page, run_.request.resolution, run_.request.marks);
     for (std::size_t i = 0; i < page.plates.size(); ++i)
-        open_.push_back({plateOf(page, i), nullptr, {}});
+        open_.push_back({plateOf(page, i), nullptr, {}, false});
     if (run_.look != nullptr)
         beginLook(page, *sheet);
     for (std::size_t i = 0; i < open_.size(); ++i)
@@ -75,7 +75,8 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index
     const FilmRequest &request = run_.request;
     const std::string job = io::plainText(jobTitle(request.job));
     PlateFilmPlan plan;
-    plan.sheet = {job, plate.name, page.number, plate.file, sheet->columns(), sheet->rows(), request.resolution};
+    plan.sheet = {job,           plate.name,         page.number, plate.file, sheet->columns(),
+                  sheet->rows(), request.resolution, index};
     plan.pageColumns = page.columns;
     plan.place = sheet;
     plan.side = request.side;
@@ -91,7 +92,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index
                   io::plainText(plate.dots.shape.name),
                   0,
                   0};
-    plan.inked = plate.ink || request.blank;
+    plan.inked = plate.ink || (plate.known && request.blank);
     plan.screen = [this, &plate] { return run_.screens.of(plate.dots); };
     plan.write = [this](const PlateSheet &shown) { return writerFor(shown); };
     return plan;
@@ -99,7 +100,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index
 
 std::unique_ptr<PlateWriter> PageFilms::writerFor(const PlateSheet &sheet)
 {
-    const std::lock_guard lock(beginning_);
+    const std::lock_guard lock(run_.order.beginning);
     if (!run_.request.force && !isOneFile(run_.request.format))
         refuseForeign(sheet.file);
     return run_.form.plate(sheet);
@@ -111,12 +112,13 @@ void PageFilms::row(std::size_t y, const std::vector<const std::uint8_t *> &tone
     if (!coming_.isFull())
         return;
     screenBand();
-    progress_.rowsDone(y + 1, rows_);
+    progress_.rowsDone(page_->number, y + 1, rows_);
 }
 
 void PageFilms::screenBand()
 {
     workers_.finish();
+    run_.order.check(page_->index);
     std::swap(coming_, screened_);
     coming_.clear();
     forEachPlate([this](Open &open, std::size_t plate) {
@@ -144,7 +146,15 @@ void PageFilms::endPage()
 {
     screenBand();
     workers_.finish();
-    forEachPlate([this](Open &open, std::size_t plate) { finishPlate(open, plate); });
+    forEachPlate([this](Open &open, std::size_t plate) { measurePlate(open, plate); });
+    workers_.finish();
+    run_.order.awaitTurn(page_->index);
+    forEachPlate([](Open &open, std::size_t) {
+        if (open.film->begun()) {
+            open.film->end();
+            open.ended = true;
+        }
+    });
     try {
         workers_.finish();
     } catch (...) {
@@ -154,12 +164,14 @@ void PageFilms::endPage()
     keepWhatWasMade();
     if (run_.look != nullptr)
         run_.look->endPage();
-    progress_.pageFinished(static_cast<int>(
-        std::count_if(open_.begin(), open_.end(), [](const Open &open) { return open.made.has_value(); })));
+    run_.order.finished(page_->index);
+    progress_.pageFinished(
+        page_->number,
+        static_cast<int>(std::count_if(open_.begin(), open_.end(), [](const Open &open) { return open.ended; })));
     open_.clear();
 }
 
-void PageFilms::finishPlate(Open &open, std::size_t index)
+void PageFilms::measurePlate(Open &open, std::size_t index)
 {
     PlateFilm &film = *open.film;
     film.takeLast();
@@ -182,7 +194,6 @@ void PageFilms::finishPlate(Open &open, std::size_t index)
     made.warnings = warningsOf(made);
     if (request.strict && !made.warnings.empty())
         throw io::Refusal(made.warnings.front());
-    film.end();
     open.made = std::move(made);
     if (run_.look != nullptr)
         run_.look->take(index, *open.made);
@@ -191,9 +202,9 @@ void PageFilms::finishPlate(Open &open, std::size_t index)
 void PageFilms::keepWhatWasMade()
 {
     for (Open &open : open_)
-        if (open.made)
+        if (open.ended)
             made_.films.push_back(*open.made);
-        else if (!open.film || !open.film->begun())
+        else if (open.plate.known && (!open.film || !open.film->begun()))
             made_.blank.push_back({page_->number, open.plate.name});
 }
 

@@ -3,12 +3,12 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <vector>
 
 #include "film/film_look.h"
 #include "film/film_made.h"
+#include "film/page_order.h"
 #include "film/page_plates.h"
 #include "film/plate_film.h"
 #include "film/progress.h"
@@ -29,12 +29,13 @@ struct PageFilmsRun {
     std::function<bool(const PagePlate &)> skips;  // whether no film is made of a plate, whatever it has
     PlateScreens &screens;
     Form &form;
+    PageOrder &order;  // the places of pages are their indices
     std::string date;  // for labels
     FilmLook *look = nullptr;
 };
 
 // While some rows are screened and written, a plate on each of the workers, the next come. What is thrown at it
-// names the page and the plate.
+// names the page and the plate. A page's films get their names when its turn has come.
 class PageFilms : public plates::ToneReader {
 public:
     PageFilms(const PageFilmsRun &run, io::Workers &workers, Progress &progress, FilmsMade &made);
@@ -48,7 +49,8 @@ private:
     struct Open {
         PagePlate plate;
         std::unique_ptr<PlateFilm> film;  // none for a plate that is skipped
-        std::optional<PlateMade> made;
+        std::optional<PlateMade> made;    // once it is measured
+        bool ended = false;               // it is in place
     };
 
     PagePlate plateOf(const plates::TonePage &page, std::size_t index) const;
@@ -58,7 +60,7 @@ private:
     void screenBand();
     void forEachPlate(const std::function<void(Open &, std::size_t)> &work);
     void beginLook(const plates::TonePage &page, const Sheet &sheet);
-    void finishPlate(Open &open, std::size_t index);
+    void measurePlate(Open &open, std::size_t index);
     void keepWhatWasMade();
 
     const PageFilmsRun run_;
@@ -69,7 +71,6 @@ private:
     std::size_t rows_ = 0;
     ToneBand coming_, screened_;
     std::vector<Open> open_;
-    std::mutex beginning_;
 };
 
 }  // namespace riders::film

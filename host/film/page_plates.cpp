@@ -27,7 +27,7 @@ FilmPage PagePlates::pageOf(std::size_t index) const
     for (std::size_t i = 0; i < names.size(); ++i) {
         const plates::SurveyedPlate &plate = surveyed.plates[i];
         const std::string ink = plates::inkBytesFrom(plate.plate, survey_.inksKnown());
-        page.plates.push_back({i, names[i], files_.place(files[i]), choice_.of(index, ink), plate.ink});
+        page.plates.push_back({i, names[i], files_.place(files[i]), choice_.of(index, ink), plate.ink, true});
     }
     return page;
 }
@@ -38,7 +38,11 @@ PagePlate PagePlates::further(const FilmPage &page, const std::string &name,
     std::vector<std::string> names = others;
     names.push_back(name);
     const std::string file = filmNames(files_.job, page.number, lastPage_, names, files_.extension).back();
-    return {std::nullopt, name, files_.place(file), choice_.of(page.index, name), false};
+    const std::vector<std::string> &blank = survey_.pages[page.index].blank;
+    const bool known = std::any_of(blank.begin(), blank.end(), [&](const std::string &plate) {
+        return plates::plateNameFrom(plate, survey_.inksKnown()) == name;
+    });
+    return {std::nullopt, name, files_.place(file), choice_.of(page.index, name), false, known};
 }
 
 }  // namespace riders::film

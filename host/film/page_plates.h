@@ -17,7 +17,9 @@ struct PagePlate {
     std::string name;                     // UTF-8
     std::filesystem::path file;
     PlateDots dots;
-    bool ink = false;  // as far as the survey has seen
+    bool ink = false;   // as far as the survey has seen
+    bool known = true;  // to the survey; else it is the page's only if it has ink, since the run that streams the
+                        // page may have met the ink on another
 };
 
 struct FilmPage {

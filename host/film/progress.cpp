@@ -64,19 +64,19 @@ void Progress::expect(int pages, int plates)
     show(true);
 }
 
-void Progress::rowsDone(std::size_t rows, std::size_t allRows)
+void Progress::rowsDone(int page, std::size_t rows, std::size_t allRows)
 {
     const std::lock_guard lock(mutex_);
-    ofPage_ = static_cast<double>(rows) / static_cast<double>(std::max<std::size_t>(1, allRows));
+    ofPages_[page] = static_cast<double>(rows) / static_cast<double>(std::max<std::size_t>(1, allRows));
     show(false);
 }
 
-void Progress::pageFinished(int plates)
+void Progress::pageFinished(int page, int plates)
 {
     const std::lock_guard lock(mutex_);
     ++pagesDone_;
     platesDone_ += plates;
-    ofPage_ = 0;
+    ofPages_.erase(page);
     show(true);
 }
 
@@ -84,7 +84,10 @@ std::string Progress::line() const
 {
     if (pages_ == 0)
         return "reading page " + std::to_string(read_ + 1);
-    const double share = std::min(1.0, (pagesDone_ + ofPage_) / pages_);
+    double done = pagesDone_;
+    for (const auto &[page, part] : ofPages_)
+        done += part;
+    const double share = std::min(1.0, done / pages_);
     const int filled = static_cast<int>(kBar * share);
     const std::string left = timeToGo(share, std::chrono::duration<double>(Clock::now() - start_).count());
     return "[" + std::string(static_cast<std::size_t>(filled), '#') +

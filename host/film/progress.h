@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <map>
 #include <mutex>
 #include <string>
 
@@ -17,10 +18,10 @@ public:
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
-    void pageRead();                                       // in the survey
-    void expect(int pages, int plates);                    // how much there is to do
-    void rowsDone(std::size_t rows, std::size_t allRows);  // of the page in work
-    void pageFinished(int plates);
+    void pageRead();                                                 // in the survey
+    void expect(int pages, int plates);                              // how much there is to do
+    void rowsDone(int page, std::size_t rows, std::size_t allRows);  // of a page in work
+    void pageFinished(int page, int plates);
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -31,7 +32,7 @@ private:
     const bool shown_;
     std::mutex mutex_;
     int read_ = 0, pages_ = 0, plates_ = 0, pagesDone_ = 0, platesDone_ = 0;
-    double ofPage_ = 0;  // 0 to 1, how much of the next page is done
+    std::map<int, double> ofPages_;  // 0 to 1, how much of those in work is done
     Clock::time_point start_, lastShown_;
 };
 

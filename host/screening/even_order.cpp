@@ -105,25 +105,38 @@ private:
 };
 
 // At which tint each pixel is inked, from 0 to below kWhole, by the order of numbers from 0 to below 2 * kWhole.
-void setLevels(const std::vector<std::int32_t> &order, std::vector<std::uint16_t> &levels)
-{
-    std::vector<std::int64_t> before(2 * kWhole);
-    for (const std::int32_t number : order)
-        ++before[static_cast<std::size_t>(number)];
-    std::int64_t sum = 0;
-    for (std::int64_t &count : before) {
-        // Those with one number are taken for the middle one of them.
-        sum += count;
-        count = (2 * sum - count) * (kWhole / 2) / static_cast<std::int64_t>(order.size());
+class Levels {
+public:
+    void set(const std::vector<std::int32_t> &order, std::vector<std::uint16_t> &levels)
+    {
+        std::fill(counts_.begin(), counts_.end(), 0);
+        for (const std::int32_t number : order)
+            ++counts_[static_cast<std::size_t>(number)];
+        const auto size = static_cast<double>(order.size());
+        std::int64_t sum = 0;
+        for (std::size_t number = 0; number < counts_.size(); ++number) {
+            const std::int64_t count = counts_[number];
+            if (count == 0)
+                continue;
+            // Those with one number are taken for the middle one of them. A quotient of such numbers is too far
+            // from the next whole one to be rounded to it.
+            sum += count;
+            const double level = static_cast<double>((2 * sum - count) * (kWhole / 2)) / size;
+            of_[number] = static_cast<std::uint16_t>(std::min(static_cast<std::int32_t>(level), kWhole - 1));
+        }
+        for (std::size_t i = 0; i < order.size(); ++i)
+            levels[i] = of_[static_cast<std::size_t>(order[i])];
     }
-    for (std::size_t i = 0; i < order.size(); ++i)
-        levels[i] = static_cast<std::uint16_t>(std::min<std::int64_t>(before[std::size_t(order[i])], kWhole - 1));
-}
 
-// How much more than a tone's ink there is.
-std::int32_t excess(const std::vector<std::uint16_t> &ink, std::size_t pixel, std::int32_t tone)
+private:
+    std::vector<std::uint32_t> counts_ = std::vector<std::uint32_t>(2 * kWhole);
+    std::vector<std::uint16_t> of_ = std::vector<std::uint16_t>(2 * kWhole);
+};
+
+// Of a tint's ink around a pixel, where it is even.
+constexpr std::int32_t inkOf(std::int32_t tone)
 {
-    return ink.empty() ? 0 : std::int32_t(ink[pixel]) - std::int32_t(std::int64_t(255) * 255 * tone / kWhole);
+    return static_cast<std::int32_t>(std::int64_t(255) * 255 * tone / kWhole);
 }
 
 }  // namespace
@@ -139,18 +152,21 @@ std::vector<float> evenOrder(const Tile &tile, const std::vector<std::uint8_t> &
     for (std::int32_t &number : order)
         number = number * 256 + kWhole / 2;
     std::vector<std::uint16_t> levels(order.size());
-    std::vector<std::vector<std::uint16_t>> inks(kTones + 1);
-    Surroundings surroundings(tile);
     constexpr std::int32_t kStep = kWhole / kTones;
+    // There is nothing to even out in no ink and in all of it.
+    std::vector<std::vector<std::uint16_t>> inks(kTones + 1, std::vector<std::uint16_t>(order.size()));
+    std::fill(inks.back().begin(), inks.back().end(), static_cast<std::uint16_t>(inkOf(kWhole)));
+    Surroundings surroundings(tile);
+    Levels byOrder;
     const int most = tile.pixels <= kFewPixels ? kTimesOfFew : kTimes;
     for (int times = 0; times < most; ++times) {
-        setLevels(order, levels);
+        byOrder.set(order, levels);
         for (int tone = 1; tone < kTones; ++tone)
             surroundings.measure(levels, tone * kStep, inks[static_cast<std::size_t>(tone)]);
         for (std::size_t i = 0; i < order.size(); ++i) {
             const std::int32_t level = levels[i], tone = level / kStep, rest = level % kStep;
-            const std::int32_t lower = excess(inks[std::size_t(tone)], i, tone * kStep),
-                               upper = excess(inks[std::size_t(tone) + 1], i, (tone + 1) * kStep);
+            const std::int32_t lower = inks[std::size_t(tone)][i] - inkOf(tone * kStep),
+                               upper = inks[std::size_t(tone) + 1][i] - inkOf((tone + 1) * kStep);
             const std::int32_t more = lower + (upper - lower) * (rest >> 4) / (kStep >> 4);
             order[i] = std::clamp(level + more + kWhole / 2, 0, 2 * kWhole - 1);
         }

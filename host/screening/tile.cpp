@@ -48,14 +48,16 @@ public:
         return std::abs((i * double(vector.i) + j * double(vector.j)) / square - 1) <= along &&
                std::abs((j * double(vector.i) - i * double(vector.j)) / square) <= across;
     }
-    // A wave of that many periods to a pixel, across and down: the errors of its frequency and angle.
-    void measure(double across, double down, double turned, Tile &tile) const
+    // Of a wave of that many periods to a pixel, across and down.
+    double frequencyError(double across, double down) const
     {
-        across *= resolution_.across, down *= resolution_.down;
-        const double angle = std::atan2(down, across) * 180 / std::numbers::pi - screen_.angle - turned;
-        tile.frequencyError =
-            std::max(tile.frequencyError, std::abs(std::hypot(across, down) - screen_.frequency));
-        tile.angleError = std::max(tile.angleError, std::abs(std::remainder(angle, 360)));
+        return std::abs(std::hypot(across * resolution_.across, down * resolution_.down) - screen_.frequency);
+    }
+    double angleError(double across, double down, double turned) const
+    {
+        const double angle =
+            std::atan2(down * resolution_.down, across * resolution_.across) * 180 / std::numbers::pi;
+        return std::abs(std::remainder(angle - screen_.angle - turned, 360));
     }
     // A cell's side along the shorter side of the pixels.
     double side() const { return std::max(resolution_.across, resolution_.down) / screen_.frequency; }
@@ -88,21 +90,34 @@ std::int64_t shiftOf(const Vector &a, const Vector &b)
     return y < 0 ? -x : x;
 }
 
+// The tile of two vectors: its pixels, its screen's waves, and their frequency's error. The rest is costly.
 Tile tileOf(const Vector &a, const Vector &b, const Cells &cells)
 {
     Tile tile;
     const std::int64_t turn = a.x * b.y - a.y * b.x, sign = turn < 0 ? -1 : 1;
     tile.pixels = std::abs(turn);
-    tile.height = std::gcd(a.y, b.y);
-    tile.width = tile.pixels / tile.height;
-    tile.shift = remainderFrom0(shiftOf(a, b), tile.width);
     tile.rightU = sign * (a.i * b.y - b.i * a.y), tile.downU = sign * (b.i * a.x - a.i * b.x);
     tile.rightV = sign * (a.j * b.y - b.j * a.y), tile.downV = sign * (b.j * a.x - a.j * b.x);
     tile.firstX = a.x, tile.firstY = a.y, tile.secondX = b.x, tile.secondY = b.y;
     const double pixels = double(tile.pixels);
-    cells.measure(double(tile.rightU) / pixels, double(tile.downU) / pixels, 0, tile);
-    cells.measure(double(tile.rightV) / pixels, double(tile.downV) / pixels, 90, tile);
+    tile.frequencyError =
+        std::max(cells.frequencyError(double(tile.rightU) / pixels, double(tile.downU) / pixels),
+                 cells.frequencyError(double(tile.rightV) / pixels, double(tile.downV) / pixels));
     return tile;
+}
+
+void addAngleError(Tile &tile, const Cells &cells)
+{
+    const double pixels = double(tile.pixels);
+    tile.angleError = std::max(cells.angleError(double(tile.rightU) / pixels, double(tile.downU) / pixels, 0),
+                               cells.angleError(double(tile.rightV) / pixels, double(tile.downV) / pixels, 90));
+}
+
+void addSides(Tile &tile, const Vector &a, const Vector &b)
+{
+    tile.height = std::gcd(a.y, b.y);
+    tile.width = tile.pixels / tile.height;
+    tile.shift = remainderFrom0(shiftOf(a, b), tile.width);
 }
 
 // Of all pairs of the vectors, the one with the fewest pixels that keeps within the tolerance; else the closest.
@@ -110,14 +125,20 @@ class Choice {
 public:
     explicit Choice(const Tolerance &tolerance) : tolerance_(tolerance) {}
 
-    void consider(const Tile &tile)
+    void consider(const Vector &a, const Vector &b, const Cells &cells)
     {
-        const double error =
-            std::max(tile.frequencyError / tolerance_.frequency, tile.angleError / tolerance_.angle);
+        Tile tile = tileOf(a, b, cells);
+        const double frequency = tile.frequencyError / tolerance_.frequency;
+        // Whatever its angle is.
+        if (frequency > 1 && (good_ || (best_.pixels != 0 && frequency >= error_)))
+            return;
+        addAngleError(tile, cells);
+        const double error = std::max(frequency, tile.angleError / tolerance_.angle);
         const bool good = error <= 1;
         if (good_ && !good)
             return;
         if (best_.pixels == 0 || (good && !good_) || (good ? tile.pixels < best_.pixels : error < error_)) {
+            addSides(tile, a, b);
             best_ = tile;
             error_ = error;
         }
@@ -148,7 +169,7 @@ void considerPairs(std::vector<Vector> &vectors, const Cells &cells, Choice &cho
             const Vector &one = vectors[a], &other = vectors[b];
             const std::int64_t pixels = std::abs(one.x * other.y - one.y * other.x);
             if (pixels != 0 && one.i * other.j != one.j * other.i && choice.mayTake(pixels))
-                choice.consider(tileOf(one, other, cells));
+                choice.consider(one, other, cells);
         }
 }
 

@@ -1,5 +1,7 @@
 #include "tables/formulas.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -29,13 +31,13 @@ double doubled(double x, double y)
     return (std::sin(std::numbers::pi * x) + std::sin(2 * std::numbers::pi * y)) / 2;
 }
 
-screening::SpotFunction byName(std::string_view name)
+const meter::NamedSpot *spotNamed(const std::string &name)
 {
     for (const auto *spots : {&meter::namedSpots(), &meter::rarerSpots()})
         for (const meter::NamedSpot &spot : *spots)
-            if (spot.name == name)
-                return spot.value;
-    return {};
+            if (strcasecmp(spot.name, name.c_str()) == 0)
+                return &spot;
+    return nullptr;
 }
 
 struct Formula {
@@ -91,11 +93,22 @@ std::vector<Formula> allFormulas()
                                      {kEllipseC, "EllipseC"},
                                      {kInvertedEllipseC, "InvertedEllipseC"},
                                      {kLineY, "LineY"}})
-        formulas.push_back({bare(text), byName(name)});
+        formulas.push_back({bare(text), formulaNamed(name)});
     return formulas;
 }
 
 }  // namespace
+
+std::optional<std::string> builtInShape(const std::string &name)
+{
+    const meter::NamedSpot *const spot = spotNamed(name);
+    return spot ? std::optional<std::string>(spot->name) : std::nullopt;
+}
+
+screening::SpotFunction formulaNamed(const std::string &name)
+{
+    return spotNamed(name)->value;
+}
 
 std::optional<screening::SpotFunction> formulaOf(const std::string &body)
 {

@@ -15,4 +15,8 @@ screening::Thresholds thresholdsOf(const screens::Shape &shape, const screening:
                                    const screening::Resolution &resolution,
                                    const shapes::TrialLimits &limits = {});
 
+// Of a shape by its name, as builtInShape returns it. Throws what findTile does.
+screening::Thresholds thresholdsOf(const std::string &builtInShape, const screening::Screen &screen,
+                                   const screening::Resolution &resolution);
+
 }  // namespace riders::tables

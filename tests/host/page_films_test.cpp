@@ -104,6 +104,7 @@ protected:
     {
         riders::io::Workers workers(2);
         film::Progress progress(false);
+        film::PageOrder order;
         const film::PageFilmsRun run{
             .request = request,
             .pages = known,
@@ -119,6 +120,7 @@ protected:
             .skips = [this](const film::PagePlate &plate) { return plate.name == skipped; },
             .screens = screens,
             .form = form,
+            .order = order,
             .date = "2001-02-03"};
         film::PageFilms films(run, workers, progress, made);
         films.beginPage(page);

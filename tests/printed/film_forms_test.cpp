@@ -40,7 +40,8 @@ TestPlate plateOf(const std::string &name, int page, std::size_t columns, std::s
                               .file = {},
                               .columns = columns,
                               .rows = rows,
-                              .resolution = resolution},
+                              .resolution = resolution,
+                              .place = 0},
                     .bits = {}};
     std::mt19937 random(
         static_cast<unsigned>(columns * 31 + rows + name.size() * 7 + static_cast<std::size_t>(page)));
@@ -67,6 +68,7 @@ std::vector<TestPlate> platesAt(const screening::Resolution &resolution)
                                      plateOf("PANTONE 300/C #1 é", 1, 233 * kScale, 117 * kScale, resolution),
                                      plateOf("Black", 2, 160 * kScale, 401 * kScale, resolution),
                                      plateOf("Yellow", 2, 160 * kScale, 401 * kScale, resolution)};
+    plates[1].sheet.place = plates[3].sheet.place = 1;
     std::fill(plates[3].bits.begin(), plates[3].bits.end(), std::uint8_t(0));
     return plates;
 }

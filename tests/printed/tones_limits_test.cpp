@@ -117,10 +117,10 @@ TEST_F(TonesLimitsTest, AReaderMayBeSlowButNotTheInterpreter)
     riders::io::Interruption interruption;
     const SurveyedJob &made = surveyed(folder / "job.ps", asked);
     SlowReader reader;
-    plates::streamTones(runOf(made.job, made.survey, asked), reader);
+    plates::streamTones(runOf(made.job, made.survey, asked), {}, reader);
     EXPECT_EQ(reader.pages.size(), 1u);
     FailingReader failing;
-    EXPECT_THROW(plates::streamTones(runOf(made.job, made.survey, asked), failing), riders::io::Refusal);
+    EXPECT_THROW(plates::streamTones(runOf(made.job, made.survey, asked), {}, failing), riders::io::Refusal);
     EXPECT_TRUE(std::filesystem::is_empty(work / "tones"));
 }
 

@@ -83,7 +83,8 @@ std::vector<TonesOfPage> TonesTest::streamed(const fs::path &job, const fs::path
         riders::io::Interruption interruption;
         const SurveyedJob &made = surveyed(other, asked);
         const plates::PreparedJob run = plates::prepareJob(job, {}, work);
-        plates::streamTones(runOf(run, made.survey, asked), reader);
+        const plates::TonesRun tones = runOf(run, made.survey, asked);
+        plates::streamTones(tones, plates::boxesOf(tones), reader);
     } catch (const riders::io::Refusal &refusal) {
         refused = refusal.message;
     }

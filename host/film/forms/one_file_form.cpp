@@ -53,10 +53,10 @@ std::unique_ptr<PlateWriter> OneFileForm::plate(const PlateSheet &sheet)
 {
     const std::lock_guard lock(mutex_);
     Plate plate{.sheet = sheet};
-    plate.sheet.file = work_ / ("plate-" + std::to_string(plates_.size()));
+    plate.sheet.file = work_ / ("plate-" + std::to_string(begun_++));
     std::unique_ptr<PlateWriter> writer = spool(plate.sheet);
-    plates_.push_back(std::move(plate));
-    return std::make_unique<Spooled>(*this, plates_.back(), std::move(writer));
+    Plate &kept = plates_.insert_or_assign({sheet.page, sheet.place}, std::move(plate)).first->second;
+    return std::make_unique<Spooled>(*this, kept, std::move(writer));
 }
 
 // Adds what can be added now that one more plate is at its end.
@@ -64,8 +64,8 @@ void OneFileForm::settle(Plate &plate, State state)
 {
     const std::lock_guard lock(mutex_);
     plate.state = state;
-    for (; settled_ < plates_.size() && plates_[settled_].state != State::open; ++settled_) {
-        const Plate &next = plates_[settled_];
+    while (!plates_.empty() && plates_.begin()->second.state != State::open) {
+        const Plate next = std::move(plates_.extract(plates_.begin()).mapped());
         if (next.state == State::givenUp || failed_)
             continue;
         failed_ = true;  // unless it goes well

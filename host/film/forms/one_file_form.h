@@ -1,10 +1,11 @@
 // Forms in which all plates are pages of one file.
 #pragma once
 
-#include <deque>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 #include "film/forms/plate_writer.h"
 #include "io/output.h"
@@ -12,7 +13,7 @@
 namespace riders::film {
 
 // Plates are open side by side, but follow each other in the file: each is first written to a file of its own, and
-// added when all that were begun before it have been. Besides the file there is never more than one page's plates.
+// added when all that come before it have been.
 class OneFileForm : public Form {
 public:
     std::unique_ptr<PlateWriter> plate(const PlateSheet &sheet) final;
@@ -44,8 +45,9 @@ private:
     const std::filesystem::path work_;
     io::Output output_;
     std::mutex mutex_;
-    std::deque<Plate> plates_;  // which stay where they are in memory
-    std::size_t settled_ = 0;   // of the plates: those that have been added or given up
+    std::map<std::pair<int, std::size_t>, Plate>
+        plates_;  // by page and place; not those that are added or given up
+    std::size_t begun_ = 0;
     bool any_ = false, failed_ = false;
 };
 

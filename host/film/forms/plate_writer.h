@@ -19,6 +19,7 @@ struct PlateSheet {
     std::filesystem::path file;  // where it goes, if each plate has a file of its own
     std::size_t columns = 0, rows = 0;
     screening::Resolution resolution;
+    std::size_t place = 0;  // among the page's plates
 };
 
 // One plate, written from the top. What was written is given up by one that goes without end().
@@ -44,10 +45,11 @@ public:
     Form(const Form &) = delete;
     Form &operator=(const Form &) = delete;
 
-    // The plates of one page are open side by side, each used by one thread at a time. Plates are begun one after
-    // the other, and those of a page have ended before the next page's are begun. Throws Refusal.
+    // Plates are open side by side, those of several pages, too, each used by one thread at a time. They are begun
+    // one at a time, in any order, but a page's end only when those of all pages before it have ended or are given
+    // up, and no more of them are begun. Throws Refusal.
     virtual std::unique_ptr<PlateWriter> plate(const PlateSheet &sheet) = 0;
-    // After the last plate has ended; the plates are in the order in which they were begun. A form that goes
+    // After the last plate has ended; plates are in the order of pages and of their places. A form that goes
     // without it gives up what is in one file. Throws Refusal.
     virtual void finish() = 0;
 };

@@ -43,16 +43,20 @@ OpenTiff openTiff(const fs::path &file, int bits)
     return open;
 }
 
-// Rows of the file into rows of memory, ink being ones.
+// Ink being ones.
+void readRow(const OpenTiff &open, std::uint32_t y, std::uint8_t *row, size_t rowBytes, const fs::path &file)
+{
+    if (TIFFReadScanline(open.tiff.get(), row, y) < 0)
+        refusePicture(file);
+    for (size_t i = 0; i < rowBytes; ++i)
+        row[i] = static_cast<std::uint8_t>(~row[i]);
+}
+
+// Rows of the file into rows of memory.
 void readRows(const OpenTiff &open, std::uint8_t *rows, size_t rowBytes, const fs::path &file)
 {
-    for (std::uint32_t y = 0; y < open.height; ++y) {
-        std::uint8_t *row = rows + y * rowBytes;
-        if (TIFFReadScanline(open.tiff.get(), row, y) < 0)
-            refusePicture(file);
-        for (size_t i = 0; i < rowBytes; ++i)
-            row[i] = static_cast<std::uint8_t>(~row[i]);
-    }
+    for (std::uint32_t y = 0; y < open.height; ++y)
+        readRow(open, y, rows + y * rowBytes, rowBytes, file);
 }
 
 }  // namespace
@@ -75,6 +79,19 @@ TintPlate readTints(const fs::path &tiff)
     plate.ink.resize(static_cast<size_t>(open.width) * open.height);
     readRows(open, plate.ink.data(), open.width, tiff);
     return plate;
+}
+
+PlateSize readTintRows(const fs::path &tiff,
+                       const std::function<void(const std::uint8_t *tints, const PlateSize &size)> &take)
+{
+    const OpenTiff open = openTiff(tiff, 8);
+    const PlateSize size{static_cast<int>(open.width), static_cast<int>(open.height)};
+    std::vector<std::uint8_t> row(open.width);
+    for (std::uint32_t y = 0; y < open.height; ++y) {
+        readRow(open, y, row.data(), row.size(), tiff);
+        take(row.data(), size);
+    }
+    return size;
 }
 
 std::vector<TintPlate> readComposite(const fs::path &tiff)

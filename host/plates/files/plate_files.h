@@ -1,7 +1,9 @@
 // The files in which the interpreter writes the plates of a page, with one or more inks in each.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,12 @@ void silencePictures();
 
 // All throw Refusal for a file that cannot be read or is not as it should be.
 TintPlate readTints(const std::filesystem::path &tiff);
+struct PlateSize {
+    int width = 0, height = 0;
+};
+// The same row by row, from the top down: a plate may be larger than memory.
+PlateSize readTintRows(const std::filesystem::path &tiff,
+                       const std::function<void(const std::uint8_t *tints, const PlateSize &size)> &take);
 BitPlate readPlate(const std::filesystem::path &tiff);
 // The four process inks that all inks of a page, spot inks too, add up to.
 std::vector<TintPlate> readComposite(const std::filesystem::path &tiff);

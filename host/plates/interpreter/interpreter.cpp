@@ -33,12 +33,14 @@ std::string number(double value)
 
 // A page is rendered in bands, and where they meet, a thin line can come out a pixel otherwise. The bands are made
 // as high as those of tiffsep, whose memory is for fourteen plates where it is not told otherwise.
-std::vector<std::string> toneOptions(int spotInks)
+std::vector<std::string> toneOptions(int spotInks, int threads)
 {
     constexpr int kPlainPlates = 14, kPlainBand = 4'000'000, kPlainPage = 10'000'000;  // bytes
     const int plates = spotInks + 4;
     std::vector<std::string> options = {"-sDEVICE=psdcmyk", "-sOutputFile=%d.psd",
                                         "-dMaxSpots=" + std::to_string(spotInks)};
+    if (threads > 0)
+        options.push_back("-dNumRenderingThreads=" + std::to_string(threads));
     if (plates < kPlainPlates) {
         options.push_back("-dBufferSpace=" + std::to_string(kPlainBand / kPlainPlates * plates));
         options.push_back("-dMaxBitmap=" + std::to_string(kPlainPage / kPlainPlates * plates));
@@ -54,11 +56,11 @@ std::vector<std::string> deviceOptions(const InterpreterRun &run)
     case PlateDevice::tints:
         // An annotation is on all plates: here it would make plates of inks that the job does not have.
         return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack",
-                "-dMaxSpots=" + std::to_string(kMostSurveyedInks)};
+                "-dMaxSpots=" + std::to_string(run.spotInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
     case PlateDevice::allTones:
-        return toneOptions(run.spotInks);
+        return toneOptions(run.spotInks, run.threads);
     case PlateDevice::allPlates:
         break;
     }
@@ -166,6 +168,9 @@ int secondsInAll(const InterpreterLimits &limits)
     return limits.secondsAPage * limits.slowPages;
 }
 
+// Thrown to end a run of which no more is wanted.
+struct Enough {};
+
 // Does nothing when the interpreter has finished the job.
 void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
 {
@@ -208,20 +213,26 @@ InterpreterReport interpret(const InterpreterRun &run)
                               " pages");
         if (pageEnded)
             run.pageEnded();
+        if (run.endsWhenInksMix && words.report().inksMixed)
+            throw Enough();
         return pageEnded;
     };
     const std::vector<std::string> command = commandOf(run, word);
-    refuseFailure(run,
-                  io::runLimited({.command = command,
-                                  .folder = folder,
-                                  .temporary = temporary,
-                                  .seconds = run.limits.secondsAPage,
-                                  .secondsInAll = secondsInAll(run.limits),
-                                  .megabytes = run.limits.megabytes,
-                                  .folderMegabytes = run.limits.pageMegabytes,
-                                  .line = take,
-                                  .beside = run.beside}),
-                  words);
+    try {
+        refuseFailure(run,
+                      io::runLimited({.command = command,
+                                      .folder = folder,
+                                      .temporary = temporary,
+                                      .seconds = run.limits.secondsAPage,
+                                      .secondsInAll = secondsInAll(run.limits),
+                                      .megabytes = run.limits.megabytes,
+                                      .folderMegabytes = run.limits.pageMegabytes,
+                                      .line = take,
+                                      .beside = run.beside}),
+                      words);
+    } catch (const Enough &) {
+        return words.report();
+    }
     std::filesystem::remove_all(folder / temporary);
     return words.report();
 }

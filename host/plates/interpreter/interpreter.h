@@ -34,7 +34,10 @@ struct InterpreterRun {
     double dpiDown = 0;            // where it is not `dpi`, which then is the one across
     int rotation = 0;              // 0, 90, 180 or 270 degrees, anticlockwise
     bool interpreterTone = false;  // lighten tints as Ghostscript does of itself on devices that screen
-    int spotInks = kMostSpotInks;  // for which allTones has room: with more than there are it is slower
+    // For which tints and allTones have room: with more than there are they are slower, with fewer inks are mixed.
+    int spotInks = kMostSpotInks;
+    bool endsWhenInksMix = false;  // what is made then is not wanted: the report says that they do
+    int threads = 0;               // for allTones, besides its own: bands of a page are rendered side by side
     io::Beside *beside = nullptr;  // reads what the device writes, while it writes
 };
 

@@ -12,43 +12,85 @@ namespace fs = std::filesystem;
 namespace riders::plates {
 namespace {
 
-constexpr double kSurveyDpi = 200;
 constexpr double kCountDpi = 10;
+// For how many spot inks there is room: few make the survey five times as fast, but more make it begin anew.
+constexpr int kRooms[] = {0, 6, kMostSurveyedInks};
+
+struct SeenPlate {
+    PlateSize size;
+    bool ink = false;
+    TintPlate tints;  // where it is kept
+    std::unique_ptr<PlateLook> look;
+};
+
+SeenPlate readPlateOf(const SurveyRun &run, const fs::path &file)
+{
+    SeenPlate seen;
+    if (!run.look) {
+        seen.tints = readTints(file);
+        seen.size = {seen.tints.width, seen.tints.height};
+        seen.ink = seen.tints.hasInk();
+        return seen;
+    }
+    seen.size = readTintRows(file, [&](const std::uint8_t *tints, const PlateSize &size) {
+        if (!seen.look)
+            seen.look = run.look(size.width);
+        seen.look->row(tints);
+        seen.ink = seen.ink || std::any_of(tints, tints + size.width, [](std::uint8_t tint) { return tint != 0; });
+    });
+    return seen;
+}
 
 // Reads the page's files and removes them.
-std::vector<TintPlate> readPage(const fs::path &folder, int file, SurveyedPage &page)
+std::vector<SeenPlate> readPage(const SurveyRun &run, const fs::path &folder, int file, SurveyedPage &page)
 {
-    std::vector<TintPlate> tints;
+    std::vector<SeenPlate> plates;
     for (const PlateFile &plate : plateFiles(folder, file)) {
-        TintPlate read = readTints(plate.file);
-        const bool ink = read.hasInk();
+        SeenPlate seen = readPlateOf(run, plate.file);
         page.inksKnown += !isProcessPlate(plate.plate);
         fs::remove(plate.file);
         // Leaves out an ink that was only named, here or on a page not asked for.
-        if (isProcessPlate(plate.plate) || ink) {
-            tints.push_back(std::move(read));
-            page.plates.push_back({plate.plate, ink});
+        if (isProcessPlate(plate.plate) || seen.ink) {
+            page.plates.push_back({plate.plate, seen.ink});
+            plates.push_back(std::move(seen));
+        } else {
+            page.blank.push_back(plate.plate);
         }
     }
-    return tints;
+    return plates;
+}
+
+void showPage(const SurveyRun &run, const SurveyedPage &page, std::vector<SeenPlate> &plates,
+              const fs::path &composite)
+{
+    PlateLooks looks;
+    std::vector<TintPlate> tints;
+    for (SeenPlate &plate : plates) {
+        looks.push_back(std::move(plate.look));
+        tints.push_back(std::move(plate.tints));
+    }
+    if (run.look)
+        run.pageLooked(page, looks);
+    else
+        // The interpreter knows what spot inks look like, and shows it in the composite.
+        run.pageSeen({page, tints, page.spotInks ? readComposite(composite) : tints, run.dpi});
 }
 
 SurveyedPage surveyPage(const SurveyRun &run, const fs::path &folder, int file, int number)
 {
     SurveyedPage page;
     page.number = number;
-    const std::vector<TintPlate> tints = readPage(folder, file, page);
+    std::vector<SeenPlate> plates = readPage(run, folder, file, page);
     page.spotInks = page.plates.size() > std::size(kProcessPlates);
-    const bool alike = std::all_of(tints.begin(), tints.end(), [&tints](const TintPlate &plate) {
-        return plate.width == tints[0].width && plate.height == tints[0].height;
+    const bool alike = std::all_of(plates.begin(), plates.end(), [&plates](const SeenPlate &plate) {
+        return plate.size.width == plates[0].size.width && plate.size.height == plates[0].size.height;
     });
-    if (tints.size() < std::size(kProcessPlates) || !alike)
+    if (plates.size() < std::size(kProcessPlates) || !alike)
         throw io::Refusal("page " + std::to_string(number) + ": the interpreter wrote no plates");
-    page.width = tints[0].width / kSurveyDpi;
-    page.height = tints[0].height / kSurveyDpi;
-    // The interpreter knows what spot inks look like, and shows it in the composite.
+    page.width = plates[0].size.width / run.dpi;
+    page.height = plates[0].size.height / run.dpi;
     const fs::path composite = folder / (std::to_string(file) + ".tif");
-    run.pageSeen({page, tints, page.spotInks ? readComposite(composite) : tints, kSurveyDpi});
+    showPage(run, page, plates, composite);
     fs::remove(composite);
     return page;
 }
@@ -173,6 +215,37 @@ void refuseTooManyInks(const SurveyRun &run, const Survey &survey)
                           " spot inks; plates can be made of " + most);
 }
 
+// Where there are more inks, unless there cannot be more room, it ends early, and knows only that.
+Survey surveyWithRoomFor(int spotInks, const SurveyRun &run, io::Workers &workers)
+{
+    const fs::path folder = run.work / "survey";
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    const bool mostRoom = spotInks == kMostSurveyedInks;
+    PageQueue queue(run, folder, workers);
+    Survey survey;
+    survey.dpi = run.dpi;
+    survey.report = interpret({.job = run.job,
+                               .device = PlateDevice::tints,
+                               .dpi = run.dpi,
+                               .pages = run.pages,
+                               .folder = folder,
+                               .limits = run.limits,
+                               .pageEnded =
+                                   [&] {
+                                       run.pageEnded();
+                                       queue.handOver(false);
+                                   },
+                               .spotInks = spotInks,
+                               .endsWhenInksMix = !mostRoom});
+    if (survey.report.inksMixed && !mostRoom)
+        return survey;
+    queue.handOver(true);
+    workers.finish();
+    survey.pages = queue.found();
+    return survey;
+}
+
 }  // namespace
 
 size_t Survey::inksKnown() const
@@ -186,24 +259,13 @@ size_t Survey::inksKnown() const
 Survey surveyJob(const SurveyRun &run, io::Workers &workers)
 {
     silencePictures();
-    const fs::path folder = run.work / "survey";
-    fs::create_directories(folder);
-    PageQueue queue(run, folder, workers);
     Survey survey;
-    survey.report = interpret({.job = run.job,
-                               .device = PlateDevice::tints,
-                               .dpi = kSurveyDpi,
-                               .pages = run.pages,
-                               .folder = folder,
-                               .limits = run.limits,
-                               .pageEnded = [&] {
-                                   run.pageEnded();
-                                   queue.handOver(false);
-                               }});
-    queue.handOver(true);
-    workers.finish();
-    survey.pages = queue.found();
-    refuseMissing(run, folder, survey);
+    for (const int room : kRooms) {
+        survey = surveyWithRoomFor(room, run, workers);
+        if (!survey.report.inksMixed)
+            break;
+    }
+    refuseMissing(run, run.work / "survey", survey);
     refuseTooManyInks(run, survey);
     return survey;
 }

@@ -197,6 +197,7 @@ bool InkFiles::takeSome()
 
 bool InkFiles::take()
 {
+    pages_.check();
     std::uint64_t ticks;
     [[maybe_unused]] const ssize_t got = read(clock_.descriptor(), &ticks, sizeof ticks);
     const std::size_t before = page_;

@@ -8,6 +8,7 @@
 #include "io/limited_process.h"
 #include "io/output.h"
 #include "io/refusal.h"
+#include "plates/tones/run_folder.h"
 
 namespace fs = std::filesystem;
 
@@ -78,12 +79,14 @@ void takeBoxLine(std::string_view line, int quarterTurns, PageBoxes &boxes)
         boxes[page].bleed = box;
 }
 
-PageBoxes boxesOf(const TonesRun &run, const fs::path &folder)
+PageBoxes boxesOf(const TonesRun &run)
 {
     const fs::path pdf = pdfOf(run.job);
     PageBoxes boxes;
     if (pdf.empty())
         return boxes;
+    const RunFolder own(run.work / "boxes");
+    const fs::path &folder = own.path();
     fs::create_directories(folder / "temporary");
     fs::create_symlink(pdf, folder / "job");
     io::writeFile(folder / "boxes.ps", kBoxes);

@@ -9,11 +9,6 @@
 #include "plates/files/plate_names.h"
 
 namespace riders::plates {
-namespace {
-
-constexpr double kSurveyPixel = 1. / 200;  // inches: how exactly the survey knows a page's size
-
-}  // namespace
 
 TonePages::TonePages(const TonesRun &run, const PageBoxes &boxes, ToneReader &reader)
     : run_(run), boxes_(boxes), reader_(reader)
@@ -38,8 +33,9 @@ void TonePages::checkSize(const SurveyedPage &surveyed, const TonePage &page) co
     const bool upright = run_.rotation % 180 == 0;
     const double width = upright ? surveyed.width : surveyed.height;
     const double height = upright ? surveyed.height : surveyed.width;
-    if (std::abs(page.width - width) > 2 * kSurveyPixel + 2 / run_.dpiAcross ||
-        std::abs(page.height - height) > 2 * kSurveyPixel + 2 / run_.dpiDown)
+    const double surveyPixel = 1 / run_.survey.dpi;
+    if (std::abs(page.width - width) > 2 * surveyPixel + 2 / run_.dpiAcross ||
+        std::abs(page.height - height) > 2 * surveyPixel + 2 / run_.dpiDown)
         refuse(page.number, "has another size each time it is rendered");
 }
 

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "plates/tones/ink_file_head.h"
-#include "plates/tones/page_boxes.h"
 #include "plates/tones/tones.h"
 
 namespace riders::plates {
@@ -23,6 +22,8 @@ public:
     // After the last row.
     void end();
 
+    // Whether the run is still wanted; see TonesRun.
+    void check() const { run_.check(); }
     // The first page that is not whole yet; 0 where all are.
     int next() const { return ended_ < run_.pages.size() ? run_.pages[ended_] : 0; }
     // Throws a Refusal that names the page.

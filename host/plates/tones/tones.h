@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,7 +26,7 @@ struct TonePage {
     // surveyed, and any others that the interpreter has met by then. Blank plates are among them.
     std::vector<std::string> plates;
     // Whether the survey saw ink on the plate. One where it did not is blank, or what it has is too small to be
-    // seen at the survey's 200 dpi: its rows say which.
+    // seen at the survey's resolution: its rows say which.
     std::vector<bool> ink;
     // Of each spot ink, by the bytes of its name, as far as the interpreter knows: cyan, magenta, yellow and
     // black, 0 to 1.
@@ -59,12 +60,24 @@ struct TonesRun {
     bool interpreterTone = false;  // keep the transfer function by which Ghostscript lightens tints below 800 dpi
     InterpreterLimits limits;
     std::filesystem::path work;  // for temporary files
+    int threads = 0;             // besides the interpreter's own, that render for it
+    // Called all the time; what it throws ends the run.
+    std::function<void()> check = [] {};
 };
+
+struct TrimAndBleed {
+    std::optional<TonePage::Box> trim, bleed;
+};
+using PageBoxes = std::map<int, TrimAndBleed>;  // by the page's number
+
+// What the job says of its pages' trim and bleed, asked of the interpreter. Empty for a job that is no PDF, and
+// for one that it cannot read. Throws Interrupted.
+PageBoxes boxesOf(const TonesRun &run);
 
 // Runs the interpreter and hands the pages to `reader` as their rows are made. The tones are those of the
 // interpreter's separation device, to the bit. Throws Refusal where interpret() does, and where the job has
 // other pages or plates than the survey found; Interrupted; and what `reader` throws. Several may run at once,
 // each in a folder of its own: a page's tones do not depend on which others are asked for with it.
-InterpreterReport streamTones(const TonesRun &run, ToneReader &reader);
+InterpreterReport streamTones(const TonesRun &run, const PageBoxes &boxes, ToneReader &reader);
 
 }  // namespace riders::plates
