@@ -10,7 +10,7 @@ namespace {
 
 using cups::libcups;
 
-constexpr int kConnectMilliseconds = 10000;
+constexpr int kPrinterMilliseconds = 10000;
 
 struct Dest {
     cups_dest_t *dest;
@@ -28,7 +28,7 @@ Response attributesOf(const Dest &dest, const std::string &queue)
 {
     std::array<char, 1024> resource{};
     const std::unique_ptr<http_t, decltype(&::httpClose)> connection(
-        dest.dest ? libcups().connectDest(dest.dest, CUPS_DEST_FLAGS_DEVICE, kConnectMilliseconds, nullptr,
+        dest.dest ? libcups().connectDest(dest.dest, CUPS_DEST_FLAGS_DEVICE, kPrinterMilliseconds, nullptr,
                                           resource.data(), resource.size(), nullptr, nullptr)
                   : nullptr,
         libcups().close);
