@@ -33,6 +33,7 @@ protected:
         const CommandResult result = runProgram(
             {"lpadmin", "-p", "office", "-E", "-m", "everywhere", "-v", printer.uri()}, "", folder.path());
         ASSERT_EQ(result.status, 0) << result.err;
+        server.waitForDescription("office");
     }
 
     OwnCupsd server{{}};

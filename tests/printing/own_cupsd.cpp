@@ -130,6 +130,11 @@ OwnCupsd::~OwnCupsd()
     unsetenv("CUPS_SERVER");
 }
 
+void OwnCupsd::waitForDescription(const std::string &queue) const
+{
+    process_->waitFor([&] { return runProgram({"lpoptions", "-p", queue, "-l"}, "", folder()).status == 0; });
+}
+
 // Filters run as another user where the server is root's.
 void OwnCupsd::makeFolders(const std::vector<Queue> &queues, const std::string &more) const
 {

@@ -54,6 +54,9 @@ public:
     ~OwnCupsd();
 
     const std::filesystem::path &folder() const { return folder_.path(); }
+    // Until there is a description of that queue's driver: of a queue without one, the server makes it after lpadmin
+    // has returned.
+    void waitForDescription(const std::string &queue) const;
 
 private:
     void makeFolders(const std::vector<Queue> &queues, const std::string &more) const;
