@@ -3,6 +3,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <exception>
@@ -14,6 +15,7 @@
 #include <CLI/CLI.hpp>
 
 #include "commands/commands.h"
+#include "commands/description.h"
 #include "io/plain_text.h"
 
 namespace {
@@ -50,6 +52,12 @@ int run(int argc, char **argv)
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");
     riders::commands::Commands commands(app);
+    if (const auto problem = riders::commands::describe(app, {argv + std::min(argc, 1), argv + argc})) {
+        if (problem->empty())
+            return done;
+        std::cerr << app.get_name() << ": " << riders::io::plainText(*problem) << '\n';
+        return failed;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

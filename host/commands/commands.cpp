@@ -15,6 +15,7 @@
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
 #include "commands/shapes_command.h"
+#include "commands/version.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
 #include "plugin/plugin.h"
@@ -24,6 +25,7 @@ namespace riders::commands {
 Commands::Commands(CLI::App &app)
 {
     app.require_subcommand(0, 1);
+    app.set_version_flag("--version", std::string("riders ") + kVersion, "Print the version");
     app.add_option("file", shownJob_, "A PostScript job to open in the window")
         ->check(CLI::ExistingFile)
         ->type_name("FILE");

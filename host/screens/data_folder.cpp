@@ -7,9 +7,10 @@ namespace riders::screens {
 std::filesystem::path dataFolder(const std::string &name)
 {
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    std::filesystem::path installed = program.parent_path() / "share" / "riders" / name;
     std::error_code ignored;
-    return std::filesystem::is_directory(installed, ignored) ? installed : program / name;
+    if (std::filesystem::is_directory(program / name, ignored))
+        return program / name;
+    return (program / RIDERS_DATA_FROM_PROGRAM / name).lexically_normal();
 }
 
 }  // namespace riders::screens

@@ -6,8 +6,8 @@
 
 namespace riders::screens {
 
-// The folder of that name beside the program, or in ../share/riders from where the program is when that is there
-// instead. Need not be there.
+// The folder of that name beside the program, as the build leaves it; or, where there is none, in the data folder of
+// the prefix under which the program is installed. Need not be there.
 std::filesystem::path dataFolder(const std::string &name);
 
 }  // namespace riders::screens

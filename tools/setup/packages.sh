@@ -6,7 +6,8 @@ build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev
 # Displays without a person, programs that act for one, and those whose jobs are screened.
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils qpdf mupdf-tools
-               cups-daemon cups-client cups-ipp-utils printer-driver-gutenprint)
+               cups-daemon cups-client cups-ipp-utils printer-driver-gutenprint
+               mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin)
 fuzz_packages=(clang libclang-rt-14-dev lld)
 check_packages=(clang clang-tidy cppcheck shellcheck libgtest-dev libcairo2-dev)
 

@@ -112,4 +112,13 @@ Queue askQueue(const PrintServer &server, const std::string &name)
     return queue;
 }
 
+std::vector<QueueName> queueNames(const PrintServer &server)
+{
+    std::vector<QueueName> names;
+    for (const Listed &queue : listedQueues(server))
+        if (!queue.isClass)
+            names.push_back({queue.name, queue.model});
+    return names;
+}
+
 }  // namespace riders::printing

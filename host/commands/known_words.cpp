@@ -1,0 +1,72 @@
+#include "commands/known_words.h"
+
+#include "commands/known_sets.h"
+#include "film/printing/ask_queue.h"
+#include "io/refusal.h"
+#include "screens/screen_set.h"
+#include "screens/set_file.h"
+#include "screens/shapes.h"
+
+namespace riders::commands {
+namespace {
+
+using describing::Candidate;
+
+std::vector<Candidate> shapes()
+{
+    std::vector<Candidate> words;
+    for (const screens::Shape &shape : screens::installedShapes())
+        for (const std::string &name : screens::namesOf(shape))
+            words.push_back({name, screens::aboutShape(shape)});
+    return words;
+}
+
+std::vector<Candidate> sets()
+{
+    std::vector<Candidate> words;
+    for (const auto &[name, file] : screens::setFiles(setFolders()))
+        try {
+            words.push_back({name, screens::setFromFile(file).name});
+        } catch (const io::Refusal &) {
+            words.push_back({name, {}});
+        }
+    return words;
+}
+
+std::vector<Candidate> plates()
+{
+    std::vector<Candidate> words;
+    for (const char *ink : {"Cyan", "Magenta", "Yellow", "Black"})
+        words.push_back({std::string(ink) + ":", "a process ink"});
+    return words;
+}
+
+std::vector<Candidate> queues()
+{
+    std::vector<Candidate> words;
+    for (const printing::QueueName &queue : printing::queueNames(printing::PrintServer()))
+        words.push_back({queue.name, queue.model});
+    return words;
+}
+
+// Nobody is there to be told what is wrong: the line is not finished yet.
+describing::KnownWords words(const char *of, std::vector<Candidate> (*list)())
+{
+    return {of, [list]() -> std::vector<Candidate> {
+                try {
+                    return list();
+                } catch (const io::Refusal &) {
+                } catch (const std::filesystem::filesystem_error &) {
+                }
+                return {};
+            }};
+}
+
+}  // namespace
+
+std::vector<describing::KnownWords> knownWords()
+{
+    return {words("shapes", shapes), words("sets", sets), words("plates", plates), words("queues", queues)};
+}
+
+}  // namespace riders::commands
