@@ -9,6 +9,7 @@ test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                cups-daemon cups-client cups-ipp-utils printer-driver-gutenprint
                mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin)
 fuzz_packages=(clang libclang-rt-14-dev lld)
+package_packages=(debhelper dpkg-dev lintian librsvg2-bin)
 check_packages=(clang clang-tidy cppcheck shellcheck libgtest-dev libcairo2-dev)
 
 as_root() {
