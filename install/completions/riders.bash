@@ -1,6 +1,7 @@
 # Completion for riders in bash. The program itself knows what can come next, so this lists nothing.
 
 _riders() {
+  # shellcheck disable=SC2034  # for _init_completion
   local cur prev words cword
   _init_completion -n =:@ || return
 
@@ -24,6 +25,7 @@ _riders() {
   [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *: ]] || compopt -o nospace
 
   # Where no file has one of the endings, all are offered.
+  # shellcheck disable=SC2034  # for _filedir
   local COMP_FILEDIR_FALLBACK=yes
   case $kind in
     :folders) _filedir -d ;;

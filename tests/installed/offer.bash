@@ -1,5 +1,6 @@
 # offer.bash SCRIPT TYPED...: prints what bash offers after "riders " and what is typed, with bash-completion.
 . /usr/share/bash-completion/bash_completion
+# shellcheck disable=SC1090  # the script under test
 . "$1"
 shift
 # Only a shell at a terminal can change the options of a completion that is running.
