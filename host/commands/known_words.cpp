@@ -1,8 +1,13 @@
 #include "commands/known_words.h"
 
+#include <exception>
+#include <new>
+
 #include "commands/known_sets.h"
 #include "film/printing/ask_queue.h"
 #include "io/refusal.h"
+#include "plugin/plugin.h"
+#include "plugin/popup_values.h"
 #include "screens/screen_set.h"
 #include "screens/set_file.h"
 #include "screens/shapes.h"
@@ -49,14 +54,24 @@ std::vector<Candidate> queues()
     return words;
 }
 
+template <plugin::Popup popup>
+std::vector<Candidate> popupWords()
+{
+    std::vector<Candidate> words;
+    for (const std::string &value : plugin::popupValues(plugin::pluginBesideProgram(), popup))
+        words.push_back({value, {}});
+    return words;
+}
+
 // Nobody is there to be told what is wrong: the line is not finished yet.
 describing::KnownWords words(const char *of, std::vector<Candidate> (*list)())
 {
     return {of, [list]() -> std::vector<Candidate> {
                 try {
                     return list();
-                } catch (const io::Refusal &) {
-                } catch (const std::filesystem::filesystem_error &) {
+                } catch (const std::bad_alloc &) {
+                    throw;
+                } catch (const std::exception &) {
                 }
                 return {};
             }};
@@ -66,7 +81,16 @@ describing::KnownWords words(const char *of, std::vector<Candidate> (*list)())
 
 std::vector<describing::KnownWords> knownWords()
 {
-    return {words("shapes", shapes), words("sets", sets), words("plates", plates), words("queues", queues)};
+    using plugin::Popup;
+    return {words("shapes", shapes),
+            words("sets", sets),
+            words("plates", plates),
+            words("queues", queues),
+            words("fonts", popupWords<Popup::font>),
+            words("sizes", popupWords<Popup::size>),
+            words("frequencies", popupWords<Popup::frequency>),
+            words("angles", popupWords<Popup::angle>),
+            words("flatnesses", popupWords<Popup::flatness>)};
 }
 
 }  // namespace riders::commands

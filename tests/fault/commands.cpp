@@ -68,6 +68,7 @@ const std::vector<TriedCommand> &triedCommands()
         {"mesh", {"mesh", "--frequency", "45"}, {}},
         {"mesh_json", {"mesh", "--threads", "90/cm", "--json"}, {}},
         {"help", {"make", "--help"}, {}},
+        {"version", {"--version"}, {}},
         {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
         {"refused_mesh", {"mesh", "--frequency", "299"}, {}},
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},

@@ -25,6 +25,8 @@ const std::vector<std::string> kTyped = {
     "play let",
     "make --annotation ",
     "make --plate Cy",
+    "make --frequency 13",
+    "make --annotation x --font Helvetica-B",
 };
 
 // What a shell offers after each of them.
@@ -122,6 +124,8 @@ TEST(Completion, OffersShapesSetsAndWordsToChooseFrom)
     expectInEach("screens off", {"offset"});
     expectInEach("film --format p", {"pdf", "ps", "pwg"});
     expectInEach("make --plate Cy", {"Cyan:"});
+    expectInEach("make --frequency 13", {"133"});
+    expectInEach("make --annotation x --font Helvetica-B", {"Helvetica-Bold", "Helvetica-BoldOblique"});
 }
 
 TEST(Completion, OffersFilesOfTheKindThatFitsOrElseAll)
