@@ -51,7 +51,7 @@ Offers offersFrom(const CommandResult &result)
 Offers ask(std::vector<std::string> command)
 {
     const std::filesystem::path &home = installed().home();
-    for (const char *file : {"job.ps", "job.pdf", "film.riders", "mine.spot", "letter.txt"})
+    for (const char *file : {"job.ps", "job.pdf", "film.riders", "mine.spot", "letter.txt", "job.txt"})
         writeFile(home / file, "");
     std::filesystem::create_directories(home / ".config/riders/screens");
     writeFile(home / ".config/riders/screens/twotone.toml",
@@ -133,7 +133,7 @@ TEST(Completion, OffersFilesOfTheKindThatFitsOrElseAll)
     expectInEach("proof jo", {"job.pdf", "job.ps"});
     expectInEach("proof --riders fi", {"film.riders"});
     expectInEach("make --spot mi", {"mine.spot"});
-    expectInEach("play let", {"letter.txt"});
+    expectInEach("play let", {"letter.txt", "job.txt"});
 }
 
 TEST(Completion, OffersNothingThatOnlyTheUserKnows)
