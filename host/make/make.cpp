@@ -7,6 +7,7 @@
 #include <optional>
 #include <system_error>
 
+#include "apply/earlier_file.h"
 #include "io/bytes.h"
 #include "io/output.h"
 #include "io/private_folder.h"
@@ -26,7 +27,7 @@
 namespace riders::make {
 namespace {
 
-std::string checkOutput(const std::filesystem::path &output)
+std::string checkOutput(const std::filesystem::path &output, bool force)
 {
     std::error_code ignored;
     if (output.empty())
@@ -42,6 +43,8 @@ std::string checkOutput(const std::filesystem::path &output)
     std::filesystem::path folder = std::filesystem::absolute(output).parent_path();
     if (!std::filesystem::is_directory(folder, ignored))
         return "there is no folder " + folder.string() + " to make " + output.filename().string() + " in";
+    if (!force)
+        apply::refuseUnlessRiders(output);
     if (output.filename().string().find(':') != std::string::npos)
         return "the name of a riders file cannot hold a colon: " + output.filename().string();
     return {};
@@ -188,7 +191,7 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
 
 Made make(const MakeRequest &request)
 {
-    for (const std::string &problem : {checkOutput(request.output), checkNumbers(request),
+    for (const std::string &problem : {checkOutput(request.output, request.force), checkNumbers(request),
                                        checkAnnotation(request.annotation.value_or("")), checkSettings(request)})
         if (!problem.empty())
             return {problem, {}};

@@ -71,6 +71,9 @@ const std::vector<TriedCommand> &triedCommands()
         {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
         {"refused_mesh", {"mesh", "--frequency", "299"}, {}},
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
+        {"refused_foreign_file", {"make", "-o", "job.ps", "--angle", "45"}, {}},
+        {"refused_riders_as_job", {"apply", "film", "film", "-o", "new.ps"}, {kFilm}},
+        {"make_forced", {"make", "-o", "job.ps", "--angle", "45", "--force"}, {}},
         {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
     };
     return commands;
