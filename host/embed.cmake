@@ -10,7 +10,8 @@ function(riders_embed target namespace)
   set(script ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/embed_file.cmake)
   while(ARGN)
     list(POP_FRONT ARGN file name)
-    set(source ${CMAKE_CURRENT_BINARY_DIR}/${file}.cpp)
+    string(REPLACE ../ "" inside ${file})
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/${target}_embedded/${inside}.cpp)
     add_custom_command(OUTPUT ${source}
       COMMAND ${CMAKE_COMMAND} -DFILE=${CMAKE_CURRENT_SOURCE_DIR}/${file} -DNAMESPACE=${namespace} -DNAME=${name}
               -DOUTPUT=${source} -P ${script}

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "apply/earlier_file.h"
 #include "apply/job_structure.h"
 #include "apply/markers.h"
 #include "apply/riders_file.h"
@@ -33,19 +34,34 @@ private:
     size_t size_;
 };
 
+bool isJobInstead(std::string_view bytes)
+{
+    return bytes.starts_with("%!") || bytes.starts_with("%PDF-");
+}
+
 Head readRiders(const std::filesystem::path &path)
 {
     const io::OpenFile in = io::openInput(path);
     Head riders(in, kLongestRiders + 1);
     if (!isRidersFile(riders.bytes()))
-        throw io::Refusal(in.name() + ": is not a riders file (it does not begin with " +
-                          std::string(kRidersMagic) + ")");
+        throw io::Refusal(
+            in.name() + ": is not a riders file (it does not begin with " + std::string(kRidersMagic) + ")" +
+            (isJobInstead(riders.bytes()) ? "; it is a job, to which a riders file is added: riders make makes one"
+                                          : ""));
     if (riders.bytes().size() > kLongestRiders)
         throw io::Refusal(in.name() + ": is longer than 1 MiB, which no riders file is");
     if (!isWholeRiders(riders.bytes()))
         throw io::Refusal(in.name() + ": is cut off (it does not end in " + std::string(kRidersLastLine) +
                           "); make it again");
     return riders;
+}
+
+// Of the job's, and longer than any riders file: nothing of one is missing.
+void refuseRidersAsJob(const Head &job, const std::string &name)
+{
+    if (isRidersAlone(job.bytes()))
+        throw io::Refusal(name + ": is a riders file, not a job; name the job to which it is to be added, or from "
+                                 "which one is to be taken");
 }
 
 void refuseSameFile(const io::OpenFile &in, const io::Output &out)
@@ -118,9 +134,12 @@ void applyRiders(const ApplyRequest &request)
         throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + 1);
+    refuseRidersAsJob(head, job.name());
     const Place place = findPlace(head.asJob(job.name()));
     const bool landscape = isLandscape(head.asJob(job.name()));
 
+    if (!request.force)
+        refuseUnlessJob(request.out);
     io::Output out(request.out);
     refuseSameFile(job, out);
     io::writeAll(out.file(), head.bytes().substr(0, place.offset));
@@ -134,8 +153,11 @@ void stripRiders(const StripRequest &request)
 {
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + kLongestRiders + 2 * kLongestOpening + kLandscapeLine.size());
+    refuseRidersAsJob(head, job.name());
     const Cut cut = cutOf(head.asJob(job.name()), head.bytes());
 
+    if (!request.force)
+        refuseUnlessJob(request.out);
     io::Output out(request.out);
     refuseSameFile(job, out);
     io::writeAll(out.file(), head.bytes().substr(0, cut.from));

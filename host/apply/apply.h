@@ -15,20 +15,22 @@ struct ApplyRequest {
     std::filesystem::path riders;    // the riders file
     std::filesystem::path job = {};  // empty: standard input
     std::filesystem::path out = {};  // empty: standard output; may be the job itself
+    bool force = false;              // replace what is no PostScript job, too
 };
 
 // Writes the job with the riders file in it, between two marker lines, where
 // job-wide setup belongs. Refused: a file that is not a riders file or is cut off, a job that
-// is not PostScript or already has a riders file in it.
+// is not PostScript, is a riders file or already has one in it, and an output that is some other file.
 void applyRiders(const ApplyRequest &request);
 
 struct StripRequest {
     std::filesystem::path job = {};  // empty: standard input
     std::filesystem::path out = {};  // empty: standard output; may be the job itself
+    bool force = false;              // replace what is no PostScript job, too
 };
 
 // Writes the job as it was before applyRiders, byte for byte. Refused: a job
-// without a riders file, or one whose marker lines were changed or cut off.
+// without a riders file, or one whose marker lines were changed or cut off, and an output that is some other file.
 void stripRiders(const StripRequest &request);
 
 }  // namespace riders::apply

@@ -44,4 +44,13 @@ bool isWholeRiders(std::string_view riders)
                        [&](std::string_view end) { return takeLastLine(riders, end); });
 }
 
+bool isRidersAlone(std::string_view bytes)
+{
+    if (!isRidersFile(bytes))
+        return false;
+    const size_t last = bytes.find(kRidersLastLine);
+    return last == std::string_view::npos ||
+           bytes.find_first_not_of(" \t\r\n", last + kRidersLastLine.size()) == std::string_view::npos;
+}
+
 }  // namespace riders::apply

@@ -14,5 +14,8 @@ inline constexpr size_t kLongestRiders = size_t(1) << 20;
 bool isRidersFile(std::string_view bytes);
 // Whether the end of a riders file is there: it was not cut off.
 bool isWholeRiders(std::string_view riders);
+// Whether the bytes are a riders file and nothing else, whole or cut off: a job may have one before its own first
+// line.
+bool isRidersAlone(std::string_view bytes);
 
 }  // namespace riders::apply

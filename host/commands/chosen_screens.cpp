@@ -45,6 +45,8 @@ make::PlatePiece pieceOf(const PlateScreen &plate)
         throw io::Refusal("there is no dot shape and no file \"" + plate.shape + "\" for " + plate.plate +
                           "; riders shapes lists the shapes");
     piece.spotBody = shape->body;
+    if (!screens::installedShape(plate.shape))
+        piece.spotFile = shape->file.filename();
     return piece;
 }
 

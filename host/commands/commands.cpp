@@ -15,6 +15,7 @@
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
 #include "commands/shapes_command.h"
+#include "commands/show_command.h"
 #include "commands/version.h"
 #include "io/interruption.h"
 #include "io/plain_text.h"
@@ -32,6 +33,7 @@ Commands::Commands(CLI::App &app)
     addMake(app, chosen_);
     addApply(app, chosen_);
     addStrip(app, chosen_);
+    addShow(app, chosen_);
     addPlay(app, chosen_, play_);
     addProof(app, chosen_);
     addFilm(app, chosen_);

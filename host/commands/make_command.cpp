@@ -101,6 +101,7 @@ void addMake(CLI::App &app, Chosen &chosen)
         ->check(CLI::Range(proof::kLeastProofDpi, proof::kMostProofDpi))
         ->type_name("N")
         ->needs(explain);
+    command->add_flag("--force", request->force, "Replace a file that is no riders file, too");
     command->add_flag("--json", words->json, "What was made, for programs");
     command->add_flag("--save-settings", request->saveSettings, "Keep these choices as the saved settings");
     command->callback([request, words, &chosen] {

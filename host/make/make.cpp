@@ -7,6 +7,7 @@
 #include <optional>
 #include <system_error>
 
+#include "apply/earlier_file.h"
 #include "io/bytes.h"
 #include "io/output.h"
 #include "io/private_folder.h"
@@ -26,7 +27,7 @@
 namespace riders::make {
 namespace {
 
-std::string checkOutput(const std::filesystem::path &output)
+std::string checkOutput(const std::filesystem::path &output, bool force)
 {
     std::error_code ignored;
     if (output.empty())
@@ -42,6 +43,8 @@ std::string checkOutput(const std::filesystem::path &output)
     std::filesystem::path folder = std::filesystem::absolute(output).parent_path();
     if (!std::filesystem::is_directory(folder, ignored))
         return "there is no folder " + folder.string() + " to make " + output.filename().string() + " in";
+    if (!force)
+        apply::refuseUnlessRiders(output);
     if (output.filename().string().find(':') != std::string::npos)
         return "the name of a riders file cannot hold a colon: " + output.filename().string();
     return {};
@@ -143,13 +146,27 @@ void putInPlace(const std::filesystem::path &made, const std::filesystem::path &
     io::copyFile(made, output);
 }
 
-// No dialog has the screens of single plates: they are written into the file that the plug-in has made.
-void addPlates(const std::filesystem::path &made, const MakeRequest &request)
+// The name of the spot function file; empty for a dot shape that comes with the program.
+std::string ownShapeOf(const MakeRequest &request)
 {
+    std::error_code ignored;
+    if (!request.spot || screens::installedShape(*request.spot) ||
+        !std::filesystem::exists(*request.spot, ignored))
+        return {};
+    return std::filesystem::path(*request.spot).filename();
+}
+
+// No dialog has the screens of single plates, and the plug-in writes no names: they are written into the file that
+// it has made.
+void addToMade(const std::filesystem::path &made, const MakeRequest &request)
+{
+    const std::string ownShape = ownShapeOf(request);
+    if (request.plates.empty() && ownShape.empty())
+        return;
     std::string riders = io::contentsOf(made);
-    if (!choosesForAll(request))
+    if (!request.plates.empty() && !choosesForAll(request))
         riders = withoutStandIn(std::move(riders));
-    io::writeFile(made, withPlates(std::move(riders), request.plates));
+    io::writeFile(made, withShapeNames(withPlates(std::move(riders), request.plates), ownShape, request.plates));
 }
 
 void keepSettings(const settings::SavedSettings &saved, const Workplace &place, Made &made)
@@ -177,8 +194,7 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
     callPlugin(plugin, user, answers, made);
     if (!made.problem.empty())
         return;
-    if (!request.plates.empty())
-        addPlates(place.made, request);
+    addToMade(place.made, request);
     putInPlace(place.made, request.output);
     if (request.saveSettings)
         keepSettings(saved, place, made);
@@ -188,7 +204,7 @@ void useDialogs(toolbox::HeadlessMachine &machine, const MakeRequest &request, c
 
 Made make(const MakeRequest &request)
 {
-    for (const std::string &problem : {checkOutput(request.output), checkNumbers(request),
+    for (const std::string &problem : {checkOutput(request.output, request.force), checkNumbers(request),
                                        checkAnnotation(request.annotation.value_or("")), checkSettings(request)})
         if (!problem.empty())
             return {problem, {}};

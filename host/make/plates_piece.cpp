@@ -7,6 +7,7 @@
 #include "io/hex_string.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
+#include "reading/written_in.h"
 
 namespace riders::make {
 
@@ -81,6 +82,20 @@ std::string withPlates(std::string riders, const std::vector<PlatePiece> &plates
     if (riders.size() + piece.size() > apply::kLongestRiders)
         throw io::Refusal("with the plates' screens the riders file would be longer than 1 MiB");
     return riders.insert(place, piece);
+}
+
+std::string withShapeNames(std::string riders, const std::string &ofRest, const std::vector<PlatePiece> &plates)
+{
+    std::string names = ofRest.empty() ? "" : reading::shapeNameLine("*", ofRest);
+    for (const PlatePiece &plate : plates)
+        if (!plate.spotFile.empty())
+            names += reading::shapeNameLine(plate.plate, plate.spotFile);
+    if (names.empty())
+        return riders;
+    const size_t place = placeIn(riders);
+    if (riders.size() + names.size() > apply::kLongestRiders)
+        throw io::Refusal("with the names of the dot shapes the riders file would be longer than 1 MiB");
+    return riders.insert(place, names);
 }
 
 }  // namespace riders::make

@@ -13,6 +13,7 @@ struct PlatePiece {
     std::optional<double> frequency;  // lines per inch
     std::optional<double> angle;      // degrees
     std::string spotBody = {};        // PostScript, as in a spot function file; empty when left out
+    std::string spotFile = {};        // the name of that file, where it is none that comes with the program
 };
 
 // The riders file, which the plug-in has made, with one more piece. Where a plate is named twice the later entry
@@ -20,5 +21,10 @@ struct PlatePiece {
 // text is as it was. Throws io::Refusal for a text that is no whole riders file or has no place for the piece, for
 // a name that no plate can have, for a number that is none, and when a riders file cannot be so long.
 std::string withPlates(std::string riders, const std::vector<PlatePiece> &plates);
+
+// The riders file with a comment for each of the files that dot shapes are from: what they are called can be read
+// nowhere else. `ofRest` is that of the dot shape chosen for all plates; empty for none. Throws io::Refusal as
+// withPlates.
+std::string withShapeNames(std::string riders, const std::string &ofRest, const std::vector<PlatePiece> &plates);
 
 }  // namespace riders::make

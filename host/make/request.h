@@ -25,6 +25,7 @@ struct MakeRequest {
     std::optional<std::string> font;
     std::optional<std::string> size;  // points
     bool errorHandler = false;
+    bool force = false;  // replace a file that is no riders file, too
     // Start from the user's saved settings and save them again; otherwise they
     // are neither read nor written.
     bool saveSettings = false;

@@ -40,6 +40,9 @@ const std::vector<TriedCommand> &triedCommands()
         {"strip", {"strip", "job.ps", "-o", "new.ps"}, {kFilm, kApplied}},
         {"strip_in_place", {"strip", "job.ps", "-o", "job.ps"}, {kFilm, kApplied}},
         {"strip_standard_files", {"strip"}, {kFilm, kApplied}, "job.ps"},
+        {"show", {"show", "film", "--json"}, {{"make", "-o", "film", "--plate", "Gold:60,./one.spot"}}},
+        {"show_job", {"show", "job.ps"}, {kFilm, kApplied}},
+        {"show_standard_input", {"show", "-"}, {kFilm}, "job.ps"},
         {"play",
          {"play", "film.play", "--trace", "trace", "--pictures", "pictures", "--preferences", "kept"},
          {{"play", "cancel.play", "--preferences", "kept"}},
@@ -72,6 +75,9 @@ const std::vector<TriedCommand> &triedCommands()
         {"refused_set", {"make", "-o", "film", "--screens", "wrong.toml"}, {kFilm}},
         {"refused_mesh", {"mesh", "--frequency", "299"}, {}},
         {"refused_cut_off", {"apply", "job.ps", "job.ps"}, {}},
+        {"refused_foreign_file", {"make", "-o", "job.ps", "--angle", "45"}, {}},
+        {"refused_riders_as_job", {"apply", "film", "film", "-o", "new.ps"}, {kFilm}},
+        {"make_forced", {"make", "-o", "job.ps", "--angle", "45", "--force"}, {}},
         {"refused_riders_file", {"apply", "film", "job.ps", "-o", "film"}, {kFilm}},
     };
     return commands;

@@ -69,7 +69,7 @@ TEST_F(MakeFiles, OddNamesAreTheFilesOwnNames)
                                "-x"};
     for (const std::string other : {"name", "ab", "tab", "line", "Caf\xC3\xA9.riders"})
         writeFile(folder / other, "mine");
-    writeFile(folder / odd[3], "old");
+    writeFile(folder / odd[3], "%!Zu3_Riders old");
     for (const std::string &name : odd) {
         const CommandResult result = make("./" + name);
         EXPECT_EQ(result.status, 0) << name << ": " << result.err;
@@ -94,7 +94,7 @@ TEST_F(MakeFiles, ASpotFileInAnotherFolderDoesNotMoveTheOutput)
 
 TEST_F(MakeFiles, AReplacedFileKeepsModeOwnerAndLinks)
 {
-    writeFile(folder / "real", "old");
+    writeFile(folder / "real", "%!Zu3_Riders old");
     ASSERT_EQ(chmod((folder / "real").c_str(), 0640), 0);
     if (geteuid() == 0) {
         ASSERT_EQ(chown((folder / "real").c_str(), 1234, 1235), 0);
@@ -148,7 +148,7 @@ TEST_F(MakeFiles, AFolderWithoutPermissionIsNamedAsSuch)
     if (geteuid() == 0 && access("/usr/bin/setpriv", X_OK) != 0)
         GTEST_SKIP() << "root may write everywhere, and there is no setpriv";
     fs::create_directories(folder / "shut");
-    writeFile(folder / "shut" / "made", "mine");
+    writeFile(folder / "shut" / "made", "%!Zu3_Riders mine");
     for (const char *path : {"", "shut"})
         ASSERT_EQ(chmod((folder / path).c_str(), 0555), 0);
     ASSERT_EQ(chmod((folder / "shut" / "made").c_str(), 0666), 0);
@@ -158,7 +158,7 @@ TEST_F(MakeFiles, AFolderWithoutPermissionIsNamedAsSuch)
     const CommandResult result = runProgram(command, {}, folder.path());
     EXPECT_EQ(result.status, 1);
     EXPECT_NE(result.err.find("Permission denied"), std::string::npos) << result.err;
-    EXPECT_EQ(contentsOf(folder / "shut" / "made"), "mine");
+    EXPECT_EQ(contentsOf(folder / "shut" / "made"), "%!Zu3_Riders mine");
 }
 
 TEST_F(MakeFiles, AnEmptyNumberIsNotZero)

@@ -70,16 +70,16 @@ TEST_F(Make, NothingNamedIsRefusedInThePluginsWords)
 
 TEST_F(Make, ARefusalLeavesAnOldFileAsItWas)
 {
-    writeFile(folder / "made", "mine");
+    writeFile(folder / "made", "%!Zu3_Riders mine");
     EXPECT_EQ(make({}).status, 1);
     EXPECT_EQ(make({"--spot", "octagonal"}).status, 1);
     EXPECT_EQ(make({"--frequency", "9999"}).status, 1);
-    EXPECT_EQ(made(), "mine");
+    EXPECT_EQ(made(), "%!Zu3_Riders mine");
 }
 
 TEST_F(Make, AnOldFileIsReplacedWhole)
 {
-    writeFile(folder / "made", std::string(100000, 'x'));
+    writeFile(folder / "made", "%!Zu3_Riders" + std::string(100000, 'x'));
     EXPECT_EQ(make({"--angle", "45"}).status, 0);
     EXPECT_EQ(made().substr(0, 12), "%!Zu3_Riders");
     EXPECT_LT(made().size(), 100000u);
@@ -234,7 +234,7 @@ TEST_F(Make, ANameTooLongForTheDiskIsRefusedInWords)
 
 TEST_F(Make, AFileThatMayNotGrowIsAFullDisk)
 {
-    writeFile(folder / "made", "mine");
+    writeFile(folder / "made", "%!Zu3_Riders mine");
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     rlimit small = before;
@@ -244,7 +244,7 @@ TEST_F(Make, AFileThatMayNotGrowIsAFullDisk)
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(result.status, 1) << result.err;
     EXPECT_NE(result.err.find("full"), std::string::npos) << result.err;
-    EXPECT_EQ(made(), "mine");
+    EXPECT_EQ(made(), "%!Zu3_Riders mine");
 }
 
 TEST_F(Make, WrongUsageExitsWithTwo)

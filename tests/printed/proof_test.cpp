@@ -132,7 +132,9 @@ TEST_F(ProofTest, WithARidersFile)
     EXPECT_NE(page.find("40&nbsp;lpi, 15°</span><small>by the riders file"), std::string::npos);
     EXPECT_NE(page.find("with film.riders"), std::string::npos);
     with.riders = with.job;
-    EXPECT_EQ(proofOf(with), with.job.string() + ": is not a riders file (it does not begin with %!Zu3_Riders)");
+    EXPECT_EQ(proofOf(with), with.job.string() +
+                                 ": is not a riders file (it does not begin with %!Zu3_Riders); it is "
+                                 "a job, to which a riders file is added: riders make makes one");
 }
 
 TEST_F(ProofTest, AnEpsIsAsLargeAsItsBox)

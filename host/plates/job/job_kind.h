@@ -13,8 +13,9 @@ inline constexpr size_t kJobHead = 1024;  // bytes that show its kind: a PDF may
 
 enum class JobKind { postScript, eps, pdf };
 
-// Throws Refusal for a file of any other kind. An EPS in the binary wrapper that carries a preview counts as eps.
-JobKind kindOfJob(const std::filesystem::path &job);
+// Throws Refusal for a file of any other kind, and for a riders file. An EPS in the binary wrapper that carries a
+// preview counts as eps. `shown` is for messages, where that is not the file's path.
+JobKind kindOfJob(const std::filesystem::path &job, const std::string &shown = {});
 
 // The same from its first bytes, as many as headOf gives or the whole job; `name` is for the message.
 JobKind kindOfHead(std::string_view head, const std::string &name);

@@ -105,7 +105,7 @@ PreparedJob prepareJob(const fs::path &job, const fs::path &riders, const fs::pa
 {
     fs::path file =
         readableAgain(job, folder / "job", seconds, [&](std::string_view head) { kindOfHead(head, job); });
-    PreparedJob prepared{kindOfJob(file), job, {}};
+    PreparedJob prepared{kindOfJob(file, job), job, {}};
     if (prepared.kind == JobKind::pdf) {
         if (!riders.empty())
             prepared.files.push_back(aloneAsProgram(riders, folder));

@@ -1,0 +1,18 @@
+// What a riders file chooses, for people and for programs.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "reading/choices.h"
+
+namespace riders::commands {
+
+// Indented lines, one for each choice.
+std::string choicesInWords(const reading::Choices &choices);
+// An object, which begins with these members.
+std::string choicesInJson(const reading::Choices &choices,
+                          std::vector<std::pair<std::string, std::string>> members);
+
+}  // namespace riders::commands

@@ -1,0 +1,54 @@
+#include "reading/known_shapes.h"
+
+#include <filesystem>
+#include <string_view>
+
+#include "io/refusal.h"
+
+namespace riders::reading {
+
+extern const std::string_view kMenuRound, kMenuEllipse, kMenuLine, kMenuSquare, kMenuDiamond, kMenuCross,
+    kMenuEuclidean;
+
+namespace {
+
+// As the menu of the plug-in calls it; empty where it has no such shape.
+std::string nameInMenu(std::string_view body)
+{
+    const std::pair<const char *, std::string_view> menu[] = {
+        {"Round", kMenuRound},        {"Ellipse", kMenuEllipse}, {"Line", kMenuLine},
+        {"Square", kMenuSquare},      {"Diamond", kMenuDiamond}, {"Cross", kMenuCross},
+        {"Euclidean", kMenuEuclidean}};
+    for (const auto &[name, shape] : menu)
+        if (body == shape)
+            return name;
+    return {};
+}
+
+}  // namespace
+
+const std::vector<screens::Shape> &KnownShapes::installed()
+{
+    if (!installed_) {
+        installed_.emplace();
+        try {
+            installed_ = screens::installedShapes();
+        } catch (const io::Refusal &) {  // it is about another file than the one that is read
+        } catch (const std::filesystem::filesystem_error &) {
+        }
+    }
+    return *installed_;
+}
+
+ChosenShape KnownShapes::called(const std::string &body)
+{
+    const std::string about = screens::aboutShape({{}, body, {}});
+    if (std::string name = nameInMenu(body); !name.empty())
+        return {std::move(name), ChosenShape::menu, about, body};
+    for (const screens::Shape &shape : installed())
+        if (shape.body == body)
+            return {screens::namesOf(shape).back(), ChosenShape::installed, about, body};
+    return {{}, ChosenShape::own, about, body};
+}
+
+}  // namespace riders::reading
