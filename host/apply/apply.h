@@ -5,6 +5,9 @@
 // standard output. Only when a disk fills or a reader goes away while bytes
 // are being copied can standard output hold part of a job; a file never does.
 // Memory: under 7 MiB whatever the size of the job.
+// Where the file system lets files share blocks, the part of a large job behind the
+// fragment is shared with the output: apply pads the fragment for that, and strip
+// shares where what it takes out is as long as whole blocks.
 #pragma once
 
 #include <filesystem>

@@ -24,16 +24,20 @@ struct Line {
 // nor one whose CR is the head's last byte: an LF may follow.
 class Lines {
 public:
-    Lines(const JobHead &head, size_t start) : bytes_(head.bytes), whole_(head.whole), at_(start) {}
+    Lines(const JobHead &head, size_t start)
+        : bytes_(head.bytes), whole_(head.whole), canGrow_(head.canGrow), at_(start), lf_('\n', bytes_, start),
+          cr_('\r', bytes_, start)
+    {
+    }
 
     bool next(Line &line)
     {
         if (at_ >= bytes_.size())
-            return false;
-        const size_t end = bytes_.find_first_of("\r\n", at_);
+            return atEnd();
+        const size_t end = std::min(lf_.from(at_), cr_.from(at_));
         line.ended = end != std::string_view::npos;
         if (!whole_ && (!line.ended || (bytes_[end] == '\r' && end + 1 == bytes_.size())))
-            return false;
+            return atEnd();
         line.start = at_;
         line.text = bytes_.substr(at_, line.ended ? end - at_ : std::string_view::npos);
         line.next = line.ended ? end + 1 : bytes_.size();
@@ -43,12 +47,46 @@ public:
         return true;
     }
 
-    void skipBytes(size_t count) { at_ += std::min(count, bytes_.size() - at_); }
+    void skipBytes(size_t count)
+    {
+        if (count > bytes_.size() - at_)
+            atEnd();
+        at_ += std::min(count, bytes_.size() - at_);
+    }
 
 private:
+    // Where the next of one kind of line end is. It is looked for again only when it has been passed, so a head is
+    // searched once, however short its lines are, and also where it has none.
+    class LineEnd {
+    public:
+        LineEnd(char end, std::string_view bytes, size_t start)
+            : end_(end), bytes_(bytes), at_(bytes.find(end, start))
+        {
+        }
+        size_t from(size_t start)
+        {
+            if (at_ < start)
+                at_ = bytes_.find(end_, start);
+            return at_;
+        }
+
+    private:
+        char end_;
+        std::string_view bytes_;
+        size_t at_;
+    };
+
+    bool atEnd() const
+    {
+        if (canGrow_)
+            throw HeadTooShort();
+        return false;
+    }
+
     std::string_view bytes_;
-    bool whole_;
+    bool whole_, canGrow_;
     size_t at_;
+    LineEnd lf_, cr_;
 };
 
 // True for "%%Word", "%%Word: ..." and "%%Word ...", not for "%%Words".
@@ -78,7 +116,10 @@ public:
     bool next(Line &line)
     {
         while (lines_.next(line)) {
-            if (isComment(line.text, "%%BeginDocument"))
+            if (!line.text.starts_with("%%")) {
+                if (embedded_ == 0)
+                    return true;
+            } else if (isComment(line.text, "%%BeginDocument"))
                 ++embedded_;
             else if (isComment(line.text, "%%EndDocument"))
                 embedded_ -= embedded_ > 0;
@@ -146,6 +187,8 @@ size_t findStart(const JobHead &head)
     for (size_t before = 1; before != at;) {
         before = at;
         at = std::min(head.bytes.find_first_not_of(kEndOfJob, at), head.bytes.size());
+        if (head.canGrow && at + kUniversalExit.size() > head.bytes.size())
+            throw HeadTooShort();
         if (head.bytes.substr(at).starts_with(kUniversalExit))
             at = pastPrinterLanguage(head, at);
     }

@@ -16,9 +16,13 @@ inline constexpr size_t kJobHeadSize = kJobHeadLimit + 128;
 
 struct JobHead {
     std::string_view bytes;
-    bool whole = true;  // the bytes are the whole job
-    std::string name;   // of the job, for messages
+    bool whole = true;     // the bytes are the whole job
+    std::string name;      // of the job, for messages
+    bool canGrow = false;  // there may be more bytes to look at; the job is then not whole
 };
+
+// Thrown where what is looked for may be in bytes that a head that can grow does not have yet.
+struct HeadTooShort {};
 
 struct Place {
     size_t offset = 0;          // in the head; at the start of a line, or at the end of the job
@@ -30,16 +34,16 @@ struct Place {
 // Where job-wide setup belongs: at the end of the job's own setup section;
 // else before the first page; else after the prolog; else after the header
 // comments; else after the first line. Embedded documents and data sections
-// are skipped. Throws Refusal when the job is not PostScript, when its first
+// are skipped. Throws HeadTooShort; throws Refusal when the job is not PostScript, when its first
 // line does not end before the limit, or when it already has a riders fragment.
 Place findPlace(const JobHead &head);
 
 // Whether the job's header comments say that its pages are landscape. Throws
-// Refusal when the job is not PostScript.
+// HeadTooShort, and Refusal when the job is not PostScript.
 bool isLandscape(const JobHead &head);
 
 // Offset of the opening marker line of the job's own riders fragment (not of an
-// embedded document's), if it has one. Throws Refusal when the job is not PostScript.
+// embedded document's), if it has one. Throws HeadTooShort, and Refusal when the job is not PostScript.
 std::optional<size_t> findFragment(const JobHead &head);
 
 }  // namespace riders::apply

@@ -1,10 +1,23 @@
 #include "apply/markers.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace riders::apply {
 
 namespace {
+
+constexpr std::string_view kPaddedWord = ", padded: ";
+constexpr size_t kPaddingLine = 128;  // with its line end; the comments of a job have fewer than 256 bytes
+
+// 0 where it is not said.
+size_t paddingIn(std::string_view line)
+{
+    size_t padding = 0;
+    if (const size_t at = line.find(kPaddedWord); at != std::string_view::npos)
+        std::from_chars(line.data() + at + kPaddedWord.size(), line.data() + line.size(), padding);
+    return padding;
+}
 
 std::string_view addedWords(const Marker &marker)
 {
@@ -20,7 +33,10 @@ std::string openingLine(const Marker &marker)
     std::string line(kOpeningWord);
     line += " " + std::to_string(marker.length) + " bytes, line ends added: ";
     line += addedWords(marker);
-    return line + (marker.landscape ? ", landscape\n" : "\n");
+    line += marker.landscape ? ", landscape" : "";
+    if (marker.padding > 0)
+        line.append(kPaddedWord) += std::to_string(marker.padding);
+    return line + "\n";
 }
 
 std::optional<Marker> parseOpening(std::string_view line)
@@ -32,6 +48,7 @@ std::optional<Marker> parseOpening(std::string_view line)
     Marker marker;
     if (digits >= end || std::from_chars(digits, end, marker.length).ec != std::errc())
         return {};
+    marker.padding = paddingIn(line);
     // The rest has only eight forms: write each and compare.
     for (int form = 0; form < 8; ++form) {
         marker.lineEndBefore = form & 1;
@@ -41,6 +58,16 @@ std::optional<Marker> parseOpening(std::string_view line)
             return marker;
     }
     return {};
+}
+
+std::string paddingLines(size_t bytes)
+{
+    std::string lines;
+    for (size_t line; bytes > 0; bytes -= line) {
+        line = std::min(bytes, kPaddingLine);
+        lines += line > 1 ? "%" + std::string(line - 2, ' ') + "\n" : "\n";
+    }
+    return lines;
 }
 
 }  // namespace riders::apply

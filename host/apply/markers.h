@@ -16,6 +16,7 @@ struct Marker {
     bool lineEndBefore = false;  // the job's line before the marker had no line end: one LF was added
     bool lineEndAfter = false;   // the fragment had no line end: one LF was added
     bool landscape = false;      // kLandscapeLine follows the opening line
+    size_t padding = 0;          // bytes of paddingLines between the fragment and the closing line
 
     bool operator==(const Marker &) const = default;
 };
@@ -29,9 +30,13 @@ inline constexpr std::string_view kClosingLine = "%RidersEnd\n";
 inline constexpr std::string_view kLandscapeLine = "userdict /Zu3_RidersTurns 1 put\n";
 // No opening line is longer, its line end included.
 inline constexpr size_t kLongestOpening = 96;
+inline constexpr size_t kMostPadding = size_t(128) << 10;
 
 std::string openingLine(const Marker &marker);  // with its line end
 // Takes the line with its line end; empty unless it is exactly what openingLine writes.
 std::optional<Marker> parseOpening(std::string_view line);
+// As many bytes of comment lines without words. They make all that is added as long as whole blocks of a file
+// system, so that a job's other bytes can be shared instead of copied.
+std::string paddingLines(size_t bytes);
 
 }  // namespace riders::apply

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "apply/job_structure.h"
+#include "apply/markers.h"
 #include "fuzz/job_structure_fuzz.cpp"
 #include "host/apply_support.h"
 
@@ -27,7 +28,8 @@ TEST_F(Strip, FragmentWithoutLineEndLeavesNoTrace)
 
 TEST_F(Strip, FragmentWithMarkersOfItsOwnComesOutWhole)
 {
-    writeFile(riders, fragment + "%RidersEnd\n%%EndSetup\n%RidersBegin: 3 bytes\n%%BeginDocument\n%Zu3_RidersEnd\n");
+    writeFile(riders,
+              fragment + "%RidersEnd\n%%EndSetup\n%RidersBegin: 3 bytes\n%%BeginDocument\n%Zu3_RidersEnd\n");
     EXPECT_EQ(stripped(applied(plainJob)), plainJob);
 }
 
@@ -82,6 +84,50 @@ TEST_F(Strip, CutOffFragmentIsRefused)
     for (size_t length = 0; length < whole.size(); ++length) {
         writeFile(job, whole.substr(0, length));
         EXPECT_NE(strip(job, folder / "stripped"), "done") << length;
+    }
+}
+
+// As apply pads where that lets the job's blocks be shared, here wherever the test runs.
+std::string paddedBy(const std::string &both, size_t padding)
+{
+    const size_t at = both.find("%RidersBegin"), body = both.find('\n', at), end = both.find("%RidersEnd");
+    return both.substr(0, body) + ", padded: " + std::to_string(padding) + both.substr(body, end - body) +
+           riders::apply::paddingLines(padding) + both.substr(end);
+}
+
+TEST_F(Strip, PaddedFragmentComesOutWhole)
+{
+    for (const std::string &bytes : {plainJob, landscapeJob})
+        for (size_t padding : {1, 2, 127, 128, 129, 130, 4095, 131072})
+            EXPECT_EQ(stripped(paddedBy(applied(bytes), padding)), bytes) << padding;
+}
+
+TEST_F(Strip, PaddingIsCommentsOfLessThan256Bytes)
+{
+    for (size_t padding = 1; padding < 400; ++padding) {
+        const std::string lines = riders::apply::paddingLines(padding);
+        ASSERT_EQ(lines.size(), padding);
+        EXPECT_EQ(lines.back(), '\n');
+        for (size_t at = 0, end; at < lines.size(); at = end + 1) {
+            end = lines.find('\n', at);
+            EXPECT_LT(end - at, 256u);
+            EXPECT_TRUE(end == at || lines[at] == '%');
+            EXPECT_EQ(lines.substr(at + 1, end - at).find_first_not_of(" \n"), std::string::npos);
+        }
+    }
+}
+
+TEST_F(Strip, DamagedPaddingIsRefused)
+{
+    const std::string both = applied(plainJob), padded = paddedBy(both, 200);
+    std::vector<std::string> damaged = {padded, padded, paddedBy(both, 0), paddedBy(both, 131073), padded, padded};
+    damaged[0].erase(padded.find("\n%   ") + 2, 1);
+    damaged[1][padded.find("\n%   ") + 3] = 'x';
+    damaged[4].replace(padded.find("200"), 3, "199");
+    damaged[5].replace(padded.find("200"), 3, "0200");
+    for (const std::string &bytes : damaged) {
+        writeFile(job, bytes);
+        EXPECT_TRUE(strip(job, out).ends_with("damaged; nothing was taken out")) << bytes;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "files/linuxfile.h"
+#include "files/retried.h"
 
 namespace fs = std::filesystem;
 
@@ -13,6 +14,7 @@ namespace toolbox::files {
 namespace {
 
 constexpr std::size_t beginningBytes = 1024;
+constexpr OSType textType = 0x54455854, unknownType = 0x3F3F3F3F;  // 'TEXT', '????'
 // A fork holds 16 MiB; nothing else in a companion comes near that.
 constexpr std::size_t companionLimit = std::size_t{64} * 1024 * 1024;
 // Header, two entries, Finder information, and a fork with an empty map.
@@ -140,6 +142,16 @@ OSErr readFinderInfo(const fs::path &file, std::string &info)
     OSErr error = plainType(file, type);
     info.replace(0, 8, type);
     return error;
+}
+
+OSType plainTypeIn(int folder, const std::string &name)
+{
+    char beginning[beginningBytes];
+    const Descriptor opened(
+        retried([&] { return openat(folder, name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
+    const ssize_t got = retried([&] { return read(opened.number(), beginning, sizeof beginning); });
+    const bool isText = got >= 0 && looksLikeText({beginning, static_cast<std::size_t>(got)});
+    return isText ? textType : unknownType;
 }
 
 bool hasTypeOfItsOwn(const fs::path &file)

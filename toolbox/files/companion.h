@@ -32,6 +32,8 @@ OSErr storeCompanion(const std::filesystem::path &file, const AppleDouble &conte
 // damaged companion counts as none. With an error, when the file has to be looked at
 // and cannot be read, they are those of a file of no known type.
 OSErr readFinderInfo(const std::filesystem::path &file, std::string &info);
+// The type of a file without a companion, by its name in an open folder.
+OSType plainTypeIn(int folder, const std::string &name);
 // Whether the companion gives the file a type or creator.
 bool hasTypeOfItsOwn(const std::filesystem::path &file);
 // Replaces the first bytes of the Finder information. ioErr for a damaged

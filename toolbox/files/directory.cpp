@@ -1,8 +1,10 @@
 #include "files/directory.h"
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 #include "files/companion.h"
@@ -15,48 +17,111 @@ namespace {
 
 constexpr unsigned char invisible = 0x40;  // in the high byte of the Finder flags
 
-using Names = std::vector<std::string>;
+struct CloseFolder {
+    void operator()(DIR *folder) const { closedir(folder); }
+};
+using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
+
+struct Name {
+    std::string name;
+    unsigned char kind;  // as readdir tells it, mostly without looking at the file
+};
 
 // Sorted: aliases are numbered in this order, whatever order the disk has.
-Names namesIn(const fs::path &folder)
+std::vector<Name> namesIn(DIR *folder)
 {
-    Names names;
-    std::error_code failed;
-    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
-        names.push_back(entry->path().filename().string());
-    std::sort(names.begin(), names.end());
+    std::vector<Name> names;
+    while (const dirent *entry = readdir(folder))
+        names.push_back({entry->d_name, entry->d_type});
+    std::sort(names.begin(), names.end(), [](const Name &a, const Name &b) { return a.name < b.name; });
     return names;
 }
 
-// The type, or nothing for an invisible file. A file without a companion has no
-// flags.
-std::optional<OSType> typeOf(const fs::path &path, bool hasCompanion, FolderTypes types)
-{
-    if (!hasCompanion && types == FolderTypes::leftOut)
-        return OSType{0};
-    std::string info;
-    readFinderInfo(path, info);
-    if (static_cast<unsigned char>(info[8]) & invisible)
-        return std::nullopt;
-    return types == FolderTypes::included ? typeIn(info) : OSType{0};
-}
+// The entries of one folder, seen from its descriptor: with many files, finding each by its path takes long.
+class Listing {
+public:
+    Listing(const fs::path &folder, FolderTypes types)
+        : folder_(folder), types_(types), open_(opendir(folder.c_str()))
+    {
+        if (open_)
+            names_ = namesIn(open_.get());
+    }
 
-std::optional<FolderEntry> entryFor(const fs::path &folder, const std::string &linuxName, const Names &all,
-                                    FolderTypes types)
+    std::vector<FolderEntry> entries() const
+    {
+        std::vector<FolderEntry> entries;
+        for (const Name &name : names_) {
+            const std::optional<bool> isFolder = name.name.starts_with(".") ? std::nullopt : whetherFolder(name);
+            const std::optional<OSType> type = isFolder && !*isFolder ? typeOf(name.name) : OSType{0};
+            if (isFolder && type)
+                entries.push_back({name.name, macNameFor(folder_, name.name), *isFolder, *type});
+        }
+        return entries;
+    }
+
+private:
+    // Nothing for what is neither folder nor file.
+    std::optional<bool> whetherFolder(const Name &name) const
+    {
+        if (name.kind == DT_DIR || name.kind == DT_REG)
+            return name.kind == DT_DIR;
+        struct stat status;
+        if (fstatat(dirfd(open_.get()), name.name.c_str(), &status, 0) != 0)
+            return std::nullopt;
+        return S_ISDIR(status.st_mode) || S_ISREG(status.st_mode) ? std::optional(S_ISDIR(status.st_mode))
+                                                                  : std::nullopt;
+    }
+
+    bool hasCompanion(const std::string &name) const
+    {
+        const std::string companion = companionOf(name).string();
+        const auto found =
+            std::lower_bound(names_.begin(), names_.end(), companion,
+                             [](const Name &each, const std::string &wanted) { return each.name < wanted; });
+        return found != names_.end() && found->name == companion;
+    }
+
+    // The type, or nothing for an invisible file. A file without a companion has no flags.
+    std::optional<OSType> typeOf(const std::string &name) const
+    {
+        if (!hasCompanion(name))
+            return types_ == FolderTypes::leftOut ? 0 : plainTypeIn(dirfd(open_.get()), name);
+        std::string info;
+        readFinderInfo(folder_ / name, info);
+        if (static_cast<unsigned char>(info[8]) & invisible)
+            return std::nullopt;
+        return types_ == FolderTypes::included ? typeIn(info) : OSType{0};
+    }
+
+    const fs::path &folder_;
+    FolderTypes types_;
+    OpenFolder open_;
+    std::vector<Name> names_;
+};
+
+// With what they are sorted by worked out once for each.
+std::vector<FolderEntry> sorted(std::vector<FolderEntry> entries, FolderOrder order)
 {
-    fs::path path = folder / linuxName;
-    struct stat status;
-    if (linuxName.starts_with(".") || stat(path.c_str(), &status) != 0)
-        return std::nullopt;
-    if (S_ISDIR(status.st_mode))
-        return FolderEntry{linuxName, macNameFor(folder, linuxName), true, 0};
-    if (!S_ISREG(status.st_mode))
-        return std::nullopt;
-    bool hasCompanion = std::binary_search(all.begin(), all.end(), companionOf(path).filename().string());
-    std::optional<OSType> type = typeOf(path, hasCompanion, types);
-    if (!type)
-        return std::nullopt;
-    return FolderEntry{linuxName, macNameFor(folder, linuxName), false, *type};
+    struct Place {
+        std::string key;
+        std::size_t entry;
+    };
+    std::vector<Place> places;
+    for (const FolderEntry &entry : entries) {
+        const bool first = order == FolderOrder::foldersFirst && entry.isFolder;
+        places.push_back({(first ? '0' : '1') + sortingKey(entry.macName), places.size()});
+    }
+    std::sort(places.begin(), places.end(), [&](const Place &a, const Place &b) {
+        if (const int keys = a.key.compare(b.key))
+            return keys < 0;
+        const int names = compareNames(entries[a.entry].macName, entries[b.entry].macName);
+        return names != 0 ? names < 0 : a.entry < b.entry;
+    });
+    std::vector<FolderEntry> inOrder;
+    inOrder.reserve(entries.size());
+    for (const Place &place : places)
+        inOrder.push_back(std::move(entries[place.entry]));
+    return inOrder;
 }
 
 fs::path tidy(const fs::path &folder)
@@ -70,17 +135,7 @@ fs::path tidy(const fs::path &folder)
 
 std::vector<FolderEntry> listFolder(const fs::path &folder, FolderOrder order, FolderTypes types)
 {
-    Names names = namesIn(folder);
-    std::vector<FolderEntry> entries;
-    for (const std::string &name : names)
-        if (auto entry = entryFor(folder, name, names, types))
-            entries.push_back(std::move(*entry));
-    std::stable_sort(entries.begin(), entries.end(), [&](const FolderEntry &a, const FolderEntry &b) {
-        if (order == FolderOrder::foldersFirst && a.isFolder != b.isFolder)
-            return a.isFolder;
-        return compareNames(a.macName, b.macName) < 0;
-    });
-    return entries;
+    return sorted(Listing(folder, types).entries(), order);
 }
 
 fs::path parentOf(const fs::path &folder)

@@ -158,13 +158,6 @@ std::string_view takeNumber(std::string_view &text)
     return digits;
 }
 
-int compareNumbers(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return a.size() < b.size() ? -1 : 1;
-    return a.compare(b);
-}
-
 }  // namespace
 
 OSErr linuxNameOf(std::string_view macName, std::string &linuxName)
@@ -179,24 +172,29 @@ OSErr linuxNameOf(std::string_view macName, std::string &linuxName)
     return noErr;
 }
 
+// A number is its length and its digits: the longer one is larger.
+std::string sortingKey(std::string_view macName)
+{
+    std::string key;
+    while (!macName.empty()) {
+        if (isDigit(macName.front())) {
+            const std::string_view number = takeNumber(macName);
+            key += '0';
+            key += static_cast<char>(std::min<std::size_t>(number.size(), 255));
+            key += number;
+        } else {
+            key += static_cast<char>(plainLetter(macName.front()));
+            macName.remove_prefix(1);
+        }
+    }
+    return key;
+}
+
 int compareNames(std::string_view macName, std::string_view other)
 {
-    std::string_view a = macName, b = other;
-    while (!a.empty() && !b.empty()) {
-        if (isDigit(a.front()) && isDigit(b.front())) {
-            std::string_view left = takeNumber(a), right = takeNumber(b);
-            if (int order = compareNumbers(left, right))
-                return order;
-            continue;
-        }
-        if (int order = plainLetter(a.front()) - plainLetter(b.front()))
-            return order;
-        a.remove_prefix(1);
-        b.remove_prefix(1);
-    }
-    if (a.empty() != b.empty())
-        return a.empty() ? -1 : 1;
-    int folded = foldedCase(macName).compare(foldedCase(other));
+    if (const int order = sortingKey(macName).compare(sortingKey(other)))
+        return order;
+    const int folded = foldedCase(macName).compare(foldedCase(other));
     return folded ? folded : macName.compare(other);
 }
 
@@ -226,6 +224,9 @@ std::string macNameFor(const fs::path &folder, const std::string &linuxName)
     if (auto macName = converted(linuxName)) {
         // Two spellings of one name, or a file that is named like an alias:
         // only one of the two can have the name.
+        std::string plain;
+        if (aliases.empty() && linuxNameOf(*macName, plain) == noErr && plain == linuxName)
+            return *macName;
         fs::path literal;
         pathFor(folder, *macName, Match::literal, literal);
         if (literal.filename() == linuxName || (!isThere(literal) && !aliasedName(folder, *macName)))

@@ -21,6 +21,8 @@ OSErr linuxNameOf(std::string_view macName, std::string &linuxName);
 // Below 0, 0 or above 0, in the order people expect: case and accents matter only
 // between names that are otherwise equal, and digits count as numbers.
 int compareNames(std::string_view macName, std::string_view other);
+// Bytes that compare as the names do, as far as these differ by more than case and accents.
+std::string sortingKey(std::string_view macName);
 
 enum class Match {
     literal,   // the name as it is, whether such a file exists or not
