@@ -6,9 +6,9 @@
 #include <random>
 #include <vector>
 
-#include "film/forms/group4.h"
 #include "film/forms/tiff_form.h"
 #include "plates/files/bit_tiff.h"
+#include "plates/files/group4.h"
 #include "support/toolbox_test.h"
 
 namespace {
@@ -24,7 +24,7 @@ struct Plate {
 
 Bytes compressed(const Plate &plate)
 {
-    riders::film::Group4Encoder encoder(plate.columns);
+    riders::plates::Group4Encoder encoder(plate.columns);
     Bytes bytes;
     const auto take = [&] {
         bytes.insert(bytes.end(), encoder.bytes().begin(), encoder.bytes().end());

@@ -6,9 +6,9 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "film/forms/group4.h"
 #include "io/bytes.h"
 #include "io/refusal.h"
+#include "plates/files/group4.h"
 
 namespace fs = std::filesystem;
 
@@ -65,7 +65,7 @@ private:
 
     const fs::path path_;
     io::OpenFile file_;
-    Group4Encoder encoder_;
+    plates::Group4Encoder encoder_;
     bool whole_ = false;
 };
 

@@ -9,10 +9,10 @@
 #include <optional>
 #include <string_view>
 
-#include "film/forms/group4.h"
 #include "io/output.h"
 #include "io/refusal.h"
 #include "plates/files/bit_tiff.h"
+#include "plates/files/group4.h"
 
 namespace fs = std::filesystem;
 
@@ -163,7 +163,7 @@ private:
     io::Output output_;
     TiffTarget target_;
     std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff_;
-    std::optional<Group4Encoder> encoder_;
+    std::optional<plates::Group4Encoder> encoder_;
     std::uint32_t y_ = 0;
 };
 

@@ -1,7 +1,9 @@
 #include "looking/pictures/pictures.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 
 namespace riders::looking {
 namespace {
@@ -33,34 +35,78 @@ private:
     int red_ = 0, green_ = 0, blue_ = 0, count_ = 0;
 };
 
-// A picture whose pixels are the means of step x step of what `at` returns.
-template <typename At>
-Picture reduced(int width, int height, int step, const At &at)
+// A picture whose pixels are the means of step x step of those that `rowAt` puts into a row.
+template <typename RowAt>
+Picture reduced(int width, int height, int step, const RowAt &rowAt)
 {
     Picture picture{(width + step - 1) / step, (height + step - 1) / step, {}};
     picture.pixels.reserve(static_cast<size_t>(picture.width) * static_cast<size_t>(picture.height));
-    for (int top = 0; top < height; top += step)
-        for (int left = 0; left < width; left += step) {
-            Mean mean;
-            for (int y = top; y < std::min(top + step, height); ++y)
-                for (int x = left; x < std::min(left + step, width); ++x)
-                    mean.add(at(x, y));
-            picture.pixels.push_back(mean.value());
+    std::vector<Colour> row(static_cast<size_t>(std::max(0, width)));
+    std::vector<Mean> means;
+    for (int top = 0; top < height; top += step) {
+        means.assign(static_cast<size_t>(picture.width), {});
+        for (int y = top; y < std::min(top + step, height); ++y) {
+            rowAt(y, row);
+            for (size_t x = 0, at = 0; step > 1 && at < row.size(); ++x)
+                for (const size_t end = std::min(at + static_cast<size_t>(step), row.size()); at < end; ++at)
+                    means[x].add(row[at]);
         }
+        if (step == 1)
+            picture.pixels.insert(picture.pixels.end(), row.begin(), row.end());
+        else
+            for (const Mean &mean : means)
+                picture.pixels.push_back(mean.value());
+    }
     return picture;
 }
+
+// What inks over each other look like; bit i is plate i.
+class Overprints {
+public:
+    explicit Overprints(const std::vector<InkedPlate> &plates) : plates_(plates)
+    {
+        for (size_t inks = 0; inks < first_.size(); ++inks)
+            first_[inks] = over({}, inks, 0, kFirst);
+    }
+
+    Colour of(std::uint64_t inks) const
+    {
+        const Colour first = first_[inks % first_.size()];
+        return plates_.size() <= kFirst ? first : over(first, inks, kFirst, plates_.size());
+    }
+
+private:
+    static constexpr size_t kFirst = 8;
+
+    Colour over(Colour colour, std::uint64_t inks, size_t from, size_t end) const
+    {
+        for (size_t i = from; i < std::min(end, plates_.size()); ++i)
+            if (inks >> i & 1)
+                colour = multiply(colour, plates_[i].ink);
+        return colour;
+    }
+
+    const std::vector<InkedPlate> &plates_;
+    std::array<Colour, size_t{1} << kFirst> first_;
+};
 
 }  // namespace
 
 Picture pagePicture(const std::vector<InkedTints> &plates, int step)
 {
+    std::vector<std::array<Colour, 256>> tints(plates.size());
+    for (size_t i = 0; i < plates.size(); ++i)
+        for (size_t tint = 0; tint < 256; ++tint)
+            tints[i][tint] = tintOf(plates[i].ink, static_cast<int>(tint));
     const int width = plates[0].plate->width, height = plates[0].plate->height;
-    return reduced(width, height, step, [&plates](int x, int y) {
-        Colour colour;
-        for (const InkedTints &inked : plates)
-            if (const int ink = inked.plate->row(y)[x])
-                colour = multiply(colour, tintOf(inked.ink, ink));
-        return colour;
+    return reduced(width, height, step, [&](int y, std::vector<Colour> &row) {
+        std::fill(row.begin(), row.end(), Colour{});
+        for (size_t i = 0; i < plates.size(); ++i) {
+            const std::uint8_t *inks = plates[i].plate->row(y);
+            for (size_t x = 0; x < row.size(); ++x)
+                if (inks[x])
+                    row[x] = multiply(row[x], tints[i][inks[x]]);
+        }
     });
 }
 
@@ -72,12 +118,15 @@ Picture loupePicture(const std::vector<InkedPlate> &plates, double dpi, const pl
               top = std::clamp(pixels(place.top), 0, pageHeight);
     const int width = std::min(pixels(place.width), pageWidth - left);
     const int height = std::min(pixels(place.height), pageHeight - top);
-    return reduced(width, height, loupeStep(dpi), [&](int x, int y) {
-        Colour colour;
-        for (const InkedPlate &inked : plates)
-            if (inked.plate->at(left + x, top + y))
-                colour = multiply(colour, inked.ink);
-        return colour;
+    const Overprints overprints(plates);
+    std::vector<std::uint64_t> inks(static_cast<size_t>(std::max(0, width)));
+    return reduced(width, height, loupeStep(dpi), [&](int y, std::vector<Colour> &row) {
+        std::fill(inks.begin(), inks.end(), 0);
+        for (size_t i = 0; i < plates.size(); ++i)
+            for (int x = 0; x < width; ++x)
+                inks[static_cast<size_t>(x)] |= std::uint64_t{plates[i].plate->at(left + x, top + y)} << i;
+        for (size_t x = 0; x < row.size(); ++x)
+            row[x] = overprints.of(inks[x]);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace riders::looking {
 namespace {
@@ -61,8 +62,12 @@ InkBlocks inkBlocks(const plates::TintPlate &plate, double dpi)
     for (int y = 0; y < blocks.down; ++y) {
         std::fill(sums.begin(), sums.end(), 0);
         for (int line = y * side; line < (y + 1) * side; ++line)
-            for (int x = 0; x < blocks.across * side; ++x)
-                sums[static_cast<size_t>(x / side)] += plate.row(line)[x];
+            for (int block = 0; block < blocks.across; ++block) {
+                const std::uint8_t *first =
+                    plate.row(line) + static_cast<size_t>(block) * static_cast<size_t>(side);
+                sums[static_cast<size_t>(block)] =
+                    std::accumulate(first, first + side, sums[static_cast<size_t>(block)]);
+            }
         for (const int sum : sums)
             blocks.ink.push_back(static_cast<std::uint8_t>((sum + side * side / 2) / (side * side)));
     }

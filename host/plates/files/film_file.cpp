@@ -3,9 +3,11 @@
 #include <tiffio.h>
 
 #include <memory>
+#include <string_view>
 
 #include "io/refusal.h"
 #include "plates/files/bit_tiff.h"
+#include "plates/files/group4.h"
 
 namespace riders::plates {
 
@@ -17,9 +19,13 @@ void writeFilm(const std::filesystem::path &file, const BitPlate &plate, double 
     TIFF *out = tiff.get();
     describeBits(out, static_cast<std::uint32_t>(plate.width), static_cast<std::uint32_t>(plate.height), dpi, dpi);
     TIFFSetField(out, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+    Group4Encoder encoder(static_cast<std::size_t>(plate.width));
     for (int y = 0; y < plate.height; ++y)
-        if (TIFFWriteScanline(out, const_cast<std::uint8_t *>(plate.row(y)), static_cast<std::uint32_t>(y)) < 0)
-            throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
+        encoder.row(plate.row(y));
+    encoder.end();
+    const std::string_view bytes = encoder.bytes();
+    if (TIFFWriteRawStrip(out, 0, const_cast<char *>(bytes.data()), static_cast<tmsize_t>(bytes.size())) < 0)
+        throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
     if (!TIFFFlush(out))
         throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
 }

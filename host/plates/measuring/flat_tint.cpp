@@ -13,13 +13,22 @@ constexpr double kMillimetre = 1 / 25.4;
 constexpr double kLongestWindow = 1.5, kShortestWindow = 0.1;  // inches
 constexpr double kFineEnough = 100;                            // looks to an inch
 
+// Neighbours are often alike, and one number cannot be counted up twice at a time: so there are four of each.
+std::array<size_t, 256> countsOf(const std::vector<std::uint8_t> &tints)
+{
+    std::array<std::array<size_t, 256>, 4> counts{};
+    for (size_t i = 0; i < tints.size(); ++i)
+        ++counts[i % 4][tints[i]];
+    for (size_t tint = 0; tint < 256; ++tint)
+        counts[0][tint] += counts[1][tint] + counts[2][tint] + counts[3][tint];
+    return counts[0];
+}
+
 }  // namespace
 
 TintRange tintRange(const TintPlate &plate, double dpi)
 {
-    std::array<size_t, 256> counts{};
-    for (std::uint8_t ink : plate.ink)
-        ++counts[ink];
+    const std::array<size_t, 256> counts = countsOf(plate.ink);
     const double enough = dpi * dpi * kMillimetre * kMillimetre;
     TintRange range;
     range.solid = counts[255] > 0;

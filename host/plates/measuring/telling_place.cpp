@@ -28,10 +28,16 @@ public:
           sums_(static_cast<size_t>(across + 1) * static_cast<size_t>(down + 1))
     {
         const std::array<float, 256> &table = tellingTable();
-        for (int y = 0; y < plate.height; ++y)
-            for (int x = 0; x < plate.width; ++x)
-                if (const std::uint8_t ink = plate.row(y)[x])
-                    at(x / kBlock + 1, y / kBlock + 1) += table[ink];
+        for (int y = 0; y < plate.height; ++y) {
+            const std::uint8_t *row = plate.row(y);
+            for (int x = 0; x < plate.width;) {
+                double sum = 0;
+                const int block = x / kBlock;
+                for (const int end = std::min((block + 1) * kBlock, plate.width); x < end; ++x)
+                    sum += table[row[x]];
+                at(block + 1, y / kBlock + 1) += sum;
+            }
+        }
         for (int y = 1; y <= down; ++y)
             for (int x = 1; x <= across; ++x)
                 at(x, y) += at(x - 1, y) + at(x, y - 1) - at(x - 1, y - 1);

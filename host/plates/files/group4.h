@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "film/forms/group4_codes.h"
+#include "plates/files/group4_codes.h"
 
-namespace riders::film {
+namespace riders::plates {
 
 // Compresses a plate from its rows, from the top down. The bytes are those that libtiff makes of them.
 class Group4Encoder {
@@ -44,4 +44,4 @@ private:
     int pendingCount_ = 0;
 };
 
-}  // namespace riders::film
+}  // namespace riders::plates

@@ -1,8 +1,8 @@
-#include "film/forms/group4_codes.h"
+#include "plates/files/group4_codes.h"
 
 #include <algorithm>
 
-namespace riders::film {
+namespace riders::plates {
 
 namespace {
 
@@ -67,4 +67,4 @@ static_assert(kShortRuns + std::size(kWhiteLong) + std::size(kLonger) == kRunWor
 constexpr std::array<RunCodes, 2> kRunCodes = {runCodes(kWhiteShort, kWhiteLong),
                                                runCodes(kBlackShort, kBlackLong)};
 
-}  // namespace riders::film
+}  // namespace riders::plates

@@ -1,11 +1,11 @@
-#include "film/forms/group4.h"
+#include "plates/files/group4.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <utility>
 
-namespace riders::film {
+namespace riders::plates {
 
 namespace {
 
@@ -130,4 +130,4 @@ void Group4Encoder::put(const CodeWord &word)
         bytes_[size_++] = static_cast<std::uint8_t>(four >> shift);
 }
 
-}  // namespace riders::film
+}  // namespace riders::plates

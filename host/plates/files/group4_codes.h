@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace riders::film {
+namespace riders::plates {
 
 struct CodeWord {
     std::uint32_t bits = 0;
@@ -37,4 +37,4 @@ inline constexpr int kShortRuns = 64, kRunWords = kShortRuns + kLongestRun / 64;
 using RunCodes = std::array<CodeWord, kRunWords>;
 extern const std::array<RunCodes, 2> kRunCodes;  // white, black
 
-}  // namespace riders::film
+}  // namespace riders::plates
