@@ -7,9 +7,12 @@
 #include "io/refusal.h"
 #include "settings/saved_settings.h"
 #include "toolbox/files.h"
+#include "toolbox/host/dropped_files.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/standardfile_folder.h"
+#include "toolbox/resources.h"
 
 namespace riders::app {
 namespace {
@@ -41,11 +44,26 @@ void finishSavedSettings(const plugin::Plugin &plugin)
 }  // namespace
 
 Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
-    : fork_(request.program), plugin_(request.plugin), keeper_(plugin_, showProblem), firstJob_(request.job), display_(std::move(display))
+    : fork_(request.program), ownPlugin_(request.plugin), plugin_(*ownPlugin_), keeper_(plugin_, showProblem),
+      firstJob_(request.job), waitsForPictures_(request.waitsForPictures), display_(std::move(display))
+{
+    begin();
+}
+
+Application::Application(const AppRequest &request, plugin::Plugin &plugin, std::optional<DisplaySettings> display)
+    : fork_(request.program), plugin_(plugin), keeper_(plugin_, showProblem), firstJob_(request.job),
+      waitsForPictures_(request.waitsForPictures), display_(std::move(display))
+{
+    begin();
+}
+
+void Application::begin()
 {
     startRandomNumbers();
     finishSavedSettings(plugin_);
-    plugin_.startUp();
+    if (plugin_.commands().empty())
+        plugin_.startUp();
+    useOwnResources();
     menus_.emplace(plugin_.commands(), display_);
 }
 
@@ -64,8 +82,46 @@ void Application::run()
 
 void Application::handle(const EventRecord &event)
 {
-    if (!menuEvent(event) && event.what == nullEvent && !toolbox::quitAsked())
-        plugin_.call(kSelectIdle);
+    if (menuEvent(event) || event.what != nullEvent || toolbox::quitAsked())
+        return;
+    letPluginIdle();
+    openDropped();
+}
+
+void Application::letPluginIdle()
+{
+    plugin_.call(kSelectIdle);
+    useOwnResources();
+}
+
+void Application::callPlugin(int selector, int command)
+{
+    keeper_.call(selector, command);
+    useOwnResources();
+}
+
+// A call of the plug-in makes its resource fork the first to be looked at. Where that was opened before the
+// program's, it would be the only one.
+void Application::useOwnResources() const
+{
+    if (!ownPlugin_)
+        UseResFile(fork_.number());
+}
+
+// While a job is shown: a dialog has a null event at each tick.
+void Application::idle()
+{
+    if (const std::uint32_t now = TickCount(); now - lastIdle_ >= kIdleTicks) {
+        lastIdle_ = now;
+        letPluginIdle();
+    }
+    openDropped();
+}
+
+void Application::openDropped()
+{
+    while (const auto file = toolbox::takeDroppedFile())
+        open(*file);
 }
 
 bool Application::menuEvent(const EventRecord &event)
@@ -73,13 +129,19 @@ bool Application::menuEvent(const EventRecord &event)
     int32_t choice = 0;
     WindowPtr window = nullptr;
     if (event.what == mouseDown && FindWindow(event.where, &window) == inMenuBar) {
-        menus_->update(document_.has_value());
+        updateMenus();
         choice = MenuSelect(event.where);
     } else if (event.what == keyDown && event.modifiers & cmdKey) {
-        menus_->update(document_.has_value());
+        updateMenus();
         choice = MenuKey(static_cast<int16_t>(event.message & charCodeMask));
         if (choice == 0)
             return false;
+    } else if (event.what == keyDown) {
+        updateMenus();
+        const std::optional<std::int32_t> chosen = toolbox::menuSelectByKey(event);
+        if (!chosen)
+            return false;
+        choice = *chosen;
     } else {
         return false;
     }
@@ -88,14 +150,40 @@ bool Application::menuEvent(const EventRecord &event)
     return true;
 }
 
+void Application::updateMenus()
+{
+    Offers offers{recent_.names(), {}};
+    if (document_) {
+        const JobView &view = document_->view();
+        offers.job = Offers::Job{.add = document_->canAdd(),
+                                 .takeOut = document_->canTakeOut(),
+                                 .save = document_->canSave(),
+                                 .next = view.canTurn(1),
+                                 .previous = view.canTurn(-1),
+                                 .dpi = view.dpi()};
+    }
+    menus_->update(offers);
+}
+
+void Application::turnView(const Command &command)
+{
+    JobView &view = document_->view();
+    if (command.kind == Command::Kind::page)
+        view.turn(command.number);
+    else if (command.kind == Command::Kind::enlarge)
+        view.setEnlargement(view.enlargement() + command.number);
+    else
+        view.setDpi(command.number);
+    document_->showView();
+}
+
 void Application::carryOut(const Command &command)
 {
     switch (command.kind) {
     case Command::Kind::none:
         return;
     case Command::Kind::about:
-        keeper_.call(kSelectAbout);
-        return;
+        return callPlugin(kSelectAbout);
     case Command::Kind::open:
         return askAndOpen();
     case Command::Kind::close:
@@ -103,12 +191,23 @@ void Application::carryOut(const Command &command)
     case Command::Kind::quit:
         return quit();
     case Command::Kind::plugin:
-        keeper_.call(kSelectCommand, command.number);
-        return;
+        return callPlugin(kSelectCommand, command.number);
     case Command::Kind::fullScreen:
         return display_->setFullScreen(!display_->fullScreen());
     case Command::Kind::depth:
         return display_->setDepth(command.number);
+    case Command::Kind::recent:
+        return openRecent(command.number);
+    case Command::Kind::add:
+        return document_->add();
+    case Command::Kind::takeOut:
+        return document_->takeOut();
+    case Command::Kind::save:
+        return document_->saveAs();
+    case Command::Kind::page:
+    case Command::Kind::enlarge:
+    case Command::Kind::dpi:
+        return turnView(command);
     }
 }
 
@@ -118,16 +217,30 @@ void Application::askAndOpen()
         open(job);
 }
 
+void Application::openRecent(int number)
+{
+    const std::filesystem::path job = recent_.job(static_cast<std::size_t>(number));
+    std::error_code ignored;
+    if (std::filesystem::exists(job, ignored))
+        return open(job);
+    recent_.remove(job);
+    showProblem(words(Words::jobGone, {job.filename().string()}));
+}
+
 // A window that is already open shows the new job instead.
 void Application::open(const std::filesystem::path &job)
 {
     try {
-        if (document_)
-            return document_->open(job);
-        document_.emplace(job, [this](const EventRecord &event) { return menuEvent(event); });
+        if (document_) {
+            document_->open(job);
+            return recent_.add(job);
+        }
+        document_.emplace(job, Document::Surroundings{[this](const EventRecord &event) { return menuEvent(event); },
+                                                      [this] { idle(); }, waitsForPictures_});
     } catch (const io::Refusal &refusal) {
         return showProblem(refusal.message);
     }
+    recent_.add(job);
     HiliteMenu(0);
     document_->run();
     document_.reset();

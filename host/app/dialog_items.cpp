@@ -1,5 +1,7 @@
 #include "app/dialog_items.h"
 
+#include <algorithm>
+
 #include "toolbox/host/flash_button.h"
 #include "toolbox/host/text.h"
 #include "toolbox/keys.h"
@@ -23,18 +25,6 @@ ControlHandle buttonOf(DialogPtr dialog, int16_t number)
     Rect ignored;
     return reinterpret_cast<ControlHandle>(itemOf(dialog, number, &ignored));
 }
-
-struct PortOf {
-    explicit PortOf(DialogPtr dialog)
-    {
-        GetPort(&before);
-        SetPort(dialog);
-    }
-    ~PortOf() { SetPort(before); }
-    PortOf(const PortOf &) = delete;
-    PortOf &operator=(const PortOf &) = delete;
-    GrafPtr before;
-};
 
 std::string fitting(std::string roman, int width)
 {
@@ -70,9 +60,58 @@ void setItemText(DialogPtr dialog, int16_t number, const std::string &text)
     SetIText(item, shown);
 }
 
+Rect itemBox(DialogPtr dialog, int16_t number)
+{
+    Rect box{};
+    itemOf(dialog, number, &box);
+    return box;
+}
+
+void placeItem(DialogPtr dialog, int16_t number, const Rect &box)
+{
+    int16_t type = 0;
+    Handle item = nullptr;
+    Rect before;
+    GetDItem(dialog, number, &type, &item, &before);
+    SetDItem(dialog, number, type, item, &box);
+    if ((type & ~itemDisable & ~3) != ctrlItem || !item)
+        return;
+    auto *control = reinterpret_cast<ControlHandle>(item);
+    MoveControl(control, box.left, box.top);
+    SizeControl(control, static_cast<int16_t>(box.right - box.left), static_cast<int16_t>(box.bottom - box.top));
+}
+
+bool isButton(DialogPtr dialog, int16_t number)
+{
+    int16_t type = 0;
+    Handle item = nullptr;
+    Rect box;
+    GetDItem(dialog, number, &type, &item, &box);
+    return (type & ~itemDisable) == ctrlItem + btnCtrl;
+}
+
+bool canBePressed(DialogPtr dialog, int16_t number)
+{
+    return !isButton(dialog, number) || (**buttonOf(dialog, number)).contrlHilite != kDimmed;
+}
+
+void setParagraph(DialogPtr dialog, int16_t number, const std::string &text)
+{
+    const PortOf port(dialog);
+    Rect box;
+    Str255 shown;
+    Handle item = itemOf(dialog, number, &box);
+    std::string lines = text;
+    std::replace(lines.begin(), lines.end(), '\n', '\r');
+    toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(lines).substr(0, 255));
+    SetIText(item, shown);
+}
+
 void enableButton(DialogPtr dialog, int16_t number, bool enabled)
 {
-    HiliteControl(buttonOf(dialog, number), enabled ? 0 : kDimmed);
+    const uint8_t wanted = enabled ? 0 : kDimmed;
+    if ((**buttonOf(dialog, number)).contrlHilite != wanted)
+        HiliteControl(buttonOf(dialog, number), wanted);
 }
 
 void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)

@@ -2,14 +2,20 @@
 
 #include "app/ask_file.h"
 #include "app/dialog_items.h"
+#include "app/document_layout.h"
+#include "app/dot_words.h"
 #include "app/words.h"
 #include "apply/apply.h"
+#include "apply/riders_file.h"
 #include "io/bytes.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
 #include "plugin/resource_fork.h"
+#include "toolbox/host/draw_pixels.h"
+#include "toolbox/host/session.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 
 namespace fs = std::filesystem;
 
@@ -17,7 +23,6 @@ namespace riders::app {
 namespace {
 
 constexpr int16_t kWindowID = 1000;
-enum Item : int16_t { addButton = 1, closeButton, takeOutButton, outline, titleText = 8, pagesText, ridersText };
 
 Document *current = nullptr;
 
@@ -36,9 +41,26 @@ void requireFile(const fs::path &file)
     io::openOrdinaryFile(file);
 }
 
+// Throws Refusal.
+void requireRiders(const fs::path &file)
+{
+    const io::OpenFile in = io::openOrdinaryFile(file);
+    std::string head(64, '\0');
+    head.resize(io::readFully(in, head.data(), head.size()));
+    if (!apply::isRidersFile(head))
+        throw io::Refusal(words(Words::noRidersFile, {file.filename().string()}));
+}
+
+toolbox::Display mainDisplay()
+{
+    return toolbox::machine().displays().front();
+}
+
 }  // namespace
 
-Document::Document(const fs::path &job, MenuEvents menuEvents) : menuEvents_(std::move(menuEvents))
+Document::Document(const fs::path &job, Surroundings surroundings)
+    : surroundings_(std::move(surroundings)), view_(surroundings_.waitsForPictures),
+      focus_({pageItem, previousButton, nextButton, addButton, takeOutButton, closeButton})
 {
     open(job);
     makeWindow();
@@ -61,6 +83,8 @@ void Document::open(const fs::path &job)
         throw io::Refusal(inPlainWords(refusal.message, path.parent_path()));
     }
     job_ = path;
+    tried_.clear();
+    view_.show(job_, tried_, static_cast<int>(summary_.comments.pages.value_or(0)));
     if (dialog_)
         show();
 }
@@ -70,10 +94,18 @@ void Document::makeWindow()
     dialog_ = GetNewDialog(kWindowID, nullptr, reinterpret_cast<WindowPtr>(-1));
     if (!dialog_)
         throw plugin::PluginError("the window of a job cannot be made: its resources or memory are missing");
-    Point corner = centered('DLOG', kWindowID);
-    MoveWindow(dialog_, corner.h, corner.v, false);
-    setUserItem(dialog_, outline, outlineProc);
+    layOut();
+    for (const int16_t item : {outlineItem, pageItem, withItem, withoutItem})
+        setUserItem(dialog_, item, drawProc);
     show();
+}
+
+// As large as the display lets it be.
+void Document::layOut()
+{
+    const toolbox::Display display = mainDisplay();
+    display_ = display.bounds;
+    view_.setRoom(app::layOut(dialog_, display));
 }
 
 void Document::show()
@@ -83,26 +115,75 @@ void Document::show()
     SetWTitle(dialog_, name);
     const JobComments &comments = summary_.comments;
     setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);
-    setItemText(dialog_, pagesText, comments.pages ? std::to_string(*comments.pages) : words(Words::notStated));
-    setItemText(dialog_, ridersText, words(summary_.hasRiders ? Words::inThisJob : Words::none));
-    enableButton(dialog_, addButton, !summary_.hasRiders);
-    enableButton(dialog_, takeOutButton, summary_.hasRiders);
-    drawOutline(dialog_, outline, addButton);
+    const int counted = view_.pages();
+    setItemText(dialog_, pagesText, comments.pages ? std::to_string(*comments.pages)
+                                    : counted > 0  ? std::to_string(counted)
+                                                   : words(Words::notStated));
+    setItemText(dialog_, ridersText,
+                !tried_.empty()      ? words(Words::triedNotSaved, {tried_.filename().string()})
+                : summary_.hasRiders ? words(Words::inThisJob)
+                                     : words(Words::none));
+    enableButton(dialog_, addButton, canAdd());
+    enableButton(dialog_, takeOutButton, canTakeOut());
+    drawOutline(dialog_, outlineItem, addButton);
+    showView();
+}
+
+std::string Document::pageWords() const
+{
+    const int pages = view_.pages();
+    const std::string page = std::to_string(view_.page());
+    return pages > 0 ? words(Words::pageOf, {page, std::to_string(pages)}) : words(Words::page, {page});
+}
+
+void Document::showView()
+{
+    const viewing::Dots *with = view_.dotsWith();
+    const std::string at = " (" + words(Words::dpi, {std::to_string(view_.dpi())}) + ")";
+    setItemText(dialog_, pageText, pageWords());
+    setItemText(dialog_, withCaption, words(view_.hasRiders() ? Words::withRiders : Words::asItIs) + at);
+    setItemText(dialog_, withoutCaption, view_.dotsWithout() ? words(Words::withoutRiders) : "");
+    const std::string problem = inPlainWords(view_.problem(), job_.parent_path());
+    setParagraph(dialog_, verdictText, !problem.empty() ? problem : with ? verdictOn(*with, view_.dpi()) : "");
+    setParagraph(dialog_, factsText, with && problem.empty() ? factsAbout(*with) : "");
+    enableButton(dialog_, previousButton, view_.canTurn(-1));
+    enableButton(dialog_, nextButton, view_.canTurn(1));
+    const PortOf port(dialog_);
+    for (const int16_t item : {pageItem, withItem, withoutItem}) {
+        const Rect box = itemBox(dialog_, item);
+        InvalRect(&box);
+    }
 }
 
 void Document::run()
 {
     ShowWindow(dialog_);
     while (!closing_) {
-        int16_t hit = 0;
-        ModalDialog(filterProc, &hit);
-        if (hit == closeButton)
-            closing_ = true;
-        else if (hit == addButton)
-            add();
-        else if (hit == takeOutButton)
-            takeOut();
+        int16_t item = 0;
+        ModalDialog(filterProc, &item);
+        hit(item);
     }
+}
+
+void Document::hit(int16_t item)
+{
+    switch (item) {
+    case closeButton: closing_ = true; return;
+    case addButton: return add();
+    case takeOutButton: return takeOut();
+    case previousButton: return turn(-1);
+    case nextButton: return turn(1);
+    case pageItem: return followMouse();
+    default: return;
+    }
+}
+
+void Document::turn(int pages)
+{
+    if (!view_.canTurn(pages))
+        return;
+    view_.turn(pages);
+    showView();
 }
 
 Boolean Document::filterProc(DialogPtr, EventRecord *event, int16_t *itemHit)
@@ -110,43 +191,132 @@ Boolean Document::filterProc(DialogPtr, EventRecord *event, int16_t *itemHit)
     return current->filter(*event, itemHit);
 }
 
-void Document::outlineProc(DialogPtr dialog, int16_t)
-{
-    drawOutline(dialog, outline, addButton);
-}
-
 bool Document::filter(const EventRecord &event, int16_t *itemHit)
 {
-    *itemHit = 0;
-    if (int16_t button = buttonForKey(event, addButton, closeButton)) {
-        if (pressByKey(dialog_, button))
-            *itemHit = button;
-        return true;
+    if (event.what == nullEvent) {
+        if (const Rect now = mainDisplay().bounds; !EqualRect(&now, &display_))
+            layOut();
+        if (view_.lookAtWork(TickCount()))
+            show();
+        surroundings_.idle();
+        return closing_;
     }
-    if (!menuEvents_(event))
+    if (surroundings_.menuEvent(event))
+        return true;
+    if (focus_.key(dialog_, event, itemHit) || viewKey(event))
+        return true;
+    const int16_t button = buttonForKey(event, addButton, closeButton);
+    if (button == 0)
         return false;
-    SetPort(dialog_);
+    *itemHit = pressByKey(dialog_, button) ? button : 0;
     return true;
+}
+
+// Arrows move the loupe, by a quarter of what it shows, with Shift by four times that it shows.
+bool Document::viewKey(const EventRecord &event)
+{
+    if ((event.what != keyDown && event.what != autoKey) || event.modifiers & cmdKey)
+        return false;
+    const double step = event.modifiers & shiftKey ? 4 : 0.25;
+    namespace key = toolbox::key;
+    switch (event.message & charCodeMask) {
+    case key::pageUp: turn(-1); return true;
+    case key::pageDown: turn(1); return true;
+    case key::leftArrow: view_.nudgeLoupe(-step, 0); break;
+    case key::rightArrow: view_.nudgeLoupe(step, 0); break;
+    case key::upArrow: view_.nudgeLoupe(0, -step); break;
+    case key::downArrow: view_.nudgeLoupe(0, step); break;
+    default: return false;
+    }
+    const PortOf port(dialog_);
+    draw(pageItem);
+    return true;
+}
+
+void Document::drawProc(DialogPtr, int16_t item)
+{
+    if (current)
+        current->draw(item);
+}
+
+void Document::draw(int16_t item)
+{
+    const Rect box = itemBox(dialog_, item);
+    switch (item) {
+    case pageItem: drawPage(box); return focus_.draw(dialog_);
+    case withItem: return drawDots(box, view_.dotsWith(), true);
+    case withoutItem: return drawDots(box, view_.dotsWithout(), view_.hasRiders());
+    default: return drawOutline(dialog_, outlineItem, addButton);
+    }
+}
+
+void Document::drawPage(const Rect &box)
+{
+    const viewing::PagePicture *page = view_.pagePicture();
+    if (!page) {
+        EraseRect(&box);
+        FrameRect(&box);
+        return drawWords(box, view_.problem().empty() ? words(Words::drawing) : "");
+    }
+    const Rect place = pagePlace(box, *page, mainDisplay().scale);
+    drawPageAround(box, place);
+    toolbox::drawPixels(forDepth(page->picture, mainDisplay().depth), place);
+    if (const auto part = view_.loupe())
+        drawLoupe(place, *part);
+}
+
+void Document::drawDots(const Rect &box, const viewing::Dots *dots, bool wanted)
+{
+    if (!wanted || !dots) {
+        EraseRect(&box);
+        if (wanted) {
+            FrameRect(&box);
+            drawWords(box, view_.problem().empty() ? words(Words::drawing) : "");
+        }
+        return;
+    }
+    Rect frame = box;
+    FrameRect(&frame);
+    InsetRect(&frame, 1, 1);
+    EraseRect(&frame);
+    toolbox::drawPixels(forDepth(dots->picture, mainDisplay().depth),
+                        dotsPlace(frame, dots->picture, view_.enlargement(), mainDisplay().scale));
+}
+
+// The loupe's middle follows the mouse until the button is released.
+void Document::followMouse()
+{
+    const viewing::PagePicture *page = view_.pagePicture();
+    if (!page)
+        return;
+    const PortOf port(dialog_);
+    const Rect box = itemBox(dialog_, pageItem), place = pagePlace(box, *page, mainDisplay().scale);
+    Point last{-1, -1};
+    do {
+        Point mouse;
+        GetMouse(&mouse);
+        if (mouse.h == last.h && mouse.v == last.v)
+            continue;
+        last = mouse;
+        view_.moveLoupe(static_cast<double>(mouse.h - place.left) / (place.right - place.left),
+                        static_cast<double>(mouse.v - place.top) / (place.bottom - place.top));
+        drawPage(box);
+    } while (StillDown());
 }
 
 fs::path Document::proposedName(bool with) const
 {
-    std::string stem = job_.stem().string();
-    const std::string added = words(Words::endingWith);
-    if (with)
-        stem += added;
-    else if (stem.size() > added.size() && stem.ends_with(added))
-        stem.erase(stem.size() - added.size());
-    else
-        stem += words(Words::endingWithout);
-    return job_.parent_path() / (stem + job_.extension().string());
+    fs::path name = job_.stem();
+    name += words(with ? Words::endingWith : Words::endingWithout);
+    name += job_.extension();
+    return job_.parent_path() / name;
 }
 
-void Document::save(bool with, const std::function<void(const fs::path &out)> &write)
+bool Document::save(bool with, const std::function<void(const fs::path &out)> &write)
 {
     fs::path out = askWhereToSave(with ? Words::saveWith : Words::saveWithout, proposedName(with));
     if (out.empty())
-        return;
+        return false;
     try {
         requireFile(job_);
         write(out);
@@ -154,22 +324,48 @@ void Document::save(bool with, const std::function<void(const fs::path &out)> &w
     } catch (const io::Refusal &refusal) {
         showProblem(inPlainWords(inPlainWords(refusal.message, job_.parent_path()), out.parent_path()));
     }
+    return true;
 }
 
 void Document::add()
 {
     toolbox::setStandardFileFolder(job_.parent_path());
-    fs::path riders = askForRiders();
-    if (!riders.empty())
-        save(true, [&](const fs::path &out) {
-            requireFile(riders);
-            apply::applyRiders({riders, job_, out});
-        });
+    if (const fs::path riders = askForRiders(); !riders.empty())
+        addThis(riders);
+}
+
+void Document::addThis(const fs::path &riders)
+{
+    try {
+        requireRiders(riders);
+    } catch (const io::Refusal &refusal) {
+        return showProblem(inPlainWords(refusal.message, riders.parent_path()));
+    }
+    tried_ = riders;
+    view_.show(job_, tried_, static_cast<int>(summary_.comments.pages.value_or(0)));
+    show();
+    if (summary_.takesRiders)
+        saveAs();
+}
+
+void Document::saveAs()
+{
+    const fs::path riders = tried_;
+    save(true, [&](const fs::path &out) {
+        requireFile(riders);
+        apply::applyRiders({riders, job_, out});
+    });
 }
 
 void Document::takeOut()
 {
-    save(false, [&](const fs::path &out) { apply::stripRiders({job_, out}); });
+    if (tried_.empty()) {
+        save(false, [&](const fs::path &out) { apply::stripRiders({job_, out}); });
+        return;
+    }
+    tried_.clear();
+    view_.show(job_, tried_, static_cast<int>(summary_.comments.pages.value_or(0)));
+    show();
 }
 
 }  // namespace riders::app

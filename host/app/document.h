@@ -1,22 +1,31 @@
-// The window of a PostScript job: what it is, and adding a riders file to it or
+// The window of a job: a page of it, its dots, what is known about both, and adding a riders file to it or
 // taking it out.
 #pragma once
 
 #include <filesystem>
 #include <functional>
 
+#include "app/focus.h"
 #include "app/job_summary.h"
+#include "app/job_view.h"
 #include "toolbox/dialogs.h"
 
 namespace riders::app {
 
 class Document {
 public:
-    // Handles the menu bar and Command keys; true when the event was one of these.
-    using MenuEvents = std::function<bool(const EventRecord &)>;
+    // What the rest of the program does meanwhile.
+    struct Surroundings {
+        // Handles the menu bar, its keys and Command keys; true when the event was one of these.
+        std::function<bool(const EventRecord &)> menuEvent;
+        // Called while the person does nothing.
+        std::function<void()> idle;
+        // Whether pictures are waited for, since no real time passes.
+        bool waitsForPictures = false;
+    };
 
     // Throws Refusal when the job cannot be read. Only one may exist at a time.
-    Document(const std::filesystem::path &job, MenuEvents menuEvents);
+    Document(const std::filesystem::path &job, Surroundings surroundings);
     ~Document();
     Document(const Document &) = delete;
     Document &operator=(const Document &) = delete;
@@ -28,21 +37,44 @@ public:
     void run();
     void close() { closing_ = true; }
 
-private:
-    static Boolean filterProc(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
-    static void outlineProc(DialogPtr dialog, int16_t item);
-    bool filter(const EventRecord &event, int16_t *itemHit);
-    void makeWindow();
-    void show();
+    // What the menus offer.
     void add();
     void takeOut();
-    // Asks for a name, does it, and shows the resulting job.
-    void save(bool with, const std::function<void(const std::filesystem::path &out)> &write);
+    void saveAs();
+    bool canAdd() const { return !summary_.hasRiders; }
+    bool canTakeOut() const { return summary_.hasRiders || !tried_.empty(); }
+    bool canSave() const { return summary_.takesRiders && !tried_.empty(); }
+    // Shows the job with a riders file, and proposes to save it so. Says what is wrong with the file.
+    void addThis(const std::filesystem::path &riders);
+    JobView &view() { return view_; }
+    // To be called after the view was changed.
+    void showView();
+
+private:
+    static Boolean filterProc(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
+    static void drawProc(DialogPtr dialog, int16_t item);
+    bool filter(const EventRecord &event, int16_t *itemHit);
+    bool viewKey(const EventRecord &event);
+    void makeWindow();
+    void layOut();
+    void show();
+    void draw(int16_t item);
+    void drawPage(const Rect &box);
+    void drawDots(const Rect &box, const viewing::Dots *dots, bool wanted);
+    void followMouse();
+    void hit(int16_t item);
+    void turn(int pages);
+    std::string pageWords() const;
+    // Asks for a name, does it, and shows the resulting job. False when the person thinks better of it.
+    bool save(bool with, const std::function<void(const std::filesystem::path &out)> &write);
     std::filesystem::path proposedName(bool with) const;
 
-    std::filesystem::path job_;
+    std::filesystem::path job_, tried_;
     JobSummary summary_;
-    MenuEvents menuEvents_;
+    Surroundings surroundings_;
+    JobView view_;
+    Focus focus_;
+    Rect display_{};
     DialogPtr dialog_ = nullptr;
     bool closing_ = false;
 };

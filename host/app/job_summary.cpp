@@ -9,6 +9,7 @@
 #include "apply/job_structure.h"
 #include "io/bytes.h"
 #include "io/refusal.h"
+#include "plates/job/job_kind.h"
 
 namespace riders::app {
 namespace {
@@ -32,7 +33,11 @@ JobSummary summaryOf(const std::filesystem::path &job)
     const auto buffer = std::make_unique_for_overwrite<char[]>(apply::kJobHeadSize + 1);
     const size_t size = io::readFully(in, buffer.get(), apply::kJobHeadSize + 1);
     const std::string_view bytes(buffer.get(), std::min(size, apply::kJobHeadSize));
+    const plates::JobKind kind = plates::kindOfHead(bytes.substr(0, plates::kJobHead), in.name());
     JobSummary summary;
+    summary.takesRiders = kind != plates::JobKind::pdf && !plates::isWrapped(bytes);
+    if (!summary.takesRiders)
+        return summary;
     summary.hasRiders = apply::findFragment({bytes, size <= apply::kJobHeadSize, in.name()}).has_value();
     summary.comments = commentsOf(bytes.substr(std::min(bytes.find("%!"), bytes.size())), tailOf(in));
     return summary;

@@ -5,8 +5,11 @@
 namespace riders::app {
 namespace {
 
-enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu };
+enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu, jobMenu, viewMenu, recentMenu };
 enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
+enum JobItem : int16_t { addItem = 1, takeOutItem, saveItem = 4 };
+enum ViewItem : int16_t { nextItem = 1, previousItem, largerItem = 4, smallerItem, firstDpiItem = 7 };
+constexpr int kDpis[] = {300, 600, 720, 1200, 1270, 1440, 2400, 2540, 3600};
 enum DisplayItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
 constexpr int kDepths[] = {1, 2, 4, 8, 32};
 
@@ -16,6 +19,14 @@ void insert(int16_t id)
     if (!menu)
         throw plugin::PluginError("menu " + std::to_string(id) + " is missing from the program's resources");
     InsertMenu(menu, 0);
+}
+
+void enable(MenuHandle menu, int16_t item, bool enabled)
+{
+    if (enabled)
+        EnableItem(menu, item);
+    else
+        DisableItem(menu, item);
 }
 
 void setText(const std::string &utf8, Str255 text)
@@ -32,6 +43,9 @@ Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::option
     insert(fileMenu);
     insert(editMenu);
     addCommands();
+    insert(jobMenu);
+    insert(viewMenu);
+    insert(recentMenu);
     if (display_)
         insert(displayMenu);
     DrawMenuBar();
@@ -54,19 +68,45 @@ void Menus::addCommands()
     InsertMenu(menu, 0);
 }
 
-void Menus::update(bool documentOpen)
+void Menus::update(const Offers &offers)
 {
-    MenuHandle file = GetMHandle(fileMenu);
-    if (documentOpen)
-        EnableItem(file, closeItem);
-    else
-        DisableItem(file, closeItem);
+    enable(GetMHandle(fileMenu), closeItem, offers.job.has_value());
+    const Offers::Job job = offers.job.value_or(Offers::Job());
+    MenuHandle jobs = GetMHandle(jobMenu), view = GetMHandle(viewMenu);
+    enable(jobs, addItem, job.add);
+    enable(jobs, takeOutItem, job.takeOut);
+    enable(jobs, saveItem, job.save);
+    enable(view, nextItem, job.next);
+    enable(view, previousItem, job.previous);
+    enable(view, largerItem, offers.job.has_value());
+    enable(view, smallerItem, offers.job.has_value());
+    for (std::size_t i = 0; i < std::size(kDpis); ++i) {
+        enable(view, static_cast<int16_t>(firstDpiItem + i), offers.job.has_value());
+        CheckItem(view, static_cast<int16_t>(firstDpiItem + i), job.dpi == kDpis[i]);
+    }
+    if (offers.recent != recent_)
+        updateRecent(offers.recent);
     if (!display_)
         return;
     MenuHandle display = GetMHandle(displayMenu);
     CheckItem(display, fullScreenItem, display_->fullScreen());
     for (std::size_t i = 0; i < std::size(kDepths); ++i)
         CheckItem(display, static_cast<int16_t>(firstDepthItem + i), display_->depth() == kDepths[i]);
+}
+
+// A menu's items cannot be taken away, but it can be loaded anew.
+void Menus::updateRecent(const std::vector<std::string> &names)
+{
+    Str255 text;
+    MenuHandle menu = GetMHandle(recentMenu);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        setText("x", text);
+        if (static_cast<std::size_t>(CountMItems(menu)) <= i)
+            AppendMenu(menu, text);
+        setText(names[i], text);
+        SetItem(menu, static_cast<int16_t>(i + 1), text);
+    }
+    recent_ = names;
 }
 
 Command Menus::chosen(int32_t choice) const
@@ -80,6 +120,16 @@ Command Menus::chosen(int32_t choice) const
         return {item == openItem ? Kind::open : item == closeItem ? Kind::close : Kind::quit};
     case pluginMenu:
         return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
+    case jobMenu:
+        return {item == addItem ? Kind::add : item == takeOutItem ? Kind::takeOut : Kind::save};
+    case viewMenu:
+        if (item >= firstDpiItem)
+            return {Kind::dpi, kDpis[item - firstDpiItem]};
+        if (item >= largerItem)
+            return {Kind::enlarge, item == largerItem ? 1 : -1};
+        return {Kind::page, item == nextItem ? 1 : -1};
+    case recentMenu:
+        return {Kind::recent, item - 1};
     case displayMenu:
         if (item == fullScreenItem)
             return {Kind::fullScreen};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/display_settings.h"
@@ -10,11 +11,25 @@
 
 namespace riders::app {
 
-// What can be chosen; number is a plug-in command's number, or a depth.
+// What can be chosen; number is a plug-in command's number, a depth, a place in a list from 0, how many pages or
+// steps, or dots per inch.
 struct Command {
-    enum class Kind { none, about, open, close, quit, plugin, fullScreen, depth };
+    enum class Kind {
+        none, about, open, close, quit, plugin, fullScreen, depth,
+        recent, add, takeOut, save, page, enlarge, dpi
+    };
     Kind kind = Kind::none;
     int number = 0;
+};
+
+// What there is to choose at the moment.
+struct Offers {
+    struct Job {
+        bool add = false, takeOut = false, save = false, next = false, previous = false;
+        int dpi = 0;
+    };
+    std::vector<std::string> recent;  // names, UTF-8
+    std::optional<Job> job;           // where one is open
 };
 
 class Menus {
@@ -24,15 +39,17 @@ public:
     Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<DisplaySettings> &display);
 
     // Enables and marks the items as they should be, before a choice is made.
-    void update(bool documentOpen);
+    void update(const Offers &offers);
     // The command for what MenuSelect or MenuKey returned.
     Command chosen(int32_t choice) const;
 
 private:
     void addCommands();
+    void updateRecent(const std::vector<std::string> &names);
 
     const std::vector<plugin::MenuCommand> &commands_;
     const std::optional<DisplaySettings> &display_;
+    std::vector<std::string> recent_;
 };
 
 }  // namespace riders::app

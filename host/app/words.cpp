@@ -40,11 +40,18 @@ void center(int16_t alert)
 
 }  // namespace
 
-std::string words(Words which)
+std::string words(Words which, const std::vector<std::string> &parts)
 {
     Str255 text;
     GetIndString(text, kStringList, static_cast<int16_t>(which));
-    return toolbox::utf8FromPascal(text);
+    std::string all = toolbox::utf8FromPascal(text);
+    for (size_t at = 0; (at = all.find('^', at)) != all.npos;) {
+        const auto part = static_cast<size_t>(at + 1 < all.size() ? all[at + 1] - '0' : -1);
+        const std::string with = part < parts.size() ? parts[part] : "";
+        all.replace(at, 2, with);
+        at += with.size();
+    }
+    return all;
 }
 
 Point centered(ResType type, int id)

@@ -2,15 +2,22 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "toolbox/dialogs.h"
 
 namespace riders::app {
 
 // Numbers in 'STR#' 1000.
-enum class Words { notStated = 1, inThisJob, none, saveWith, saveWithout, endingWith, endingWithout };
-// UTF-8.
-std::string words(Words which);
+enum class Words {
+    notStated = 1, inThisJob, none, saveWith, saveWithout, endingWith, endingWithout,
+    drawing, pageOf, page, withRiders, withoutRiders, asItIs,
+    lines, atAngle, noInkThere, noScreenThere, frequencyMissed, angleMissed, asAskedFor, nobodyAsks,
+    askedByRiders, askedByJob, interpretersOwn, measuredOn, annotated,
+    dpi, triedNotSaved, takesNone, noRidersFile, jobGone
+};
+// UTF-8. ^0 to ^3 in them stand for the parts.
+std::string words(Words which, const std::vector<std::string> &parts = {});
 
 // The top left corner, global, with which the 'DLOG' or 'ALRT' (as the type says) lies
 // in the middle of the main display, a third of the free height down.

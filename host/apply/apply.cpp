@@ -89,7 +89,7 @@ std::string readRiders(const std::filesystem::path &path)
 
 void refuseRidersAsJob(Head &job, const std::string &name)
 {
-    job.readUpTo(kRidersMagic.size());
+    job.readUpTo(kMagicWithin);
     if (!isRidersFile(job.bytes()))
         return;
     job.readUpTo(kLongestRiders + 1);  // nothing of one is missing

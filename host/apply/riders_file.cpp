@@ -7,7 +7,6 @@ namespace riders::apply {
 
 namespace {
 
-constexpr size_t kMagicWithin = 15;
 // What the last line but one is in files that were made before there was such a line; the last is kEarlierLast.
 constexpr std::string_view kEarlierEnds[] = {"/setglobal riderHas {riderGlobal setglobal} if",
                                              "systemdict /setglobal known {riderGlobal setglobal} if",

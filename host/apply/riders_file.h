@@ -7,6 +7,8 @@
 namespace riders::apply {
 
 inline constexpr std::string_view kRidersMagic = "%!Zu3_Riders";
+// It ends within so many bytes, which every riders file has.
+inline constexpr size_t kMagicWithin = 15;
 inline constexpr std::string_view kRidersLastLine = "%Zu3_RidersEnd";
 // No riders file is longer, in bytes.
 inline constexpr size_t kLongestRiders = size_t(1) << 20;

@@ -95,7 +95,8 @@ std::string playOn(toolbox::HeadlessMachine &machine, const PlayRequest &request
         notKept += (notKept.empty() ? "" : "; ") + problem;
     });
     user.quitsWhenStuck();
-    Stage stage{user, plugin, keeper, request.picturesFolder, machine};
+    Stage stage{user, plugin, keeper, request.picturesFolder, machine,
+                request.plugin.parent_path() / "riders"};
     StopWatching atEnd{machine};
     for (const ScriptLine &line : lines)
         queueStep(line, stage);

@@ -18,6 +18,7 @@ struct Stage {
     keeping::Keeper &keeper;
     std::filesystem::path picturesFolder;
     toolbox::HeadlessMachine &machine;
+    std::filesystem::path program;  // whose resource fork the window needs
     // What is being filmed, and the file it goes to; nil between films.
     std::unique_ptr<Film> film = nullptr;
     std::filesystem::path filmFile = {};

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 
+#include "app/application.h"
 #include "play/arguments.h"
 #include "play/display_steps.h"
 #include "toolbox/host/faults.h"
@@ -31,6 +32,29 @@ void command(Arguments &arguments, Stage &stage)
 {
     int number = arguments.number("a command number", INT16_MIN, INT16_MAX);
     stage.user.atHost([&stage, number] { stage.keeper.call(kSelectCommand, number); });
+}
+
+// The program as a person has it, until Quit.
+void window(Arguments &arguments, Stage &stage)
+{
+    const std::string job = arguments.more() ? arguments.word("a job") : "";
+    stage.user.atHost([&stage, job] {
+        app::Application({stage.program, {}, job, true}, stage.plugin, {}).run();
+    });
+}
+
+void menu(Arguments &arguments, Stage &stage)
+{
+    const std::string title = arguments.word("a menu's title");
+    stage.user.chooseFromBar(title, arguments.word("an item"));
+}
+
+void drop(Arguments &arguments, Stage &stage)
+{
+    const std::filesystem::path file = std::filesystem::absolute(arguments.word("a file"));
+    stage.user.then([&stage, file] {
+        stage.machine.push({.kind = toolbox::Input::Kind::fileDropped, .path = file});
+    });
 }
 
 void press(Arguments &arguments, Stage &stage)
@@ -169,6 +193,7 @@ const std::map<std::string, void (*)(Arguments &, Stage &)> verbs = {
     {"save", save},           {"open", open},       {"wait", wait},     {"cancel-file", cancelFile},
     {"clipboard", clipboard}, {"picture", picture}, {"film", film},     {"fail", fail},
     {"depth", depth},         {"scale", scale},     {"resize", resize}, {"screens", displays},
+    {"window", window},       {"menu", menu},       {"drop", drop},
 };
 
 }  // namespace

@@ -153,6 +153,25 @@ TEST_F(DesktopMachineTest, LosingTheKeyboardLetsTheButtonGo)
     EXPECT_EQ(taken(), "press(5,6) release(5,6)");
 }
 
+TEST_F(DesktopMachineTest, MiddleButtonIsTheButtonWithOption)
+{
+    push(button(SDL_MOUSEBUTTONDOWN, 3, 4, SDL_BUTTON_MIDDLE));
+    push(button(SDL_MOUSEBUTTONUP, 3, 4, SDL_BUTTON_MIDDLE));
+    EXPECT_EQ(taken(), "press(3,4)+o release(3,4)+o");
+}
+
+TEST_F(DesktopMachineTest, DroppedFileIsAnInput)
+{
+    SDL_Event event{};
+    event.type = SDL_DROPFILE;
+    event.drop.file = SDL_strdup("/home/me/job.ps");
+    push(event);
+    const auto input = machine->nextInput(0);
+    ASSERT_TRUE(input);
+    EXPECT_EQ(input->kind, Input::Kind::fileDropped);
+    EXPECT_EQ(input->path, "/home/me/job.ps");
+}
+
 TEST_F(DesktopMachineTest, QuitIsAnInput)
 {
     SDL_Event quit{};

@@ -1,6 +1,7 @@
 // The menu bar: what it shows, and what is chosen from it.
 #include "menu_hand.h"
 
+#include "toolbox/host/menu_bar.h"
 #include "toolbox/keys.h"
 #include "toolbox/quickdraw.h"
 #include "toolbox/windows.h"
@@ -252,6 +253,65 @@ TEST_F(MenuBar, WishToQuitClosesWhatIsOpen)
     toolbox::Picture before = toolbox::displayPicture(0);
     EXPECT_EQ(select(title, {release(title), [] { return Input{.kind = Input::Kind::quit}; }}), 0);
     EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
+}
+
+class MenuBarKeys : public MenuBar {
+protected:
+    // The key opens a menu, and then the steps come.
+    std::optional<std::int32_t> selectByKey(int character, int modifiers, std::vector<Step> steps, int code = 0)
+    {
+        machine.push({.kind = Input::Kind::keyDown,
+                      .character = static_cast<std::uint8_t>(character),
+                      .keyCode = static_cast<std::uint8_t>(code),
+                      .modifiers = static_cast<std::uint16_t>(modifiers)});
+        EventRecord event;
+        EXPECT_TRUE(GetNextEvent(1 << keyDown, &event));
+        auto next = std::make_shared<std::size_t>(0);
+        machine.setSource([steps, next]() -> std::optional<Input> {
+            return *next < steps.size() ? steps[(*next)++]() : std::nullopt;
+        });
+        return toolbox::menuSelectByKey(event);
+    }
+    static constexpr int f10 = 0x6D, f9 = 0x65;
+};
+
+TEST_F(MenuBarKeys, OptionAndALetterOpenTheMenuWhoseTitleBeginsSo)
+{
+    namespace key = toolbox::key;
+    const auto chosen = selectByKey('e', optionKey, {MenuTest::key(key::downArrow), MenuTest::key(key::carriageReturn)});
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(HiWord(*chosen), 130);
+    EXPECT_EQ(LoWord(*chosen), 2) << "the first item was highlighted already";
+    EXPECT_TRUE(traced("menu 130 opened"));
+    EXPECT_EQ(selectByKey('F', optionKey, {MenuTest::key(key::escape)}), 0) << "nothing chosen";
+    EXPECT_FALSE(isInverted(placeOf(129)));
+}
+
+TEST_F(MenuBarKeys, F10OpensTheFirstMenuAndTheArrowsGoOn)
+{
+    namespace key = toolbox::key;
+    const auto chosen = selectByKey(key::function, 0,
+                                    {MenuTest::key(key::rightArrow), MenuTest::key(key::carriageReturn)}, f10);
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(HiWord(*chosen), 130);
+    EXPECT_EQ(LoWord(*chosen), 1);
+    EXPECT_EQ(selectByKey(key::function, 0, {MenuTest::key(key::function)}, f10), 0) << "closes it again";
+}
+
+TEST_F(MenuBarKeys, TheMouseMayGoOnInAMenuThatAKeyOpened)
+{
+    const auto chosen = selectByKey('f', optionKey, {press(onTitle(130)), overItem(Input::Kind::mouseUp, 2)});
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(HiWord(*chosen), 130);
+    EXPECT_EQ(LoWord(*chosen), 2);
+}
+
+TEST_F(MenuBarKeys, OtherKeysOpenNone)
+{
+    EXPECT_FALSE(selectByKey('e', 0, {}));
+    EXPECT_FALSE(selectByKey('x', optionKey, {}));
+    EXPECT_FALSE(selectByKey('e', optionKey | cmdKey, {}));
+    EXPECT_FALSE(selectByKey(toolbox::key::function, 0, {}, f9));
 }
 
 }  // namespace

@@ -374,4 +374,16 @@ TEST_F(MenuPopup, ClosesWhenTrackingIsCutShort)
     EXPECT_EQ(toolbox::displayPicture(0).pixels, before.pixels);
 }
 
+// Where there is no room for the menu at the place of its current item, another one is under the mouse.
+TEST_F(MenuPopup, PressHeldInOnePlaceChoosesNothing)
+{
+    const Point low{475, 300};
+    EXPECT_EQ(select(low, 1, {holding(60, release(low))}), 0);
+    EXPECT_TRUE(traced("popup 200 gave nothing"));
+    EXPECT_EQ(LoWord(select(low, 1, {overItem(Input::Kind::mouseMoved, 2),
+                                     holding(60, overItem(Input::Kind::mouseUp, 5))})),
+              5)
+        << "but one that has moved";
+}
+
 }  // namespace

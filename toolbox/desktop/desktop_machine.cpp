@@ -121,11 +121,18 @@ void DesktopMachine::take(const SDL_Event &event)
     case SDL_QUIT: return queue_.push({.kind = Input::Kind::quit});
     case SDL_WINDOWEVENT: return takeWindowEvent(event.window);
     case SDL_CLIPBOARDUPDATE: return noticeClipboard();
+    case SDL_DROPFILE: return takeDropped(event.drop.file);
     }
     if (switchesFullScreen(event))
         return;
     keyboard_.take(event);
     mouse_.take(event, toolboxModifiers(SDL_GetModState()));
+}
+
+void DesktopMachine::takeDropped(char *file)
+{
+    queue_.push({.kind = Input::Kind::fileDropped, .path = file});
+    SDL_free(file);
 }
 
 bool DesktopMachine::switchesFullScreen(const SDL_Event &event)

@@ -47,6 +47,7 @@ private:
     void collect();
     void take(const SDL_Event &event);
     void takeWindowEvent(const SDL_WindowEvent &event);
+    void takeDropped(char *file);
     bool switchesFullScreen(const SDL_Event &event);
     void sleepUntil(Clock::time_point end);
     void doWhatIsDue();

@@ -29,12 +29,15 @@ void Mouse::take(const SDL_Event &event, std::uint16_t modifiers)
         return;
     const bool press = event.type == SDL_MOUSEBUTTONDOWN;
     const std::uint8_t button = event.button.button;
-    if ((button != SDL_BUTTON_LEFT && button != SDL_BUTTON_RIGHT) || down_ != (press ? 0 : button))
+    const bool known = button == SDL_BUTTON_LEFT || button == SDL_BUTTON_RIGHT || button == SDL_BUTTON_MIDDLE;
+    if (!known || down_ != (press ? 0 : button))
         return;
     down_ = press ? button : 0;
     moveTo(event.button.x, event.button.y);
     if (button == SDL_BUTTON_RIGHT)
         modifiers |= controlKey;
+    if (button == SDL_BUTTON_MIDDLE)
+        modifiers |= optionKey;
     push(press ? Kind::mouseDown : Kind::mouseUp, modifiers);
 }
 

@@ -15,8 +15,8 @@ public:
 
     // QuickDraw's pixels per unit of the window system.
     void setRatio(double pixelsPerUnit) { ratio_ = pixelsPerUnit; }
-    // Moves, the left button, and the right one, which is the left one with
-    // Control; all other events do nothing. modifiers are the Toolbox's.
+    // Moves, the left button, the right one, which is the left one with
+    // Control, and the middle one, with Option; all other events do nothing. modifiers are the Toolbox's.
     void take(const SDL_Event &event, std::uint16_t modifiers);
     // Releases a held button, where the mouse is.
     void release(std::uint16_t modifiers);

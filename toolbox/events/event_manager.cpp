@@ -6,6 +6,8 @@
 #include "events/queue.h"
 #include "quickdraw/present.h"
 #include "session/managers.h"
+#include "toolbox/host/click_at.h"
+#include "toolbox/host/dropped_files.h"
 #include "toolbox/host/quit.h"
 #include "toolbox/host/session.h"
 #include "toolbox/quickdraw.h"
@@ -96,11 +98,12 @@ bool waitForEvent(std::int16_t mask, EventRecord &event, std::uint32_t sleep, Ta
     constexpr std::uint32_t longestWait = 60;
     const std::uint32_t start = machine().ticks();
     const bool quitBefore = state.quit;
+    const std::size_t droppedBefore = state.dropped.size();
     sleep = std::max<std::uint32_t>(sleep, 1);
     while (!eventThere(mask, event, taking)) {
         std::uint32_t passed = machine().ticks() - start;
-        bool quitNow = state.quit && !quitBefore;
-        if (passed >= sleep || quitNow) {
+        bool news = (state.quit && !quitBefore) || state.dropped.size() > droppedBefore;
+        if (passed >= sleep || news) {
             event = eventNow(nullEvent);
             return false;
         }
@@ -139,6 +142,23 @@ bool toolbox::quitAsked()
 void toolbox::dropQuit()
 {
     events::state.quit = false;
+}
+
+std::optional<std::filesystem::path> toolbox::takeDroppedFile()
+{
+    auto &dropped = events::state.dropped;
+    if (dropped.empty())
+        return std::nullopt;
+    std::filesystem::path file = std::move(dropped.front());
+    dropped.pop_front();
+    return file;
+}
+
+void toolbox::clickAt(Point where)
+{
+    events::state.mouse = where;
+    events::state.queue.push_back(events::eventNow(mouseDown));
+    events::state.queue.push_back(events::eventNow(mouseUp));
 }
 
 namespace toolbox::managers {

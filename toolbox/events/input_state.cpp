@@ -49,6 +49,9 @@ static void note(const Input &input)
     case Kind::quit:
         state.quit = true;
         return;
+    case Kind::fileDropped:
+        state.dropped.emplace_back(input.path);
+        return;
     case Kind::mouseDown:
     case Kind::mouseUp:
         state.buttonDown = input.kind == Kind::mouseDown;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <optional>
 
 #include "toolbox/events.h"
@@ -18,6 +19,7 @@ struct InputState {
     std::deque<EventRecord> queue;       // mouse and keys, oldest first
     std::optional<EventRecord> autoKey;  // the latest only: repeats never pile up
     bool quit = false;
+    std::deque<std::filesystem::path> dropped;
 };
 
 extern InputState state;

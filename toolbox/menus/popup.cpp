@@ -23,6 +23,8 @@ public:
 
 protected:
     bool staysOpenAt(Point) const override { return quick() && !moved(); }
+    // Where the display has no room for it, another item than the current one may be under the mouse.
+    bool choosesUnmoved() const override { return false; }
 };
 
 }  // namespace

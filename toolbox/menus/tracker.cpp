@@ -32,6 +32,11 @@ void Tracker::startPress(Point where)
     pressedTime_ = TickCount();
 }
 
+void Tracker::startByKey()
+{
+    held_ = mayStay_ = false;
+}
+
 bool Tracker::quick() const
 {
     return TickCount() - pressedTime_ <= GetDblTime();
@@ -39,7 +44,7 @@ bool Tracker::quick() const
 
 int Tracker::track()
 {
-    over_ = !events::pressUnderway();
+    over_ = held_ && !events::pressUnderway();
     while (!over_) {
         std::uint32_t patience = down_ && down_->view().scrollsAt(mouse_) ? scrollTicks : second;
         auto keys = held_ ? events::MenuKeys::becomeEvents : events::MenuKeys::wanted;
@@ -102,7 +107,8 @@ void Tracker::release(Point where)
     held_ = false;
     if (mayStay_ && staysOpenAt(where))
         return;
-    finish(down_ ? down_->view().itemAt(where) : 0);
+    const bool chooses = !mayStay_ || moved_ || choosesUnmoved();
+    finish(chooses && down_ ? down_->view().itemAt(where) : 0);
 }
 
 void Tracker::key(const Input &input)
@@ -110,7 +116,8 @@ void Tracker::key(const Input &input)
     if (!down_)
         return;
     switch (input.character) {
-    case key::escape: return finish(0);
+    case key::escape:
+    case key::function: return finish(0);
     case '.': return input.modifiers & cmdKey ? finish(0) : void();
     case key::carriageReturn:
     case key::enter: return finish(down_->view().highlighted());

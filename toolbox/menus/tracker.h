@@ -23,6 +23,8 @@ protected:
     virtual void mouseAt(Point) {}
     // Whether a press released there leaves the menu open.
     virtual bool staysOpenAt(Point where) const = 0;
+    // Whether the first press chooses the item it is released over where the mouse has not moved.
+    virtual bool choosesUnmoved() const { return true; }
     // A press outside the open menu. False: it closes the menu.
     virtual bool pressBeside(Point) { return false; }
     virtual void stepSideways(int) {}
@@ -33,6 +35,8 @@ protected:
     bool moved() const { return moved_; }
     // Begins a press at a point.
     void startPress(Point where);
+    // There is no press: the menu was opened by a key and stays open.
+    void startByKey();
 
     std::optional<MenuOnDisplay> down_;
 

@@ -23,6 +23,8 @@ const std::map<std::string, std::uint8_t> namedKeys = {
     {"end", key::end},
     {"delete", key::forwardDelete},
     {"space", ' '},
+    {"pageup", key::pageUp},
+    {"pagedown", key::pageDown},
 };
 
 // Key codes that programs look at; 0 for keys known by their character alone.

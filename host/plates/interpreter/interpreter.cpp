@@ -3,6 +3,7 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <random>
 #include <sstream>
 
@@ -29,6 +30,14 @@ std::string number(double value)
     text.exceptions(std::ios::badbit);
     text << value;
     return text.str();
+}
+
+// With as many digits as a pixel's place may need.
+std::string exact(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6f", value);
+    return text;
 }
 
 // A page is rendered in bands, and where they meet, a thin line can come out a pixel otherwise. The bands are made
@@ -59,6 +68,8 @@ std::vector<std::string> deviceOptions(const InterpreterRun &run)
                 "-dMaxSpots=" + std::to_string(run.spotInks)};
     case PlateDevice::processPlates:
         return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
+    case PlateDevice::colours:
+        return {"-sDEVICE=ppmraw", "-sOutputFile=%d.ppm"};
     case PlateDevice::allTones:
         return toneOptions(run.spotInks, run.threads);
     case PlateDevice::allPlates:
@@ -108,6 +119,9 @@ std::string wishes(const InterpreterRun &run)
         text += " userdict /RidersInterpreterTone true put";
     if (run.rotation != 0)
         text += " userdict /RidersQuarterTurns " + std::to_string(run.rotation / 90) + " put";
+    // Moves the page under the part; downwards is positive.
+    if (run.part)
+        text += " << /PageOffset [" + exact(-run.part->left) + " " + exact(run.part->bottom) + "] >> setpagedevice";
     return text;
 }
 
@@ -142,6 +156,10 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::string 
         command.emplace_back("-dEPSCrop");
     if (!run.pages.empty())
         command.push_back(pageList(run.pages));
+    if (run.part) {
+        command.push_back("-g" + std::to_string(run.part->columns) + "x" + std::to_string(run.part->rows));
+        command.emplace_back("-dFIXEDMEDIA");
+    }
     command.insert(command.end(), {"-c", linesWith(word) + wishes(run), "-f", kPrologName});
     for (size_t i = 0; i < run.job.files.size(); ++i)
         command.push_back(fileName(i));
@@ -170,6 +188,13 @@ int secondsInAll(const InterpreterLimits &limits)
 
 // Thrown to end a run of which no more is wanted.
 struct Enough {};
+
+// A page's file is whole once the next page has come to its end.
+bool hasPassed(const InterpreterRun &run, const InterpreterReport &report)
+{
+    return run.job.kind == JobKind::postScript && !run.pages.empty() &&
+           report.pages.size() > static_cast<size_t>(run.pages.back());
+}
 
 // Does nothing when the interpreter has finished the job.
 void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
@@ -214,6 +239,8 @@ InterpreterReport interpret(const InterpreterRun &run)
         if (pageEnded)
             run.pageEnded();
         if (run.endsWhenInksMix && words.report().inksMixed)
+            throw Enough();
+        if (run.endsAfterPages && hasPassed(run, words.report()))
             throw Enough();
         return pageEnded;
     };

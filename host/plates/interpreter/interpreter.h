@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "io/beside.h"
@@ -17,8 +18,15 @@ enum class PlateDevice {
     tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, spot inks too
     processPlates,  // the four process plates, screened, in one file: "1.pcx"
     allPlates,      // those four and the spot inks, "1(Cyan).tif"; ten times slower
+    colours,        // a picture in red, green and blue: "1.ppm"
     allTones  // those four and the spot inks in 256 steps, in a Photoshop file: "1.psd"; bit for bit as tiffsep
               // has them, in a fifth of the time
+};
+
+// A part of each page, in pixels, instead of the whole. What the job does at a sheet's edge it does at the part's.
+struct PagePart {
+    int columns = 0, rows = 0;
+    double left = 0, bottom = 0;  // of its lower left corner, points from the page's
 };
 
 struct InterpreterRun {
@@ -36,6 +44,8 @@ struct InterpreterRun {
     bool interpreterTone = false;  // lighten tints as Ghostscript does of itself on devices that screen
     // For which tints and allTones have room: with more than there are they are slower, with fewer inks are mixed.
     int spotInks = kMostSpotInks;
+    std::optional<PagePart> part = {};
+    bool endsAfterPages = false;   // a job in PostScript is not run further than to the end of the page after them
     bool endsWhenInksMix = false;  // what is made then is not wanted: the report says that they do
     int threads = 0;               // for allTones, besides its own: bands of a page are rendered side by side
     io::Beside *beside = nullptr;  // reads what the device writes, while it writes

@@ -49,7 +49,9 @@ struct DesktopError : std::runtime_error {
 //   character of the layout, '.' where the layout types a period; otherwise
 //   what the layout and its dead keys type. A character that Mac OS Roman does
 //   not have sounds the beep.
-// - The right mouse button is the button with Control.
+// - The right mouse button is the button with Control, the middle one with Option: most window managers keep
+//   clicks with Alt for themselves.
+// - A file dropped on the window gives Input fileDropped.
 // - F11, Alt-Return and Super-Return switch to the full screen and back and are
 //   not passed on.
 // - Closing the window, SIGTERM, SIGINT and the end of the desktop session each

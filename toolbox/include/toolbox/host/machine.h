@@ -29,13 +29,15 @@ struct Input {
     // mouseMoved may stand for several moves that came one after another.
     // keyUp makes no event; it ends the repeats that autoKey inputs make.
     // quit asks the program to end. clipboardChanged announces a new serial of
-    // the clipboard.
-    enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, displaysChanged, clipboardChanged, quit };
+    // the clipboard. fileDropped: the person let go of a file over a display.
+    enum class Kind { mouseMoved, mouseDown, mouseUp, keyDown, keyUp, autoKey, displaysChanged, clipboardChanged, quit,
+                      fileDropped };
     Kind kind;
     Point where{};                // global, for the mouse kinds
     std::uint8_t character = 0;   // Mac OS Roman, for the key kinds
     std::uint8_t keyCode = 0;
     std::uint16_t modifiers = 0;  // for mouse and keys: cmdKey, shiftKey, optionKey, controlKey, alphaLock
+    std::string path = {};        // of what was dropped, absolute
 };
 
 // Pixels ready to be shown: 32 bits each, 0x00RRGGBB, rows one after another.

@@ -78,7 +78,8 @@ public:
     // Types the text (UTF-8) key by key.
     void type(const std::string &text);
     // "return", "enter", "escape", "tab", "backspace", "delete", "space",
-    // "left", "right", "up", "down", "home", "end", or one character.
+    // "left", "right", "up", "down", "home", "end", "pageup", "pagedown", or one
+    // character.
     void key(const std::string &name, std::uint16_t modifiers = 0);
     // Holds the key down until it has repeated that many times.
     void repeat(const std::string &name, int times, std::uint16_t modifiers = 0);
