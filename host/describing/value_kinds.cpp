@@ -25,6 +25,7 @@ const std::map<std::string, ValueKind> &kindsByName()
         {"--screens", kSet},
         {"set", kSet},
         {"job", kJob},
+        {"file", {{}, true, false, {"ps", "eps", "pdf", "riders"}}},
         {"--riders", kRiders},
         {"riders", kRiders},
         {"script", {{}, true, false, {"play"}}},

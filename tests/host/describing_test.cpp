@@ -79,7 +79,7 @@ TEST_F(Describing, TakesOptionsApart)
 
 TEST_F(Describing, OffersWhatCanComeNext)
 {
-    EXPECT_EQ(offered({"c"}), "cut\tCut paper\n:files\n");
+    EXPECT_EQ(offered({"c"}), "cut\tCut paper\n:files ps eps pdf riders\n");
     EXPECT_EQ(offered({"cut", "--"}), "--help\tPrint this help message and exit\n--deep\tHow deep\n"
                                       "--side\tWhich side\n--quick\tBe quick\n:none\n");
     EXPECT_EQ(offered({"cut", "--quick", "-d", "3", "--q"}), ":none\n") << "it is there already";
@@ -89,7 +89,7 @@ TEST_F(Describing, OffersWhatCanComeNext)
     EXPECT_EQ(offered({"cut", "--deep=3", ""}), ":files ps eps pdf\n");
     EXPECT_EQ(offered({"cut", "--nonsense", "--", "--s"}), ":files ps eps pdf\n");
     EXPECT_EQ(offered({"cut", "job.ps", ""}), ":none\n") << "there is one job";
-    EXPECT_EQ(offered({}), "cut\tCut paper\n:files\n");
+    EXPECT_EQ(offered({}), "cut\tCut paper\n:files ps eps pdf riders\n");
 }
 
 TEST_F(Describing, WritesPagesAlsoWhereNothingMoreIsSaid)

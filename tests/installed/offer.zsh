@@ -17,10 +17,10 @@ compadd() {
   return 0
 }
 offer() { print BEGUN; zle list-choices; print ENDED; zle kill-buffer }
-zle -N offer; bindkey "^X" offer; print READY-$((1 + 1))'
+zle -N offer; bindkey "^G" offer; print READY-$((1 + 1))'
 zpty -r shell out '*READY-2*'
 for typed in "$@"; do
-  zpty -w -n shell "riders $typed"$'\C-x'
+  zpty -w -n shell "riders $typed"$'\C-g'
   zpty -r shell out '*ENDED*'
   print -r -- "== $typed"
   print -r -- ${out#*BEGUN} | tr -d '\r' | sed -n 's/^.*<\(.*\)>$/\1/p'
