@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "benches.h"
+#include "processes.h"
 #include "toolbox/host/user.h"
 
 namespace {
@@ -13,6 +14,7 @@ namespace {
 struct Table {
     const char *name;
     void (*print)(const std::filesystem::path &riders);
+    bool again = true;  // where an aim is missed: whatever else the machine did may have been why
 };
 
 const Table tables[] = {
@@ -21,18 +23,18 @@ const Table tables[] = {
     {"dialogs", measureDialogs},
     {"desktop", measureDesktop},
     {"import", [](const std::filesystem::path &) { measureImport(); }},
-    {"proof", measureProof},
+    {"proof", measureProof, false},
     {"meter", [](const std::filesystem::path &) { measureMeter(); }},
     {"screen-time", measureScreenTime},
-    {"plates-sample", measurePlatesSample},
-    {"plates", measurePlates},
-    {"plates-time", measurePlatesTime},
-    {"screens-sample", measureScreensSample},
-    {"screens", measureScreens},
-    {"film-sample", measureFilmSample},
-    {"film", measureFilm},
-    {"film-dots-sample", measureFilmDotsSample},
-    {"film-dots", measureFilmDots},
+    {"plates-sample", measurePlatesSample, false},
+    {"plates", measurePlates, false},
+    {"plates-time", measurePlatesTime, false},
+    {"screens-sample", measureScreensSample, false},
+    {"screens", measureScreens, false},
+    {"film-sample", measureFilmSample, false},
+    {"film", measureFilm, false},
+    {"film-dots-sample", measureFilmDotsSample, false},
+    {"film-dots", measureFilmDots, false},
 };
 
 bool known(const char *name)
@@ -52,6 +54,16 @@ bool wanted(const Table &table, int names, char **name)
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
            table.print != measurePlatesTime && table.print != measureFilmDotsSample &&
            table.print != measureFilmSample;
+}
+
+void print(const Table &table, const std::filesystem::path &riders)
+{
+    const int before = missedSoFar();
+    table.print(riders);
+    if (!table.again || missedSoFar() == before)
+        return;
+    std::printf("\nMissed, and so measured once more\n");
+    table.print(riders);
 }
 
 int usage()
@@ -76,7 +88,7 @@ int main(int argc, char **argv)
         const std::filesystem::path riders = std::filesystem::absolute(argv[1]);
         for (const Table &table : tables)
             if (wanted(table, argc - 2, argv + 2))
-                table.print(riders);
+                print(table, riders);
     } catch (const toolbox::ScriptError &error) {
         std::fprintf(stderr, "measure: %s\n", error.message.c_str());
         return 1;

@@ -29,9 +29,20 @@ double median(std::vector<double> values)
     return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+int missed = 0;
+
 const char *verdict(double value, double aim)
 {
+    missed += value > aim;
     return value <= aim ? "reached" : "missed";
+}
+
+// Of the last minute: what else the machine was doing.
+double load()
+{
+    double loads[1] = {};
+    getloadavg(loads, 1);
+    return loads[0];
 }
 
 }  // namespace
@@ -78,7 +89,8 @@ Pair sideBySide(int rounds, const std::function<double()> &ours, const std::func
 
 void printHeading(const char *heading)
 {
-    std::printf("\n%s\n%-60s %10s %10s %7s %6s\n", heading, "", "ours ms", "other ms", "ratio", "aim");
+    std::printf("\n%s (load %.1f)\n%-60s %10s %10s %7s %6s\n", heading, load(), "", "ours ms", "other ms", "ratio",
+                "aim");
 }
 
 void printRow(const std::string &what, const Pair &pair, double aim)
@@ -86,6 +98,11 @@ void printRow(const std::string &what, const Pair &pair, double aim)
     std::printf("%-60s %10.2f %10.2f %7.2f %6.2f  %s\n", what.c_str(), pair.ours * 1e3, pair.theirs * 1e3,
                 pair.ratio(), aim, verdict(pair.ratio(), aim));
     std::fflush(stdout);
+}
+
+int missedSoFar()
+{
+    return missed;
 }
 
 void printFigure(const std::string &what, double value, const char *unit, double aim)

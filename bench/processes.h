@@ -30,6 +30,8 @@ Pair sideBySide(int rounds, const std::function<double()> &ours, const std::func
 void printHeading(const char *heading);
 void printRow(const std::string &what, const Pair &pair, double aim);
 void printFigure(const std::string &what, double value, const char *unit, double aim);
+// How many of both have missed their aims.
+int missedSoFar();
 
 // A folder for the length of a measurement.
 class Workplace {

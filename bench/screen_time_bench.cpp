@@ -81,7 +81,7 @@ void measurePhotographs(const std::filesystem::path &riders, const Workplace &pl
     printRow(what + " : setscreen",
              sideBySide(
                  3, [&] { return measured(fragment, ours); }, [&] { return measured(plain, theirs); }),
-             1.1);
+             1.05);
     printFigure("  memory more than with setscreen", static_cast<double>(ours - theirs) / 1024, "MiB", 64);
 }
 
@@ -113,7 +113,7 @@ void measureScreenTime(const std::filesystem::path &riders)
             return seconds({fragment, nothing});
         },
         [&] { return seconds({nothing}); });
-    printFigure("  a job of nothing takes longer by", (empty.ours - empty.theirs) * 1e3, "ms", 60);
+    printFigure("  a job of nothing takes longer by", (empty.ours - empty.theirs) * 1e3, "ms", 10);
     for (double at : {600.0, 1200.0, 2400.0})
         for (const Chosen &pair : {Chosen{"85", "37.5"}, Chosen{"133", "15"}})
             measurePhotographs(riders, place, at, pair);
@@ -151,5 +151,5 @@ void measureMeter()
     const double seconds = secondsOf([&] { reading = meter::readScreen(page); });
     if (std::abs(reading.frequency - 150) > 0.1)
         throw std::runtime_error("the meter does not find the plate's screen");
-    printFigure("a plate of A4 at 2400 dpi, its tint found", seconds * 1e3, "ms", 1000);
+    printFigure("a plate of A4 at 2400 dpi, its tint found", seconds * 1e3, "ms", 200);
 }

@@ -198,7 +198,7 @@ void writeCopying(const io::OpenFile &job, const Head &head, const Cut &cut, std
     io::writeAll(out.file(), head.bytes().substr(0, cut.from));
     io::writeAll(out.file(), text);
     io::writeAll(out.file(), head.bytes().substr(cut.to));
-    io::copyRest(job, out.file());
+    io::copyRest(job, out.file(), out.isSynced());
 }
 
 bool isSameOrdinaryFile(const std::filesystem::path &out, const std::filesystem::path &riders)

@@ -18,6 +18,8 @@ namespace {
 
 constexpr size_t kBuffer = 256 << 10;
 constexpr size_t kAtOnce = size_t(1) << 30;
+// Enough for the disk to work on while as much is copied.
+constexpr size_t kToDisk = size_t(8) << 20;
 
 // True where the call is to be made again: it was interrupted, or a
 // descriptor that does not block is not ready yet.
@@ -39,6 +41,14 @@ mode_t kindOf(int descriptor)
 
 using KernelCopy = ssize_t (*)(int in, int out);
 
+ssize_t byFileRangeToDisk(int in, int out)
+{
+    const ssize_t moved = copy_file_range(in, nullptr, out, nullptr, kToDisk, 0);
+    if (moved > 0)
+        sync_file_range(out, 0, 0, SYNC_FILE_RANGE_WRITE);  // only begins it, and may fail: whoever must know syncs
+    return moved;
+}
+
 ssize_t byFileRange(int in, int out)
 {
     return copy_file_range(in, nullptr, out, nullptr, kAtOnce, 0);
@@ -54,11 +64,11 @@ ssize_t bySending(int in, int out)
     return sendfile(out, in, nullptr, kAtOnce);
 }
 
-KernelCopy bestCopy(int in, int out)
+KernelCopy bestCopy(int in, int out, bool toDisk)
 {
     const mode_t from = kindOf(in), to = kindOf(out);
     if (S_ISREG(from) && S_ISREG(to))
-        return byFileRange;
+        return toDisk ? byFileRangeToDisk : byFileRange;
     if (S_ISFIFO(from) || S_ISFIFO(to))
         return byPipe;
     return S_ISREG(from) ? bySending : nullptr;
@@ -158,9 +168,9 @@ void writeAll(const OpenFile &out, std::string_view bytes)
     }
 }
 
-void copyRest(const OpenFile &in, const OpenFile &out)
+void copyRest(const OpenFile &in, const OpenFile &out, bool toDisk)
 {
-    if (const KernelCopy copy = bestCopy(in.descriptor(), out.descriptor()))
+    if (const KernelCopy copy = bestCopy(in.descriptor(), out.descriptor(), toDisk))
         for (ssize_t moved; (moved = copy(in.descriptor(), out.descriptor())) != 0;)
             if (moved < 0 && errno != EINTR)
                 break;

@@ -47,8 +47,9 @@ std::string contentsOf(const std::string &path);
 // Throws Refusal.
 void writeAll(const OpenFile &out, std::string_view bytes);
 
-// Copies from the current position of `in` to its end. Throws Refusal.
-void copyRest(const OpenFile &in, const OpenFile &out);
+// Copies from the current position of `in` to its end. Throws Refusal. With `toDisk` an ordinary file is on its way
+// to the disk while the rest is copied, so that waiting for it at the end takes less time.
+void copyRest(const OpenFile &in, const OpenFile &out, bool toDisk = false);
 
 // True where both are the same ordinary file.
 bool sameFile(int one, int other);

@@ -132,7 +132,7 @@ void copyFile(const fs::path &from, const fs::path &to, const fs::path &like)
     Output out(to);
     if (!like.empty())
         out.takeAttributes(like);
-    copyRest(in, out.file());
+    copyRest(in, out.file(), true);
     out.finish();
 }
 

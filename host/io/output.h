@@ -20,6 +20,8 @@ public:
     Output &operator=(const Output &) = delete;
 
     const OpenFile &file() const { return file_; }
+    // Whether finish will wait until the bytes are on the disk.
+    bool isSynced() const { return !target_.empty(); }
     // Gives it that file's mode and, where the user may, its owner; nothing where there is none.
     void takeAttributes(const std::filesystem::path &of);
     // Gives the file its name once its bytes are on the disk, and waits until the name is there, too. Until

@@ -16,6 +16,11 @@ static_assert(kBins == 1 << kBinBits);
 
 thread_local std::uint64_t laid = 0;
 
+std::size_t binOf(std::uint32_t u, std::uint32_t v)
+{
+    return std::size_t(v >> (32 - kBinBits)) * kBins + (u >> (32 - kBinBits));
+}
+
 // Bell curve weights from the middle out.
 std::vector<float> bell(double spread)
 {
@@ -155,13 +160,16 @@ void Folding::layBlock(Block &block, const Lattice &lattice)
     std::array<std::uint64_t, std::size_t(kBins) * kBins> counts{};
     const double x0 = block.x - (block.width - 1) / 2.0, y0 = block.y - (block.height - 1) / 2.0;
     const std::uint32_t stepU = phaseStep(lattice.across.x), stepV = phaseStep(lattice.down.x);
+    const int right = block.left + block.width;
     for (int y = 0; y < block.height; ++y) {
         std::uint32_t u = phaseAt(lattice.across, x0, y0 + y), v = phaseAt(lattice.down, x0, y0 + y);
         const std::uint8_t *row = page_.row(block.top + y);
         laid += static_cast<std::uint64_t>(block.width);
-        for (int x = block.left; x < block.left + block.width; ++x, u += stepU, v += stepV) {
-            const std::uint64_t inked = row[x >> 3] >> (7 - (x & 7)) & 1;
-            counts[(v >> (32 - kBinBits)) * kBins + (u >> (32 - kBinBits))] += 1 + (inked << 32);
+        // A byte of pixels at a time, the next of them in its highest bit.
+        for (int x = block.left; x < right;) {
+            unsigned bits = unsigned(row[x >> 3]) << (x & 7);
+            for (const int end = std::min(right, (x | 7) + 1); x < end; ++x, bits <<= 1, u += stepU, v += stepV)
+                counts[binOf(u, v)] += 1 + (std::uint64_t(bits & 0x80) << 25);
         }
     }
     FoldedCell &cell = block.cell;
@@ -227,15 +235,15 @@ double CellFit::disagreement(const PageWindow &part) const
     const int step = std::max(1, part.height / kMostRows) | 1;  // odd: not in step with the cells
     double sum = 0;
     std::int64_t pixels = 0;
-    for (int y = part.top; y < part.top + part.height; y += step)
-        for (int x = part.left; x < part.left + part.width; ++x, ++pixels) {
-            const std::uint32_t u = phaseAt(lattice_.across, x - middleX_, y - middleY_);
-            const std::uint32_t v = phaseAt(lattice_.down, x - middleX_, y - middleY_);
-            const std::size_t column = columns_ == 1 ? 0 : u >> (32 - kBinBits);
-            const std::size_t row = v >> (32 - kBinBits);
-            const float share = shares_[row * columns_ + column];
+    const std::uint32_t stepU = phaseStep(lattice_.across.x), stepV = phaseStep(lattice_.down.x);
+    for (int y = part.top; y < part.top + part.height; y += step) {
+        std::uint32_t u = phaseAt(lattice_.across, part.left - middleX_, y - middleY_);
+        std::uint32_t v = phaseAt(lattice_.down, part.left - middleX_, y - middleY_);
+        for (int x = part.left; x < part.left + part.width; ++x, ++pixels, u += stepU, v += stepV) {
+            const float share = shares_[columns_ == 1 ? v >> (32 - kBinBits) : binOf(u, v)];
             sum += page_.at(x, y) ? 1 - share : share;
         }
+    }
     return pixels > 0 ? sum / double(pixels) : 0;
 }
 

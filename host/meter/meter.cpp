@@ -101,7 +101,8 @@ double blockLoss(const Wave &wave, int shrink)
 void setBeat(ScreenReading &reading, const BitPage &page, const Lattice &lattice)
 {
     const int smaller = std::min(reading.window.width, reading.window.height);
-    const int shrink = std::clamp(int(reading.cellPixels / 4), 1, std::max(1, smaller / kSmallestSide));
+    // A cell of 16 pixels is one of 16 also where it is measured as 15.9999.
+    const int shrink = std::clamp(int(reading.cellPixels / 4 + 0.001), 1, std::max(1, smaller / kSmallestSide));
     const Spectrum spectrum(page, reading.window, shrink);
     const double frequency = 1 / reading.cellPixels;
     const double below = std::min(0.8 * frequency, frequency - 3.0 / std::min(spectrum.across(), spectrum.down()));

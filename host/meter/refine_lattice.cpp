@@ -86,11 +86,14 @@ Lattice refineLattice(const BitPage &page, const PageWindow &window, Lattice lat
         Folding folding(page, middleOf(window, side), 500'000);
         improve(folding, lattice, 4, kWide, kWide);
     }
-    Folding folding(page, window, 2'000'000);
-    improve(folding, lattice, 4, kWide, kWide);
+    // Some of the pixels lead as near as a blurred cell can; for the rest of the way more of them are worth their
+    // time.
+    Folding some(page, window, 500'000);
+    improve(some, lattice, 4, kWide, kWide);
     const double narrow = narrowest(lattice);
-    improve(folding, lattice, 10, narrow, narrow);
-    improve(folding, lattice, 10, 0, narrow);
+    improve(some, lattice, 10, narrow, narrow);
+    Folding many(page, window, 2'000'000);
+    improve(many, lattice, 10, 0, narrow);
     return lattice;
 }
 

@@ -128,8 +128,10 @@ bool Spectrum::standsOut(const Peak &peak) const
 
 float Spectrum::strengthAt(int kx, int ky) const
 {
-    kx = (kx % columns_ + columns_) % columns_;
-    ky = (ky % rows_ + rows_) % rows_;
+    if (kx < 0 || kx >= columns_)
+        kx = (kx % columns_ + columns_) % columns_;
+    if (ky < 0 || ky >= rows_)
+        ky = (ky % rows_ + rows_) % rows_;
     if (kx > columns_ / 2)
         kx = columns_ - kx, ky = (rows_ - ky) % rows_;
     return strength_[std::size_t(ky) * (columns_ / 2 + 1) + kx];
@@ -143,6 +145,9 @@ bool Spectrum::nearNothing(int kx, int ky) const
 bool Spectrum::isPeak(int kx, int ky) const
 {
     const float middle = strengthAt(kx, ky);
+    // Most are none already beside the next one.
+    if (strengthAt(kx + 1, ky) > middle || strengthAt(kx, ky + 1) > middle)
+        return false;
     for (int dy = -1; dy <= 1; ++dy)
         for (int dx = -1; dx <= 1; ++dx)
             if (strengthAt(kx + dx, ky + dy) > middle)

@@ -39,6 +39,7 @@ const std::vector<CallKind> &callKinds()
         {KIND(fallocate), {kInOut, kInterrupted, kNoSpace}},
         {KIND(close), {kInOut, kInterrupted, kNoSpace}},
         {KIND(fsync), {kInOut, kInterrupted, kNoSpace}},
+        {KIND(sync_file_range), {kInOut, kNoSystem}},
         {KIND(lseek), {kInOut}},
         {KIND(stat), looks},
         {KIND(lstat), looks},
