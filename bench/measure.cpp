@@ -31,6 +31,8 @@ const Table tables[] = {
     {"screens", measureScreens},
     {"film-sample", measureFilmSample},
     {"film", measureFilm},
+    {"printer-sample", measurePrinterSample},
+    {"printer", measurePrinter},
     {"film-dots-sample", measureFilmDotsSample},
     {"film-dots", measureFilmDots},
 };
@@ -51,7 +53,7 @@ bool wanted(const Table &table, int names, char **name)
             return true;
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
            table.print != measurePlatesTime && table.print != measureFilmDotsSample &&
-           table.print != measureFilmSample;
+           table.print != measureFilmSample && table.print != measurePrinterSample && table.print != measurePrinter;
 }
 
 int usage()
