@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include "film/resolution_text.h"
 #include "printer/job_line.h"
@@ -22,6 +23,12 @@ bool makeDocument(pappl_job_t *job, pappl_device_t *, void *)
     return gJobLine != nullptr && gJobLine->make(job, {});
 }
 
+// The format that is only the filters' end, should somebody send it: no film comes of it.
+bool makeRaw(pappl_job_t *job, pappl_pr_options_t *, pappl_device_t *device)
+{
+    return makeDocument(job, device, nullptr);
+}
+
 bool isReady(pappl_printer_t *)
 {
     return true;
@@ -35,6 +42,7 @@ void setCallbacks(pappl_pr_driver_data_t &data)
 {
     data.identify_cb = identify;
     data.identify_default = data.identify_supported = PAPPL_IDENTIFY_ACTIONS_SOUND;
+    data.printfile_cb = makeRaw;
     data.status_cb = isReady;
 }
 
@@ -87,6 +95,21 @@ void setChoices(pappl_pr_driver_data_t &data, ipp_t *attributes)
         }
 }
 
+// What IPP Everywhere asks for besides what PAPPL says by itself. Pages of a job cannot have options of their own,
+// so there is no overrides-supported.
+void addEverywhere(ipp_t *attributes)
+{
+    ippAddBoolean(attributes, IPP_TAG_PRINTER, "preferred-attributes-supported", 0);
+    for (const char *const name : {"print-rendering-intent-default", "print-rendering-intent-supported"})
+        ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, name, nullptr, "auto");
+    ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "pwg-raster-document-sheet-back", nullptr,
+                 "normal");
+    constexpr std::string_view kDisk =
+        "type=other;maxcapacity=-2;level=-2;class=other;unit=other;colorantname=none;";
+    ippAddOctetString(attributes, IPP_TAG_PRINTER, "printer-supply", kDisk.data(), static_cast<int>(kDisk.size()));
+    ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_TEXT, "printer-supply-description", nullptr, "Films");
+}
+
 }  // namespace
 
 bool describeQueue(pappl_system_t *, const char *driver, const char *, const char *, pappl_pr_driver_data_t *data,
@@ -102,11 +125,13 @@ bool describeQueue(pappl_system_t *, const char *driver, const char *, const cha
     data->kind = PAPPL_KIND_DOCUMENT | PAPPL_KIND_LARGE_FORMAT;
     data->color_supported = PAPPL_COLOR_MODE_AUTO | PAPPL_COLOR_MODE_COLOR | PAPPL_COLOR_MODE_MONOCHROME;
     data->color_default = PAPPL_COLOR_MODE_AUTO;
+    data->orient_default = IPP_ORIENT_PORTRAIT;
     takeRaster(*data);
     setResolutions(*data, *static_cast<const ServiceRequest *>(request));
     setMedia(*data);
     *attributes = ippNew();
     setChoices(*data, *attributes);
+    addEverywhere(*attributes);
     return true;
 }
 

@@ -2,11 +2,12 @@
 // goes out. The program defines these functions itself, and so the loader gives them to PAPPL, instead of the
 // libraries' own, which they call.
 #include <dlfcn.h>
+#include <errno.h>
 #include <pappl/pappl.h>
+#include <string.h>
 #include <sys/statvfs.h>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,12 +15,17 @@
 
 #include "printer/job_line.h"
 
+namespace riders::printer {
+
+// Here, so that whatever uses it is linked with what is below.
+JobLine *gJobLine = nullptr;
+
+}  // namespace riders::printer
+
 namespace {
 
 using riders::printer::gJobLine;
 using riders::printer::JobKey;
-
-constexpr unsigned long kLeastRoom = 64 << 10;  // on a disk that is not full
 
 template <class Function>
 Function *librarysOwn(const char *name)
@@ -62,12 +68,28 @@ void sayWhyNotReceived(ipp_t *answer)
         (!said.starts_with("Unable to write print file") && !said.starts_with("Unable to create print file")))
         return;
     const riders::printer::ServiceRequest &request = gJobLine->request();
+    // What was received is removed by now. The disk is to blame where the largest document would not fit.
     struct statvfs disk = {};
-    if (statvfs(request.state.c_str(), &disk) == 0 && disk.f_bavail * disk.f_frsize < kLeastRoom)
+    const bool small = statvfs(request.state.c_str(), &disk) == 0 &&
+                       disk.f_bavail * disk.f_frsize < static_cast<unsigned long>(request.mostMegabytes) << 20;
+    const bool full =
+        said.find(strerror(ENOSPC)) != said.npos || (small && said.find(strerror(EFBIG)) == said.npos);
+    if (full)
         refuse(answer, IPP_STATUS_ERROR_TEMPORARY, "The printer's disk is full.");
     else
         refuse(answer, IPP_STATUS_ERROR_REQUEST_ENTITY,
                "The document is larger than " + std::to_string(request.mostMegabytes) + " MB.");
+}
+
+// PAPPL has one status for whatever it does not take.
+void sayThatFormatIsUnknown(ipp_t *answer)
+{
+    if (ippGetStatusCode(answer) != IPP_STATUS_ERROR_ATTRIBUTES_OR_VALUES)
+        return;
+    for (ipp_attribute_t *each = ippFirstAttribute(answer); each != nullptr; each = ippNextAttribute(answer))
+        if (ippGetGroupTag(each) == IPP_TAG_UNSUPPORTED_GROUP && ippGetName(each) != nullptr &&
+            strcmp(ippGetName(each), "document-format") == 0)
+            ippSetStatusCode(answer, IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED);
 }
 
 }  // namespace
@@ -78,7 +100,7 @@ extern "C" int papplJobOpenFile(pappl_job_t *job, char *name, size_t size, const
                                 const char *extension, const char *mode)
 {
     static auto *const own = librarysOwn<decltype(papplJobOpenFile)>("papplJobOpenFile");
-    if (extension == nullptr && std::strcmp(mode, "w") == 0)
+    if (extension == nullptr && strcmp(mode, "w") == 0)
         papplJobSetReasons(job, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED, PAPPL_JREASON_NONE);
     return own(job, name, size, folder, extension, mode);
 }
@@ -94,7 +116,9 @@ extern "C" size_t ippLength(ipp_t *answer)
             if (const std::optional<std::string> why = gJobLine->refusalOf(*key))
                 refuse(answer, IPP_STATUS_ERROR_TEMPORARY, *why);
     }
-    if (gJobLine != nullptr)
+    if (gJobLine != nullptr) {
         sayWhyNotReceived(answer);
+        sayThatFormatIsUnknown(answer);
+    }
     return own(answer);
 }

@@ -20,8 +20,6 @@ namespace fs = std::filesystem;
 
 namespace riders::printer {
 
-JobLine *gJobLine = nullptr;
-
 namespace {
 
 int coresOf(const ServiceRequest &request)
@@ -135,6 +133,7 @@ void JobLine::begin()
 {
     const std::lock_guard lock(mutex_);
     begun_ = true;
+    std::thread([this] { watchGone(); }).detach();
     for (const Queue &queue : request_.queues)
         advance(queue.name);
 }
@@ -144,7 +143,7 @@ void JobLine::settle()
     const std::lock_guard lock(mutex_);
     if (stopping_)
         return;
-    noteCanceled();
+    noteGone();
     for (const Queue &queue : request_.queues) {
         for (pappl_job_t *const job : activeJobs(printerOf(system_, queue.name)))
             if (papplJobGetState(job) == IPP_JSTATE_HELD && papplJobGetFilename(job) != nullptr &&
@@ -166,14 +165,15 @@ void JobLine::keep(pappl_job_t *job, const std::string &queue, const fs::path &d
         store_.accept(record, document);
         papplJobSetReasons(job, PAPPL_JREASON_JOB_QUEUED,
                            isHeldByUser(job) ? PAPPL_JREASON_NONE : PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED);
-        forgetOldest(queue);
     } catch (const io::Refusal &refusal) {
         refused_[key] = refusal.message;
         say("a job for " + queue + " was refused: " + refusal.message);
         papplJobSetMessage(job, "%s", refusal.message.c_str());
         papplJobSetReasons(job, PAPPL_JREASON_ABORTED_BY_SYSTEM, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED);
         papplJobCancel(job);
+        return;
     }
+    forgetOldest(queue);
 }
 
 std::optional<std::string> JobLine::refusalOf(const JobKey &key)
@@ -194,8 +194,12 @@ void JobLine::forgetOldest(const std::string &queue)
             over.push_back(record.key);
     const std::size_t most = static_cast<std::size_t>(request_.mostKept);
     over.resize(over.size() > most ? over.size() - most : 0);
-    for (const JobKey &key : over)
-        store_.forget(key);
+    try {
+        for (const JobKey &key : over)
+            store_.forget(key);
+    } catch (const io::Refusal &refusal) {
+        say(refusal.message);
+    }
 }
 
 // The next in order, once PAPPL has no thread for the queue: of two releases at the same time it might start one
@@ -223,36 +227,50 @@ void JobLine::ended(const std::string &queue)
     const std::lock_guard lock(mutex_);
     started_.erase({queue, busy_[queue]});
     busy_.erase(queue);
-    noteCanceled();
+    noteGone();
     advance(queue);
 }
 
-void JobLine::cancel(const JobKey &key)
+void JobLine::gone(const JobKey &key, JobState state)
 {
     const std::lock_guard lock(small_);
-    canceled_.push_back(key);
+    gone_[key] = state;
     if (const auto working = inWork_.find(key); working != inWork_.end())
         eventfd_write(working->second, 1);
+    changed_.notify_all();
 }
 
-void JobLine::noteCanceled()
+void JobLine::noteGone()
 {
-    std::deque<JobKey> keys;
+    std::map<JobKey, JobState> keys;
     {
         const std::lock_guard lock(small_);
-        keys.swap(canceled_);
+        keys.swap(gone_);
     }
-    for (const JobKey &key : keys) {
+    for (const auto &[key, state] : keys) {
         std::optional<JobRecord> record = store_.find(key);
         if (!record || record->state != JobState::accepted)
             continue;
-        record->state = JobState::canceled;
+        record->state = state;
         record->ended = std::time(nullptr);
-        store_.update(*record);
-        // One that was released, and for which PAPPL has no thread because the printer is paused.
+        record->message = state == JobState::failed ? "the document cannot be read" : "";
+        write(*record);
+        // One that was released and has not come to be made.
         if (const auto busy = busy_.find(key.queue);
             busy != busy_.end() && busy->second == key.number && !started_.contains(key))
             busy_.erase(busy);
+    }
+}
+
+// For as long as the process lives.
+void JobLine::watchGone()
+{
+    for (;;) {
+        {
+            std::unique_lock lock(small_);
+            changed_.wait(lock, [this] { return !gone_.empty(); });
+        }
+        settle();
     }
 }
 
@@ -267,9 +285,10 @@ bool JobLine::make(pappl_job_t *job, const fs::path &pixels)
     std::optional<JobRecord> record;
     {
         const std::lock_guard lock(mutex_);
+        if (!started_.insert(key).second)
+            pthread_exit(nullptr);  // PAPPL has started it twice; as far as it knows, the other thread does all
         threadOfQueue.belongTo(key.queue);
         busy_[key.queue] = key.number;
-        started_.insert(key);
         const char *const received = papplJobGetFilename(job);
         if (!store_.find(key) && (received != nullptr || !pixels.empty()))
             keep(job, key.queue, pixels.empty() ? fs::path(received) : pixels);
@@ -340,16 +359,22 @@ bool JobLine::film(pappl_job_t *job, JobRecord record, const fs::path &document)
     return done;
 }
 
-bool JobLine::finish(pappl_job_t *job, JobRecord &record, JobState state, const std::string &message)
+// Where that fails, the next process makes the job again, or finds its films.
+void JobLine::write(const JobRecord &record)
 {
-    record.state = state;
-    record.ended = std::time(nullptr);
-    record.message = message;
     try {
         store_.update(record);
     } catch (const io::Refusal &refusal) {
         say(record.key.text() + ": " + refusal.message);
     }
+}
+
+bool JobLine::finish(pappl_job_t *job, JobRecord &record, JobState state, const std::string &message)
+{
+    record.state = state;
+    record.ended = std::time(nullptr);
+    record.message = message;
+    write(record);
     const bool done = state == JobState::made || state == JobState::held;
     if (state == JobState::failed)
         papplJobSetReasons(job, PAPPL_JREASON_ABORTED_BY_SYSTEM, PAPPL_JREASON_JOB_PRINTING);

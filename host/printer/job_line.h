@@ -10,7 +10,6 @@
 
 #include <atomic>
 #include <condition_variable>
-#include <deque>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -48,8 +47,9 @@ public:
     void answering();
     // The thread that PAPPL started for a job of that queue is about to end.
     void ended(const std::string &queue);
-    // PAPPL says that a job is no longer wanted. May be called with PAPPL's locks held.
-    void cancel(const JobKey &key);
+    // PAPPL says that a job is no longer wanted (canceled), or that it could not even be read (failed). May be
+    // called with PAPPL's locks held.
+    void gone(const JobKey &key, JobState state);
 
     // Prints a job that is kept once more, with those choices. Throws io::Refusal.
     JobKey again(const JobKey &key, const Choices &choices);
@@ -70,8 +70,10 @@ private:
     void advance(const std::string &queue);
     bool film(pappl_job_t *job, JobRecord record, const std::filesystem::path &document);
     bool finish(pappl_job_t *job, JobRecord &record, JobState state, const std::string &message);
+    void write(const JobRecord &record);
     void forgetOldest(const std::string &queue);
-    void noteCanceled();
+    void noteGone();
+    void watchGone();
     pappl_job_t *hand(const JobRecord &record, int number);
 
     const ServiceRequest &request_;
@@ -88,7 +90,7 @@ private:
 
     std::mutex small_;  // for a moment only, also with PAPPL's locks held
     std::condition_variable changed_;
-    std::deque<JobKey> canceled_;
+    std::map<JobKey, JobState> gone_;
     std::map<JobKey, int> inWork_;  // and the descriptor that ends it
 
     std::counting_semaphore<> atOnce_;

@@ -91,9 +91,12 @@ void limitFiles(int megabytes)
 
 void noteEvent(pappl_system_t *, pappl_printer_t *, pappl_job_t *job, pappl_event_t event, void *line)
 {
-    if (event == PAPPL_EVENT_JOB_COMPLETED && job != nullptr &&
-        (papplJobIsCanceled(job) || papplJobGetState(job) == IPP_JSTATE_CANCELED))
-        static_cast<JobLine *>(line)->cancel(keyOf(job));
+    if (event != PAPPL_EVENT_JOB_COMPLETED || job == nullptr)
+        return;
+    if (papplJobIsCanceled(job) || papplJobGetState(job) == IPP_JSTATE_CANCELED)
+        static_cast<JobLine *>(line)->gone(keyOf(job), JobState::canceled);
+    else if (papplJobGetState(job) == IPP_JSTATE_ABORTED)
+        static_cast<JobLine *>(line)->gone(keyOf(job), JobState::failed);
 }
 
 bool beginLine(pappl_system_t *, void *line)
@@ -104,8 +107,8 @@ bool beginLine(pappl_system_t *, void *line)
 
 System systemFor(const ServiceRequest &request)
 {
-    const pappl_soptions_t options =
-        PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE | PAPPL_SOPTIONS_WEB_TLS;
+    const pappl_soptions_t options = PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE |
+                                     (request.listen.empty() ? PAPPL_SOPTIONS_NO_TLS : PAPPL_SOPTIONS_WEB_TLS);
     System system(papplSystemCreate(options, "Riders", request.port, "_print", (request.state / "spool").c_str(),
                                     "-", request.verbose ? PAPPL_LOGLEVEL_INFO : PAPPL_LOGLEVEL_ERROR,
                                     request.accounts.empty() ? nullptr : request.accounts.c_str(), false));

@@ -127,6 +127,8 @@ TEST_F(NothingLostTest, FilmsThatWereMadeAreNotMadeAgain)
     const fs::path film = folder / "films/films-1-job/job_p01_Black.tif";
     const fs::file_time_type before = fs::last_write_time(film);
     const OwnService next(folder.path());
+    next.waitUntil(
+        [&] { return contentsOf(folder / "state/jobs/films-1/record").find("state=made") != std::string::npos; });
     expectMade(next, {1});
     EXPECT_EQ(fs::last_write_time(film), before);
 }
@@ -135,8 +137,9 @@ TEST_F(NothingLostTest, FilmsThatWereMadeAreNotMadeAgain)
 TEST_F(NothingLostTest, AFullDiskRefusesJobsAndSaysWhy)
 {
     fs::create_directory(folder / "state");
-    const OwnService service(folder.path(), {"--sandbox", "never"},
-                             {"bwrap", "--dev-bind", "/", "/", "--size", "2000000", "--tmpfs", folder / "state"});
+    const OwnService service(
+        folder.path(), {"--sandbox", "never"},
+        {"bwrap", "--die-with-parent", "--dev-bind", "/", "/", "--size", "2000000", "--tmpfs", folder / "state"});
     writeFile(folder / "large.ps", kJob + std::string(3 << 20, ' '));
     const Answer refused = service.send(folder / "large.ps", "job");
     EXPECT_EQ(refused.status, IPP_STATUS_ERROR_TEMPORARY) << refused.message;

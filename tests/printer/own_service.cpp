@@ -89,7 +89,7 @@ std::string pathOf(const std::string &uri)
 std::string slowJob()
 {
     std::string job = kJob;
-    job.insert(job.find("0.5 0"), "0 1 2000000 {pop} for\n");
+    job.insert(job.find("0.5 0"), "0 1 5000000 {pop} for\n");
     return job;
 }
 

@@ -50,15 +50,15 @@ TEST_F(PrinterTest, AQueueIsASetOfChoicesAndAJobHasItsOwn)
     const OwnService service(
         folder.path(),
         {"--queue", "fine:frequency=60,angle=45,dpi=600,plates=Cyan:40@75,Line", "--queue", "films"});
-    const Answer plain = service.send(folder / "job.ps", "a", {}, "fine");
-    const Answer own = service.send(folder / "job.ps", "b",
+    const Answer plain = service.send(folder / "job.ps", "a.ps", {}, "fine");
+    const Answer own = service.send(folder / "job.ps", "b.ps",
                                     {{"screen-frequency", "50"},
                                      {"spot-function", "Diamond"},
                                      {"film-negative", "yes"},
                                      {"film-marks", "label"},
                                      {"printer-resolution", "300"}},
                                     "fine");
-    const Answer set = service.send(folder / "job.ps", "c", {{"screens", "offset"}}, "fine");
+    const Answer set = service.send(folder / "job.ps", "c.ps", {{"screens", "offset"}}, "fine");
     for (const Answer &answer : {plain, own, set})
         service.waitFor(answer.job, IPP_JSTATE_COMPLETED, "fine");
     const std::vector<std::string> queue = {"--angle=45", "--plate=Cyan:40@75,Line"};
@@ -66,11 +66,11 @@ TEST_F(PrinterTest, AQueueIsASetOfChoicesAndAJobHasItsOwn)
         more.insert(more.end(), queue.begin(), queue.end());
         return more;
     };
-    EXPECT_EQ(filmsIn(service.films() / "fine-1-a"), filmsOf(kJob, "a", with({"--frequency=60", "--dpi=600"})));
+    EXPECT_EQ(filmsIn(service.films() / "fine-1-a"), filmsOf(kJob, "a.ps", with({"--frequency=60", "--dpi=600"})));
     EXPECT_EQ(
         filmsIn(service.films() / "fine-2-b"),
-        filmsOf(kJob, "b", with({"--frequency=50", "--dpi=300", "--spot=Diamond", "--negative", "--label"})));
-    EXPECT_EQ(filmsIn(service.films() / "fine-3-c"), filmsOf(kJob, "c", {"--screens=offset", "--dpi=600"}));
+        filmsOf(kJob, "b.ps", with({"--frequency=50", "--dpi=300", "--spot=Diamond", "--negative", "--label"})));
+    EXPECT_EQ(filmsIn(service.films() / "fine-3-c"), filmsOf(kJob, "c.ps", {"--screens=offset", "--dpi=600"}));
 }
 
 TEST_F(PrinterTest, WhatIsNoDocumentIsRefused)
@@ -88,6 +88,10 @@ TEST_F(PrinterTest, WhatIsNoDocumentIsRefused)
     service.waitFor(wrong.job, IPP_JSTATE_ABORTED);
     EXPECT_NE(service.messageOf(wrong.job).find("nosuchoperator"), std::string::npos)
         << service.messageOf(wrong.job);
+    const Answer raw = service.send(words, "raw", {}, "films", "application/vnd.riders-films");
+    service.waitFor(raw.job, IPP_JSTATE_ABORTED);
+    const Answer broken = service.send(notEmpty("broken.jpg", "\377\330\377\340 no picture"), "broken");
+    service.waitFor(broken.job, IPP_JSTATE_ABORTED);
     const Answer after = service.send(folder / "job.ps", "after");
     service.waitFor(after.job, IPP_JSTATE_COMPLETED);
 }
@@ -115,9 +119,7 @@ TEST_F(PrinterTest, PicturesAndPixelsAreScreenedHere)
         ASSERT_EQ(answer.status, IPP_STATUS_OK) << name << ": " << answer.message << service.log();
         service.waitFor(answer.job, IPP_JSTATE_COMPLETED);
     }
-    EXPECT_EQ(filmsIn(service.films() / "films-1-page.pwg").size() +
-                  filmsIn(service.films() / "films-1-page").size(),
-              1U);
+    EXPECT_EQ(filmsIn(service.films() / "films-1-page").size(), 1U);
     EXPECT_GT(filmsIn(service.films() / "films-2-page").size(), 1U);
     EXPECT_GT(filmsIn(service.films() / "films-3-page").size(), 1U);
 }
@@ -171,7 +173,7 @@ TEST_F(PrinterTest, ManyClientsAtOnceAreServedInOrder)
     for (int client = 0; client < kClients; ++client)
         clients.emplace_back([&, client] {
             for (int job = 0; job < kJobs; ++job)
-                EXPECT_EQ(service.send(folder / "job.ps", "c" + std::to_string(client)).status, IPP_STATUS_OK);
+                EXPECT_EQ(service.send(folder / "job.ps", "c.ps" + std::to_string(client)).status, IPP_STATUS_OK);
         });
     for (std::thread &client : clients)
         client.join();
@@ -184,6 +186,32 @@ TEST_F(PrinterTest, ManyClientsAtOnceAreServedInOrder)
         ASSERT_NE(at, std::string::npos) << job << log;
         EXPECT_GE(at, before) << job << log;
         before = at;
+    }
+}
+
+TEST_F(PrinterTest, CupsPrintsOnItWithoutADriver)
+{
+    const OwnService service(folder.path(), {"--queue", "films:dpi=300"});
+    const printing_tests::OwnCupsd server{{}};
+    const CommandResult added =
+        runProgram({"lpadmin", "-p", "office", "-E", "-m", "everywhere", "-v", service.uri()}, "", folder.path());
+    ASSERT_EQ(added.status, 0) << added.err;
+    server.waitForDescription("office");
+    const CommandResult sent = runProgram({"lp", "-d", "office", "-t", "leaf", pdf()}, "", folder.path());
+    ASSERT_EQ(sent.status, 0) << sent.err;
+    service.waitUntil([&] { return !filmsIn(service.films() / "films-1-leaf").empty(); });
+    EXPECT_EQ(filmsIn(service.films() / "films-1-leaf").count("leaf_p01_Cyan.tif"), 1U);
+}
+
+// What comes with CUPS to try whether a printer keeps to the protocol.
+TEST_F(PrinterTest, KeepsToTheProtocol)
+{
+    const OwnService service(folder.path(), {"--queue", "films:dpi=150"});
+    for (const char *const file : {"ipp-1.1.test", "ipp-2.0.test"}) {
+        const CommandResult result = runProgram(
+            {"ipptool", "-tI", "-V", "2.0", "-f", folder / "job.ps", service.uri(), file}, "", folder.path());
+        EXPECT_EQ(result.out.find("[FAIL]"), std::string::npos) << result.out;
+        EXPECT_NE(result.out.find("[PASS]"), std::string::npos) << result.out << result.err;
     }
 }
 

@@ -8,7 +8,7 @@ printer_packages=(libpappl-dev zlib1g-dev bubblewrap)
 # Displays without a person, programs that act for one, and those whose jobs are screened.
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils qpdf mupdf-tools
-               cups-daemon cups-client cups-ipp-utils printer-driver-gutenprint)
+               cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint)
 fuzz_packages=(clang libclang-rt-14-dev lld)
 check_packages=(clang clang-tidy cppcheck shellcheck libgtest-dev libcairo2-dev)
 

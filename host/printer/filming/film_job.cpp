@@ -203,8 +203,9 @@ std::string nameOfFilms(const std::string &title)
         else if (!name.empty() && name.back() != '-')
             name += '-';
     const std::string ending = fs::path(name).extension();
-    if (ending == ".pdf" || ending == ".ps" || ending == ".eps" || ending == ".png" || ending == ".jpg")
-        name.resize(name.size() - ending.size());
+    for (const char *const known : {".pdf", ".ps", ".eps", ".png", ".jpg", ".jpeg", ".pwg"})
+        if (ending == known)
+            name.resize(name.size() - ending.size());
     std::size_t length = std::min(name.size(), kLongestName);
     while (length > 0 && length < name.size() && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80)
         --length;
