@@ -41,3 +41,7 @@ void measureFilmDotsSample(const std::filesystem::path &riders);
 // hour. The sample: A4 at 1200 dpi.
 void measureFilm(const std::filesystem::path &riders);
 void measureFilmSample(const std::filesystem::path &riders);
+// `riders printer`: 500 jobs sent by 20 clients against plain Ghostscript on the same jobs, its memory, and the time from
+// the last byte of a job to its films. The sample: 40 jobs.
+void measurePrinter(const std::filesystem::path &riders);
+void measurePrinterSample(const std::filesystem::path &riders);

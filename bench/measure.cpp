@@ -33,6 +33,8 @@ const Table tables[] = {
     {"screens", measureScreens, false},
     {"film-sample", measureFilmSample, false},
     {"film", measureFilm, false},
+    {"printer-sample", measurePrinterSample, false},
+    {"printer", measurePrinter, false},
     {"film-dots-sample", measureFilmDotsSample, false},
     {"film-dots", measureFilmDots, false},
 };
@@ -53,7 +55,7 @@ bool wanted(const Table &table, int names, char **name)
             return true;
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
            table.print != measurePlatesTime && table.print != measureFilmDotsSample &&
-           table.print != measureFilmSample;
+           table.print != measureFilmSample && table.print != measurePrinterSample && table.print != measurePrinter;
 }
 
 void print(const Table &table, const std::filesystem::path &riders)

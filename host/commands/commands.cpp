@@ -12,6 +12,7 @@
 #include "commands/make_command.h"
 #include "commands/mesh_command.h"
 #include "commands/play_command.h"
+#include "commands/printer_command.h"
 #include "commands/proof_command.h"
 #include "commands/screens_command.h"
 #include "commands/shapes_command.h"
@@ -40,6 +41,7 @@ Commands::Commands(CLI::App &app)
     addMesh(app, chosen_);
     addScreens(app, chosen_);
     addShapes(app, chosen_);
+    addPrinterCommand(app, chosen_);
     chosen_.run = [this] {
         return app::startOnDesktop({plugin::programFile(), plugin::pluginBesideProgram(), shownJob_});
     };

@@ -15,7 +15,7 @@ namespace {
 
 namespace screens = riders::screens;
 
-const std::vector<std::string> kColumns = {"Cyan", "Magenta", "Yellow", "Black", "*"};
+const std::vector<std::string> kPlateColumns = {"Cyan", "Magenta", "Yellow", "Black", "*"};
 
 std::map<std::string, std::filesystem::path> installed()
 {
@@ -27,7 +27,7 @@ TableRow rowOf(const std::string &name, const screens::ScreenSet &set)
 {
     TableRow row = {"`" + name + "`"};
     const std::vector<screens::PlateScreen> plates = screensOf(set);
-    for (const std::string &column : kColumns) {
+    for (const std::string &column : kPlateColumns) {
         row.emplace_back();
         for (const screens::PlateScreen &plate : plates)
             if (plate.plate == column)
