@@ -75,17 +75,15 @@ private:
             run_.pageRendered();
             workers_.addUrgent([this, i, share, report] {
                 const size_t page = share.pages[i];
-                run_.pageRead({page, readRendered(job_, share, i),
-                               screensOf(page, static_cast<int>(i) + 1, *report), report});
+                run_.pageRead({page, readRendered(job_, share, *report, i), screensOf(page, i, *report), report});
             });
         }
     }
 
     // For PostScript the interpreter reports the screens of all pages, for PDF those of its share.
-    AskedScreens screensOf(size_t page, int file, const InterpreterReport &report) const
+    AskedScreens screensOf(size_t page, size_t file, const InterpreterReport &report) const
     {
-        const int number = run_.job.kind == JobKind::pdf ? file : run_.survey.pages[page].number;
-        const auto index = static_cast<size_t>(number) - 1;
+        const size_t index = placeInReport(run_.job, run_.survey.pages[page].number, file);
         return index < report.pages.size() ? report.pages[index] : AskedScreens{};
     }
 

@@ -12,17 +12,11 @@
 
 namespace {
 
-// A file in memory, of the header's fixed bytes and a width below 256, then the data.
+// A file in memory.
 std::string fileOf(const uint8_t *data, size_t size)
 {
     static const int file = memfd_create("plates", 0);
-    std::string bytes(128, '\0');
-    bytes[0] = 10, bytes[2] = 1, bytes[3] = 4, bytes[65] = 1;
-    if (size > 0)
-        bytes[8] = static_cast<char>(data[0]);
-    bytes.append(reinterpret_cast<const char *>(data), size);
-    if (ftruncate(file, 0) != 0 ||
-        pwrite(file, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
+    if (ftruncate(file, 0) != 0 || pwrite(file, data, size, 0) != static_cast<ssize_t>(size))
         abort();
     return "/proc/self/fd/" + std::to_string(file);
 }
@@ -31,8 +25,13 @@ std::string fileOf(const uint8_t *data, size_t size)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    if (size < 2)
+        return 0;
     try {
-        const auto plates = riders::plates::readProcessPlates(fileOf(data, size), 100, 10);
+        // Often as large as the file is.
+        const int columns = data[0],
+                  rows = data[1] % 2 != 0 ? data[1] : static_cast<int>(size) * 2 / (columns + 1);
+        const auto plates = riders::plates::readProcessPlates(fileOf(data + 2, size - 2), columns, rows);
         for (const riders::plates::BitPlate &plate : plates) {
             if (plates.size() != 4 || plate.width != plates[0].width || plate.height != plates[0].height ||
                 plate.bits.size() != plate.rowBytes * static_cast<size_t>(plate.height))

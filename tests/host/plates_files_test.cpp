@@ -1,7 +1,9 @@
 // Plates in files: those of the interpreter, and films.
 #include <tiffio.h>
 
+#include <algorithm>
 #include <random>
+#include <utility>
 
 #include "host/proof_support.h"
 #include "plates/files/film_file.h"
@@ -15,31 +17,25 @@ namespace plates = riders::plates;
 
 using plates::BitPlate;
 
-// A PCX file as the interpreter writes it, of rows of four bits per pixel.
-std::string pcxOf(int width, const std::vector<std::vector<int>> &rows)
+// A file as the interpreter writes it, of rows of four bits per pixel.
+std::string bitsOf(int width, const std::vector<std::vector<int>> &rows)
 {
-    std::string file(128, '\0');
-    file[0] = 10, file[1] = 2, file[2] = 1, file[3] = 4, file[65] = 1;
-    file[8] = static_cast<char>((width - 1) & 0xFF);
-    file[9] = static_cast<char>((width - 1) >> 8 & 0xFF);
+    std::string file;
     for (const std::vector<int> &row : rows)
-        for (int x = 0; x < (width + 3) / 4 * 4; x += 2) {
+        for (int x = 0; x < width; x += 2) {
             const auto pixel = [&](int at) { return at < width ? row[static_cast<size_t>(at)] : 15; };
-            const int byte = pixel(x) << 4 | pixel(x + 1);
-            if (byte >= 0xC0)
-                file += '\xC1';
-            file += static_cast<char>(byte);
+            file += static_cast<char>(pixel(x) << 4 | pixel(x + 1));
         }
     return file;
 }
 
 class PlatesFilesTest : public ProofTest {
 protected:
-    std::string messageOf(const std::string &pcx)
+    std::string messageOf(const std::string &bits, int columns, int rows)
     {
-        writeFile(folder / "1.pcx", pcx);
+        writeFile(folder / "1.bits", bits);
         try {
-            plates::readProcessPlates(folder / "1.pcx", 10, 10);
+            plates::readProcessPlates(folder / "1.bits", columns, rows);
             return "read";
         } catch (const io::Refusal &refusal) {
             return refusal.message;
@@ -55,9 +51,10 @@ TEST_F(PlatesFilesTest, ProcessPlatesAreDealtFromAPixelsFourBits)
         for (std::vector<int> &row : rows)
             for (int &pixel : row)
                 pixel = static_cast<int>(random() % 16);
-        writeFile(folder / "1.pcx", pcxOf(width, rows));
-        const std::vector<BitPlate> plates = plates::readProcessPlates(folder / "1.pcx", width, 5);
+        writeFile(folder / "1.bits", bitsOf(width, rows));
+        const std::vector<BitPlate> plates = plates::readProcessPlates(folder / "1.bits", width, 5);
         ASSERT_EQ(plates.size(), 4u);
+        EXPECT_EQ(plates::readBlackPlate(folder / "1.bits", width, 5).bits, plates[3].bits) << width;
         for (int plate = 0; plate < 4; ++plate) {
             const BitPlate &bits = plates[static_cast<size_t>(plate)];
             ASSERT_EQ(bits.width, width);
@@ -74,41 +71,28 @@ TEST_F(PlatesFilesTest, ProcessPlatesAreDealtFromAPixelsFourBits)
     }
 }
 
-// The file has 16 bits for a width.
-TEST_F(PlatesFilesTest, AWidePageIsDistinguishedFromANarrowOne)
+// More than are read at a time.
+TEST_F(PlatesFilesTest, AllRowsOfALongPageAreRead)
 {
-    const int width = 65536 + 10;
-    writeFile(folder / "1.pcx", pcxOf(width, {std::vector<int>(width, 8)}));
-    const std::vector<BitPlate> plates = plates::readProcessPlates(folder / "1.pcx", width - 3, 1);
-    EXPECT_EQ(plates[0].width, width);
-    EXPECT_TRUE(plates[0].at(width - 1, 0));
-    EXPECT_FALSE(plates[1].hasInk());
+    std::vector<std::vector<int>> rows(5000, std::vector<int>(1001, 0));
+    rows.front().back() = rows.back().back() = rows[4321][5] = 1;
+    writeFile(folder / "1.bits", bitsOf(1001, rows));
+    const BitPlate black = plates::readBlackPlate(folder / "1.bits", 1001, 5000);
+    EXPECT_TRUE(black.at(1000, 0) && black.at(1000, 4999) && black.at(5, 4321));
+    EXPECT_EQ(std::count(black.bits.begin(), black.bits.end(), 0), static_cast<long>(black.bits.size()) - 3);
 }
 
-TEST_F(PlatesFilesTest, AFileThatIsNoPcxIsRefused)
+TEST_F(PlatesFilesTest, AFileThatIsNotOfThePagesSizeIsRefused)
 {
-    const std::string good = pcxOf(10, {std::vector<int>(10, 5)});
-    EXPECT_EQ(messageOf(good), "read");
-    EXPECT_EQ(messageOf(good.substr(0, good.size() - 1)), "read");  // a row that is cut short is left out
+    const std::string good = bitsOf(9, {std::vector<int>(9, 5), std::vector<int>(9, 5)});
+    EXPECT_EQ(messageOf(good, 9, 2), "read");
     const std::string refusal =
-        (folder / "1.pcx").string() + ": the interpreter has not written this picture whole; is the disk full?";
-    EXPECT_EQ(messageOf(""), refusal);
-    EXPECT_EQ(messageOf(good.substr(0, 100)), refusal);
-    for (const size_t at : {0, 2, 3, 65}) {
-        std::string bad = good;
-        bad[at] = 7;
-        EXPECT_EQ(messageOf(bad), refusal) << at;
-    }
-}
-
-TEST_F(PlatesFilesTest, AnyNumberOfEmptyRunsIsSkipped)
-{
-    const std::string good = pcxOf(10, {std::vector<int>(10, 5)});
-    std::string nothing;
-    for (int i = 0; i < 1 << 20; ++i)
-        nothing += "\xC0\x55";
-    EXPECT_EQ(messageOf(good.substr(0, 128) + nothing + good.substr(128)), "read");
-    EXPECT_EQ(plates::readProcessPlates(folder / "1.pcx", 10, 10)[1].height, 1);
+        (folder / "1.bits").string() + ": the interpreter has not written this picture whole; is the disk full?";
+    EXPECT_EQ(messageOf("", 9, 2), refusal);
+    EXPECT_EQ(messageOf(good.substr(0, good.size() - 1), 9, 2), refusal);
+    EXPECT_EQ(messageOf(good + "x", 9, 2), refusal);
+    for (const auto &[columns, rows] : {std::pair{0, 0}, {-9, 2}, {9, -2}, {9, 0}, {1 << 30, 1 << 30}, {9, 3}})
+        EXPECT_EQ(messageOf(good, columns, rows), refusal) << columns << " " << rows;
 }
 
 TEST_F(PlatesFilesTest, AFilmIsReadBackAsItWasWritten)

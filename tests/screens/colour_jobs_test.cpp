@@ -3,12 +3,13 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <set>
 
 #include "apply/apply.h"
 #include "make/plates_piece.h"
 #include "meter/meter.h"
-#include "plates/files/process_plates.h"
+#include "plates/files/plate_files.h"
 #include "printed/postscript_support.h"
 #include "screens/job_producers.h"
 
@@ -17,7 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 namespace meter = riders::meter;
 using riders::plates::BitPlate;
-using riders::plates::kProcessPlates;
 
 constexpr int kDpi = 300;
 constexpr double kFrequency = 45, kAngles[] = {15, 75, 0, 52.5};
@@ -41,18 +41,20 @@ protected:
                                             "-dSAFER",
                                             "-dBATCH",
                                             "-dNOPAUSE",
-                                            "-sDEVICE=pcxcmyk",
+                                            "-sDEVICE=tiffsep1",
+                                            "-dMaxSpots=1",
+                                            "-sCompression=none",
                                             "-r" + std::to_string(kDpi),
-                                            "-sOutputFile=" + (folder / "film%d.pcx").string()};
+                                            "-sOutputFile=" + (folder / "%d.tif").string()};
         command.insert(command.end(), before.begin(), before.end());
         command.push_back(job.string());
         const CommandResult run = runProgram(command, {}, folder.path().string());
         EXPECT_EQ(run.status, 0) << run.out << run.err;
         for (int page = 1; page <= pages; ++page) {
             SCOPED_TRACE("page " + std::to_string(page));
-            expectScreens(folder / ("film" + std::to_string(page) + ".pcx"), inColour);
+            expectScreens(page, inColour);
         }
-        EXPECT_FALSE(fs::exists(folder / ("film" + std::to_string(pages + 1) + ".pcx")));
+        EXPECT_FALSE(fs::exists(folder / (std::to_string(pages + 1) + ".tif")));
     }
 
     fs::path applied(const fs::path &job)
@@ -65,17 +67,14 @@ protected:
     TemporaryFolder folder;
 
 private:
-    void expectScreens(const fs::path &pcx, bool inColour)
+    void expectScreens(int page, bool inColour)
     {
-        const std::string head = contentsOf(pcx).substr(0, 12);
-        const auto side = [&](size_t at) {
-            return static_cast<unsigned char>(head[at]) + 256 * static_cast<unsigned char>(head[at + 1]) + 1;
-        };
-        const std::vector<BitPlate> plates = riders::plates::readProcessPlates(pcx, side(8), side(10));
+        const std::vector<riders::plates::PlateFile> files = riders::plates::plateFiles(folder.path(), page);
+        ASSERT_EQ(files.size(), std::size(kAngles));
         int read = 0;
-        for (size_t i = 0; i < plates.size(); ++i) {
-            SCOPED_TRACE(kProcessPlates[i]);
-            const BitPlate &plate = plates[i];
+        for (size_t i = 0; i < files.size(); ++i) {
+            SCOPED_TRACE(files[i].plate);
+            const BitPlate plate = riders::plates::readPlate(files[i].file);
             const meter::ScreenReading reading =
                 meter::readScreen({plate.bits.data(), plate.width, plate.height, plate.rowBytes, kDpi});
             if (reading.kind == meter::ScreenKind::none || reading.ink < 0.1)

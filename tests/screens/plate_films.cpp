@@ -172,7 +172,7 @@ void print(const PlateFilm &film, const fs::path &riders, const fs::path &folder
         command.emplace_back("-sCompression=none");
         break;
     case PlateDevice::composite:
-        device("pcxcmyk", "%d.film");
+        device("bitcmyk", "%d.film");
         break;
     case PlateDevice::oneInk:
         device("pbmraw", "%d.film");
@@ -201,7 +201,7 @@ const PlateScreen *screenFor(const std::string &plate, const std::vector<PlateSc
 std::string nameOf(const PlateFilm &film)
 {
     const char *const jobs[] = {"photograph", "fills", "two spot inks", "pre-separated"};
-    const char *const devices[] = {"tiffsep1", "pcxcmyk", "one ink"};
+    const char *const devices[] = {"tiffsep1", "bitcmyk", "one ink"};
     return std::string(jobs[static_cast<int>(film.job)]) + ", " + devices[static_cast<int>(film.device)] + ", " +
            std::to_string(film.dpi) + " dpi";
 }

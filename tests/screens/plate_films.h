@@ -11,7 +11,7 @@
 
 enum class PlateDevice {
     separations,  // tiffsep1: a file for each ink
-    composite,    // pcxcmyk: four inks in one file
+    composite,    // bitcmyk: four inks in one file
     oneInk,       // pbmraw: each page is one plate
 };
 enum class PlateJob {

@@ -4,14 +4,15 @@
 #include <filesystem>
 #include <vector>
 
-#include "plates/files/plate_files.h"
+#include "plates/files/plate.h"
 
 namespace riders::plates {
 
-// Cyan, magenta, yellow and black from a PCX file of four bits per pixel, which should be
-// about this large, in pixels: the file keeps only the lower 16 bits of its size.
-// Throws Refusal for a file that cannot be read or is not such a picture; a row
-// that is cut short is left out.
-std::vector<BitPlate> readProcessPlates(const std::filesystem::path &pcx, int aboutWidth, int aboutHeight);
+// Cyan, magenta, yellow and black from a file of four bits a pixel, cyan the highest, and nothing else; rows begin
+// with a byte. Throws Refusal for a file that cannot be read or does not hold exactly a page of that size.
+std::vector<BitPlate> readProcessPlates(const std::filesystem::path &file, int columns, int rows);
+
+// The black one alone.
+BitPlate readBlackPlate(const std::filesystem::path &file, int columns, int rows);
 
 }  // namespace riders::plates

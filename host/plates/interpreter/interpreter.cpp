@@ -57,6 +57,14 @@ std::vector<std::string> toneOptions(int spotInks, int threads)
     return options;
 }
 
+// Bytes of a page that is kept whole. In bands, all that touches one is run anew for it, and what is transparent
+// takes longest; but whole, each of a page's groups takes as much again.
+long mostBitmap(const InterpreterLimits &limits)
+{
+    constexpr long kMost = 192L << 20, kShareOfAll = 10;
+    return std::min(kMost, (static_cast<long>(limits.megabytes) << 20) / kShareOfAll);
+}
+
 std::vector<std::string> deviceOptions(const InterpreterRun &run)
 {
     switch (run.device) {
@@ -64,10 +72,14 @@ std::vector<std::string> deviceOptions(const InterpreterRun &run)
         return {"-sDEVICE=nullpage"};
     case PlateDevice::tints:
         // An annotation is on all plates: here it would make plates of inks that the job does not have.
-        return {"-sDEVICE=tiffsep", "-sCompression=none", "-sOutputFile=%d.tif", "-dZu3_RidersInBlack",
-                "-dMaxSpots=" + std::to_string(run.spotInks)};
+        return {"-sDEVICE=tiffsep",
+                "-sCompression=none",
+                "-sOutputFile=%d.tif",
+                "-dZu3_RidersInBlack",
+                "-dMaxSpots=" + std::to_string(run.spotInks),
+                "-dMaxBitmap=" + std::to_string(mostBitmap(run.limits))};
     case PlateDevice::processPlates:
-        return {"-sDEVICE=pcxcmyk", "-sOutputFile=%d.pcx"};
+        return {"-sDEVICE=bitcmyk", "-sOutputFile=%d.bits"};
     case PlateDevice::colours:
         return {"-sDEVICE=ppmraw", "-sOutputFile=%d.ppm"};
     case PlateDevice::allTones:
@@ -76,7 +88,7 @@ std::vector<std::string> deviceOptions(const InterpreterRun &run)
         break;
     }
     return {"-sDEVICE=tiffsep1", "-sCompression=none", "-sOutputFile=%d.tif",
-            "-dMaxSpots=" + std::to_string(kMostSpotInks)};
+            "-dMaxSpots=" + std::to_string(run.spotInks)};
 }
 
 std::string pageList(const std::vector<int> &pages)
@@ -106,6 +118,7 @@ std::string linesWith(const std::string &word)
     text += "userdict /RidersScreen" + opening + "Screen ) put ";
     text += "userdict /RidersShape" + opening + "Shape) put ";
     text += "userdict /RidersPlate" + opening + "Plate ) put ";
+    text += "userdict /RidersSize" + opening + "Size ) put ";
     text += "userdict /RidersPage" + opening + "Page) put";
     return text;
 }
@@ -220,6 +233,11 @@ void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, c
 }
 
 }  // namespace
+
+std::size_t placeInReport(const PreparedJob &job, int number, std::size_t file)
+{
+    return job.kind == JobKind::pdf ? file : static_cast<std::size_t>(number) - 1;
+}
 
 InterpreterReport interpret(const InterpreterRun &run)
 {

@@ -16,7 +16,7 @@ namespace riders::plates {
 enum class PlateDevice {
     none,           // nothing is written
     tints,          // each plate in 256 steps, "1(Cyan).tif"; several pages, spot inks too
-    processPlates,  // the four process plates, screened, in one file: "1.pcx"
+    processPlates,  // the four process plates, screened, four bits a pixel in one file: "1.bits"
     allPlates,      // those four and the spot inks, "1(Cyan).tif"; ten times slower
     colours,        // a picture in red, green and blue: "1.ppm"
     allTones  // those four and the spot inks in 256 steps, in a Photoshop file: "1.psd"; bit for bit as tiffsep
@@ -42,7 +42,8 @@ struct InterpreterRun {
     double dpiDown = 0;            // where it is not `dpi`, which then is the one across
     int rotation = 0;              // 0, 90, 180 or 270 degrees, anticlockwise
     bool interpreterTone = false;  // lighten tints as Ghostscript does of itself on devices that screen
-    // For which tints and allTones have room: with more than there are they are slower, with fewer inks are mixed.
+    // For which tints, allPlates and allTones have room: with more than there are they are slower, with fewer inks
+    // are mixed.
     int spotInks = kMostSpotInks;
     std::optional<PagePart> part = {};
     bool endsAfterPages = false;   // a job in PostScript is not run further than to the end of the page after them
@@ -55,5 +56,9 @@ struct InterpreterRun {
 // Ghostscript lightens tints with below 800 dpi. Each page comes once, however many copies the job asks for.
 // Throws Refusal when the interpreter fails or takes too much time or memory, naming the page and what it said.
 InterpreterReport interpret(const InterpreterRun &run);
+
+// Where a page is in the report of a run: its number, and its place among those that the run was asked for, from
+// 0. It may be past the report's end.
+std::size_t placeInReport(const PreparedJob &job, int number, std::size_t file);
 
 }  // namespace riders::plates

@@ -15,6 +15,7 @@ constexpr std::string_view kPage = "Page";
 constexpr std::string_view kScreen = "Screen ";
 constexpr std::string_view kShape = "Shape ";
 constexpr std::string_view kPlate = "Plate ";
+constexpr std::string_view kSize = "Size ";
 constexpr std::string_view kTooManyInks = "**** Max spot colorants reached.";
 constexpr std::string_view kInkLine = "%%SeparationName: ";
 
@@ -61,6 +62,8 @@ bool InterpreterWords::takeProof(std::string_view line)
         takeShape(std::string(line.substr(kShape.size())));
     else if (line.starts_with(kPlate))
         takePlate(std::string(line.substr(kPlate.size())));
+    else if (line.starts_with(kSize))
+        takeSize(std::string(line.substr(kSize.size())));
     return false;
 }
 
@@ -81,11 +84,14 @@ std::string InterpreterWords::failure(int megabytes) const
 
 bool InterpreterWords::endPage()
 {
-    if (started_)
+    if (started_) {
         report_.pages.push_back(std::move(screens_));
-    else
+        report_.sizes.push_back(size_);
+    } else {
         report_.atStart = std::move(screens_);
+    }
     screens_ = {};
+    size_ = {};
     return std::exchange(started_, true);
 }
 
@@ -113,6 +119,14 @@ void InterpreterWords::takeShape(const std::string &text)
     if (words.get() != ' ' || !std::getline(words, plate) || !hasRoom(screens_, plate))
         return;
     screens_[plate].shape = shapeOf(values);
+}
+
+void InterpreterWords::takeSize(const std::string &text)
+{
+    std::istringstream words = wordsOf(text);
+    PagePixels size;
+    if (words >> size.columns >> size.rows)
+        size_ = size;
 }
 
 void InterpreterWords::takePlate(const std::string &plate)

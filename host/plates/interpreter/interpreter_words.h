@@ -18,10 +18,15 @@ struct AskedScreen {
 // By plate; the plate "Default" stands for those that are not named.
 using AskedScreens = std::map<std::string, AskedScreen>;
 
+struct PagePixels {
+    int columns = 0, rows = 0;
+};
+
 struct InterpreterReport {
     AskedScreens atStart;             // the interpreter's own
     std::vector<AskedScreens> pages;  // in force at each page's end, as the interpreter reports them: for
                                       // PostScript all pages of the job, for PDF those asked for
+    std::vector<PagePixels> sizes;    // of the same pages; 0 where they are not known
     std::map<std::string, std::array<double, 4>>
         inks;                       // cyan, magenta, yellow, black of each spot ink, 0 to 1; allPlates only
     bool inksMixed = false;         // there were too many: it has mixed some from the process inks
@@ -48,12 +53,14 @@ private:
     bool endPage();
     void takeScreen(const std::string &text);
     void takeShape(const std::string &text);
+    void takeSize(const std::string &text);
     void takePlate(const std::string &plate);
     bool takeInk(const std::string &text);
 
     const std::string opening_;
     InterpreterReport report_;
     AskedScreens screens_;
+    PagePixels size_;
     std::string firstError_;
     bool started_ = false;
 };

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "io/refusal.h"
+#include "plates/files/plate_files.h"
 #include "plates/files/plate_names.h"
 #include "plates/files/process_plates.h"
 #include "plates/rendering/separated_inks.h"
@@ -28,7 +29,8 @@ InterpreterReport runOver(const RenderedJob &job, double dpi, PlateDevice device
                       .pages = numbers,
                       .folder = folder,
                       .limits = job.limits,
-                      .ahead = ahead});
+                      .ahead = ahead,
+                      .spotInks = std::min(job.survey.spotRoom, kMostSpotInks)});
 }
 
 Pages pagesWith(const RenderedJob &job, const Pages &pages, const std::string &ink)
@@ -57,26 +59,24 @@ fs::path folderOf(const Rendering &rendering, const std::set<std::string> &inks,
     return rendering.folder / ("ink-" + std::to_string(std::distance(inks.begin(), inks.find(ink))));
 }
 
-std::vector<BitPlate> readFourPlates(const RenderedJob &job, const Rendering &rendering, const fs::path &folder,
-                                     const Pages &pages, size_t page)
+// The file of a page in the folder of a run over the pages.
+fs::path bitsOf(const fs::path &folder, const Pages &pages, size_t page)
 {
-    const SurveyedPage &surveyed = job.survey.pages[page];
     const auto at = std::find(pages.begin(), pages.end(), page) - pages.begin();
-    const fs::path pcx = folder / (std::to_string(at + 1) + ".pcx");
-    std::vector<BitPlate> plates = readProcessPlates(pcx, static_cast<int>(surveyed.width * rendering.dpi),
-                                                     static_cast<int>(surveyed.height * rendering.dpi));
-    fs::remove(pcx);
-    return plates;
+    return folder / (std::to_string(at + 1) + ".bits");
 }
 
-std::vector<BitPlate> readInksApart(const RenderedJob &job, const Rendering &rendering, size_t page)
+std::vector<BitPlate> readInksApart(const RenderedJob &job, const Rendering &rendering, size_t page,
+                                    const PagePixels &size)
 {
-    std::vector<BitPlate> plates = readFourPlates(job, rendering, rendering.folder, rendering.pages, page);
+    const fs::path file = bitsOf(rendering.folder, rendering.pages, page);
+    std::vector<BitPlate> plates = readProcessPlates(file, size.columns, size.rows);
+    fs::remove(file);
     const std::set<std::string> inks = allInks(job, rendering.pages);
     for (const std::string &ink : spotInksOf(job.survey.pages[page])) {
-        std::vector<BitPlate> four = readFourPlates(job, rendering, folderOf(rendering, inks, ink),
-                                                    pagesWith(job, rendering.pages, ink), page);
-        plates.push_back(std::move(four.back()));
+        const fs::path ofInk = bitsOf(folderOf(rendering, inks, ink), pagesWith(job, rendering.pages, ink), page);
+        plates.push_back(readBlackPlate(ofInk, size.columns, size.rows));
+        fs::remove(ofInk);
     }
     return plates;
 }
@@ -131,17 +131,19 @@ InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering
     return report;
 }
 
-std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering, size_t page)
+std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering,
+                                   const InterpreterReport &report, size_t page)
 {
     const size_t index = rendering.pages[page];
     const SurveyedPage &surveyed = job.survey.pages[index];
     std::vector<BitPlate> plates;
-    if (rendering.way == RenderingWay::processPlates)
-        plates = readFourPlates(job, rendering, rendering.folder, rendering.pages, index);
-    else if (rendering.way == RenderingWay::inksApart)
-        plates = readInksApart(job, rendering, index);
-    else
+    if (rendering.way == RenderingWay::allPlates) {
         plates = readAllPlates(surveyed, rendering.folder, static_cast<int>(page) + 1);
+    } else {
+        const size_t place = placeInReport(job.job, surveyed.number, page);
+        plates =
+            readInksApart(job, rendering, index, place < report.sizes.size() ? report.sizes[place] : PagePixels{});
+    }
     if (plates.size() != surveyed.plates.size())
         throw io::Refusal(job.job.name.string() + ": page " + std::to_string(surveyed.number) +
                           ": has other plates each time it is rendered");

@@ -35,9 +35,10 @@ struct RenderedJob {
 // Runs the interpreter as often as needed. The report is that of the first run. Throws what interpret does.
 InterpreterReport renderPages(const RenderedJob &job, const Rendering &rendering);
 
-// The plates of a rendered page (an index into the rendering's), as surveyed; their files are removed.
-// Throws Refusal when they are missing or cannot be read.
-std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering, size_t page);
+// The plates of a rendered page (an index into the rendering's), as surveyed; their files are removed. `report` is
+// what renderPages returned. Throws Refusal when they are missing or cannot be read.
+std::vector<BitPlate> readRendered(const RenderedJob &job, const Rendering &rendering,
+                                   const InterpreterReport &report, size_t page);
 
 // The spot inks of a surveyed page, as the interpreter writes them.
 std::vector<std::string> spotInksOf(const SurveyedPage &page);

@@ -32,12 +32,19 @@ std::vector<size_t> pagesWithSpotInks(const Survey &survey, std::set<std::string
     return pages;
 }
 
-std::set<size_t> pagesAlike(const RenderedJob &job, const Rendering &one, const Rendering &other)
+// What was rendered, and the report of it.
+struct Reported {
+    Rendering rendering;
+    InterpreterReport report;
+};
+
+std::set<size_t> pagesAlike(const RenderedJob &job, const Reported &one, const Reported &other)
 {
     std::set<size_t> alike;
-    for (size_t i = 0; i < one.pages.size(); ++i)
-        if (areAlike(readRendered(job, one, i), readRendered(job, other, i)))
-            alike.insert(one.pages[i]);
+    for (size_t i = 0; i < one.rendering.pages.size(); ++i)
+        if (areAlike(readRendered(job, one.rendering, one.report, i),
+                     readRendered(job, other.rendering, other.report, i)))
+            alike.insert(one.rendering.pages[i]);
     return alike;
 }
 
@@ -50,18 +57,19 @@ SpotInks lookAtSpotInks(const RenderedJob &job, double dpi, const fs::path &work
     const std::vector<size_t> pages = pagesWithSpotInks(job.survey, inks);
     if (pages.empty() || job.job.kind == JobKind::pdf || inks.size() > kMostInks || dpi < 2 * kSmallDpi)
         return found;
-    const Rendering apart{RenderingWay::inksApart, pages, work / "small-apart", kSmallDpi};
-    const Rendering all{RenderingWay::allPlates, pages, work / "small-all", kSmallDpi};
+    Reported apart{{RenderingWay::inksApart, pages, work / "small-apart", kSmallDpi}, {}};
+    Reported all{{RenderingWay::allPlates, pages, work / "small-all", kSmallDpi}, {}};
     bool fails = false;
-    workers.add([&] { found.inks = renderPages(job, all).inks; });
+    workers.add([&] { all.report = renderPages(job, all.rendering); });
     workers.add([&] {
         try {
-            renderPages(job, apart);
+            apart.report = renderPages(job, apart.rendering);
         } catch (const io::Refusal &) {
             fails = true;  // the job itself did not fail
         }
     });
     workers.finish();
+    found.inks = all.report.inks;
     if (!fails)
         found.apart = pagesAlike(job, apart, all);
     return found;

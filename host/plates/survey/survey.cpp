@@ -225,6 +225,7 @@ Survey surveyWithRoomFor(int spotInks, const SurveyRun &run, io::Workers &worker
     PageQueue queue(run, folder, workers);
     Survey survey;
     survey.dpi = run.dpi;
+    survey.spotRoom = spotInks;
     survey.report = interpret({.job = run.job,
                                .device = PlateDevice::tints,
                                .dpi = run.dpi,

@@ -32,7 +32,8 @@ struct SurveyedPage {
 struct Survey {
     std::vector<SurveyedPage> pages;  // those asked for, ascending
     InterpreterReport report;
-    double dpi = kSurveyDpi;  // how exactly sizes are known
+    double dpi = kSurveyDpi;           // how exactly sizes are known
+    int spotRoom = kMostSurveyedInks;  // the job names no more spot inks
 
     size_t inksKnown() const;  // spot inks that the interpreter has met in all
 };
