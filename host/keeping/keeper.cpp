@@ -53,6 +53,7 @@ void Keeper::call(int selector, int command)
         return;
     toolbox::forgetFailedChanges();
     made_.reset();
+    lastMade_.clear();
     {
         const Places places(settings_->folder(), [this](const fs::path &file) { return placeFor(file); });
         plugin_.call(selector, command);
@@ -84,6 +85,7 @@ toolbox::SavePlace Keeper::placeFor(const fs::path &file)
 {
     try {
         made_.emplace(file);
+        placed_ = file;
         return {made_->folder(), {}};
     } catch (const io::Refusal &refusal) {
         std::error_code ignored;
@@ -98,8 +100,10 @@ void Keeper::putInPlace()
         return;
     std::string problem;
     try {
-        if (made_->made())
+        if (made_->made()) {
             made_->finish();
+            lastMade_ = placed_;
+        }
     } catch (const io::Refusal &refusal) {
         problem = "the riders file is not saved: " + refusal.message;
     }

@@ -25,6 +25,8 @@ public:
     // As Plugin::call, for what is not idle time. Exceptions pass through: then nothing is put in
     // place.
     void call(int selector, int command = 0);
+    // The file that the last call has put in place; empty where it made none.
+    const std::filesystem::path &lastMade() const { return lastMade_; }
 
 private:
     bool settingsReady();
@@ -37,6 +39,7 @@ private:
     std::string settingsName_;
     std::optional<settings::WorkingCopy> settings_;
     std::optional<io::Replacement> made_;
+    std::filesystem::path placed_, lastMade_;
 };
 
 }  // namespace riders::keeping

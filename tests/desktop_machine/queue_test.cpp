@@ -93,8 +93,8 @@ TEST(MouseTest, OtherButtonsAndStrayReleasesAreNothing)
 {
     InputQueue queue;
     Mouse mouse(queue);
-    mouse.take(button(SDL_MOUSEBUTTONDOWN, 1, 1, SDL_BUTTON_MIDDLE), 0);
-    mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1, SDL_BUTTON_MIDDLE), 0);
+    mouse.take(button(SDL_MOUSEBUTTONDOWN, 1, 1, SDL_BUTTON_X1), 0);
+    mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1, SDL_BUTTON_X1), 0);
     mouse.take(button(SDL_MOUSEBUTTONUP, 1, 1), 0);
     EXPECT_EQ(described(queue), "");
 }

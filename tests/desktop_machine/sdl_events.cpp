@@ -100,6 +100,7 @@ std::string described(const toolbox::Input &input)
     case Kind::displaysChanged: return "displays";
     case Kind::clipboardChanged: return "clipboard";
     case Kind::quit: return "quit";
+    case Kind::fileDropped: return "dropped:" + input.path;
     }
     return "?";
 }

@@ -201,12 +201,61 @@ TEST_F(Quitting, WaitingEndsAtOnce)
     EXPECT_FALSE(toolbox::quitAsked());
 }
 
+TEST_F(DialogTest, LastChangeOfATextIsTakenBackAndDoneAgain)
+{
+    ItemList().item(editText, 10, 10, 100, 16, "abc").item(ctrlItem, 10, 60, 70, 20, "OK").add(903);
+    addDialog(903, 100, 100, 300, 100, true);
+    DialogPtr dialog = GetNewDialog(903, nullptr, reinterpret_cast<WindowPtr>(-1));
+    const auto text = [&] {
+        int16_t type;
+        Handle item;
+        Rect box;
+        Str255 words;
+        GetDItem(dialog, 1, &type, &item, &box);
+        GetIText(item, words);
+        return plain(words);
+    };
+    const auto strike = [this](char character, int modifiers) {
+        machine.push({.kind = toolbox::Input::Kind::keyDown,
+                      .character = static_cast<std::uint8_t>(character),
+                      .modifiers = static_cast<std::uint16_t>(modifiers)});
+    };
+    const auto run = [&] {
+        strike('\r', 0);
+        int16_t hit = 0;
+        ModalDialog(
+            [](DialogPtr, EventRecord *event, int16_t *itemHit) -> Boolean {
+                *itemHit = 2;
+                return event->what == keyDown && (event->message & charCodeMask) == '\r';
+            },
+            &hit);
+        return text();
+    };
+    reinterpret_cast<DialogPeek>(dialog)->aDefItem = 2;
+    EXPECT_TRUE(DlgCommandKey(dialog, 'z')) << "nothing to take back does no harm";
+    EXPECT_EQ(text(), "abc");
+    strike('a', cmdKey);
+    for (char typed : std::string("xyz"))
+        strike(typed, 0);
+    EXPECT_EQ(run(), "xyz") << "all of it was selected";
+    strike('z', cmdKey);
+    EXPECT_EQ(run(), "abc") << "what was typed together is one change";
+    strike('Z', cmdKey);
+    EXPECT_EQ(run(), "xyz");
+    strike(0x1C, 0);  // an arrow
+    strike('w', 0);
+    EXPECT_EQ(run(), "xywz");
+    strike('z', cmdKey);
+    EXPECT_EQ(run(), "xyz");
+    DisposDialog(dialog);
+}
+
 TEST_F(DialogTest, CommandKeysEditOnlyWhereThereIsText)
 {
     ItemList().item(editText, 10, 10, 100, 16, "abc").item(ctrlItem, 10, 60, 70, 20, "OK").add(901);
     addDialog(901, 100, 100, 300, 100, true);
     DialogPtr dialog = GetNewDialog(901, nullptr, reinterpret_cast<WindowPtr>(-1));
-    EXPECT_FALSE(DlgCommandKey(dialog, 'z'));
+    EXPECT_FALSE(DlgCommandKey(dialog, 'k'));
     EXPECT_TRUE(DlgCommandKey(dialog, 'C'));
     EXPECT_EQ(machine.clipboardText(), "abc");
     EXPECT_TRUE(DlgCommandKey(dialog, 'x'));

@@ -375,7 +375,7 @@ TEST_F(MenuPopup, ClosesWhenTrackingIsCutShort)
 }
 
 // Where there is no room for the menu at the place of its current item, another one is under the mouse.
-TEST_F(MenuPopup, PressHeldInOnePlaceChoosesNothing)
+TEST_F(MenuPopup, PressHeldInOnePlaceChoosesNoOtherItem)
 {
     const Point low{475, 300};
     EXPECT_EQ(select(low, 1, {holding(60, release(low))}), 0);

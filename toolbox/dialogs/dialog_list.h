@@ -2,6 +2,7 @@
 #pragma once
 
 #include <list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,13 @@ struct Item {
     bool isText() const { return kind() == statText || kind() == editText; }
 };
 
+// What the text of an edit item was.
+struct EarlierText {
+    int item = 0;
+    std::string characters;
+    int start = 0, end = 0;  // what was selected
+};
+
 struct Dialog {
     DialogPeek record = nullptr;
     int16_t id = 0;
@@ -30,6 +38,8 @@ struct Dialog {
     bool ownsRecord = false;
     int16_t alertIcon = -1;      // 0 stop, 1 note, 2 caution
     int quitAsks = 0;            // how often it was asked to cancel since the request to quit
+    std::optional<EarlierText> earlier;  // before the last change, for undoing it
+    bool typing = false;                 // characters typed now belong to that change
     std::vector<Item> items;
     // DialogRecord.items is a handle to this.
     Ptr master = nullptr;

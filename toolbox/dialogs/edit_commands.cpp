@@ -1,7 +1,10 @@
-// Cut, Copy, Paste and Clear on a dialog's text, and their keys.
+// Cut, Copy, Paste, Clear, Undo and Select All on a dialog's text, and their keys.
 #include "dialogs/dialog_list.h"
+#include "dialogs/undo.h"
 #include "textedit/scrap.h"
 #include "toolbox/scrap.h"
+
+#include <cstdint>
 
 using namespace toolbox;
 using namespace toolbox::dialogs;
@@ -12,9 +15,18 @@ static TEHandle editedText(DialogPtr dialog)
     return found && found->record->editField >= 0 ? found->record->textH : nullptr;
 }
 
+// The text, which is about to be changed.
+static TEHandle changedText(DialogPtr dialog)
+{
+    TEHandle text = editedText(dialog);
+    if (text)
+        keepForUndo(*find(dialog), Change::other);
+    return text;
+}
+
 void DlgCut(DialogPtr dialog)
 {
-    if (TEHandle text = editedText(dialog))
+    if (TEHandle text = changedText(dialog))
         TECut(text);
 }
 
@@ -26,7 +38,7 @@ void DlgCopy(DialogPtr dialog)
 
 void DlgPaste(DialogPtr dialog)
 {
-    TEHandle text = editedText(dialog);
+    TEHandle text = changedText(dialog);
     if (!text)
         return;
     textedit::bringInNewerDeskScrap();
@@ -35,7 +47,7 @@ void DlgPaste(DialogPtr dialog)
 
 void DlgDelete(DialogPtr dialog)
 {
-    if (TEHandle text = editedText(dialog))
+    if (TEHandle text = changedText(dialog))
         TEDelete(text);
 }
 
@@ -55,6 +67,15 @@ Boolean DlgCommandKey(DialogPtr dialog, int16_t character)
     case 'v':
     case 'V':
         DlgPaste(dialog);
+        return true;
+    case 'a':
+    case 'A':
+        TESetSelect(0, INT16_MAX, editedText(dialog));
+        endTyping(*find(dialog));
+        return true;
+    case 'z':
+    case 'Z':
+        undo(*find(dialog));
         return true;
     default:
         return false;

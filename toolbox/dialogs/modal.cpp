@@ -5,6 +5,7 @@
 #include "dialogs/drawing.h"
 #include "dialogs/edit_field.h"
 #include "dialogs/quitting.h"
+#include "dialogs/undo.h"
 #include "quickdraw/port_scope.h"
 #include "textedit/keys.h"
 #include "toolbox/events.h"
@@ -74,6 +75,7 @@ int16_t ifEnabled(Dialog &dialog, int number)
 
 int16_t pressInEditItem(Dialog &dialog, int number, const EventRecord &event, Point local)
 {
+    endTyping(dialog);
     if (makeCurrent(dialog, number))
         TEClick(local, (event.modifiers & shiftKey) != 0, dialog.record->textH);
     return ifEnabled(dialog, number);
@@ -103,6 +105,15 @@ void commandKey(Dialog &dialog, int character)
         DlgCommandKey(dialog.pointer(), static_cast<int16_t>(character));
 }
 
+void typeInto(Dialog &dialog, int character, std::uint16_t modifiers)
+{
+    if (textedit::movesCaret(character))
+        endTyping(dialog);
+    else
+        keepForUndo(dialog, Change::typing);
+    textedit::typeKey(dialog.record->textH, character, modifiers);
+}
+
 int16_t typeKey(Dialog &dialog, const EventRecord &event)
 {
     int character = characterOf(event);
@@ -113,7 +124,7 @@ int16_t typeKey(Dialog &dialog, const EventRecord &event)
     else if (character == key::tab)
         tabTo(dialog, event.modifiers & shiftKey ? -1 : 1);
     else if (textedit::isTyped(character))
-        textedit::typeKey(dialog.record->textH, character, event.modifiers);
+        typeInto(dialog, character, event.modifiers);
     return ifEnabled(dialog, dialog.record->editField + 1);
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 class PopUp : public Tracker {
 public:
-    PopUp(MenuHandle menu, Point where, int item)
+    PopUp(MenuHandle menu, Point where, int item) : current_(item)
     {
         down_.emplace(menu, MenuView(menu, where, item));
         Point mouse;
@@ -24,7 +24,10 @@ public:
 protected:
     bool staysOpenAt(Point) const override { return quick() && !moved(); }
     // Where the display has no room for it, another item than the current one may be under the mouse.
-    bool choosesUnmoved() const override { return false; }
+    bool choosesUnmoved(int item) const override { return item == current_; }
+
+private:
+    int current_;
 };
 
 }  // namespace

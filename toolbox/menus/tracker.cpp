@@ -107,8 +107,8 @@ void Tracker::release(Point where)
     held_ = false;
     if (mayStay_ && staysOpenAt(where))
         return;
-    const bool chooses = !mayStay_ || moved_ || choosesUnmoved();
-    finish(chooses && down_ ? down_->view().itemAt(where) : 0);
+    const int item = down_ ? down_->view().itemAt(where) : 0;
+    finish(!mayStay_ || moved_ || choosesUnmoved(item) ? item : 0);
 }
 
 void Tracker::key(const Input &input)

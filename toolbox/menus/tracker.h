@@ -24,7 +24,7 @@ protected:
     // Whether a press released there leaves the menu open.
     virtual bool staysOpenAt(Point where) const = 0;
     // Whether the first press chooses the item it is released over where the mouse has not moved.
-    virtual bool choosesUnmoved() const { return true; }
+    virtual bool choosesUnmoved(int) const { return true; }
     // A press outside the open menu. False: it closes the menu.
     virtual bool pressBeside(Point) { return false; }
     virtual void stepSideways(int) {}

@@ -64,7 +64,7 @@ void DisposDialog(DialogPtr dialog);
 // What the filter leaves to ModalDialog: a control is tracked, and hit when the
 // button is released inside; other items are hit by the press; keys go to the
 // current edit item, and Tab moves to the next one; from system version 7 on
-// Command-X, C and V edit through the desk scrap. All dialogs are redrawn where
+// Command-X, C, V, A and Z edit as DlgCommandKey does. All dialogs are redrawn where
 // they need it; updates of other windows wait.
 void ModalDialog(ModalFilterProcPtr filter, int16_t *itemHit);
 // Draws all items, or those in the update region; does nothing for a window that
@@ -104,7 +104,8 @@ void DlgCopy(DialogPtr dialog);
 void DlgPaste(DialogPtr dialog);
 void DlgDelete(DialogPtr dialog);
 // Command-X, C and V, capital or small, on the current edit item through the
-// desk scrap. False for any other key, and when the dialog has no current edit
+// desk scrap; Command-A selects all of it, Command-Z takes the last change back, and
+// again the next time. False for any other key, and when the dialog has no current edit
 // item.
 Boolean DlgCommandKey(DialogPtr dialog, int16_t character);
 

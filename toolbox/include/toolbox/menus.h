@@ -90,7 +90,7 @@ void HiliteMenu(int16_t id);
 // in the high and low words; 0 when nothing was chosen: released outside, over
 // a divider or over a disabled item. The item under the mouse is usually the
 // current one: a press that is released within GetDblTime and within 3 pixels
-// leaves the menu open; one held longer in one place chooses nothing; any other
+// leaves the menu open; one held longer in one place never chooses another item; any other
 // chooses. Marks stay as they are.
 int32_t PopUpMenuSelect(MenuHandle menu, int16_t top, int16_t left, int16_t item);
 
