@@ -7,6 +7,7 @@
 
 #include "failing_allocations/plan.h"
 #include "fault/trial.h"
+#include "fault/which_faults.h"
 
 namespace {
 

@@ -11,7 +11,8 @@ namespace {
 constexpr Failure kNoSpace = {"ENOSPC", ENOSPC}, kInOut = {"EIO", EIO}, kInterrupted = {"EINTR", EINTR},
                   kNoAccess = {"EACCES", EACCES}, kNotAllowed = {"EPERM", EPERM}, kTooMany = {"EMFILE", EMFILE},
                   kNoMemory = {"ENOMEM", ENOMEM}, kNotNow = {"EAGAIN", EAGAIN}, kNoSystem = {"ENOSYS", ENOSYS},
-                  kNoLocks = {"ENOLCK", ENOLCK}, kInvalid = {"EINVAL", EINVAL}, kShort = {"short", 0};
+                  kNoLocks = {"ENOLCK", ENOLCK}, kInvalid = {"EINVAL", EINVAL}, kGone = {"ECONNRESET", ECONNRESET},
+                  kShort = {"short", 0};
 
 #define KIND(call) SYS_##call, #call
 
@@ -83,6 +84,9 @@ const std::vector<CallKind> &callKinds()
         {KIND(timerfd_settime), {kInvalid}},
         {KIND(socket), {kTooMany}},
         {KIND(connect), {kNoAccess, kInterrupted}},
+        {KIND(setsockopt), {kInvalid}},
+        {KIND(sendto), {kGone, kInterrupted, kShort}},
+        {KIND(recvfrom), {kGone, kInterrupted, kShort}},
         {KIND(clone), {kNotNow}},
         {KIND(clone3), {kNotNow}},
         {KIND(vfork), {kNotNow}},

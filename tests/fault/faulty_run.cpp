@@ -9,6 +9,7 @@
 #include <stddef.h>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
+#include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <sys/user.h>
@@ -208,13 +209,17 @@ private:
         const bool writes = fault_->call == SYS_write || fault_->call == SYS_writev;
         run_.muted |= writes && registers.rdi == STDERR_FILENO;
         const bool isMade =
-            fault_->failure.error == 0 || fault_->call == SYS_brk || isDoneAllTheSame(fault_->call);
+            fault_->failure.error == 0 || fault_->call == SYS_brk || isCut() || isDoneAllTheSame(fault_->call);
         if (isMade) {
             atEntry_[pid] = registers;
             if (fault_->failure.error == 0)
                 shorten(registers);
             else if (fault_->call == SYS_brk)
                 registers.rdi = 0;  // its failure is not an error but an end of memory that has not moved
+            else if (isCut()) {
+                registers.orig_rax = SYS_shutdown;
+                registers.rsi = SHUT_RDWR;
+            }
         } else {
             registers.orig_rax = static_cast<unsigned long long>(-1);
             registers.rax = static_cast<unsigned long long>(-fault_->failure.error);
@@ -230,14 +235,18 @@ private:
         ptrace(PTRACE_GETREGS, pid, nullptr, &registers);
         const user_regs_struct &entry = atEntry_[pid];
         registers.rdi = entry.rdi;
+        registers.rsi = entry.rsi;
         registers.rdx = entry.rdx;
         registers.r10 = entry.r10;
         registers.r8 = entry.r8;
-        if (isDoneAllTheSame(fault_->call))
+        if (isDoneAllTheSame(fault_->call) || isCut())
             registers.rax = static_cast<unsigned long long>(-fault_->failure.error);
         ptrace(PTRACE_SETREGS, pid, nullptr, &registers);
         ptrace(PTRACE_CONT, pid, nullptr, 0);
     }
+
+    // A connection that is gone is gone for the other end, too.
+    bool isCut() const { return fault_->failure.error == ECONNRESET; }
 
     // Half of what it was to move; of a list of buffers, the first.
     void shorten(user_regs_struct &registers) const
@@ -284,16 +293,19 @@ private:
 
 namespace {
 
+// In a thread of its own, whose children are these and no others: a test may have started some.
 FaultyRun run(const FaultyCommand &command, const std::optional<Fault> &fault, const std::vector<long> &calls)
 {
     FaultyRun run;
-    Streams streams(command);
-    const pid_t child = fork();
-    if (child == 0)
-        become(command, streams, calls);
-    streams.begin();
-    Tracer(child, command, fault, run).follow();
-    streams.end(run);
+    std::thread([&] {
+        Streams streams(command);
+        const pid_t child = fork();
+        if (child == 0)
+            become(command, streams, calls);
+        streams.begin();
+        Tracer(child, command, fault, run).follow();
+        streams.end(run);
+    }).join();
     return run;
 }
 

@@ -4,6 +4,7 @@
 
 #include "fault/call_kinds.h"
 #include "fault/trial.h"
+#include "fault/which_faults.h"
 
 namespace {
 

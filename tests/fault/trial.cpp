@@ -154,9 +154,3 @@ void Trial::print() const
     }
     std::printf("%-24s %-16s %6d tried, %4d failed\n", tried_.name, "all", sum.tried, sum.failed);
 }
-
-bool triesAllFaults()
-{
-    const char *which = getenv("RIDERS_FAULTS");
-    return which && std::string(which) == "all";
-}
