@@ -88,7 +88,7 @@ Dots drawDots(const DotsWanted &wanted, io::Beside &unwanted)
                            .endsAfterPages = true,
                            .beside = &unwanted});
     const std::vector<plates::BitPlate> inks =
-        plates::readProcessPlates(pageFile(work, "pcx", wanted.job), part.columns, part.rows);
+        plates::readProcessPlates(pageFile(work, "bits", wanted.job), part.columns, part.rows);
     Dots dots{composite(inks, part, wanted), {}, {}, {}};
     std::size_t most = inks.size();
     for (std::size_t i = 0, ink = 0; i < inks.size(); ++i)
