@@ -7,7 +7,8 @@
 
 namespace riders::commands {
 
-// Dot shapes, sets of screens, plates, print queues, and what the plug-in's menus offer. What cannot be read has no words.
+// Dot shapes, sets of screens, plates, print queues, and what the plug-in's menus offer. What cannot be read has
+// no words.
 std::vector<describing::KnownWords> knownWords();
 
 }  // namespace riders::commands

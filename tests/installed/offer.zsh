@@ -1,5 +1,5 @@
-# offer.zsh FOLDER TYPED...: prints what zsh offers after "riders " and what is typed. It is asked in a terminal of its
-# own, since its completion works nowhere else.
+# offer.zsh FOLDER TYPED...: prints what zsh offers after "riders " and what is typed. It is asked in a terminal of
+# its own, since its completion works nowhere else.
 zmodload zsh/zpty
 folder=$1
 shift
