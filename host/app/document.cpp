@@ -163,13 +163,13 @@ void Document::add()
     if (!riders.empty())
         save(true, [&](const fs::path &out) {
             requireFile(riders);
-            apply::applyRiders({riders, job_, out});
+            apply::applyRiders({riders, job_, out, true});
         });
 }
 
 void Document::takeOut()
 {
-    save(false, [&](const fs::path &out) { apply::stripRiders({job_, out}); });
+    save(false, [&](const fs::path &out) { apply::stripRiders({job_, out, true}); });
 }
 
 }  // namespace riders::app

@@ -1,5 +1,6 @@
 #include "apply/apply.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "apply/earlier_file.h"
@@ -84,6 +85,12 @@ std::string markedFragment(const Place &place, std::string_view fragment, bool l
     return text;
 }
 
+std::size_t lineAt(std::string_view job, std::size_t offset)
+{
+    return 1 + static_cast<std::size_t>(
+                   std::count(job.begin(), job.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+}
+
 struct Cut {
     size_t from = 0, to = 0;
 };
@@ -127,10 +134,10 @@ bool isSameOrdinaryFile(const std::filesystem::path &out, const std::filesystem:
 
 }  // namespace
 
-void applyRiders(const ApplyRequest &request)
+Fragment applyRiders(const ApplyRequest &request)
 {
     const Head riders = readRiders(request.riders);
-    if (!request.out.empty() && isSameOrdinaryFile(request.out, request.riders))
+    if (!request.out.empty() && !request.riders.empty() && isSameOrdinaryFile(request.out, request.riders))
         throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + 1);
@@ -143,13 +150,15 @@ void applyRiders(const ApplyRequest &request)
     io::Output out(request.out);
     refuseSameFile(job, out);
     io::writeAll(out.file(), head.bytes().substr(0, place.offset));
-    io::writeAll(out.file(), markedFragment(place, riders.bytes(), landscape));
+    const std::string fragment = markedFragment(place, riders.bytes(), landscape);
+    io::writeAll(out.file(), fragment);
     io::writeAll(out.file(), head.bytes().substr(place.offset));
     io::copyRest(job, out.file());
     out.finish();
+    return {place.offset, fragment.size(), lineAt(head.bytes(), place.offset) + place.needsLineEnd};
 }
 
-void stripRiders(const StripRequest &request)
+Fragment stripRiders(const StripRequest &request)
 {
     const io::OpenFile job = io::openInput(request.job);
     const Head head(job, kJobHeadSize + kLongestRiders + 2 * kLongestOpening + kLandscapeLine.size());
@@ -164,6 +173,7 @@ void stripRiders(const StripRequest &request)
     io::writeAll(out.file(), head.bytes().substr(cut.to));
     io::copyRest(job, out.file());
     out.finish();
+    return {cut.from, cut.to - cut.from, lineAt(head.bytes(), cut.from)};
 }
 
 }  // namespace riders::apply
