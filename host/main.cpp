@@ -10,12 +10,16 @@
 #include <iostream>
 #include <new>
 #include <sstream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "commands/commands.h"
 #include "commands/description.h"
+#include "commands/mistakes.h"
+#include "commands/presets.h"
 #include "io/plain_text.h"
 
 namespace {
@@ -25,11 +29,13 @@ namespace {
 enum { done = 0, failed = 1, wrongUsage = 2 };
 
 // What was wrong may quote an argument, which may hold anything.
-int explain(const CLI::App &app, const CLI::ParseError &error)
+int explain(CLI::App &app, const CLI::ParseError &error, const std::vector<std::string> &given)
 {
     bool helpAsked = error.get_exit_code() == 0;
     std::ostringstream words;
     app.exit(error, std::cout, words);
+    if (!helpAsked)
+        words << riders::commands::meantBy(app, given);
     std::cerr << riders::io::plainLines(words.str());
     if (helpAsked && !std::cout.flush()) {
         std::cerr << app.get_name() << ": standard output cannot be written\n";
@@ -52,16 +58,21 @@ int run(int argc, char **argv)
     CLI::App app{"Halftone screens, flatness, annotation and error handler for PostScript jobs"};
     app.name("riders");
     riders::commands::Commands commands(app);
-    if (const auto problem = riders::commands::describe(app, {argv + std::min(argc, 1), argv + argc})) {
+    const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);
+    if (const auto problem = riders::commands::describe(app, given)) {
         if (problem->empty())
             return done;
         std::cerr << app.get_name() << ": " << riders::io::plainText(*problem) << '\n';
         return failed;
     }
     try {
-        app.parse(argc, argv);
+        const std::vector<std::string> words = riders::commands::withPresets(given);
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::ParseError &error) {
-        return explain(app, error);
+        return explain(app, error, given);
+    } catch (const riders::io::Refusal &refusal) {
+        std::cerr << app.get_name() << ": " << riders::io::plainText(refusal.message) << '\n';
+        return dynamic_cast<const riders::commands::WrongPreset *>(&refusal) != nullptr ? wrongUsage : failed;
     }
     return commands.run() ? done : failed;
 }

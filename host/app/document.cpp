@@ -353,14 +353,14 @@ void Document::saveAs()
     const fs::path riders = tried_;
     save(true, [&](const fs::path &out) {
         requireFile(riders);
-        apply::applyRiders({riders, job_, out});
+        apply::applyRiders({riders, job_, out, true});
     });
 }
 
 void Document::takeOut()
 {
     if (tried_.empty()) {
-        save(false, [&](const fs::path &out) { apply::stripRiders({job_, out}); });
+        save(false, [&](const fs::path &out) { apply::stripRiders({job_, out, true}); });
         return;
     }
     tried_.clear();

@@ -134,6 +134,12 @@ struct Added {
     }
 };
 
+std::size_t lineAt(std::string_view job, std::size_t offset)
+{
+    return 1 + static_cast<std::size_t>(
+                   std::count(job.begin(), job.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
+}
+
 // The part of a job that is replaced.
 struct Cut {
     size_t from = 0, to = 0;
@@ -212,10 +218,10 @@ bool isSameOrdinaryFile(const std::filesystem::path &out, const std::filesystem:
 
 }  // namespace
 
-void applyRiders(const ApplyRequest &request)
+Fragment applyRiders(const ApplyRequest &request)
 {
     const std::string riders = readRiders(request.riders);
-    if (!request.out.empty() && isSameOrdinaryFile(request.out, request.riders))
+    if (!request.out.empty() && !request.riders.empty() && isSameOrdinaryFile(request.out, request.riders))
         throw io::Refusal(request.out.string() + ": is the riders file itself; name another output");
     const io::OpenFile job = io::openInput(request.job);
     Head head(job, kJobHeadSize + io::kMostBlock);
@@ -229,15 +235,19 @@ void applyRiders(const ApplyRequest &request)
     refuseSameFile(job, out);
     const Cut cut{place.offset, place.offset};
     const std::string plain = added.text();
+    size_t length = plain.size();
     const size_t block = io::sharedBlock(job, head.bytes().size(), cut.to, out.file());
     if (block > 0)
         added.pad(block);
-    if (!writeSharing(job, head, cut, added.text(), out, block))
+    if (const std::string padded = added.text(); writeSharing(job, head, cut, padded, out, block))
+        length = padded.size();
+    else
         writeCopying(job, head, cut, plain, out);
     out.finish();
+    return {place.offset, length, lineAt(head.bytes(), place.offset) + place.needsLineEnd};
 }
 
-void stripRiders(const StripRequest &request)
+Fragment stripRiders(const StripRequest &request)
 {
     const io::OpenFile job = io::openInput(request.job);
     Head head(job, kJobHeadSize + kLongestRiders + kMostPadding + 2 * kLongestOpening + kLandscapeLine.size() +
@@ -253,6 +263,7 @@ void stripRiders(const StripRequest &request)
     if (!writeSharing(job, head, cut, {}, out, block))
         writeCopying(job, head, cut, {}, out);
     out.finish();
+    return {cut.from, cut.to - cut.from, lineAt(head.bytes(), cut.from)};
 }
 
 }  // namespace riders::apply

@@ -10,12 +10,19 @@
 // shares where what it takes out is as long as whole blocks.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 
 namespace riders::apply {
 
+// Where what was added, or taken out, begins in the job, and how long it is with its marker lines.
+struct Fragment {
+    std::size_t offset = 0, bytes = 0;
+    std::size_t line = 1;  // from 1, where lines end in LF
+};
+
 struct ApplyRequest {
-    std::filesystem::path riders;    // the riders file
+    std::filesystem::path riders;    // the riders file; empty: standard input
     std::filesystem::path job = {};  // empty: standard input
     std::filesystem::path out = {};  // empty: standard output; may be the job itself
     bool force = false;              // replace what is no PostScript job, too
@@ -24,7 +31,7 @@ struct ApplyRequest {
 // Writes the job with the riders file in it, between two marker lines, where
 // job-wide setup belongs. Refused: a file that is not a riders file or is cut off, a job that
 // is not PostScript, is a riders file or already has one in it, and an output that is some other file.
-void applyRiders(const ApplyRequest &request);
+Fragment applyRiders(const ApplyRequest &request);
 
 struct StripRequest {
     std::filesystem::path job = {};  // empty: standard input
@@ -34,6 +41,6 @@ struct StripRequest {
 
 // Writes the job as it was before applyRiders, byte for byte. Refused: a job
 // without a riders file, or one whose marker lines were changed or cut off, and an output that is some other file.
-void stripRiders(const StripRequest &request);
+Fragment stripRiders(const StripRequest &request);
 
 }  // namespace riders::apply

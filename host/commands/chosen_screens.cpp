@@ -43,7 +43,7 @@ make::PlatePiece pieceOf(const PlateScreen &plate)
     const std::optional<screens::Shape> shape = screens::shapeNamed(plate.shape);
     if (!shape)
         throw io::Refusal("there is no dot shape and no file \"" + plate.shape + "\" for " + plate.plate +
-                          "; riders shapes lists the shapes");
+                          "; riders shapes lists the shapes" + screens::shapeMeant(plate.shape));
     piece.spotBody = shape->body;
     if (!screens::installedShape(plate.shape))
         piece.spotFile = shape->file.filename();
@@ -69,6 +69,15 @@ double numberGiven(const std::string &text, const std::string &option, std::stri
     if (const std::string expected = wrong(value); !expected.empty())
         throw io::Refusal("expected " + expected + " with " + option + ", not \"" + text + "\"");
     return value;
+}
+
+screens::PlateScreen plateGiven(const std::string &text)
+{
+    try {
+        return screens::plateFromText(text);
+    } catch (const io::Refusal &refusal) {
+        throw io::Refusal("--plate " + refusal.message);
+    }
 }
 
 std::string namesSomething(const std::string &text)
@@ -100,7 +109,7 @@ std::vector<PlateScreen> chooseScreens(const ScreenWords &words, make::MakeReque
         request.frequency = request.spot = std::nullopt;
     }
     for (const std::string &plate : words.plates)
-        setPlate(plates, screens::plateFromText(plate));
+        setPlate(plates, plateGiven(plate));
     const auto rest = std::find_if(plates.begin(), plates.end(),
                                    [](const PlateScreen &plate) { return plate.plate == screens::kRestOfPlates; });
     if (rest != plates.end()) {

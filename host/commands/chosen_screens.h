@@ -34,6 +34,9 @@ std::vector<screens::PlateScreen> chooseScreens(const ScreenWords &words, make::
 // Throws io::Refusal.
 double numberGiven(const std::string &text, const std::string &option, std::string (*wrong)(double));
 
+// The screen that --plate was given. Throws io::Refusal.
+screens::PlateScreen plateGiven(const std::string &text);
+
 // For CLI11: what is wrong with the argument of an option that takes a name or a file, or nothing.
 std::string namesSomething(const std::string &text);
 

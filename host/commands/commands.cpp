@@ -9,6 +9,7 @@
 #include "app/start.h"
 #include "commands/apply_commands.h"
 #include "commands/film_command.h"
+#include "commands/list_command.h"
 #include "commands/make_command.h"
 #include "commands/mesh_command.h"
 #include "commands/play_command.h"
@@ -39,6 +40,7 @@ Commands::Commands(CLI::App &app)
     addProof(app, chosen_);
     addFilm(app, chosen_);
     addMesh(app, chosen_);
+    addList(app, chosen_);
     addScreens(app, chosen_);
     addShapes(app, chosen_);
     addPrinterCommand(app, chosen_);

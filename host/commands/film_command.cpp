@@ -8,6 +8,7 @@
 #include "commands/film_screens.h"
 #include "commands/film_words.h"
 #include "commands/mesh_command.h"
+#include "commands/standard_input.h"
 #include "commands/standard_output.h"
 #include "film/film.h"
 #include "film/resolution_text.h"
@@ -112,7 +113,7 @@ void addOutput(CLI::App &command, film::FilmRequest &request, FilmWords &words)
     command.add_flag("--strict", request.strict, "Refuse a film whose screen is not as it was asked for");
     command.add_flag("--interpreter-tone", request.interpreterTone,
                      "Lighten tints as Ghostscript does below 800 dpi");
-    command.add_flag("--quiet", request.quiet, "Say nothing but what goes wrong");
+    command.add_flag("-q,--quiet", request.quiet, "Say nothing but what goes wrong");
     command.add_flag("--json", words.json, "What was made, for programs");
 }
 
@@ -185,7 +186,9 @@ void addFilm(CLI::App &app, Chosen &chosen)
     const auto request = std::make_shared<film::FilmRequest>();
     const auto words = std::make_shared<FilmWords>();
     CLI::App *command = app.add_subcommand("film", "Make the films of a job, each plate screened on its own");
-    command->add_option("job", request->job, "PostScript, EPS or PDF")->required()->type_name("JOB");
+    command->add_option("job", request->job, "PostScript, EPS or PDF; - for standard input")
+        ->required()
+        ->type_name("JOB");
     command->add_option("--riders", request->riders, "A riders file to add to the job first; its screens are used")
         ->type_name("FILE");
     addScreenOptions(*command, words->screens);
@@ -197,7 +200,10 @@ void addFilm(CLI::App &app, Chosen &chosen)
     addLimits(*command, *request);
     command->callback([request, words, &chosen] {
         chosen.name = "riders film";
-        chosen.run = [request, words, &chosen] { return run(*request, *words, chosen.name); };
+        chosen.run = [request, words, &chosen] {
+            return withStandardInput({&request->job, &request->riders},
+                                     [&] { return run(*request, *words, chosen.name); });
+        };
     });
 }
 

@@ -66,7 +66,7 @@ std::vector<PlateScreen> chooseFilmScreens(const FilmScreenWords &words)
                           numberOf(words.frequency, "--frequency", screens::wrongFrequency),
                           numberOf(words.angle, "--angle", screens::wrongAngle), words.spot.value_or("")});
     for (const std::string &plate : words.plates)
-        setPlate(chosen, screens::plateFromText(plate));
+        setPlate(chosen, plateGiven(plate));
     return chosen;
 }
 

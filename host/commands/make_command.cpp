@@ -3,16 +3,22 @@
 #include <iostream>
 #include <memory>
 
+#include "commands/choices_in_words.h"
 #include "commands/chosen_screens.h"
 #include "commands/explained.h"
+#include "commands/standard_input.h"
 #include "commands/standard_output.h"
 #include "commands/what_was_made.h"
 #include "explain/explain.h"
+#include "io/output.h"
 #include "io/plain_text.h"
+#include "io/private_folder.h"
 #include "io/refusal.h"
 #include "make/make.h"
 #include "plugin/plugin.h"
 #include "proof/request.h"
+#include "reading/choices.h"
+#include "screens/number_text.h"
 #include "screens/screen_limits.h"
 
 namespace riders::commands {
@@ -21,7 +27,7 @@ namespace {
 
 struct MakeWords {
     ScreenWords screens;
-    bool json = false, explain = false;
+    bool json = false, explain = false, quiet = false, verbose = false;
     int dpi = 1200;
 };
 
@@ -37,10 +43,30 @@ std::string explainedMade(const make::MakeRequest &request, const MakeWords &wor
     }
 }
 
-// An empty variable in a script would otherwise choose nothing, silently.
-std::string run(make::MakeRequest &request, const MakeWords &words, const std::string &name)
+void putPeriods(make::MakeRequest &request)
+{
+    for (std::optional<std::string> *number :
+         {&request.frequency, &request.angle, &request.flatness, &request.size})
+        if (*number)
+            *number = screens::withPeriod(**number);
+}
+
+std::string saidOf(const make::MakeRequest &request, const MakeWords &words,
+                   const std::vector<screens::PlateScreen> &plates)
+{
+    const std::string explained = words.explain ? explainedMade(request, words, plates) : "";
+    if (words.json)
+        return madeInJson(request, plates, explained);
+    const std::string whole =
+        words.verbose ? choicesInWords(reading::choicesIn(io::contentsOf(request.output))) : "";
+    return (words.quiet ? "" : madeInWords(request, plates)) + whole + explained;
+}
+
+std::string makeFile(make::MakeRequest &request, const MakeWords &words, const std::string &name,
+                     std::string &said)
 {
     request.plugin = plugin::pluginBesideProgram();
+    putPeriods(request);
     const std::vector<screens::PlateScreen> plates = chooseScreens(words.screens, request);
     for (const screens::PlateScreen &plate : plates)
         if (const std::string meant = screens::processInkMeant(plate.plate); !meant.empty())
@@ -51,9 +77,34 @@ std::string run(make::MakeRequest &request, const MakeWords &words, const std::s
         std::cerr << name << ": " << io::plainText(made.note) << '\n';
     if (!made.problem.empty())
         return made.problem;
-    const std::string explained = words.explain ? explainedMade(request, words, plates) : "";
-    return printLines(words.json ? madeInJson(request, plates, explained)
-                                 : madeInWords(request, plates) + explained);
+    said = saidOf(request, words, plates);
+    return {};
+}
+
+// The file goes to standard output, so what is said of it goes to standard error.
+std::string makeOnStandardOutput(make::MakeRequest &request, const MakeWords &words, const std::string &name)
+{
+    if (words.json)
+        throw io::Refusal("the riders file goes to standard output, where --json has no place");
+    const io::PrivateFolder folder;
+    request.output = folder.path() / "standard output";
+    std::string said;
+    if (std::string problem = makeFile(request, words, name, said); !problem.empty())
+        return problem;
+    io::Output out{std::filesystem::path()};
+    io::writeAll(out.file(), io::contentsOf(request.output));
+    out.finish();
+    std::cerr << said;
+    return {};
+}
+
+std::string run(make::MakeRequest &request, const MakeWords &words, const std::string &name)
+{
+    if (request.output == kStandardFile)
+        return makeOnStandardOutput(request, words, name);
+    std::string said;
+    const std::string problem = makeFile(request, words, name, said);
+    return problem.empty() ? printLines(said) : problem;
 }
 
 }  // namespace
@@ -64,7 +115,8 @@ void addMake(CLI::App &app, Chosen &chosen)
     const auto words = std::make_shared<MakeWords>();
     const CLI::Validator notEmpty(namesSomething, "");
     CLI::App *command = app.add_subcommand("make", "Make a riders file; what is not named is left to the printer");
-    command->add_option("-o,--output", request->output, "The riders file to make or replace")
+    command
+        ->add_option("-o,--output", request->output, "The riders file to make or replace; - for standard output")
         ->required()
         ->type_name("FILE");
     command->add_option("--frequency", request->frequency, "Screen frequency, lines per inch")->type_name("LPI");
@@ -102,7 +154,9 @@ void addMake(CLI::App &app, Chosen &chosen)
         ->type_name("N")
         ->needs(explain);
     command->add_flag("--force", request->force, "Replace a file that is no riders file, too");
-    command->add_flag("--json", words->json, "What was made, for programs");
+    CLI::Option *json = command->add_flag("--json", words->json, "What was made, for programs");
+    command->add_flag("-q,--quiet", words->quiet, "Say nothing but what goes wrong")->excludes(json);
+    command->add_flag("-v,--verbose", words->verbose, "Also say all that is in the file")->excludes(json);
     command->add_flag("--save-settings", request->saveSettings, "Keep these choices as the saved settings");
     command->callback([request, words, &chosen] {
         chosen.name = "riders make";

@@ -11,6 +11,7 @@
 #include "io/decimal.h"
 #include "io/json.h"
 #include "screens/mesh.h"
+#include "screens/number_text.h"
 
 namespace riders::commands {
 
@@ -149,6 +150,12 @@ void addMesh(CLI::App &app, Chosen &chosen)
         ->type_name("N");
     command
         ->add_option("--angle", request->angle, "The screen's angle to the threads, degrees; 22.5 when left out")
+        ->transform(CLI::Validator(
+            [](std::string &text) {
+                text = screens::withPeriod(text);
+                return std::string();
+            },
+            ""))
         ->check(CLI::Range(-360.0, 360.0) & CLI::Validator([](std::string &text) { return isNumber(text); }, ""))
         ->type_name("DEG");
     command->add_flag("--json", request->json, "For programs");

@@ -6,6 +6,7 @@
 #include "commands/standard_output.h"
 #include "io/json.h"
 #include "io/plain_text.h"
+#include "shapes/fix_shape.h"
 #include "shapes/listing.h"
 #include "shapes/show_shapes.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 struct Asked {
     shapes::ShowRequest request;
-    bool page = false, json = false;
+    bool page = false, json = false, fix = false, force = false;
 };
 
 std::string list(bool json)
@@ -38,6 +39,18 @@ std::string inJson(const shapes::Shown &shown)
            "\n";
 }
 
+std::string fix(const Asked &asked, const std::string &name)
+{
+    const shapes::Fixed fixed = shapes::fixShape({asked.request.shape, asked.request.page, asked.force});
+    if (asked.json)
+        return printLines(io::jsonObject({{"file", io::jsonText(fixed.copy.native())},
+                                          {"changed", fixed.changed ? "true" : "false"}}) +
+                          "\n");
+    if (!fixed.changed)
+        std::cerr << name << ": " << io::plainText(asked.request.shape) << " needs no change\n";
+    return printPath(fixed.copy);
+}
+
 std::string show(const Asked &asked, const std::string &name)
 {
     const shapes::Shown shown = shapes::showShapes(asked.request);
@@ -59,12 +72,21 @@ void addShapes(CLI::App &app, Chosen &chosen)
 {
     const auto asked = std::make_shared<Asked>();
     CLI::App *command = app.add_subcommand("shapes", "List the dot shapes, or try one and show its dots");
-    command->add_option("shape", asked->request.shape, "A dot shape by name, or a spot function file: try it")
-        ->type_name("NAME|FILE");
+    CLI::Option *shape =
+        command->add_option("shape", asked->request.shape, "A dot shape by name, or a spot function file: try it")
+            ->type_name("NAME|FILE");
+    CLI::Option *fixing =
+        command
+            ->add_flag(
+                "--fix", asked->fix,
+                "Make a copy of the file that the settings dialog takes: its first line ends in a carriage return")
+            ->needs(shape);
+    command->add_flag("--force", asked->force, "Replace a file that is no spot function file, too")->needs(fixing);
     command->add_flag("--page", asked->page, "Make a page that shows all dot shapes");
     command
         ->add_option("-o,--output", asked->request.page,
-                     "The page; shapes.html, or the shape's name and -shape.html, when left out")
+                     "The page; shapes.html, or the shape's name and -shape.html, when left out. With --fix the "
+                     "copy; the file's name and -fixed when left out")
         ->type_name("FILE");
     command->add_flag("--json", asked->json, "Write the results as JSON");
     command
@@ -75,6 +97,8 @@ void addShapes(CLI::App &app, Chosen &chosen)
     command->callback([asked, &chosen] {
         chosen.name = "riders shapes";
         chosen.run = [asked, &chosen] {
+            if (asked->fix)
+                return fix(*asked, chosen.name);
             const bool showing = asked->page || !asked->request.shape.empty() || !asked->request.page.empty();
             return showing ? show(*asked, chosen.name) : list(asked->json);
         };

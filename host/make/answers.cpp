@@ -4,7 +4,9 @@
 #include <array>
 #include <fstream>
 
+#include "io/nearest.h"
 #include "make/menu_match.h"
+#include "screens/shapes.h"
 #include "toolbox/dialogs.h"
 #include "toolbox/files.h"
 #include "toolbox/host/dialog_text.h"
@@ -54,7 +56,9 @@ std::string hintOnFirstLine(const std::filesystem::path &spot)
     const std::string_view read(start, static_cast<std::size_t>(file.gcount()));
     if (read.find("%!KT1_Spot") == read.npos || read.find('\r') != read.npos || read.find('\n') == read.npos)
         return {};
-    return " (the first line of " + spot.string() + " ends in a line feed; it must end in a carriage return)";
+    return " (the first line of " + spot.string() +
+           " ends in a line feed; it must end in a carriage return: "
+           "riders shapes FILE --fix makes a copy in which it does)";
 }
 
 // As Standard File knows it: a link to a folder is followed, one to a file is not.
@@ -188,7 +192,7 @@ void Answers::chooseSpot()
         std::error_code ignored;
         if (!std::filesystem::exists(spot_, ignored))
             return notOffered("there is no dot shape and no file \"" + *request_.spot + "\"", items,
-                              ", and those of `riders shapes`");
+                              ", and those of `riders shapes`" + screens::shapeMeant(*request_.spot));
         if (std::string why = whyNotOffered(asListed(spot_)); !why.empty())
             return giveUp("the spot function cannot be imported: " + why);
         user_.insertNext([this] { importSpot(); });
@@ -226,7 +230,9 @@ void Answers::fillAnnotation()
     if (request_.font)
         user_.chooseWhere(fontPopup, [this](const std::vector<std::string> &items) {
             int item = itemWithName(items, *request_.font);
-            return item ? item : notOffered("there is no font \"" + *request_.font + "\"", items);
+            return item ? item
+                        : notOffered("there is no font \"" + *request_.font + "\"", items,
+                                     io::didYouMean(*request_.font, items));
         });
     if (request_.size) {
         user_.key("tab");

@@ -149,9 +149,13 @@ void putInPlace(const std::filesystem::path &made, const std::filesystem::path &
 // The name of the spot function file; empty for a dot shape that comes with the program.
 std::string ownShapeOf(const MakeRequest &request)
 {
-    std::error_code ignored;
-    if (!request.spot || screens::installedShape(*request.spot) ||
-        !std::filesystem::exists(*request.spot, ignored))
+    if (!request.spot || screens::installedShape(*request.spot))
+        return {};
+    std::error_code failed;
+    const std::filesystem::file_status status = std::filesystem::status(*request.spot, failed);
+    if (status.type() == std::filesystem::file_type::none)
+        io::refuseErrno(*request.spot, failed.value());
+    if (!std::filesystem::exists(status))
         return {};
     return std::filesystem::path(*request.spot).filename();
 }

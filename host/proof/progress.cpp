@@ -21,7 +21,7 @@ std::string outOf(int done, int all, const std::string &what)
 
 }  // namespace
 
-Progress::Progress() : terminal_(isatty(STDERR_FILENO))
+Progress::Progress(bool wanted) : terminal_(wanted && isatty(STDERR_FILENO))
 {
 }
 

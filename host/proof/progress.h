@@ -7,11 +7,11 @@
 namespace riders::proof {
 
 // A line on standard error that is written over and over, and removed at
-// the end; nothing at all where standard error is not a terminal. May be called
+// the end; nothing at all where it is not wanted, or standard error is not a terminal. May be called
 // from several threads.
 class Progress {
 public:
-    Progress();
+    explicit Progress(bool wanted);
     ~Progress();
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;

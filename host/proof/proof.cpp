@@ -56,7 +56,7 @@ looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int
     const double dpi = request.dpi;
     const int cores = coresFor(request);
     looking::PageLooks looks(folder.pictures());
-    Progress progress;
+    Progress progress(!request.quiet);
     io::Workers workers(cores);
     const plates::AskedFor riders = ridersFile.empty() ? plates::AskedFor{} : plates::askedByRiders(ridersFile);
     const plates::Survey survey =
@@ -103,6 +103,8 @@ fs::path proof(const ProofRequest &request)
     looking::writeReport(folder.page(), facts);
     io::Interruption::check();
     folder.finish();
+    if (request.made)
+        request.made(facts);
     return placeOf(request) / looking::kPageName;
 }
 

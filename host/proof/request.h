@@ -2,9 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "plates/interpreter/limits.h"
+
+namespace riders::looking {
+struct LookFacts;
+}
 
 namespace riders::proof {
 
@@ -19,6 +24,9 @@ struct ProofRequest {
     double mesh = 0;                    // threads per inch of the mesh it is for; 0 for none
     int dpi = 1200;                     // kLeastProofDpi to kMostProofDpi
     plates::InterpreterLimits limits = {};
+    bool quiet = false;  // show no progress
+    // Is given what is known of all pages, once the proof has its name.
+    std::function<void(const looking::LookFacts &)> made = {};
     int cores = 0;  // interpreters and threads at a time; 0: as many as there are cores
 };
 

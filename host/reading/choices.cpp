@@ -40,6 +40,10 @@ public:
                                                                    ? std::nullopt
                                                                    : std::optional(annotation->size))};
         choices_.errorHandler = written_.errorHandler;
+        if (!shapes_.problem().empty())
+            choices_.notes.push_back(
+                "its dot shapes are not known, for those that come with the program cannot be read: " +
+                shapes_.problem());
         return std::move(choices_);
     }
 

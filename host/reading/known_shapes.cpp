@@ -33,8 +33,10 @@ const std::vector<screens::Shape> &KnownShapes::installed()
         installed_.emplace();
         try {
             installed_ = screens::installedShapes();
-        } catch (const io::Refusal &) {  // it is about another file than the one that is read
-        } catch (const std::filesystem::filesystem_error &) {
+        } catch (const io::Refusal &refusal) {
+            problem_ = refusal.message;
+        } catch (const std::filesystem::filesystem_error &error) {
+            problem_ = error.path1().string() + ": " + error.code().message();
         }
     }
     return *installed_;

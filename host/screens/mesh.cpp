@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "io/decimal.h"
+#include "screens/number_text.h"
 
 namespace riders::screens {
 using io::decimal;
@@ -61,6 +62,9 @@ std::optional<double> betterAngle(const Grid &screen, double threadsPerInch)
 std::optional<double> perInchFromText(std::string_view text)
 {
     double number = 0;
+    const std::size_t unitAt = std::min(text.find('/'), text.size());
+    const std::string spelt = withPeriod(std::string(text.substr(0, unitAt))) + std::string(text.substr(unitAt));
+    text = spelt;
     const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const std::string_view unit(rest, static_cast<std::size_t>(text.data() + text.size() - rest));
     if (error != std::errc() || !std::isfinite(number) || number <= 0)

@@ -52,15 +52,34 @@ double numberFrom(std::string_view part, std::string (*wrong)(double), const std
 // Takes what is before the separator off the front, and the separator.
 std::string_view takePart(std::string_view &rest, char separator, std::size_t from = 0)
 {
-    const std::size_t end = std::min(rest.find(separator, from), rest.size());
+    const std::size_t end = from > rest.size() ? rest.size() : std::min(rest.find(separator, from), rest.size());
     const std::string_view part = trimmed(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     return part;
 }
 
+// Where the numbers end: at the first comma that is no decimal comma.
+std::size_t endOfNumbers(std::string_view rest)
+{
+    constexpr std::string_view digits = "0123456789";
+    for (std::size_t from = 0;;) {
+        const std::size_t comma = rest.find(',', from);
+        if (comma == rest.npos || comma == 0)
+            return comma;
+        const std::size_t before = rest.find_last_not_of(digits, comma - 1);
+        const std::size_t after = std::min(rest.find_first_not_of(digits, comma + 1), rest.size());
+        const bool whole = before == comma - 1 || (before != rest.npos && rest[before] == '.');
+        if (whole || after == comma + 1 || (after < rest.size() && rest[after] != '@' && rest[after] != ','))
+            return comma;
+        from = after;
+        if (from < rest.size() && rest[from] == ',')
+            return from;
+    }
+}
+
 void takeParts(PlateScreen &screen, std::string_view rest, const std::string &text)
 {
-    std::string_view numbers = takePart(rest, ',');
+    std::string_view numbers = takePart(rest, ',', endOfNumbers(rest));
     screen.shape = trimmed(rest);
     const bool angled = numbers.find('@') != std::string_view::npos;
     if (const std::string_view frequency = takePart(numbers, '@'); !frequency.empty())
@@ -106,7 +125,9 @@ std::string textFromPlate(const PlateScreen &screen)
         text += numberText(*screen.frequency);
     if (screen.angle)
         text += '@' + numberText(*screen.angle);
-    return screen.shape.empty() ? text : text + ',' + screen.shape;
+    // A blank keeps digits from being read as decimals.
+    const bool digit = !screen.shape.empty() && screen.shape[0] >= '0' && screen.shape[0] <= '9';
+    return screen.shape.empty() ? text : text + (digit ? ", " : ",") + screen.shape;
 }
 
 std::string plateInWords(const PlateScreen &screen)

@@ -3,7 +3,9 @@
 #include <strings.h>
 
 #include <system_error>
+#include <vector>
 
+#include "io/nearest.h"
 #include "io/refusal.h"
 
 namespace fs = std::filesystem;
@@ -44,8 +46,11 @@ fs::path setFileNamed(const std::string &nameOrFile, const SetFolders &folders)
             return file;
     if (fs::is_regular_file(nameOrFile, ignored))
         return nameOrFile;
+    std::vector<std::string> names;
+    for (const auto &[name, file] : files)
+        names.push_back(name);
     throw io::Refusal("there is no set of screens and no file \"" + nameOrFile +
-                      "\"; riders screens lists the sets");
+                      "\"; riders screens lists the sets" + io::didYouMean(nameOrFile, names));
 }
 
 }  // namespace riders::screens

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "io/bytes.h"
+#include "io/nearest.h"
 #include "io/refusal.h"
 #include "screens/data_folder.h"
 
@@ -75,9 +76,12 @@ std::string bodyIn(const fs::path &file, const std::string &bytes)
         refuse(file, "its first line does not hold " + std::string(kMagic));
     const std::size_t end = start.find('\r');
     if (end == start.npos)
-        refuse(file, start.find('\n') == start.npos
-                         ? "no carriage return ends its first line within 96 bytes"
-                         : "its first line ends in a line feed; it must end in a carriage return");
+        refuse(
+            file,
+            start.find('\n') == start.npos
+                ? "no carriage return ends its first line within 96 bytes"
+                : "its first line ends in a line feed; it must end in a carriage return: riders shapes FILE --fix "
+                  "makes a copy in which it does");
     return bytes.substr(end + 1);
 }
 
@@ -143,6 +147,15 @@ std::optional<Shape> shapeNamed(const std::string &nameOrFile)
     if (nameOrFile.empty() || !fs::exists(nameOrFile, ignored))
         return std::nullopt;
     return shapeIn(nameOrFile);
+}
+
+std::string shapeMeant(const std::string &typed)
+{
+    std::vector<std::string> names;
+    for (const fs::path &file : installedFiles())
+        for (std::string &name : namesOf({file.filename().string(), {}, {}}))
+            names.push_back(std::move(name));
+    return io::didYouMean(typed, names);
 }
 
 std::string aboutShape(const Shape &shape)

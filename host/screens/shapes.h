@@ -39,6 +39,9 @@ Shape shapeFrom(const std::filesystem::path &file, const std::string &bytes);
 // The names by which shapeNamed finds that installed shape, the most usual first.
 std::vector<std::string> namesOf(const Shape &installed);
 
+// "; did you mean NAME?" where somebody has mistyped the name of an installed shape, or nothing.
+std::string shapeMeant(const std::string &typed);
+
 // What the shape is like, in a few words: the comment that its body begins with; empty where there is none.
 std::string aboutShape(const Shape &shape);
 

@@ -19,7 +19,7 @@ std::vector<screens::Shape> shapesFor(const ShowRequest &request)
         if (std::optional<screens::Shape> shape = screens::shapeNamed(request.shape))
             return {*shape};
         throw io::Refusal("there is no dot shape and no file \"" + request.shape +
-                          "\"; riders shapes lists the dot shapes");
+                          "\"; riders shapes lists the dot shapes" + screens::shapeMeant(request.shape));
     }
     std::vector<screens::Shape> installed = screens::installedShapes();
     if (installed.empty())

@@ -1,4 +1,5 @@
 #include "desktop/scale.h"
+#include "desktop/x_resources.h"
 
 using toolbox::desktop::chooseScale;
 
@@ -41,3 +42,23 @@ TEST(ScaleTest, TextThatIsNoScaleIsIgnored)
 }
 
 }  // namespace
+
+TEST(ScaleTest, WhatIsSetForOtherProgramsCountsBeforeTheDensity)
+{
+    EXPECT_EQ(chooseScale({.toolkitScale = "3", .toolkitFactor = "2", .wantedDotsPerInch = 96}), 3);
+    EXPECT_EQ(chooseScale({.toolkitFactor = "1.5", .wantedDotsPerInch = 96, .dotsPerInch = 96}), 2);
+    EXPECT_EQ(chooseScale({.toolkitFactor = "1.4", .dotsPerInch = 288}), 1);
+    EXPECT_EQ(chooseScale({.wantedDotsPerInch = 192, .dotsPerInch = 96}), 2);
+    for (const char *wrong : {"", "two", "0", "-2", "2x", "nan", "inf", "1e9"})
+        EXPECT_EQ(chooseScale({.toolkitFactor = wrong, .dotsPerInch = 192}), 2) << wrong;
+}
+
+TEST(ScaleTest, XftDpiIsFoundAmongTheResources)
+{
+    using toolbox::desktop::xftDotsPerInch;
+    EXPECT_EQ(xftDotsPerInch("Xft.antialias:\t1\nXft.dpi:\t192\nXft.hinting:\t1\n"), 192);
+    EXPECT_EQ(xftDotsPerInch("Xft.dpi: 120.5"), 120.5);
+    for (const char *none :
+         {"", "Xft.antialias:\t1\n", "*Xft.dpi:\t192\n", "Xft.dpi:\tmany\n", "Xft.dpi:\t-96\n", "\n"})
+        EXPECT_EQ(xftDotsPerInch(none), 0) << none;
+}

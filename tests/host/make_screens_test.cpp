@@ -177,7 +177,7 @@ TEST_F(MakeScreens, WhatIsWrongIsRefusedAndLeavesTheFileAsItWas)
     EXPECT_EQ(make({"--screens", "", "--frequency", "60"}),
               "--screens: expected a name or a file\nRun with --help for more information.\n");
     EXPECT_EQ(make({"--plate", "Gold"}),
-              "riders make: \"Gold\": expected a colon after the plate's name, as in NAME:LPI@ANGLE,SHAPE\n");
+              "riders make: --plate \"Gold\": expected a colon after the plate's name, as in NAME:LPI@ANGLE,SHAPE\n");
     EXPECT_EQ(make({"--plate", "Gold:60,stars"}),
               "riders make: there is no dot shape and no file \"stars\" for Gold; "
               "riders shapes lists the shapes\n");

@@ -24,9 +24,11 @@ TEST(Mesh, ThreadsAreGivenPerInchOrPerCentimetre)
     EXPECT_EQ(perInchFromText("225"), 225);
     EXPECT_EQ(perInchFromText("62.5/in"), 62.5);
     EXPECT_NEAR(*perInchFromText("90/cm"), 228.6, 1e-9);
+    EXPECT_EQ(perInchFromText("62,5"), 62.5);
+    EXPECT_EQ(perInchFromText("62,5/cm"), perInchFromText("62.5/cm"));
     EXPECT_NEAR(*perInchFromText("0.5/cm"), 1.27, 1e-9);
     for (const char *text : {"", " 9", "9 ", "x", "/cm", "9/", "9/c", "9/cmx", "9cm", "9/mm", "0", "-9", "inf",
-                             "nan", "1e999", "9/cm/cm", "9,5"})
+                             "nan", "1e999", "9/cm/cm", "9,", ",9", "9,5,5"})
         EXPECT_FALSE(perInchFromText(text)) << text;
 }
 

@@ -42,6 +42,20 @@ TEST(PlateSpelling, AnyPartAfterTheNameMayBeLeftOut)
     expectPlate("Cyan: spot-133-15-round ", "Cyan", 133, 15, "round");
 }
 
+TEST(PlateSpelling, ACommaBetweenDigitsIsADecimalComma)
+{
+    expectPlate("Cyan:133,5@15,Round", "Cyan", 133.5, 15, "Round");
+    expectPlate("Cyan:133,5@-22,5,Round", "Cyan", 133.5, -22.5, "Round");
+    expectPlate("Cyan:@22,5", "Cyan", {}, 22.5, "");
+    expectPlate("Cyan:133,5", "Cyan", 133.5, {}, "");
+    expectPlate("Cyan:133,5,5", "Cyan", 133.5, {}, "5");
+    expectPlate("Cyan:133, 5", "Cyan", 133, {}, "5");
+    expectPlate("Cyan:133.5,5", "Cyan", 133.5, {}, "5");
+    expectPlate("Cyan:133,5dots", "Cyan", 133, {}, "5dots");
+    expectPlate("Cyan:spot-60,5-22,5-round", "Cyan", 60.5, 22.5, "round");
+    EXPECT_EQ(screens::textFromPlate({"Cyan", 133, {}, "5"}), "Cyan:133, 5");
+}
+
 TEST(PlateSpelling, OfQueuesIsUnderstoodToo)
 {
     expectPlate("Cyan:spot-133-15-round", "Cyan", 133, 15, "round");

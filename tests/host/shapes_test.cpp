@@ -129,7 +129,8 @@ TEST(Shapes, ABadFileIsRefusedWithWhatIsWrong)
     EXPECT_EQ(with(""), "it is empty");
     EXPECT_EQ(with("pop\r"), "its first line does not hold %!KT1_Spot");
     EXPECT_EQ(with(std::string(87, ' ') + magic + "\rpop"), "its first line does not hold %!KT1_Spot");
-    EXPECT_EQ(with(magic + "\npop"), "its first line ends in a line feed; it must end in a carriage return");
+    EXPECT_EQ(with(magic + "\npop"), "its first line ends in a line feed; it must end in a carriage return: riders shapes FILE --fix makes a "
+              "copy in which it does");
     EXPECT_EQ(with(magic + " pop"), "no carriage return ends its first line within 96 bytes");
     EXPECT_EQ(with(magic + std::string(86, ' ') + "\rpop"),
               "no carriage return ends its first line within 96 bytes");

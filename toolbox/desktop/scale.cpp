@@ -24,6 +24,15 @@ int scaleNamed(const std::string &text)
     return within(scale);
 }
 
+// A factor from 0.1 to 100; 0 for any other text.
+double factorNamed(const std::string &text)
+{
+    double factor = 0;
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), factor);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole && factor >= 0.1 && factor <= 100 ? factor : 0;
+}
+
 }  // namespace
 
 int chooseScale(const DisplayFacts &facts)
@@ -36,6 +45,10 @@ int chooseScale(const DisplayFacts &facts)
         return within(facts.pixelsPerPoint);
     if (int scale = scaleNamed(facts.toolkitScale))
         return scale;
+    if (double factor = factorNamed(facts.toolkitFactor); factor > 0)
+        return within(factor);
+    if (facts.wantedDotsPerInch > 0)
+        return within(facts.wantedDotsPerInch / plainDotsPerInch);
     return within(facts.dotsPerInch / plainDotsPerInch);
 }
 

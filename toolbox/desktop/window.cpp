@@ -6,6 +6,8 @@
 
 #include "desktop/make_pane.h"
 #include "desktop/scale.h"
+#include "desktop/wayland_frame.h"
+#include "desktop/x_resources.h"
 
 namespace toolbox::desktop {
 namespace {
@@ -31,7 +33,10 @@ int scaleOf(int wanted, double pixelsPerUnit, int display)
     DisplayFacts facts{.wanted = wanted,
                        .environment = environment("RIDERS_SCALE"),
                        .toolkitScale = environment("GDK_SCALE"),
+                       .toolkitFactor = environment("QT_SCALE_FACTOR"),
                        .pixelsPerPoint = pixelsPerUnit};
+    static const double xft = xftDotsPerInch(xResources());  // a window keeps the size that it began with
+    facts.wantedDotsPerInch = xft;
     float dotsPerInch = 0;
     if (SDL_GetDisplayDPI(std::max(display, 0), nullptr, &dotsPerInch, nullptr) == 0)
         facts.dotsPerInch = dotsPerInch;
@@ -117,6 +122,7 @@ Window::Window(const DesktopOptions &options)
     : wantedScale_(options.scale), window_(makeWindow(options)), pane_(makePane(window_.get()))
 {
     lostDisplay_.watch(window_.get());
+    sayIfWithoutFrame(window_.get());
     SDL_StartTextInput();
     showAgain();
 }
