@@ -1,6 +1,8 @@
 #include "plates/make_plates.h"
 
 #include <algorithm>
+#include <atomic>
+#include <utility>
 
 #include "plates/rendering/rendering.h"
 #include "plates/rendering/spot_inks.h"
@@ -44,15 +46,15 @@ public:
         // The slow ones first.
         for (const RenderingWay way :
              {RenderingWay::allPlates, RenderingWay::inksApart, RenderingWay::processPlates})
-            for (const std::vector<size_t> &pages : dealt(run_.survey, pagesFor(way), run_.dpi, run_.cores)) {
-                const Rendering share{way, pages, run_.work / ("share-" + std::to_string(shares_++)), run_.dpi};
-                workers_.add([this, share] { render(share); });
-            }
+            for (const std::vector<size_t> &pages : dealt(run_.survey, pagesFor(way), run_.dpi, run_.cores))
+                addShare(way, pages);
         workers_.finish();
         return std::move(said_);
     }
 
 private:
+    using Report = std::shared_ptr<const InterpreterReport>;
+
     std::vector<size_t> pagesFor(RenderingWay way) const
     {
         std::vector<size_t> pages;
@@ -65,19 +67,67 @@ private:
         return pages;
     }
 
-    void render(const Rendering &share)
+    void addShare(RenderingWay way, const std::vector<size_t> &pages)
     {
-        const auto report = std::make_shared<InterpreterReport>(renderPages(job_, share));
-        report->inks.insert(spotInks_.inks.begin(), spotInks_.inks.end());
+        const Rendering share{way, pages, run_.work / ("share-" + std::to_string(shares_++)), run_.dpi};
+        workers_.add([this, share] {
+            try {
+                render(share);
+            } catch (const SlowPage &slow) {
+                if (!run_.pageLeftOut)
+                    throw;
+                leaveOut(share, slow);
+            }
+        });
+    }
+
+    // What was rendered before the page is there. What comes after it is rendered anew, unless the job does not
+    // get past the page.
+    void leaveOut(const Rendering &share, const SlowPage &slow)
+    {
+        const Report report = known(slow.report);
         if (share.pages[0] == 0)
             said_ = report->said;
+        const bool written = share.way != RenderingWay::inksApart;
+        const bool passed = std::any_of(share.pages.begin(), share.pages.end(),
+                                        [&](size_t page) { return run_.survey.pages[page].number == slow.page; });
+        std::vector<size_t> rest;
         for (size_t i = 0; i < share.pages.size(); ++i) {
-            run_.pageRendered();
-            workers_.addUrgent([this, i, share, report] {
-                const size_t page = share.pages[i];
-                run_.pageRead({page, readRendered(job_, share, *report, i), screensOf(page, i, *report), report});
-            });
+            const int number = run_.survey.pages[share.pages[i]].number;
+            if (number < slow.page && written)
+                deliver(share, i, report);
+            else if (number != slow.page && passed)
+                rest.push_back(share.pages[i]);
+            else
+                run_.pageLeftOut(share.pages[i], slow.message);
         }
+        if (!rest.empty())
+            addShare(share.way, rest);
+    }
+
+    void render(const Rendering &share)
+    {
+        const Report report = known(renderPages(job_, share));
+        if (share.pages[0] == 0)
+            said_ = report->said;
+        for (size_t i = 0; i < share.pages.size(); ++i)
+            deliver(share, i, report);
+    }
+
+    // With the colours of all spot inks.
+    Report known(InterpreterReport report) const
+    {
+        report.inks.insert(spotInks_.inks.begin(), spotInks_.inks.end());
+        return std::make_shared<const InterpreterReport>(std::move(report));
+    }
+
+    void deliver(const Rendering &share, size_t i, const Report &report)
+    {
+        run_.pageRendered();
+        workers_.addUrgent([this, i, share, report] {
+            const size_t page = share.pages[i];
+            run_.pageRead({page, readRendered(job_, share, *report, i), screensOf(page, i, *report), report});
+        });
     }
 
     // For PostScript the interpreter reports the screens of all pages, for PDF those of its share.
@@ -91,7 +141,7 @@ private:
     io::Workers &workers_;
     const RenderedJob job_{run_.job, run_.survey, run_.limits};
     SpotInks spotInks_;
-    int shares_ = 0;
+    std::atomic<int> shares_ = 0;
     std::vector<std::string> said_;
 };
 

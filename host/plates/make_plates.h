@@ -31,6 +31,9 @@ struct PlatesRun {
     // `pageRead` may run at once; it may add work, which is finished before makePlates returns.
     std::function<void()> pageRendered;
     std::function<void(RenderedPage)> pageRead;
+    // Called by the workers, in place of both, for a page that takes longer than it may; `why` is what a Refusal
+    // would say. The other pages are made. Where it is empty, that is thrown.
+    std::function<void(size_t index, const std::string &why)> pageLeftOut = {};
 };
 
 // Returns what the interpreter said while it rendered the first page. Throws

@@ -13,6 +13,22 @@
 #include "plates/files/plate_names.h"
 
 namespace riders::proof {
+namespace {
+
+// A shape without a name is likened to one that has, and to which depends on the tint: where plates would have
+// several, none of them is said.
+void forgetDoubtfulShapes(looking::PageFacts &page)
+{
+    std::set<std::string> likened;
+    for (const looking::PlateFacts &plate : page.plates)
+        if (plate.asked.shape.empty() && !plate.measured.shape.empty())
+            likened.insert(plate.measured.shape);
+    for (looking::PlateFacts &plate : page.plates)
+        if (likened.size() > 1 && plate.asked.shape.empty())
+            plate.measured.shape.clear();
+}
+
+}  // namespace
 
 PageProofs::PageProofs(const PageProofsRun &run, io::Workers &workers, Progress &progress)
     : run_(run), workers_(workers), progress_(progress), pages_(run.survey.pages.size()),
@@ -29,10 +45,22 @@ void PageProofs::take(plates::RenderedPage rendered)
     drawAllInks(page, *dots, run_.folder);
 }
 
+void PageProofs::leaveOut(size_t index, const std::string &why)
+{
+    const plates::SurveyedPage &surveyed = run_.survey.pages[index];
+    looking::PageFacts &page = pages_[index];
+    page = looking::startedFacts(run_.survey, index, run_.looks.of(surveyed.number), run_.dpi);
+    page.leftOut = why;
+    for (size_t i = 0; i < surveyed.plates.size(); ++i)
+        page.plates[i].ink = looking::inkColour(surveyed.plates[i].plate, {});
+}
+
 std::vector<looking::PageFacts> PageProofs::facts()
 {
-    for (looking::PageFacts &page : pages_)
+    for (looking::PageFacts &page : pages_) {
+        forgetDoubtfulShapes(page);
         page.warnings = warningsFor(page);
+    }
     return std::move(pages_);
 }
 
@@ -42,6 +70,7 @@ looking::PageFacts PageProofs::startedFacts(const plates::RenderedPage &rendered
     looking::PageFacts page =
         looking::startedFacts(run_.survey, rendered.index, run_.looks.of(surveyed.number), run_.dpi);
     page.mesh = run_.mesh;
+    page.refused = plates::refusedOfRiders(rendered.report->said);
     for (size_t i = 0; i < surveyed.plates.size(); ++i) {
         const std::string &plate = surveyed.plates[i].plate;
         page.plates[i].ink = looking::inkColour(plate, rendered.report->inks);

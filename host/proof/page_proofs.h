@@ -4,6 +4,7 @@
 #include <atomic>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,8 @@ public:
 
     // Adds the work on the page's plates. From any thread, once for each page. Throws Refusal.
     void take(plates::RenderedPage page);
+    // In place of it, for a page whose dots are not to be had; `why` is for people.
+    void leaveOut(size_t page, const std::string &why);
     // The pages as surveyed; to be called once the workers have finished.
     std::vector<looking::PageFacts> facts();
 

@@ -69,16 +69,17 @@ looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int
                           workers);
     progress.expect(static_cast<int>(survey.pages.size()), inkedPlates(survey));
     PageProofs proofs({survey, looks, riders, dpi, request.mesh, folder.path()}, workers, progress);
-    std::vector<std::string> said =
-        plates::makePlates({.job = job,
-                            .survey = survey,
-                            .limits = request.limits,
-                            .dpi = dpi,
-                            .work = folder.work(),
-                            .cores = cores,
-                            .pageRendered = [&] { progress.pageRendered(); },
-                            .pageRead = [&](plates::RenderedPage page) { proofs.take(std::move(page)); }},
-                           workers);
+    std::vector<std::string> said = plates::makePlates(
+        {.job = job,
+         .survey = survey,
+         .limits = request.limits,
+         .dpi = dpi,
+         .work = folder.work(),
+         .cores = cores,
+         .pageRendered = [&] { progress.pageRendered(); },
+         .pageRead = [&](plates::RenderedPage page) { proofs.take(std::move(page)); },
+         .pageLeftOut = [&](size_t page, const std::string &why) { proofs.leaveOut(page, why); }},
+        workers);
     return {request.job.filename(), request.riders.filename(), io::decimal(dpi, 0), false, proofs.facts(),
             std::move(said)};
 }
@@ -105,7 +106,11 @@ fs::path proof(const ProofRequest &request)
     folder.finish();
     if (request.made)
         request.made(facts);
-    return placeOf(request) / looking::kPageName;
+    const fs::path page = placeOf(request) / looking::kPageName;
+    for (const looking::PageFacts &one : facts.pages)
+        if (!one.leftOut.empty())
+            throw io::Refusal(one.leftOut + "; the rest is in " + page.string());
+    return page;
 }
 
 }  // namespace riders::proof

@@ -88,6 +88,19 @@ TEST(MeasuringPlaces, TheLoupeIsHeldWherePlatesMeet)
     EXPECT_NEAR(place.left + 0.5, 4, 0.2);
 }
 
+// Two strips with a gap between them: together they are most, but only the gap would be in the middle.
+TEST(MeasuringPlaces, TheLoupesMiddleIsNotInAGap)
+{
+    TintPlate plate = blank(800, 800);
+    fill(plate, 360, 300, 385, 500, 128);
+    fill(plate, 415, 300, 440, 500, 128);
+    const Place place = plates::tellingPlace({&plate}, kDpi, 1);
+    EXPECT_GT(plates::tellingShare(plate, kDpi, plates::middleOf(place)), 0.3);
+    EXPECT_DOUBLE_EQ(plates::middleOf({1, 2, 4, 8}).left, 2.5);
+    EXPECT_DOUBLE_EQ(plates::middleOf({1, 2, 4, 8}).top, 5);
+    EXPECT_DOUBLE_EQ(plates::middleOf({1, 2, 4, 8}).height, 2);
+}
+
 TEST(MeasuringPlaces, TheLoupeStaysOnASmallPage)
 {
     TintPlate plate = blank(50, 30);

@@ -34,6 +34,27 @@ TEST(InterpreterWords, ShapesAreRecognisedByTheirValues)
     EXPECT_TRUE(words.report().said.empty());
 }
 
+// A page whose procedures have ended is still being written until the next one begins.
+TEST(InterpreterWords, APageIsInWorkUntilItIsWritten)
+{
+    riders::plates::InterpreterWords words;
+    words.take("%%ProofPage");  // before the job
+    words.take("%%ProofBegin");
+    EXPECT_FALSE(words.isWritingPage());
+    words.take("%%ProofSize 1200 900");
+    words.take("%%ProofPage");
+    EXPECT_TRUE(words.isWritingPage());
+    words.take("%%ProofBegin");
+    EXPECT_FALSE(words.isWritingPage());
+    words.take("%%ProofPage");
+    words.take("%%ProofPage");  // of a job that hides where pages begin
+    EXPECT_FALSE(words.isWritingPage());
+    ASSERT_EQ(words.report().sizes.size(), 3u);
+    EXPECT_EQ(words.report().sizes[0].columns, 1200);
+    EXPECT_EQ(words.report().sizes[0].rows, 900);
+    EXPECT_EQ(words.report().sizes[1].rows, 0);
+}
+
 TEST(InterpreterWords, WhatAJobWritesTakesLittleMemory)
 {
     riders::plates::InterpreterWords words("secret");

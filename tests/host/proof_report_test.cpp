@@ -223,6 +223,7 @@ TEST(ProofReport, SaysWhatAJobPrintedWithoutRidersLosesOfItsTints)
     looking::PageFacts page;
     page.plates = {plate("Cyan", 60, 45), plate("Black", 60, 75)};
     page.plates[1].asked.binding = false;
+    page.plates[0].levels = page.plates[1].levels = 256;
     const auto at = [&](double dpi, plates::TintRange tints) {
         page.dpi = dpi;
         page.plates[0].tints = tints;
@@ -240,6 +241,126 @@ TEST(ProofReport, SaysWhatAJobPrintedWithoutRidersLosesOfItsTints)
     for (const double dpi : {149.0, 800.0, 1200.0})
         EXPECT_EQ(at(dpi, {false, true, 0.1, 0.9}), Words{});
     EXPECT_EQ(at(600, {true, false, 0, 0}), Words{});
+}
+
+TEST(ProofReport, WarnsWhereCellsHaveFewGreyLevels)
+{
+    looking::PageFacts page;
+    page.dpi = 600;
+    page.plates = {plate("Cyan", 150, 45), plate("Black", 150, 75), plate("Gold", 60, 15)};
+    for (PlateFacts &each : page.plates)
+        each.asked.binding = false;
+    EXPECT_EQ(looking::levelsOfCell(150, 600), 17);
+    const auto fewLevels = [&] {
+        Words few;
+        for (const std::string &warning : looking::warningsFor(page))
+            if (warning.find("grey levels") != std::string::npos)
+                few.push_back(warning);
+        return few;
+    };
+    EXPECT_EQ(
+        fewLevels(),
+        Words{"Cyan and Black: 600 dpi leaves cells of 17 grey levels at 150 lines per inch: smooth tints will "
+              "show steps. At 1200 dpi there are more than 64."});
+    page.plates[0].levels = page.plates[1].levels = 256;  // screened by the program
+    EXPECT_EQ(fewLevels(), Words{});
+    page.plates = {plate("Cyan", 120, 45)};  // 26 levels
+    EXPECT_EQ(fewLevels(), Words{});
+}
+
+std::size_t timesIn(const std::string &text, const std::string &what)
+{
+    std::size_t times = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1))
+        ++times;
+    return times;
+}
+
+TEST(ProofReport, WhatAllPagesAreWarnedOfIsSaidOnce)
+{
+    looking::LookFacts facts;
+    for (int number = 1; number <= 10; ++number) {
+        looking::PageFacts &page = facts.pages.emplace_back();
+        page.number = number;
+        page.warnings = {"All of them.", "And this."};
+    }
+    facts.pages[3].warnings.emplace_back("Only here.");
+    const std::string html = looking::reportOf(facts);
+    EXPECT_EQ(timesIn(html, "<li>All of them.</li>"), 1u);
+    EXPECT_EQ(timesIn(html, "<li>And this.</li>"), 1u);
+    EXPECT_EQ(timesIn(html, "<li>Only here.</li>"), 1u);
+    EXPECT_NE(html.find("2 warnings for all pages:"), std::string::npos);
+    EXPECT_NE(html.find("1 warning: <a href=\"#page-4\">"), std::string::npos);
+    facts.pages[0].warnings.pop_back();
+    EXPECT_EQ(timesIn(looking::reportOf(facts), "<li>And this.</li>"), 9u);
+    facts.pages.resize(1);
+    EXPECT_EQ(looking::reportOf(facts).find("for all pages"), std::string::npos);
+}
+
+TEST(ProofReport, APageWithoutDotsShowsWhatIsKnown)
+{
+    looking::LookFacts facts;
+    looking::PageFacts &page = facts.pages.emplace_back();
+    page.number = 1;
+    page.leftOut = "it took too long";
+    page.plates = {plate("Cyan", 60, 45), PlateFacts{}};
+    page.plates[0].picture = "";
+    page.warnings = looking::warningsFor(page);
+    EXPECT_EQ(page.warnings[0], "Its dots are not shown: it took too long.");
+    const std::string html = looking::reportOf(facts);
+    EXPECT_NE(html.find("10&nbsp;% to 80&nbsp;%"), std::string::npos);
+    EXPECT_EQ(timesIn(html, "no ink"), 1u);
+}
+
+TEST(ProofReport, SaysWhyAShapeIsNotKnown)
+{
+    const auto note = [](double dpi, double ink) {
+        looking::LookFacts facts;
+        looking::PageFacts &page = facts.pages.emplace_back();
+        page.dpi = dpi;
+        page.plates = {plate("Cyan", 60, 45)};
+        page.plates[0].measured.ink = ink;
+        return looking::reportOf(facts);
+    };
+    EXPECT_NE(note(300, 0.5).find("cells too small to show the dots’ shape"), std::string::npos);
+    EXPECT_NE(note(1200, 0.05).find("a tint too light to show the dots’ shape"), std::string::npos);
+    EXPECT_NE(note(1200, 0.95).find("a tint too dark to show the dots’ shape"), std::string::npos);
+    EXPECT_NE(note(1200, 0.5).find("dots like no shape that has a name"), std::string::npos);
+}
+
+TEST(ProofReport, ARefusedDotShapeIsWarnedOf)
+{
+    TemporaryFolder folder;
+    writeFile(folder / "riders", "/riderReadSpot {\nriderReadSpot x\n%end-of-dot-shape%\n");
+    const plates::AskedFor riders = plates::askedByRiders(folder / "riders");
+    EXPECT_TRUE(riders.shaped);
+    const plates::AskedScreens own = {{"Default", {133, 45}}};
+    EXPECT_TRUE(plates::askedFor("Cyan", riders, own, own).refused);
+    const plates::AskedFor taken = plates::askedFor("Cyan", riders, {{"Default", {133, 45, "Line"}}}, own);
+    EXPECT_FALSE(taken.refused);
+    EXPECT_EQ(taken.by, "the riders file");
+    EXPECT_EQ(plates::refusedOfRiders({"x", "%%[ riders: the dot shape fails; the job keeps its own ]%%"}),
+              "the dot shape fails; the job keeps its own");
+    EXPECT_EQ(plates::refusedOfRiders({"%%[ riders: done ]%%"}), "");
+    looking::LookFacts facts;
+    looking::PageFacts &page = facts.pages.emplace_back();
+    page.refused = "it keeps its own";
+    page.plates = {plate("Cyan", 60, 45)};
+    page.plates[0].asked = plates::askedFor("Cyan", riders, own, own);
+    EXPECT_EQ(looking::warningsFor(page)[0], "Of the riders file: it keeps its own.");
+    EXPECT_NE(looking::reportOf(facts).find("a dot shape<small>by the riders file, refused"), std::string::npos);
+}
+
+// The page follows the desktop; paper stays white.
+TEST(ProofReport, ThePageIsDarkWhereTheDesktopIs)
+{
+    const std::string html = looking::reportOf({});
+    const std::size_t dark = html.find("@media screen and (prefers-color-scheme: dark)");
+    ASSERT_NE(dark, std::string::npos);
+    for (const char *colour :
+         {"--ink", "--soft", "--line", "--warn", "--ground", "--sheet", "--ring", "--warned", "--link"})
+        EXPECT_LT(html.find(std::string(colour) + ": ", dark), html.find("}\n}", dark)) << colour;
+    EXPECT_NE(html.find(".sheet, figure img { background: #fff; }"), std::string::npos);
 }
 
 }  // namespace

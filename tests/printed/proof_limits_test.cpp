@@ -64,6 +64,25 @@ TEST_F(ProofTest, AJobOfManySlowPagesIsEnded)
     EXPECT_EQ(left(), Names{"job.ps"});
 }
 
+// The survey at 200 dpi is quick. A PostScript job never gets past the page.
+TEST_F(ProofTest, WhatIsDoneBeforeAPageThatTakesTooLongIsKept)
+{
+    const std::string tint = smallPage(kTint);
+    proof::ProofRequest asked =
+        request(smallJob({tint, "currentpagedevice /HWResolution get 0 get 250 gt {{} loop} if\n" + tint, tint}));
+    asked.limits.secondsAPage = 1;
+    EXPECT_EQ(proofOf(asked),
+              asked.job.string() +
+                  ": page 2: the interpreter took more than 1 seconds and was ended; the rest is in " +
+                  (out / "proof.html").string());
+    const std::string page = contentsOf(out / "proof.html");
+    EXPECT_NE(page.find("Its dots are not shown: "), std::string::npos);
+    EXPECT_EQ(files(out / "films"), Names{"page-1-black.tif"});
+    for (const char *picture : {"pictures/page-2.png", "pictures/page-3.png"})
+        EXPECT_TRUE(std::filesystem::exists(out / picture)) << picture;
+    EXPECT_EQ(left(), (Names{"job.ps", "out"}));
+}
+
 TEST_F(ProofTest, PageFilesThatFillTheDiskAreEnded)
 {
     proof::ProofRequest large = request("%!PS\n<</PageSize [3000 3000]>> setpagedevice\n{showpage} loop\n");
@@ -128,7 +147,7 @@ TEST_F(ProofTest, ATerminalObeysNothingThatAJobSays)
 TEST_F(ProofTest, AFullDiskIsCalledThat)
 {
     request(smallJob({smallPage(kTint)}));
-    for (const char *blocks : {"4", "40", "200"}) {
+    for (const char *blocks : {"8", "40", "200"}) {
         const CommandResult run = runProgram(
             {"bash", "-c",
              "ulimit -f " + std::string(blocks) + "; " RIDERS_BINARY_DIR "/riders proof job.ps --dpi 600"},

@@ -117,7 +117,8 @@ TEST_F(ProofTest, TheShapeOfTheDotsIsReported)
     EXPECT_NE(cell("Asked for\">", 2).find(", Square<small>by the job"), std::string::npos);
     EXPECT_NE(cell("Measured\">", 2).find(", Square<small>"), std::string::npos);
     EXPECT_NE(cell("Asked for\">", 3).find(", Round<small>by the job"), std::string::npos);
-    EXPECT_NE(cell("Measured\">", 3).find("<small>shape not recognised</small>"), std::string::npos);
+    EXPECT_NE(cell("Measured\">", 3).find("<small>cells too small to show the dots’ shape</small>"),
+              std::string::npos);
 }
 
 TEST_F(ProofTest, WithARidersFile)

@@ -43,7 +43,9 @@ struct PageFacts {
     std::vector<PlateFacts> plates;      // all, with ink or without
     std::vector<PlatePattern> patterns;  // that can be seen, where the plates print over each other
     double mesh = 0;                     // threads per inch of the mesh it is for; 0 for none
-    std::vector<std::string> warnings;   // plain text
+    std::string leftOut;                 // why it has no dots, plain text; empty where it has
+    std::string refused;  // what of the riders file the interpreter did not take, plain text; empty for nothing
+    std::vector<std::string> warnings;  // plain text
 };
 
 struct LookFacts {

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kFrequencyOff = 0.01;  // of the frequency asked for
 constexpr double kAngleOff = 0.5;       // degrees
+constexpr int kFewLevels = 24;
 constexpr double kLightest = 0.03, kDarkest = 0.97;
 
 std::string percent(double share)
@@ -51,6 +52,31 @@ void warnOfLightening(const PageFacts &page, std::vector<std::string> &warnings)
                            percent(lightened(worst)) + ". On these films they are as the job has them.");
 }
 
+// What a cell of the plate's screen can show, where the program has not made it; 0 where that is not known.
+int greyLevels(const PlateFacts &plate, double dpi)
+{
+    return plate.levels == 0 && plate.measured.found && dpi > 0 ? levelsOfCell(plate.measured.frequency, dpi) : 0;
+}
+
+void warnOfFewLevels(const PageFacts &page, std::vector<std::string> &warnings)
+{
+    std::vector<std::size_t> few;
+    double finest = 0;
+    for (std::size_t i = 0; i < page.plates.size(); ++i)
+        if (const int levels = greyLevels(page.plates[i], page.dpi); levels > 0 && levels < kFewLevels) {
+            few.push_back(i);
+            finest = std::max(finest, page.plates[i].measured.frequency);
+        }
+    if (few.empty())
+        return;
+    // What makes cells of eight by eight pixels.
+    const double enough = std::ceil(finest * 8 / 100) * 100;
+    warnings.push_back(namesOf(few, page.plates) + ": " + decimal(page.dpi, 0) + " dpi leaves cells of " +
+                       std::to_string(levelsOfCell(finest, page.dpi)) + " grey levels at " + decimal(finest, 1) +
+                       " lines per inch: smooth tints will show steps. At " + decimal(enough, 0) +
+                       " dpi there are more than 64.");
+}
+
 // Whether all plates share an angle, which is then warned of.
 bool warnOfSharedAngle(const PageFacts &page, std::vector<std::string> &warnings)
 {
@@ -77,6 +103,12 @@ void warnOfPatterns(const PageFacts &page, bool allShare, std::vector<std::strin
 
 }  // namespace
 
+int levelsOfCell(double frequency, double dpi)
+{
+    const double side = dpi / frequency;
+    return static_cast<int>(side * side) + 1;
+}
+
 double anglesApart(double one, double other)
 {
     return std::abs(std::remainder(one - other, 90));
@@ -102,11 +134,16 @@ std::vector<std::string> whatIsOff(const PlateFacts &plate)
 std::vector<std::string> warningsFor(const PageFacts &page)
 {
     std::vector<std::string> warnings;
+    if (!page.leftOut.empty())
+        warnings.push_back("Its dots are not shown: " + page.leftOut + ".");
+    if (!page.refused.empty())
+        warnings.push_back("Of the riders file: " + page.refused + ".");
     for (const PlateFacts &plate : page.plates) {
         for (const std::string &off : whatIsOff(plate))
             warnings.push_back(plate.name + ": " + off + ".");
         warnOfTints(plate, warnings);
     }
+    warnOfFewLevels(page, warnings);
     warnOfLightening(page, warnings);
     const bool allShare = warnOfSharedAngle(page, warnings);
     warnOfPatterns(page, allShare, warnings);

@@ -11,6 +11,9 @@ namespace riders::looking {
 // Degrees between two screens that look the same when turned by 90.
 double anglesApart(double one, double other);
 
+// Grey levels that a cell of a screen has, one for each number of its pixels.
+int levelsOfCell(double frequency, double dpi);
+
 // What of a plate's screen is not as it was asked for: sentences without the plate's name and full stop.
 std::vector<std::string> whatIsOff(const PlateFacts &plate);
 

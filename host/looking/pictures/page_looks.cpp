@@ -31,6 +31,14 @@ PlateLook lookAt(const plates::TintPlate &tints, bool ink, double dpi)
     return look;
 }
 
+// Its middle counts as well, since that is what the page shows at first.
+bool showsEnough(const plates::TintPlate &tints, double dpi, const plates::Place &place, const plates::Place &own)
+{
+    const auto share = [&](const plates::Place &of) { return plates::tellingShare(tints, dpi, of); };
+    return share(place) >= kGoodEnough * share(own) &&
+           share(plates::middleOf(place)) >= kGoodEnough * share(plates::middleOf(own));
+}
+
 // Where the loupe is held: over one place for all plates, and over a plate's own if it shows little there.
 void chooseLoupes(PageLook &look, const plates::PageInTints &seen)
 {
@@ -43,9 +51,7 @@ void chooseLoupes(PageLook &look, const plates::PageInTints &seen)
         if (!seen.page.plates[i].ink)
             continue;
         const plates::Place own = plates::tellingPlace({&seen.plates[i]}, seen.dpi, kLoupeInches);
-        const bool good = plates::tellingShare(seen.plates[i], seen.dpi, look.loupe) >=
-                          kGoodEnough * plates::tellingShare(seen.plates[i], seen.dpi, own);
-        look.plates[i].loupe = good ? look.loupe : own;
+        look.plates[i].loupe = showsEnough(seen.plates[i], seen.dpi, look.loupe, own) ? look.loupe : own;
     }
 }
 

@@ -37,6 +37,8 @@ std::string askedCell(const PlateFacts &plate)
     std::string values = known ? screen(asked.frequency, asked.angle) : "";
     if (!asked.shape.empty())
         values += (known ? ", " : "") + escaped(asked.shape);
+    if (asked.refused)
+        return "a dot shape" + note("by " + escaped(asked.by) + ", refused");
     if (!asked.binding)
         return "nothing" + note(plate.own + (values.empty() ? "" : ", " + values));
     return (values.empty() ? "the job’s own" : values) + note("by " + escaped(asked.by));
@@ -61,14 +63,24 @@ std::string difference(const PlateFacts &plate)
     return text;
 }
 
-std::string measuredCell(const PlateFacts &plate)
+std::string whyNoShape(const PlateFacts &plate, double dpi)
+{
+    if (dpi / plate.measured.frequency < plates::kTellingCell)
+        return "cells too small to show the dots’ shape";
+    if (plate.measured.ink < plates::kLeastTellingInk || plate.measured.ink > 1 - plates::kLeastTellingInk)
+        return "a tint too " + std::string(plate.measured.ink < 0.5 ? "light" : "dark") +
+               " to show the dots’ shape";
+    return "dots like no shape that has a name";
+}
+
+std::string measuredCell(const PlateFacts &plate, double dpi)
 {
     if (!plate.measured.found)
         return plate.tints.tint ? "no screen found" : "solid ink only";
     const std::string values = screen(plate.measured.frequency, plate.measured.angle);
     const std::string apart = plate.asked.binding ? difference(plate) : "";
     const std::string shape =
-        plate.measured.shape.empty() ? note("shape not recognised") : ", " + escaped(plate.measured.shape);
+        plate.measured.shape.empty() ? note(whyNoShape(plate, dpi)) : ", " + escaped(plate.measured.shape);
     return (!whatIsOff(plate).empty() ? part("off", {{"values", values}}) : values) + shape +
            (apart.empty() ? "" : note(apart));
 }
@@ -93,8 +105,7 @@ std::string levelsCell(const PlateFacts &plate, double dpi)
         return std::to_string(plate.levels);
     if (!plate.measured.found)
         return "–";
-    const double side = dpi / plate.measured.frequency;
-    return decimal(std::floor(side * side) + 1, 0) + note("a cell");
+    return std::to_string(levelsOfCell(plate.measured.frequency, dpi)) + note("a cell");
 }
 
 }  // namespace
@@ -103,11 +114,13 @@ std::string plateRow(const PlateFacts &plate, double dpi)
 {
     const std::string colour = hexColour(plate.ink), name = escaped(plate.name);
     if (plate.picture.empty())
-        return part("bare-row", {{"colour", colour}, {"plate", name}});
+        return part("bare-row", {{"colour", colour},
+                                 {"plate", name},
+                                 {"ink", plate.tints.tint || plate.tints.solid ? inkCell(plate) : "no ink"}});
     return part("row", {{"colour", colour},
                         {"plate", name},
                         {"asked", askedCell(plate)},
-                        {"measured", measuredCell(plate)},
+                        {"measured", measuredCell(plate, dpi)},
                         {"ink", inkCell(plate)},
                         {"levels", levelsCell(plate, dpi)},
                         {"film", plate.film.empty() ? "–"

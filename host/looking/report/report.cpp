@@ -1,6 +1,9 @@
 #include "looking/report/report.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "io/decimal.h"
 #include "io/output.h"
@@ -27,10 +30,38 @@ std::string millimetres(double inches)
     return decimal(inches * 25.4, 0);
 }
 
-std::string warningList(const PageFacts &page)
+using Warnings = std::vector<std::string>;
+
+bool contains(const Warnings &warnings, const std::string &warning)
+{
+    return std::find(warnings.begin(), warnings.end(), warning) != warnings.end();
+}
+
+// What all of several pages are warned of.
+Warnings warningsOfAll(const std::vector<PageFacts> &pages)
+{
+    Warnings all;
+    for (const std::string &warning : pages.size() > 1 ? pages[0].warnings : Warnings{})
+        if (!contains(all, warning) && std::all_of(pages.begin(), pages.end(), [&](const PageFacts &page) {
+                return contains(page.warnings, warning);
+            }))
+            all.push_back(warning);
+    return all;
+}
+
+// The page's own.
+Warnings warningsBeside(const PageFacts &page, const Warnings &ofAll)
+{
+    Warnings own;
+    std::copy_if(page.warnings.begin(), page.warnings.end(), std::back_inserter(own),
+                 [&](const std::string &warning) { return !contains(ofAll, warning); });
+    return own;
+}
+
+std::string warningList(const Warnings &warnings)
 {
     std::string items;
-    for (const std::string &warning : page.warnings)
+    for (const std::string &warning : warnings)
         items += part("warning", {{"warning", escaped(warning)}});
     return items.empty() ? "" : part("warnings", {{"items", items}});
 }
@@ -49,7 +80,7 @@ std::string loupeMark(const PageFacts &page)
 std::string loupes(const PageFacts &page)
 {
     if (page.rosette.empty())
-        return part("no-ink");
+        return page.leftOut.empty() ? part("no-ink") : "";
     std::string figures;
     for (const PlateFacts &plate : page.plates)
         if (!plate.picture.empty())
@@ -88,7 +119,7 @@ std::string patterns(const PageFacts &page)
     return figures.empty() && light.empty() ? "" : part("patterns", {{"figures", figures}, {"light", light}});
 }
 
-std::string pageSection(const PageFacts &page)
+std::string pageSection(const PageFacts &page, const Warnings &ofAll)
 {
     std::string rows;
     for (const PlateFacts &plate : page.plates)
@@ -96,7 +127,7 @@ std::string pageSection(const PageFacts &page)
     return part("section", {{"number", std::to_string(page.number)},
                             {"width", millimetres(page.width)},
                             {"height", millimetres(page.height)},
-                            {"warnings", warningList(page)},
+                            {"warnings", warningList(warningsBeside(page, ofAll))},
                             {"picture", escaped(page.picture)},
                             {"loupe", loupeMark(page)},
                             {"rows", rows},
@@ -105,17 +136,22 @@ std::string pageSection(const PageFacts &page)
                             {"loupes", loupes(page)}});
 }
 
-std::string summary(const LookFacts &facts)
+std::string summary(const LookFacts &facts, const Warnings &ofAll)
 {
     size_t warnings = 0;
     std::string links;
     for (const PageFacts &page : facts.pages) {
-        warnings += page.warnings.size();
-        if (!page.warnings.empty())
+        const size_t own = warningsBeside(page, ofAll).size();
+        warnings += own;
+        if (own > 0)
             links += (links.empty() ? "" : ", ") + part("page-link", {{"number", std::to_string(page.number)}});
     }
-    return warnings == 0 ? part("nothing-to-warn-of")
-                         : part("warned-pages", {{"count", counted(warnings, "warning")}, {"links", links}});
+    std::string text;
+    if (!ofAll.empty())
+        text = part("warned-all", {{"count", counted(ofAll.size(), "warning")}, {"warnings", warningList(ofAll)}});
+    if (warnings > 0)
+        text += part("warned-pages", {{"count", counted(warnings, "warning")}, {"links", links}});
+    return text.empty() ? part("nothing-to-warn-of") : text;
 }
 
 std::string words(const std::vector<std::string> &said)
@@ -135,9 +171,10 @@ std::string proofMark()
 
 std::string reportOf(const LookFacts &facts)
 {
+    const Warnings ofAll = warningsOfAll(facts.pages);
     std::string sections;
     for (const PageFacts &page : facts.pages)
-        sections += pageSection(page);
+        sections += pageSection(page, ofAll);
     return filled(kPage, {{"mark", proofMark()},
                           {"title", escaped(facts.job.substr(0, 200))},
                           {"style", std::string(kStyle)},
@@ -146,7 +183,7 @@ std::string reportOf(const LookFacts &facts)
                           {"dpi", escaped(facts.resolution)},
                           {"screened", facts.films ? part("films") : ""},
                           {"riders", facts.riders.empty() ? "as it is" : "with " + escaped(facts.riders)},
-                          {"summary", summary(facts)},
+                          {"summary", summary(facts, ofAll)},
                           {"sections", sections},
                           {"words", words(facts.said)}});
 }

@@ -119,6 +119,7 @@ std::string linesWith(const std::string &word)
     text += "userdict /RidersShape" + opening + "Shape) put ";
     text += "userdict /RidersPlate" + opening + "Plate ) put ";
     text += "userdict /RidersSize" + opening + "Size ) put ";
+    text += "userdict /RidersBegin" + opening + "Begin) put ";
     text += "userdict /RidersPage" + opening + "Page) put";
     return text;
 }
@@ -180,10 +181,10 @@ std::vector<std::string> commandOf(const InterpreterRun &run, const std::string 
 }
 
 // The number of the page that was being rendered.
-int pageInWork(const InterpreterRun &run, size_t ended)
+int pageInWork(const InterpreterRun &run, size_t written)
 {
     const bool listedOnly = run.job.kind == JobKind::pdf && !run.pages.empty();
-    return listedOnly && ended < run.pages.size() ? run.pages[ended] : static_cast<int>(ended) + 1;
+    return listedOnly && written < run.pages.size() ? run.pages[written] : static_cast<int>(written) + 1;
 }
 
 std::string endedBy(const InterpreterRun &run, int signal)
@@ -212,11 +213,13 @@ bool hasPassed(const InterpreterRun &run, const InterpreterReport &report)
 // Does nothing when the interpreter has finished the job.
 void refuseFailure(const InterpreterRun &run, const io::LimitedResult &result, const InterpreterWords &words)
 {
-    const std::string where =
-        run.job.name.string() + ": page " + std::to_string(pageInWork(run, words.report().pages.size())) + ": ";
+    const size_t written = words.report().pages.size() - (words.isWritingPage() ? 1 : 0);
+    const int page = pageInWork(run, written);
+    const std::string where = run.job.name.string() + ": page " + std::to_string(page) + ": ";
     if (result.end == io::RunEnd::timedOut)
-        throw io::Refusal(where + "the interpreter took more than " + std::to_string(run.limits.secondsAPage) +
-                          " seconds and was ended");
+        throw SlowPage(where + "the interpreter took more than " + std::to_string(run.limits.secondsAPage) +
+                           " seconds and was ended",
+                       page, words.report());
     if (result.end == io::RunEnd::tookTooLong)
         throw io::Refusal(where + "the interpreter took more than " + std::to_string(secondsInAll(run.limits)) +
                           " seconds so far, " + std::to_string(run.limits.slowPages) +

@@ -4,9 +4,12 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "io/beside.h"
+#include "io/refusal.h"
 #include "plates/interpreter/interpreter_words.h"
 #include "plates/interpreter/limits.h"
 #include "plates/job/prepared_job.h"
@@ -52,9 +55,21 @@ struct InterpreterRun {
     io::Beside *beside = nullptr;  // reads what the device writes, while it writes
 };
 
+// A page took more than its time.
+struct SlowPage : io::Refusal {
+    SlowPage(std::string text, int number, InterpreterReport until)
+        : Refusal(std::move(text)), page(number), report(std::move(until))
+    {
+    }
+
+    int page;                  // its number, as far as is known
+    InterpreterReport report;  // of the run until then; all pages before that one are written
+};
+
 // Runs the job with file protection and, where not asked for, without the transfer function that
 // Ghostscript lightens tints with below 800 dpi. Each page comes once, however many copies the job asks for.
-// Throws Refusal when the interpreter fails or takes too much time or memory, naming the page and what it said.
+// Throws Refusal when the interpreter fails or takes too much time or memory, naming the page and what it said;
+// SlowPage where it is one page that takes too long.
 InterpreterReport interpret(const InterpreterRun &run);
 
 // Where a page is in the report of a run: its number, and its place among those that the run was asked for, from

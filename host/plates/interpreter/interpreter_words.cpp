@@ -11,7 +11,7 @@ namespace {
 
 constexpr size_t kMostLines = 100, kLongestLine = 1000;
 constexpr size_t kMostPlates = 200;  // the interpreter has fewer
-constexpr std::string_view kPage = "Page";
+constexpr std::string_view kPage = "Page", kBegin = "Begin";
 constexpr std::string_view kScreen = "Screen ";
 constexpr std::string_view kShape = "Shape ";
 constexpr std::string_view kPlate = "Plate ";
@@ -56,7 +56,9 @@ bool InterpreterWords::takeProof(std::string_view line)
 {
     if (line == kPage)
         return endPage();
-    if (line.starts_with(kScreen))
+    if (line == kBegin)
+        beginPage();
+    else if (line.starts_with(kScreen))
         takeScreen(std::string(line.substr(kScreen.size())));
     else if (line.starts_with(kShape))
         takeShape(std::string(line.substr(kShape.size())));
@@ -87,12 +89,19 @@ bool InterpreterWords::endPage()
     if (started_) {
         report_.pages.push_back(std::move(screens_));
         report_.sizes.push_back(size_);
+        writing_ = std::exchange(begun_, false);
     } else {
         report_.atStart = std::move(screens_);
     }
     screens_ = {};
     size_ = {};
     return std::exchange(started_, true);
+}
+
+void InterpreterWords::beginPage()
+{
+    begun_ = true;
+    writing_ = false;
 }
 
 void InterpreterWords::takeScreen(const std::string &text)

@@ -44,6 +44,9 @@ public:
     bool take(std::string_view line);
 
     const InterpreterReport &report() const { return report_; }
+    // Whether the last page has ended but is still being written, as far as is known: a job can hide when the next
+    // one begins.
+    bool isWritingPage() const { return writing_; }
     // Why the interpreter failed, in its words; when it lacked memory, also how
     // much it may have.
     std::string failure(int megabytes) const;
@@ -51,6 +54,7 @@ public:
 private:
     bool takeProof(std::string_view line);
     bool endPage();
+    void beginPage();
     void takeScreen(const std::string &text);
     void takeShape(const std::string &text);
     void takeSize(const std::string &text);
@@ -62,7 +66,7 @@ private:
     AskedScreens screens_;
     PagePixels size_;
     std::string firstError_;
-    bool started_ = false;
+    bool started_ = false, begun_ = false, writing_ = false;
 };
 
 }  // namespace riders::plates

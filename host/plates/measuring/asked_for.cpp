@@ -93,12 +93,22 @@ bool isSame(const AskedScreens &one, const AskedScreens &other)
 
 }  // namespace
 
+std::string refusedOfRiders(const std::vector<std::string> &said)
+{
+    constexpr std::string_view kBefore = "%%[ riders: ", kAfter = " ]%%";
+    for (const std::string &line : said)
+        if (line.starts_with(kBefore) && line.ends_with(kAfter) && line.find("keeps its own") != std::string::npos)
+            return line.substr(kBefore.size(), line.size() - kBefore.size() - kAfter.size());
+    return {};
+}
+
 AskedFor askedByRiders(const std::filesystem::path &riders)
 {
     const io::OpenFile in = io::openInput(riders);
     std::string text(kLongestRiders, '\0');
     text.resize(io::readFully(in, text.data(), text.size()));
     const std::map<std::string, AskedOfPlate> ofPlates = askedOfPlates(takePlates(text));
+    const bool shaped = text.find(kBeforeShape) < text.find(kBeforeAnnotation);
     text = withoutShape(std::move(text));
     const size_t annotation = text.find(kBeforeAnnotation);
     const std::string screen = text.substr(0, annotation);
@@ -107,6 +117,8 @@ AskedFor askedByRiders(const std::filesystem::path &riders)
             "the riders file",
             true,
             annotation != std::string::npos,
+            shaped,
+            false,
             {},
             ofPlates};
 }
@@ -139,6 +151,10 @@ AskedFor askedFor(const std::string &plate, const AskedFor &riders, const AskedS
     if (frequency || angle) {
         asked.frequency = frequency ? frequency : asked.frequency;
         asked.angle = angle ? angle : asked.angle;
+        asked.binding = true;
+        asked.by = riders.by;
+    } else if (riders.shaped) {
+        asked.refused = !asked.binding;
         asked.binding = true;
         asked.by = riders.by;
     }

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "plates/interpreter/interpreter_words.h"
 
@@ -17,12 +18,18 @@ struct AskedOfPlate {
 // What was asked for, as far as it can be known.
 struct AskedFor {
     std::optional<double> frequency, angle;
-    std::string by;                                   // "the riders file", "the job", "nobody"
-    bool binding = false;                             // worth a warning where it is missed
-    bool annotated = false;                           // every plate gets a text
-    std::string shape = {};                           // of the dots, by name, if it is one of those that are known
+    std::string by;          // "the riders file", "the job", "nobody"
+    bool binding = false;    // worth a warning where it is missed
+    bool annotated = false;  // every plate gets a text
+    bool shaped = false;     // of a riders file: it has a dot shape for all plates
+    bool refused = false;    // nothing but a dot shape, which the interpreter did not take
+    std::string shape = {};  // of the dots, by name, if it is one of those that are known
     std::map<std::string, AskedOfPlate> plates = {};  // of a riders file: for single plates, by the ink's bytes
 };
+
+// What a riders file says when the interpreter does not take something in it, from what the interpreter said;
+// empty for nothing.
+std::string refusedOfRiders(const std::vector<std::string> &said);
 
 // What a riders file asks for. Throws Refusal when it cannot be read.
 AskedFor askedByRiders(const std::filesystem::path &riders);

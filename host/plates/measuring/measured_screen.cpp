@@ -8,8 +8,6 @@
 namespace riders::plates {
 namespace {
 
-constexpr double kTellingCell = 8;                 // pixels along a cell's side, below which shapes look the same
-constexpr double kLeastInk = 0.1;                  // likewise in lighter tints, and in the darkest
 constexpr double kLike = 0.95, kLeastLike = 0.85;  // correlations with a shape
 constexpr double kPlainly = 0.06;                  // by so much more than the expected one
 // This many cells a side are exact enough here, and quick.
@@ -23,7 +21,7 @@ Place middleOf(const Place &place, double side)
 
 std::string shapeOf(const meter::BitPage &page, const meter::ScreenReading &reading, const std::string &expected)
 {
-    if (reading.cellPixels < kTellingCell || reading.ink < kLeastInk || reading.ink > 1 - kLeastInk)
+    if (reading.cellPixels < kTellingCell || reading.ink < kLeastTellingInk || reading.ink > 1 - kLeastTellingInk)
         return {};
     const double like = meter::likenessToNamed(page, reading, expected);
     if (like > kLike)

@@ -8,6 +8,10 @@
 
 namespace riders::plates {
 
+// Below so many pixels along a cell's side all dot shapes look the same, and in tints lighter than that, or as
+// near to solid ink.
+inline constexpr double kTellingCell = 8, kLeastTellingInk = 0.1;
+
 struct MeasuredScreen {
     bool found = false;
     double frequency = 0, angle = 0;  // lines per inch; degrees, 0 to below 90 for dots

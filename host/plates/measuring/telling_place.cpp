@@ -59,12 +59,23 @@ private:
     std::vector<double> sums_;
 };
 
+// A square within another, in whose middle it lies: what is seen first.
+constexpr int kMiddle = 4;  // its side is a quarter
+
+// What a square of so many blocks a side shows of a plate, and what its middle does, as if that were all of it.
+double shown(const BlockSums &plate, int left, int top, int blocks)
+{
+    const int middle = std::max(1, blocks / kMiddle), edge = (blocks - middle) / 2;
+    const double larger = static_cast<double>(blocks) * blocks / (static_cast<double>(middle) * middle);
+    return plate.of(left, top, blocks, blocks) + larger * plate.of(left + edge, top + edge, middle, middle);
+}
+
 // Roots, so that a place with some of each plate is worth more than one with all of one.
 double worth(const std::vector<BlockSums> &plates, int left, int top, int blocks)
 {
     double sum = 0;
     for (const BlockSums &plate : plates)
-        sum += std::sqrt(std::max(0.0, plate.of(left, top, blocks, blocks)));
+        sum += std::sqrt(std::max(0.0, shown(plate, left, top, blocks)));
     return sum;
 }
 
@@ -119,6 +130,12 @@ Place tellingPlace(const std::vector<const TintPlate *> &plates, double dpi, dou
     const Candidate best = middleOfBest(std::move(all));
     return {std::min(best.left * kBlock / dpi, pageWidth - width),
             std::min(best.top * kBlock / dpi, pageHeight - height), width, height};
+}
+
+Place middleOf(const Place &place)
+{
+    const double width = place.width / kMiddle, height = place.height / kMiddle;
+    return {place.left + (place.width - width) / 2, place.top + (place.height - height) / 2, width, height};
 }
 
 double tellingShare(const TintPlate &plate, double dpi, const Place &place)
