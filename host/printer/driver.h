@@ -3,6 +3,8 @@
 
 #include <pappl/pappl.h>
 
+#include <string>
+
 #include "printer/service.h"
 
 namespace riders::printer {
@@ -15,5 +17,7 @@ bool describeQueue(pappl_system_t *system, const char *driver, const char *uri, 
 
 // The formats of documents that are made into films.
 void takeFormats(pappl_system_t *system);
+// Whether a document of that format is; PAPPL itself takes whatever comes. Pages of pixels are PostScript by then.
+bool isTaken(const std::string &format);
 
 }  // namespace riders::printer
