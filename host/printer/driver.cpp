@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "film/resolution_text.h"
+#include "printer/formats.h"
 #include "printer/job_line.h"
 #include "printer/raster.h"
 
@@ -17,16 +18,6 @@ constexpr const char *kMedia[] = {"iso_a4_210x297mm",  "iso_a3_297x420mm",   "is
                                   "iso_a1_594x841mm",  "iso_a0_841x1189mm",  "iso_a5_148x210mm",
                                   "iso_b4_250x353mm",  "na_letter_8.5x11in", "na_legal_8.5x14in",
                                   "na_ledger_11x17in", "na_super-b_13x19in"};
-
-constexpr const char *kFiltered[] = {"application/pdf", "application/postscript", "image/x-eps",
-                                     "application/eps"};
-
-// What PAPPL does not recognise: EPS with a preview before it.
-const char *formatOf(const unsigned char *bytes, size_t size, void *)
-{
-    constexpr unsigned char kPreview[] = {0xC5, 0xD0, 0xD3, 0xC6};
-    return size > sizeof kPreview && std::memcmp(bytes, kPreview, sizeof kPreview) == 0 ? kFiltered[2] : nullptr;
-}
 
 bool makeDocument(pappl_job_t *job, pappl_device_t *, void *)
 {
@@ -147,16 +138,9 @@ bool describeQueue(pappl_system_t *, const char *driver, const char *, const cha
 
 void takeFormats(pappl_system_t *system)
 {
-    for (const char *const format : kFiltered)
+    for (const char *const format : kFormats)
         papplSystemAddMIMEFilter(system, format, kFormat, makeDocument, nullptr);
     papplSystemSetMIMECallback(system, formatOf, nullptr);
-}
-
-bool isTaken(const std::string &format)
-{
-    const auto isIt = [&](const char *known) { return format == known; };
-    return std::any_of(std::begin(kFiltered), std::end(kFiltered), isIt) || isIt("image/jpeg") ||
-           isIt("image/png");
 }
 
 }  // namespace riders::printer

@@ -3,9 +3,7 @@
 
 #include <pappl/pappl.h>
 
-#include <string>
-
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 
@@ -17,7 +15,5 @@ bool describeQueue(pappl_system_t *system, const char *driver, const char *uri, 
 
 // The formats of documents that are made into films.
 void takeFormats(pappl_system_t *system);
-// Whether a document of that format is; PAPPL itself takes whatever comes. Pages of pixels are PostScript by then.
-bool isTaken(const std::string &format);
 
 }  // namespace riders::printer

@@ -14,7 +14,7 @@
 #include "io/output.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
-#include "printer/driver.h"
+#include "printer/formats.h"
 #include "printer/job_attributes.h"
 
 namespace fs = std::filesystem;
@@ -77,11 +77,6 @@ bool isHeldByUser(pappl_job_t *job)
 }
 
 }  // namespace
-
-JobKey keyOf(pappl_job_t *job)
-{
-    return {papplPrinterGetName(papplJobGetPrinter(job)), papplJobGetID(job)};
-}
 
 JobLine::JobLine(const ServiceRequest &request, bool sandbox)
     : request_(request), sandbox_(sandbox), store_(request.state / "jobs"), atOnce_(coresOf(request))

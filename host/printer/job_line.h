@@ -18,7 +18,7 @@
 #include <string>
 
 #include "printer/jobs/job_store.h"
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 
@@ -103,7 +103,5 @@ private:
 
 // The one of this process; hooks.cpp needs it where PAPPL hands over nothing.
 extern JobLine *gJobLine;
-
-JobKey keyOf(pappl_job_t *job);
 
 }  // namespace riders::printer
