@@ -6,6 +6,7 @@
 
 #include "io/plain_text.h"
 #include "printer/command_line.h"
+#include "printer/service.h"
 
 // Exit codes as those of `riders`: 0 done, 1 refused or failed with a line on standard error, 2 wrong usage.
 int main(int argc, char **argv)

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 

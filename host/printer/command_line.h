@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 

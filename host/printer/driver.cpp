@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "film/resolution_text.h"
+#include "printer/formats.h"
 #include "printer/job_line.h"
 #include "printer/raster.h"
 
@@ -137,9 +138,9 @@ bool describeQueue(pappl_system_t *, const char *driver, const char *, const cha
 
 void takeFormats(pappl_system_t *system)
 {
-    for (const char *const format :
-         {"application/pdf", "application/postscript", "image/x-eps", "application/eps"})
+    for (const char *const format : kFormats)
         papplSystemAddMIMEFilter(system, format, kFormat, makeDocument, nullptr);
+    papplSystemSetMIMECallback(system, formatOf, nullptr);
 }
 
 }  // namespace riders::printer

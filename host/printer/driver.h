@@ -3,7 +3,7 @@
 
 #include <pappl/pappl.h>
 
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 

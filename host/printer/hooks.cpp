@@ -81,17 +81,6 @@ void sayWhyNotReceived(ipp_t *answer)
                "The document is larger than " + std::to_string(request.mostMegabytes) + " MB.");
 }
 
-// PAPPL has one status for whatever it does not take.
-void sayThatFormatIsUnknown(ipp_t *answer)
-{
-    if (ippGetStatusCode(answer) != IPP_STATUS_ERROR_ATTRIBUTES_OR_VALUES)
-        return;
-    for (ipp_attribute_t *each = ippFirstAttribute(answer); each != nullptr; each = ippNextAttribute(answer))
-        if (ippGetGroupTag(each) == IPP_TAG_UNSUPPORTED_GROUP && ippGetName(each) != nullptr &&
-            strcmp(ippGetName(each), "document-format") == 0)
-            ippSetStatusCode(answer, IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED);
-}
-
 }  // namespace
 
 // A job whose document is received waits until it is released. Without that, PAPPL starts it at once, or starts it
@@ -101,7 +90,8 @@ extern "C" int papplJobOpenFile(pappl_job_t *job, char *name, size_t size, const
 {
     static auto *const own = librarysOwn<decltype(papplJobOpenFile)>("papplJobOpenFile");
     if (extension == nullptr && strcmp(mode, "w") == 0)
-        papplJobSetReasons(job, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED, PAPPL_JREASON_NONE);
+        papplJobSetReasons(job, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED | PAPPL_JREASON_JOB_QUEUED,
+                           PAPPL_JREASON_NONE);
     return own(job, name, size, folder, extension, mode);
 }
 
@@ -113,12 +103,10 @@ extern "C" size_t ippLength(ipp_t *answer)
         gJobLine->answering();
         gJobLine->settle();
         if (const std::optional<JobKey> key = jobOf(answer))
-            if (const std::optional<std::string> why = gJobLine->refusalOf(*key))
-                refuse(answer, IPP_STATUS_ERROR_TEMPORARY, *why);
+            if (const auto refused = gJobLine->refusalOf(*key))
+                refuse(answer, refused->status, refused->why);
     }
-    if (gJobLine != nullptr) {
+    if (gJobLine != nullptr)
         sayWhyNotReceived(answer);
-        sayThatFormatIsUnknown(answer);
-    }
     return own(answer);
 }

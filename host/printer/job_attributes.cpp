@@ -6,7 +6,6 @@
 #include <set>
 
 #include "io/refusal.h"
-#include "printer/job_line.h"
 
 namespace riders::printer {
 namespace {
@@ -68,6 +67,11 @@ std::string orNothing(const char *text)
 }
 
 }  // namespace
+
+JobKey keyOf(pappl_job_t *job)
+{
+    return {papplPrinterGetName(papplJobGetPrinter(job)), papplJobGetID(job)};
+}
 
 const char *keptText(const std::string &text)
 {

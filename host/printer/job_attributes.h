@@ -9,6 +9,8 @@
 
 namespace riders::printer {
 
+JobKey keyOf(pappl_job_t *job);
+
 // What is kept of it. Choices that it cannot make are left out, and said in the record's message. The caller may
 // hold no lock of PAPPL's.
 JobRecord recordOf(pappl_job_t *job);

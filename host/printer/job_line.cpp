@@ -14,6 +14,7 @@
 #include "io/output.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
+#include "printer/formats.h"
 #include "printer/job_attributes.h"
 
 namespace fs = std::filesystem;
@@ -76,11 +77,6 @@ bool isHeldByUser(pappl_job_t *job)
 }
 
 }  // namespace
-
-JobKey keyOf(pappl_job_t *job)
-{
-    return {papplPrinterGetName(papplJobGetPrinter(job)), papplJobGetID(job)};
-}
 
 JobLine::JobLine(const ServiceRequest &request, bool sandbox)
     : request_(request), sandbox_(sandbox), store_(request.state / "jobs"), atOnce_(coresOf(request))
@@ -162,21 +158,30 @@ void JobLine::keep(pappl_job_t *job, const std::string &queue, const fs::path &d
         JobRecord record = recordOf(job);
         if (document.extension() == ".ps")
             record.format = "application/postscript";  // as pixels are kept
+        if (!isTaken(record.format)) {
+            refuse(job, {IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED, "The document is of no known kind."});
+            return;
+        }
         store_.accept(record, document);
         papplJobSetReasons(job, PAPPL_JREASON_JOB_QUEUED,
                            isHeldByUser(job) ? PAPPL_JREASON_NONE : PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED);
     } catch (const io::Refusal &refusal) {
-        refused_[key] = refusal.message;
-        say("a job for " + queue + " was refused: " + refusal.message);
-        papplJobSetMessage(job, "%s", refusal.message.c_str());
-        papplJobSetReasons(job, PAPPL_JREASON_ABORTED_BY_SYSTEM, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED);
-        papplJobCancel(job);
+        refuse(job, {IPP_STATUS_ERROR_TEMPORARY, refusal.message});
         return;
     }
     forgetOldest(queue);
 }
 
-std::optional<std::string> JobLine::refusalOf(const JobKey &key)
+void JobLine::refuse(pappl_job_t *job, const Refused &refused)
+{
+    refused_[keyOf(job)] = refused;
+    say("a job for " + keyOf(job).queue + " was refused: " + refused.why);
+    papplJobSetMessage(job, "%s", refused.why.c_str());
+    papplJobSetReasons(job, PAPPL_JREASON_ABORTED_BY_SYSTEM, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED);
+    papplJobCancel(job);
+}
+
+std::optional<JobLine::Refused> JobLine::refusalOf(const JobKey &key)
 {
     const std::lock_guard lock(mutex_);
     const auto found = refused_.find(key);

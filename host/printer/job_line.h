@@ -18,7 +18,7 @@
 #include <string>
 
 #include "printer/jobs/job_store.h"
-#include "printer/service.h"
+#include "printer/service_request.h"
 
 namespace riders::printer {
 
@@ -38,7 +38,11 @@ public:
     // sent to a client; the caller holds no lock of PAPPL's.
     void settle();
     // Why a job could not be kept, once; nothing where it could.
-    std::optional<std::string> refusalOf(const JobKey &key);
+    struct Refused {
+        ipp_status_t status = IPP_STATUS_ERROR_TEMPORARY;
+        std::string why = {};
+    };
+    std::optional<Refused> refusalOf(const JobKey &key);
 
     // Makes the films of a job, on the thread on which PAPPL processes it; false where that failed. Where its
     // pages came as pixels, they are in that PostScript file, which is copied.
@@ -70,6 +74,7 @@ private:
     void advance(const std::string &queue);
     bool film(pappl_job_t *job, JobRecord record, const std::filesystem::path &document);
     bool finish(pappl_job_t *job, JobRecord &record, JobState state, const std::string &message);
+    void refuse(pappl_job_t *job, const Refused &refused);
     void write(const JobRecord &record);
     void forgetOldest(const std::string &queue);
     void noteGone();
@@ -86,7 +91,7 @@ private:
     std::atomic<bool> stopping_ = false;
     std::map<std::string, int> busy_;  // queues for which PAPPL has a thread, or is to have one: for that job
     std::set<JobKey> started_;         // jobs with a thread
-    std::map<JobKey, std::string> refused_;
+    std::map<JobKey, Refused> refused_;
 
     std::mutex small_;  // for a moment only, also with PAPPL's locks held
     std::condition_variable changed_;
@@ -98,7 +103,5 @@ private:
 
 // The one of this process; hooks.cpp needs it where PAPPL hands over nothing.
 extern JobLine *gJobLine;
-
-JobKey keyOf(pappl_job_t *job);
 
 }  // namespace riders::printer

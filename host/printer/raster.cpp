@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "printer/job_attributes.h"
 #include "printer/job_line.h"
 
 namespace riders::printer {

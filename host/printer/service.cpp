@@ -2,7 +2,6 @@
 
 #include <pappl/pappl.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,12 +10,14 @@
 #include <memory>
 #include <thread>
 
+#include "io/file_limit.h"
 #include "io/refusal.h"
 #include "io/remove_tree.h"
 #include "io/sync.h"
 #include "printer/authorization.h"
 #include "printer/driver.h"
 #include "printer/filming/sandbox.h"
+#include "printer/job_attributes.h"
 #include "printer/job_line.h"
 #include "printer/web_pages.h"
 
@@ -78,15 +79,6 @@ bool findSandbox(const ServiceRequest &request)
         throw io::Refusal("no sandbox can be made for jobs: " + why);
     std::cerr << "riders printer: jobs run without a sandbox, protected by the interpreter only: " + why + "\n";
     return false;
-}
-
-// A document that is longer is refused by the system.
-void limitFiles(int megabytes)
-{
-    signal(SIGXFSZ, SIG_IGN);
-    const rlim_t most = static_cast<rlim_t>(megabytes) << 20;
-    const rlimit limit = {most, RLIM_INFINITY};
-    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 void noteEvent(pappl_system_t *, pappl_printer_t *, pappl_job_t *job, pappl_event_t event, void *line)
@@ -162,7 +154,7 @@ void serve(const ServiceRequest &request)
     prepareFolders(request);
     JobLine line(request, findSandbox(request));
     emptySpool(request.state / "spool");
-    limitFiles(request.mostMegabytes);
+    io::limitFilesTo(request.mostMegabytes);  // a document that is longer is refused
     const sigset_t signals = ending();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     const System system = systemFor(request);

@@ -12,6 +12,9 @@ namespace fs = std::filesystem;
 namespace printer_tests {
 namespace {
 
+const std::vector<std::string> kQueue = {"--queue", "films:dpi=150"},
+                               kNoSandbox = {"--queue", "films:dpi=150", "--sandbox", "never"};
+
 // The program whose command line begins so and contains the word, below that process; 0 where there is none.
 pid_t processOf(const std::string &program, const fs::path &workingIn)
 {
@@ -43,29 +46,29 @@ protected:
             service.waitUntil([&] {
                 return service.log().find("films-" + std::to_string(job) + " (job): made") != std::string::npos;
             });
-        std::vector<std::string> names;
-        for (const fs::directory_entry &entry : fs::directory_iterator(service.films()))
-            names.push_back(entry.path().filename());
-        EXPECT_EQ(names.size(), jobs.size());
+        const std::ptrdiff_t folders = std::ssize(jobs);
+        service.waitUntil([&] {
+            return std::distance(fs::directory_iterator(service.films()), fs::directory_iterator()) == folders;
+        });
         for (const int job : jobs)
             EXPECT_EQ(filmsIn(service.films() / ("films-" + std::to_string(job) + "-job")), films_) << job;
     }
 
-    const std::map<std::string, std::string> films_ = filmsOf(kJob, "job");
+    const std::map<std::string, std::string> films_ = filmsOf(kJob, "job", {"--dpi=150"});
     TemporaryFolder folder;
 };
 
 TEST_F(NothingLostTest, WhatWaitsAndWhatIsInWorkIsMadeByTheNext)
 {
     {
-        OwnService service(folder.path(), {"--sandbox", "never"});
+        OwnService service(folder.path(), kNoSandbox);
         ASSERT_EQ(service.send(folder / "slow.ps", "job").status, IPP_STATUS_OK);
         ASSERT_EQ(service.send(folder / "job.ps", "job").status, IPP_STATUS_OK);
         service.waitFor(1, IPP_JSTATE_PROCESSING);
         service.waitUntil([&] { return fs::exists(service.films() / ".riders-printer-films-1"); });
         service.end(SIGKILL);
     }
-    const OwnService next(folder.path(), {"--sandbox", "never"});
+    const OwnService next(folder.path(), kNoSandbox);
     expectMade(next, {1, 2});
     EXPECT_EQ(next.send(folder / "job.ps", "job").job, 3);
 }
@@ -73,20 +76,21 @@ TEST_F(NothingLostTest, WhatWaitsAndWhatIsInWorkIsMadeByTheNext)
 TEST_F(NothingLostTest, WhatWasAcceptedAMomentAgoIsMadeByTheNext)
 {
     {
-        OwnService service(folder.path());
+        OwnService service(folder.path(), kQueue);
         for (int job = 1; job <= 4; ++job)
             ASSERT_EQ(service.send(folder / "job.ps", "job").status, IPP_STATUS_OK);
         service.end(SIGKILL);
     }
-    const OwnService next(folder.path());
+    const OwnService next(folder.path(), kQueue);
     for (int job = 1; job <= 4; ++job)
         next.waitUntil([&] { return !filmsIn(next.films() / ("films-" + std::to_string(job) + "-job")).empty(); });
-    EXPECT_EQ(std::distance(fs::directory_iterator(next.films()), fs::directory_iterator()), 4);
+    next.waitUntil(
+        [&] { return std::distance(fs::directory_iterator(next.films()), fs::directory_iterator()) == 4; });
 }
 
 TEST_F(NothingLostTest, TheInterpreterMayBeKilled)
 {
-    const OwnService service(folder.path(), {"--sandbox", "never"});
+    const OwnService service(folder.path(), kNoSandbox);
     ASSERT_EQ(service.send(folder / "slow.ps", "job").status, IPP_STATUS_OK);
     pid_t interpreter = 0;
     service.waitUntil([&] { return (interpreter = processOf("gs", ".riders-printer-films-1")) > 0; });
@@ -98,7 +102,7 @@ TEST_F(NothingLostTest, TheInterpreterMayBeKilled)
 TEST_F(NothingLostTest, APoliteEndIsCleanAndTheNextGoesOn)
 {
     {
-        OwnService service(folder.path());
+        OwnService service(folder.path(), kQueue);
         ASSERT_EQ(service.send(folder / "slow.ps", "job").status, IPP_STATUS_OK);
         ASSERT_EQ(service.send(folder / "job.ps", "job", {{"job-hold-until", "indefinite"}}).status,
                   IPP_STATUS_OK);
@@ -107,7 +111,7 @@ TEST_F(NothingLostTest, APoliteEndIsCleanAndTheNextGoesOn)
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
         EXPECT_EQ(filmsIn(service.films()).size(), 0U);
     }
-    const OwnService next(folder.path());
+    const OwnService next(folder.path(), kQueue);
     expectMade(next, {1});
     EXPECT_EQ(next.stateOf(2), IPP_JSTATE_HELD);
 }
@@ -115,7 +119,7 @@ TEST_F(NothingLostTest, APoliteEndIsCleanAndTheNextGoesOn)
 TEST_F(NothingLostTest, FilmsThatWereMadeAreNotMadeAgain)
 {
     {
-        OwnService service(folder.path());
+        OwnService service(folder.path(), kQueue);
         ASSERT_EQ(service.send(folder / "job.ps", "job").status, IPP_STATUS_OK);
         service.waitFor(1, IPP_JSTATE_COMPLETED);
         service.end(SIGKILL);
@@ -126,7 +130,7 @@ TEST_F(NothingLostTest, FilmsThatWereMadeAreNotMadeAgain)
     writeFile(folder / "state/jobs/films-1/record", record);
     const fs::path film = folder / "films/films-1-job/job_p01_Black.tif";
     const fs::file_time_type before = fs::last_write_time(film);
-    const OwnService next(folder.path());
+    const OwnService next(folder.path(), kQueue);
     next.waitUntil(
         [&] { return contentsOf(folder / "state/jobs/films-1/record").find("state=made") != std::string::npos; });
     expectMade(next, {1});
@@ -138,7 +142,7 @@ TEST_F(NothingLostTest, AFullDiskRefusesJobsAndSaysWhy)
 {
     fs::create_directory(folder / "state");
     const OwnService service(
-        folder.path(), {"--sandbox", "never"},
+        folder.path(), kNoSandbox,
         {"bwrap", "--die-with-parent", "--dev-bind", "/", "/", "--size", "2000000", "--tmpfs", folder / "state"});
     writeFile(folder / "large.ps", kJob + std::string(3 << 20, ' '));
     const Answer refused = service.send(folder / "large.ps", "job");

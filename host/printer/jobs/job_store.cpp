@@ -1,5 +1,6 @@
 #include "printer/jobs/job_store.h"
 
+#include <errno.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,12 +43,8 @@ void keepDocument(const fs::path &from, const fs::path &to)
 {
     if (link(from.c_str(), to.c_str()) != 0)
         io::copyFile(from, to);
-    const int descriptor = open(to.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
-    if (descriptor < 0)
+    if (chmod(to.c_str(), 0600) != 0)
         io::refuseErrno(to, errno);
-    const io::OpenFile document(descriptor, to);
-    fchmod(descriptor, 0600);
-    io::sync(descriptor, to);
 }
 
 }  // namespace
@@ -96,7 +93,7 @@ void JobStore::accept(const JobRecord &record, const fs::path &document)
             io::refuseErrno(unfinished, errno);
         keepDocument(document, unfinished / "document");
         io::writeFile(unfinished / "record", textOf(record));
-        io::syncFolder(unfinished);
+        io::syncTree(unfinished);
         io::moveTo(unfinished, folderOf(record.key));
         io::syncFolder(folder_);
     } catch (const io::Refusal &) {
