@@ -24,7 +24,7 @@ namespace riders::commands {
 Commands::Commands(CLI::App &app)
 {
     app.require_subcommand(0, 1);
-    app.add_option("file", shownJob_, "A PostScript job to open in the window")
+    app.add_option("file", shownJob_, "A job (PostScript, EPS, PDF) or a riders file to open in the window")
         ->check(CLI::ExistingFile)
         ->type_name("FILE");
     addMake(app, chosen_);

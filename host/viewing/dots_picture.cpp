@@ -89,7 +89,7 @@ Dots drawDots(const DotsWanted &wanted, io::Beside &unwanted)
                            .beside = &unwanted});
     const std::vector<plates::BitPlate> inks =
         plates::readProcessPlates(pageFile(work, "pcx", wanted.job), part.columns, part.rows);
-    Dots dots{composite(inks, part, wanted), {}, {}, {}};
+    Dots dots{composite(inks, part, wanted), {}, {}, {}, 0};
     std::size_t most = inks.size();
     for (std::size_t i = 0, ink = 0; i < inks.size(); ++i)
         if (const auto own = static_cast<std::size_t>(inkIn(inks[i], part, wanted)); own > ink) {

@@ -27,6 +27,7 @@ struct Dots {
     std::string plate;            // that was measured: the one with most ink in the part; empty for none
     plates::AskedFor asked;       // of that plate; of the first one where none has ink
     plates::MeasuredScreen measured;
+    int enoughDpi = 0;            // at which the frequency asked for is reached, where it is not; 0: not known
 };
 
 // Has Ghostscript render only that part and half an inch around it, which takes the same time whatever the page's
