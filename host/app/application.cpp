@@ -107,7 +107,7 @@ void Application::sayWhatWasMade()
     const std::filesystem::path made = keeper_.lastMade();
     if (made.empty() || toolbox::quitAsked())
         return;
-    const std::string name = made.filename().string(), folder = made.parent_path().string();
+    const std::string name = made.filename().string(), folder = made.parent_path().filename().string();
     if (!document_ && start_)
         return start_->say(words(Words::madeIn, {name, folder}));
     if (document_ && document_->showsRiders())

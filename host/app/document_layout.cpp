@@ -36,7 +36,9 @@ void placePage(DialogPtr dialog, int width, int height)
     placeItem(dialog, pageItem, at(kMargin, kMargin, width, row - kGap - kMargin));
     placeItem(dialog, previousButton, at(kMargin, row, 24, kButton));
     placeItem(dialog, nextButton, at(kMargin + 30, row, 24, kButton));
-    placeItem(dialog, pageText, at(kMargin + 64, row + 2, std::max(width - 64, 60), kLine));
+    // On the smallest displays there is no room for it.
+    constexpr int least = 76;
+    placeItem(dialog, pageText, at(width - 64 < least ? -500 : kMargin + 64, row + 2, std::max(width - 64, least), kLine));
 }
 
 void placeComments(DialogPtr dialog, int left, int width)
