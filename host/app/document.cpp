@@ -156,9 +156,10 @@ void Document::show()
     const JobComments &comments = summary_.comments;
     setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);
     const int counted = view_.pages();
-    setItemText(dialog_, pagesText, comments.pages ? std::to_string(*comments.pages)
-                                    : counted > 0  ? std::to_string(counted)
-                                                   : words(Words::notStated));
+    setItemText(dialog_, pagesText,
+                comments.pages ? std::to_string(*comments.pages)
+                : counted > 0  ? std::to_string(counted)
+                               : words(Words::notStated));
     setItemText(dialog_, ridersText,
                 showsRiders()        ? tried_.filename().string()
                 : !tried_.empty()    ? words(Words::triedNotSaved, {tried_.filename().string()})
@@ -210,13 +211,21 @@ void Document::run()
 void Document::hit(int16_t item)
 {
     switch (item) {
-    case closeButton: closing_ = true; return;
-    case addButton: return add();
-    case takeOutButton: return takeOut();
-    case previousButton: return turn(-1);
-    case nextButton: return turn(1);
-    case pageItem: return followMouse();
-    default: return;
+    case closeButton:
+        closing_ = true;
+        return;
+    case addButton:
+        return add();
+    case takeOutButton:
+        return takeOut();
+    case previousButton:
+        return turn(-1);
+    case nextButton:
+        return turn(1);
+    case pageItem:
+        return followMouse();
+    default:
+        return;
     }
 }
 
@@ -262,13 +271,26 @@ bool Document::viewKey(const EventRecord &event)
     const double step = event.modifiers & shiftKey ? 4 : 0.25;
     namespace key = toolbox::key;
     switch (event.message & charCodeMask) {
-    case key::pageUp: turn(-1); return true;
-    case key::pageDown: turn(1); return true;
-    case key::leftArrow: view_.nudgeLoupe(-step, 0); break;
-    case key::rightArrow: view_.nudgeLoupe(step, 0); break;
-    case key::upArrow: view_.nudgeLoupe(0, -step); break;
-    case key::downArrow: view_.nudgeLoupe(0, step); break;
-    default: return false;
+    case key::pageUp:
+        turn(-1);
+        return true;
+    case key::pageDown:
+        turn(1);
+        return true;
+    case key::leftArrow:
+        view_.nudgeLoupe(-step, 0);
+        break;
+    case key::rightArrow:
+        view_.nudgeLoupe(step, 0);
+        break;
+    case key::upArrow:
+        view_.nudgeLoupe(0, -step);
+        break;
+    case key::downArrow:
+        view_.nudgeLoupe(0, step);
+        break;
+    default:
+        return false;
     }
     const PortOf port(dialog_);
     draw(pageItem);
@@ -285,10 +307,15 @@ void Document::draw(int16_t item)
 {
     const Rect box = itemBox(dialog_, item);
     switch (item) {
-    case pageItem: drawPage(box); return focus_.draw(dialog_);
-    case withItem: return drawDots(box, view_.dotsWith(), true);
-    case withoutItem: return drawDots(box, view_.dotsWithout(), view_.hasRiders());
-    default: return drawOutline(dialog_, outlineItem, addButton);
+    case pageItem:
+        drawPage(box);
+        return focus_.draw(dialog_);
+    case withItem:
+        return drawDots(box, view_.dotsWith(), true);
+    case withoutItem:
+        return drawDots(box, view_.dotsWithout(), view_.hasRiders());
+    default:
+        return drawOutline(dialog_, outlineItem, addButton);
     }
 }
 

@@ -21,7 +21,8 @@ double alike(double angle, double near, double turn)
 
 double measuredAngle(const viewing::Dots &dots)
 {
-    return alike(dots.measured.angle, dots.asked.angle.value_or(dots.measured.angle), dots.measured.lines ? 180 : 90);
+    return alike(dots.measured.angle, dots.asked.angle.value_or(dots.measured.angle),
+                 dots.measured.lines ? 180 : 90);
 }
 
 std::string asked(const viewing::Dots &dots)
@@ -60,12 +61,12 @@ std::string verdictOn(const viewing::Dots &dots, double dpi)
     const std::string at = numberText(dpi), angle = numberText(measuredAngle(dots));
     const auto &by = dots.asked;
     if (viewing::frequencyMissed(dots))
-        return words(Words::frequencyMissed, {numberText(*by.frequency), at, numberText(dots.measured.frequency)}) +
+        return words(Words::frequencyMissed,
+                     {numberText(*by.frequency), at, numberText(dots.measured.frequency)}) +
                (dots.enoughDpi > 0 ? " " + words(Words::wouldDo, {std::to_string(dots.enoughDpi)}) : "");
     if (by.angle && std::abs(measuredAngle(dots) - *by.angle) > kAngleOff)
         return words(Words::angleMissed, {numberText(*by.angle), at, angle});
-    return words(by.binding ? Words::asAskedFor : Words::nobodyAsks,
-                 {numberText(dots.measured.frequency), angle});
+    return words(by.binding ? Words::asAskedFor : Words::nobodyAsks, {numberText(dots.measured.frequency), angle});
 }
 
 std::string factsAbout(const viewing::Dots &dots)
@@ -79,9 +80,9 @@ std::string factsAbout(const viewing::Dots &dots)
     if (dots.measured.found) {
         std::string shape = dots.measured.shape.empty() ? "" : ", " + dots.measured.shape;
         text += (text.empty() ? "" : "\r") +
-                words(Words::measuredOn, {dots.plate, numberText(dots.measured.frequency),
-                                          numberText(measuredAngle(dots)),
-                                          numberText(std::round(100 * dots.measured.ink)) + " %" + shape});
+                words(Words::measuredOn,
+                      {dots.plate, numberText(dots.measured.frequency), numberText(measuredAngle(dots)),
+                       numberText(std::round(100 * dots.measured.ink)) + " %" + shape});
     }
     if (dots.asked.annotated)
         text += "\r" + words(Words::annotated);

@@ -20,8 +20,8 @@ public:
 
     // Runs one of the program's own commands as a process, with that argument list, in that folder. What it says
     // is in said(): the last line of it where it fails.
-    End run(const std::string &title, const std::filesystem::path &program, const std::vector<std::string> &arguments,
-            const std::filesystem::path &folder);
+    End run(const std::string &title, const std::filesystem::path &program,
+            const std::vector<std::string> &arguments, const std::filesystem::path &folder);
     // Runs anything else on another thread; what it throws as Refusal is said.
     End run(const std::string &title, std::function<void(io::Beside &unwanted)> work);
 

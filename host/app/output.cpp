@@ -37,14 +37,17 @@ void makeProof(const Output &output)
 {
     fs::path folder = output.job.parent_path() / output.job.stem();
     folder += "-proof";
-    std::vector<std::string> arguments{"proof", argument(output.job), "--dpi", std::to_string(output.dpi), "-o",
-                                       folder.string()};
+    std::vector<std::string> arguments{"proof", argument(output.job), "--dpi", std::to_string(output.dpi),
+                                       "-o",    folder.string()};
     addRiders(output, arguments);
     Errand errand(output.waits);
     switch (errand.run(words(Words::proofing), output.program, arguments, output.job.parent_path())) {
-    case Errand::End::done: return showNote(words(Words::proofMade, {(folder / "proof.html").string()}));
-    case Errand::End::failed: return showProblem(withoutCommand(errand.said()));
-    case Errand::End::stopped: return;
+    case Errand::End::done:
+        return showNote(words(Words::proofMade, {(folder / "proof.html").string()}));
+    case Errand::End::failed:
+        return showProblem(withoutCommand(errand.said()));
+    case Errand::End::stopped:
+        return;
     }
 }
 
@@ -52,8 +55,8 @@ void printFilms(const Output &output)
 {
     Errand errand(output.waits);
     const auto queues = std::make_shared<std::vector<std::string>>();
-    const auto asked = errand.run(words(Words::askingPrinters),
-                                  [queues](io::Beside &) { *queues = printing::queueNames(); });
+    const auto asked =
+        errand.run(words(Words::askingPrinters), [queues](io::Beside &) { *queues = printing::queueNames(); });
     if (asked == Errand::End::stopped)
         return;
     if (asked == Errand::End::failed || queues->empty())
@@ -61,13 +64,17 @@ void printFilms(const Output &output)
     const auto choice = askHowToPrint(*queues);
     if (!choice)
         return;
-    std::vector<std::string> arguments{"film",     argument(output.job), "--printer", choice->queue,
-                                       "--copies", std::to_string(choice->copies)};
+    std::vector<std::string> arguments{"film",        argument(output.job), "--printer",
+                                       choice->queue, "--copies",           std::to_string(choice->copies)};
     addRiders(output, arguments);
-    switch (errand.run(words(Words::printing, {choice->queue}), output.program, arguments, output.job.parent_path())) {
-    case Errand::End::done: return showNote(words(Words::printed, {choice->queue}));
-    case Errand::End::failed: return showProblem(withoutCommand(errand.said()));
-    case Errand::End::stopped: return;
+    switch (
+        errand.run(words(Words::printing, {choice->queue}), output.program, arguments, output.job.parent_path())) {
+    case Errand::End::done:
+        return showNote(words(Words::printed, {choice->queue}));
+    case Errand::End::failed:
+        return showProblem(withoutCommand(errand.said()));
+    case Errand::End::stopped:
+        return;
     }
 }
 

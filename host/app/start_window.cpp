@@ -162,9 +162,12 @@ StartWindow::Choice StartWindow::handle(const EventRecord &event)
             EndUpdate(window_);
         }
         return Choice::none;
-    case mouseDown: return FindWindow(event.where, &at) == inContent && at == window_ ? press(event.where) : Choice::none;
-    case keyDown: return event.modifiers & (cmdKey | optionKey) ? Choice::none : key(event);
-    default: return Choice::none;
+    case mouseDown:
+        return FindWindow(event.where, &at) == inContent && at == window_ ? press(event.where) : Choice::none;
+    case keyDown:
+        return event.modifiers & (cmdKey | optionKey) ? Choice::none : key(event);
+    default:
+        return Choice::none;
     }
 }
 
