@@ -45,13 +45,13 @@ void finishSavedSettings(const plugin::Plugin &plugin)
 
 Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
     : fork_(request.program), ownPlugin_(request.plugin), plugin_(*ownPlugin_), keeper_(plugin_, showProblem),
-      firstJob_(request.job), waitsForPictures_(request.waitsForPictures), display_(std::move(display))
+      program_(request.program), firstJob_(request.job), waitsForPictures_(request.waitsForPictures), display_(std::move(display))
 {
     begin();
 }
 
 Application::Application(const AppRequest &request, plugin::Plugin &plugin, std::optional<DisplaySettings> display)
-    : fork_(request.program), plugin_(plugin), keeper_(plugin_, showProblem), firstJob_(request.job),
+    : fork_(request.program), plugin_(plugin), keeper_(plugin_, showProblem), program_(request.program), firstJob_(request.job),
       waitsForPictures_(request.waitsForPictures), display_(std::move(display))
 {
     begin();
@@ -73,6 +73,8 @@ void Application::run()
         toolbox::setStandardFileFolder(std::filesystem::absolute(firstJob_).parent_path());
         open(firstJob_);
     }
+    if (!over_ && !toolbox::quitAsked())
+        start_.emplace();
     while (!over_ && !toolbox::quitAsked()) {
         EventRecord event;
         WaitNextEvent(everyEvent, &event, kIdleTicks);
@@ -82,10 +84,36 @@ void Application::run()
 
 void Application::handle(const EventRecord &event)
 {
-    if (menuEvent(event) || event.what != nullEvent || toolbox::quitAsked())
+    if (menuEvent(event) || toolbox::quitAsked())
         return;
+    if (event.what != nullEvent)
+        return handleStart(event);
     letPluginIdle();
     openDropped();
+}
+
+void Application::handleStart(const EventRecord &event)
+{
+    switch (start_->handle(event)) {
+    case StartWindow::Choice::openJob: return askAndOpen();
+    case StartWindow::Choice::makeRiders: return callPlugin(kSelectCommand, kCommandSettings);
+    case StartWindow::Choice::none: return;
+    }
+}
+
+// With a job open, offers to add it there.
+void Application::sayWhatWasMade()
+{
+    const std::filesystem::path made = keeper_.lastMade();
+    if (made.empty() || toolbox::quitAsked())
+        return;
+    const std::string name = made.filename().string(), folder = made.parent_path().filename().string();
+    if (!document_ && start_)
+        return start_->say(words(Words::madeIn, {name, folder}));
+    if (document_ && document_->showsRiders())
+        return open(made);
+    if (document_ && document_->canAdd() && askToAdd(words(Words::addMade, {name, folder, document_->name()})))
+        document_->addThis(made);
 }
 
 void Application::letPluginIdle()
@@ -98,6 +126,8 @@ void Application::callPlugin(int selector, int command)
 {
     keeper_.call(selector, command);
     useOwnResources();
+    if (selector == kSelectCommand && command == kCommandSettings)
+        sayWhatWasMade();
 }
 
 // A call of the plug-in makes its resource fork the first to be looked at. Where that was opened before the
@@ -160,9 +190,15 @@ void Application::updateMenus()
                                  .save = document_->canSave(),
                                  .next = view.canTurn(1),
                                  .previous = view.canTurn(-1),
+                                 .output = !document_->showsRiders(),
                                  .dpi = view.dpi()};
     }
     menus_->update(offers);
+}
+
+Output Application::outputOf(Document &document) const
+{
+    return {program_, document.job(), document.tried(), document.view().dpi(), waitsForPictures_};
 }
 
 void Application::turnView(const Command &command)
@@ -204,6 +240,10 @@ void Application::carryOut(const Command &command)
         return document_->takeOut();
     case Command::Kind::save:
         return document_->saveAs();
+    case Command::Kind::proof:
+        return makeProof(outputOf(*document_));
+    case Command::Kind::print:
+        return printFilms(outputOf(*document_));
     case Command::Kind::page:
     case Command::Kind::enlarge:
     case Command::Kind::dpi:
@@ -242,8 +282,12 @@ void Application::open(const std::filesystem::path &job)
     }
     recent_.add(job);
     HiliteMenu(0);
+    if (start_)
+        start_->show(false);
     document_->run();
     document_.reset();
+    if (start_ && !over_)
+        start_->show(true);
 }
 
 void Application::quit()

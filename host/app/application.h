@@ -9,7 +9,9 @@
 #include "app/document.h"
 #include "app/last_folder.h"
 #include "app/menus.h"
+#include "app/output.h"
 #include "app/recent_jobs.h"
+#include "app/start_window.h"
 #include "keeping/keeper.h"
 #include "plugin/plugin.h"
 #include "plugin/resource_fork.h"
@@ -52,6 +54,9 @@ private:
     // A command of the plug-in, or its About box.
     void callPlugin(int selector, int command = 0);
     void useOwnResources() const;
+    void sayWhatWasMade();
+    Output outputOf(Document &document) const;
+    void handleStart(const EventRecord &event);
     void updateMenus();
     void turnView(const Command &command);
     void quit();
@@ -62,10 +67,11 @@ private:
     std::optional<plugin::Plugin> ownPlugin_;
     plugin::Plugin &plugin_;
     keeping::Keeper keeper_;
-    std::filesystem::path firstJob_;
+    std::filesystem::path program_, firstJob_;
     bool waitsForPictures_;
     std::optional<DisplaySettings> display_;
     std::optional<Menus> menus_;
+    std::optional<StartWindow> start_;
     std::optional<Document> document_;
     std::uint32_t lastIdle_ = 0;
     bool over_ = false;

@@ -90,6 +90,15 @@ bool isButton(DialogPtr dialog, int16_t number)
     return (type & ~itemDisable) == ctrlItem + btnCtrl;
 }
 
+void setTitle(DialogPtr dialog, int16_t number, const std::string &title)
+{
+    Str255 before, wanted;
+    toolbox::setPascal(wanted, toolbox::romanFromUtf8Lossy(title));
+    GetCTitle(buttonOf(dialog, number), before);
+    if (toolbox::utf8FromPascal(before) != title)
+        SetCTitle(buttonOf(dialog, number), wanted);
+}
+
 bool canBePressed(DialogPtr dialog, int16_t number)
 {
     return !isButton(dialog, number) || (**buttonOf(dialog, number)).contrlHilite != kDimmed;

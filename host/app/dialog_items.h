@@ -32,6 +32,7 @@ void setParagraph(DialogPtr dialog, int16_t item, const std::string &text);
 Rect itemBox(DialogPtr dialog, int16_t item);
 void placeItem(DialogPtr dialog, int16_t item, const Rect &box);
 bool isButton(DialogPtr dialog, int16_t item);
+void setTitle(DialogPtr dialog, int16_t item, const std::string &title);
 // False for a dimmed button.
 bool canBePressed(DialogPtr dialog, int16_t item);
 void enableButton(DialogPtr dialog, int16_t item, bool enabled);

@@ -8,6 +8,7 @@
 #include "apply/apply.h"
 #include "apply/riders_file.h"
 #include "io/bytes.h"
+#include "io/output.h"
 #include "io/plain_text.h"
 #include "io/refusal.h"
 #include "plugin/resource_fork.h"
@@ -16,6 +17,7 @@
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
 #include "toolbox/keys.h"
+#include "viewing/tints.h"
 
 namespace fs = std::filesystem;
 
@@ -41,13 +43,19 @@ void requireFile(const fs::path &file)
     io::openOrdinaryFile(file);
 }
 
-// Throws Refusal.
-void requireRiders(const fs::path &file)
+// Throws Refusal where it cannot be read.
+bool isRiders(const fs::path &file)
 {
     const io::OpenFile in = io::openOrdinaryFile(file);
     std::string head(64, '\0');
     head.resize(io::readFully(in, head.data(), head.size()));
-    if (!apply::isRidersFile(head))
+    return apply::isRidersFile(head);
+}
+
+// Throws Refusal.
+void requireRiders(const fs::path &file)
+{
+    if (!isRiders(file))
         throw io::Refusal(words(Words::noRidersFile, {file.filename().string()}));
 }
 
@@ -78,15 +86,47 @@ void Document::open(const fs::path &job)
     std::error_code error;
     fs::path path = fs::absolute(job, error);
     try {
+        if (isRiders(path))
+            return openRiders(path);
         summary_ = summaryOf(path);
     } catch (const io::Refusal &refusal) {
         throw io::Refusal(inPlainWords(refusal.message, path.parent_path()));
     }
     job_ = path;
     tried_.clear();
+    tints_.reset();
     view_.show(job_, tried_, static_cast<int>(summary_.comments.pages.value_or(0)));
     if (dialog_)
         show();
+}
+
+void Document::openRiders(const fs::path &riders)
+{
+    tints_.emplace();
+    job_ = tints_->path() / "Tints.ps";
+    io::writeFile(job_, viewing::kTints);
+    summary_ = summaryOf(job_);
+    tried_ = riders;
+    view_.show(job_, tried_, 1);
+    if (dialog_)
+        show();
+}
+
+// Opens that job in this window's place.
+void Document::addToAJob()
+{
+    const fs::path riders = tried_;
+    toolbox::setStandardFileFolder(riders.parent_path());
+    const fs::path job = askForJob();
+    if (job.empty())
+        return;
+    try {
+        open(job);
+    } catch (const io::Refusal &refusal) {
+        return showProblem(refusal.message);
+    }
+    if (!showsRiders() && canAdd())
+        addThis(riders);
 }
 
 void Document::makeWindow()
@@ -110,19 +150,22 @@ void Document::layOut()
 
 void Document::show()
 {
-    Str255 name;
-    toolbox::setPascal(name, toolbox::romanFromUtf8Lossy(io::plainText(job_.filename().string())));
-    SetWTitle(dialog_, name);
+    Str255 title;
+    toolbox::setPascal(title, toolbox::romanFromUtf8Lossy(io::plainText(name())));
+    SetWTitle(dialog_, title);
     const JobComments &comments = summary_.comments;
     setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);
     const int counted = view_.pages();
-    setItemText(dialog_, pagesText, comments.pages ? std::to_string(*comments.pages)
-                                    : counted > 0  ? std::to_string(counted)
-                                                   : words(Words::notStated));
+    setItemText(dialog_, pagesText,
+                comments.pages ? std::to_string(*comments.pages)
+                : counted > 0  ? std::to_string(counted)
+                               : words(Words::notStated));
     setItemText(dialog_, ridersText,
-                !tried_.empty()      ? words(Words::triedNotSaved, {tried_.filename().string()})
+                showsRiders()        ? tried_.filename().string()
+                : !tried_.empty()    ? words(Words::triedNotSaved, {tried_.filename().string()})
                 : summary_.hasRiders ? words(Words::inThisJob)
                                      : words(Words::none));
+    setTitle(dialog_, addButton, words(showsRiders() ? Words::addToJob : Words::addRiders));
     enableButton(dialog_, addButton, canAdd());
     enableButton(dialog_, takeOutButton, canTakeOut());
     drawOutline(dialog_, outlineItem, addButton);
@@ -168,13 +211,21 @@ void Document::run()
 void Document::hit(int16_t item)
 {
     switch (item) {
-    case closeButton: closing_ = true; return;
-    case addButton: return add();
-    case takeOutButton: return takeOut();
-    case previousButton: return turn(-1);
-    case nextButton: return turn(1);
-    case pageItem: return followMouse();
-    default: return;
+    case closeButton:
+        closing_ = true;
+        return;
+    case addButton:
+        return add();
+    case takeOutButton:
+        return takeOut();
+    case previousButton:
+        return turn(-1);
+    case nextButton:
+        return turn(1);
+    case pageItem:
+        return followMouse();
+    default:
+        return;
     }
 }
 
@@ -220,13 +271,26 @@ bool Document::viewKey(const EventRecord &event)
     const double step = event.modifiers & shiftKey ? 4 : 0.25;
     namespace key = toolbox::key;
     switch (event.message & charCodeMask) {
-    case key::pageUp: turn(-1); return true;
-    case key::pageDown: turn(1); return true;
-    case key::leftArrow: view_.nudgeLoupe(-step, 0); break;
-    case key::rightArrow: view_.nudgeLoupe(step, 0); break;
-    case key::upArrow: view_.nudgeLoupe(0, -step); break;
-    case key::downArrow: view_.nudgeLoupe(0, step); break;
-    default: return false;
+    case key::pageUp:
+        turn(-1);
+        return true;
+    case key::pageDown:
+        turn(1);
+        return true;
+    case key::leftArrow:
+        view_.nudgeLoupe(-step, 0);
+        break;
+    case key::rightArrow:
+        view_.nudgeLoupe(step, 0);
+        break;
+    case key::upArrow:
+        view_.nudgeLoupe(0, -step);
+        break;
+    case key::downArrow:
+        view_.nudgeLoupe(0, step);
+        break;
+    default:
+        return false;
     }
     const PortOf port(dialog_);
     draw(pageItem);
@@ -243,10 +307,15 @@ void Document::draw(int16_t item)
 {
     const Rect box = itemBox(dialog_, item);
     switch (item) {
-    case pageItem: drawPage(box); return focus_.draw(dialog_);
-    case withItem: return drawDots(box, view_.dotsWith(), true);
-    case withoutItem: return drawDots(box, view_.dotsWithout(), view_.hasRiders());
-    default: return drawOutline(dialog_, outlineItem, addButton);
+    case pageItem:
+        drawPage(box);
+        return focus_.draw(dialog_);
+    case withItem:
+        return drawDots(box, view_.dotsWith(), true);
+    case withoutItem:
+        return drawDots(box, view_.dotsWithout(), view_.hasRiders());
+    default:
+        return drawOutline(dialog_, outlineItem, addButton);
     }
 }
 
@@ -329,6 +398,8 @@ bool Document::save(bool with, const std::function<void(const fs::path &out)> &w
 
 void Document::add()
 {
+    if (showsRiders())
+        return addToAJob();
     toolbox::setStandardFileFolder(job_.parent_path());
     if (const fs::path riders = askForRiders(); !riders.empty())
         addThis(riders);

@@ -41,9 +41,14 @@ public:
     void add();
     void takeOut();
     void saveAs();
+    const std::filesystem::path &job() const { return job_; }
+    const std::filesystem::path &tried() const { return tried_; }
+    // A riders file was opened: a page of tints is the job that shows what it chooses.
+    bool showsRiders() const { return tints_.has_value(); }
+    std::string name() const { return (showsRiders() ? tried_ : job_).filename().string(); }
     bool canAdd() const { return !summary_.hasRiders; }
-    bool canTakeOut() const { return summary_.hasRiders || !tried_.empty(); }
-    bool canSave() const { return summary_.takesRiders && !tried_.empty(); }
+    bool canTakeOut() const { return !showsRiders() && (summary_.hasRiders || !tried_.empty()); }
+    bool canSave() const { return !showsRiders() && summary_.takesRiders && !tried_.empty(); }
     // Shows the job with a riders file, and proposes to save it so. Says what is wrong with the file.
     void addThis(const std::filesystem::path &riders);
     JobView &view() { return view_; }
@@ -55,6 +60,8 @@ private:
     static void drawProc(DialogPtr dialog, int16_t item);
     bool filter(const EventRecord &event, int16_t *itemHit);
     bool viewKey(const EventRecord &event);
+    void openRiders(const std::filesystem::path &riders);
+    void addToAJob();
     void makeWindow();
     void layOut();
     void show();
@@ -70,6 +77,7 @@ private:
     std::filesystem::path proposedName(bool with) const;
 
     std::filesystem::path job_, tried_;
+    std::optional<io::PrivateFolder> tints_;
     JobSummary summary_;
     Surroundings surroundings_;
     JobView view_;

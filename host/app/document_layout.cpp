@@ -36,14 +36,18 @@ void placePage(DialogPtr dialog, int width, int height)
     placeItem(dialog, pageItem, at(kMargin, kMargin, width, row - kGap - kMargin));
     placeItem(dialog, previousButton, at(kMargin, row, 24, kButton));
     placeItem(dialog, nextButton, at(kMargin + 30, row, 24, kButton));
-    placeItem(dialog, pageText, at(kMargin + 64, row + 2, std::max(width - 64, 60), kLine));
+    // On the smallest displays there is no room for it.
+    constexpr int least = 76;
+    placeItem(dialog, pageText,
+              at(width - 64 < least ? -500 : kMargin + 64, row + 2, std::max(width - 64, least), kLine));
 }
 
 void placeComments(DialogPtr dialog, int left, int width)
 {
     for (int16_t i = 0; i < 3; ++i) {
         placeItem(dialog, static_cast<int16_t>(titleLabel + i), at(left, kMargin + 18 * i, kLabel, kLine));
-        placeItem(dialog, static_cast<int16_t>(titleText + i), at(left + kLabel, kMargin + 18 * i, width - kLabel, kLine));
+        placeItem(dialog, static_cast<int16_t>(titleText + i),
+                  at(left + kLabel, kMargin + 18 * i, width - kLabel, kLine));
     }
 }
 
@@ -72,7 +76,8 @@ RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display)
     const int tall = display.bounds.bottom - display.bounds.top - toolbox::menuBarHeight;
     const int width = std::clamp(room - 24, kLeastWidth, kMostWidth);
     const int height = std::clamp(tall - kFrame - 14, kLeastHeight, kMostHeight);
-    const int pageWidth = std::clamp(width * 2 / 5, width - 2 * kMargin - kGap - 520, width - 2 * kMargin - kGap - 344);
+    const int pageWidth =
+        std::clamp(width * 2 / 5, width - 2 * kMargin - kGap - 520, width - 2 * kMargin - kGap - 344);
     const int left = 2 * kMargin + pageWidth, right = width - kMargin - left;
     SizeWindow(dialog, static_cast<int16_t>(width), static_cast<int16_t>(height), true);
     MoveWindow(dialog, static_cast<int16_t>(display.bounds.left + std::max(room - width, 0) / 2),
@@ -165,7 +170,8 @@ toolbox::Picture forDepth(const toolbox::Picture &picture, int depth)
         for (int x = 0; x < dots.width; ++x) {
             std::uint32_t &pixel = dots.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(dots.width) +
                                                static_cast<std::size_t>(x)];
-            const auto grey = static_cast<int>(((pixel >> 16 & 0xFF) * 30 + (pixel >> 8 & 0xFF) * 59 + (pixel & 0xFF) * 11) / 100);
+            const auto grey = static_cast<int>(
+                ((pixel >> 16 & 0xFF) * 30 + (pixel >> 8 & 0xFF) * 59 + (pixel & 0xFF) * 11) / 100);
             pixel = grey > threshold(x, y) ? 0xFFFFFF : 0;
         }
     return dots;

@@ -7,16 +7,33 @@
 namespace riders::app {
 
 enum DocumentItem : int16_t {
-    addButton = 1, closeButton, takeOutButton, outlineItem, titleLabel, pagesLabel, ridersLabel, titleText, pagesText,
-    ridersText, pageItem, withItem, withoutItem, withCaption, withoutCaption, verdictText, factsText, previousButton,
-    nextButton, pageText
+    addButton = 1,
+    closeButton,
+    takeOutButton,
+    outlineItem,
+    titleLabel,
+    pagesLabel,
+    ridersLabel,
+    titleText,
+    pagesText,
+    ridersText,
+    pageItem,
+    withItem,
+    withoutItem,
+    withCaption,
+    withoutCaption,
+    verdictText,
+    factsText,
+    previousButton,
+    nextButton,
+    pageText
 };
 
 // Sizes and places the window and its items for the display. Returns the room there is for pictures.
 RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display);
 
-// Where the page lies in its item, and the dots in theirs, so that each of their pixels is one of the display's, or
-// so many as they are enlarged to.
+// Where the page lies in its item, and the dots in theirs, so that each of their pixels is one of the display's,
+// or so many as they are enlarged to.
 Rect pagePlace(const Rect &box, const viewing::PagePicture &page, int scale);
 Rect dotsPlace(const Rect &frame, const toolbox::Picture &dots, int enlargement, int scale);
 

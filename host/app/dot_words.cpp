@@ -5,13 +5,13 @@
 
 #include "app/words.h"
 #include "toolbox/host/session.h"
+#include "viewing/enough_resolution.h"
 
 namespace riders::app {
 namespace {
 
-// Within these the eye sees what was asked for.
-constexpr double kFrequencyOff = 0.02;  // of it
-constexpr double kAngleOff = 1;         // degrees
+// Within this the eye sees what was asked for.
+constexpr double kAngleOff = 1;  // degrees
 
 // The angle nearest to `near` that looks the same.
 double alike(double angle, double near, double turn)
@@ -21,7 +21,8 @@ double alike(double angle, double near, double turn)
 
 double measuredAngle(const viewing::Dots &dots)
 {
-    return alike(dots.measured.angle, dots.asked.angle.value_or(dots.measured.angle), dots.measured.lines ? 180 : 90);
+    return alike(dots.measured.angle, dots.asked.angle.value_or(dots.measured.angle),
+                 dots.measured.lines ? 180 : 90);
 }
 
 std::string asked(const viewing::Dots &dots)
@@ -59,12 +60,13 @@ std::string verdictOn(const viewing::Dots &dots, double dpi)
         return words(Words::noScreenThere);
     const std::string at = numberText(dpi), angle = numberText(measuredAngle(dots));
     const auto &by = dots.asked;
-    if (by.frequency && std::abs(dots.measured.frequency / *by.frequency - 1) > kFrequencyOff)
-        return words(Words::frequencyMissed, {numberText(*by.frequency), at, numberText(dots.measured.frequency)});
+    if (viewing::frequencyMissed(dots))
+        return words(Words::frequencyMissed,
+                     {numberText(*by.frequency), at, numberText(dots.measured.frequency)}) +
+               (dots.enoughDpi > 0 ? " " + words(Words::wouldDo, {std::to_string(dots.enoughDpi)}) : "");
     if (by.angle && std::abs(measuredAngle(dots) - *by.angle) > kAngleOff)
         return words(Words::angleMissed, {numberText(*by.angle), at, angle});
-    return words(by.binding ? Words::asAskedFor : Words::nobodyAsks,
-                 {numberText(dots.measured.frequency), angle});
+    return words(by.binding ? Words::asAskedFor : Words::nobodyAsks, {numberText(dots.measured.frequency), angle});
 }
 
 std::string factsAbout(const viewing::Dots &dots)
@@ -78,9 +80,9 @@ std::string factsAbout(const viewing::Dots &dots)
     if (dots.measured.found) {
         std::string shape = dots.measured.shape.empty() ? "" : ", " + dots.measured.shape;
         text += (text.empty() ? "" : "\r") +
-                words(Words::measuredOn, {dots.plate, numberText(dots.measured.frequency),
-                                          numberText(measuredAngle(dots)),
-                                          numberText(std::round(100 * dots.measured.ink)) + " %" + shape});
+                words(Words::measuredOn,
+                      {dots.plate, numberText(dots.measured.frequency), numberText(measuredAngle(dots)),
+                       numberText(std::round(100 * dots.measured.ink)) + " %" + shape});
     }
     if (dots.asked.annotated)
         text += "\r" + words(Words::annotated);

@@ -13,8 +13,8 @@ public:
     explicit Focus(std::vector<int16_t> items) : items_(std::move(items)) {}
 
     int16_t item() const { return item_; }
-    // Tab and Shift-Tab go on, Space presses a button. True when the key was one of these; *itemHit is then the item
-    // that was pressed, or 0.
+    // Tab and Shift-Tab go on, Space presses a button. True when the key was one of these; *itemHit is then the
+    // item that was pressed, or 0.
     bool key(DialogPtr dialog, const EventRecord &event, int16_t *itemHit);
     // Draws the frame around the item that has it, to be called when the window is drawn.
     void draw(DialogPtr dialog) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "io/refusal.h"
+#include "viewing/enough_resolution.h"
 
 namespace riders::app {
 namespace {
@@ -226,6 +227,8 @@ void JobView::drawDots()
     dotsWork_.begin([=, this, compared = *compared_, folder = folder_](io::Beside &unwanted) {
         auto outcome = std::make_shared<Outcome<DrawnDots>>(outcomeOf<DrawnDots>([&] {
             DrawnDots drawn{viewing::drawDots(*wanted, unwanted), {}};
+            if (!compared.riders.empty() && viewing::frequencyMissed(drawn.with))
+                drawn.with.enoughDpi = viewing::enoughResolution(compared.riders, wanted->dpi, unwanted);
             if (compared.without) {
                 viewing::DotsWanted plain = *wanted;
                 plain.job = *compared.without;

@@ -7,7 +7,7 @@ namespace {
 
 enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu, jobMenu, viewMenu, recentMenu };
 enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
-enum JobItem : int16_t { addItem = 1, takeOutItem, saveItem = 4 };
+enum JobItem : int16_t { addItem = 1, takeOutItem, saveItem = 4, proofItem, printItem };
 enum ViewItem : int16_t { nextItem = 1, previousItem, largerItem = 4, smallerItem, firstDpiItem = 7 };
 constexpr int kDpis[] = {300, 600, 720, 1200, 1270, 1440, 2400, 2540, 3600};
 enum DisplayItem : int16_t { fullScreenItem = 1, firstDepthItem = 3 };
@@ -76,6 +76,8 @@ void Menus::update(const Offers &offers)
     enable(jobs, addItem, job.add);
     enable(jobs, takeOutItem, job.takeOut);
     enable(jobs, saveItem, job.save);
+    enable(jobs, proofItem, job.output);
+    enable(jobs, printItem, job.output);
     enable(view, nextItem, job.next);
     enable(view, previousItem, job.previous);
     enable(view, largerItem, offers.job.has_value());
@@ -121,7 +123,8 @@ Command Menus::chosen(int32_t choice) const
     case pluginMenu:
         return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
     case jobMenu:
-        return {item == addItem ? Kind::add : item == takeOutItem ? Kind::takeOut : Kind::save};
+        return {item == addItem ? Kind::add : item == takeOutItem ? Kind::takeOut
+                     : item == saveItem ? Kind::save : item == proofItem ? Kind::proof : Kind::print};
     case viewMenu:
         if (item >= firstDpiItem)
             return {Kind::dpi, kDpis[item - firstDpiItem]};

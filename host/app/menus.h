@@ -16,7 +16,7 @@ namespace riders::app {
 struct Command {
     enum class Kind {
         none, about, open, close, quit, plugin, fullScreen, depth,
-        recent, add, takeOut, save, page, enlarge, dpi
+        recent, add, takeOut, save, proof, print, page, enlarge, dpi
     };
     Kind kind = Kind::none;
     int number = 0;
@@ -25,7 +25,7 @@ struct Command {
 // What there is to choose at the moment.
 struct Offers {
     struct Job {
-        bool add = false, takeOut = false, save = false, next = false, previous = false;
+        bool add = false, takeOut = false, save = false, next = false, previous = false, output = false;
         int dpi = 0;
     };
     std::vector<std::string> recent;  // names, UTF-8

@@ -1,5 +1,6 @@
 #include "app/words.h"
 
+#include "app/dialog_items.h"
 #include "io/plain_text.h"
 #include "toolbox/bigendian.h"
 #include "toolbox/host/menu_bar.h"
@@ -11,7 +12,7 @@ namespace riders::app {
 namespace {
 
 constexpr int16_t kStringList = 1000;
-constexpr int16_t kProblemAlert = 1010;
+constexpr int16_t kProblemAlert = 1010, kAddAlert = 1011, kNoteAlert = 1012;
 
 // Both kinds of template begin with the bounds.
 struct Bounds {
@@ -67,11 +68,36 @@ Point centered(ResType type, int id)
             static_cast<int16_t>(display.left + freeWidth / 2)};
 }
 
-void showProblem(const std::string &text)
+static void setText0(const std::string &text)
 {
     Str255 shown, empty = {0};
     toolbox::setPascal(shown, toolbox::romanFromUtf8Lossy(io::plainText(text)));
     ParamText(shown, empty, empty, empty);
+}
+
+static Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
+{
+    *hit = buttonForKey(*event, ok, cancel);
+    return *hit != 0 && pressByKey(alert, *hit);
+}
+
+bool askToAdd(const std::string &text)
+{
+    setText0(text);
+    center(kAddAlert);
+    return NoteAlert(kAddAlert, questionFilter) == ok;
+}
+
+void showNote(const std::string &text)
+{
+    setText0(text);
+    center(kNoteAlert);
+    NoteAlert(kNoteAlert, nullptr);
+}
+
+void showProblem(const std::string &text)
+{
+    setText0(text);
     SysBeep(1);
     center(kProblemAlert);
     StopAlert(kProblemAlert, nullptr);

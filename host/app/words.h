@@ -14,7 +14,9 @@ enum class Words {
     drawing, pageOf, page, withRiders, withoutRiders, asItIs,
     lines, atAngle, noInkThere, noScreenThere, frequencyMissed, angleMissed, asAskedFor, nobodyAsks,
     askedByRiders, askedByJob, interpretersOwn, measuredOn, annotated,
-    dpi, triedNotSaved, takesNone, noRidersFile, jobGone
+    dpi, triedNotSaved, noRidersFile, jobGone,
+    openJob, makeRiders, howToBegin, madeIn, addMade, addToJob, addRiders,
+    seconds, proofing, proofMade, askingPrinters, noPrinter, printing, printed, wouldDo
 };
 // UTF-8. ^0 to ^3 in them stand for the parts.
 std::string words(Words which, const std::vector<std::string> &parts = {});
@@ -22,6 +24,12 @@ std::string words(Words which, const std::vector<std::string> &parts = {});
 // The top left corner, global, with which the 'DLOG' or 'ALRT' (as the type says) lies
 // in the middle of the main display, a third of the free height down.
 Point centered(ResType type, int id);
+
+// Asks, UTF-8; true for the default button, "Add". Escape means "Not Now".
+bool askToAdd(const std::string &text);
+
+// Says something, UTF-8, and waits for OK.
+void showNote(const std::string &text);
 
 // Shows what went wrong, UTF-8, and waits for OK.
 void showProblem(const std::string &text);

@@ -29,7 +29,7 @@ Commands::Commands(CLI::App &app)
 {
     app.require_subcommand(0, 1);
     app.set_version_flag("--version", std::string("riders ") + kVersion, "Print the version");
-    app.add_option("file", shownJob_, "A PostScript job to open in the window")
+    app.add_option("file", shownJob_, "A job (PostScript, EPS, PDF) or a riders file to open in the window")
         ->check(CLI::ExistingFile)
         ->type_name("FILE");
     addMake(app, chosen_);

@@ -13,7 +13,8 @@ void clickItem(DialogPtr dialog, int16_t item)
     Handle handle = nullptr;
     Rect box{};
     GetDItem(dialog, item, &type, &handle, &box);
-    Point middle{static_cast<int16_t>((box.top + box.bottom) / 2), static_cast<int16_t>((box.left + box.right) / 2)};
+    Point middle{static_cast<int16_t>((box.top + box.bottom) / 2),
+                 static_cast<int16_t>((box.left + box.right) / 2)};
     GrafPtr before;
     GetPort(&before);
     SetPort(dialog);

@@ -6,8 +6,8 @@
 namespace riders::plugin {
 
 // The keys that the settings dialog leaves free. Command-X, C, V, A and Z on its edit text, as in all dialogs; the
-// digits from 1 open its popups, from the top down, as a click would: then the arrows, Return and Escape are those of
-// any menu. All else is left to the dialog.
+// digits from 1 open its popups, from the top down, as a click would: then the arrows, Return and Escape are those
+// of any menu. All else is left to the dialog.
 extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, int16_t *itemHit);
 
 }  // namespace riders::plugin

@@ -14,8 +14,8 @@ struct ComparedJob {
     std::filesystem::path riders;      // the riders file; empty: there is none
 };
 
-// `tried` is a riders file that is not in the job (empty: none); one that is in the job is taken out into the folder,
-// which must outlive what is returned. Throws Refusal.
+// `tried` is a riders file that is not in the job (empty: none); one that is in the job is taken out into the
+// folder, which must outlive what is returned. Throws Refusal.
 ComparedJob compareJob(const std::filesystem::path &job, const std::filesystem::path &tried,
                        const std::filesystem::path &folder);
 

@@ -28,8 +28,7 @@ Part partOf(const DotsWanted &wanted)
     const int around = static_cast<int>(pixels(kAround));
     Part part{around, wanted.columns + 2 * around, wanted.rows + 2 * around, 0, 0};
     part.left = (pixels(wanted.left) - around) / wanted.dpi * kPoints;
-    part.bottom = wanted.pageHeight * kPoints -
-                  (pixels(wanted.top) - around + part.rows) / wanted.dpi * kPoints;
+    part.bottom = wanted.pageHeight * kPoints - (pixels(wanted.top) - around + part.rows) / wanted.dpi * kPoints;
     return part;
 }
 
@@ -64,8 +63,10 @@ constexpr double kEdge = 0.45;  // inches
 void measure(Dots &dots, const plates::BitPlate &plate, const DotsWanted &wanted)
 {
     const double side = kAround - kEdge;
-    const plates::Place place{side, side, plate.width / wanted.dpi - 2 * side, plate.height / wanted.dpi - 2 * side};
-    dots.measured = plates::measurePlate(plate, wanted.dpi, place, dots.asked.frequency.value_or(60), dots.asked.shape);
+    const plates::Place place{side, side, plate.width / wanted.dpi - 2 * side,
+                              plate.height / wanted.dpi - 2 * side};
+    dots.measured =
+        plates::measurePlate(plate, wanted.dpi, place, dots.asked.frequency.value_or(60), dots.asked.shape);
 }
 
 }  // namespace
@@ -89,14 +90,15 @@ Dots drawDots(const DotsWanted &wanted, io::Beside &unwanted)
                            .beside = &unwanted});
     const std::vector<plates::BitPlate> inks =
         plates::readProcessPlates(pageFile(work, "bits", wanted.job), part.columns, part.rows);
-    Dots dots{composite(inks, part, wanted), {}, {}, {}};
+    Dots dots{composite(inks, part, wanted), {}, {}, {}, 0};
     std::size_t most = inks.size();
     for (std::size_t i = 0, ink = 0; i < inks.size(); ++i)
         if (const auto own = static_cast<std::size_t>(inkIn(inks[i], part, wanted)); own > ink) {
             ink = own;
             most = i;
         }
-    const std::size_t index = prepared.kind == plates::JobKind::pdf ? 0 : static_cast<std::size_t>(wanted.job.page - 1);
+    const std::size_t index =
+        prepared.kind == plates::JobKind::pdf ? 0 : static_cast<std::size_t>(wanted.job.page - 1);
     const plates::AskedScreens screens = index < report.pages.size() ? report.pages[index] : report.atStart;
     const std::string plate = plates::kProcessPlates[most < inks.size() ? most : 3];
     const plates::AskedFor riders =
@@ -106,6 +108,8 @@ Dots drawDots(const DotsWanted &wanted, io::Beside &unwanted)
     if (most < inks.size()) {
         dots.plate = plate;
         measure(dots, inks[most], wanted);
+        // The screen may have been measured on a tint beside it.
+        dots.measured.ink = static_cast<double>(inkIn(inks[most], part, wanted)) / (wanted.columns * wanted.rows);
     }
     return dots;
 }

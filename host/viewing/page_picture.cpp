@@ -41,8 +41,8 @@ PagePicture drawPage(const ViewedJob &job, int mostColumns, int mostRows, io::Be
                        .beside = &unwanted});
     ColourFile file(pageFile(work, "ppm", job));
     PagePicture page{{}, file.columns() / kDpi, file.rows() / kDpi};
-    const double shrink = std::max({1.0, static_cast<double>(file.columns()) / mostColumns,
-                                    static_cast<double>(file.rows()) / mostRows});
+    const double shrink = std::max(
+        {1.0, static_cast<double>(file.columns()) / mostColumns, static_cast<double>(file.rows()) / mostRows});
     page.picture = file.picture(std::clamp(static_cast<int>(std::lround(file.columns() / shrink)), 1, mostColumns),
                                 std::clamp(static_cast<int>(std::lround(file.rows() / shrink)), 1, mostRows));
     return page;
@@ -64,10 +64,11 @@ int countPages(const fs::path &job, io::Beside &unwanted)
                     .temporary = "temporary",
                     .seconds = kLimits.secondsAPage,
                     .megabytes = kLimits.megabytes,
-                    .line = [&](std::string_view line) {
-                        std::from_chars(line.data(), line.data() + line.size(), pages);
-                        return false;
-                    },
+                    .line =
+                        [&](std::string_view line) {
+                            std::from_chars(line.data(), line.data() + line.size(), pages);
+                            return false;
+                        },
                     .beside = &unwanted});
     return pages;
 }

@@ -11,9 +11,12 @@ using namespace app;
 enum { page = 11, dots = 12, verdict = 16, facts = 17, previous = 18, next = 19, pageText = 20 };
 
 // A flat tint in the middle of each of two pages.
-const char *const tints = "%!PS-Adobe-3.0\n%%Pages: 2\n%%EndComments\n"
-                          "%%Page: 1 1\n<</PageSize [300 300]>> setpagedevice 0.6 setgray 50 50 200 200 rectfill showpage\n"
-                          "%%Page: 2 2\n0.3 setgray 50 50 200 200 rectfill showpage\n%%EOF\n";
+const char *const tints =
+    "%!PS-Adobe-3.0\n%%Pages: 2\n%%EndComments\n"
+    "%%Page: 1 1\n<</PageSize [300 300]>> setpagedevice 0.6 setgray 50 50 200 200 rectfill showpage\n"
+    "%%Page: 2 2\n0.3 setgray 50 50 200 200 rectfill showpage\n%%EOF\n";
+
+const std::string degrees = "\xA1";  // in Mac OS Roman
 
 class AppView : public App {
 protected:
@@ -22,10 +25,11 @@ protected:
         App::SetUp();
         waits = true;
         writeFile(folder / "tints.ps", tints);
-        ASSERT_EQ(std::system((std::string(RIDERS_BINARY_DIR) + "/riders make -o " + (folder / "film.riders").string() +
-                               " --frequency 60 --angle 30 --spot round > " + (folder / "said").string())
-                                  .c_str()),
-                  0);
+        ASSERT_EQ(
+            std::system((std::string(RIDERS_BINARY_DIR) + "/riders make -o " + (folder / "film.riders").string() +
+                         " --frequency 60 --angle 30 --spot round > " + (folder / "said").string())
+                            .c_str()),
+            0);
     }
     void settle() { user.wait(30); }
     void add(const std::string &riders)
@@ -58,8 +62,10 @@ TEST_F(AppView, PageAndDotsOfAJobAreShownWithWhatWasMeasured)
     settle();
     user.then([] {
         keepPicture("view");
-        EXPECT_EQ(itemText(verdict), "As asked for: 60 lpi at 30°.");
-        EXPECT_NE(itemText(facts).find("The riders file asks for 60 lpi at 30°, Round."), std::string::npos)
+        EXPECT_EQ(itemText(verdict), "As asked for: 60 lpi at 30" + degrees + ".");
+        EXPECT_NE(itemText(facts).find(", 40 %"), std::string::npos) << itemText(facts);
+        EXPECT_NE(itemText(facts).find("The riders file asks for 60 lpi at 30" + degrees + ", Round."),
+                  std::string::npos)
             << itemText(facts);
     });
     end();
@@ -99,10 +105,11 @@ TEST_F(AppView, OtherPagesResolutionsAndPlacesAreFollowed)
 
 TEST_F(AppView, CauseComesFirstWhereAScreenCannotBeReached)
 {
-    ASSERT_EQ(std::system((std::string(RIDERS_BINARY_DIR) + "/riders make -o " + (folder / "fine.riders").string() +
-                           " --frequency 200 --angle 45 --spot round > " + (folder / "said").string())
-                              .c_str()),
-              0);
+    ASSERT_EQ(
+        std::system((std::string(RIDERS_BINARY_DIR) + "/riders make -o " + (folder / "fine.riders").string() +
+                     " --frequency 200 --angle 45 --spot round > " + (folder / "said").string())
+                        .c_str()),
+        0);
     user.in(window);
     user.chooseFromBar("View", "300 dpi");
     add("fine.riders");
@@ -112,6 +119,7 @@ TEST_F(AppView, CauseComesFirstWhereAScreenCannotBeReached)
     user.then([] {
         EXPECT_TRUE(itemText(verdict).starts_with("200 lpi cannot be reached at 300 dpi; the nearest is "))
             << itemText(verdict);
+        EXPECT_TRUE(itemText(verdict).ends_with(" dpi would do.")) << itemText(verdict);
     });
     end();
     run(folder / "tints.ps");
@@ -119,8 +127,8 @@ TEST_F(AppView, CauseComesFirstWhereAScreenCannotBeReached)
 
 TEST_F(AppView, PdfIsShownAndTriedWithARidersFileButNotSaved)
 {
-    ASSERT_EQ(std::system(("gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -o " + (folder / "tints.pdf").string() +
-                           " " + (folder / "tints.ps").string())
+    ASSERT_EQ(std::system(("gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -o " +
+                           (folder / "tints.pdf").string() + " " + (folder / "tints.ps").string())
                               .c_str()),
               0);
     user.in(window);
@@ -130,7 +138,7 @@ TEST_F(AppView, PdfIsShownAndTriedWithARidersFileButNotSaved)
     user.in(window);
     settle();
     user.then([] {
-        EXPECT_EQ(itemText(verdict), "As asked for: 60 lpi at 30°.");
+        EXPECT_EQ(itemText(verdict), "As asked for: 60 lpi at 30" + degrees + ".");
         EXPECT_EQ(itemText(10), "film.riders, not saved");
     });
     user.press(takeOutButton);
@@ -144,7 +152,9 @@ TEST_F(AppView, JobThatFailsSaysWhy)
     writeFile(folder / "bad.ps", "%!PS\nnonsense\nshowpage\n");
     user.in(window);
     settle();
-    user.then([] { EXPECT_NE(itemText(verdict).find("undefined in nonsense"), std::string::npos) << itemText(verdict); });
+    user.then([] {
+        EXPECT_NE(itemText(verdict).find("undefined in nonsense"), std::string::npos) << itemText(verdict);
+    });
     end();
     run(folder / "bad.ps");
 }
@@ -196,17 +206,134 @@ TEST_F(AppView, KeysReachEveryMenuAndEveryButton)
     user.key("v", 0x0800);
     user.key("escape");
     user.then([this] { EXPECT_TRUE(traced("menu 134 gave nothing")); });
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 2; ++i)  // the page, and then its next page: there is none before
         user.key("tab");
     user.then([] { keepPicture("focus"); });
-    user.key("space");  // page, next page, adding; then what can be pressed no further
+    user.key("space");
     user.wait(1);
-    user.then([] { EXPECT_EQ(FrontWindow() != nullptr, true); });
+    user.then([] { EXPECT_EQ(itemText(pageText), "Page 2 of 2"); });
+    user.key("tab", 0x0200);  // the page before it, which there is now
+    user.key("space");
+    user.wait(1);
+    user.then([] { EXPECT_EQ(itemText(pageText), "Page 1 of 2"); });
     user.key("f", 0x0800);
     user.key("up");
     user.key("return");
     run(folder / "tints.ps");
     EXPECT_TRUE(traced("menu 129 gave 4"));
+}
+
+TEST_F(AppView, RidersFileIsShownOnTintsAndAddedToAJob)
+{
+    user.in(window);
+    settle();
+    user.then([] {
+        keepPicture("riders");
+        EXPECT_EQ(windowTitle(), "film.riders");
+        EXPECT_EQ(itemText(verdict), "As asked for: 60 lpi at 30" + degrees + ".");
+        EXPECT_TRUE(isDimmed(takeOutButton));
+    });
+    user.press(addButton);
+    user.in(0);
+    user.answerOpen(folder / "tints.ps");
+    user.cancelFile();  // its name is not asked for in vain
+    user.in(window);
+    user.then([] {
+        EXPECT_EQ(windowTitle(), "tints.ps");
+        EXPECT_EQ(itemText(10), "film.riders, not saved");
+    });
+    end();
+    run(folder / "film.riders");
+}
+
+TEST_F(AppView, WhatWasMadeIsSaidAndOfferedToTheJob)
+{
+    waits = false;
+    user.in(window);
+    user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(settingsDialog);
+    user.choose(4, 3);
+    user.press(1);
+    user.in(0);
+    user.answerSave(folder / "made");
+    user.in(1011);
+    user.then([this] { EXPECT_TRUE(traced("params \"made was made in ")); });
+    user.press(1);
+    user.in(0);
+    user.cancelFile();
+    user.in(window);
+    user.then([] { EXPECT_EQ(itemText(10), "made, not saved"); });
+    end();
+    run(folder / "tints.ps");
+}
+
+TEST_F(AppView, EmptyWindowOffersBothWaysToBegin)
+{
+    user.wait(2);
+    user.then([] { keepPicture("empty"); });
+    const auto strike = [this](char character) {
+        user.then([this, character] {
+            machine.push(
+                {.kind = toolbox::Input::Kind::keyDown, .character = static_cast<std::uint8_t>(character)});
+        });
+    };
+    strike('\r');
+    user.cancelFile();
+    strike('\t');
+    strike('\r');
+    user.in(settingsDialog);
+    user.key("escape");
+    user.in(0);
+    quitByMenu();
+    run();
+    EXPECT_TRUE(traced("dialog 1001 shown"));
+    EXPECT_TRUE(traced("dialog 16300 shown"));
+}
+
+TEST_F(AppView, DigitsOpenThePopupsOfTheSettings)
+{
+    user.chooseFromBar("Riders", "Make Riders File...");
+    user.in(settingsDialog);
+    user.key("1");
+    user.key("down");
+    user.key("return");
+    user.key("3");
+    user.key("escape");
+    user.key("escape");
+    user.in(0);
+    quitByMenu();
+    run();
+    EXPECT_TRUE(traced("popup 16136 opened"));
+    EXPECT_TRUE(traced("popup 16138 gave nothing"));
+}
+
+TEST_F(AppView, ProofIsMadeBesideTheJob)
+{
+    user.in(window);
+    user.chooseFromBar("View", "300 dpi");
+    user.chooseFromBar("Job", "Proof...");
+    user.wait(2);
+    user.in(1012);
+    user.then([this] { EXPECT_TRUE(traced("proof.html")); });
+    user.press(1);
+    user.in(window);
+    end();
+    run(folder / "tints.ps");
+    EXPECT_TRUE(fs::exists(folder / "tints-proof" / "proof.html"));
+}
+
+TEST_F(AppView, ProofIsStopped)
+{
+    waits = false;
+    writeFile(folder / "endless.ps", "%!PS\n{} loop\n");
+    user.in(window);
+    user.chooseFromBar("Job", "Proof...");
+    user.in(1020);
+    user.press(1);
+    user.in(window);
+    end();
+    run(folder / "endless.ps");
+    EXPECT_FALSE(fs::exists(folder / "endless-proof"));
 }
 
 }  // namespace

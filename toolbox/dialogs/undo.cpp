@@ -14,7 +14,8 @@ EarlierText currentText(const Dialog &dialog)
     const TERec &text = **dialog.record->textH;
     const Handle characters = text.hText;
     return {dialog.record->editField + 1,
-            std::string(*characters, static_cast<std::size_t>(GetHandleSize(characters))), text.selStart, text.selEnd};
+            std::string(*characters, static_cast<std::size_t>(GetHandleSize(characters))), text.selStart,
+            text.selEnd};
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ enum class Change { typing, other };
 void keepForUndo(Dialog &dialog, Change change);
 // What is typed from here on is another change: the caret was moved.
 void endTyping(Dialog &dialog);
-// Puts back text and selection as they were; once more, and the change is there again. Nothing where there is none.
+// Puts back text and selection as they were; once more, and the change is there again. Nothing where there is
+// none.
 void undo(Dialog &dialog);
 
 }  // namespace toolbox::dialogs
