@@ -7,7 +7,7 @@
 
 #include "film/resolution_text.h"
 #include "printer/formats.h"
-#include "printer/job_line.h"
+#include "printer/hooks.h"
 #include "printer/raster.h"
 
 namespace riders::printer {

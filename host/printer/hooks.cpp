@@ -1,6 +1,8 @@
 // Two places in PAPPL where it asks nobody: where a job's document is about to be received, and where an answer
 // goes out. The program defines these functions itself, and so the loader gives them to PAPPL, instead of the
 // libraries' own, which they call.
+#include "printer/hooks.h"
+
 #include <dlfcn.h>
 #include <errno.h>
 #include <pappl/pappl.h>
@@ -12,8 +14,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "printer/job_line.h"
 
 namespace riders::printer {
 

@@ -41,14 +41,19 @@ public:
     ~ThreadOfQueue() { leave(); }
     ThreadOfQueue(const ThreadOfQueue &) = delete;
     ThreadOfQueue &operator=(const ThreadOfQueue &) = delete;
-    void belongTo(const std::string &queue) { queue_ = queue; }
+    void belongTo(JobLine *line, const std::string &queue)
+    {
+        line_ = line;
+        queue_ = queue;
+    }
     void leave()
     {
-        if (!queue_.empty() && gJobLine != nullptr)
-            gJobLine->ended(std::exchange(queue_, {}));
+        if (line_ != nullptr)
+            std::exchange(line_, nullptr)->ended(queue_);
     }
 
 private:
+    JobLine *line_ = nullptr;
     std::string queue_;
 };
 
@@ -292,7 +297,7 @@ bool JobLine::make(pappl_job_t *job, const fs::path &pixels)
         const std::lock_guard lock(mutex_);
         if (!started_.insert(key).second)
             pthread_exit(nullptr);  // PAPPL has started it twice; as far as it knows, the other thread does all
-        threadOfQueue.belongTo(key.queue);
+        threadOfQueue.belongTo(this, key.queue);
         busy_[key.queue] = key.number;
         const char *const received = papplJobGetFilename(job);
         if (!store_.find(key) && (received != nullptr || !pixels.empty()))

@@ -101,7 +101,4 @@ private:
     std::counting_semaphore<> atOnce_;
 };
 
-// The one of this process; hooks.cpp needs it where PAPPL hands over nothing.
-extern JobLine *gJobLine;
-
 }  // namespace riders::printer

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "printer/job_attributes.h"
-#include "printer/job_line.h"
+#include "printer/hooks.h"
 
 namespace riders::printer {
 

@@ -18,7 +18,7 @@
 #include "printer/driver.h"
 #include "printer/filming/sandbox.h"
 #include "printer/job_attributes.h"
-#include "printer/job_line.h"
+#include "printer/hooks.h"
 #include "printer/web_pages.h"
 
 namespace fs = std::filesystem;

@@ -114,7 +114,7 @@ TEST(Types, OfOneNameAreDefinedOnce)
     expectNone(typesTwice(tree()));
 }
 
-// The main files of the resource compiler and the example belong to other programs.
+// The main files of the resource compiler, the printer and the example belong to other programs.
 TEST(Types, AreTheSameInEveryFile)
 {
     std::vector<Compiled> together;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <ctime>
 #include <thread>
 
 #include "printer/own_service.h"
@@ -207,6 +208,9 @@ TEST_F(PrinterTest, CupsPrintsOnItWithoutADriver)
 TEST_F(PrinterTest, KeepsToTheProtocol)
 {
     const OwnService service(folder.path(), {"--queue", "films:dpi=150"});
+    // It says how long it has been there in whole seconds, and 0 is none.
+    const std::time_t begin = std::time(nullptr);
+    service.waitUntil([&] { return std::time(nullptr) > begin + 1; });
     const CommandResult result =
         runProgram({"ipptool", "-tI", "-V", "2.0", "-f", folder / "job.ps", service.uri(), "ipp-2.0.test"}, "",
                    folder.path());
