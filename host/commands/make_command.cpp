@@ -17,7 +17,7 @@
 #include "make/make.h"
 #include "plugin/plugin.h"
 #include "proof/request.h"
-#include "reading/choices.h"
+#include "reading/choices_in.h"
 #include "screens/number_text.h"
 #include "screens/screen_limits.h"
 

@@ -8,6 +8,7 @@
 #include "commands/standard_output.h"
 #include "io/json.h"
 #include "io/refusal.h"
+#include "reading/choices_in.h"
 #include "reading/riders_in_job.h"
 
 namespace riders::commands {

@@ -3,7 +3,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace riders::reading {
@@ -40,8 +39,5 @@ struct Choices {
     bool exact = true;
     std::vector<std::string> notes;  // on what could not be read, sentences without their full stop
 };
-
-// Of a riders file, or of what is left of one.
-Choices choicesIn(std::string_view riders);
 
 }  // namespace riders::reading

@@ -1,9 +1,6 @@
 #include "reading/known_shapes.h"
 
-#include <filesystem>
 #include <string_view>
-
-#include "io/refusal.h"
 
 namespace riders::reading {
 
@@ -29,16 +26,8 @@ std::string nameInMenu(std::string_view body)
 
 const std::vector<screens::Shape> &KnownShapes::installed()
 {
-    if (!installed_) {
-        installed_.emplace();
-        try {
-            installed_ = screens::installedShapes();
-        } catch (const io::Refusal &refusal) {
-            problem_ = refusal.message;
-        } catch (const std::filesystem::filesystem_error &error) {
-            problem_ = error.path1().string() + ": " + error.code().message();
-        }
-    }
+    if (!installed_)
+        installed_ = screens::installedShapes();
     return *installed_;
 }
 

@@ -13,16 +13,14 @@ namespace riders::reading {
 class KnownShapes {
 public:
     // The shape of the menu, or else the installed one, that has this body; else one of the user's own, without a
-    // name. The installed ones are read when they are wanted first; where they cannot be, none is known.
+    // name. The installed ones are read when they are wanted first. Throws what
+    // screens::installedShapes does.
     ChosenShape called(const std::string &body);
-    // Why they could not be read; empty where they could, or were not wanted.
-    const std::string &problem() const { return problem_; }
 
 private:
     const std::vector<screens::Shape> &installed();
 
     std::optional<std::vector<screens::Shape>> installed_;
-    std::string problem_;
 };
 
 }  // namespace riders::reading

@@ -13,7 +13,8 @@ namespace {
 // The first byte chooses the command; the words end in NUL.
 std::vector<std::string> wordsOf(const uint8_t *data, size_t size)
 {
-    static const char *const commands[] = {"make", "apply", "strip", "show", "proof", "play", "screens", "mesh", ""};
+    static const char *const commands[] = {"make", "apply",   "strip", "show", "proof",
+                                           "play", "screens", "mesh",  ""};
     std::vector<std::string> words = {"riders"};
     const char *const command = size > 0 ? commands[data[0] % std::size(commands)] : "";
     if (*command != '\0')

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "fuzz/memory_file.h"
-#include "reading/choices.h"
+#include "reading/choices_in.h"
 #include "reading/riders_in_job.h"
 #include "reading/written_in.h"
 

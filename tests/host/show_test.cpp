@@ -1,7 +1,7 @@
 // `riders show`: what a riders file chooses, and which riders files a job has, as a user asks.
 #include <random>
 
-#include "reading/choices.h"
+#include "reading/choices_in.h"
 #include "reading/written_in.h"
 #include "support/command.h"
 #include "support/toolbox_test.h"

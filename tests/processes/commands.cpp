@@ -179,7 +179,7 @@ const std::vector<ChangingCommand> &changingCommands()
          .words = "film job.ps --dpi 300 -o films --look",
          .parts = {"films/job_p01_Black.tif", "films-look"}},
         {.name = "Shapes", .before = {}, .words = "shapes cross -o page", .parts = {"page"}},
-        {.name = "ShapesFixed", .before = {}, .words = "shapes one.spot --fix -o page", .parts = {"page"}},
+        {.name = "ShapesFixed", .before = {}, .words = "shapes one.spot --fix --json -o page", .parts = {"page"}},
         {.name = "MakeForced",
          .before = {},
          .words = "make -o other.ps --angle 45 --force",

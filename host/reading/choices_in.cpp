@@ -1,4 +1,4 @@
-#include "reading/choices.h"
+#include "reading/choices_in.h"
 
 #include <algorithm>
 
@@ -40,10 +40,6 @@ public:
                                                                    ? std::nullopt
                                                                    : std::optional(annotation->size))};
         choices_.errorHandler = written_.errorHandler;
-        if (!shapes_.problem().empty())
-            choices_.notes.push_back(
-                "its dot shapes are not known, for those that come with the program cannot be read: " +
-                shapes_.problem());
         return std::move(choices_);
     }
 
