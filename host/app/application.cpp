@@ -45,14 +45,15 @@ void finishSavedSettings(const plugin::Plugin &plugin)
 
 Application::Application(const AppRequest &request, std::optional<DisplaySettings> display)
     : fork_(request.program), ownPlugin_(request.plugin), plugin_(*ownPlugin_), keeper_(plugin_, showProblem),
-      program_(request.program), firstJob_(request.job), waitsForPictures_(request.waitsForPictures), display_(std::move(display))
+      program_(request.program), firstJob_(request.job), waitsForPictures_(request.waitsForPictures),
+      display_(std::move(display))
 {
     begin();
 }
 
 Application::Application(const AppRequest &request, plugin::Plugin &plugin, std::optional<DisplaySettings> display)
-    : fork_(request.program), plugin_(plugin), keeper_(plugin_, showProblem), program_(request.program), firstJob_(request.job),
-      waitsForPictures_(request.waitsForPictures), display_(std::move(display))
+    : fork_(request.program), plugin_(plugin), keeper_(plugin_, showProblem), program_(request.program),
+      firstJob_(request.job), waitsForPictures_(request.waitsForPictures), display_(std::move(display))
 {
     begin();
 }
@@ -95,9 +96,12 @@ void Application::handle(const EventRecord &event)
 void Application::handleStart(const EventRecord &event)
 {
     switch (start_->handle(event)) {
-    case StartWindow::Choice::openJob: return askAndOpen();
-    case StartWindow::Choice::makeRiders: return callPlugin(kSelectCommand, kCommandSettings);
-    case StartWindow::Choice::none: return;
+    case StartWindow::Choice::openJob:
+        return askAndOpen();
+    case StartWindow::Choice::makeRiders:
+        return callPlugin(kSelectCommand, kCommandSettings);
+    case StartWindow::Choice::none:
+        return;
     }
 }
 
@@ -275,8 +279,9 @@ void Application::open(const std::filesystem::path &job)
             document_->open(job);
             return recent_.add(job);
         }
-        document_.emplace(job, Document::Surroundings{[this](const EventRecord &event) { return menuEvent(event); },
-                                                      [this] { idle(); }, waitsForPictures_});
+        document_.emplace(job,
+                          Document::Surroundings{[this](const EventRecord &event) { return menuEvent(event); },
+                                                 [this] { idle(); }, waitsForPictures_});
     } catch (const io::Refusal &refusal) {
         return showProblem(refusal.message);
     }

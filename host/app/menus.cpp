@@ -5,7 +5,16 @@
 namespace riders::app {
 namespace {
 
-enum Menu : int16_t { programMenu = 128, fileMenu, editMenu, pluginMenu, displayMenu, jobMenu, viewMenu, recentMenu };
+enum Menu : int16_t {
+    programMenu = 128,
+    fileMenu,
+    editMenu,
+    pluginMenu,
+    displayMenu,
+    jobMenu,
+    viewMenu,
+    recentMenu
+};
 enum FileItem : int16_t { openItem = 1, closeItem, quitItem = 4 };
 enum JobItem : int16_t { addItem = 1, takeOutItem, saveItem = 4, proofItem, printItem };
 enum ViewItem : int16_t { nextItem = 1, previousItem, largerItem = 4, smallerItem, firstDpiItem = 7 };
@@ -123,8 +132,11 @@ Command Menus::chosen(int32_t choice) const
     case pluginMenu:
         return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
     case jobMenu:
-        return {item == addItem ? Kind::add : item == takeOutItem ? Kind::takeOut
-                     : item == saveItem ? Kind::save : item == proofItem ? Kind::proof : Kind::print};
+        return {item == addItem       ? Kind::add
+                : item == takeOutItem ? Kind::takeOut
+                : item == saveItem    ? Kind::save
+                : item == proofItem   ? Kind::proof
+                                      : Kind::print};
     case viewMenu:
         if (item >= firstDpiItem)
             return {Kind::dpi, kDpis[item - firstDpiItem]};

@@ -222,13 +222,12 @@ TEST_F(DialogTest, LastChangeOfATextIsTakenBackAndDoneAgain)
     };
     const auto run = [&] {
         strike('\r', 0);
-        int16_t hit = 0;
-        ModalDialog(
-            [](DialogPtr, EventRecord *event, int16_t *itemHit) -> Boolean {
-                *itemHit = 2;
-                return event->what == keyDown && (event->message & charCodeMask) == '\r';
-            },
-            &hit);
+        const auto filter = [](DialogPtr, EventRecord *event, int16_t *itemHit) -> Boolean {
+            *itemHit = 2;
+            return event->what == keyDown && (event->message & charCodeMask) == '\r';
+        };
+        for (int16_t hit = 0; hit != 2;)
+            ModalDialog(filter, &hit);
         return text();
     };
     reinterpret_cast<DialogPeek>(dialog)->aDefItem = 2;
