@@ -290,7 +290,8 @@ private:
                                *reinterpret_cast<riders::plugin::Plugin *>(noPlugin_),
                                *reinterpret_cast<riders::keeping::Keeper *>(noKeeper_),
                                {},
-                               machine};
+                               machine,
+                               {}};
     Way way_{};
     restless::Source source_;
     std::ofstream script_;
