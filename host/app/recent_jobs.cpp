@@ -19,7 +19,7 @@ constexpr std::size_t kMost = 9;
 
 fs::path keptIn()
 {
-    return toolbox::folders::preferences() / "recent-jobs";
+    return toolbox::folders::preferences() / "Recent Jobs";
 }
 
 }  // namespace

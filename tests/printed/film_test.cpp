@@ -380,7 +380,7 @@ TEST_F(FilmTest, WrongWordsAreWrongUsage)
                      "expected a frequency from 1 to 999 lines per inch with --frequency, not "
                      "\"abc\""),
           std::tuple("--plate", "Cyan",
-                     "\"Cyan\": expected a colon after the plate's name, as in "
+                     "--plate \"Cyan\": expected a colon after the plate's name, as in "
                      "NAME:LPI@ANGLE,SHAPE"),
           std::tuple("--spot", "roundish",
                      "there is no dot shape and no file \"roundish\"; riders shapes lists the shapes"),
