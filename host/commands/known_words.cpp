@@ -6,8 +6,8 @@
 #include "commands/known_sets.h"
 #include "film/printing/ask_queue.h"
 #include "io/refusal.h"
+#include "make/offers.h"
 #include "plugin/plugin.h"
-#include "plugin/popup_values.h"
 #include "screens/screen_set.h"
 #include "screens/set_file.h"
 #include "screens/shapes.h"
@@ -54,11 +54,11 @@ std::vector<Candidate> queues()
     return words;
 }
 
-template <plugin::Popup popup>
-std::vector<Candidate> popupWords()
+template <make::Offered menu>
+std::vector<Candidate> offered()
 {
     std::vector<Candidate> words;
-    for (const std::string &value : plugin::popupValues(plugin::pluginBesideProgram(), popup))
+    for (const std::string &value : make::offersOf(menu, plugin::pluginBesideProgram()))
         words.push_back({value, {}});
     return words;
 }
@@ -81,16 +81,16 @@ describing::KnownWords words(const char *of, std::vector<Candidate> (*list)())
 
 std::vector<describing::KnownWords> knownWords()
 {
-    using plugin::Popup;
+    using make::Offered;
     return {words("shapes", shapes),
             words("sets", sets),
             words("plates", plates),
             words("queues", queues),
-            words("fonts", popupWords<Popup::font>),
-            words("sizes", popupWords<Popup::size>),
-            words("frequencies", popupWords<Popup::frequency>),
-            words("angles", popupWords<Popup::angle>),
-            words("flatnesses", popupWords<Popup::flatness>)};
+            words("fonts", offered<Offered::fonts>),
+            words("sizes", offered<Offered::sizes>),
+            words("frequencies", offered<Offered::frequencies>),
+            words("angles", offered<Offered::angles>),
+            words("flatnesses", offered<Offered::flatnesses>)};
 }
 
 }  // namespace riders::commands

@@ -10,14 +10,6 @@
 namespace riders::make {
 namespace {
 
-int16_t menuOf(Offered menu)
-{
-    enum { frequencyMenu = 16136, angleMenu = 16137, fontMenu = 16134 };
-    if (menu == Offered::fonts)
-        return fontMenu;
-    return menu == Offered::angles ? angleMenu : frequencyMenu;
-}
-
 // Items that leave the choice to the printer or open a dialog hold no value, nor those of numbers without a digit.
 std::vector<std::string> valuesOf(MenuHandle menu, bool numbers)
 {
@@ -59,7 +51,7 @@ std::vector<std::string> offersOf(Offered offered, const std::filesystem::path &
 {
     const Session session;
     const plugin::ResourceFork fork(plugin);
-    const MenuHandle menu = GetMenu(menuOf(offered));
+    const MenuHandle menu = GetMenu(static_cast<int16_t>(offered));
     if (menu == nullptr)
         throw plugin::PluginError("there is not enough memory for the menus of " + plugin.string());
     return valuesOf(menu, offered != Offered::fonts);

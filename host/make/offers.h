@@ -7,7 +7,8 @@
 
 namespace riders::make {
 
-enum class Offered { frequencies, angles, fonts };
+// By their numbers.
+enum class Offered { fonts = 16134, sizes = 16135, frequencies = 16136, angles = 16137, flatnesses = 16139 };
 
 // The values of that menu, in its order, without units. Starts and stops the Toolbox. Throws what the plug-in's
 // resource fork is refused with.
