@@ -35,7 +35,7 @@ Errand::End Errand::run(const std::string &title, const std::filesystem::path &p
                                                          .temporary = temporary.path(),
                                                          .seconds = day,
                                                          .secondsInAll = day,
-                                                         .megabytes = 1 << 16,
+                                                         .megabytes = 1 << 30,
                                                          .temporaryMegabytes = 1 << 16,
                                                          .folderMegabytes = 1 << 24,
                                                          .line =

@@ -25,13 +25,13 @@ std::string fileOf(const uint8_t *data, size_t size)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size < 2)
-        return 0;
+    // The page's size, and then the file.
+    const size_t head = size < 2 ? size : 2;
+    const int columns = head > 0 ? data[0] : 1, down = head > 1 ? data[1] : 0;
     try {
         // Often as large as the file is.
-        const int columns = data[0],
-                  rows = data[1] % 2 != 0 ? data[1] : static_cast<int>(size) * 2 / (columns + 1);
-        const auto plates = riders::plates::readProcessPlates(fileOf(data + 2, size - 2), columns, rows);
+        const int rows = down % 2 != 0 ? down : static_cast<int>(size) * 2 / (columns + 1);
+        const auto plates = riders::plates::readProcessPlates(fileOf(data + head, size - head), columns, rows);
         for (const riders::plates::BitPlate &plate : plates) {
             if (plates.size() != 4 || plate.width != plates[0].width || plate.height != plates[0].height ||
                 plate.bits.size() != plate.rowBytes * static_cast<size_t>(plate.height))

@@ -285,18 +285,30 @@ std::string wayOut(int dialogID)
     return dialogID == kQuestion ? "press 5" : "press 1";
 }
 
+namespace {
+
+Lines without(const Lines &lines, std::size_t from, std::size_t count)
+{
+    Lines fewer = lines;
+    const auto first = fewer.begin() + static_cast<std::ptrdiff_t>(from);
+    fewer.erase(first, first + static_cast<std::ptrdiff_t>(std::min(count, lines.size() - from)));
+    return fewer;
+}
+
+}  // namespace
+
+// Larger parts first. What is left can still have steps that need each other, as those that open a dialog and close
+// it: of few lines every part is tried.
 Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
 {
-    for (std::size_t size = lines.size() / 2; size > 0; size /= 2)
+    constexpr std::size_t kFew = 12;
+    for (std::size_t size = lines.size() / 2; size > 0; size = size > kFew ? size / 2 : size - 1)
         for (std::size_t at = 0; at < lines.size();) {
-            Lines fewer(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(at));
-            fewer.insert(fewer.end(),
-                         lines.begin() + static_cast<std::ptrdiff_t>(std::min(at + size, lines.size())),
-                         lines.end());
+            const Lines fewer = without(lines, at, size);
             if (fails(fewer))
                 lines = fewer;
             else
-                at += size;
+                at += size > kFew ? size : 1;
         }
     return lines;
 }
