@@ -297,8 +297,8 @@ Lines without(const Lines &lines, std::size_t from, std::size_t count)
 
 }  // namespace
 
-// Larger parts first. What is left can still have steps that need each other, as those that open a dialog and close
-// it: of few lines every part is tried.
+// Larger parts first. What is left can still have steps that need each other, as those that open a dialog and
+// close it: of few lines every part is tried.
 Lines shrunk(Lines lines, const std::function<bool(const Lines &)> &fails)
 {
     constexpr std::size_t kFew = 12;
