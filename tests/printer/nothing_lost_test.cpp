@@ -140,6 +140,8 @@ TEST_F(NothingLostTest, FilmsThatWereMadeAreNotMadeAgain)
 // A disk of two megabytes.
 TEST_F(NothingLostTest, AFullDiskRefusesJobsAndSaysWhy)
 {
+    if (const CommandResult tried = runProgram({"bwrap", "--dev-bind", "/", "/", "true"}); tried.status != 0)
+        GTEST_SKIP() << "no disk can be mounted here: " << tried.err;
     fs::create_directory(folder / "state");
     const OwnService service(
         folder.path(), kNoSandbox,
