@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "printer/own_service.h"
+#include "support/command.h"
 
 namespace fs = std::filesystem;
 
