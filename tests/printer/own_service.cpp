@@ -8,42 +8,12 @@
 #include <stdexcept>
 
 #include "support/command.h"
+#include "support/local_port.h"
 
 namespace fs = std::filesystem;
 
 namespace printer_tests {
 namespace {
-
-sockaddr_in atHome(int port)
-{
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    return address;
-}
-
-int portThatIsFree()
-{
-    const int end = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address = atHome(0);
-    socklen_t size = sizeof address;
-    const bool bound = bind(end, reinterpret_cast<sockaddr *>(&address), size) == 0 &&
-                       getsockname(end, reinterpret_cast<sockaddr *>(&address), &size) == 0;
-    close(end);
-    if (!bound)
-        throw std::runtime_error("no port is free");
-    return ntohs(address.sin_port);
-}
-
-bool answersAt(int port)
-{
-    const int end = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_in address = atHome(port);
-    const bool connected = connect(end, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
-    close(end);
-    return connected;
-}
 
 std::vector<std::string> joined(std::vector<std::string> one, const std::vector<std::string> &other)
 {
@@ -94,7 +64,7 @@ std::string slowJob()
 }
 
 OwnService::OwnService(const fs::path &folder, std::vector<std::string> options, std::vector<std::string> before)
-    : folder_(folder), port_(portThatIsFree())
+    : folder_(folder), port_(freeLocalPort())
 {
     const std::vector<std::string> command = {RIDERS_BINARY_DIR "/riders",
                                               "printer",
@@ -106,7 +76,7 @@ OwnService::OwnService(const fs::path &folder, std::vector<std::string> options,
                                               films()};
     process_ =
         std::make_unique<printing_tests::Started>(joined(joined(before, command), options), folder_ / "log");
-    process_->waitFor([this] { return answersAt(port_); });
+    process_->waitFor([this] { return acceptsAtLocalPort(port_); });
 }
 
 std::string OwnService::uri(const std::string &queue) const
@@ -184,7 +154,7 @@ std::string OwnService::page(const std::string &path, const std::string &form) c
             "\r\n";
     request += "\r\n" + form;
     const int end = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_in address = atHome(port_);
+    const sockaddr_in address = localAddress(port_);
     std::string answer;
     if (connect(end, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0 &&
         ::send(end, request.data(), request.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(request.size())) {

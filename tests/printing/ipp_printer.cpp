@@ -10,6 +10,8 @@
 #include <array>
 #include <stdexcept>
 
+#include "support/local_port.h"
+
 namespace fs = std::filesystem;
 
 namespace printing_tests {
@@ -17,41 +19,10 @@ namespace {
 
 constexpr int kDocumentMilliseconds = 60000;
 
-sockaddr_in localhostAt(int port)
-{
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    return address;
-}
-
-int freePort()
-{
-    const int end = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address = localhostAt(0);
-    socklen_t size = sizeof address;
-    const bool bound = bind(end, reinterpret_cast<sockaddr *>(&address), size) == 0 &&
-                       getsockname(end, reinterpret_cast<sockaddr *>(&address), &size) == 0;
-    close(end);
-    if (!bound)
-        throw std::runtime_error("no port is free");
-    return ntohs(address.sin_port);
-}
-
-bool accepts(int port)
-{
-    const int end = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_in address = localhostAt(port);
-    const bool connected = connect(end, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
-    close(end);
-    return connected;
-}
-
 }  // namespace
 
 IppPrinter::IppPrinter(const std::string &formats)
-    : port_(freePort()), watch_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
+    : port_(freeLocalPort()), watch_(inotify_init1(IN_CLOEXEC | IN_NONBLOCK))
 {
     fs::create_directory(folder_ / "kept");
     inotify_add_watch(watch_, (folder_ / "kept").c_str(), IN_CLOSE_WRITE);
@@ -59,7 +30,7 @@ IppPrinter::IppPrinter(const std::string &formats)
         std::vector<std::string>{"ippeveprinter", "-p", std::to_string(port_), "-n", "localhost", "-r", "off",
                                  "-k", "-d", folder_ / "kept", "-f", formats, "Test"},
         folder_ / "out", std::vector<std::string>{"LD_PRELOAD=" RIDERS_NO_ANNOUNCING});
-    process_->waitFor([this] { return accepts(port_); });
+    process_->waitFor([this] { return acceptsAtLocalPort(port_); });
 }
 
 IppPrinter::~IppPrinter()
