@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "apply/comment_words.h"
 #include "apply/markers.h"
 #include "io/refusal.h"
 
@@ -88,24 +89,6 @@ private:
     size_t at_;
     LineEnd lf_, cr_;
 };
-
-// True for "%%Word", "%%Word: ..." and "%%Word ...", not for "%%Words".
-bool isComment(std::string_view text, std::string_view word)
-{
-    if (!text.starts_with(word))
-        return false;
-    text.remove_prefix(word.size());
-    return text.empty() || text[0] == ':' || text[0] == ' ' || text[0] == '\t';
-}
-
-std::string_view nextWord(std::string_view &text)
-{
-    const size_t start = std::min(text.find_first_not_of(": \t"), text.size());
-    const size_t end = std::min(text.find_first_of(" \t", start), text.size());
-    const std::string_view word = text.substr(start, end - start);
-    text.remove_prefix(end);
-    return word;
-}
 
 // The lines of the job itself: those of embedded documents and of data
 // sections are left out.

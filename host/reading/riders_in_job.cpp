@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "apply/comment_words.h"
 #include "apply/markers.h"
 #include "apply/riders_file.h"
 #include "reading/window.h"
@@ -9,24 +10,10 @@
 namespace riders::reading {
 namespace {
 
+using apply::isComment;
+using apply::nextWord;
+
 constexpr std::size_t kLineSeen = 64 << 10;  // of a longer line only the beginning is looked at
-
-bool isComment(std::string_view text, std::string_view word)
-{
-    if (!text.starts_with(word))
-        return false;
-    text.remove_prefix(word.size());
-    return text.empty() || text[0] == ':' || text[0] == ' ' || text[0] == '\t';
-}
-
-std::string_view nextWord(std::string_view &text)
-{
-    const std::size_t start = std::min(text.find_first_not_of(": \t"), text.size());
-    const std::size_t end = std::min(text.find_first_of(" \t", start), text.size());
-    const std::string_view word = text.substr(start, end - start);
-    text.remove_prefix(end);
-    return word;
-}
 
 std::size_t lineEndsIn(std::string_view text)
 {
