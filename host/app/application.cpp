@@ -3,8 +3,10 @@
 #include <random>
 
 #include "app/ask_file.h"
+#include "app/trash_instead.h"
 #include "app/words.h"
 #include "io/refusal.h"
+#include "remaking/remake.h"
 #include "settings/saved_settings.h"
 #include "toolbox/files.h"
 #include "toolbox/host/dropped_files.h"
@@ -39,6 +41,20 @@ void finishSavedSettings(const plugin::Plugin &plugin)
             .finishEarlier();
     } catch (const io::Refusal &) {
     }
+}
+
+// What is not as this version writes it may have more in it than could be read.
+bool mayRemake(const remaking::ReadRiders &riders)
+{
+    return riders.choices.exact || ask(Question::goOn, words(Words::notExact, {riders.file.filename().string()}));
+}
+
+bool mayLeaveOut(const std::vector<std::string> &values)
+{
+    std::string all;
+    for (const std::string &value : values)
+        all += (all.empty() ? "" : ", ") + value;
+    return all.empty() || ask(Question::goOn, words(Words::notInDialog, {all}));
 }
 
 }  // namespace
@@ -115,9 +131,42 @@ void Application::sayWhatWasMade()
     if (!document_ && start_)
         return start_->say(words(Words::madeIn, {name, folder}));
     if (document_ && document_->showsRiders())
-        return open(made);
-    if (document_ && document_->canAdd() && askToAdd(words(Words::addMade, {name, folder, document_->name()})))
+        open(made);
+    if (!document_ || document_->showsRiders() || !document_->canAdd())
+        return showNote(words(Words::madeIn, {name, folder}));
+    if (ask(Question::add, words(Words::addMade, {name, folder, document_->name()})))
         document_->addThis(made);
+}
+
+void Application::changeRiders()
+{
+    try {
+        const remaking::Change change(plugin_, remaking::readRiders(document_->tried()));
+        useOwnResources();
+        if (!mayRemake(change.riders()) || !mayLeaveOut(change.leftOut()))
+            return;
+        keeper_.propose(document_->tried());
+        change.run(keeper_);
+    } catch (const io::Refusal &refusal) {
+        return showProblem(inPlainWords(refusal.message, document_->tried().parent_path()));
+    }
+    useOwnResources();
+    sayWhatWasMade();
+}
+
+void Application::makeRidersAgain()
+{
+    const std::filesystem::path file = document_->tried();
+    try {
+        const remaking::ReadRiders riders = remaking::readRiders(file);
+        if (!mayRemake(riders))
+            return;
+        remaking::makeAgain(riders);
+    } catch (const io::Refusal &refusal) {
+        return showProblem(inPlainWords(refusal.message, file.parent_path()));
+    }
+    open(file);
+    showNote(words(Words::madeAgain, {file.filename().string(), file.parent_path().filename().string()}));
 }
 
 void Application::letPluginIdle()
@@ -126,9 +175,27 @@ void Application::letPluginIdle()
     useOwnResources();
 }
 
+void Application::sayInStart(const std::string &line)
+{
+    if (!document_ && start_)
+        start_->say(line);
+}
+
+// Beside the job, by its name.
+std::filesystem::path Application::proposedRiders() const
+{
+    if (!document_ || document_->showsRiders())
+        return words(Words::newRiders);
+    return std::filesystem::path(document_->job()).replace_extension(".riders");
+}
+
 void Application::callPlugin(int selector, int command)
 {
-    keeper_.call(selector, command);
+    keeper_.propose(proposedRiders());
+    {
+        const TrashInstead trash([this](const std::string &said) { sayInStart(said); });
+        keeper_.call(selector, command);
+    }
     useOwnResources();
     if (selector == kSelectCommand && command == kCommandSettings)
         sayWhatWasMade();
@@ -186,9 +253,10 @@ bool Application::menuEvent(const EventRecord &event)
 
 void Application::updateMenus()
 {
-    Offers offers{recent_.names(), {}};
+    Offers offers{recent_.names(), {}, false};
     if (document_) {
         const JobView &view = document_->view();
+        offers.riders = document_->showsRiders();
         offers.job = Offers::Job{.add = document_->canAdd(),
                                  .takeOut = document_->canTakeOut(),
                                  .save = document_->canSave(),
@@ -238,6 +306,10 @@ void Application::carryOut(const Command &command)
         return display_->setDepth(command.number);
     case Command::Kind::recent:
         return openRecent(command.number);
+    case Command::Kind::change:
+        return changeRiders();
+    case Command::Kind::makeAgain:
+        return makeRidersAgain();
     case Command::Kind::add:
         return document_->add();
     case Command::Kind::takeOut:
@@ -281,7 +353,8 @@ void Application::open(const std::filesystem::path &job)
         }
         document_.emplace(job,
                           Document::Surroundings{[this](const EventRecord &event) { return menuEvent(event); },
-                                                 [this] { idle(); }, waitsForPictures_});
+                                                 [this] { idle(); }, [this] { changeRiders(); },
+                                                 [this] { makeRidersAgain(); }, waitsForPictures_});
     } catch (const io::Refusal &refusal) {
         return showProblem(refusal.message);
     }

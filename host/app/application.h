@@ -55,6 +55,11 @@ private:
     void callPlugin(int selector, int command = 0);
     void useOwnResources() const;
     void sayWhatWasMade();
+    void sayInStart(const std::string &line);
+    // Of a riders file that is shown.
+    void changeRiders();
+    void makeRidersAgain();
+    std::filesystem::path proposedRiders() const;
     Output outputOf(Document &document) const;
     void handleStart(const EventRecord &event);
     void updateMenus();

@@ -1,8 +1,15 @@
 #include "app/ask_file.h"
 
+#include <utility>
+
+#include "app/dialog_items.h"
+#include "app/file_kinds.h"
+#include "app/focus.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/listed_files.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
+#include "toolbox/keys.h"
 #include "toolbox/standardfile.h"
 
 namespace fs = std::filesystem;
@@ -12,18 +19,69 @@ namespace {
 
 enum { jobDialog = 1001, ridersDialog = 1002, saveDialog = 1003 };
 constexpr int16_t kAllTypes = -1;
+constexpr int16_t allFilesSwitch = 10;
 
 fs::path chosen(const SFReply &reply)
 {
     return reply.good ? toolbox::folders::pathOf(reply.vRefNum, 0, reply.fName) : fs::path();
 }
 
-fs::path askToOpen(int dialog, int16_t typeCount, const OSType *types)
+// The switch that lists all files, in the dialog that is open. It has the focus after Tab.
+struct Kinds {
+    toolbox::ListedFilesProc wanted;
+    bool all = false, focus = false;
+};
+Kinds kinds;
+
+void drawSwitch(DialogPtr dialog)
+{
+    setCheckbox(dialog, allFilesSwitch, kinds.all);
+    drawFocus(dialog, allFilesSwitch, kinds.focus);
+}
+
+void listWanted()
+{
+    toolbox::setListedFiles(kinds.all ? nullptr : kinds.wanted);
+}
+
+int16_t switchHook(int16_t item, DialogPtr dialog)
+{
+    if (item != allFilesSwitch)
+        return item;
+    kinds.all = !kinds.all;
+    drawSwitch(dialog);
+    listWanted();
+    toolbox::listFilesAgain();
+    return 0;
+}
+
+// Space belongs to names while the switch has not the focus.
+Boolean switchFilter(DialogPtr dialog, EventRecord *event, int16_t *hit)
+{
+    if (event->what != keyDown || event->modifiers & cmdKey)
+        return false;
+    const auto character = static_cast<int>(event->message & charCodeMask);
+    if (character == ' ' && kinds.focus) {
+        *hit = allFilesSwitch;
+        return true;
+    }
+    if (character != toolbox::key::tab)
+        return false;
+    kinds.focus = !kinds.focus;
+    drawSwitch(dialog);
+    *hit = 0;
+    return true;
+}
+
+fs::path askToOpen(int dialog, toolbox::ListedFilesProc wanted)
 {
     const Str255 none = {0};
     SFReply reply;
-    SFPGetFile(centered('DLOG', dialog), none, nullptr, typeCount, types, nullptr, &reply,
-               static_cast<int16_t>(dialog), nullptr);
+    kinds = {std::move(wanted)};
+    listWanted();
+    SFPGetFile(centered('DLOG', dialog), none, nullptr, kAllTypes, nullptr, switchHook, &reply,
+               static_cast<int16_t>(dialog), switchFilter);
+    toolbox::setListedFiles({});
     return chosen(reply);
 }
 
@@ -31,13 +89,12 @@ fs::path askToOpen(int dialog, int16_t typeCount, const OSType *types)
 
 fs::path askForJob()
 {
-    return askToOpen(jobDialog, kAllTypes, nullptr);
+    return askToOpen(jobDialog, isJobFile);
 }
 
 fs::path askForRiders()
 {
-    const OSType text = 'TEXT';
-    return askToOpen(ridersDialog, 1, &text);
+    return askToOpen(ridersDialog, isRidersFile);
 }
 
 fs::path askWhereToSave(Words prompt, const fs::path &proposed)

@@ -123,6 +123,11 @@ void enableButton(DialogPtr dialog, int16_t number, bool enabled)
         HiliteControl(buttonOf(dialog, number), wanted);
 }
 
+void setCheckbox(DialogPtr dialog, int16_t number, bool on)
+{
+    SetCtlValue(buttonOf(dialog, number), on ? 1 : 0);
+}
+
 void drawOutline(DialogPtr dialog, int16_t outline, int16_t button)
 {
     if (!reinterpret_cast<WindowPeek>(dialog)->visible)

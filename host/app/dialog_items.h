@@ -36,6 +36,7 @@ void setTitle(DialogPtr dialog, int16_t item, const std::string &title);
 // False for a dimmed button.
 bool canBePressed(DialogPtr dialog, int16_t item);
 void enableButton(DialogPtr dialog, int16_t item, bool enabled);
+void setCheckbox(DialogPtr dialog, int16_t item, bool on);
 // Draws the outline of the default button, grey while the button is dimmed.
 // Nothing while the dialog is hidden.
 void drawOutline(DialogPtr dialog, int16_t outline, int16_t button);

@@ -12,6 +12,8 @@
 #include "io/plain_text.h"
 #include "io/refusal.h"
 #include "plugin/resource_fork.h"
+#include "reading/choices_in_words.h"
+#include "remaking/remake.h"
 #include "toolbox/host/draw_pixels.h"
 #include "toolbox/host/session.h"
 #include "toolbox/host/standardfile_folder.h"
@@ -27,15 +29,6 @@ namespace {
 constexpr int16_t kWindowID = 1000;
 
 Document *current = nullptr;
-
-// Without the folders, which the person knows.
-std::string inPlainWords(std::string problem, const fs::path &folder)
-{
-    const std::string prefix = folder.string() + "/";
-    for (size_t at; !folder.empty() && (at = problem.find(prefix)) != problem.npos;)
-        problem.erase(at, prefix.size());
-    return problem;
-}
 
 // What was a file when it was chosen may be a pipe by now, and a window does not wait for one.
 void requireFile(const fs::path &file)
@@ -59,6 +52,21 @@ void requireRiders(const fs::path &file)
         throw io::Refusal(words(Words::noRidersFile, {file.filename().string()}));
 }
 
+// As many lines as the window has.
+std::vector<std::string> choicesOf(const fs::path &riders)
+{
+    const reading::Choices read = remaking::readRiders(riders).choices;
+    std::vector<std::string> lines = reading::choicesInLines(read);
+    if (!read.whole)
+        lines.push_back(words(Words::cutOff));
+    if (lines.size() > kMostChoices) {
+        const std::size_t more = lines.size() - kMostChoices + 1;
+        lines.resize(kMostChoices - 1);
+        lines.push_back(words(Words::andMore, {std::to_string(more)}));
+    }
+    return lines;
+}
+
 toolbox::Display mainDisplay()
 {
     return toolbox::machine().displays().front();
@@ -68,7 +76,7 @@ toolbox::Display mainDisplay()
 
 Document::Document(const fs::path &job, Surroundings surroundings)
     : surroundings_(std::move(surroundings)), view_(surroundings_.waitsForPictures),
-      focus_({pageItem, previousButton, nextButton, addButton, takeOutButton, closeButton})
+      focus_({pageItem, previousButton, nextButton, againButton, addButton, takeOutButton, closeButton})
 {
     open(job);
     makeWindow();
@@ -95,6 +103,7 @@ void Document::open(const fs::path &job)
     job_ = path;
     tried_.clear();
     tints_.reset();
+    choices_.clear();
     view_.show(job_, tried_, static_cast<int>(summary_.comments.pages.value_or(0)));
     if (dialog_)
         show();
@@ -107,6 +116,7 @@ void Document::openRiders(const fs::path &riders)
     io::writeFile(job_, viewing::kTints);
     summary_ = summaryOf(job_);
     tried_ = riders;
+    choices_ = choicesOf(riders);
     view_.show(job_, tried_, 1);
     if (dialog_)
         show();
@@ -145,7 +155,11 @@ void Document::layOut()
 {
     const toolbox::Display display = mainDisplay();
     display_ = display.bounds;
-    view_.setRoom(app::layOut(dialog_, display));
+    linesLaidOut_ = static_cast<int>(choices_.size());
+    view_.setRoom(app::layOut(dialog_, display, linesLaidOut_));
+    const PortOf port(dialog_);
+    EraseRect(&dialog_->portRect);
+    InvalRect(&dialog_->portRect);
 }
 
 void Document::show()
@@ -153,6 +167,24 @@ void Document::show()
     Str255 title;
     toolbox::setPascal(title, toolbox::romanFromUtf8Lossy(io::plainText(name())));
     SetWTitle(dialog_, title);
+    if (linesLaidOut_ != static_cast<int>(choices_.size()))
+        layOut();
+    if (showsRiders())
+        showChoices();
+    else
+        showComments();
+    setTitle(dialog_, addButton, words(showsRiders() ? Words::addToJob : Words::addRiders));
+    enableButton(dialog_, addButton, canAdd());
+    setTitle(dialog_, takeOutButton, words(showsRiders() ? Words::change : Words::takeItOut));
+    enableButton(dialog_, takeOutButton, showsRiders() || canTakeOut());
+    enableButton(dialog_, againButton, showsRiders());
+    drawOutline(dialog_, outlineItem, addButton);
+    showView();
+}
+
+void Document::showComments()
+{
+    setItemText(dialog_, titleLabel, words(Words::titleLabel));
     const JobComments &comments = summary_.comments;
     setItemText(dialog_, titleText, comments.title.empty() ? words(Words::notStated) : comments.title);
     const int counted = view_.pages();
@@ -161,15 +193,17 @@ void Document::show()
                 : counted > 0  ? std::to_string(counted)
                                : words(Words::notStated));
     setItemText(dialog_, ridersText,
-                showsRiders()        ? tried_.filename().string()
-                : !tried_.empty()    ? words(Words::triedNotSaved, {tried_.filename().string()})
+                !tried_.empty()      ? words(Words::triedNotSaved, {tried_.filename().string()})
                 : summary_.hasRiders ? words(Words::inThisJob)
                                      : words(Words::none));
-    setTitle(dialog_, addButton, words(showsRiders() ? Words::addToJob : Words::addRiders));
-    enableButton(dialog_, addButton, canAdd());
-    enableButton(dialog_, takeOutButton, canTakeOut());
-    drawOutline(dialog_, outlineItem, addButton);
-    showView();
+}
+
+void Document::showChoices()
+{
+    setItemText(dialog_, titleLabel, words(Words::choosesLabel));
+    for (std::size_t i = 0; i < kMostChoices; ++i)
+        setItemText(dialog_, static_cast<int16_t>(firstChoiceText + static_cast<int>(i)),
+                    i < choices_.size() ? choices_[i] : "");
 }
 
 std::string Document::pageWords() const
@@ -217,7 +251,9 @@ void Document::hit(int16_t item)
     case addButton:
         return add();
     case takeOutButton:
-        return takeOut();
+        return showsRiders() ? surroundings_.change() : takeOut();
+    case againButton:
+        return surroundings_.makeAgain();
     case previousButton:
         return turn(-1);
     case nextButton:

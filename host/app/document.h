@@ -20,6 +20,8 @@ public:
         std::function<bool(const EventRecord &)> menuEvent;
         // Called while the person does nothing.
         std::function<void()> idle;
+        // What a riders file's own buttons do.
+        std::function<void()> change, makeAgain;
         // Whether pictures are waited for, since no real time passes.
         bool waitsForPictures = false;
     };
@@ -65,6 +67,8 @@ private:
     void makeWindow();
     void layOut();
     void show();
+    void showComments();
+    void showChoices();
     void draw(int16_t item);
     void drawPage(const Rect &box);
     void drawDots(const Rect &box, const viewing::Dots *dots, bool wanted);
@@ -78,6 +82,8 @@ private:
 
     std::filesystem::path job_, tried_;
     std::optional<io::PrivateFolder> tints_;
+    std::vector<std::string> choices_;  // of a riders file, a line each
+    int linesLaidOut_ = -1;
     JobSummary summary_;
     Surroundings surroundings_;
     JobView view_;

@@ -13,7 +13,8 @@ namespace {
 constexpr int kMargin = 16, kGap = 12, kLine = 16, kButton = 20;
 constexpr int kFrame = 26;  // of the window above and below
 constexpr int kLeastWidth = 480, kLeastHeight = 284, kMostWidth = 1000, kMostHeight = 700;
-constexpr int kLabel = 84;
+constexpr int kLabel = 84, kRow = 18;
+constexpr int kAway = -600;  // where what is not shown lies
 
 Rect at(int left, int top, int width, int height)
 {
@@ -30,31 +31,38 @@ void placeButtons(DialogPtr dialog, int width, int height)
     placeItem(dialog, closeButton, at(right - 344, top, 70, kButton));
 }
 
-void placePage(DialogPtr dialog, int width, int height)
+// A riders file has one page, of tints.
+void placePage(DialogPtr dialog, int width, int height, bool riders)
 {
-    const int row = height - kMargin - kButton;
+    const int row = height - kMargin - kButton, turning = riders ? kAway : kMargin;
     placeItem(dialog, pageItem, at(kMargin, kMargin, width, row - kGap - kMargin));
-    placeItem(dialog, previousButton, at(kMargin, row, 24, kButton));
-    placeItem(dialog, nextButton, at(kMargin + 30, row, 24, kButton));
+    placeItem(dialog, previousButton, at(turning, row, 24, kButton));
+    placeItem(dialog, nextButton, at(turning + 30, row, 24, kButton));
+    placeItem(dialog, againButton, at(riders ? kMargin : kAway, row, 100, kButton));
     // On the smallest displays there is no room for it.
     constexpr int least = 76;
     placeItem(dialog, pageText,
-              at(width - 64 < least ? -500 : kMargin + 64, row + 2, std::max(width - 64, least), kLine));
+              at(width - 64 < least ? kAway : turning + 64, row + 2, std::max(width - 64, least), kLine));
 }
 
-void placeComments(DialogPtr dialog, int left, int width)
+void placeComments(DialogPtr dialog, int left, int width, int choices)
 {
     for (int16_t i = 0; i < 3; ++i) {
-        placeItem(dialog, static_cast<int16_t>(titleLabel + i), at(left, kMargin + 18 * i, kLabel, kLine));
+        const int shown = choices == 0 ? left : kAway;
+        placeItem(dialog, static_cast<int16_t>(titleLabel + i),
+                  at(i == 0 ? left : shown, kMargin + kRow * i, kLabel, kLine));
         placeItem(dialog, static_cast<int16_t>(titleText + i),
-                  at(left + kLabel, kMargin + 18 * i, width - kLabel, kLine));
+                  at(shown + kLabel, kMargin + kRow * i, width - kLabel, kLine));
     }
+    for (int16_t i = 0; i < kMostChoices; ++i)
+        placeItem(dialog, static_cast<int16_t>(firstChoiceText + i),
+                  at((i < choices ? left : kAway) + kLabel, kMargin + kRow * i, width - kLabel, kLine));
 }
 
-// Below the comments, above the buttons. Returns the side of the two boxes.
-int placeDots(DialogPtr dialog, int left, int width, int height)
+// Below the lines at the top, above the buttons. Returns the side of the two boxes.
+int placeDots(DialogPtr dialog, int left, int width, int height, int lines)
 {
-    constexpr int top = kMargin + 3 * 18 + 8;
+    const int top = kMargin + lines * kRow + 8;
     const int bottom = height - kMargin - kButton - kGap;
     const int words = bottom - top > 260 ? 7 * kLine : 5 * kLine;
     const int side = std::min((width - kGap) / 2, bottom - top - kLine - 10 - words);
@@ -70,7 +78,7 @@ int placeDots(DialogPtr dialog, int left, int width, int height)
 
 }  // namespace
 
-RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display)
+RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display, int choices)
 {
     const int room = display.bounds.right - display.bounds.left;
     const int tall = display.bounds.bottom - display.bounds.top - toolbox::menuBarHeight;
@@ -85,9 +93,9 @@ RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display)
                                     std::max(tall - kFrame - height, 0) / 3),
                false);
     placeButtons(dialog, width, height);
-    placePage(dialog, pageWidth, height);
-    placeComments(dialog, left, right);
-    const int side = placeDots(dialog, left, right, height);
+    placePage(dialog, pageWidth, height, choices > 0);
+    placeComments(dialog, left, right, choices);
+    const int side = placeDots(dialog, left, right, height, choices > 0 ? choices : 3);
     const Rect page = itemBox(dialog, pageItem);
     return {(page.right - page.left - 2) * display.scale, (page.bottom - page.top - 2) * display.scale,
             (side - 2) * display.scale, (side - 2) * display.scale};

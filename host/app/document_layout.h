@@ -26,11 +26,17 @@ enum DocumentItem : int16_t {
     factsText,
     previousButton,
     nextButton,
-    pageText
+    pageText,
+    firstChoiceText,
+    againButton = firstChoiceText + 8
 };
 
-// Sizes and places the window and its items for the display. Returns the room there is for pictures.
-RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display);
+// Lines of what a riders file chooses; more are not shown.
+inline constexpr int kMostChoices = againButton - firstChoiceText;
+
+// Sizes and places the window and its items for the display: with so many lines of what a riders file chooses, or,
+// with 0, as the window of a job. Returns the room there is for pictures.
+RoomForPictures layOut(DialogPtr dialog, const toolbox::Display &display, int choices);
 
 // Where the page lies in its item, and the dots in theirs, so that each of their pixels is one of the display's,
 // or so many as they are enlarged to.

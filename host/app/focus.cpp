@@ -15,15 +15,6 @@ Rect frameOf(DialogPtr dialog, int16_t item)
     return frame;
 }
 
-void drawFrame(const Rect &frame)
-{
-    PenNormal();
-    PenPat(&qd.gray);
-    PenSize(2, 2);
-    FrameRect(&frame);
-    PenNormal();
-}
-
 }  // namespace
 
 bool Focus::key(DialogPtr dialog, const EventRecord &event, int16_t *itemHit)
@@ -63,15 +54,25 @@ void Focus::moveTo(DialogPtr dialog, int16_t item)
         EraseRect(&left);
         InvalRect(&left);
     }
-    drawFrame(frameOf(dialog, item_));
+    drawFocus(dialog, item_, true);
 }
 
 void Focus::draw(DialogPtr dialog) const
 {
     if (item_ == 0 || !reinterpret_cast<WindowPeek>(dialog)->visible)
         return;
+    drawFocus(dialog, item_, true);
+}
+
+void drawFocus(DialogPtr dialog, int16_t item, bool focus)
+{
     const PortOf port(dialog);
-    drawFrame(frameOf(dialog, item_));
+    const Rect frame = frameOf(dialog, item);
+    PenNormal();
+    PenPat(focus ? &qd.gray : &qd.white);
+    PenSize(2, 2);
+    FrameRect(&frame);
+    PenNormal();
 }
 
 }  // namespace riders::app

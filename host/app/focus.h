@@ -26,4 +26,7 @@ private:
     int16_t item_ = 0;
 };
 
+// The frame around an item that has the focus, or the place where it was.
+void drawFocus(DialogPtr dialog, int16_t item, bool focus);
+
 }  // namespace riders::app

@@ -1,5 +1,6 @@
 #include "app/menus.h"
 
+#include "app/words.h"
 #include "toolbox/host/text.h"
 
 namespace riders::app {
@@ -43,6 +44,16 @@ void setText(const std::string &utf8, Str255 text)
     toolbox::setPascal(text, toolbox::romanFromUtf8Lossy(utf8));
 }
 
+// As it stands, without AppendMenu's notation.
+void append(MenuHandle menu, const std::string &utf8)
+{
+    Str255 text;
+    setText("x", text);
+    AppendMenu(menu, text);
+    setText(utf8, text);
+    SetItem(menu, CountMItems(menu), text);
+}
+
 }  // namespace
 
 Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::optional<DisplaySettings> &display)
@@ -60,7 +71,8 @@ Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::option
     DrawMenuBar();
 }
 
-// Under the heading of the first one: a plug-in has only one heading.
+// Under the heading of the first one: a plug-in has only one heading. After them what the program itself does with a
+// riders file.
 void Menus::addCommands()
 {
     if (commands_.empty())
@@ -68,12 +80,14 @@ void Menus::addCommands()
     Str255 text;
     setText(commands_.front().group, text);
     MenuHandle menu = NewMenu(pluginMenu, text);
-    for (std::size_t i = 0; menu && i < commands_.size(); ++i) {
-        setText("x", text);
-        AppendMenu(menu, text);
-        setText(commands_[i].text, text);  // as it stands, without AppendMenu's notation
-        SetItem(menu, static_cast<int16_t>(i + 1), text);
-    }
+    if (!menu)
+        return;
+    for (const plugin::MenuCommand &command : commands_)
+        append(menu, command.text);
+    setText("-", text);
+    AppendMenu(menu, text);
+    append(menu, words(Words::change));
+    append(menu, words(Words::makeAgain));
     InsertMenu(menu, 0);
 }
 
@@ -95,6 +109,10 @@ void Menus::update(const Offers &offers)
         enable(view, static_cast<int16_t>(firstDpiItem + i), offers.job.has_value());
         CheckItem(view, static_cast<int16_t>(firstDpiItem + i), job.dpi == kDpis[i]);
     }
+    if (MenuHandle riders = GetMHandle(pluginMenu)) {
+        enable(riders, static_cast<int16_t>(firstOfRiders() + 1), offers.riders);
+        enable(riders, static_cast<int16_t>(firstOfRiders() + 2), offers.riders);
+    }
     if (offers.recent != recent_)
         updateRecent(offers.recent);
     if (!display_)
@@ -105,15 +123,20 @@ void Menus::update(const Offers &offers)
         CheckItem(display, static_cast<int16_t>(firstDepthItem + i), display_->depth() == kDepths[i]);
 }
 
+// The divider after the plug-in's commands.
+int Menus::firstOfRiders() const
+{
+    return static_cast<int>(commands_.size()) + 1;
+}
+
 // A menu's items cannot be taken away, but it can be loaded anew.
 void Menus::updateRecent(const std::vector<std::string> &names)
 {
     Str255 text;
     MenuHandle menu = GetMHandle(recentMenu);
     for (std::size_t i = 0; i < names.size(); ++i) {
-        setText("x", text);
         if (static_cast<std::size_t>(CountMItems(menu)) <= i)
-            AppendMenu(menu, text);
+            append(menu, names[i]);
         setText(names[i], text);
         SetItem(menu, static_cast<int16_t>(i + 1), text);
     }
@@ -130,6 +153,8 @@ Command Menus::chosen(int32_t choice) const
     case fileMenu:
         return {item == openItem ? Kind::open : item == closeItem ? Kind::close : Kind::quit};
     case pluginMenu:
+        if (item > firstOfRiders())
+            return {item == firstOfRiders() + 1 ? Kind::change : Kind::makeAgain};
         return {Kind::plugin, commands_.at(static_cast<std::size_t>(item - 1)).number};
     case jobMenu:
         return {item == addItem       ? Kind::add

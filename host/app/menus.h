@@ -16,7 +16,7 @@ namespace riders::app {
 struct Command {
     enum class Kind {
         none, about, open, close, quit, plugin, fullScreen, depth,
-        recent, add, takeOut, save, proof, print, page, enlarge, dpi
+        recent, change, makeAgain, add, takeOut, save, proof, print, page, enlarge, dpi
     };
     Kind kind = Kind::none;
     int number = 0;
@@ -30,6 +30,7 @@ struct Offers {
     };
     std::vector<std::string> recent;  // names, UTF-8
     std::optional<Job> job;           // where one is open
+    bool riders = false;              // it is a riders file
 };
 
 class Menus {
@@ -45,6 +46,7 @@ public:
 
 private:
     void addCommands();
+    int firstOfRiders() const;
     void updateRecent(const std::vector<std::string> &names);
 
     const std::vector<plugin::MenuCommand> &commands_;

@@ -12,7 +12,7 @@ namespace riders::app {
 namespace {
 
 constexpr int16_t kStringList = 1000;
-constexpr int16_t kProblemAlert = 1010, kAddAlert = 1011, kNoteAlert = 1012;
+constexpr int16_t kProblemAlert = 1010, kNoteAlert = 1012;
 
 // Both kinds of template begin with the bounds.
 struct Bounds {
@@ -55,6 +55,14 @@ std::string words(Words which, const std::vector<std::string> &parts)
     return all;
 }
 
+std::string inPlainWords(std::string problem, const std::filesystem::path &folder)
+{
+    const std::string prefix = folder.string() + "/";
+    for (size_t at; !folder.empty() && (at = problem.find(prefix)) != problem.npos;)
+        problem.erase(at, prefix.size());
+    return problem;
+}
+
 Point centered(ResType type, int id)
 {
     Rect display = qd.screenBits.bounds;
@@ -81,11 +89,12 @@ static Boolean questionFilter(DialogPtr alert, EventRecord *event, int16_t *hit)
     return *hit != 0 && pressByKey(alert, *hit);
 }
 
-bool askToAdd(const std::string &text)
+bool ask(Question question, const std::string &text)
 {
+    const auto alert = static_cast<int16_t>(question);
     setText0(text);
-    center(kAddAlert);
-    return NoteAlert(kAddAlert, questionFilter) == ok;
+    center(alert);
+    return NoteAlert(alert, questionFilter) == ok;
 }
 
 void showNote(const std::string &text)

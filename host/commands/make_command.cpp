@@ -3,7 +3,6 @@
 #include <iostream>
 #include <memory>
 
-#include "commands/choices_in_words.h"
 #include "commands/chosen_screens.h"
 #include "commands/explained.h"
 #include "commands/standard_input.h"
@@ -18,6 +17,7 @@
 #include "plugin/plugin.h"
 #include "proof/request.h"
 #include "reading/choices_in.h"
+#include "reading/choices_in_words.h"
 #include "screens/number_text.h"
 #include "screens/screen_limits.h"
 
@@ -58,7 +58,7 @@ std::string saidOf(const make::MakeRequest &request, const MakeWords &words,
     if (words.json)
         return madeInJson(request, plates, explained);
     const std::string whole =
-        words.verbose ? choicesInWords(reading::choicesIn(io::contentsOf(request.output))) : "";
+        words.verbose ? reading::choicesInWords(reading::choicesIn(io::contentsOf(request.output))) : "";
     return (words.quiet ? "" : madeInWords(request, plates)) + whole + explained;
 }
 

@@ -4,11 +4,12 @@
 
 #include "apply/job_structure.h"
 #include "apply/riders_file.h"
-#include "commands/choices_in_words.h"
+#include "commands/choices_in_json.h"
 #include "commands/standard_output.h"
 #include "io/json.h"
 #include "io/refusal.h"
 #include "reading/choices_in.h"
+#include "reading/choices_in_words.h"
 #include "reading/riders_in_job.h"
 
 namespace riders::commands {
@@ -48,7 +49,7 @@ std::string showRiders(const ShowRequest &request, const std::string &name, cons
                                                   {"kind", io::jsonText("riders")},
                                                   {"riders", io::jsonArray({choicesInJson(choices, {})})}}) +
                                       "\n"
-                                : name + ": a riders file\n" + choicesInWords(choices));
+                                : name + ": a riders file\n" + reading::choicesInWords(choices));
     const std::string problem = problemOf(choices);
     return failed.empty() && !problem.empty() ? name + ": " + problem : failed;
 }
@@ -89,7 +90,7 @@ std::string showJob(const ShowRequest &request, const io::OpenFile &in, const st
     for (const RidersInJob &found : reading::ridersInJob(in, start)) {
         const Choices choices = reading::choicesIn(found.riders);
         values.push_back(inJson(found, choices));
-        words += in.name() + ": a riders file in " + whereInWords(found) + "\n" + choicesInWords(choices);
+        words += in.name() + ": a riders file in " + whereInWords(found) + "\n" + reading::choicesInWords(choices);
         if (problem.empty() && (found.damaged || !choices.whole))
             problem = in.name() + ": the riders file in line " + std::to_string(found.line) + " " +
                       (choices.whole ? "is damaged: it was changed after it was added" : problemOf(choices));

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "io/private_folder.h"
 #include "io/refusal.h"
 #include "toolbox/host/failed_changes.h"
 #include "toolbox/host/folders.h"
@@ -23,16 +24,18 @@ std::string settingsNameOf(const plugin::Plugin &plugin)
 // Where the plug-in finds the settings and saves its file, for one call.
 class Places {
 public:
-    Places(const fs::path &settings, toolbox::SavePlaceProc savePlace)
+    Places(const fs::path &settings, toolbox::SavePlaceProc savePlace, const fs::path &proposed)
         : before_(toolbox::folders::preferences())
     {
         toolbox::folders::usePreferences(settings);
         toolbox::setSavePlace(std::move(savePlace));
+        toolbox::proposeToSave(proposed);
     }
     ~Places()
     {
         toolbox::folders::usePreferences(before_);
         toolbox::setSavePlace({});
+        toolbox::proposeToSave({});
     }
     Places(const Places &) = delete;
 
@@ -47,19 +50,49 @@ Keeper::Keeper(plugin::Plugin &plugin, Say say)
 {
 }
 
+void Keeper::begin()
+{
+    toolbox::forgetFailedChanges();
+    made_.reset();
+    lastMade_.clear();
+}
+
 void Keeper::call(int selector, int command)
 {
     if (!settingsReady())
         return;
-    toolbox::forgetFailedChanges();
-    made_.reset();
-    lastMade_.clear();
+    begin();
     {
-        const Places places(settings_->folder(), [this](const fs::path &file) { return placeFor(file); });
+        const Places places(
+            settings_->folder(), [this](const fs::path &file) { return placeFor(file); }, proposed_);
         plugin_.call(selector, command);
     }
-    putInPlace();
+    putInPlace({});
     keepSettings();
+}
+
+void Keeper::callOnce(const Once &once)
+{
+    begin();
+    try {
+        const io::PrivateFolder folder;
+        settings::SavedSettings(toolbox::folders::preferences(), settingsName_).copyTo(folder.path());
+        callOnCopy(folder.path(), once);
+    } catch (const io::Refusal &refusal) {
+        return say_(refusal.message);
+    }
+    putInPlace(once.finish);
+}
+
+// A command that there is not has the plug-in load the settings and write them as this version has them.
+void Keeper::callOnCopy(const fs::path &settings, const Once &once)
+{
+    constexpr int noCommand = -1;
+    const Places places(
+        settings, [this](const fs::path &file) { return placeFor(file); }, proposed_);
+    plugin_.call(kSelectCommand, noCommand);
+    once.prepare(settings / settingsName_);
+    plugin_.call(kSelectCommand, kCommandSettings);
 }
 
 // False when there is no place for a copy; without one nothing that the plug-in writes is safe.
@@ -94,13 +127,15 @@ toolbox::SavePlace Keeper::placeFor(const fs::path &file)
     }
 }
 
-void Keeper::putInPlace()
+void Keeper::putInPlace(const std::function<void(const fs::path &made)> &finish)
 {
     if (!made_)
         return;
     std::string problem;
     try {
         if (made_->made()) {
+            if (finish)
+                finish(made_->folder() / placed_.filename());
             made_->finish();
             lastMade_ = placed_;
         }

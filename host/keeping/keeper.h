@@ -25,13 +25,28 @@ public:
     // As Plugin::call, for what is not idle time. Exceptions pass through: then nothing is put in
     // place.
     void call(int selector, int command = 0);
+
+    struct Once {
+        // Fills the settings file that it is given, which the plug-in has written from the user's.
+        std::function<void(const std::filesystem::path &settings)> prepare;
+        // Gets the file that was made before it is put in place.
+        std::function<void(const std::filesystem::path &made)> finish;
+    };
+    // The settings dialog on other settings than the user's, which stay as they are, whatever is chosen. What the
+    // two throw as io::Refusal is said, and nothing is put in place.
+    void callOnce(const Once &once);
+
+    // What the plug-in's save dialog proposes from now on; empty: what the plug-in does.
+    void propose(std::filesystem::path file) { proposed_ = std::move(file); }
     // The file that the last call has put in place; empty where it made none.
     const std::filesystem::path &lastMade() const { return lastMade_; }
 
 private:
     bool settingsReady();
     toolbox::SavePlace placeFor(const std::filesystem::path &file);
-    void putInPlace();
+    void begin();
+    void callOnCopy(const std::filesystem::path &settings, const Once &once);
+    void putInPlace(const std::function<void(const std::filesystem::path &made)> &finish);
     void keepSettings();
 
     plugin::Plugin &plugin_;
@@ -39,7 +54,7 @@ private:
     std::string settingsName_;
     std::optional<settings::WorkingCopy> settings_;
     std::optional<io::Replacement> made_;
-    std::filesystem::path placed_, lastMade_;
+    std::filesystem::path placed_, lastMade_, proposed_;
 };
 
 }  // namespace riders::keeping

@@ -7,6 +7,7 @@
 #include "plugin/dialog_filter.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
+#include "toolbox/menus.h"
 #include "toolbox/resources.h"
 
 namespace riders::plugin {
@@ -70,6 +71,21 @@ std::string Plugin::settingsFileName() const
     if (ResError() == memFullErr)
         throw std::bad_alloc();
     return toolbox::utf8FromPascal(name);
+}
+
+std::vector<std::string> Plugin::menuItems(std::int16_t menu) const
+{
+    std::vector<std::string> items;
+    UseResFile(fork_->number());
+    const MenuHandle handle = GetMenu(menu);
+    for (std::int16_t i = 1; handle && i <= CountMItems(handle); ++i) {
+        Str255 text;
+        GetItem(handle, i, text);
+        items.push_back(toolbox::utf8FromPascal(text));
+    }
+    if (handle)
+        ReleaseResource(reinterpret_cast<Handle>(handle));
+    return items;
 }
 
 std::int32_t Plugin::call(int selector, int command)

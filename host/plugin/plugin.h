@@ -37,6 +37,9 @@ public:
     // The name of the file that it keeps its settings in, UTF-8.
     std::string settingsFileName() const;
 
+    // The items of one of its menus, UTF-8; empty where there is no such menu.
+    std::vector<std::string> menuItems(std::int16_t menu) const;
+
     // Calls the entry point and traces its result. toolbox::ProcessEnded passes
     // through when the plug-in ends the process.
     std::int32_t call(int selector, int command = 0);

@@ -17,6 +17,7 @@ namespace app {
 inline constexpr const char *program = "\x13";  // the first menu's title, a diamond
 enum { settingsDialog = 16300, window = 1000, problem = 1010 };
 enum { addButton = 1, closeButton, takeOutButton };
+enum { allFiles = 10 };  // in the dialogs that ask for a file to open
 
 inline std::string itemText(int16_t item)
 {

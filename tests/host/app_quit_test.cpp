@@ -173,6 +173,7 @@ TEST_F(AppQuit, ProblemIsConfirmed)
 {
     writeFile(folder / "letter", "Dear printer,\n");
     user.chooseFromBar("File", "Open...");
+    user.press(allFiles);
     user.answerOpen(folder / "letter");
     user.in(problem);
     user.then([] { EXPECT_TRUE(FrontWindow()); });

@@ -159,6 +159,7 @@ TEST_F(App, RefusalsAreShownInPlainWords)
 {
     writeFile(folder / "letter", "Dear printer,\n");
     user.chooseFromBar("File", "Open...");
+    user.press(allFiles);
     user.answerOpen(folder / "letter");
     user.in(problem);
     user.then([this] {
@@ -172,6 +173,7 @@ TEST_F(App, RefusalsAreShownInPlainWords)
     user.in(window);
     user.press(addButton);
     user.in(0);
+    user.press(allFiles);
     user.answerOpen(folder / "letter");
     user.in(problem);
     user.then([this] { EXPECT_TRUE(traced("params \"letter: is not a riders file")) << "before a name is asked for"; });

@@ -6,18 +6,22 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "files/companion.h"
 #include "files/openfiles.h"
 #include "files/openforks.h"
 #include "files/places.h"
 #include "toolbox/bigendian.h"
+#include "toolbox/host/removal.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
 
 namespace toolbox::files {
 namespace {
+
+RemovalProc removalProc;
 
 // As stored: the first 16 bytes of the Finder information.
 struct StoredInfo {
@@ -140,6 +144,8 @@ OSErr removeFile(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name
         return fLckdErr;
     if (openFiles().isOpen(status) || !openForksOf(path).empty())
         return fBsyErr;
+    if (removalProc && removalProc(path))
+        return noErr;
     if (unlink(path.c_str()) != 0)
         return errorOf(errno, Aim::change, path);
     // The file is gone: an error would say that it is still there. Who makes one of its name tries again.
@@ -195,3 +201,8 @@ OSErr setInfo(std::int16_t vRefNum, std::int32_t dirID, ConstStr255Param name, c
 }
 
 }  // namespace toolbox::files
+
+void toolbox::setRemoval(RemovalProc removal)
+{
+    files::removalProc = std::move(removal);
+}

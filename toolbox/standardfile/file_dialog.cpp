@@ -6,6 +6,7 @@
 #include "standardfile/folders_used.h"
 #include "toolbox/host/flash_button.h"
 #include "toolbox/host/folders.h"
+#include "toolbox/host/listed_files.h"
 #include "toolbox/host/text.h"
 #include "toolbox/keys.h"
 #include "toolbox/resources.h"
@@ -367,3 +368,9 @@ State FileDialog::state() const
 }
 
 }  // namespace toolbox::standardfile
+
+void toolbox::listFilesAgain()
+{
+    if (standardfile::current)
+        standardfile::current->listAgain();
+}

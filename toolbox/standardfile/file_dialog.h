@@ -29,6 +29,7 @@ public:
     // accepted (true), and closes it. Beeps and returns false where there is none.
     bool run();
     State state() const;
+    void listAgain() { goTo(folder_); }
     const std::filesystem::path &folder() const { return folder_; }
 
 protected:

@@ -4,6 +4,7 @@
 
 #include "files/directory.h"
 #include "session/managers.h"
+#include "toolbox/host/listed_files.h"
 #include "toolbox/host/save_place.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
@@ -102,12 +103,16 @@ void managers::startStandardFile(const Configuration &)
 {
     standardfile::lastFolder.clear();
     setSavePlace({});
+    proposeToSave({});
+    setListedFiles({});
 }
 
 void managers::stopStandardFile()
 {
     standardfile::lastFolder.clear();
     setSavePlace({});
+    proposeToSave({});
+    setListedFiles({});
 }
 
 }  // namespace toolbox

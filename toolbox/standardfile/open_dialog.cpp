@@ -1,11 +1,13 @@
 // SFPGetFile: a file to open.
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
 #include "standardfile/folders_used.h"
+#include "toolbox/host/listed_files.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
@@ -14,6 +16,8 @@ namespace toolbox::standardfile {
 namespace {
 
 constexpr std::uint32_t typingPause = 60;
+
+ListedFilesProc listedFiles;
 
 class OpenDialog : public FileDialog {
 public:
@@ -35,7 +39,7 @@ protected:
     bool key(std::uint8_t character, std::uint16_t modifiers, std::uint32_t when) override;
 
 private:
-    bool wanted(const files::FolderEntry &entry) const;
+    bool wanted(const fs::path &folder, const files::FolderEntry &entry) const;
 
     FileFilterProcPtr fileFilter_;
     bool allTypes_;
@@ -46,7 +50,7 @@ private:
     std::uint32_t lastTyped_ = 0;
 };
 
-bool OpenDialog::wanted(const files::FolderEntry &entry) const
+bool OpenDialog::wanted(const fs::path &folder, const files::FolderEntry &entry) const
 {
     if (entry.isFolder)
         return true;
@@ -54,14 +58,18 @@ bool OpenDialog::wanted(const files::FolderEntry &entry) const
         return false;
     Str255 name;
     setPascal(name, entry.macName);
-    return !fileFilter_ || !fileFilter_(name);
+    if (fileFilter_ && fileFilter_(name))
+        return false;
+    return !listedFiles || listedFiles(folder / entry.linuxName);
 }
 
 std::vector<Row> OpenDialog::rowsOf(const fs::path &folder) const
 {
     std::vector<Row> rows;
-    for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst))
-        if (wanted(entry))
+    // The host looks at each file itself.
+    const auto types = allTypes_ && listedFiles ? files::FolderTypes::leftOut : files::FolderTypes::included;
+    for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst, types))
+        if (wanted(folder, entry))
             rows.push_back({entry.macName, entry.linuxName, entry.isFolder, true, entry.type});
     return rows;
 }
@@ -90,6 +98,11 @@ bool OpenDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 
 }  // namespace
 }  // namespace toolbox::standardfile
+
+void toolbox::setListedFiles(ListedFilesProc wanted)
+{
+    standardfile::listedFiles = std::move(wanted);
+}
 
 using namespace toolbox;
 using namespace toolbox::standardfile;

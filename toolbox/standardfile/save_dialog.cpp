@@ -1,4 +1,5 @@
 // SFPPutFile: a name to save under.
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -81,8 +82,15 @@ private:
 void SaveDialog::prepare()
 {
     SetIText(item(promptItem), prompt_);
-    SetIText(item(nameItem), originalName_);
-    SelIText(dialog(), nameItem, 0, 32767);
+    if (proposedFile().empty()) {
+        SetIText(item(nameItem), originalName_);
+        return SelIText(dialog(), nameItem, 0, 32767);
+    }
+    Str255 name;
+    const std::string proposed = folders::macName(folder(), proposedFile().filename());
+    setPascal(name, proposed);
+    SetIText(item(nameItem), name);
+    SelIText(dialog(), nameItem, 0, static_cast<std::int16_t>(std::min(proposed.rfind('.'), proposed.size())));
 }
 
 bool SaveDialog::nameGood(const std::string &name)
@@ -156,6 +164,8 @@ extern "C" void SFPPutFile(Point where, ConstStr255Param prompt, ConstStr255Para
 {
     static const Str255 none = {0};
     *reply = SFReply{};
+    if (proposedFile().has_parent_path())
+        rememberFolder(proposedFile().parent_path());
     SaveDialog dialog(dialogID, where, hook, filter, prompt ? prompt : none, originalName ? originalName : none);
     if (!dialog.run())
         return;

@@ -20,4 +20,9 @@ using SavePlaceProc = std::function<SavePlace(const std::filesystem::path &file)
 // From now on, for all save dialogs; empty, as at the start of the session: files go where the user says.
 void setSavePlace(SavePlaceProc place);
 
+// From now on save dialogs open in that file's folder and propose its name, UTF-8, whatever their caller proposes;
+// of the name all but the ending is selected. Without a folder, where they would open otherwise. Empty, as at the
+// start of the session: what the caller proposes.
+void proposeToSave(const std::filesystem::path &file);
+
 }  // namespace toolbox

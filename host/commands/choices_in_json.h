@@ -1,4 +1,4 @@
-// What a riders file chooses, for people and for programs.
+// What a riders file chooses, for programs.
 #pragma once
 
 #include <string>
@@ -9,8 +9,6 @@
 
 namespace riders::commands {
 
-// Indented lines, one for each choice.
-std::string choicesInWords(const reading::Choices &choices);
 // An object, which begins with these members.
 std::string choicesInJson(const reading::Choices &choices,
                           std::vector<std::pair<std::string, std::string>> members);

@@ -1,10 +1,7 @@
-#include "commands/choices_in_words.h"
+#include "commands/choices_in_json.h"
 
 #include "commands/plates_in_json.h"
 #include "io/json.h"
-#include "io/plain_text.h"
-#include "screens/number_text.h"
-#include "screens/plate_spelling.h"
 
 namespace riders::commands {
 namespace {
@@ -12,29 +9,6 @@ namespace {
 using reading::Choices;
 using reading::ChosenScreen;
 using reading::ChosenShape;
-
-std::string nameOf(const ChosenShape &shape)
-{
-    if (shape.kind != ChosenShape::own)
-        return shape.name;
-    if (!shape.name.empty())
-        return shape.name + " (a spot function file)";
-    return "a dot shape of its own" + (shape.about.empty() ? "" : " (" + shape.about + ")");
-}
-
-std::string lineOf(const ChosenScreen &screen, bool alone)
-{
-    const screens::PlateScreen plate{screen.plate, screen.frequency, screen.angle,
-                                     screen.shape ? nameOf(*screen.shape) : ""};
-    const bool rest = screen.plate == screens::kRestOfPlates;
-    return (rest ? (alone ? "all plates " : "the rest ") : "") + plateInWords(plate);
-}
-
-std::string lineOf(const reading::ChosenAnnotation &annotation)
-{
-    return "annotation \"" + annotation.text + "\"" + (annotation.font.empty() ? "" : " in " + annotation.font) +
-           (annotation.size ? ", " + screens::numberText(*annotation.size) + " points" : "");
-}
 
 const char *kindOf(const ChosenShape &shape)
 {
@@ -56,29 +30,6 @@ std::string inJson(const ChosenScreen &screen)
 }
 
 }  // namespace
-
-std::string choicesInWords(const Choices &choices)
-{
-    std::vector<std::string> lines;
-    for (const ChosenScreen &screen : choices.screens)
-        lines.push_back(lineOf(screen, choices.screens.size() == 1));
-    if (choices.flatness)
-        lines.push_back("flatness " + screens::numberText(*choices.flatness));
-    if (choices.annotation)
-        lines.push_back(lineOf(*choices.annotation));
-    if (choices.errorHandler)
-        lines.emplace_back("error handler");
-    if (lines.empty())
-        lines.emplace_back("nothing is chosen");
-    for (const std::string &note : choices.notes)
-        lines.push_back(note);
-    if (!choices.exact && choices.whole)
-        lines.emplace_back("Not as this version of riders writes it: there may be more in it than could be read.");
-    std::string text;
-    for (const std::string &line : lines)
-        text += "  " + io::plainText(line) + "\n";
-    return text;
-}
 
 std::string choicesInJson(const Choices &choices, std::vector<std::pair<std::string, std::string>> members)
 {
