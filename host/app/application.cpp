@@ -192,10 +192,10 @@ std::filesystem::path Application::proposedRiders() const
 void Application::callPlugin(int selector, int command)
 {
     keeper_.propose(proposedRiders());
-    {
-        const TrashInstead trash([this](const std::string &said) { sayInStart(said); });
-        keeper_.call(selector, command);
-    }
+    std::optional<TrashInstead> trash;
+    if (selector == kSelectCommand && command == kCommandRemove)
+        trash.emplace([this](const std::string &said) { sayInStart(said); });
+    keeper_.call(selector, command);
     useOwnResources();
     if (selector == kSelectCommand && command == kCommandSettings)
         sayWhatWasMade();
@@ -354,7 +354,7 @@ void Application::open(const std::filesystem::path &job)
         document_.emplace(job,
                           Document::Surroundings{[this](const EventRecord &event) { return menuEvent(event); },
                                                  [this] { idle(); }, [this] { changeRiders(); },
-                                                 [this] { makeRidersAgain(); }, waitsForPictures_});
+                                                 [this] { makeRidersAgain(); }, program_, waitsForPictures_});
     } catch (const io::Refusal &refusal) {
         return showProblem(refusal.message);
     }

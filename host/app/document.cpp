@@ -4,6 +4,7 @@
 #include "app/dialog_items.h"
 #include "app/document_layout.h"
 #include "app/dot_words.h"
+#include "app/errand.h"
 #include "app/words.h"
 #include "apply/apply.h"
 #include "apply/riders_file.h"
@@ -417,19 +418,38 @@ fs::path Document::proposedName(bool with) const
     return job_.parent_path() / name;
 }
 
-bool Document::save(bool with, const std::function<void(const fs::path &out)> &write)
+bool Document::save(bool with, const std::function<bool(const fs::path &out)> &write)
 {
     fs::path out = askWhereToSave(with ? Words::saveWith : Words::saveWithout, proposedName(with));
     if (out.empty())
         return false;
     try {
         requireFile(job_);
-        write(out);
-        open(out);
+        if (write(out))
+            open(out);
     } catch (const io::Refusal &refusal) {
         showProblem(inPlainWords(inPlainWords(refusal.message, job_.parent_path()), out.parent_path()));
     }
     return true;
+}
+
+bool Document::takesAWhile() const
+{
+    constexpr std::uintmax_t large = 32 << 20;
+    std::error_code failed;
+    const std::uintmax_t size = fs::file_size(job_, failed);
+    return !failed && size > large;
+}
+
+bool Document::saveBeside(const fs::path &out, std::vector<std::string> arguments) const
+{
+    Errand errand(surroundings_.waitsForPictures);
+    const std::string name = out.filename();
+    const auto end =
+        errand.run(words(Words::saving, {name}), surroundings_.program, std::move(arguments), out.parent_path());
+    if (end == Errand::End::failed)
+        throw io::Refusal(errand.withoutCommand());
+    return end == Errand::End::done;
 }
 
 void Document::add()
@@ -460,14 +480,22 @@ void Document::saveAs()
     const fs::path riders = tried_;
     save(true, [&](const fs::path &out) {
         requireFile(riders);
+        if (takesAWhile())
+            return saveBeside(out, {"apply", fs::absolute(riders), job_, "-o", out, "--force"});
         apply::applyRiders({riders, job_, out, true});
+        return true;
     });
 }
 
 void Document::takeOut()
 {
     if (tried_.empty()) {
-        save(false, [&](const fs::path &out) { apply::stripRiders({job_, out, true}); });
+        save(false, [&](const fs::path &out) {
+            if (takesAWhile())
+                return saveBeside(out, {"strip", job_, "-o", out, "--force"});
+            apply::stripRiders({job_, out, true});
+            return true;
+        });
         return;
     }
     tried_.clear();

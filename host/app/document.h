@@ -22,6 +22,7 @@ public:
         std::function<void()> idle;
         // What a riders file's own buttons do.
         std::function<void()> change, makeAgain;
+        std::filesystem::path program;
         // Whether pictures are waited for, since no real time passes.
         bool waitsForPictures = false;
     };
@@ -77,7 +78,11 @@ private:
     void turn(int pages);
     std::string pageWords() const;
     // Asks for a name, does it, and shows the resulting job. False when the person thinks better of it.
-    bool save(bool with, const std::function<void(const std::filesystem::path &out)> &write);
+    bool save(bool with, const std::function<bool(const std::filesystem::path &out)> &write);
+    // A job so large that it takes a while is saved by the program's own command, which can be stopped: `arguments`
+    // of it. False where it was.
+    bool saveBeside(const std::filesystem::path &out, std::vector<std::string> arguments) const;
+    bool takesAWhile() const;
     std::filesystem::path proposedName(bool with) const;
 
     std::filesystem::path job_, tried_;

@@ -1,5 +1,6 @@
 #include "app/errand.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -25,9 +26,11 @@ Errand::End Errand::run(const std::string &title, const std::filesystem::path &p
                         const std::vector<std::string> &arguments, const std::filesystem::path &folder)
 {
     const auto last = std::make_shared<std::string>();
+    const auto pages = std::make_shared<Pages>();
+    pages_ = pages;
     const End end = run(title, [=](io::Beside &unwanted) {
         const io::PrivateFolder temporary;
-        std::vector<std::string> command{program.string()};
+        std::vector<std::string> command{"env", "RIDERS_PROGRESS=lines", program.string()};
         command.insert(command.end(), arguments.begin(), arguments.end());
         constexpr int day = 24 * 3600;
         const io::LimitedResult result = io::runLimited({.command = command,
@@ -40,7 +43,9 @@ Errand::End Errand::run(const std::string &title, const std::filesystem::path &p
                                                          .folderMegabytes = 1 << 24,
                                                          .line =
                                                              [&](std::string_view line) {
-                                                                 if (!line.empty())
+                                                                 if (const auto told = io::toldProgress(line))
+                                                                     pages->set(*told);
+                                                                 else if (!line.empty())
                                                                      *last = line;
                                                                  return false;
                                                              },
@@ -49,6 +54,7 @@ Errand::End Errand::run(const std::string &title, const std::filesystem::path &p
             throw io::Refusal(*last);
     });
     said_ = *last;
+    pages_.reset();
     return end;
 }
 
@@ -90,6 +96,24 @@ Errand::End Errand::run(const std::string &title, std::function<void(io::Beside 
     return stopped ? End::stopped : failed_ ? End::failed : End::done;
 }
 
+std::string Errand::withoutCommand() const
+{
+    const std::size_t colon = said_.find(": ");
+    return said_.starts_with("riders ") && colon != said_.npos ? said_.substr(colon + 2) : said_;
+}
+
+// "Page 3 of 10, ": the one in work.
+std::string Errand::howFar() const
+{
+    const io::ToldProgress told = pages_ ? pages_->get() : io::ToldProgress();
+    if (!pages_ || (told.done == 0 && told.pages == 0))
+        return {};
+    if (told.pages == 0)
+        return words(Words::readingPage, {std::to_string(told.done + 1)}) + ", ";
+    return words(Words::pageOf, {std::to_string(std::min(told.done + 1, told.pages)), std::to_string(told.pages)}) +
+           ", ";
+}
+
 Boolean Errand::filterProc(DialogPtr dialog, EventRecord *event, int16_t *itemHit)
 {
     return running->filter(dialog, *event, itemHit);
@@ -103,7 +127,7 @@ bool Errand::filter(DialogPtr dialog, const EventRecord &event, int16_t *itemHit
         work_.takeResult();
         if (const std::uint32_t now = TickCount(); now - shown_ >= kSecond) {
             shown_ = now;
-            setItemText(dialog, timeText, words(Words::seconds, {std::to_string((now - begun_) / kSecond)}));
+            setItemText(dialog, timeText, howFar() + words(Words::seconds, {std::to_string((now - begun_) / kSecond)}));
         }
         return over_;
     }

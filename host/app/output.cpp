@@ -24,13 +24,6 @@ void addRiders(const Output &output, std::vector<std::string> &arguments)
         arguments.insert(arguments.end(), {"--riders", argument(output.riders)});
 }
 
-// What the command says begins with its name, which the person has not typed.
-std::string withoutCommand(const std::string &said)
-{
-    const size_t colon = said.find(": ");
-    return said.starts_with("riders ") && colon != said.npos ? said.substr(colon + 2) : said;
-}
-
 }  // namespace
 
 void makeProof(const Output &output)
@@ -45,7 +38,7 @@ void makeProof(const Output &output)
     case Errand::End::done:
         return showNote(words(Words::proofMade, {(folder / "proof.html").string()}));
     case Errand::End::failed:
-        return showProblem(withoutCommand(errand.said()));
+        return showProblem(errand.withoutCommand());
     case Errand::End::stopped:
         return;
     }
@@ -72,7 +65,7 @@ void printFilms(const Output &output)
     case Errand::End::done:
         return showNote(words(Words::printed, {choice->queue}));
     case Errand::End::failed:
-        return showProblem(withoutCommand(errand.said()));
+        return showProblem(errand.withoutCommand());
     case Errand::End::stopped:
         return;
     }

@@ -19,7 +19,7 @@ enum class Words {
     openJob, makeRiders, howToBegin, madeIn, addMade, addToJob, addRiders,
     seconds, proofing, proofMade, askingPrinters, noPrinter, printing, printed, wouldDo,
     titleLabel, choosesLabel, andMore, takeItOut, change, notExact, notInDialog, madeAgain, makeAgain, newRiders,
-    cutOff, askTrash, askDelete, trashed
+    cutOff, askTrash, askDelete, trashed, readingPage, saving
 };
 // UTF-8. ^0 to ^3 in them stand for the parts.
 std::string words(Words which, const std::vector<std::string> &parts = {});

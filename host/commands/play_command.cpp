@@ -51,6 +51,7 @@ void addPlay(CLI::App &app, Chosen &chosen, play::PlayRequest &play)
         ->required()
         ->type_name("SCRIPT");
     command->add_option("--trace", play.traceFile, "Write what happened, a line each")->type_name("FILE");
+    command->add_flag("--force", play.force, "Write the trace over a file that is none, too");
     command->add_option("--pictures", play.picturesFolder, "Where pictures go; here when left out")
         ->type_name("DIR");
     command->add_option("--preferences", play.configuration.preferencesFolder, "The folder of the saved settings")

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "io/progress_lines.h"
+
 namespace riders::film {
 namespace {
 
@@ -38,7 +40,8 @@ std::string timeToGo(double share, double seconds)
                                 : counted(std::lround(left / kMinute), "minute");
 }
 
-Progress::Progress(bool wanted) : shown_(wanted && isatty(STDERR_FILENO) != 0), start_(Clock::now())
+Progress::Progress(bool wanted)
+    : shown_(wanted && isatty(STDERR_FILENO) != 0), told_(wanted && io::wantsProgressLines()), start_(Clock::now())
 {
 }
 
@@ -98,6 +101,8 @@ std::string Progress::line() const
 void Progress::show(bool now)
 {
     constexpr auto kBetween = std::chrono::milliseconds(100);
+    if (now && told_)
+        io::tellProgress(pages_ == 0 ? read_ : pagesDone_, pages_);
     if (!shown_ || (!now && Clock::now() - lastShown_ < kBetween))
         return;
     lastShown_ = Clock::now();

@@ -9,7 +9,8 @@
 
 namespace riders::film {
 
-// On standard error, if that is a terminal and the line is wanted. From any thread.
+// On standard error, if that is a terminal and the line is wanted; or told to another process (io/progress_lines.h).
+// From any thread.
 class Progress {
 public:
     explicit Progress(bool wanted);
@@ -29,7 +30,7 @@ private:
     void show(bool now);
     std::string line() const;
 
-    const bool shown_;
+    const bool shown_, told_;
     std::mutex mutex_;
     int read_ = 0, pages_ = 0, plates_ = 0, pagesDone_ = 0, platesDone_ = 0;
     std::map<int, double> ofPages_;  // 0 to 1, how much of those in work is done

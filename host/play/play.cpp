@@ -5,7 +5,9 @@
 #include <new>
 #include <optional>
 
+#include "io/bytes.h"
 #include "io/interruption.h"
+#include "io/refusal.h"
 #include "play/steps.h"
 #include "toolbox/host/trace.h"
 
@@ -33,13 +35,29 @@ void makeFolder(const std::filesystem::path &folder)
         throw plugin::PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
 }
 
+// So that nobody loses a file by mistake. A trace begins with the plug-in's resources; an empty file holds nothing.
+void refuseUnlessTrace(const std::filesystem::path &path)
+{
+    constexpr std::string_view beginning = "file openResFile \"";
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored))
+        return;
+    std::string start(beginning.size(), '\0');
+    const io::OpenFile in = io::openOrdinaryFile(path);
+    start.resize(io::readFully(in, start.data(), start.size()));
+    if (!start.empty() && start != beginning)
+        throw io::Refusal(path.string() + ": exists and is no trace; name another file, or replace it with --force");
+}
+
 // The trace file, or none.
 class TraceFile {
 public:
-    explicit TraceFile(const std::filesystem::path &path) : path_(path)
+    TraceFile(const std::filesystem::path &path, bool force) : path_(path)
     {
         if (path.empty())
             return;
+        if (!force)
+            refuseUnlessTrace(path);
         file_.open(path, std::ios::binary | std::ios::trunc);
         if (!file_)
             refuse();
@@ -155,7 +173,7 @@ std::string play(const PlayRequest &request)
     try {
         std::vector<ScriptLine> lines = splitScript(readText(request.script));
         makeFolder(request.picturesFolder);
-        TraceFile trace(request.traceFile);
+        TraceFile trace(request.traceFile, request.force);
         std::unique_ptr<toolbox::HeadlessMachine> machine = seatFor(request);
         toolbox::start(request.configuration, *machine);
         try {

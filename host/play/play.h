@@ -17,6 +17,7 @@ struct PlayRequest {
     std::filesystem::path script;
     std::filesystem::path plugin;
     std::filesystem::path traceFile;       // empty: no trace
+    bool force = false;                    // its file may be something else than a trace
     std::filesystem::path picturesFolder;  // empty: the current folder
     toolbox::Configuration configuration;
     std::vector<toolbox::Display> displays;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "io/progress_lines.h"
+
 namespace riders::proof {
 namespace {
 
@@ -21,7 +23,8 @@ std::string outOf(int done, int all, const std::string &what)
 
 }  // namespace
 
-Progress::Progress(bool wanted) : terminal_(wanted && isatty(STDERR_FILENO))
+Progress::Progress(bool wanted)
+    : terminal_(wanted && isatty(STDERR_FILENO)), told_(wanted && io::wantsProgressLines())
 {
 }
 
@@ -73,6 +76,8 @@ std::string Progress::line() const
 
 void Progress::show()
 {
+    if (told_)
+        io::tellProgress(pages_ == 0 ? read_ : pagesDone_, pages_);
     if (terminal_)
         put("\r\x1B[K" + line());
 }

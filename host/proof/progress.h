@@ -7,7 +7,8 @@
 namespace riders::proof {
 
 // A line on standard error that is written over and over, and removed at
-// the end; nothing at all where it is not wanted, or standard error is not a terminal. May be called
+// the end; nothing at all where it is not wanted, or standard error is not a terminal. Or told to another process
+// (io/progress_lines.h). May be called
 // from several threads.
 class Progress {
 public:
@@ -26,7 +27,7 @@ private:
     std::string line() const;
 
     std::mutex mutex_;
-    const bool terminal_;
+    const bool terminal_, told_;
     int read_ = 0, pages_ = 0, plates_ = 0, pagesDone_ = 0, platesDone_ = 0;
 };
 

@@ -84,11 +84,17 @@ protected:
     {
         configuration.preferencesFolder = folder / "preferences";
         configuration.startFolder = folder.path();
+        setenv("XDG_DATA_HOME", (folder / "data").c_str(), 1);
         ToolboxTest::SetUp();
         writeFile(folder / "job.ps",
                   "%!PS-Adobe-3.0\n%%Title: (Poster \\(front\\))\n%%Pages: (atend)\n%%EndComments\n"
                   "%%Page: 1 1\nshowpage\n%%Trailer\n%%Pages: 7\n%%EOF\n");
         writeFile(folder / "film", "%!Zu3_Riders\n/x 1 def\n%Zu3_RidersEnd\n");
+    }
+    void TearDown() override
+    {
+        ToolboxTest::TearDown();
+        unsetenv("XDG_DATA_HOME");
     }
     // Runs until the program ends by itself.
     void run(const std::filesystem::path &job = {}, std::optional<riders::app::DisplaySettings> display = {})

@@ -1,4 +1,7 @@
 // What the window shows of a job: its page, its dots, and what is said about them.
+#include <chrono>
+#include <thread>
+
 #include "host/app_fixture.h"
 #include "toolbox/windows.h"
 
@@ -319,6 +322,30 @@ TEST_F(AppView, ProofIsMadeBesideTheJob)
     end();
     run(folder / "tints.ps");
     EXPECT_TRUE(fs::exists(folder / "tints-proof" / "proof.html"));
+}
+
+TEST_F(AppView, ProofSaysWhichPageItIsAt)
+{
+    waits = false;
+    writeFile(folder / "endless.ps", "%!PS\nshowpage\nshowpage\n{} loop\n");
+    user.in(window);
+    user.chooseFromBar("Job", "Proof...");
+    user.in(1020);
+    bool told = false;
+    for (int i = 0; i < 60; ++i) {
+        user.wait(60);
+        user.then([&told] {
+            told = told || itemText(3).starts_with("Reading page 3, ");
+            if (!told)
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        });
+    }
+    user.then([] { keepPicture("progress"); });
+    user.press(1);
+    user.in(window);
+    end();
+    run(folder / "endless.ps");
+    EXPECT_TRUE(told);
 }
 
 TEST_F(AppView, ProofIsStopped)
