@@ -4,6 +4,7 @@
 
 #include "files/directory.h"
 #include "session/managers.h"
+#include "standardfile/opened_file.h"
 #include "toolbox/host/save_place.h"
 #include "toolbox/host/standardfile_folder.h"
 #include "toolbox/host/text.h"
@@ -101,12 +102,14 @@ fs::path standardFileFolder()
 void managers::startStandardFile(const Configuration &)
 {
     standardfile::lastFolder.clear();
+    standardfile::rememberOpened({});
     setSavePlace({});
 }
 
 void managers::stopStandardFile()
 {
     standardfile::lastFolder.clear();
+    standardfile::rememberOpened({});
     setSavePlace({});
 }
 

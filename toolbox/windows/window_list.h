@@ -24,6 +24,7 @@ struct Window {
     Area update{};
     std::optional<Area> visibleBefore{};   // local, between BeginUpdate and EndUpdate
     bool updateHeld = false;               // no update events for now
+    WindowPeek companion = nullptr;        // hidden with it
 };
 
 // Front to back. The records' nextWindow links give the same order.
@@ -44,6 +45,10 @@ extern std::function<void(WindowPtr)> disposeControls;
 enum class Change { shown, hidden, closing };
 extern std::function<void(WindowPtr, Change)> watcher;
 void notifyWatcher(WindowPeek record, Change change);
+
+void hideCompanion(WindowPeek record);
+// Of whichever window it is the companion.
+void forgetCompanion(WindowPeek record);
 
 // Holds back a window's update events until the next releaseUpdates, so that one
 // that is not drawn does not hold back all other events.
