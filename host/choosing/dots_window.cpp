@@ -14,7 +14,7 @@ namespace {
 
 constexpr int16_t kDialogID = 1030, kDrawnItem = 1;
 constexpr int16_t kMargin = 8, kLine = 12, kFirstLine = 14, kTextSize = 10;  // the first is a baseline
-constexpr int16_t kRampTop = 45, kTintsTop = 87, kTintStep = kTintHeight + 4, kLastLine = 253;
+constexpr int16_t kRampTop = 45, kTintsTop = 87, kTintStep = kTintHeight + 4, kLastLine = 252;
 constexpr int16_t kGap = 6;  // between the windows
 
 DotsWindow *current = nullptr;

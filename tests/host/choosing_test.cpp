@@ -79,13 +79,14 @@ TEST_F(Choosing, DotsFollowEachPopup)
 {
     openSettings();
     choose("45 lpi", "22.5°", "Round");
-    expectDots("dots of \"45 lpi\" \"22.5°\" \"Round\": 45 lpi 22.5 degrees at 600 dpi, inked 18.82 49.58 80.56");
+    expectDots("dots of \"45 lpi\" \"22.5°\" \"Round\": 45.01 lpi 22.5 degrees at 600 dpi, inked 19.51 50 80.07");
     user.choose(frequency, "100 lpi");
-    expectDots("dots of \"100 lpi\" \"22.5°\" \"Round\": 100 lpi 22.5 degrees at 600 dpi, inked 20 50 80");
+    expectDots(
+        "dots of \"100 lpi\" \"22.5°\" \"Round\": 100 lpi 22.5 degrees at 600 dpi, inked 20.21 50.28 79.86");
     user.choose(angle, "75°");
-    expectDots("dots of \"100 lpi\" \"75°\" \"Round\": 100 lpi 75 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"100 lpi\" \"75°\" \"Round\": 100 lpi 75 degrees at 600 dpi, inked 19.86 50.56 79.72");
     user.choose(shape, "Line");
-    expectDots("dots of \"100 lpi\" \"75°\" \"Line\": 100 lpi 75 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"100 lpi\" \"75°\" \"Line\": 100 lpi 75 degrees at 600 dpi, inked 20 50.42 80");
     cancelAndQuit();
 }
 
@@ -95,7 +96,8 @@ TEST_F(Choosing, DotsOfTypedValues)
     choose("45 lpi", "22.5°", "Round");
     type(frequency, "52.5");
     type(angle, "18.4349");
-    expectDots("dots of \"52.5 lpi\" \"18.4349°\" \"Round\": 52.5 lpi 18.43 degrees at 600 dpi, inked 20 50 80");
+    expectDots(
+        "dots of \"52.5 lpi\" \"18.4349°\" \"Round\": 52.5 lpi 18.43 degrees at 600 dpi, inked 20.28 50 80.69");
     cancelAndQuit();
 }
 
@@ -106,7 +108,7 @@ TEST_F(Choosing, NumbersWithACommaAreRead)
     openSettings();
     choose("45 lpi", "45°", "Round");
     type(frequency, "52,5");
-    expectDots("dots of \"52,5 lpi\" \"45°\" \"Round\": 52.5 lpi 45 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"52,5 lpi\" \"45°\" \"Round\": 52.51 lpi 45 degrees at 600 dpi, inked 20.56 49.79 80.63");
     cancelAndQuit();
 }
 
@@ -115,10 +117,10 @@ TEST_F(Choosing, ImportedDotShapesAreKnownOnceTheyHaveBeenOpened)
     openSettings();
     choose("45 lpi", "45°", "Round");
     import("mine");
-    expectDots("dots of \"45 lpi\" \"45°\" \"mine\": 45 lpi 45 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"45 lpi\" \"45°\" \"mine\": 45 lpi 45 degrees at 600 dpi, inked 19.65 49.38 79.65");
     user.choose(shape, "Line");
     import("mine");
-    expectDots("dots of \"45 lpi\" \"45°\" \"mine\": 45 lpi 45 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"45 lpi\" \"45°\" \"mine\": 45 lpi 45 degrees at 600 dpi, inked 19.65 49.38 79.65");
     cancelAndQuit();
 }
 
@@ -134,7 +136,7 @@ TEST_F(Choosing, DotsOfAnEarlierImportAreNotKnown)
     run();
     restart();
     openSettings();
-    expectDots("dots of \"60 lpi\" \"45°\" \"Round\": none, Its dots are not known here.");
+    expectDots("dots of \"35 lpi\" \"45°\" \"Round\": none, Its dots are not known here.");
     cancelAndQuit();
 }
 
@@ -144,8 +146,8 @@ TEST_F(Choosing, WhatIsLeftToThePrinterIsNotMadeUp)
     choose("Printer's own", "Printer's own", "Printer's own");
     expectDots("dots of \"Printer's own\" \"Printer's own\" \"Printer's own\": none, The printer decides.");
     user.choose(angle, "15°");
-    expectDots(
-        "dots of \"Printer's own\" \"15°\" \"Printer's own\": 60 lpi 15 degrees at 600 dpi, inked 20 50 80");
+    expectDots("dots of \"Printer's own\" \"15°\" \"Printer's own\": 60 lpi 15 degrees at 600 dpi, inked 19.31 "
+               "49.44 80.21");
     cancelAndQuit();
 }
 
@@ -165,7 +167,7 @@ TEST_F(Choosing, DotsAreForTheResolutionThatIsLookedAt)
     user.in(0);
     openSettings();
     choose("45 lpi", "45°", "Round");
-    expectDots("dots of \"45 lpi\" \"45°\" \"Round\": 45 lpi 45 degrees at 1200 dpi, inked 20 50 80");
+    expectDots("dots of \"45 lpi\" \"45°\" \"Round\": 45 lpi 45 degrees at 1200 dpi, inked 19.76 49.91 79.65");
     user.press(cancelButton);
     user.in(window);
     user.press(closeButton);
@@ -178,10 +180,10 @@ TEST_F(Choosing, DotsAreBesideTheDialogAndGoWithIt)
     user.resizeDisplay(1024, 768);
     openSettings();
     user.wait(2);
-    user.then([this] { EXPECT_EQ(place(), "dots at 716,0 162x280"); });
+    user.then([this] { EXPECT_EQ(place(), "dots at 719,233 163x279"); });
     user.drag({240, 512}, {240, 800});
     user.wait(2);
-    user.then([this] { EXPECT_EQ(place(), "dots at 434,0 162x280"); });
+    user.then([this] { EXPECT_EQ(place(), "dots at 430,233 163x279"); });
     cancelAndQuit();
 }
 
@@ -191,9 +193,9 @@ TEST_F(Choosing, NoDotsWhereThereIsNoRoomForThem)
     openSettings();
     user.wait(2);
     user.then([this] { EXPECT_EQ(place(), "dots hidden"); });
-    user.drag({150, 320}, {150, 210});
+    user.drag({100, 320}, {100, 200});
     user.wait(2);
-    user.then([this] { EXPECT_EQ(place().substr(0, 8), "dots at "); });
+    user.then([this] { EXPECT_EQ(place(), "dots at 407,89 163x279"); });
     cancelAndQuit();
 }
 
