@@ -43,10 +43,6 @@ void takeOut(WindowPeek record)
 
 void notifyWatcher(WindowPeek record, Change change)
 {
-    if (change != Change::shown)
-        hideCompanion(record);
-    if (change == Change::closing)
-        forgetCompanion(record);
     if (watcher)
         watcher(portOf(record), change);
 }

@@ -46,10 +46,6 @@ enum class Change { shown, hidden, closing };
 extern std::function<void(WindowPtr, Change)> watcher;
 void notifyWatcher(WindowPeek record, Change change);
 
-void hideCompanion(WindowPeek record);
-// Of whichever window it is the companion.
-void forgetCompanion(WindowPeek record);
-
 // Holds back a window's update events until the next releaseUpdates, so that one
 // that is not drawn does not hold back all other events.
 void holdUpdates(WindowPtr window);
