@@ -14,6 +14,8 @@ void measureDialogs(const std::filesystem::path &riders);
 // The window on a display without a person: its memory, and its processor time
 // while idle.
 void measureDesktop(const std::filesystem::path &riders);
+// The window of a job: from the choice of another riders file or resolution to the picture.
+void measureLooking(const std::filesystem::path &riders);
 // A spot function of 100 MB imported, against reading it.
 void measureImport();
 // `riders proof` against one plain Ghostscript run that writes the same plates,

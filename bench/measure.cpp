@@ -22,6 +22,7 @@ const Table tables[] = {
     {"apply", measureApply},
     {"dialogs", measureDialogs},
     {"desktop", measureDesktop},
+    {"looking", measureLooking},
     {"import", [](const std::filesystem::path &) { measureImport(); }},
     {"proof", measureProof, false},
     {"meter", [](const std::filesystem::path &) { measureMeter(); }},

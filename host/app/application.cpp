@@ -5,6 +5,7 @@
 #include "app/ask_file.h"
 #include "app/trash_instead.h"
 #include "app/words.h"
+#include "choosing/while_choosing.h"
 #include "io/refusal.h"
 #include "remaking/remake.h"
 #include "settings/saved_settings.h"
@@ -22,6 +23,8 @@ namespace {
 // How long the loop sleeps when nothing happens, before it lets the
 // plug-in have its idle call.
 constexpr uint32_t kIdleTicks = 10 * 60;
+// Of the device whose dots are shown while no job is.
+constexpr int kUsualDpi = 600;
 
 // Names of temporary files come from these numbers, and nobody is to foresee them.
 void startRandomNumbers()
@@ -195,7 +198,12 @@ void Application::callPlugin(int selector, int command)
     std::optional<TrashInstead> trash;
     if (selector == kSelectCommand && command == kCommandRemove)
         trash.emplace([this](const std::string &said) { sayInStart(said); });
+    std::optional<choosing::WhileChoosing> dots;
+    if (selector == kSelectCommand && command == kCommandSettings)
+        dots.emplace(choosing::WhileChoosing::Surroundings{
+            fork_.number(), document_ ? document_->view().dpi() : kUsualDpi, waitsForPictures_, &spotFiles_});
     keeper_.call(selector, command);
+    dots.reset();
     useOwnResources();
     if (selector == kSelectCommand && command == kCommandSettings)
         sayWhatWasMade();

@@ -12,6 +12,7 @@
 #include "app/output.h"
 #include "app/recent_jobs.h"
 #include "app/start_window.h"
+#include "choosing/chosen_screen.h"
 #include "keeping/keeper.h"
 #include "plugin/plugin.h"
 #include "plugin/resource_fork.h"
@@ -78,6 +79,7 @@ private:
     std::optional<Menus> menus_;
     std::optional<StartWindow> start_;
     std::optional<Document> document_;
+    std::vector<choosing::KnownFile> spotFiles_;
     std::uint32_t lastIdle_ = 0;
     bool over_ = false;
 };

@@ -7,6 +7,8 @@ namespace {
 
 enum { firstPopup = 4, popups = 6 };
 
+DialogWatcher dialogWatcher;
+
 void clickItem(DialogPtr dialog, int16_t item)
 {
     int16_t type = 0;
@@ -25,8 +27,15 @@ void clickItem(DialogPtr dialog, int16_t item)
 
 }  // namespace
 
+void setDialogWatcher(DialogWatcher watcher)
+{
+    dialogWatcher = std::move(watcher);
+}
+
 extern "C" Boolean standardDialogFilter(DialogPtr dialog, EventRecord *event, int16_t *)
 {
+    if (dialogWatcher)
+        dialogWatcher(dialog);
     bool isKey = event->what == keyDown || event->what == autoKey;
     if (!isKey)
         return false;

@@ -65,7 +65,8 @@ std::vector<ShapeTrial> runTrials(const std::string &script, TrialWords words, c
                         .seconds = limits.seconds,
                         .secondsInAll = 10 * limits.seconds,
                         .megabytes = limits.megabytes,
-                        .line = [&](std::string_view line) { return words.take(line); }});
+                        .line = [&](std::string_view line) { return words.take(line); },
+                        .beside = limits.beside});
     std::vector<ShapeTrial> trials = words.trials();
     if (words.current() < trials.size())
         trials[words.current()] = {false, whyUnfinished(result, limits), {}};

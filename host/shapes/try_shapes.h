@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "io/beside.h"
 #include "screening/pixel_places.h"
 #include "screens/shapes.h"
 #include "shapes/trial_words.h"
@@ -10,8 +11,9 @@
 namespace riders::shapes {
 
 struct TrialLimits {
-    int seconds = 20;     // after so many without a row of values it is ended
-    int megabytes = 512;  // of memory that the interpreter may take
+    int seconds = 20;              // after so many without a row of values it is ended
+    int megabytes = 512;           // of memory that the interpreter may take
+    io::Beside *beside = nullptr;  // see LimitedRun; used by the calling thread
 };
 
 // One trial for each shape, in their order. Files are out of the shapes' reach. Throws Refusal where the

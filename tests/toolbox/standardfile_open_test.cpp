@@ -1,4 +1,5 @@
 #include "toolbox/standardfile_fixture.h"
+#include "toolbox/host/opened_file.h"
 
 #include "toolbox/files.h"
 
@@ -68,6 +69,20 @@ TEST_F(OpenDialog, ReturnsTheFileChosen)
     EXPECT_EQ(chosen(reply), here() / "sub/inner");
     EXPECT_TRUE(traced("dialog 16400 shown at 120,100 348x221"));
     expectNothingLeft();
+}
+
+TEST_F(OpenDialog, TheFileOpenedLastIsKnownByItsNameAndPath)
+{
+    EXPECT_TRUE(toolbox::lastOpenedFile().path.empty());
+    user.answerOpen(here() / "sub" / "inner");
+    open();
+    EXPECT_EQ(toolbox::lastOpenedFile().path, here() / "sub/inner");
+    EXPECT_EQ(toolbox::lastOpenedFile().name, "inner");
+    user.cancelFile();
+    open();
+    EXPECT_EQ(toolbox::lastOpenedFile().name, "inner") << "after a dialog that was cancelled";
+    restart();
+    EXPECT_TRUE(toolbox::lastOpenedFile().path.empty());
 }
 
 TEST_F(OpenDialog, NothingIsSelectedAtFirstAndOpenIsDim)

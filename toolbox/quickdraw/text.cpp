@@ -7,6 +7,7 @@
 #include "quickdraw/displays.h"
 #include "quickdraw/drawing.h"
 #include "quickdraw/fonts.h"
+#include "toolbox/host/drawn_text.h"
 #include "toolbox/host/text.h"
 #include "toolbox/host/trace.h"
 
@@ -14,6 +15,8 @@ using namespace toolbox;
 using namespace toolbox::quickdraw;
 
 namespace {
+
+DrawnTextProc drawnTextReader;
 
 std::string_view stretch(const void *text, int16_t first, int16_t count)
 {
@@ -35,6 +38,12 @@ void traceText(const GrafPort &port, std::string_view text)
         trace::drawing("text %d,%d %s font %d size %d face %d color %d", port.pnLoc.h, port.pnLoc.v,
                        trace::quoted(utf8FromRoman(text)).c_str(), port.txFont, port.txSize, port.txFace,
                        static_cast<int>(port.fgColor));
+}
+
+void letRead(GrafPort &port, std::string_view text)
+{
+    if (drawnTextReader)
+        drawnTextReader(&port, port.pnLoc, std::string(text));
 }
 
 // The last letter of an italic text leans beyond its width.
@@ -81,6 +90,7 @@ void drawStretch(std::string_view text)
 {
     GrafPort &port = currentPort();
     traceText(port, text);
+    letRead(port, text);
     const int width = widthOf(port, text);
     const Ink ink = Ink::of(port, qd.black, port.txMode);
     if (ink.onWhite == Action::back)
@@ -92,6 +102,11 @@ void drawStretch(std::string_view text)
 }
 
 }  // namespace
+
+void toolbox::setDrawnTextProc(DrawnTextProc proc)
+{
+    drawnTextReader = std::move(proc);
+}
 
 void GetFontInfo(FontInfo *info)
 {

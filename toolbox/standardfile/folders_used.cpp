@@ -4,6 +4,7 @@
 
 #include "files/directory.h"
 #include "session/managers.h"
+#include "standardfile/opened_file.h"
 #include "toolbox/host/listed_files.h"
 #include "toolbox/host/save_place.h"
 #include "toolbox/host/standardfile_folder.h"
@@ -102,6 +103,7 @@ fs::path standardFileFolder()
 void managers::startStandardFile(const Configuration &)
 {
     standardfile::lastFolder.clear();
+    standardfile::rememberOpened({});
     setSavePlace({});
     proposeToSave({});
     setListedFiles({});
@@ -110,6 +112,7 @@ void managers::startStandardFile(const Configuration &)
 void managers::stopStandardFile()
 {
     standardfile::lastFolder.clear();
+    standardfile::rememberOpened({});
     setSavePlace({});
     proposeToSave({});
     setListedFiles({});

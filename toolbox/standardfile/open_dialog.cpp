@@ -7,6 +7,7 @@
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
 #include "standardfile/folders_used.h"
+#include "standardfile/opened_file.h"
 #include "toolbox/host/listed_files.h"
 #include "toolbox/host/text.h"
 
@@ -116,6 +117,7 @@ extern "C" void SFPGetFile(Point where, ConstStr255Param, FileFilterProcPtr file
     if (!dialog.run())
         return;
     rememberFolder(dialog.folder());
+    rememberOpened({utf8FromRoman(dialog.chosen().name), dialog.folder() / dialog.chosen().linuxName});
     reply->good = true;
     reply->fType = dialog.chosen().type;
     reply->vRefNum = dialog.workingDirectory();

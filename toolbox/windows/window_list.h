@@ -24,6 +24,7 @@ struct Window {
     Area update{};
     std::optional<Area> visibleBefore{};   // local, between BeginUpdate and EndUpdate
     bool updateHeld = false;               // no update events for now
+    WindowPeek companion = nullptr;        // hidden with it
 };
 
 // Front to back. The records' nextWindow links give the same order.

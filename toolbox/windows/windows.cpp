@@ -8,6 +8,7 @@
 #include "quickdraw/port_scope.h"
 #include "quickdraw/region_data.h"
 #include "session/managers.h"
+#include "toolbox/host/companion.h"
 #include "toolbox/host/text.h"
 #include "toolbox/memory.h"
 #include "windows/activation.h"
@@ -109,6 +110,19 @@ void disappear(Window &window)
     afterChange(Area(window.structure));
 }
 
+void hideCompanion(const Window &window)
+{
+    if (find(window.companion))
+        HideWindow(portOf(window.companion));
+}
+
+void forgetCompanion(WindowPeek record)
+{
+    for (Window &window : list)
+        if (window.companion == record)
+            window.companion = nullptr;
+}
+
 }  // namespace
 
 namespace toolbox::managers {
@@ -156,6 +170,12 @@ void windows::displaysChanged()
     paintAll();
 }
 
+void toolbox::setCompanion(WindowPtr window, WindowPtr companion)
+{
+    if (Window *found = find(window))
+        found->companion = peek(companion);
+}
+
 WindowPtr NewWindow(void *storage, const Rect *bounds, ConstStr255Param title, Boolean visible, int16_t procID,
                     WindowPtr behind, Boolean goAway, intptr_t refCon)
 {
@@ -193,6 +213,8 @@ void CloseWindow(WindowPtr window)
     if (!closing)
         return;
     WindowPeek record = closing->record;
+    hideCompanion(*closing);
+    forgetCompanion(record);
     notifyWatcher(record, Change::closing);
     if (disposeControls)
         disposeControls(window);
@@ -245,6 +267,7 @@ void HideWindow(WindowPtr window)
     Window *found = find(window);
     if (!found || !found->record->visible)
         return;
+    hideCompanion(*found);
     notifyWatcher(found->record, Change::hidden);
     disappear(*found);
 }
