@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 #include "io/limited_process.h"
 #include "io/output.h"
@@ -99,11 +100,14 @@ std::vector<std::string> confined(const FilmingRequest &request, const Unfinishe
     whole.insert(whole.end(), command.begin(), command.end());
     if (!request.sandbox)
         return whole;
-    const SandboxRoom room{
+    SandboxRoom room{
         .readable = {programsFolder(), request.document, toolbox::folders::usersPreferences() / "screens"},
         .writable = {unfinished.folder(), request.cache},
         .folder = unfinished.folder(),
         .network = !request.queue.printer.empty()};
+    // Where the print server is not at its usual place.
+    if (const char *const server = std::getenv("CUPS_SERVER"); room.network && server != nullptr && *server == '/')
+        room.readable.emplace_back(server);
     return inSandbox(room, whole);
 }
 
