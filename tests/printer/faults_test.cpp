@@ -17,7 +17,7 @@
 namespace printer_tests {
 namespace {
 
-constexpr std::size_t kSome = 4;
+constexpr std::size_t kSome = 3;
 constexpr int kFurther = 4;  // of interruptions: no signal comes for ever
 
 struct NamedFault {

@@ -67,7 +67,7 @@ TEST_P(PrinterKilledTest, LosesNoJob)
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, PrinterKilledTest,
-                         ::testing::Values(Victim{"Printer", false, 3}, Victim{"ItsPrograms", true, 1}),
+                         ::testing::Values(Victim{"Printer", false, 2}, Victim{"ItsPrograms", true, 1}),
                          [](const auto &victim) { return victim.param.name; });
 
 }  // namespace

@@ -238,10 +238,11 @@ fs::path releaseFilms(const JobRecord &record, const Queue &queue, const fs::pat
 Filmed makeFilmsOf(const FilmingRequest &request)
 {
     const fs::path folder = folderOfFilms(request.record, request.queue, request.films);
+    io::makeFolders(folder.parent_path());
+    // Also where nothing is left to be done but to remove what a killed process has left.
+    const Unfinished unfinished(folder.parent_path(), request.record.key);
     if (request.queue.printer.empty() && fs::exists(folder))
         return {folder, {}};
-    io::makeFolders(folder.parent_path());
-    const Unfinished unfinished(folder.parent_path(), request.record.key);
     const fs::path job =
         unfinished.folder() / (nameOfFilms(request.record.title) + extensionOf(request.record.format));
     fs::create_symlink(request.document, job);
