@@ -52,7 +52,7 @@ protected:
     }
     void waitForWords(const std::string &words) const
     {
-        browser->waitFor("document.body.innerText.includes('" + words + "')");
+        browser->waitFor("document.body?.innerText.includes('" + words + "')");
     }
 
     TemporaryFolder folder;
@@ -77,7 +77,7 @@ TEST_F(BrowserTest, AHeldJobIsLookedAtReleasedAndMadeAgainWithOtherScreens)
     browser->open(at("/films/job?job=check-1"));
     use("Release");
     browser->waitFor(
-        "document.readyState == 'complete' && !document.body.innerText.includes('waiting for release')");
+        "document.readyState == 'complete' && !document.body?.innerText.includes('waiting for release')");
     EXPECT_EQ(filmsIn(service->films() / "check-1-poster"), filmsOf(kJob, "poster", {"--dpi=150"}));
     browser->tabTo("frequency");
     browser->type("40");
