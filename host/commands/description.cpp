@@ -3,10 +3,12 @@
 #include <exception>
 
 #include "commands/known_words.h"
+#include "commands/printer_command.h"
 #include "commands/standard_output.h"
 #include "commands/version.h"
 #include "describing/completion.h"
 #include "describing/manual_page.h"
+#include "io/refusal.h"
 
 namespace riders::commands {
 namespace {
@@ -25,6 +27,16 @@ std::string writeManual(CLI::App &app, const std::vector<std::string> &words)
     return {};
 }
 
+void completeLineOfPrinter(const std::vector<std::string> &typed)
+{
+    std::vector<std::string> words = {"--complete-line"};
+    words.insert(words.end(), typed.begin(), typed.end());
+    try {
+        becomePrinterIfThere(words);
+    } catch (const io::Refusal &) {  // then there is nothing to offer
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> describe(CLI::App &app, const std::vector<std::string> &words)
@@ -33,10 +45,13 @@ std::optional<std::string> describe(CLI::App &app, const std::vector<std::string
         return std::nullopt;
     if (words[0] == "--write-manual")
         return writeManual(app, words);
-    if (words[0] == "--complete-line")
-        return printLines(completionLines(
-            describing::complete(describing::wordsOf(app), {words.begin() + 1, words.end()}, knownWords())));
-    return std::nullopt;
+    if (words[0] != "--complete-line")
+        return std::nullopt;
+    // Its command line is another program's.
+    if (words.size() > 2 && words[1] == "printer")
+        completeLineOfPrinter({words.begin() + 2, words.end()});
+    return printLines(completionLines(
+        describing::complete(describing::wordsOf(app), {words.begin() + 1, words.end()}, knownWords())));
 }
 
 }  // namespace riders::commands

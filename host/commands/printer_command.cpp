@@ -10,18 +10,22 @@
 namespace riders::commands {
 namespace {
 
-[[noreturn]] void becomePrinter(const std::vector<std::string> &arguments)
+std::filesystem::path printerProgram()
 {
-    const std::filesystem::path program =
-        std::filesystem::read_symlink("/proc/self/exe").replace_filename("riders-printer");
+    return std::filesystem::read_symlink("/proc/self/exe").replace_filename("riders-printer");
+}
+
+}  // namespace
+
+void becomePrinterIfThere(const std::vector<std::string> &arguments)
+{
+    const std::filesystem::path program = printerProgram();
     if (!std::filesystem::exists(program))
-        throw io::Refusal("the program riders-printer is not installed beside riders");
+        return;
     std::vector<std::string> words = {program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     io::becomeProgram(words);
 }
-
-}  // namespace
 
 void addPrinterCommand(CLI::App &app, Chosen &chosen)
 {
@@ -31,7 +35,10 @@ void addPrinterCommand(CLI::App &app, Chosen &chosen)
     command->set_help_flag();
     command->callback([command, &chosen] {
         chosen.name = "riders printer";
-        chosen.run = [command]() -> std::string { becomePrinter(command->remaining()); };
+        chosen.run = [command]() -> std::string {
+            becomePrinterIfThere(command->remaining());
+            throw io::Refusal("the program riders-printer is not installed beside riders");
+        };
     });
 }
 

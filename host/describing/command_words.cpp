@@ -99,7 +99,7 @@ OptionWords wordsOf(CLI::Option &option)
 
 CommandWords wordsOf(CLI::App &app)
 {
-    CommandWords words{app.get_name(), app.get_description(), {}, {}, {}};
+    CommandWords words{app.get_name(), app.get_description(), {}, {}, {}, app.get_prefix_command()};
     for (CLI::Option *option : app.get_options())
         if (!option->get_group().empty())
             (option->get_positional() ? words.operands : words.options).push_back(wordsOf(*option));

@@ -27,6 +27,8 @@ struct CommandWords {
     std::string name, about;
     std::vector<OptionWords> options, operands;
     std::vector<CommandWords> commands;
+    // What follows is for another program, which describes itself.
+    bool isAnotherProgram = false;
 };
 
 // Those of the program, and so on down its commands. What its help hides is left out.

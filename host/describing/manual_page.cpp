@@ -153,7 +153,14 @@ void writeManual(const CommandWords &program, const Manual &manual)
     const Pages pages(program, manual);
     pages.write(nullptr);
     for (const CommandWords &command : program.commands)
-        pages.write(&command);
+        if (!command.isAnotherProgram)
+            pages.write(&command);
+}
+
+void writePage(const CommandWords &program, const CommandWords &command, const Manual &manual)
+{
+    std::filesystem::create_directories(manual.pageFolder);
+    Pages(program, manual).write(&command);
 }
 
 }  // namespace riders::describing

@@ -22,4 +22,7 @@ struct Manual {
 // commands, and ".\" include NAME" for the text of that name.
 void writeManual(const CommandWords &program, const Manual &manual);
 
+// Only the page of a command of that program: for one that is another program, which writeManual leaves out.
+void writePage(const CommandWords &program, const CommandWords &command, const Manual &manual);
+
 }  // namespace riders::describing

@@ -27,6 +27,7 @@ const std::map<std::string, ValueKind> &kindsByName()
         {"job", kJob},
         {"file", {{}, true, false, {"ps", "eps", "pdf", "riders"}}},
         {"--riders", kRiders},
+        {"--queues", {{}, true, false, {"toml"}}},
         {"riders", kRiders},
         {"script", {{}, true, false, {"play"}}},
         {"--plate", known("plates")},

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "film/resolution_text.h"
+#include "io/refusal.h"
 #include "printer/formats.h"
 #include "printer/hooks.h"
 #include "printer/raster.h"
@@ -13,6 +14,7 @@
 namespace riders::printer {
 namespace {
 
+constexpr const char *kDriver = "riders-films";
 constexpr const char *kFormat = "application/vnd.riders-films";  // nobody sends it
 constexpr const char *kMedia[] = {"iso_a4_210x297mm",  "iso_a3_297x420mm",   "iso_a2_420x594mm",
                                   "iso_a1_594x841mm",  "iso_a0_841x1189mm",  "iso_a5_148x210mm",
@@ -47,12 +49,12 @@ void setCallbacks(pappl_pr_driver_data_t &data)
     data.status_cb = isReady;
 }
 
-void setResolutions(pappl_pr_driver_data_t &data, const ServiceRequest &request)
+// Its own first: that is what a client asks for that knows none.
+void setResolutions(pappl_pr_driver_data_t &data, const Queue &queue)
 {
     std::vector<std::pair<int, int>> all;
-    for (const Queue &queue : request.queues)
-        if (const auto dpi = film::resolutionFromText(queue.choices.get("dpi")))
-            all.emplace_back(static_cast<int>(dpi->across), static_cast<int>(dpi->down));
+    if (const auto dpi = film::resolutionFromText(queue.choices.get("dpi")))
+        all.emplace_back(static_cast<int>(dpi->across), static_cast<int>(dpi->down));
     for (const int usual : {1200, 600, 2400, 300})
         all.emplace_back(usual, usual);
     for (const auto &resolution : all) {
@@ -96,8 +98,8 @@ void setChoices(pappl_pr_driver_data_t &data, ipp_t *attributes)
         }
 }
 
-// What IPP Everywhere asks for besides what PAPPL says by itself. Pages of a job cannot have options of their own,
-// so there is no overrides-supported.
+// What IPP Everywhere asks for besides what PAPPL says by itself. Pages of a job cannot have options of their own:
+// of overrides there is only what says for which pages they are, and nothing that they could change.
 void addEverywhere(ipp_t *attributes)
 {
     ippAddBoolean(attributes, IPP_TAG_PRINTER, "preferred-attributes-supported", 0);
@@ -105,19 +107,21 @@ void addEverywhere(ipp_t *attributes)
         ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, name, nullptr, "auto");
     ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "pwg-raster-document-sheet-back", nullptr,
                  "normal");
+    static const char *const overrides[] = {"document-number", "document-numbers", "pages"};
+    ippAddStrings(attributes, IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "overrides-supported", 3, nullptr, overrides);
     constexpr std::string_view kDisk =
         "type=other;maxcapacity=-2;level=-2;class=other;unit=other;colorantname=none;";
     ippAddOctetString(attributes, IPP_TAG_PRINTER, "printer-supply", kDisk.data(), static_cast<int>(kDisk.size()));
     ippAddString(attributes, IPP_TAG_PRINTER, IPP_TAG_TEXT, "printer-supply-description", nullptr, "Films");
 }
 
-}  // namespace
+// The queue that this thread makes a printer.
+thread_local const Queue *served = nullptr;
 
 bool describeQueue(pappl_system_t *, const char *driver, const char *, const char *, pappl_pr_driver_data_t *data,
-                   ipp_t **attributes, void *request)
+                   ipp_t **attributes, void *)
 {
-    // Later ones, which clients may ask for, would have no choices and no folder.
-    if (std::strcmp(driver, kDriver) != 0 || gJobLine != nullptr)
+    if (std::strcmp(driver, kDriver) != 0 || served == nullptr)
         return false;
     setCallbacks(*data);
     data->format = kFormat;
@@ -128,7 +132,7 @@ bool describeQueue(pappl_system_t *, const char *driver, const char *, const cha
     data->color_default = PAPPL_COLOR_MODE_AUTO;
     data->orient_default = IPP_ORIENT_PORTRAIT;
     takeRaster(*data);
-    setResolutions(*data, *static_cast<const ServiceRequest *>(request));
+    setResolutions(*data, *served);
     setMedia(*data);
     *attributes = ippNew();
     setChoices(*data, *attributes);
@@ -136,11 +140,27 @@ bool describeQueue(pappl_system_t *, const char *driver, const char *, const cha
     return true;
 }
 
-void takeFormats(pappl_system_t *system)
+}  // namespace
+
+void setDriver(pappl_system_t *system)
 {
+    static pappl_pr_driver_t driver = {kDriver, "Films", nullptr, nullptr};
+    papplSystemSetPrinterDrivers(system, 1, &driver, nullptr, nullptr, describeQueue, nullptr);
     for (const char *const format : kFormats)
         papplSystemAddMIMEFilter(system, format, kFormat, makeDocument, nullptr);
     papplSystemSetMIMECallback(system, formatOf, nullptr);
+}
+
+void servePrinter(pappl_system_t *system, const Queue &queue, bool announced)
+{
+    served = &queue;
+    pappl_printer_t *const printer =
+        papplPrinterCreate(system, 0, queue.name.c_str(), kDriver, "MFG:Riders;MDL:Films;", "file:///dev/null");
+    served = nullptr;
+    if (printer == nullptr)
+        throw io::Refusal("the queue " + queue.name + " cannot be set up");
+    if (!announced)
+        papplPrinterSetDNSSDName(printer, nullptr);
 }
 
 }  // namespace riders::printer

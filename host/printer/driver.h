@@ -3,17 +3,15 @@
 
 #include <pappl/pappl.h>
 
-#include "printer/service_request.h"
+#include "printer/queues/queue.h"
 
 namespace riders::printer {
 
-inline constexpr const char *kDriver = "riders-films";
+// Says what the system's printers can do, and which formats of documents they take.
+void setDriver(pappl_system_t *system);
 
-// What PAPPL asks for each printer; the data is the request.
-bool describeQueue(pappl_system_t *system, const char *driver, const char *uri, const char *id,
-                   pappl_pr_driver_data_t *data, ipp_t **attributes, void *request);
-
-// The formats of documents that are made into films.
-void takeFormats(pappl_system_t *system);
+// Makes a queue a printer of the system: nobody else can make one, since it would have no choices and no folder.
+// Others on the network are told of it where that is wanted. Throws io::Refusal.
+void servePrinter(pappl_system_t *system, const Queue &queue, bool announced);
 
 }  // namespace riders::printer

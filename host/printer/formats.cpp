@@ -12,6 +12,12 @@ bool isTaken(const std::string &format)
     return std::any_of(std::begin(kFormats), std::end(kFormats), isIt) || isIt("image/jpeg") || isIt("image/png");
 }
 
+bool mayBeTaken(const std::string &format)
+{
+    return isTaken(format) || format == "application/octet-stream" || format == "image/pwg-raster" ||
+           format == "image/urf";
+}
+
 const char *formatOf(const unsigned char *bytes, std::size_t size, void *)
 {
     constexpr unsigned char kPreview[] = {0xC5, 0xD0, 0xD3, 0xC6};

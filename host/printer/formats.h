@@ -14,6 +14,9 @@ inline constexpr const char *kFormats[] = {"application/pdf", "application/posts
 // PostScript by then.
 bool isTaken(const std::string &format);
 
+// Whether a client may send a document under that type: pages of pixels too, and whatever shows only when it is here.
+bool mayBeTaken(const std::string &format);
+
 // As PAPPL calls it for documents that it does not recognise: their type by their first bytes, or nullptr. EPS
 // with a preview before it is recognised.
 const char *formatOf(const unsigned char *bytes, std::size_t size, void *);

@@ -1,19 +1,24 @@
-// Two places in PAPPL where it asks nobody: where a job's document is about to be received, and where an answer
-// goes out. The program defines these functions itself, and so the loader gives them to PAPPL, instead of the
-// libraries' own, which they call.
+// Three places in PAPPL where it asks nobody: where a job's document is about to be received, where an answer is
+// made, and where it goes out. The program defines these functions itself, and so the loader gives them to PAPPL,
+// instead of the libraries' own, which they call.
 #include "printer/hooks.h"
 
 #include <dlfcn.h>
 #include <errno.h>
 #include <pappl/pappl.h>
+#include <stdarg.h>
+#include <stdio.h>
 #include <string.h>
 #include <sys/statvfs.h>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "printer/formats.h"
 
 namespace riders::printer {
 
@@ -93,6 +98,31 @@ extern "C" int papplJobOpenFile(pappl_job_t *job, char *name, size_t size, const
         papplJobSetReasons(job, PAPPL_JREASON_JOB_HOLD_UNTIL_SPECIFIED | PAPPL_JREASON_JOB_QUEUED,
                            PAPPL_JREASON_NONE);
     return own(job, name, size, folder, extension, mode);
+}
+
+// Whoever only asks whether a job would be taken hears what would be said of its document's format: PAPPL looks at
+// that when a document comes.
+extern "C" ipp_t *papplClientRespondIPP(pappl_client_t *client, ipp_status_t status, const char *form, ...)
+{
+    static auto *const own = librarysOwn<decltype(papplClientRespondIPP)>("papplClientRespondIPP");
+    ipp_t *const request = papplClientGetRequest(client);
+    if (status < IPP_STATUS_ERROR_BAD_REQUEST && ippGetOperation(request) == IPP_OP_VALIDATE_JOB) {
+        ipp_attribute_t *const attribute = ippFindAttribute(request, "document-format", IPP_TAG_MIMETYPE);
+        const char *const format = ippGetString(attribute, 0, nullptr);
+        if (format != nullptr && !riders::printer::mayBeTaken(format)) {
+            ipp_t *const answer = own(client, IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED,
+                                      "No films can be made of a document of that format.");
+            ippAddString(answer, IPP_TAG_UNSUPPORTED_GROUP, IPP_TAG_MIMETYPE, "document-format", nullptr, format);
+            return answer;
+        }
+    }
+    std::array<char, 1024> message{};
+    va_list values;
+    va_start(values, form);
+    if (form != nullptr)
+        vsnprintf(message.data(), message.size(), form, values);
+    va_end(values);
+    return form == nullptr ? own(client, status, nullptr) : own(client, status, "%s", message.data());
 }
 
 // Called for each answer before anything of it is sent: what it says was accepted is on the disk from here on.

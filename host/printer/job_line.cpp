@@ -84,16 +84,9 @@ bool isHeldByUser(pappl_job_t *job)
 }  // namespace
 
 JobLine::JobLine(const ServiceRequest &request, bool sandbox)
-    : request_(request), sandbox_(sandbox), store_(request.state / "jobs"), atOnce_(coresOf(request))
+    : request_(request), sandbox_(sandbox), store_(request.state / "jobs"),
+      queues_(request.queues, request.state / "queues.toml"), atOnce_(coresOf(request))
 {
-}
-
-const Queue &JobLine::queueOf(const JobKey &key) const
-{
-    for (const Queue &queue : request_.queues)
-        if (queue.name == key.queue)
-            return queue;
-    throw io::Refusal("there is no queue " + key.queue + " any more");
 }
 
 // PAPPL removes the file that it is given, so it gets another name of the document. It would start the job at
@@ -126,8 +119,8 @@ void JobLine::takeUp()
     for (const JobRecord &record : store_.all())
         if (record.state == JobState::accepted && hand(record, record.key.number) == nullptr)
             say(record.key.text() + " waits: there is no queue " + record.key.queue);
-    for (const Queue &queue : request_.queues)
-        papplPrinterSetNextJobID(printerOf(system_, queue.name), store_.nextNumber(queue.name));
+    for (const Queue *const queue : queues_.all())
+        papplPrinterSetNextJobID(printerOf(system_, queue->name), store_.nextNumber(queue->name));
 }
 
 void JobLine::begin()
@@ -135,8 +128,8 @@ void JobLine::begin()
     const std::lock_guard lock(mutex_);
     begun_ = true;
     std::thread([this] { watchGone(); }).detach();
-    for (const Queue &queue : request_.queues)
-        advance(queue.name);
+    for (const Queue *const queue : queues_.all())
+        advance(queue->name);
 }
 
 void JobLine::settle()
@@ -145,12 +138,12 @@ void JobLine::settle()
     if (stopping_)
         return;
     noteGone();
-    for (const Queue &queue : request_.queues) {
-        for (pappl_job_t *const job : activeJobs(printerOf(system_, queue.name)))
+    for (const Queue *const queue : queues_.all()) {
+        for (pappl_job_t *const job : activeJobs(printerOf(system_, queue->name)))
             if (papplJobGetState(job) == IPP_JSTATE_HELD && papplJobGetFilename(job) != nullptr &&
                 !store_.find(keyOf(job)))
-                keep(job, queue.name, papplJobGetFilename(job));
-        advance(queue.name);
+                keep(job, queue->name, papplJobGetFilename(job));
+        advance(queue->name);
     }
 }
 
@@ -343,7 +336,7 @@ bool JobLine::film(pappl_job_t *job, JobRecord record, const fs::path &document)
         try {
             if (papplJobIsCanceled(job) || stopping_)
                 throw Canceled();
-            const Queue &queue = queueOf(record.key);
+            const Queue &queue = queues_.find(record.key.queue);
             const Filmed filmed = makeFilmsOf({.record = record,
                                                .queue = queue,
                                                .document = document,
@@ -422,13 +415,26 @@ JobKey JobLine::again(const JobKey &key, const Choices &choices)
     return record->key;
 }
 
+void JobLine::makeQueue(const Queue &queue, const std::function<void(const Queue &)> &serve)
+{
+    const std::lock_guard lock(mutex_);
+    const Queue &added = queues_.add(queue);
+    try {
+        serve(added);
+        papplPrinterSetNextJobID(printerOf(system_, queue.name), store_.nextNumber(queue.name));
+    } catch (const io::Refusal &) {
+        queues_.takeBack();
+        throw;
+    }
+}
+
 void JobLine::release(const JobKey &key)
 {
     const std::lock_guard lock(mutex_);
     std::optional<JobRecord> record = store_.find(key);
     if (!record || record->state != JobState::held)
         throw io::Refusal("the films of " + key.text() + " are not held");
-    record->films = releaseFilms(*record, queueOf(key), request_.films);
+    record->films = releaseFilms(*record, queues_.find(key.queue), request_.films);
     record->state = JobState::made;
     store_.update(*record);
 }

@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -18,6 +19,7 @@
 #include <string>
 
 #include "printer/jobs/job_store.h"
+#include "printer/queues/queue_list.h"
 #include "printer/service_request.h"
 
 namespace riders::printer {
@@ -60,11 +62,14 @@ public:
     // Puts films that were held where they belong. Throws io::Refusal.
     void release(const JobKey &key);
 
+    // Has one more queue, now and when it is started again; `serve` makes it known to PAPPL. Throws io::Refusal.
+    void makeQueue(const Queue &queue, const std::function<void(const Queue &)> &serve);
+
     // Ends the films in work, and waits for that; no job is begun, and no answer sent, from then on.
     void stop();
 
     const JobStore &store() const { return store_; }
-    const Queue &queueOf(const JobKey &key) const;
+    const QueueList &queues() const { return queues_; }
     const ServiceRequest &request() const { return request_; }
 
 private:
@@ -84,6 +89,7 @@ private:
     const ServiceRequest &request_;
     const bool sandbox_;
     JobStore store_;
+    QueueList queues_;
     pappl_system_t *system_ = nullptr;
 
     std::recursive_mutex mutex_;  // before any lock of PAPPL's

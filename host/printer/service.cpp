@@ -112,22 +112,6 @@ System systemFor(const ServiceRequest &request)
     return system;
 }
 
-void addQueues(pappl_system_t *system, const ServiceRequest &request)
-{
-    static pappl_pr_driver_t driver = {kDriver, "Films", nullptr, nullptr};
-    papplSystemSetPrinterDrivers(system, 1, &driver, nullptr, nullptr, describeQueue,
-                                 const_cast<ServiceRequest *>(&request));
-    takeFormats(system);
-    for (const Queue &queue : request.queues) {
-        pappl_printer_t *const printer = papplPrinterCreate(system, 0, queue.name.c_str(), kDriver,
-                                                            "MFG:Riders;MDL:Films;", "file:///dev/null");
-        if (printer == nullptr)
-            throw io::Refusal("the queue " + queue.name + " cannot be set up");
-        if (request.listen.empty())
-            papplPrinterSetDNSSDName(printer, nullptr);
-    }
-}
-
 void listen(pappl_system_t *system, const ServiceRequest &request)
 {
     const std::string port = "port " + std::to_string(request.port);
@@ -138,11 +122,11 @@ void listen(pappl_system_t *system, const ServiceRequest &request)
         throw io::Refusal(port + " of " + request.listen + " cannot be had");
 }
 
-void sayAddresses(const ServiceRequest &request)
+void sayAddresses(const ServiceRequest &request, const QueueList &queues)
 {
     const std::string port = std::to_string(request.port);
-    for (const Queue &queue : request.queues)
-        std::cout << "ipp://localhost:" << port << "/ipp/print/" << queue.name << '\n';
+    for (const Queue *const queue : queues.all())
+        std::cout << "ipp://localhost:" << port << "/ipp/print/" << queue->name << '\n';
     std::cout << "http://localhost:" << port << "/films\n" << std::flush;
 }
 
@@ -159,7 +143,9 @@ void serve(const ServiceRequest &request)
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     const System system = systemFor(request);
     line.serve(system.get());
-    addQueues(system.get(), request);
+    setDriver(system.get());
+    for (const Queue *const queue : line.queues().all())
+        servePrinter(system.get(), *queue, !request.listen.empty());
     listen(system.get(), request);
     papplSystemSetEventCallback(system.get(), noteEvent, &line);
     addPages(system.get(), line);
@@ -167,7 +153,7 @@ void serve(const ServiceRequest &request)
     gJobLine = &line;
     papplSystemAddTimerCallback(system.get(), std::time(nullptr), 0, beginLine, &line);
     std::thread(endOnSignal, std::ref(line)).detach();
-    sayAddresses(request);
+    sayAddresses(request, line.queues());
     papplSystemRun(system.get());
     line.stop();
     _exit(0);

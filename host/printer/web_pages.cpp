@@ -7,6 +7,7 @@
 #include <set>
 
 #include "io/refusal.h"
+#include "printer/driver.h"
 #include "printer/web/pages.h"
 
 namespace fs = std::filesystem;
@@ -118,7 +119,7 @@ JobOnPage onPage(pappl_client_t *client, JobLine &line, const JobRecord &record)
 {
     std::array<char, 128> session{};
     JobOnPage job{.record = record,
-                  .queue = line.queueOf(record.key),
+                  .queue = line.queues().find(record.key.queue),
                   .films = {},
                   .session = papplClientGetCSRFToken(client, session.data(), session.size())};
     std::error_code none;
@@ -194,6 +195,12 @@ JobKey act(JobLine &line, const Fields &fields, const JobRecord &record)
     return record.key;
 }
 
+void refuseForeign(pappl_client_t *client, Fields &fields)
+{
+    if (papplClientGetMethod(client) != HTTP_STATE_POST || !fields.areFromOurPage(client))
+        throw io::Refusal("The form is too old, or not from this printer; go back and load the page again.");
+}
+
 bool doAction(pappl_client_t *client, void *data)
 {
     if (!papplClientHTMLAuthorize(client))
@@ -201,14 +208,46 @@ bool doAction(pappl_client_t *client, void *data)
     return orRefuse(client, [&] {
         JobLine &line = *static_cast<JobLine *>(data);
         Fields fields(client);
-        if (papplClientGetMethod(client) != HTTP_STATE_POST || !fields.areFromOurPage(client))
-            throw io::Refusal("The form is too old, or not from this printer; go back and load the page again.");
+        refuseForeign(client, fields);
         const auto record = line.store().find(keyFromText(fields.get("job")));
         if (!record)
             throw io::Refusal("There is no such job any more.");
         const JobKey shown = act(line, fields, *record);
         return papplClientRespondRedirect(client, HTTP_STATUS_SEE_OTHER,
                                           (std::string(kJobPath) + "?job=" + shown.text()).c_str());
+    });
+}
+
+bool showQueues(pappl_client_t *client, void *data)
+{
+    if (!papplClientHTMLAuthorize(client))
+        return true;
+    std::array<char, 128> session{};
+    papplClientGetCSRFToken(client, session.data(), session.size());
+    return send(client, HTTP_STATUS_OK, queuesPage(static_cast<JobLine *>(data)->queues().all(), session.data()));
+}
+
+// As on the command line, but that no files can be named here.
+Queue queueIn(const Fields &fields)
+{
+    Queue queue{.name = fields.get("name"), .choices = choicesIn(fields), .printer = fields.get("printer")};
+    queue.hold = fields.get("hold") == "yes";
+    checkQueue(queue);
+    return queue;
+}
+
+bool makeQueue(pappl_client_t *client, void *data)
+{
+    if (!papplClientHTMLAuthorize(client))
+        return true;
+    return orRefuse(client, [&] {
+        JobLine &line = *static_cast<JobLine *>(data);
+        Fields fields(client);
+        refuseForeign(client, fields);
+        line.makeQueue(queueIn(fields), [&](const Queue &queue) {
+            servePrinter(line.system(), queue, !line.request().listen.empty());
+        });
+        return papplClientRespondRedirect(client, HTTP_STATUS_SEE_OTHER, kQueuesPath);
     });
 }
 
@@ -219,6 +258,8 @@ void addPages(pappl_system_t *system, JobLine &line)
     papplSystemAddResourceCallback(system, kJobsPath, "text/html", showJobs, &line);
     papplSystemAddResourceCallback(system, kJobPath, "text/html", showJob, &line);
     papplSystemAddResourceCallback(system, kActionPath, "text/html", doAction, &line);
+    papplSystemAddResourceCallback(system, kQueuesPath, "text/html", showQueues, &line);
+    papplSystemAddResourceCallback(system, kMakeQueuePath, "text/html", makeQueue, &line);
     papplSystemAddLink(system, "Jobs and films", kJobsPath, PAPPL_LOPTIONS_NAVIGATION);
 }
 

@@ -33,4 +33,4 @@ _riders() {
     :files) _filedir ;;
   esac
 } &&
-  complete -F _riders riders
+  complete -F _riders riders riders-printer

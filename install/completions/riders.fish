@@ -28,3 +28,4 @@ function __riders_complete
 end
 
 complete -c riders -f -a '(__riders_complete)'
+complete -c riders-printer -f -a '(__riders_complete)'

@@ -27,6 +27,8 @@ const std::vector<std::string> kTyped = {
     "make --plate Cy",
     "make --frequency 13",
     "make --annotation x --font Helvetica-B",
+    "printer --sandbox n",
+    "printer --films fi",
 };
 
 // What a shell offers after each of them.
@@ -134,6 +136,21 @@ TEST(Completion, OffersFilesOfTheKindThatFitsOrElseAll)
     expectInEach("proof --riders fi", {"film.riders"});
     expectInEach("make --spot mi", {"mine.spot"});
     expectInEach("play let", {"letter.txt"});
+}
+
+// The printer is a program of its own, which is asked.
+TEST(Completion, OffersWhatTheProgramOfACommandKnows)
+{
+    if (!std::filesystem::exists(installed() / "bin/riders-printer"))
+        GTEST_SKIP() << "the printer is not built here";
+    expectInEach("printer --sandbox n", {"never"});
+    for (const char *name : {"printer", "riders-printer"}) {
+        const CommandResult result = name == std::string("printer")
+                                         ? installed().riders({"--complete-line", "printer", "--que"})
+                                         : installed().run({name, "--complete-line", "--que"});
+        EXPECT_TRUE(result.out.starts_with("--queue\tA queue and its choices")) << result.out;
+        EXPECT_NE(result.out.find("\n--queues\t"), std::string::npos) << result.out;
+    }
 }
 
 TEST(Completion, OffersNothingThatOnlyTheUserKnows)

@@ -1,4 +1,6 @@
 // The printer's pages: what they show, and what is done by their forms.
+#include <signal.h>
+
 #include "printer/own_service.h"
 #include "printer/web/pages.h"
 
@@ -58,7 +60,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    const OwnService service{folder.path(), {"--queue", "check:dpi=300,hold"}};
+    OwnService service{folder.path(), {"--queue", "check:dpi=300,hold"}};
 };
 
 TEST_F(PrinterPagesTest, HeldFilmsAreLookedAtFetchedAndReleased)
@@ -94,6 +96,39 @@ TEST_F(PrinterPagesTest, AJobIsMadeAgainAlsoWithOtherScreens)
     EXPECT_NE(act("check-1", "change", "&frequency=0").find("lines per inch"), std::string::npos);
 }
 
+TEST_F(PrinterPagesTest, AQueueIsMadeAndIsThereTheNextTime)
+{
+    const auto make = [&](const std::string &fields) {
+        const std::string session = between(service.page("/films/queues"), "name=\"session\" value=\"", "\"");
+        return service.page("/films/make-queue", "session=" + session + "&" + fields);
+    };
+    EXPECT_NE(make("name=fine&frequency=40&angle=30&dpi=200").find("303"), std::string::npos);
+    EXPECT_NE(service.page("/films/queues").find("angle 30, dpi 200, frequency 40"), std::string::npos);
+    const Answer answer = service.send(folder / "job.ps", "poster", {}, "fine");
+    ASSERT_EQ(answer.status, IPP_STATUS_OK) << answer.message;
+    service.waitFor(answer.job, IPP_JSTATE_COMPLETED, "fine");
+    const auto films = filmsOf(kJob, "poster", {"--dpi=200", "--frequency=40", "--angle=30"});
+    EXPECT_EQ(filmsIn(service.films() / "fine-1-poster"), films);
+    const std::pair<const char *, const char *> refused[] = {{"name=fine", "there is a queue fine already"},
+                                                             {"name=check", "there is a queue check already"},
+                                                             {"name=two+words", "queue&#39;s name"},
+                                                             {"name=a:folder=/etc", "queue&#39;s name"},
+                                                             {"name=b&shape=/etc/passwd", "cannot name files"},
+                                                             {"name=c&dpi=high", "dots per inch"},
+                                                             {"name=d&printer=x&hold=yes", "held or printed"}};
+    for (const auto &[fields, why] : refused) {
+        const std::string page = make(fields);
+        EXPECT_NE(page.find("Not done"), std::string::npos) << fields;
+        EXPECT_NE(page.find(why), std::string::npos) << fields << page;
+    }
+    service.end(SIGTERM);
+    const OwnService next(folder.path(), {"--queue", "check:dpi=300,hold"});
+    const Answer again = next.send(folder / "job.ps", "poster", {}, "fine");
+    ASSERT_EQ(again.status, IPP_STATUS_OK) << again.message;
+    next.waitFor(again.job, IPP_JSTATE_COMPLETED, "fine");
+    EXPECT_EQ(filmsIn(next.films() / "fine-2-poster"), films);
+}
+
 TEST_F(PrinterPagesTest, FormsOfOthersAreRefused)
 {
     const Answer answer = service.send(folder / "job.ps", "poster", {}, "check");
@@ -101,6 +136,8 @@ TEST_F(PrinterPagesTest, FormsOfOthersAreRefused)
     EXPECT_NE(service.page("/films/do", "session=no&job=check-1&action=release").find("not from this printer"),
               std::string::npos);
     EXPECT_NE(service.page("/films/check-1/../../etc/passwd").find("HTTP/1.1 4"), std::string::npos);
+    EXPECT_NE(service.page("/films/make-queue", "session=no&name=more").find("not from this printer"),
+              std::string::npos);
     EXPECT_NE(service.page("/films/job?job=check-9").find("no such job"), std::string::npos);
 }
 

@@ -50,6 +50,16 @@ TEST(QueueFileTest, HasATableForEachQueue)
     EXPECT_NE(why("[queue.a]\ndpi = []\n"), "");
 }
 
+TEST(QueueFileTest, IsWrittenAsItIsRead)
+{
+    const Queue queue = queueFromText("fine:plates=Gold:60@75,Line;Say \"x\\y\":60,marks=label+crop,hold,dpi=600");
+    const std::vector<Queue> read = queuesFromToml(tomlOf(queue), "q");
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].name, queue.name);
+    EXPECT_EQ(read[0].choices, queue.choices);
+    EXPECT_TRUE(read[0].hold);
+}
+
 TEST(ChoicesTest, OfAJobComeOverThoseOfItsQueue)
 {
     const Queue queue = queueFromText("a:frequency=60,angle=45,dpi=600");

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 #include "io/limited_process.h"
 #include "io/output.h"
@@ -99,11 +100,14 @@ std::vector<std::string> confined(const FilmingRequest &request, const Unfinishe
     whole.insert(whole.end(), command.begin(), command.end());
     if (!request.sandbox)
         return whole;
-    const SandboxRoom room{
+    SandboxRoom room{
         .readable = {programsFolder(), request.document, toolbox::folders::usersPreferences() / "screens"},
         .writable = {unfinished.folder(), request.cache},
         .folder = unfinished.folder(),
         .network = !request.queue.printer.empty()};
+    // Where the print server is not at its usual place.
+    if (const char *const server = std::getenv("CUPS_SERVER"); room.network && server != nullptr && *server == '/')
+        room.readable.emplace_back(server);
     return inSandbox(room, whole);
 }
 
@@ -234,10 +238,11 @@ fs::path releaseFilms(const JobRecord &record, const Queue &queue, const fs::pat
 Filmed makeFilmsOf(const FilmingRequest &request)
 {
     const fs::path folder = folderOfFilms(request.record, request.queue, request.films);
+    io::makeFolders(folder.parent_path());
+    // Also where nothing is left to be done but to remove what a killed process has left.
+    const Unfinished unfinished(folder.parent_path(), request.record.key);
     if (request.queue.printer.empty() && fs::exists(folder))
         return {folder, {}};
-    io::makeFolders(folder.parent_path());
-    const Unfinished unfinished(folder.parent_path(), request.record.key);
     const fs::path job =
         unfinished.folder() / (nameOfFilms(request.record.title) + extensionOf(request.record.format));
     fs::create_symlink(request.document, job);

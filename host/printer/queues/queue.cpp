@@ -15,7 +15,6 @@ namespace riders::printer {
 namespace {
 
 constexpr std::size_t kLongestName = 40, kLongestValue = 1000;  // bytes
-constexpr std::size_t kMostQueues = 100;
 
 bool isNameCharacter(char c)
 {
@@ -57,17 +56,6 @@ void setPart(Queue &queue, const std::string &name, const std::string &value)
         queue.look = yesOrNo(name, value);
     else
         queue.choices.set(name, value, ChosenBy::owner);
-}
-
-// What no film could be made of, whatever the job.
-void checkWhole(const Queue &queue)
-{
-    if (!queue.folder.empty() && !queue.printer.empty())
-        throw io::Refusal("the films of " + queue.name + " go either to a folder or to a printer");
-    if (queue.hold && !queue.printer.empty())
-        throw io::Refusal("the films of " + queue.name + " are either held or printed");
-    if (!queue.choices.get("screens").empty() && !queue.choices.get("angle").empty())
-        throw io::Refusal("an angle would give all plates of the set of " + queue.name + " one angle");
 }
 
 std::vector<std::string> partsOf(std::string_view text)
@@ -126,7 +114,7 @@ Queue queueFrom(const toml::key &name, const toml::node &node, const std::string
             at = key.source().begin;
             setPart(queue, std::string(key.str()), textOf(std::string(key.str()), value));
         }
-        checkWhole(queue);
+        checkQueue(queue);
     } catch (const io::Refusal &refusal) {
         refuse(file, at, refusal.message);
     }
@@ -134,6 +122,19 @@ Queue queueFrom(const toml::key &name, const toml::node &node, const std::string
 }
 
 }  // namespace
+
+void checkQueue(const Queue &queue)
+{
+    checkName(queue.name);
+    if (queue.printer.size() > kLongestValue || screens::hasControlCharacters(queue.printer))
+        throw io::Refusal("expected the name of a queue to print on, not \"" + queue.printer + "\"");
+    if (!queue.folder.empty() && !queue.printer.empty())
+        throw io::Refusal("the films of " + queue.name + " go either to a folder or to a printer");
+    if (queue.hold && !queue.printer.empty())
+        throw io::Refusal("the films of " + queue.name + " are either held or printed");
+    if (!queue.choices.get("screens").empty() && !queue.choices.get("angle").empty())
+        throw io::Refusal("an angle would give all plates of the set of " + queue.name + " one angle");
+}
 
 Queue queueFromText(std::string_view text)
 {
@@ -146,7 +147,7 @@ Queue queueFromText(std::string_view text)
             throw io::Refusal("expected a choice and its value, as in frequency=60, not \"" + part + "\"");
         setPart(queue, part.substr(0, equals), equals == part.npos ? "yes" : part.substr(equals + 1));
     }
-    checkWhole(queue);
+    checkQueue(queue);
     return queue;
 }
 
@@ -165,6 +166,26 @@ std::vector<Queue> queuesFromToml(std::string_view bytes, const std::string &fil
         refuse(file, error.source().begin, std::string(error.description()));
     }
     return queues;
+}
+
+std::string tomlOf(const Queue &queue)
+{
+    std::string text = "[queue." + queue.name + "]\n";
+    const auto line = [&](const std::string &name, const std::string &value) {
+        if (value.empty())
+            return;
+        text += name + " = \"";
+        for (const char c : value)
+            text += (c == '"' || c == '\\' ? "\\" : "") + std::string(1, c);
+        text += "\"\n";
+    };
+    for (const auto &[name, value] : queue.choices.all())
+        line(name, value);
+    line("folder", queue.folder);
+    line("printer", queue.printer);
+    line("hold", queue.hold ? "yes" : "");
+    line("look", queue.look ? "yes" : "");
+    return text;
 }
 
 std::vector<Queue> queuesFrom(const std::vector<std::string> &texts, const std::filesystem::path &file)

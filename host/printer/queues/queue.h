@@ -23,12 +23,17 @@ struct Queue {
 };
 
 inline constexpr const char *kUsualQueue = "films";
+inline constexpr std::size_t kMostQueues = 100;
 
 // NAME, or NAME:CHOICE=VALUE,..., where a part without = is a flag, or goes on with the value before it. Throws
 // io::Refusal.
 Queue queueFromText(std::string_view text);
 // [queue.NAME] tables of TOML; `file` is named in messages. Throws io::Refusal.
 std::vector<Queue> queuesFromToml(std::string_view bytes, const std::string &file);
+// Throws io::Refusal where the name is no name, or no film could be made of any job.
+void checkQueue(const Queue &queue);
+// The table of such a queue.
+std::string tomlOf(const Queue &queue);
 // All of them, each name once; the usual one where there is none. Throws io::Refusal.
 std::vector<Queue> queuesFrom(const std::vector<std::string> &texts, const std::filesystem::path &file);
 

@@ -10,7 +10,7 @@
 
 namespace riders::printer {
 
-extern const std::string_view kPageFrame, kPageStyle, kPageParts;
+extern const std::string_view kPageFrame, kPageStyle, kPageParts, kRefresh;
 
 namespace {
 
@@ -18,10 +18,12 @@ using html::escaped;
 
 std::string page(const std::string &title, const std::string &body, bool changes)
 {
-    return html::filled(kPageFrame, {{"title", escaped(title)},
-                                     {"refresh", changes ? html::part(kPageParts, "refresh") : ""},
-                                     {"style", std::string(kPageStyle)},
-                                     {"body", body}});
+    return html::filled(
+        kPageFrame,
+        {{"title", escaped(title)},
+         {"refresh", changes ? html::part(kPageParts, "refresh", {{"script", std::string(kRefresh)}}) : ""},
+         {"style", std::string(kPageStyle)},
+         {"body", body}});
 }
 
 std::string timeText(std::time_t time)
@@ -89,6 +91,14 @@ std::string buttons(const JobOnPage &job)
     return all;
 }
 
+// Where its films go, in words.
+std::string endOf(const Queue &queue)
+{
+    if (queue.hold)
+        return "held until they are released";
+    return queue.printer.empty() ? "a folder" : "printed on " + queue.printer;
+}
+
 std::string changeForm(const JobOnPage &job)
 {
     const Choices both = job.record.choices.over(job.queue.choices);
@@ -145,6 +155,20 @@ std::string jobPage(const JobOnPage &job)
                                          {"buttons", buttons(job)},
                                          {"change", changeForm(job)}});
     return page(record.title, body, record.state == JobState::accepted);
+}
+
+std::string queuesPage(const std::vector<const Queue *> &queues, const std::string &session)
+{
+    std::string rows;
+    for (const Queue *const queue : queues)
+        rows += html::part(kPageParts, "queue-row",
+                           {{"name", escaped(queue->name)},
+                            {"choices", escaped(queue->choices.inWords())},
+                            {"end", escaped(endOf(*queue))}});
+    return page("Queues",
+                html::part(kPageParts, "queues",
+                           {{"rows", rows}, {"path", kMakeQueuePath}, {"session", escaped(session)}}),
+                false);
 }
 
 std::string refusalPage(const std::string &message)

@@ -10,7 +10,8 @@
 namespace riders::printer {
 
 // Where in the server they are.
-inline constexpr const char *kJobsPath = "/films", *kJobPath = "/films/job", *kActionPath = "/films/do";
+inline constexpr const char *kJobsPath = "/films", *kJobPath = "/films/job", *kActionPath = "/films/do",
+                            *kQueuesPath = "/films/queues", *kMakeQueuePath = "/films/make-queue";
 // A file of a job's films.
 std::string pathOf(const JobKey &key, const std::string &file);
 
@@ -31,6 +32,8 @@ struct JobOnPage {
 std::string jobsPage(const std::vector<JobRecord> &records);
 // One job and what can be done with it.
 std::string jobPage(const JobOnPage &job);
+// The queues, and a form that makes another one; the session is what it has to send back.
+std::string queuesPage(const std::vector<const Queue *> &queues, const std::string &session);
 std::string refusalPage(const std::string &message);
 
 // films-17, or a key with an empty queue where the text is something else.
