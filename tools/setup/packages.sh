@@ -1,7 +1,7 @@
 # Sourced by the commands in the root: installs what is missing, builds.
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
-                libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev libtomlplusplus-dev libpango1.0-dev libcups2-dev
+                libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev libtomlplusplus-dev libpango1.0-dev libcups2-dev libjs-leaflet
                 fonts-urw-base35 fonts-dejavu-core ghostscript)
 # The printer's, which all else does without.
 printer_packages=(libpappl-dev zlib1g-dev bubblewrap)
