@@ -8,7 +8,7 @@ printer_packages=(libpappl-dev zlib1g-dev bubblewrap)
 # Displays without a person, programs that act for one, those whose jobs are screened, and disks to mount.
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils qpdf mupdf-tools
-               cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint xfsprogs btrfs-progs
+               chromium cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint xfsprogs btrfs-progs
                mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin)
 fuzz_packages=(clang libclang-rt-14-dev lld)
 package_packages=(debhelper dpkg-dev lintian librsvg2-bin)
