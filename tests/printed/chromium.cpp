@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "io/json.h"
+#include "toolbox/host/utf8.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ std::string textIn(const std::string &message, const std::string &name)
         }
         const char next = message[++at];
         if (next == 'u') {
-            text += static_cast<char>(std::stoi(message.substr(at + 1, 4), nullptr, 16));
+            toolbox::appendUtf8(text, static_cast<char32_t>(std::stoi(message.substr(at + 1, 4), nullptr, 16)));
             at += 4;
         } else {
             text += next == 'n' ? '\n' : next == 't' ? '\t' : next;

@@ -67,19 +67,6 @@ protected:
     LoupeTest() { writeFile(folder / "job.ps", kZoomedJob); }
 
     CommandResult riders(const Names &words) { return runRiders(words, "", folder.path()); }
-    // The proof `out`, with a loupe on films of 45 lines per inch.
-    void prove()
-    {
-        const CommandResult made =
-            riders({"proof", "--film", "job.ps", "--loupe", "--dpi", "600", "--screens", "offset", "--frequency",
-                    "45", "--plate", "Gold Ink:30@60", "-o", "out", "-q"});
-        ASSERT_EQ(made.out + made.err, "");
-    }
-    std::string page(const std::string &fragment) const
-    {
-        return "file://" + (folder / "out/loupe.html").string() + fragment;
-    }
-
     TemporaryFolder folder;
 };
 
@@ -159,8 +146,33 @@ TEST_F(LoupeTest, AFilmThatIsTurnedHasNone)
 {
     const CommandResult refused = riders({"film", "job.ps", "--look", "--loupe", "--rotate", "90"});
     EXPECT_EQ(refused.status, 2);
-    EXPECT_NE(refused.err.find("--loupe excludes --rotate"), std::string::npos) << refused.err;
+    EXPECT_NE(refused.err.find("--rotate excludes --loupe"), std::string::npos) << refused.err;
 }
+
+// A proof of films of 45 lines per inch, and the films, made once.
+class LoupePageTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        made = new TemporaryFolder;
+        writeFile(*made / "job.ps", kZoomedJob);
+        const Names screens = {"--dpi", "600",     "--screens",      "offset", "--frequency",
+                               "45",    "--plate", "Gold Ink:30@60", "-q"};
+        for (Names words : {Names{"proof", "--film", "job.ps", "--loupe", "-o", "out"},
+                            Names{"film", "job.ps", "-o", "films"}}) {
+            words.insert(words.end(), screens.begin(), screens.end());
+            ASSERT_EQ(runRiders(words, "", made->path()).err, "");
+        }
+    }
+    static void TearDownTestSuite() { delete made; }
+
+    static std::string page(const std::string &fragment)
+    {
+        return "file://" + (*made / "out/loupe.html").string() + fragment;
+    }
+
+    inline static TemporaryFolder *made = nullptr;
+};
 
 struct Rgb {
     int red, green, blue;
@@ -217,18 +229,13 @@ private:
 constexpr const char *kShown = "document.getElementById('sheet').getAttribute('aria-busy') === 'false'";
 
 // Each pixel is the films' inks over each other, at any zoom that shows dots; by mouse, and by keys alone.
-TEST_F(LoupeTest, ABrowserShowsTheFilmsDots)
+TEST_F(LoupePageTest, ABrowserShowsTheFilmsDots)
 {
-    prove();
-    ASSERT_EQ(riders({"film", "job.ps", "--dpi", "600", "--screens", "offset", "--frequency", "45", "--plate",
-                      "Gold Ink:30@60", "-o", "films", "-q"})
-                  .err,
-              "");
     const std::vector<std::pair<std::string, Rgb>> inks = {
         {"Cyan", {0, 158, 224}}, {"Magenta", {230, 0, 126}}, {"Black", {29, 29, 27}}};
     std::vector<std::pair<BitPlate, Rgb>> all;
     for (const auto &[ink, colour] : inks)
-        all.emplace_back(readFilm(folder / ("films/job_p01_" + ink + ".tif")).bits, colour);
+        all.emplace_back(readFilm(*made / ("films/job_p01_" + ink + ".tif")).bits, colour);
     Chromium browser(page("#page-1-dots"), 900, 700);
     browser.valueOf("(loupe.map.setView([600, 480], 0, {animate: false}), 1)");
     browser.await(kShown);
@@ -255,13 +262,12 @@ TEST_F(LoupeTest, ABrowserShowsTheFilmsDots)
     browser.await(kShown);
     EXPECT_EQ(ZoomedPage(browser).wrong(all), 0);
     for (const std::string &url : browser.asked())
-        EXPECT_TRUE(url.starts_with("file://" + (folder / "out").string()) || url == "about:blank") << url;
+        EXPECT_TRUE(url.starts_with("file://" + (*made / "out").string()) || url == "about:blank") << url;
 }
 
 // In the middle of dots, where it was laid: on films, all over the sheet.
-TEST_F(LoupeTest, TheGridAskedForIsLaidThroughTheDots)
+TEST_F(LoupePageTest, TheGridAskedForIsLaidThroughTheDots)
 {
-    prove();
     Chromium browser(page("#page-1-dots"), 900, 700);
     EXPECT_EQ(
         browser.valueOf("[...document.querySelectorAll('#grid option')].map(one => one.textContent).join('; ')"),
@@ -306,9 +312,8 @@ TEST_F(LoupeTest, TheGridAskedForIsLaidThroughTheDots)
     EXPECT_EQ(onDots, crossings);
 }
 
-TEST_F(LoupeTest, TheWholeSheetFitsATelephoneAndIsDarkWhereTheDesktopIs)
+TEST_F(LoupePageTest, TheWholeSheetFitsATelephoneAndIsDarkWhereTheDesktopIs)
 {
-    prove();
     Chromium browser(page(""), 360, 640);
     browser.await(kShown);
     EXPECT_EQ(browser.valueOf("document.documentElement.scrollWidth"), "360");
@@ -322,10 +327,9 @@ TEST_F(LoupeTest, TheWholeSheetFitsATelephoneAndIsDarkWhereTheDesktopIs)
     EXPECT_GE(zoom, 2);
 }
 
-TEST_F(LoupeTest, ATileThatIsGoneIsSaid)
+TEST_F(LoupePageTest, ATileThatIsGoneIsSaid)
 {
-    prove();
-    fs::remove(folder / "out/loupe/page-1-cyan/0/0-0.png");
+    fs::remove(*made / "out/loupe/page-1-cyan/0/0-0.png");
     Chromium browser(page(""), 900, 700);
     browser.valueOf("(loupe.map.setView([200, 200], 0, {animate: false}), 1)");
     browser.await("document.getElementById('where').textContent === 'loupe/page-1-cyan/0/0-0.png cannot be read'");

@@ -7,6 +7,15 @@ const side = sheets.tile, most = 5;  // a pixel of the plate is at most 2^most o
 const element = id => document.getElementById(id);
 const reduced = matchMedia('(prefers-reduced-motion: reduce)').matches;
 
+// Between two of the display's pixels, dots would be blurred.
+function toWholePixels() {
+  const sheet = element('sheet');
+  sheet.style.top = '0';
+  sheet.style.top = (1 - sheet.getBoundingClientRect().top % 1) % 1 + 'px';
+}
+toWholePixels();
+addEventListener('resize', toWholePixels);
+
 // Places count in pixels of the plate, down from its upper left corner; zoom 0 shows each as one of the page's.
 const map = L.map('sheet', {
   crs: L.extend({}, L.CRS.Simple, {transformation: new L.Transformation(1, 0, 1, 0)}),
