@@ -19,7 +19,7 @@ namespace riders::commands {
 namespace {
 
 struct FilmWords {
-    bool look = false;
+    bool look = false, loupe = false;
     std::string mesh;
     FilmScreenWords screens;
     PrinterWords printer;
@@ -66,6 +66,11 @@ void addLook(CLI::App &command, FilmWords &words)
                          "Make a page to look at, too, with the films' dots through a loupe and what is measured "
                          "on them: proof.html in "
                          "a folder beside the films, called as they are and -look, as in job-film-look");
+    command
+        .add_flag("--loupe", words.loupe,
+                  "With it also a page that zooms from the sheet to the single dot, plate by plate: loupe.html")
+        ->needs(look)
+        ->excludes("--rotate");
     command.add_option("--mesh", words.mesh, "Threads per inch, or N/cm, of the mesh to print through")
         ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))
         ->needs(look)
@@ -156,7 +161,8 @@ void fillIn(film::FilmRequest &request, const FilmWords &words)
         request.marks.sheet = film::sheetSizeFrom(words.sheet);
     request.compression = words.compression == "none" ? film::Compression::none : film::Compression::group4;
     if (words.look)
-        request.look = film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0)};
+        request.look =
+            film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0), .loupe = words.loupe};
 }
 
 std::string run(film::FilmRequest &request, const FilmWords &words, const std::string &name)

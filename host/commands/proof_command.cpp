@@ -67,7 +67,7 @@ film::FilmRequest filmsOf(const proof::ProofRequest &request, const ProofWords &
     films.format = film::FilmFormat::none;
     films.pages = request.pages;
     films.resolution = *film::resolutionFromText(words.resolution);
-    films.look = film::LookRequest{proof::placeOf(request), request.mesh};
+    films.look = film::LookRequest{proof::placeOf(request), request.mesh, request.loupe};
     films.limits = request.limits;
     films.quiet = request.quiet;
     return films;
@@ -169,6 +169,8 @@ void addProof(CLI::App &app, Chosen &chosen)
     command->add_option("--pages", request->pages, "As in 1,3-5; all when left out")->type_name("LIST");
     command->add_option("-o,--output", request->folder, "Where to; the job's name and -proof, here, when left out")
         ->type_name("DIR");
+    command->add_flag("--loupe", request->loupe,
+                      "Also make a page that zooms from the sheet to the single dot, plate by plate");
     addLimits(*command, request->limits);
     command->add_option("--mesh", words->mesh, "Threads per inch, or N/cm, of the mesh to print through")
         ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))

@@ -1,12 +1,12 @@
 #include "film/film_look.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "film/film_names.h"
 #include "film/resolution_text.h"
 #include "html/url.h"
 #include "io/interruption.h"
-#include "looking/report/report.h"
 
 namespace fs = std::filesystem;
 
@@ -48,12 +48,16 @@ FilmLook::FilmLook(const FilmRequest &request)
     : request_(request), place_(placeFor(request)), folder_(place_, looking::LookFolder::Holds::pictures),
       looks_(folder_.pictures())
 {
+    if (request.look->loupe)
+        folder_.makeRoomForTiles();
 }
 
 void FilmLook::beginPage(const FilmPage &page, const plates::TonePage &tones, const Sheet &sheet,
                          PlateScreens &screens, const std::vector<const PagePlate *> &plates)
 {
-    page_.emplace(KeptPageRun{request_, *survey_, page, looks_.of(page.number), tones, sheet, screens}, plates);
+    page_.emplace(
+        KeptPageRun{request_, *survey_, page, looks_.of(page.number), tones, sheet, screens, folder_.path()},
+        plates);
 }
 
 void FilmLook::take(std::size_t plate, const PlateMade &made)
@@ -79,12 +83,14 @@ std::string FilmLook::linkTo(const fs::path &film) const
 
 fs::path FilmLook::finish(const std::vector<std::string> &said)
 {
-    looking::writeReport(folder_.page(), {.job = request_.job.filename(),
-                                          .riders = request_.riders.filename(),
-                                          .resolution = resolutionText(request_.resolution),
-                                          .films = true,
-                                          .pages = std::move(pages_),
-                                          .said = said});
+    const bool zooms = std::any_of(pages_.begin(), pages_.end(), looking::hasTiles);
+    folder_.writePages({.job = request_.job.filename(),
+                        .riders = request_.riders.filename(),
+                        .resolution = resolutionText(request_.resolution),
+                        .films = true,
+                        .loupe = zooms ? looking::kLoupeName : "",
+                        .pages = std::move(pages_),
+                        .said = said});
     io::Interruption::check();
     folder_.finish();
     return place_ / looking::kPageName;

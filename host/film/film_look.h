@@ -35,6 +35,8 @@ public:
                    const std::vector<const PagePlate *> &plates);
     // What is to be kept of a plate's rows.
     std::vector<std::shared_ptr<KeptWindow>> windowsOf(std::size_t plate) const { return page_->windowsOf(plate); }
+    // What makes tiles of them; none where nobody wants to zoom.
+    std::shared_ptr<KeptTiles> tilesOf(std::size_t plate) const { return page_->tilesOf(plate); }
     // A film was made; from any thread, once for each. Throws Refusal, as the others do.
     void take(std::size_t plate, const PlateMade &made);
     // All of the page's films are made.

@@ -8,10 +8,12 @@
 #include "looking/dot_pictures.h"
 #include "looking/facts/warnings.h"
 #include "looking/file_names.h"
+#include "looking/look_folder.h"
 #include "looking/page_patterns.h"
 #include "looking/pictures/ink_colours.h"
 #include "looking/pictures/pictures.h"
 #include "plates/files/plate_names.h"
+#include "plates/measuring/grid_place.h"
 
 namespace riders::film {
 namespace {
@@ -71,8 +73,12 @@ KeptPage::KeptPage(const KeptPageRun &run, const std::vector<const PagePlate *> 
         addPlate(run, *plate);
     plates_.resize(facts_.plates.size());
     std::set<std::string> taken = looking::namesOfOthers();
-    for (std::size_t i = 0; i < plates_.size(); ++i)
-        plates_[i].picture = looking::pictureCalled(nameOf(facts_, facts_.plates[i].name, taken));
+    for (std::size_t i = 0; i < plates_.size(); ++i) {
+        const std::string file = nameOf(facts_, facts_.plates[i].name, taken);
+        plates_[i].picture = looking::pictureCalled(file);
+        if (request_.look->loupe)
+            keepTiles(run, i, file);
+    }
     findPatterns(facts_, run.look, kMostPatternPixels / facts_.dpi);
     keepWhatIsShown(run);
 }
@@ -126,6 +132,28 @@ void KeptPage::keepWhatIsShown(const KeptPageRun &run)
                 keep(run, i, pattern.where);
 }
 
+void KeptPage::keepTiles(const KeptPageRun &run, std::size_t plate, const std::string &file)
+{
+    const PageOnFilm page{run.sheet.left(), run.sheet.top(), run.tones.columns, run.tones.rows,
+                          run.request.resolution};
+    plates_[plate].tiles =
+        std::make_shared<KeptTiles>(page, run.folder / looking::kTilesName / file, facts_.plates[plate].ink);
+}
+
+// Where its loupe shows dots.
+void KeptPage::layGrid(std::size_t plate)
+{
+    looking::PlateFacts &facts = facts_.plates[plate];
+    const plates::Place &place = facts.loupe.empty() ? facts_.loupe : facts.loupe;
+    const Part part = at(plate, place);
+    facts.gridAt =
+        plates::middleOfDot(*part.bits, facts_.dpi, part.place, *facts.asked.frequency, *facts.asked.angle);
+    if (facts.gridAt) {
+        facts.gridAt->x += place.left;
+        facts.gridAt->y += place.top;
+    }
+}
+
 std::vector<std::shared_ptr<KeptWindow>> KeptPage::windowsOf(std::size_t plate) const
 {
     std::vector<std::shared_ptr<KeptWindow>> kept;
@@ -150,6 +178,11 @@ void KeptPage::take(std::size_t plate, const PlateMade &made, const FilmLink &li
     for (Window &window : plates_[at].windows) {
         window.dots = window.kept->upright(request_.rotation);
         window.kept.reset();
+    }
+    if (plates_[at].tiles) {
+        facts.tiles = plates_[at].tiles->finish();
+        plates_[at].tiles.reset();
+        layGrid(at);
     }
     drawPlate(facts_, at, *this, folder);
 }

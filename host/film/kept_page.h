@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "film/film_made.h"
+#include "film/kept_tiles.h"
 #include "film/kept_window.h"
 #include "film/page_plates.h"
 #include "film/plate_screens.h"
@@ -29,6 +30,7 @@ struct KeptPageRun {
     const plates::TonePage &tones;
     const Sheet &sheet;
     PlateScreens &screens;
+    std::filesystem::path folder;  // of the page to look at
 };
 
 struct FilmLink {
@@ -44,6 +46,8 @@ public:
 
     // What is to be kept of a plate's rows.
     std::vector<std::shared_ptr<KeptWindow>> windowsOf(std::size_t plate) const;
+    // What makes tiles of them; none where nobody wants to zoom.
+    std::shared_ptr<KeptTiles> tilesOf(std::size_t plate) const { return plates_[inOrder_[plate]].tiles; }
     // Draws the film that was made of a plate; from any thread, once for each. Throws Refusal.
     void take(std::size_t plate, const PlateMade &made, const FilmLink &link, const std::filesystem::path &folder);
     // Draws what all films make together. Throws Refusal.
@@ -62,10 +66,13 @@ private:
     struct Plate {
         std::string picture;  // its name, once there is one
         std::vector<Window> windows;
+        std::shared_ptr<KeptTiles> tiles;
     };
 
     void addPlate(const KeptPageRun &run, const PagePlate &plate);
     void keep(const KeptPageRun &run, std::size_t plate, const plates::Place &place);
+    void keepTiles(const KeptPageRun &run, std::size_t plate, const std::string &file);
+    void layGrid(std::size_t plate);
     void keepWhatIsShown(const KeptPageRun &run);
 
     const FilmRequest &request_;

@@ -54,6 +54,12 @@ void PageFilms::beginLook(const plates::TonePage &page, const Sheet &sheet)
     run_.look->beginPage(*page_, page, sheet, run_.screens, plates);
 }
 
+void PageFilms::lookAt(PlateFilmPlan &plan, std::size_t index) const
+{
+    plan.shown = run_.look->windowsOf(index);
+    plan.tiles = run_.look->tilesOf(index);
+}
+
 PagePlate PageFilms::plateOf(const plates::TonePage &page, std::size_t index) const
 {
     const std::string &name = page.plates[index];
@@ -82,7 +88,7 @@ PlateFilmPlan PageFilms::planFor(const plates::TonePage &page, std::size_t index
     plan.side = request.side;
     plan.measuredAt = turned(run_.measuredAt(*page_, plate), request.rotation, page_->width, page_->height);
     if (run_.look != nullptr)
-        plan.shown = run_.look->windowsOf(index);
+        lookAt(plan, index);
     plan.label = {plate.name,
                   job,
                   page.number,

@@ -56,6 +56,7 @@ private:
     PagePlate plateOf(const plates::TonePage &page, std::size_t index) const;
     PlateFilmPlan planFor(const plates::TonePage &page, std::size_t index,
                           const std::shared_ptr<const Sheet> &sheet);
+    void lookAt(PlateFilmPlan &plan, std::size_t index) const;
     std::unique_ptr<PlateWriter> writerFor(const PlateSheet &sheet);
     void screenBand();
     void forEachPlate(const std::function<void(Open &, std::size_t)> &work);

@@ -68,6 +68,8 @@ void PlateFilm::writeRow()
     window_.take(y_, bits_.data());
     for (const std::shared_ptr<KeptWindow> &window : plan_.shown)
         window->take(y_, bits_.data());
+    if (plan_.tiles)
+        plan_.tiles->take(y_, bits_.data());
     marks_->draw(y_, bits_.data());
     if (plan_.side.negative)
         invertRow(bits_.data(), columns);

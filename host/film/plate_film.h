@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "film/forms/plate_writer.h"
+#include "film/kept_tiles.h"
 #include "film/kept_window.h"
 #include "film/marks.h"
 #include "film/plate_screens.h"
@@ -26,6 +27,7 @@ struct PlateFilmPlan {
     FilmSide side;
     plates::Place measuredAt;                             // see KeptWindow
     std::vector<std::shared_ptr<KeptWindow>> shown = {};  // what else is kept, to be looked at
+    std::shared_ptr<KeptTiles> tiles = {};                // all of it; none where nobody wants to zoom
     Label label;                                          // all but the screen that is reached
     // Both are called once, at the first row with ink, or at once if there is known to be some.
     bool inked = false;

@@ -4,7 +4,9 @@
 #include <iterator>
 #include <string>
 
+#include "io/bytes.h"
 #include "io/refusal.h"
+#include "looking/loupe/loupe_page.h"
 #include "looking/report/report.h"
 
 namespace fs = std::filesystem;
@@ -41,6 +43,41 @@ bool holdsOnlyWhatIsShown(const fs::path &folder, const std::string &page, fs::f
     return true;
 }
 
+bool isPage(const fs::path &name)
+{
+    return name == kPageName || name == kLoupeName;
+}
+
+bool isKnown(const fs::path &name)
+{
+    return isPage(name) || name == kFilmsName || name == kPicturesName || name == kTilesName;
+}
+
+bool isNumbers(const std::string &name, const std::string &between)
+{
+    return !name.empty() && name.find_first_not_of("0123456789" + between) == name.npos;
+}
+
+// Whether it holds nothing but the tiles of plates that the page which zooms knows.
+bool holdsOnlyTiles(const fs::path &folder, fs::file_time_type written)
+{
+    if (!fs::is_regular_file(folder.parent_path() / kLoupeName))
+        return fs::is_empty(folder);
+    const std::string loupe = io::contentsOf(folder.parent_path() / kLoupeName);
+    for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
+        const fs::path name = entry->path().filename();
+        const bool known = entry.depth() == 0   ? loupe.find(folderInLoupe(name)) != loupe.npos
+                           : entry.depth() == 1 ? isNumbers(name, "")
+                                                : isNumbers(name.stem(), "-") && name.extension() == ".png";
+        const bool asItShould = entry.depth() < 2
+                                    ? entry->is_directory()
+                                    : entry->is_regular_file() && entry->last_write_time() <= written;
+        if (entry->is_symlink() || !known || !asItShould)
+            return false;
+    }
+    return true;
+}
+
 void refuseForeign(const fs::path &place, const fs::path &shown)
 {
     if (!fs::exists(place))
@@ -65,9 +102,11 @@ bool isLookFolder(const fs::path &folder)
     const fs::file_time_type written = fs::last_write_time(folder / kPageName);
     for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
         const fs::path name = entry.path().filename();
-        if (entry.is_symlink() || (name != kPageName && name != kFilmsName && name != kPicturesName))
+        if (entry.is_symlink() || !isKnown(name) || entry.is_directory() == isPage(name) ||
+            (name == kLoupeName && (entry.last_write_time() > written || page.find(kLoupeName) == page.npos)))
             return false;
-        if (entry.is_directory() && !holdsOnlyWhatIsShown(entry.path(), page, written))
+        if (entry.is_directory() && !(name == kTilesName ? holdsOnlyTiles(entry.path(), written)
+                                                         : holdsOnlyWhatIsShown(entry.path(), page, written)))
             return false;
     }
     return true;
@@ -84,6 +123,21 @@ LookFolder::LookFolder(const fs::path &place, Holds holds) : place_(io::placeWit
     } catch (const fs::filesystem_error &error) {
         throw io::Refusal(place.string() + ": " + error.code().message());
     }
+}
+
+void LookFolder::makeRoomForTiles() const
+{
+    std::error_code error;
+    fs::create_directory(path() / kTilesName, error);
+    if (error)
+        io::refuseErrno(path() / kTilesName, error.value());
+}
+
+void LookFolder::writePages(const LookFacts &facts) const
+{
+    if (!facts.loupe.empty())
+        writeLoupe(path() / kLoupeName, facts, {std::string(kTilesName) + "/", kPageName});
+    writeReport(page(), facts);
 }
 
 void LookFolder::finish()

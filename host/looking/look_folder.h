@@ -5,12 +5,16 @@
 #include <optional>
 
 #include "io/new_folder.h"
+#include "looking/facts/page_facts.h"
 
 namespace riders::looking {
 
 inline constexpr const char *kPageName = "proof.html";
 inline constexpr const char *kFilmsName = "films";
 inline constexpr const char *kPicturesName = "pictures";
+// The page that zooms, and its tiles.
+inline constexpr const char *kLoupeName = "loupe.html";
+inline constexpr const char *kTilesName = "loupe";
 
 // A proof's folder while it is being made.
 class LookFolder {
@@ -23,6 +27,10 @@ public:
     const std::filesystem::path &path() const { return folder_->path(); }
     std::filesystem::path page() const { return path() / kPageName; }
     std::filesystem::path pictures() const { return path() / kPicturesName; }
+    // Makes the folder for tiles. Throws Refusal, as the next does.
+    void makeRoomForTiles() const;
+    // The page, and the one that zooms where that was asked for.
+    void writePages(const LookFacts &facts) const;
     // For files that are needed only until then.
     const std::filesystem::path &work() const { return folder_->work(); }
     // Moves the proof to its place; an earlier one is removed. Until then, the place is as it was. Throws

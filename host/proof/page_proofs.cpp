@@ -9,8 +9,10 @@
 #include "looking/file_names.h"
 #include "looking/look_folder.h"
 #include "looking/page_patterns.h"
+#include "looking/tiles/plate_tiles.h"
 #include "plates/files/film_file.h"
 #include "plates/files/plate_names.h"
+#include "plates/measuring/grid_place.h"
 
 namespace riders::proof {
 namespace {
@@ -114,7 +116,21 @@ void PageProofs::finishPlate(size_t index, size_t i, const WholePlates &dots)
     if (plate.tints.tint)
         plate.measured = plates::measurePlate(dots.plates[i], run_.dpi, plate.flatPlace,
                                               plate.asked.frequency.value_or(60), plate.asked.shape);
+    if (run_.loupe)
+        cutIntoTiles(plate, dots.plates[i]);
     progress_.plateFinished();
+}
+
+void PageProofs::cutIntoTiles(looking::PlateFacts &plate, const plates::BitPlate &bits) const
+{
+    const std::filesystem::path name = std::filesystem::path(plate.film).stem();
+    looking::PlateTiles tiles(run_.folder / looking::kTilesName / name, bits.width, bits.height, plate.ink);
+    for (int y = 0; y < bits.height; ++y)
+        tiles.row(bits.row(y));
+    plate.tiles = tiles.finish();
+    if (plate.asked.frequency && plate.asked.angle)
+        plate.gridAt =
+            plates::middleOfDot(bits, run_.dpi, plate.flatPlace, *plate.asked.frequency, *plate.asked.angle);
 }
 
 void PageProofs::finishPage(size_t index, const WholePlates &dots)

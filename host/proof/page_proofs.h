@@ -24,6 +24,7 @@ struct PageProofsRun {
     double dpi;
     double mesh;                   // threads per inch; 0 for none
     std::filesystem::path folder;  // of the proof
+    bool loupe = false;            // whether to make tiles
 };
 
 // All plates of a page, as surveyed.
@@ -53,6 +54,7 @@ private:
     looking::PageFacts startedFacts(const plates::RenderedPage &page) const;
     void addPlates(size_t page, const Dots &dots);
     void finishPlate(size_t page, size_t plate, const WholePlates &dots);
+    void cutIntoTiles(looking::PlateFacts &plate, const plates::BitPlate &bits) const;
     void finishPage(size_t page, const WholePlates &dots);
 
     const PageProofsRun run_;

@@ -9,7 +9,6 @@
 #include "io/workers.h"
 #include "looking/look_folder.h"
 #include "looking/pictures/page_looks.h"
-#include "looking/report/report.h"
 #include "plates/job/prepared_job.h"
 #include "plates/make_plates.h"
 #include "plates/measuring/asked_for.h"
@@ -68,7 +67,9 @@ looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int
                            .pageSeen = [&](const plates::PageInTints &seen) { looks.take(seen); }},
                           workers);
     progress.expect(static_cast<int>(survey.pages.size()), inkedPlates(survey));
-    PageProofs proofs({survey, looks, riders, dpi, request.mesh, folder.path()}, workers, progress);
+    if (request.loupe)
+        folder.makeRoomForTiles();
+    PageProofs proofs({survey, looks, riders, dpi, request.mesh, folder.path(), request.loupe}, workers, progress);
     std::vector<std::string> said = plates::makePlates(
         {.job = job,
          .survey = survey,
@@ -80,8 +81,12 @@ looking::LookFacts proofPages(const ProofRequest &request, const std::vector<int
          .pageRead = [&](plates::RenderedPage page) { proofs.take(std::move(page)); },
          .pageLeftOut = [&](size_t page, const std::string &why) { proofs.leaveOut(page, why); }},
         workers);
-    return {request.job.filename(), request.riders.filename(), io::decimal(dpi, 0), false, proofs.facts(),
-            std::move(said)};
+    looking::LookFacts facts{
+        request.job.filename(), request.riders.filename(), io::decimal(dpi, 0), false, {}, proofs.facts(),
+        std::move(said)};
+    if (request.loupe && std::any_of(facts.pages.begin(), facts.pages.end(), looking::hasTiles))
+        facts.loupe = looking::kLoupeName;
+    return facts;
 }
 
 }  // namespace
@@ -101,7 +106,7 @@ fs::path proof(const ProofRequest &request)
     io::Interruption interruption;
     looking::LookFolder folder(placeOf(request));
     const looking::LookFacts facts = proofPages(request, pages, folder);
-    looking::writeReport(folder.page(), facts);
+    folder.writePages(facts);
     io::Interruption::check();
     folder.finish();
     if (request.made)

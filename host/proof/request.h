@@ -24,6 +24,7 @@ struct ProofRequest {
     double mesh = 0;                    // threads per inch of the mesh it is for; 0 for none
     int dpi = 1200;                     // kLeastProofDpi to kMostProofDpi
     plates::InterpreterLimits limits = {};
+    bool loupe = false;  // also make the page that zooms, and its tiles
     bool quiet = false;  // show no progress
     // Is given what is known of all pages, once the proof has its name.
     std::function<void(const looking::LookFacts &)> made = {};

@@ -57,6 +57,7 @@ const std::vector<TriedCommand> &triedCommands()
          {"work/pictures"}},
         {"play_removing", {"play", "remove.play"}, {kFilm}},
         {"proof", kProof, {kFilm}},
+        {"proof_loupe", {"proof", "small.ps", "--dpi", "100", "--loupe"}, {kFilm, kProof}},
         {"make_shape", {"make", "-o", "film", "--spot", "cosinedot"}, {}},
         {"shapes", {"shapes", "--json"}, {}},
         {"shapes_one", {"shapes", "./one.spot"}, {}},

@@ -162,6 +162,7 @@ const std::vector<ChangingCommand> &changingCommands()
          .next = two + " --save-settings"},
         {.name = "Proof", .before = {}, .words = proof, .parts = {"proof"}},
         {.name = "ProofAgain", .before = {otherProof}, .words = proof, .parts = {"proof"}},
+        {.name = "ProofWithALoupe", .before = {otherProof + " --loupe"}, .words = proof + " --loupe", .parts = {"proof"}},
         {.name = "Film",
          .before = {},
          .words = "film job.ps --dpi 300 --marks -o films",

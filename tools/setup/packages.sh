@@ -1,14 +1,14 @@
 # Sourced by the commands in the root: installs what is missing, builds.
 
 build_packages=(g++ cmake ninja-build pkg-config libfreetype-dev libpixman-1-dev libpng-dev libcli11-dev
-                libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev libtomlplusplus-dev libpango1.0-dev libcups2-dev
+                libsdl2-dev libwayland-dev libfftw3-dev libtiff-dev libtomlplusplus-dev libpango1.0-dev libcups2-dev libjs-leaflet
                 fonts-urw-base35 fonts-dejavu-core ghostscript)
 # The printer's, which all else does without.
 printer_packages=(libpappl-dev zlib1g-dev bubblewrap)
 # Displays without a person, programs that act for one, those whose jobs are screened, and disks to mount.
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils qpdf mupdf-tools
-               cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint xfsprogs btrfs-progs
+               chromium cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint xfsprogs btrfs-progs
                mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin)
 fuzz_packages=(clang libclang-rt-14-dev lld)
 package_packages=(debhelper dpkg-dev lintian librsvg2-bin)

@@ -1,14 +1,17 @@
 // What is known of each page and plate that is to be looked at.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "looking/facts/plate_pattern.h"
 #include "looking/pictures/ink_colours.h"
+#include "looking/tiles/tile_set.h"
 #include "plates/measuring/asked_for.h"
 #include "plates/measuring/flat_tint.h"
+#include "plates/measuring/grid_place.h"
 #include "plates/measuring/measured_screen.h"
 #include "screens/grid.h"
 
@@ -24,6 +27,8 @@ struct PlateFacts {
     plates::AskedFor asked;
     std::string own = "the interpreter’s own";  // whose screen it is where nobody asked for one
     plates::MeasuredScreen measured;
+    TileSet tiles;                            // for the loupe; none where nobody wants it
+    std::optional<plates::GridPoint> gridAt;  // where the grid that was asked for is laid over its dots
     // Of dots screened by the program itself: the screen as it was computed, and what on the film is not as it was
     // asked for, in sentences without the plate's name and full stop.
     std::optional<screens::Grid> made;
@@ -48,11 +53,19 @@ struct PageFacts {
     std::vector<std::string> warnings;  // plain text
 };
 
+// Whether there is a loupe on it.
+inline bool hasTiles(const PageFacts &page)
+{
+    return std::any_of(page.plates.begin(), page.plates.end(),
+                       [](const PlateFacts &plate) { return !plate.tiles.folder.empty(); });
+}
+
 struct LookFacts {
     std::string job;         // its file name
     std::string riders;      // likewise, may be empty
     std::string resolution;  // in dpi
     bool films = false;      // screened by the program itself
+    std::string loupe = {};  // the page that zooms, as a URL; empty for none
     std::vector<PageFacts> pages;
     std::vector<std::string> said;  // the interpreter's words
 };

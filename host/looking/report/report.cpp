@@ -119,21 +119,33 @@ std::string patterns(const PageFacts &page)
     return figures.empty() && light.empty() ? "" : part("patterns", {{"figures", figures}, {"light", light}});
 }
 
-std::string pageSection(const PageFacts &page, const Warnings &ofAll)
+std::string sheet(const PageFacts &page, const std::string &zooming)
+{
+    const std::string number = std::to_string(page.number), picture = escaped(page.picture);
+    return zooming.empty() ? part("sheet", {{"picture", picture}, {"number", number}})
+                           : part("sheet-to-zoom", {{"page", zooming}, {"picture", picture}, {"number", number}});
+}
+
+// `zooming`: the page that zooms, if there is one.
+std::string pageSection(const PageFacts &page, const Warnings &ofAll, const std::string &zooming)
 {
     std::string rows;
     for (const PlateFacts &plate : page.plates)
         rows += plateRow(plate, page.dpi);
-    return part("section", {{"number", std::to_string(page.number)},
-                            {"width", millimetres(page.width)},
-                            {"height", millimetres(page.height)},
-                            {"warnings", warningList(warningsBeside(page, ofAll))},
-                            {"picture", escaped(page.picture)},
-                            {"loupe", loupeMark(page)},
-                            {"rows", rows},
-                            {"mesh", meshLines(page)},
-                            {"patterns", patterns(page)},
-                            {"loupes", loupes(page)}});
+    return part(
+        "section",
+        {{"number", std::to_string(page.number)},
+         {"width", millimetres(page.width)},
+         {"height", millimetres(page.height)},
+         {"warnings", warningList(warningsBeside(page, ofAll))},
+         {"sheet", sheet(page, zooming)},
+         {"closer",
+          zooming.empty() ? "" : part("closer", {{"page", zooming}, {"number", std::to_string(page.number)}})},
+         {"loupe", loupeMark(page)},
+         {"rows", rows},
+         {"mesh", meshLines(page)},
+         {"patterns", patterns(page)},
+         {"loupes", loupes(page)}});
 }
 
 std::string summary(const LookFacts &facts, const Warnings &ofAll)
@@ -174,7 +186,7 @@ std::string reportOf(const LookFacts &facts)
     const Warnings ofAll = warningsOfAll(facts.pages);
     std::string sections;
     for (const PageFacts &page : facts.pages)
-        sections += pageSection(page, ofAll);
+        sections += pageSection(page, ofAll, hasTiles(page) ? escaped(facts.loupe) : "");
     return filled(kPage, {{"mark", proofMark()},
                           {"title", escaped(facts.job.substr(0, 200))},
                           {"style", std::string(kStyle)},
