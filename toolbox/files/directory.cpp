@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 #include "files/companion.h"
 #include "files/names.h"
@@ -50,16 +52,45 @@ public:
     std::vector<FolderEntry> entries() const
     {
         std::vector<FolderEntry> entries;
+        std::vector<std::size_t> plain;  // entries whose type is in the file itself
         for (const Name &name : names_) {
             const std::optional<bool> isFolder = name.name.starts_with(".") ? std::nullopt : whetherFolder(name);
-            const std::optional<OSType> type = isFolder && !*isFolder ? typeOf(name.name) : OSType{0};
-            if (isFolder && type)
-                entries.push_back({name.name, macNameFor(folder_, name.name), *isFolder, *type});
+            const bool companion = isFolder && !*isFolder && hasCompanion(name.name);
+            const std::optional<OSType> type = companion ? typeFromCompanion(name.name) : OSType{0};
+            if (!isFolder || !type)
+                continue;
+            if (!*isFolder && !companion && types_ == FolderTypes::included)
+                plain.push_back(entries.size());
+            entries.push_back({name.name, macNameFor(folder_, name.name), *isFolder, *type});
         }
+        lookInto(plain, entries);
         return entries;
     }
 
 private:
+    // Most of the time goes into the system's calls, which two threads can make at once. A few files are not worth
+    // a thread.
+    void lookInto(const std::vector<std::size_t> &plain, std::vector<FolderEntry> &entries) const
+    {
+        const auto look = [&](std::size_t from, std::size_t to) {
+            for (std::size_t i = from; i < to; ++i)
+                entries[plain[i]].type = plainTypeIn(dirfd(open_.get()), entries[plain[i]].linuxName);
+        };
+        constexpr std::size_t manyFiles = 1000;
+        std::size_t shared =
+            plain.size() < manyFiles || std::thread::hardware_concurrency() < 2 ? 0 : plain.size() / 2;
+        std::thread other;
+        try {
+            if (shared > 0)
+                other = std::thread(look, 0, shared);
+        } catch (const std::system_error &) {
+            shared = 0;  // no thread to be had
+        }
+        look(shared, plain.size());
+        if (other.joinable())
+            other.join();
+    }
+
     // Nothing for what is neither folder nor file.
     std::optional<bool> whetherFolder(const Name &name) const
     {
@@ -74,7 +105,7 @@ private:
 
     bool hasCompanion(const std::string &name) const
     {
-        const std::string companion = companionOf(name).string();
+        const std::string companion = companionName(name);
         const auto found =
             std::lower_bound(names_.begin(), names_.end(), companion,
                              [](const Name &each, const std::string &wanted) { return each.name < wanted; });
@@ -82,10 +113,8 @@ private:
     }
 
     // The type, or nothing for an invisible file. A file without a companion has no flags.
-    std::optional<OSType> typeOf(const std::string &name) const
+    std::optional<OSType> typeFromCompanion(const std::string &name) const
     {
-        if (!hasCompanion(name))
-            return types_ == FolderTypes::leftOut ? 0 : plainTypeIn(dirfd(open_.get()), name);
         std::string info;
         readFinderInfo(folder_ / name, info);
         if (static_cast<unsigned char>(info[8]) & invisible)
