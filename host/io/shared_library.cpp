@@ -1,6 +1,6 @@
 #include "io/shared_library.h"
 
-#include <dlfcn.h>
+#include <stdexcept>
 
 #include "io/refusal.h"
 
@@ -8,27 +8,26 @@ namespace riders::io {
 
 namespace {
 
-std::string whatIsWrong()
+template <class Load>
+auto orRefuse(Load load)
 {
-    const char *message = dlerror();
-    return message ? message : "cannot be loaded";
+    try {
+        return load();
+    } catch (const std::runtime_error &error) {
+        throw Refusal(error.what());
+    }
 }
 
 }  // namespace
 
-SharedLibrary::SharedLibrary(const char *file, const char *package) : library_(dlopen(file, RTLD_NOW)), name_(file)
+SharedLibrary::SharedLibrary(const char *file, const char *package)
+    : library_(orRefuse([&] { return toolbox::SharedLibrary(file, package); }))
 {
-    if (!library_)
-        throw Refusal("a library is missing: install the Debian package " + std::string(package) + " (" +
-                      whatIsWrong() + ")");
 }
 
 SharedLibrary::Symbol SharedLibrary::operator()(const char *name) const
 {
-    void *address = dlsym(library_, name);
-    if (!address)
-        throw Refusal(name_ + ": " + whatIsWrong());
-    return {address};
+    return orRefuse([&] { return library_(name); });
 }
 
 }  // namespace riders::io

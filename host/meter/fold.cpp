@@ -4,22 +4,17 @@
 #include <array>
 #include <cmath>
 
+#include "meter/bin_counts.h"
+
 namespace riders::meter {
 
 namespace {
 
 constexpr int kBlocksASide = 12;
 constexpr int kSmallestBlock = 16;  // pixels
-constexpr int kBinBits = 5;
-constexpr int kBins = FoldedCell::kSide;
-static_assert(kBins == 1 << kBinBits);
+static_assert(kBins == FoldedCell::kSide);
 
 thread_local std::uint64_t laid = 0;
-
-std::size_t binOf(std::uint32_t u, std::uint32_t v)
-{
-    return std::size_t(v >> (32 - kBinBits)) * kBins + (u >> (32 - kBinBits));
-}
 
 // Bell curve weights from the middle out.
 std::vector<float> bell(double spread)
@@ -52,6 +47,28 @@ std::vector<float> blurred(const std::vector<float> &bins, int columns, int rows
         bins, columns, 1, [&](int row) { return std::size_t(row) * columns; }, rows);
     return along(
         across, rows, columns, [](int column) { return std::size_t(column); }, columns);
+}
+
+// Every so manieth bin.
+void copyCounts(const BinCounts &counts, std::size_t step, std::size_t bins, float *pixels, float *inked)
+{
+    // No block has more pixels than a float counts exactly.
+    const auto *white = reinterpret_cast<const std::int32_t *>(counts.data());
+    const std::int32_t *ink = white + std::size_t(kBins) * kBins;
+    if (step == 1)
+        for (std::size_t i = 0; i < std::size_t(kBins) * kBins; ++i)
+            pixels[i] = float(white[i] + ink[i]), inked[i] = float(ink[i]);
+    else
+        for (std::size_t i = 0; i < bins; ++i)
+            pixels[i] = float(white[i * step] + ink[i * step]), inked[i] = float(ink[i * step]);
+}
+
+void addAll(const std::vector<float> &from, std::vector<float> &to)
+{
+    const float *one = from.data();
+    float *sum = to.data();
+    for (std::size_t i = 0, count = to.size(); i < count; ++i)
+        sum[i] += one[i];
 }
 
 // Solves the symmetric system by elimination; unknowns that nothing determines stay 0.
@@ -149,39 +166,27 @@ void Folding::lay(const Lattice &lattice)
     for (Block &block : blocks_)
         layBlock(block, lattice);
     cell_ = blocks_[0].cell;
-    for (std::size_t b = 1; b < blocks_.size(); ++b)
-        for (std::size_t i = 0; i < cell_.bins(); ++i)
-            cell_.pixels[i] += blocks_[b].cell.pixels[i], cell_.inked[i] += blocks_[b].cell.inked[i];
+    for (std::size_t b = 1; b < blocks_.size(); ++b) {
+        addAll(blocks_[b].cell.pixels, cell_.pixels);
+        addAll(blocks_[b].cell.inked, cell_.inked);
+    }
 }
 
 void Folding::layBlock(Block &block, const Lattice &lattice)
 {
-    // Pixels in the low half of each count, inked ones in the high half.
-    std::array<std::uint64_t, std::size_t(kBins) * kBins> counts{};
+    BinCounts counts{};
     const double x0 = block.x - (block.width - 1) / 2.0, y0 = block.y - (block.height - 1) / 2.0;
     const std::uint32_t stepU = phaseStep(lattice.across.x), stepV = phaseStep(lattice.down.x);
-    const int right = block.left + block.width;
-    for (int y = 0; y < block.height; ++y) {
-        std::uint32_t u = phaseAt(lattice.across, x0, y0 + y), v = phaseAt(lattice.down, x0, y0 + y);
-        const std::uint8_t *row = page_.row(block.top + y);
-        laid += static_cast<std::uint64_t>(block.width);
-        // A byte of pixels at a time, the next of them in its highest bit.
-        for (int x = block.left; x < right;) {
-            unsigned bits = unsigned(row[x >> 3]) << (x & 7);
-            for (const int end = std::min(right, (x | 7) + 1); x < end; ++x, bits <<= 1, u += stepU, v += stepV)
-                counts[binOf(u, v)] += 1 + (std::uint64_t(bits & 0x80) << 25);
-        }
-    }
+    for (int y = 0; y < block.height; ++y)
+        countBins(page_.row(block.top + y), block.left, block.left + block.width,
+                  {phaseAt(lattice.across, x0, y0 + y), phaseAt(lattice.down, x0, y0 + y), stepU, stepV}, counts);
+    laid += std::uint64_t(block.width) * std::uint64_t(block.height);
     FoldedCell &cell = block.cell;
     cell.columns = lines_ ? 1 : kBins;
     cell.rows = kBins;
     cell.pixels.resize(std::size_t(cell.columns) * kBins);
     cell.inked.resize(cell.pixels.size());
-    for (std::size_t i = 0; i < cell.bins(); ++i) {
-        const std::uint64_t count = counts[i * (kBins / cell.columns)];
-        cell.pixels[i] = float(count & 0xffffffff);
-        cell.inked[i] = float(count >> 32);
-    }
+    copyCounts(counts, std::size_t(kBins / cell.columns), cell.bins(), cell.pixels.data(), cell.inked.data());
 }
 
 Lattice Folding::correction(double spread, double slopeSpread) const
@@ -189,7 +194,7 @@ Lattice Folding::correction(double spread, double slopeSpread) const
     const int columns = cell_.columns, rows = cell_.rows;
     const std::vector<float> shares = cell_.shares(spread), smooth = cell_.shares(slopeSpread);
     std::array<std::array<double, 5>, 4> equations{};
-    std::vector<float> slopeU(shares.size()), slopeV(shares.size());
+    std::vector<double> slopeU(shares.size()), slopeV(shares.size());
     for (int v = 0; v < rows; ++v)
         for (int u = 0; u < columns; ++u) {
             const auto at = [&](int du, int dv) {
@@ -200,10 +205,11 @@ Lattice Folding::correction(double spread, double slopeSpread) const
         }
     for (const Block &block : blocks_) {
         double uu = 0, uv = 0, vv = 0, ru = 0, rv = 0;
+        const float *pixels = block.cell.pixels.data(), *inked = block.cell.inked.data();
         for (std::size_t i = 0; i < shares.size(); ++i) {
-            const double n = block.cell.pixels[i], rest = block.cell.inked[i] - n * shares[i];
-            uu += n * slopeU[i] * slopeU[i], uv += n * slopeU[i] * slopeV[i], vv += n * slopeV[i] * slopeV[i];
-            ru += rest * slopeU[i], rv += rest * slopeV[i];
+            const double n = pixels[i], rest = inked[i] - n * shares[i], byU = slopeU[i], byV = slopeV[i];
+            uu += n * byU * byU, uv += n * byU * byV, vv += n * byV * byV;
+            ru += rest * byU, rv += rest * byV;
         }
         const double place[2] = {block.x, block.y};
         for (int i = 0; i < 2; ++i) {
@@ -233,18 +239,21 @@ double CellFit::disagreement(const PageWindow &part) const
 {
     constexpr int kMostRows = 200;
     const int step = std::max(1, part.height / kMostRows) | 1;  // odd: not in step with the cells
-    double sum = 0;
-    std::int64_t pixels = 0;
+    BinCounts counts{};
     const std::uint32_t stepU = phaseStep(lattice_.across.x), stepV = phaseStep(lattice_.down.x);
-    for (int y = part.top; y < part.top + part.height; y += step) {
-        std::uint32_t u = phaseAt(lattice_.across, part.left - middleX_, y - middleY_);
-        std::uint32_t v = phaseAt(lattice_.down, part.left - middleX_, y - middleY_);
-        for (int x = part.left; x < part.left + part.width; ++x, ++pixels, u += stepU, v += stepV) {
-            const float share = shares_[columns_ == 1 ? v >> (32 - kBinBits) : binOf(u, v)];
-            sum += page_.at(x, y) ? 1 - share : share;
-        }
+    for (int y = part.top; y < part.top + part.height; y += step)
+        countBins(page_.row(y), part.left, part.left + part.width,
+                  {phaseAt(lattice_.across, part.left - middleX_, y - middleY_),
+                   phaseAt(lattice_.down, part.left - middleX_, y - middleY_), stepU, stepV},
+                  counts);
+    double sum = 0, pixels = 0;
+    for (std::size_t bin = 0; bin < std::size_t(kBins) * kBins; ++bin) {
+        const double share = shares_[columns_ == 1 ? bin / kBins : bin], all = pixelsIn(counts, bin);
+        const double inked = inkedIn(counts, bin);
+        sum += inked * (1 - share) + (all - inked) * share;
+        pixels += all;
     }
-    return pixels > 0 ? sum / double(pixels) : 0;
+    return pixels > 0 ? sum / pixels : 0;
 }
 
 double Folding::effect(const Lattice &by) const

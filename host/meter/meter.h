@@ -10,8 +10,8 @@
 // exact in proportion. Dots or gaps of less than two pixels can be taken for those
 // of another screen.
 //
-// All calls may come from several threads at once. None throws except for memory;
-// a page without a screen is a result, not an error.
+// All calls may come from several threads at once. None throws except for memory, and a Refusal where FFTW is not
+// installed; a page without a screen is a result, not an error.
 #pragma once
 
 #include <optional>

@@ -1,13 +1,14 @@
 #include "meter/spectrum.h"
 
-#include <fftw3.h>
-
 #include <algorithm>
 #include <cmath>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <numbers>
+
+#include "meter/libfftw.h"
+#include "meter/run_counter.h"
 
 namespace riders::meter {
 
@@ -18,12 +19,12 @@ constexpr int kLargestPatch = 1024;
 constexpr int kSmear = 2;
 
 struct PlanEnd {
-    void operator()(fftwf_plan_s *plan) const { fftwf_destroy_plan(plan); }
+    void operator()(fftwf_plan_s *plan) const { libfftw().destroyPlan(plan); }
 };
 using Plan = std::unique_ptr<fftwf_plan_s, PlanEnd>;
 
 struct BufferEnd {
-    void operator()(void *buffer) const { fftwf_free(buffer); }
+    void operator()(void *buffer) const { libfftw().free(buffer); }
 };
 template <typename T>
 using Buffer = std::unique_ptr<T[], BufferEnd>;
@@ -36,7 +37,7 @@ fftwf_plan planFor(int rows, int columns, float *in, fftwf_complex *out)
     const std::lock_guard lock(mutex);
     Plan &plan = plans[{rows, columns}];
     if (!plan)
-        plan.reset(fftwf_plan_dft_r2c_2d(rows, columns, in, out, FFTW_ESTIMATE));
+        plan.reset(libfftw().planForward(rows, columns, in, out, FFTW_ESTIMATE));
     return plan.get();
 }
 
@@ -81,14 +82,14 @@ void Spectrum::fill(const BitPage &page, const PageWindow &window)
     blocks_.assign(std::size_t(columns_) * rows_, 0);
     const int left = window.left + (window.width - across_) / 2, top = window.top + (window.height - down_) / 2;
     double sum = 0;
+    RunCounter runs(left, shrink_, columns_);
     for (int y = 0; y < down_; ++y) {
         float *to = &blocks_[std::size_t(y / shrink_) * columns_];
         if (shrink_ == 1)
             for (int x = 0; x < columns_; ++x)
                 to[x] = page.at(left + x, top + y);
         else
-            for (int x = 0; x < columns_; ++x)
-                to[x] += float(inkInRow(page, top + y, left + x * shrink_, left + (x + 1) * shrink_));
+            runs.add(page.row(top + y), to);
     }
     for (float value : blocks_)
         sum += value;
@@ -103,19 +104,21 @@ void Spectrum::fill(const BitPage &page, const PageWindow &window)
 void Spectrum::transform()
 {
     const std::size_t half = std::size_t(columns_) / 2 + 1;
-    const Buffer<float> in(fftwf_alloc_real(blocks_.size()));
-    const Buffer<fftwf_complex> out(fftwf_alloc_complex(half * rows_));
+    const Buffer<float> in(libfftw().allocateReal(blocks_.size()));
+    const Buffer<fftwf_complex> out(libfftw().allocateComplex(half * rows_));
     if (!in || !out)
         throw std::bad_alloc();
     fftwf_plan plan = planFor(rows_, columns_, in.get(), out.get());
     std::copy(blocks_.begin(), blocks_.end(), in.get());
-    fftwf_execute_dft_r2c(plan, in.get(), out.get());
+    libfftw().execute(plan, in.get(), out.get());
     blocks_ = {};
     strength_.resize(half * rows_);
     // Twice for the opposite wave, four times for the fading.
     const double scale = 8.0 / (double(columns_) * rows_ * shrink_ * shrink_);
-    for (std::size_t i = 0; i < strength_.size(); ++i)
-        strength_[i] = float(std::hypot(out[i][0], out[i][1]) * scale);
+    for (std::size_t i = 0; i < strength_.size(); ++i) {
+        const double real = out[i][0], imaginary = out[i][1];
+        strength_[i] = float(double(float(std::sqrt(real * real + imaginary * imaginary))) * scale);
+    }
     for (const float strength : strength_)
         meanPower_ += double(strength) * strength / double(strength_.size());
 }
@@ -145,8 +148,7 @@ bool Spectrum::nearNothing(int kx, int ky) const
 bool Spectrum::isPeak(int kx, int ky) const
 {
     const float middle = strengthAt(kx, ky);
-    // Most are none already beside the next one.
-    if (strengthAt(kx + 1, ky) > middle || strengthAt(kx, ky + 1) > middle)
+    if (strengthAt(kx, ky + 1) > middle)
         return false;
     for (int dy = -1; dy <= 1; ++dy)
         for (int dx = -1; dx <= 1; ++dx)
@@ -166,10 +168,14 @@ Spectrum::Peak Spectrum::refined(int kx, int ky) const
 std::vector<Spectrum::Peak> Spectrum::peaks(std::size_t most) const
 {
     std::vector<Peak> found;
-    for (int ky = -(rows_ - 1) / 2; ky <= rows_ / 2; ++ky)
+    for (int ky = -(rows_ - 1) / 2; ky <= rows_ / 2; ++ky) {
+        const float *row = &strength_[std::size_t((ky + rows_) % rows_) * (std::size_t(columns_) / 2 + 1)];
         for (int kx = 0; kx <= columns_ / 2; ++kx)
-            if (!nearNothing(kx, ky) && (kx > 0 || ky > 0) && isPeak(kx, ky))
+            // Most are none already beside the next one.
+            if ((kx == columns_ / 2 || row[kx] >= row[kx + 1]) && !nearNothing(kx, ky) && (kx > 0 || ky > 0) &&
+                isPeak(kx, ky))
                 found.push_back({{double(kx), double(ky)}, strengthAt(kx, ky)});
+    }
     most = std::min(most, found.size());
     std::partial_sort(found.begin(), found.begin() + long(most), found.end(),
                       [](const Peak &a, const Peak &b) { return a.strength > b.strength; });
@@ -197,8 +203,8 @@ Spectrum::Peak Spectrum::strongestBelow(double frequency) const
     const int farY = std::min(int(frequency * down_), rows_ / 2);
     for (int ky = -farY; ky <= farY; ++ky)
         for (int kx = 0; kx <= farX; ++kx)
-            if (std::hypot(double(kx) / across_, double(ky) / down_) < frequency && !nearNothing(kx, ky) &&
-                strengthAt(kx, ky) > best.strength)
+            if (strengthAt(kx, ky) > best.strength && !nearNothing(kx, ky) &&
+                std::hypot(double(kx) / across_, double(ky) / down_) < frequency)
                 best = refined(kx, ky);
     return best;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "meter/ink_of_columns.h"
+
 namespace riders::meter {
 
 namespace {
@@ -17,15 +19,11 @@ public:
     Blocks(const BitPage &page, int side) : side_(side), columns(page.width / side), rows(page.height / side)
     {
         sums_.assign(std::size_t(columns + 1) * (rows + 1), 0);
-        std::vector<int> band(columns);
         for (int row = 0; row < rows; ++row) {
-            std::fill(band.begin(), band.end(), 0);
-            for (int y = row * side; y < (row + 1) * side; ++y)
-                for (int column = 0; column < columns; ++column)
-                    band[column] += inkInRow(page, y, column * side, (column + 1) * side);
+            const std::vector<std::int64_t> band = inkOfColumns(page, columns, side, row * side, (row + 1) * side);
             double sum = 0;
             for (int column = 0; column < columns; ++column) {
-                sum += band[column];
+                sum += double(band[column]);
                 sums_[index(column + 1, row + 1)] = sums_[index(column + 1, row)] + sum;
             }
         }

@@ -1,7 +1,5 @@
 #include "screens/set_file.h"
 
-#include <toml++/toml.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -11,6 +9,7 @@
 #include "io/refusal.h"
 #include "screens/number_text.h"
 #include "screens/screen_limits.h"
+#include "screens/toml_parser.h"
 
 namespace riders::screens {
 namespace {

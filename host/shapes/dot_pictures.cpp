@@ -1,11 +1,11 @@
 #include "shapes/dot_pictures.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <new>
+
+#include "libpng/libpng.h"
 
 namespace riders::shapes {
 namespace {
@@ -51,11 +51,11 @@ std::string dotPicture(const Growth &growth, const DotPicture &picture)
     image.width = static_cast<png_uint_32>(width);
     image.height = static_cast<png_uint_32>(height);
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
-    std::string png(size, '\0');
-    if (!png_image_write_to_memory(&image, png.data(), &size, 0, pixels.data(), 0, nullptr))
+    std::string file(size, '\0');
+    if (!png::libpng().writeToMemory(&image, file.data(), &size, 0, pixels.data(), 0, nullptr))
         throw std::bad_alloc();
-    png.resize(size);
-    return png;
+    file.resize(size);
+    return file;
 }
 
 std::string asAddress(const std::string &png)

@@ -194,6 +194,17 @@ TEST_F(FilePlacesTest, ListHasNamesTypesAndOrder)
     EXPECT_TRUE(files::listFolder(folder / "missing").empty());
 }
 
+// So many are looked into by two threads.
+TEST_F(FilePlacesTest, EachOfManyFilesHasItsOwnType)
+{
+    for (int i = 0; i < 1500; ++i)
+        writeFile(folder / ("file " + std::to_string(i)), i % 3 == 0 ? std::string(4, '\0') : "text");
+    const auto entries = files::listFolder(folder.path());
+    ASSERT_EQ(entries.size(), 1500u);
+    for (int i = 0; i < 1500; ++i)
+        EXPECT_EQ(entries[i].type, i % 3 == 0 ? OSType{0x3F3F3F3F} : OSType{'TEXT'}) << entries[i].macName;
+}
+
 TEST_F(FilePlacesTest, AListWithoutTypesHasTheSameEntries)
 {
     writeFile(folder / "plain", "text");

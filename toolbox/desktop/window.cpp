@@ -7,6 +7,7 @@
 #include "desktop/make_pane.h"
 #include "desktop/scale.h"
 #include "desktop/wayland_frame.h"
+#include "desktop/without_opengl.h"
 #include "desktop/x_resources.h"
 
 namespace toolbox::desktop {
@@ -56,7 +57,7 @@ SDL_Window *makeWindow(const DesktopOptions &options)
 {
     const int scale = scaleOf(options.scale, 1, 0);
     const SDL_Point size = roomFor({options.width * scale, options.height * scale});
-    Uint32 flags = SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
+    Uint32 flags = SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI | flagsWithoutOpenGl();
     if (options.fullScreen)
         flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
     SDL_Window *window = SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_UNDEFINED, SDL_WINDOWPOS_UNDEFINED,

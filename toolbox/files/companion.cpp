@@ -70,9 +70,14 @@ OSErr removeCompanion(const fs::path &companion)
 
 }  // namespace
 
+std::string companionName(const std::string &name)
+{
+    return "._" + name;
+}
+
 fs::path companionOf(const fs::path &file)
 {
-    return file.parent_path() / ("._" + file.filename().string());
+    return file.parent_path() / companionName(file.filename().string());
 }
 
 bool looksLikeText(std::string_view beginning)

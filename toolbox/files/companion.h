@@ -14,6 +14,8 @@
 
 namespace toolbox::files {
 
+// The companion's name, of a file's without its folder.
+std::string companionName(const std::string &name);
 std::filesystem::path companionOf(const std::filesystem::path &file);
 
 // An empty beginning counts as text: what is then written to a new file decides.

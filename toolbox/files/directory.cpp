@@ -4,8 +4,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 #include "files/companion.h"
 #include "files/names.h"
@@ -47,17 +50,24 @@ public:
             names_ = namesIn(open_.get());
     }
 
-    std::vector<FolderEntry> entries() const
+    // Those whose type is in the file itself are added to `plain`, by their index; it is not looked at here.
+    std::vector<FolderEntry> entries(std::vector<std::size_t> &plain) const
     {
         std::vector<FolderEntry> entries;
         for (const Name &name : names_) {
             const std::optional<bool> isFolder = name.name.starts_with(".") ? std::nullopt : whetherFolder(name);
-            const std::optional<OSType> type = isFolder && !*isFolder ? typeOf(name.name) : OSType{0};
-            if (isFolder && type)
-                entries.push_back({name.name, macNameFor(folder_, name.name), *isFolder, *type});
+            const bool companion = isFolder && !*isFolder && hasCompanion(name.name);
+            const std::optional<OSType> type = companion ? typeFromCompanion(name.name) : OSType{0};
+            if (!isFolder || !type)
+                continue;
+            if (!*isFolder && !companion && types_ == FolderTypes::included)
+                plain.push_back(entries.size());
+            entries.push_back({name.name, macNameFor(folder_, name.name), *isFolder, *type});
         }
         return entries;
     }
+
+    int descriptor() const { return dirfd(open_.get()); }
 
 private:
     // Nothing for what is neither folder nor file.
@@ -74,7 +84,7 @@ private:
 
     bool hasCompanion(const std::string &name) const
     {
-        const std::string companion = companionOf(name).string();
+        const std::string companion = companionName(name);
         const auto found =
             std::lower_bound(names_.begin(), names_.end(), companion,
                              [](const Name &each, const std::string &wanted) { return each.name < wanted; });
@@ -82,10 +92,8 @@ private:
     }
 
     // The type, or nothing for an invisible file. A file without a companion has no flags.
-    std::optional<OSType> typeOf(const std::string &name) const
+    std::optional<OSType> typeFromCompanion(const std::string &name) const
     {
-        if (!hasCompanion(name))
-            return types_ == FolderTypes::leftOut ? 0 : plainTypeIn(dirfd(open_.get()), name);
         std::string info;
         readFinderInfo(folder_ / name, info);
         if (static_cast<unsigned char>(info[8]) & invisible)
@@ -99,14 +107,59 @@ private:
     std::vector<Name> names_;
 };
 
+// Looks into files for their types. Nearly all of the time goes into the system's calls: of many files another
+// thread takes some at a time while their names are sorted, and both take the rest.
+class Looking {
+public:
+    Looking(int folder, const std::vector<std::size_t> &plain, std::vector<FolderEntry> &entries)
+        : folder_(folder), plain_(plain), entries_(entries)
+    {
+        constexpr std::size_t manyFiles = 1000;
+        if (plain.size() < manyFiles || std::thread::hardware_concurrency() < 2)
+            return;
+        try {
+            other_ = std::thread([this] { look(); });
+        } catch (const std::system_error &) {
+            // No thread is to be had: finish() does it all.
+        }
+    }
+    ~Looking() { finish(); }
+    Looking(const Looking &) = delete;
+    Looking &operator=(const Looking &) = delete;
+
+    void finish()
+    {
+        look();
+        if (other_.joinable())
+            other_.join();
+    }
+
+private:
+    void look()
+    {
+        constexpr std::size_t atOnce = 32;
+        for (std::size_t from; (from = next_.fetch_add(atOnce)) < plain_.size();)
+            for (std::size_t i = from; i < std::min(from + atOnce, plain_.size()); ++i)
+                entries_[plain_[i]].type = plainTypeIn(folder_, entries_[plain_[i]].linuxName);
+    }
+
+    int folder_;
+    const std::vector<std::size_t> &plain_;
+    std::vector<FolderEntry> &entries_;
+    std::atomic<std::size_t> next_ = 0;
+    std::thread other_;
+};
+
+struct Place {
+    std::string key;
+    std::size_t entry;
+};
+
 // With what they are sorted by worked out once for each.
-std::vector<FolderEntry> sorted(std::vector<FolderEntry> entries, FolderOrder order)
+std::vector<Place> inOrder(const std::vector<FolderEntry> &entries, FolderOrder order)
 {
-    struct Place {
-        std::string key;
-        std::size_t entry;
-    };
     std::vector<Place> places;
+    places.reserve(entries.size());
     for (const FolderEntry &entry : entries) {
         const bool first = order == FolderOrder::foldersFirst && entry.isFolder;
         places.push_back({(first ? '0' : '1') + sortingKey(entry.macName), places.size()});
@@ -117,11 +170,7 @@ std::vector<FolderEntry> sorted(std::vector<FolderEntry> entries, FolderOrder or
         const int names = compareNames(entries[a.entry].macName, entries[b.entry].macName);
         return names != 0 ? names < 0 : a.entry < b.entry;
     });
-    std::vector<FolderEntry> inOrder;
-    inOrder.reserve(entries.size());
-    for (const Place &place : places)
-        inOrder.push_back(std::move(entries[place.entry]));
-    return inOrder;
+    return places;
 }
 
 fs::path tidy(const fs::path &folder)
@@ -135,7 +184,18 @@ fs::path tidy(const fs::path &folder)
 
 std::vector<FolderEntry> listFolder(const fs::path &folder, FolderOrder order, FolderTypes types)
 {
-    return sorted(Listing(folder, types).entries(), order);
+    const Listing listing(folder, types);
+    std::vector<std::size_t> plain;
+    std::vector<FolderEntry> entries = listing.entries(plain), sorted;
+    if (entries.empty())
+        return entries;
+    Looking looking(listing.descriptor(), plain, entries);
+    const std::vector<Place> places = inOrder(entries, order);
+    looking.finish();
+    sorted.reserve(entries.size());
+    for (const Place &place : places)
+        sorted.push_back(std::move(entries[place.entry]));
+    return sorted;
 }
 
 fs::path parentOf(const fs::path &folder)

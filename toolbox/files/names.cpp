@@ -67,6 +67,14 @@ bool startsLikeCompanion(const std::string &name)
     return name.starts_with("._");
 }
 
+// Most names need no conversion.
+bool isSameInBoth(const std::string &linuxName)
+{
+    return !linuxName.empty() && linuxName.size() <= longestName && linuxName[0] != '.' &&
+           std::all_of(linuxName.begin(), linuxName.end(),
+                       [](char c) { return c >= ' ' && c <= '~' && c != ':'; });
+}
+
 // The number distinguishes names that were cut to the same letters.
 std::string aliasNumbered(const std::string &linuxName, int number)
 {
@@ -93,7 +101,8 @@ std::string newAlias(const fs::path &folder, const FolderAliases &known, const s
 }
 
 // The first file, in the order of names, for which the test is true.
-template <typename Test> std::optional<std::string> firstWhere(const fs::path &folder, Test test)
+template <typename Test>
+std::optional<std::string> firstWhere(const fs::path &folder, Test test)
 {
     std::optional<std::string> first;
     std::error_code failed;
@@ -216,6 +225,8 @@ OSErr pathFor(const fs::path &folder, std::string_view macName, Match match, fs:
 
 std::string macNameFor(const fs::path &folder, const std::string &linuxName)
 {
+    if (aliases.empty() && isSameInBoth(linuxName))
+        return linuxName;
     if (FolderAliases *known = aliasesIn(folder)) {
         auto found = known->byLinuxName.find(linuxName);
         if (found != known->byLinuxName.end())

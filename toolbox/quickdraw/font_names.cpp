@@ -4,9 +4,7 @@
 #include <memory>
 #include <set>
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
-
+#include "quickdraw/freetype.h"
 #include "toolbox/host/text.h"
 
 namespace toolbox::quickdraw {
@@ -17,19 +15,19 @@ constexpr const char *fontFolder = "/usr/share/fonts/opentype/urw-base35";
 std::string familyOf(FT_Library library, const std::filesystem::path &file)
 {
     FT_Face face = nullptr;
-    if (FT_New_Face(library, file.c_str(), 0, &face) != 0)
+    if (freeType().newFace(library, file.c_str(), 0, &face) != 0)
         return {};
     std::string name = face->family_name ? face->family_name : "";
-    FT_Done_Face(face);
+    freeType().doneFace(face);
     return romanFromUtf8Lossy(name);
 }
 
 std::vector<std::string> readFamilies()
 {
     FT_Library opened = nullptr;
-    if (FT_Init_FreeType(&opened) != 0)
+    if (freeType().init(&opened) != 0)
         return {};
-    std::unique_ptr<FT_LibraryRec_, decltype(&FT_Done_FreeType)> library(opened, FT_Done_FreeType);
+    std::unique_ptr<FT_LibraryRec_, FT_Error (*)(FT_Library)> library(opened, freeType().done);
     std::set<std::string> names;
     std::error_code error;
     for (const auto &entry : std::filesystem::directory_iterator(fontFolder, error))

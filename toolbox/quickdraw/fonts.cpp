@@ -1,10 +1,5 @@
 #include "quickdraw/fonts.h"
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_ADVANCES_H
-#include FT_SYNTHESIS_H
-
 #include <algorithm>
 #include <array>
 #include <map>
@@ -12,6 +7,7 @@
 #include <tuple>
 
 #include "quickdraw/font_files.h"
+#include "quickdraw/freetype.h"
 #include "quickdraw/glyph_effects.h"
 #include "quickdraw/mark_glyphs.h"
 #include "toolbox/host/text.h"
@@ -24,10 +20,10 @@ const char *const usualFontFolder = "/usr/share/fonts";
 namespace {
 
 struct LibraryDone {
-    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
+    void operator()(FT_Library library) const { freeType().done(library); }
 };
 struct FaceDone {
-    void operator()(FT_Face face) const { FT_Done_Face(face); }
+    void operator()(FT_Face face) const { freeType().doneFace(face); }
 };
 using Face = std::unique_ptr<FT_FaceRec_, FaceDone>;
 
@@ -63,18 +59,19 @@ FT_UInt glyphIndex(const OpenFont &font, int character)
     const auto byte = static_cast<char>(character);
     const char32_t code =
         font.file.ownEncoding ? static_cast<char32_t>(character) : codePoints(utf8FromRoman({&byte, 1}))->front();
-    return FT_Get_Char_Index(font.face.get(), code);
+    return freeType().charIndex(font.face.get(), code);
 }
 
 void findGlyphs(OpenFont &font)
 {
-    FT_Select_Charmap(font.face.get(), font.file.ownEncoding ? FT_ENCODING_ADOBE_CUSTOM : FT_ENCODING_UNICODE);
+    freeType().selectCharmap(font.face.get(),
+                             font.file.ownEncoding ? FT_ENCODING_ADOBE_CUSTOM : FT_ENCODING_UNICODE);
     font.unitsPerEm = std::max<int>(font.face->units_per_EM, 1);
     for (int character = 0; character < 256; ++character) {
         FT_UInt glyph = glyphIndex(font, character);
         font.glyphs[character] = glyph ? glyph : glyphIndex(font, '?');
         FT_Fixed width = 0;
-        FT_Get_Advance(font.face.get(), font.glyphs[character], FT_LOAD_NO_SCALE, &width);
+        freeType().advance(font.face.get(), font.glyphs[character], FT_LOAD_NO_SCALE, &width);
         font.designWidths[character] = static_cast<int>(width);
     }
 }
@@ -83,13 +80,13 @@ Face openFace(const std::string &name)
 {
     if (!fonts.library) {
         FT_Library library = nullptr;
-        if (FT_Init_FreeType(&library))
+        if (freeType().init(&library))
             throw std::runtime_error("FreeType does not start");
         fonts.library.reset(library);
     }
     const std::string path = (fonts.folder / name).string();
     FT_Face face = nullptr;
-    if (FT_New_Face(fonts.library.get(), path.c_str(), 0, &face))
+    if (freeType().newFace(fonts.library.get(), path.c_str(), 0, &face))
         throw std::runtime_error("the font " + path +
                                  " is missing or damaged: install the Debian package fonts-urw-base35");
     return Face(face);
@@ -153,13 +150,13 @@ void cutGrades(GlyphImage &image)
 GlyphImage renderGlyph(const OpenFont &font, FT_UInt glyph, int deviceSize, bool graded)
 {
     FT_Face face = font.face.get();
-    FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(deviceSize));
+    freeType().setPixelSizes(face, 0, static_cast<FT_UInt>(deviceSize));
     const FT_Int32 loading = loadingFor(face, deviceSize, graded);
-    if (FT_Load_Glyph(face, glyph, loading))
+    if (freeType().loadGlyph(face, glyph, loading))
         return {};
     if (font.file.makeItalic)
-        FT_GlyphSlot_Oblique(face->glyph);
-    if (FT_Render_Glyph(face->glyph, FT_LOAD_TARGET_MODE(loading)))
+        freeType().slant(face->glyph);
+    if (freeType().renderGlyph(face->glyph, FT_LOAD_TARGET_MODE(loading)))
         return {};
     GlyphImage image = imageFrom(face->glyph);
     if (!graded)
@@ -216,9 +213,9 @@ const GlyphImage &glyphOf(const TextStyle &style, uint8_t character, int scale, 
 std::optional<int> wideAdvanceOf(const TextStyle &style, char32_t character)
 {
     const OpenFont &font = fontFor(style);
-    const FT_UInt glyph = font.file.ownEncoding ? 0 : FT_Get_Char_Index(font.face.get(), character);
+    const FT_UInt glyph = font.file.ownEncoding ? 0 : freeType().charIndex(font.face.get(), character);
     FT_Fixed width = 0;
-    if (glyph == 0 || FT_Get_Advance(font.face.get(), glyph, FT_LOAD_NO_SCALE, &width))
+    if (glyph == 0 || freeType().advance(font.face.get(), glyph, FT_LOAD_NO_SCALE, &width))
         return std::nullopt;
     return inPixels(font, static_cast<int>(width), pixelSize(style));
 }
@@ -226,7 +223,7 @@ std::optional<int> wideAdvanceOf(const TextStyle &style, char32_t character)
 const GlyphImage &wideGlyphOf(const TextStyle &style, char32_t character, int scale, bool graded)
 {
     const OpenFont &font = fontFor(style);
-    const FT_UInt glyph = FT_Get_Char_Index(font.face.get(), character);
+    const FT_UInt glyph = freeType().charIndex(font.face.get(), character);
     const int deviceSize = pixelSize(style) * scale;
     const GlyphKey key(&font, deviceSize, scale, glyph, 0, graded);
     auto known = fonts.images.find(key);

@@ -3,7 +3,6 @@
 #include <errno.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <tiffio.h>
 #include <unistd.h>
 
 #include <optional>
@@ -11,6 +10,7 @@
 
 #include "io/output.h"
 #include "io/refusal.h"
+#include "libtiff/libtiff.h"
 #include "plates/files/bit_tiff.h"
 #include "plates/files/group4.h"
 
@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 
 namespace riders::film {
 namespace {
+
+using tiff::libtiff;
 
 constexpr const char *kSoftware = "riders";
 constexpr std::size_t kBuffer = 1 << 20;            // of compressed bytes
@@ -78,19 +80,19 @@ int closeNothing(thandle_t)
 class TiffWriter : public PlateWriter {
 public:
     TiffWriter(const PlateSheet &sheet, Compression compression)
-        : output_(sheet.file), target_{output_.file().descriptor(), 0}, tiff_(nullptr, TIFFClose)
+        : output_(sheet.file), target_{output_.file().descriptor(), 0}
     {
-        tiff_.reset(TIFFClientOpen(sheet.file.c_str(), modeFor(sheet, compression), &target_, readNothing,
-                                   writeBytes, seek, closeNothing, sizeOf, nullptr, nullptr));
+        tiff_.reset(libtiff().clientOpen(sheet.file.c_str(), modeFor(sheet, compression), &target_, readNothing,
+                                         writeBytes, seek, closeNothing, sizeOf, nullptr, nullptr));
         if (!tiff_)
             refuse();
         describe(sheet);
-        TIFFSetField(tiff_.get(), TIFFTAG_COMPRESSION,
-                     compression == Compression::group4 ? COMPRESSION_CCITTFAX4 : COMPRESSION_NONE);
+        libtiff().setField(tiff_.get(), TIFFTAG_COMPRESSION,
+                           compression == Compression::group4 ? COMPRESSION_CCITTFAX4 : COMPRESSION_NONE);
         if (compression == Compression::group4)
             encoder_.emplace(sheet.columns);
         // Left to itself, libtiff takes as much memory as a whole plate.
-        else if (!TIFFWriteBufferSetup(tiff_.get(), nullptr, kBuffer))
+        else if (!libtiff().writeBufferSetup(tiff_.get(), nullptr, kBuffer))
             refuse();
     }
 
@@ -103,7 +105,7 @@ public:
             return;
         }
         // libtiff does not change what it is to write, but says that it might.
-        if (TIFFWriteScanline(tiff_.get(), const_cast<std::uint8_t *>(bits), y_++) < 0)
+        if (libtiff().writeScanline(tiff_.get(), const_cast<std::uint8_t *>(bits), y_++, 0) < 0)
             refuse();
     }
 
@@ -113,7 +115,7 @@ public:
             encoder_->end();
             writeCompressed();
         }
-        if (!TIFFFlush(tiff_.get()) || target_.error != 0)
+        if (!libtiff().flush(tiff_.get()) || target_.error != 0)
             refuse();
         tiff_.reset();
         if (target_.error != 0)
@@ -133,8 +135,8 @@ private:
     void writeCompressed()
     {
         const std::string_view bytes = encoder_->bytes();
-        if (TIFFWriteRawStrip(tiff_.get(), 0, const_cast<char *>(bytes.data()),
-                              static_cast<tmsize_t>(bytes.size())) < 0)
+        if (libtiff().writeRawStrip(tiff_.get(), 0, const_cast<char *>(bytes.data()),
+                                    static_cast<tmsize_t>(bytes.size())) < 0)
             refuse();
         encoder_->taken();
     }
@@ -145,12 +147,12 @@ private:
         plates::describeBits(out, static_cast<std::uint32_t>(sheet.columns),
                              static_cast<std::uint32_t>(sheet.rows), sheet.resolution.across,
                              sheet.resolution.down);
-        TIFFSetField(out, TIFFTAG_SOFTWARE, kSoftware);
-        TIFFSetField(out, TIFFTAG_DOCUMENTNAME, sheet.job.c_str());
+        libtiff().setField(out, TIFFTAG_SOFTWARE, kSoftware);
+        libtiff().setField(out, TIFFTAG_DOCUMENTNAME, sheet.job.c_str());
         const std::string name = "page " + std::to_string(sheet.page) + ", " + sheet.plate;
-        TIFFSetField(out, TIFFTAG_PAGENAME, name.c_str());
+        libtiff().setField(out, TIFFTAG_PAGENAME, name.c_str());
         // Only the plate, for programs.
-        TIFFSetField(out, TIFFTAG_IMAGEDESCRIPTION, sheet.plate.c_str());
+        libtiff().setField(out, TIFFTAG_IMAGEDESCRIPTION, sheet.plate.c_str());
     }
 
     [[noreturn]] void refuse() const
@@ -162,7 +164,7 @@ private:
 
     io::Output output_;
     TiffTarget target_;
-    std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff_;
+    tiff::File tiff_;
     std::optional<plates::Group4Encoder> encoder_;
     std::uint32_t y_ = 0;
 };
@@ -172,8 +174,8 @@ private:
 // Each Output sets the handler and puts the earlier one back; here they are many at a time, and end in any order.
 TiffForm::TiffForm(Compression compression) : compression_(compression), oldPipeHandler_(signal(SIGPIPE, SIG_IGN))
 {
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
+    libtiff().setWarningHandler(nullptr);
+    libtiff().setErrorHandler(nullptr);
 }
 
 TiffForm::~TiffForm()
@@ -188,11 +190,11 @@ std::unique_ptr<PlateWriter> TiffForm::plate(const PlateSheet &sheet)
 
 bool isOwnTiff(const fs::path &file)
 {
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
-    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(TIFFOpen(file.c_str(), "r"), TIFFClose);
+    libtiff().setWarningHandler(nullptr);
+    libtiff().setErrorHandler(nullptr);
+    const tiff::File tiff(libtiff().open(file.c_str(), "r"));
     const char *software = nullptr;
-    return tiff && TIFFGetField(tiff.get(), TIFFTAG_SOFTWARE, &software) != 0 && software != nullptr &&
+    return tiff && libtiff().getField(tiff.get(), TIFFTAG_SOFTWARE, &software) != 0 && software != nullptr &&
            std::string_view(software) == kSoftware;
 }
 

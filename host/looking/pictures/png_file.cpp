@@ -1,7 +1,6 @@
 #include "looking/pictures/png_file.h"
 
 #include <errno.h>
-#include <png.h>
 
 #include <array>
 #include <cmath>
@@ -10,9 +9,12 @@
 #include <memory>
 
 #include "io/refusal.h"
+#include "libpng/libpng.h"
 
 namespace riders::looking {
 namespace {
+
+using riders::png::libpng;
 
 static_assert(sizeof(Colour) == 3 && sizeof(png_color) == 3);
 
@@ -96,34 +98,36 @@ Indexed indexed(const Picture &picture)
 void setKind(png_structp png, png_infop info, const Picture &picture, const Indexed &small)
 {
     const bool few = !small.colours.empty();
-    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height),
-                 small.bits, few ? PNG_COLOR_TYPE_PALETTE : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    libpng().setHeader(png, info, static_cast<png_uint_32>(picture.width),
+                       static_cast<png_uint_32>(picture.height), small.bits,
+                       few ? PNG_COLOR_TYPE_PALETTE : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+                       PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     if (few)
-        png_set_PLTE(png, info, reinterpret_cast<png_const_colorp>(small.colours.data()),
-                     static_cast<int>(small.colours.size()));
+        libpng().setPalette(png, info, reinterpret_cast<png_const_colorp>(small.colours.data()),
+                            static_cast<int>(small.colours.size()));
 }
 
 // Nothing with a destructor may be created in here: libpng leaves by longjmp.
 bool writeRows(png_structp png, png_infop info, FILE *file, const Picture &picture, const Indexed &small,
                double dpi)
 {
-    if (setjmp(png_jmpbuf(png)))  // NOLINT(cert-err52-cpp): how libpng reports errors
+    if (setjmp(*libpng().setLongjmp(png, longjmp,
+                                    sizeof(jmp_buf))))  // NOLINT(cert-err52-cpp): how libpng reports errors
         return false;
-    png_init_io(png, file);
+    libpng().initIo(png, file);
     setKind(png, info, picture, small);
     const auto perMetre = static_cast<png_uint_32>(std::lround(dpi / 0.0254));
-    png_set_pHYs(png, info, perMetre, perMetre, PNG_RESOLUTION_METER);
-    png_set_filter(png, 0, PNG_FILTER_NONE);
-    png_set_compression_level(png, 4);
-    png_write_info(png, info);
+    libpng().setResolution(png, info, perMetre, perMetre, PNG_RESOLUTION_METER);
+    libpng().setFilter(png, 0, PNG_FILTER_NONE);
+    libpng().setCompressionLevel(png, 4);
+    libpng().writeInfo(png, info);
     const auto *rows =
         small.colours.empty() ? reinterpret_cast<png_const_bytep>(picture.pixels.data()) : small.numbers.data();
     const size_t rowBytes =
         small.colours.empty() ? sizeof(Colour) * static_cast<size_t>(picture.width) : small.rowBytes;
     for (int y = 0; y < picture.height; ++y)
-        png_write_row(png, rows + static_cast<size_t>(y) * rowBytes);
-    png_write_end(png, info);
+        libpng().writeRow(png, rows + static_cast<size_t>(y) * rowBytes);
+    libpng().writeEnd(png, info);
     return true;
 }
 
@@ -135,11 +139,11 @@ void writePicture(const std::filesystem::path &file, const Picture &picture, dou
     if (!out)
         io::refuseErrno(file, errno);
     const Indexed small = indexed(picture);
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
-    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    png_structp png = libpng().createWriteStruct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png ? libpng().createInfoStruct(png) : nullptr;
     const bool written =
         info && writeRows(png, info, out.get(), picture, small, dpi) && std::fflush(out.get()) == 0;
-    png_destroy_write_struct(&png, &info);
+    libpng().destroyWriteStruct(&png, &info);
     if (!written)
         throw io::Refusal(file.string() + ": cannot be written; is the disk full?");
 }

@@ -1,16 +1,17 @@
 #include "looking/tiles/tile_picture.h"
 
-#include <png.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
 #include "io/refusal.h"
+#include "libpng/libpng.h"
 #include "looking/pictures/linear_light.h"
 
 namespace riders::looking {
 namespace {
+
+using riders::png::libpng;
 
 // The shades that a tile has.
 struct FewShades {
@@ -57,19 +58,20 @@ std::vector<std::uint8_t> packed(const TileShares &shares, const FewShades &few,
 bool writePng(png_structp png, png_infop info, FILE *out, const TileShares &shares, const FewShades &few,
               const std::uint8_t *rows, std::size_t rowBytes)
 {
-    if (setjmp(png_jmpbuf(png)))  // NOLINT(cert-err52-cpp): how libpng reports errors
+    if (setjmp(*libpng().setLongjmp(png, longjmp,
+                                    sizeof(jmp_buf))))  // NOLINT(cert-err52-cpp): how libpng reports errors
         return false;
-    png_init_io(png, out);
-    png_set_IHDR(png, info, static_cast<png_uint_32>(shares.width), static_cast<png_uint_32>(shares.height),
-                 few.bits, PNG_COLOR_TYPE_PALETTE, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                 PNG_FILTER_TYPE_DEFAULT);
-    png_set_PLTE(png, info, few.colours.data(), few.count);
-    png_set_filter(png, 0, PNG_FILTER_NONE);
-    png_set_compression_level(png, 2);
-    png_write_info(png, info);
+    libpng().initIo(png, out);
+    libpng().setHeader(png, info, static_cast<png_uint_32>(shares.width), static_cast<png_uint_32>(shares.height),
+                       few.bits, PNG_COLOR_TYPE_PALETTE, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                       PNG_FILTER_TYPE_DEFAULT);
+    libpng().setPalette(png, info, few.colours.data(), few.count);
+    libpng().setFilter(png, 0, PNG_FILTER_NONE);
+    libpng().setCompressionLevel(png, 2);
+    libpng().writeInfo(png, info);
     for (int y = 0; y < shares.height; ++y)
-        png_write_row(png, rows + static_cast<std::size_t>(y) * rowBytes);
-    png_write_end(png, info);
+        libpng().writeRow(png, rows + static_cast<std::size_t>(y) * rowBytes);
+    libpng().writeEnd(png, info);
     return true;
 }
 
@@ -95,10 +97,10 @@ std::string tilePicture(const TileShares &shares, const InkShades &shades)
     char *bytes = nullptr;
     std::size_t size = 0;
     FILE *out = open_memstream(&bytes, &size);
-    png_structp png = out ? png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr) : nullptr;
-    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    png_structp png = out ? libpng().createWriteStruct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr) : nullptr;
+    png_infop info = png ? libpng().createInfoStruct(png) : nullptr;
     const bool written = info && writePng(png, info, out, shares, few, rows.data(), rowBytes);
-    png_destroy_write_struct(&png, &info);
+    libpng().destroyWriteStruct(&png, &info);
     const bool whole = out && std::fclose(out) == 0 && written;
     const std::unique_ptr<char, decltype(&std::free)> kept(bytes, std::free);
     if (!whole)

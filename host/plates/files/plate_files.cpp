@@ -1,21 +1,17 @@
 #include "plates/files/plate_files.h"
 
-#include <tiffio.h>
-
 #include <algorithm>
-#include <memory>
 
 #include "io/refusal.h"
+#include "libtiff/libtiff.h"
 
 namespace fs = std::filesystem;
 
 namespace riders::plates {
 namespace {
 
-struct CloseTiff {
-    void operator()(TIFF *tiff) const { TIFFClose(tiff); }
-};
-using Tiff = std::unique_ptr<TIFF, CloseTiff>;
+using Tiff = tiff::File;
+using tiff::libtiff;
 
 struct OpenTiff {
     Tiff tiff;
@@ -25,19 +21,19 @@ struct OpenTiff {
 
 OpenTiff openTiff(const fs::path &file, int bits)
 {
-    OpenTiff open{Tiff(TIFFOpen(file.c_str(), "r"))};
+    OpenTiff open{Tiff(libtiff().open(file.c_str(), "r"))};
     std::uint16_t samples = 1, depth = 1, photometric = PHOTOMETRIC_MINISBLACK;
     if (!open.tiff)
         refusePicture(file);
-    TIFFGetField(open.tiff.get(), TIFFTAG_IMAGEWIDTH, &open.width);
-    TIFFGetField(open.tiff.get(), TIFFTAG_IMAGELENGTH, &open.height);
-    TIFFGetFieldDefaulted(open.tiff.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
-    TIFFGetFieldDefaulted(open.tiff.get(), TIFFTAG_BITSPERSAMPLE, &depth);
-    TIFFGetField(open.tiff.get(), TIFFTAG_PHOTOMETRIC, &photometric);
+    libtiff().getField(open.tiff.get(), TIFFTAG_IMAGEWIDTH, &open.width);
+    libtiff().getField(open.tiff.get(), TIFFTAG_IMAGELENGTH, &open.height);
+    libtiff().getFieldDefaulted(open.tiff.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
+    libtiff().getFieldDefaulted(open.tiff.get(), TIFFTAG_BITSPERSAMPLE, &depth);
+    libtiff().getField(open.tiff.get(), TIFFTAG_PHOTOMETRIC, &photometric);
     open.zeroIsInk = photometric == PHOTOMETRIC_MINISBLACK;
     if (samples != 1 || depth != bits || open.width == 0 || open.height == 0 || open.width > kLongestPlateSide ||
         open.height > kLongestPlateSide || !open.zeroIsInk ||
-        static_cast<std::uint64_t>(TIFFScanlineSize64(open.tiff.get())) !=
+        static_cast<std::uint64_t>(libtiff().scanlineSize(open.tiff.get())) !=
             (static_cast<std::uint64_t>(open.width) * static_cast<unsigned>(bits) + 7) / 8)
         refusePicture(file);
     return open;
@@ -46,7 +42,7 @@ OpenTiff openTiff(const fs::path &file, int bits)
 // Ink being ones.
 void readRow(const OpenTiff &open, std::uint32_t y, std::uint8_t *row, size_t rowBytes, const fs::path &file)
 {
-    if (TIFFReadScanline(open.tiff.get(), row, y) < 0)
+    if (libtiff().readScanline(open.tiff.get(), row, y, 0) < 0)
         refusePicture(file);
     for (size_t i = 0; i < rowBytes; ++i)
         row[i] = static_cast<std::uint8_t>(~row[i]);
@@ -63,8 +59,8 @@ void readRows(const OpenTiff &open, std::uint8_t *rows, size_t rowBytes, const f
 
 void silencePictures()
 {
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
+    libtiff().setWarningHandler(nullptr);
+    libtiff().setErrorHandler(nullptr);
 }
 
 void refusePicture(const fs::path &file)
@@ -96,23 +92,24 @@ PlateSize readTintRows(const fs::path &tiff,
 
 std::vector<TintPlate> readComposite(const fs::path &tiff)
 {
-    const Tiff open(TIFFOpen(tiff.c_str(), "r"));
+    const Tiff open(libtiff().open(tiff.c_str(), "r"));
     std::uint32_t width = 0, height = 0;
     std::uint16_t samples = 0, depth = 0, photometric = 0;
     if (!open)
         refusePicture(tiff);
-    TIFFGetField(open.get(), TIFFTAG_IMAGEWIDTH, &width);
-    TIFFGetField(open.get(), TIFFTAG_IMAGELENGTH, &height);
-    TIFFGetFieldDefaulted(open.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
-    TIFFGetFieldDefaulted(open.get(), TIFFTAG_BITSPERSAMPLE, &depth);
-    TIFFGetField(open.get(), TIFFTAG_PHOTOMETRIC, &photometric);
+    libtiff().getField(open.get(), TIFFTAG_IMAGEWIDTH, &width);
+    libtiff().getField(open.get(), TIFFTAG_IMAGELENGTH, &height);
+    libtiff().getFieldDefaulted(open.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
+    libtiff().getFieldDefaulted(open.get(), TIFFTAG_BITSPERSAMPLE, &depth);
+    libtiff().getField(open.get(), TIFFTAG_PHOTOMETRIC, &photometric);
     std::vector<std::uint8_t> row(size_t(4) * width);
     if (samples != 4 || depth != 8 || photometric != PHOTOMETRIC_SEPARATED || width == 0 ||
-        width > kLongestPlateSide || height > kLongestPlateSide || TIFFScanlineSize64(open.get()) != row.size())
+        width > kLongestPlateSide || height > kLongestPlateSide ||
+        libtiff().scanlineSize(open.get()) != row.size())
         refusePicture(tiff);
     std::vector<TintPlate> plates(4, {static_cast<int>(width), static_cast<int>(height), {}});
     for (std::uint32_t y = 0; y < height; ++y) {
-        if (TIFFReadScanline(open.get(), row.data(), y) < 0)
+        if (libtiff().readScanline(open.get(), row.data(), y, 0) < 0)
             refusePicture(tiff);
         for (size_t i = 0; i < row.size(); ++i)
             plates[i % 4].ink.push_back(row[i]);

@@ -1,7 +1,5 @@
 #include "printer/queues/queue.h"
 
-#include <toml++/toml.h>
-
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -10,6 +8,7 @@
 #include "io/refusal.h"
 #include "screens/number_text.h"
 #include "screens/screen_limits.h"
+#include "screens/toml_parser.h"
 
 namespace riders::printer {
 namespace {
