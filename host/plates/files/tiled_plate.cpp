@@ -21,16 +21,12 @@ constexpr std::size_t kTileRowBytes = kTiledSide / 8;
     throw io::Refusal(name + ": cannot be written; is the disk full?");
 }
 
-// Copies the overlap of a tile into the part of the plate that begins at (left, top), a multiple of 8.
-void copyTile(const std::vector<std::uint8_t> &tile, int tileLeft, int tileTop, BitPlate &part, int left, int top)
+// Copies as much of a tile as there is of the part into it, at a place of whole tiles.
+void copyTile(const std::vector<std::uint8_t> &tile, BitPlate &part, int left, int top)
 {
-    const int from = std::max(left, tileLeft), end = std::min(left + part.width, tileLeft + kTiledSide);
-    if (from >= end)
-        return;
-    const auto bytes = static_cast<std::size_t>((end - from + 7) / 8);
-    for (int y = std::max(top, tileTop); y < std::min(top + part.height, tileTop + kTiledSide); ++y)
-        std::memcpy(part.row(y - top) + (from - left) / 8,
-                    tile.data() + static_cast<std::size_t>(y - tileTop) * kTileRowBytes + (from - tileLeft) / 8,
+    const auto bytes = static_cast<std::size_t>((std::min(kTiledSide, part.width - left) + 7) / 8);
+    for (int y = 0; y < std::min(kTiledSide, part.height - top); ++y)
+        std::memcpy(part.row(top + y) + left / 8, tile.data() + static_cast<std::size_t>(y) * kTileRowBytes,
                     bytes);
 }
 
@@ -110,7 +106,7 @@ PlatePart readPart(const std::filesystem::path &file, int left, int top, int wid
                 TIFFComputeTile(in, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0, 0);
             if (TIFFReadEncodedTile(in, number, tile.data(), static_cast<tmsize_t>(tile.size())) < 0)
                 refuse();
-            copyTile(tile, x, y, part.bits, left, top);
+            copyTile(tile, part.bits, x - left, y - top);
         }
     return part;
 }

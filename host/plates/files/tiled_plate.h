@@ -38,7 +38,7 @@ struct PlatePart {
     std::string words;
 };
 
-// A part of it, from a pixel on; as much of it as there is. Throws Refusal.
+// A part of it that begins with a tile; as much of it as there is. Throws Refusal.
 PlatePart readPart(const std::filesystem::path &file, int left, int top, int width, int height);
 
 }  // namespace riders::plates
