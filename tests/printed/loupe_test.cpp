@@ -73,7 +73,7 @@ protected:
 
 TEST_F(LoupeTest, TilesOfAProofAreItsFilms)
 {
-    ASSERT_EQ(riders({"proof", "job.ps", "--loupe", "--dpi", "500", "-o", "out", "-q"}).err, "");
+    ASSERT_EQ(riders({"proof", "job.ps", "--loupe", "--dpi", "300", "-o", "out", "-q"}).err, "");
     for (const std::string &ink : kInks) {
         const std::string name = "page-1-" + lowered(ink);
         const auto [wrong, count] =
@@ -95,7 +95,7 @@ TEST_F(LoupeTest, TilesOfFilmsAreWhatTheyPrint)
         Names words;
         bool negativeAndMirrored;
         int rowTimes;
-    } const all[] = {{{"--dpi", "600x300"}, false, 2},
+    } const all[] = {{{"--dpi", "400x200"}, false, 2},
                      {{"--dpi", "401", "--negative", "--emulsion", "down"}, true, 1}};
     for (const auto &one : all) {
         Names words = {"film", "job.ps", "-o", "films", "--look", "--loupe", "--frequency", "30", "--quiet"};
@@ -116,10 +116,6 @@ TEST_F(LoupeTest, TilesOfFilmsAreWhatTheyPrint)
 // The page lies somewhere on the sheet, at no whole byte; marks are not shown.
 TEST_F(LoupeTest, TilesBeginWhereThePageDoes)
 {
-    ASSERT_EQ(
-        riders({"film", "job.ps", "-o", "plain", "--look", "--loupe", "--dpi", "400", "--frequency", "30", "-q"})
-            .err,
-        "");
     ASSERT_EQ(riders({"film", "job.ps", "-o", "marked", "--look", "--loupe", "--dpi", "400", "--frequency", "30",
                       "--crop", "--register", "-q"})
                   .err,
@@ -128,15 +124,13 @@ TEST_F(LoupeTest, TilesBeginWhereThePageDoes)
     EXPECT_NE(loupe.find("\"width\": 1000, \"height\": 800"), std::string::npos);
     const BitPlate film = readFilm(folder / "marked/job_p01_Cyan.tif").bits;
     EXPECT_GT(film.width, 1000);
-    for (int left = 0; left + 1000 <= film.width; ++left)
-        for (const int top : {(film.height - 800) / 2 - 1, (film.height - 800) / 2, (film.height - 800) / 2 + 1}) {
+    for (int left = (film.width - 1000) / 2 - 1; left <= (film.width - 1000) / 2 + 1; ++left)
+        for (int top = (film.height - 800) / 2 - 1; top <= (film.height - 800) / 2 + 1; ++top) {
             BitPlate part(1000, 800);
             for (int y = 0; y < 800; ++y)
                 for (int x = 0; x < 1000; ++x)
                     if (film.at(left + x, top + y))
                         part.row(y)[x >> 3] |= static_cast<std::uint8_t>(0x80 >> (x & 7));
-            if (left != (film.width - 1000) / 2)
-                continue;
             if (wrongPixels(part, folder / "marked-look/loupe/page-1-cyan").first == 0)
                 return;
         }
