@@ -43,6 +43,10 @@ void measureFilmDotsSample(const std::filesystem::path &riders);
 // hour. The sample: A4 at 1200 dpi.
 void measureFilm(const std::filesystem::path &riders);
 void measureFilmSample(const std::filesystem::path &riders);
+// The page that zooms in a real browser: time until the sheet is shown, and for a picture while it is dragged, of A4 at
+// 1200 dpi and A0 at 2400: a quarter of an hour. The sample: A4.
+void measureLoupe(const std::filesystem::path &riders);
+void measureLoupeSample(const std::filesystem::path &riders);
 // `riders printer`: 500 jobs sent by 20 clients against plain Ghostscript on the same jobs, its memory, and the time from
 // the last byte of a job to its films. The sample: 40 jobs.
 void measurePrinter(const std::filesystem::path &riders);

@@ -36,6 +36,8 @@ const Table tables[] = {
     {"film", measureFilm, false},
     {"printer-sample", measurePrinterSample, false},
     {"printer", measurePrinter, false},
+    {"loupe-sample", measureLoupeSample, false},
+    {"loupe", measureLoupe, false},
     {"film-dots-sample", measureFilmDotsSample, false},
     {"film-dots", measureFilmDots, false},
 };
@@ -56,7 +58,8 @@ bool wanted(const Table &table, int names, char **name)
             return true;
     return names == 0 && table.print != measureScreensSample && table.print != measurePlatesSample &&
            table.print != measurePlatesTime && table.print != measureFilmDotsSample &&
-           table.print != measureFilmSample && table.print != measurePrinterSample && table.print != measurePrinter;
+           table.print != measureFilmSample && table.print != measureLoupeSample && table.print != measureLoupe &&
+           table.print != measurePrinterSample && table.print != measurePrinter;
 }
 
 void print(const Table &table, const std::filesystem::path &riders)

@@ -19,7 +19,7 @@ namespace riders::commands {
 namespace {
 
 struct FilmWords {
-    bool look = false, loupe = false;
+    bool look = false, loupe = false, onDemand = false;
     std::string mesh;
     FilmScreenWords screens;
     PrinterWords printer;
@@ -71,6 +71,13 @@ void addLook(CLI::App &command, FilmWords &words)
                   "With it also a page that zooms from the sheet to the single dot, plate by plate: loupe.html")
         ->needs(look)
         ->excludes("--rotate");
+    command
+        .add_flag(
+            "--loupe-on-demand", words.onDemand,
+            "The same for a server: of the finest tiles it has what they are made of when they are looked at")
+        ->needs(look)
+        ->excludes("--rotate")
+        ->excludes("--loupe");
     command.add_option("--mesh", words.mesh, "Threads per inch, or N/cm, of the mesh to print through")
         ->check(perInchBetween(screens::kLeastThreads, screens::kMostThreads, "threads"))
         ->needs(look)
@@ -161,8 +168,9 @@ void fillIn(film::FilmRequest &request, const FilmWords &words)
         request.marks.sheet = film::sheetSizeFrom(words.sheet);
     request.compression = words.compression == "none" ? film::Compression::none : film::Compression::group4;
     if (words.look)
-        request.look =
-            film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0), .loupe = words.loupe};
+        request.look = film::LookRequest{.mesh = screens::perInchFromText(words.mesh).value_or(0),
+                                         .loupe = words.loupe || words.onDemand,
+                                         .onDemand = words.onDemand};
 }
 
 std::string run(film::FilmRequest &request, const FilmWords &words, const std::string &name)

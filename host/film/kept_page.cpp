@@ -136,8 +136,9 @@ void KeptPage::keepTiles(const KeptPageRun &run, std::size_t plate, const std::s
 {
     const PageOnFilm page{run.sheet.left(), run.sheet.top(), run.tones.columns, run.tones.rows,
                           run.request.resolution};
-    plates_[plate].tiles =
-        std::make_shared<KeptTiles>(page, run.folder / looking::kTilesName / file, facts_.plates[plate].ink);
+    plates_[plate].tiles = std::make_shared<KeptTiles>(
+        page, run.folder / looking::kTilesName / file, facts_.plates[plate].ink,
+        request_.look->onDemand ? looking::FineTiles::onDemand : looking::FineTiles::files);
 }
 
 // Where its loupe shows dots.

@@ -6,8 +6,9 @@
 
 namespace riders::film {
 
-KeptTiles::KeptTiles(const PageOnFilm &page, std::filesystem::path folder, looking::Colour ink)
-    : page_(page), folder_(std::move(folder)), ink_(ink),
+KeptTiles::KeptTiles(const PageOnFilm &page, std::filesystem::path folder, looking::Colour ink,
+                     looking::FineTiles fine)
+    : page_(page), folder_(std::move(folder)), ink_(ink), fine_(fine),
       across_(page.resolution.across / std::max(page.resolution.across, page.resolution.down)),
       down_(page.resolution.down / std::max(page.resolution.across, page.resolution.down)),
       width_(static_cast<int>(static_cast<double>(page.columns) / across_)),
@@ -21,7 +22,7 @@ void KeptTiles::take(std::size_t y, const std::uint8_t *bits)
     if (y < page_.top || y - page_.top >= page_.rows)
         return;
     if (!tiles_)
-        tiles_.emplace(folder_, width_, height_, ink_);
+        tiles_.emplace(folder_, width_, height_, ink_, fine_);
     takeOut(bits);
     const bool last = y - page_.top + 1 == page_.rows;
     while (given_ < height_ && (last || static_cast<std::size_t>(given_ * down_) <= y - page_.top)) {

@@ -21,7 +21,7 @@ struct PageOnFilm {
 class KeptTiles {
 public:
     // `folder` is made at the first row.
-    KeptTiles(const PageOnFilm &page, std::filesystem::path folder, looking::Colour ink);
+    KeptTiles(const PageOnFilm &page, std::filesystem::path folder, looking::Colour ink, looking::FineTiles fine);
 
     // The film's row y; each once, from the top down. Throws Refusal.
     void take(std::size_t y, const std::uint8_t *bits);
@@ -34,6 +34,7 @@ private:
     const PageOnFilm page_;
     const std::filesystem::path folder_;
     const looking::Colour ink_;
+    const looking::FineTiles fine_;
     const double across_, down_;  // pixels of the film for one of the tiles
     const int width_, height_;
     std::optional<looking::PlateTiles> tiles_;

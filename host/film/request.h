@@ -37,9 +37,10 @@ inline constexpr const char *kStandardOutput = "-";
 
 struct LookRequest {
     std::filesystem::path folder =
-        {};              // where the page to look at goes; empty: as the films are called, and -look
-    double mesh = 0;     // threads per inch of the mesh it is for; 0 for none
-    bool loupe = false;  // also a page that zooms; only for films that are not turned
+        {};                 // where the page to look at goes; empty: as the films are called, and -look
+    double mesh = 0;        // threads per inch of the mesh it is for; 0 for none
+    bool loupe = false;     // also a page that zooms; only for films that are not turned
+    bool onDemand = false;  // whose finest tiles are made when somebody looks at them, by riders printer
 };
 
 struct FilmRequest {

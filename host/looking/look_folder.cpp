@@ -8,6 +8,7 @@
 #include "io/refusal.h"
 #include "looking/loupe/loupe_page.h"
 #include "looking/report/report.h"
+#include "looking/tiles/tile_on_demand.h"
 
 namespace fs = std::filesystem;
 
@@ -67,9 +68,9 @@ bool holdsOnlyTiles(const fs::path &folder, fs::file_time_type written)
     for (fs::recursive_directory_iterator entry(folder), end; entry != end; ++entry) {
         const fs::path name = entry->path().filename();
         const bool known = entry.depth() == 0   ? loupe.find(folderInLoupe(name)) != loupe.npos
-                           : entry.depth() == 1 ? isNumbers(name, "")
+                           : entry.depth() == 1 ? isNumbers(name, "") || name == kKeptPlate
                                                 : isNumbers(name.stem(), "-") && name.extension() == ".png";
-        const bool asItShould = entry.depth() < 2
+        const bool asItShould = entry.depth() < 2 && name != kKeptPlate
                                     ? entry->is_directory()
                                     : entry->is_regular_file() && entry->last_write_time() <= written;
         if (entry->is_symlink() || !known || !asItShould)

@@ -6,7 +6,9 @@
 #include <memory>
 #include <set>
 
+#include "io/bytes.h"
 #include "io/refusal.h"
+#include "looking/tiles/tile_on_demand.h"
 #include "printer/driver.h"
 #include "printer/web/pages.h"
 
@@ -17,12 +19,12 @@ namespace {
 
 constexpr std::size_t kMostJobsShown = 500;
 
-bool send(pappl_client_t *client, http_status_t status, const std::string &page)
+bool send(pappl_client_t *client, http_status_t status, const std::string &bytes, const char *type = "text/html")
 {
-    if (!papplClientRespond(client, status, nullptr, "text/html", 0, page.size()))
+    if (!papplClientRespond(client, status, nullptr, type, 0, bytes.size()))
         return false;
     http_t *const http = papplClientGetHTTP(client);
-    return httpWrite2(http, page.data(), page.size()) >= 0 && httpFlushWrite(http) >= 0;
+    return httpWrite2(http, bytes.data(), bytes.size()) >= 0 && httpFlushWrite(http) >= 0;
 }
 
 // What a client sends: fields of a form, or the words after the question mark.
@@ -68,12 +70,24 @@ const char *typeOf(const fs::path &file)
     return ending == ".html" ? "text/html" : "application/octet-stream";
 }
 
-// The file in a job's folder of films that the client's path names: /films/JOB/FILE. Only paths that were added to
-// the server come here.
+// JOB/FILE of the client's path, which is /films/JOB/FILE.
+std::string jobAndFileAsked(pappl_client_t *client)
+{
+    const std::string path = papplClientGetURI(client);
+    return path.substr(std::min(std::string(kJobsPath).size() + 1, path.size()));
+}
+
+std::string jobAsked(pappl_client_t *client)
+{
+    const std::string path = jobAndFileAsked(client);
+    return path.substr(0, path.find('/'));
+}
+
+// The file in a job's folder of films that the client's path names. Only paths that were added to the server come
+// here.
 fs::path fileAsked(pappl_client_t *client, const JobLine &line)
 {
-    std::string path = papplClientGetURI(client);
-    path.erase(0, std::min(std::string(kJobsPath).size() + 1, path.size()));
+    const std::string path = jobAndFileAsked(client);
     const std::size_t slash = std::min(path.find('/'), path.size());
     const auto record = line.store().find(keyFromText(path.substr(0, slash)));
     if (!record || record->films.empty() || path.find("..") != path.npos || slash + 1 >= path.size())
@@ -81,11 +95,53 @@ fs::path fileAsked(pappl_client_t *client, const JobLine &line)
     return fs::path(record->films) / path.substr(slash + 1);
 }
 
+// Calls it, and shows why it was refused, if it was.
+template <class Action>
+bool orRefuse(pappl_client_t *client, Action action)
+{
+    try {
+        return action();
+    } catch (const std::exception &error) {
+        return send(client, HTTP_STATUS_BAD_REQUEST, refusalPage(error.what()));
+    }
+}
+
+// The page that zooms, which gets its tiles not as files beside it, but made when it asks for them.
+bool sendLoupe(pappl_client_t *client, const fs::path &file, const std::string &job)
+{
+    return orRefuse(client, [&] {
+        std::string page = io::contentsOf(file);
+        const std::string files = "\"tiles\": \"loupe/\"";
+        const std::size_t at = page.find(files);
+        if (at != page.npos)
+            page.replace(at, files.size(), "\"tiles\": \"" + std::string(kTilePath) + "?job=" + job + "&tile=\"");
+        return send(client, HTTP_STATUS_OK, page);
+    });
+}
+
+bool sendTile(pappl_client_t *client, void *line)
+{
+    if (!papplClientHTMLAuthorize(client))
+        return true;
+    const Fields fields(client);
+    const auto record = static_cast<JobLine *>(line)->store().find(keyFromText(fields.get("job")));
+    const auto asked = looking::tileFromText(fields.get("tile"));
+    try {
+        if (record && !record->films.empty() && asked)
+            return send(client, HTTP_STATUS_OK,
+                        looking::tileOnDemand(fs::path(record->films) / "look/loupe", *asked), "image/png");
+    } catch (const io::Refusal &) {  // there is none
+    }
+    return papplClientRespond(client, HTTP_STATUS_NOT_FOUND, nullptr, nullptr, 0, 0);
+}
+
 bool sendFile(pappl_client_t *client, void *line)
 {
     if (!papplClientHTMLAuthorize(client))
         return true;
     const fs::path path = fileAsked(client, *static_cast<JobLine *>(line));
+    if (path.filename() == "loupe.html" && path.parent_path().filename() == "look")
+        return sendLoupe(client, path, jobAsked(client));
     std::ifstream file(path, std::ios::binary);
     std::error_code none;
     const std::uintmax_t size = fs::file_size(path, none);
@@ -108,6 +164,10 @@ void addFiles(JobLine &line, const JobRecord &record)
     static std::set<std::string> added;
     const std::lock_guard lock(mutex);
     for (fs::recursive_directory_iterator entry(record.films), end; entry != end; ++entry) {
+        if (entry->is_directory() && entry->path().filename() == "loupe") {  // tiles
+            entry.disable_recursion_pending();
+            continue;
+        }
         const std::string name = entry->path().lexically_relative(record.films);
         const auto [path, isNew] = added.insert(std::string(kJobsPath) + "/" + record.key.text() + "/" + name);
         if (entry->is_regular_file() && isNew)
@@ -133,17 +193,6 @@ JobOnPage onPage(pappl_client_t *client, JobLine &line, const JobRecord &record)
     job.look = fs::exists(fs::path(record.films) / "look/proof.html");
     addFiles(line, record);
     return job;
-}
-
-// Calls it, and shows why it was refused, if it was.
-template <class Action>
-bool orRefuse(pappl_client_t *client, Action action)
-{
-    try {
-        return action();
-    } catch (const std::exception &error) {
-        return send(client, HTTP_STATUS_BAD_REQUEST, refusalPage(error.what()));
-    }
 }
 
 bool showJob(pappl_client_t *client, void *data)
@@ -260,6 +309,7 @@ void addPages(pappl_system_t *system, JobLine &line)
     papplSystemAddResourceCallback(system, kActionPath, "text/html", doAction, &line);
     papplSystemAddResourceCallback(system, kQueuesPath, "text/html", showQueues, &line);
     papplSystemAddResourceCallback(system, kMakeQueuePath, "text/html", makeQueue, &line);
+    papplSystemAddResourceCallback(system, kTilePath, "image/png", sendTile, &line);
     papplSystemAddLink(system, "Jobs and films", kJobsPath, PAPPL_LOPTIONS_NAVIGATION);
 }
 

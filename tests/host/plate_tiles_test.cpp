@@ -6,6 +6,7 @@
 
 #include "io/refusal.h"
 #include "looking/tiles/plate_tiles.h"
+#include "looking/tiles/tile_on_demand.h"
 #include "plates/files/plate.h"
 #include "plates/measuring/grid_place.h"
 #include "support/toolbox_test.h"
@@ -169,6 +170,57 @@ TEST(PlateTiles, APlateIsFinishedOnceAllRowsAreThere)
     const TemporaryFolder folder;
     looking::PlateTiles tiles(folder / "plate", 10, 10, {});
     EXPECT_THROW(tiles.finish(), std::logic_error);
+}
+
+// The same bytes, whether made with the others or when somebody looks at them.
+TEST(TileOnDemand, IsTheTileThatWouldBeAFile)
+{
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const TemporaryFolder folder;
+    const BitPlate plate = blotted(4500, 1300, seed);
+    const looking::Colour ink{0, 158, 224};
+    const looking::TileSet files = tilesOf(plate, folder / "files", ink);
+    looking::PlateTiles tiles(folder / "kept", plate.width, plate.height, ink, looking::FineTiles::onDemand);
+    for (int y = 0; y < plate.height; ++y)
+        tiles.row(plate.row(y));
+    const looking::TileSet kept = tiles.finish();
+    ASSERT_EQ(kept.levels.size(), 5u);
+    EXPECT_FALSE(fs::exists(folder / "kept/2"));
+    for (int level = 0; level < 5; ++level) {
+        const looking::TileLevel &all = files.levels[static_cast<size_t>(level)];
+        EXPECT_EQ(kept.levels[static_cast<size_t>(level)].inked, all.inked) << level;
+        for (int tile = 0; tile < all.across * all.down; ++tile) {
+            const int x = tile % all.across, y = tile / all.across;
+            if (all.has(x, y)) {
+                EXPECT_EQ(looking::tileOnDemand(folder.path(), {"kept", level, x, y}),
+                          contentsOf(folder / "files" / looking::tileName(level, x, y)))
+                    << level << ": " << x << ", " << y;
+            }
+        }
+    }
+    for (const looking::AskedTile &asked :
+         {looking::AskedTile{"kept", 0, 9, 0}, looking::AskedTile{"kept", 2, 0, 1},
+          looking::AskedTile{"kept", 4, 1, 0}, looking::AskedTile{"kept", 0, 999999, 0},
+          looking::AskedTile{"other", 0, 0, 0}})
+        EXPECT_THROW(looking::tileOnDemand(folder.path(), asked), riders::io::Refusal);
+    writeFile(folder / "kept/plate.tiff", "no plate");
+    EXPECT_THROW(looking::tileOnDemand(folder.path(), {"kept", 0, 0, 0}), riders::io::Refusal);
+}
+
+TEST(TileOnDemand, OnlyTheNameOfATileIsOne)
+{
+    const auto asked = looking::tileFromText("page-1-cyan/2/13-7.png");
+    ASSERT_TRUE(asked);
+    EXPECT_EQ(asked->set, "page-1-cyan");
+    EXPECT_EQ(asked->level, 2);
+    EXPECT_EQ(asked->x, 13);
+    EXPECT_EQ(asked->y, 7);
+    for (const char *text :
+         {"", "/", "page-1/2/1-1", "page-1/2/1-1.pngx", "../2/1-1.png", "page.1/2/1-1.png", "page-1/21/1-1.png",
+          "page-1/-2/1-1.png", "page-1/2/1--1.png", "page-1/2/99999999-1.png", "page-1/2/1.png", "/0/0-0.png",
+          "page-1//0/0-0.png", "a/b/0/0-0.png"})
+        EXPECT_FALSE(looking::tileFromText(text)) << text;
 }
 
 // Discs on a grid whose place is known.

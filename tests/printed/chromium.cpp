@@ -77,14 +77,14 @@ std::string fromBase64(const std::string &text)
 
 }  // namespace
 
-Chromium::Chromium(const std::string &url, int width, int height)
+Chromium::Chromium(const std::filesystem::path &own, const std::string &url, int width, int height)
 {
     int toIt[2], fromIt[2];
     if (pipe2(toIt, O_CLOEXEC) != 0 || pipe2(fromIt, O_CLOEXEC) != 0)
         throw std::runtime_error("no pipe");
     process_ = fork();
     if (process_ == 0)
-        become(profile_.path(), toIt[0], fromIt[1]);
+        become(own, toIt[0], fromIt[1]);
     close(toIt[0]);
     close(fromIt[1]);
     to_ = toIt[1];
@@ -218,9 +218,7 @@ void Chromium::drag(int x, int y, int toX, int toY)
     mouse("mouseReleased", toX, toY);
 }
 
-toolbox::Picture Chromium::screen()
+std::string Chromium::screen()
 {
-    const std::string message = call("Page.captureScreenshot", "{\"format\":\"png\"}");
-    writeFile(profile_ / "screen.png", fromBase64(textIn(message, "data")));
-    return toolbox::readPng(profile_ / "screen.png");
+    return fromBase64(textIn(call("Page.captureScreenshot", "{\"format\":\"png\"}"), "data"));
 }

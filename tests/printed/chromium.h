@@ -3,16 +3,15 @@
 
 #include <sys/types.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "support/toolbox_test.h"
-#include "toolbox/host/picture.h"
-
 class Chromium {
 public:
-    // Looks at the page, with such a window. Throws std::runtime_error where there is no browser.
-    Chromium(const std::string &url, int width, int height);
+    // Looks at the page, with such a window; its own files go into the folder. Throws std::runtime_error where
+    // there is no browser.
+    Chromium(const std::filesystem::path &own, const std::string &url, int width, int height);
     ~Chromium();
     Chromium(const Chromium &) = delete;
     Chromium &operator=(const Chromium &) = delete;
@@ -26,7 +25,10 @@ public:
     // A key by its name in scripts, as "Tab", "+" or " ".
     void press(const std::string &key);
     void drag(int x, int y, int toX, int toY);
-    toolbox::Picture screen();
+    // The left button: mousePressed, mouseMoved or mouseReleased there.
+    void mouse(const std::string &type, int x, int y);
+    // What the window shows, the bytes of a PNG file.
+    std::string screen();
     // All that it asked for since the start, pages and pictures.
     const std::vector<std::string> &asked() const { return asked_; }
 
@@ -34,9 +36,7 @@ private:
     std::string call(const std::string &method, const std::string &parameters);
     void send(const std::string &message) const;
     std::string receive();
-    void mouse(const std::string &type, int x, int y);
 
-    TemporaryFolder profile_;
     pid_t process_ = -1;
     int to_ = -1, from_ = -1, number_ = 0;
     std::string session_, pending_;

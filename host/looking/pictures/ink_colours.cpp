@@ -38,4 +38,12 @@ std::string hexColour(Colour colour)
     return text;
 }
 
+Colour colourFrom(const std::string &hex)
+{
+    unsigned red = 255, green = 255, blue = 255;
+    if (std::sscanf(hex.c_str(), "#%2x%2x%2x", &red, &green, &blue) != 3)
+        return {};
+    return {static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green), static_cast<std::uint8_t>(blue)};
+}
+
 }  // namespace riders::looking

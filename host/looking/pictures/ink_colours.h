@@ -33,5 +33,7 @@ inline Colour tintOf(Colour ink, int tint)
 }
 
 std::string hexColour(Colour colour);  // #rrggbb
+// White where it is not such a text.
+Colour colourFrom(const std::string &hex);
 
 }  // namespace riders::looking

@@ -10,6 +10,7 @@
 #include "io/bytes.h"
 #include "io/interruption.h"
 #include "io/refusal.h"
+#include "looking/tiles/tile_on_demand.h"
 
 namespace fs = std::filesystem;
 
@@ -51,11 +52,13 @@ void writeTile(const fs::path &file, const std::string &bytes)
 
 }  // namespace
 
-PlateTiles::PlateTiles(fs::path folder, int width, int height, Colour ink)
+PlateTiles::PlateTiles(fs::path folder, int width, int height, Colour ink, FineTiles fine)
     : folder_(std::move(folder)), shades_(shadesOf(ink)), set_{folder_.filename(), width, height, {}},
       tile_(std::size_t{kTileSide} * kTileSide)
 {
     makeFolder(folder_);
+    if (fine == FineTiles::onDemand)
+        plate_.emplace(folder_ / kKeptPlate, width, height, hexColour(ink));
     for (int level = 0; level < levelsOf(width, height); ++level) {
         const int across = sideOn(level, width), down = sideOn(level, height);
         const auto bytes = static_cast<std::size_t>(level == 0 ? (across + 7) / 8 : across);
@@ -68,8 +71,14 @@ PlateTiles::PlateTiles(fs::path folder, int width, int height, Colour ink)
         tiles.across = tilesAlong(across);
         tiles.down = tilesAlong(down);
         tiles.inked.resize(static_cast<std::size_t>(tiles.across) * static_cast<std::size_t>(tiles.down));
-        makeFolder(folder_ / std::to_string(level));
+        if (!isOnDemand(static_cast<std::size_t>(level)))
+            makeFolder(folder_ / std::to_string(level));
     }
+}
+
+bool PlateTiles::isOnDemand(std::size_t level) const
+{
+    return plate_ && level < kFirstKeptLevel;
 }
 
 void PlateTiles::row(const std::uint8_t *bits)
@@ -121,13 +130,16 @@ void PlateTiles::writeStrip(std::size_t level)
     const Strip &strip = strips_[level];
     TileLevel &tiles = set_.levels[level];
     const int y = (strip.taken - 1) / kTileSide, rows = strip.taken - y * kTileSide;
+    if (plate_ && level == 0)
+        plate_->rows(strip.rows.data(), strip.rowBytes, rows);
     for (int x = 0; x < tiles.across; ++x) {
         const TileShares shares = sharesOf(strip, level == 0, x, rows);
         if (!hasInk(shares))
             continue;
         tiles.inked[static_cast<std::size_t>(y) * static_cast<std::size_t>(tiles.across) +
                     static_cast<std::size_t>(x)] = true;
-        writeTile(folder_ / tileName(static_cast<int>(level), x, y), tilePicture(shares, shades_));
+        if (!isOnDemand(level))
+            writeTile(folder_ / tileName(static_cast<int>(level), x, y), tilePicture(shares, shades_));
     }
 }
 
@@ -135,6 +147,8 @@ TileSet PlateTiles::finish()
 {
     if (strips_[0].taken != set_.height)
         throw std::logic_error("not all rows of the plate were given");
+    if (plate_)
+        plate_->finish();
     return std::move(set_);
 }
 

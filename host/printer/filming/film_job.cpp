@@ -88,6 +88,10 @@ std::vector<std::string> commandOf(const FilmingRequest &request, const Unfinish
         command.push_back("--printer=" + request.queue.printer);
     if (request.queue.isLookedAt() && request.queue.printer.empty())
         command.emplace_back("--look");
+    // A film that is turned has no tiles.
+    const std::string turned = request.record.choices.over(request.queue.choices).get("rotate");
+    if (request.queue.isLookedAt() && request.queue.printer.empty() && (turned.empty() || turned == "0"))
+        command.emplace_back("--loupe-on-demand");
     return command;
 }
 

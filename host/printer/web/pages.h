@@ -12,6 +12,7 @@ namespace riders::printer {
 // Where in the server they are.
 inline constexpr const char *kJobsPath = "/films", *kJobPath = "/films/job", *kActionPath = "/films/do",
                             *kQueuesPath = "/films/queues", *kMakeQueuePath = "/films/make-queue";
+inline constexpr const char *kTilePath = "/films/tile";
 // A file of a job's films.
 std::string pathOf(const JobKey &key, const std::string &file);
 
