@@ -52,6 +52,8 @@ http_status_t authorize(pappl_client_t *client, const char *, gid_t, void *passw
 {
     if (httpAddrLocalhost(httpGetAddress(papplClientGetHTTP(client))) != 0)
         return HTTP_STATUS_CONTINUE;
+    if (httpIsEncrypted(papplClientGetHTTP(client)) == 0)
+        return HTTP_STATUS_FORBIDDEN;  // anybody between could read the password
     return areSame(passwordGiven(client), *static_cast<const std::string *>(password)) ? HTTP_STATUS_CONTINUE
                                                                                        : HTTP_STATUS_UNAUTHORIZED;
 }

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <ctime>
 #include <iostream>
 #include <memory>
@@ -52,7 +53,7 @@ void endOnSignal(JobLine &line)
 
 void prepareFolders(const ServiceRequest &request)
 {
-    for (const fs::path &folder : {request.state, request.state / "cache"}) {
+    for (const fs::path &folder : {request.state, request.state / "cache", request.state / "ssl"}) {
         io::makeFolders(folder);
         if (chmod(folder.c_str(), 0700) != 0)
             io::refuseErrno(folder, errno);
@@ -97,6 +98,12 @@ bool beginLine(pappl_system_t *, void *line)
     return false;
 }
 
+std::string hostName(pappl_system_t *system)
+{
+    std::array<char, 256> name{};
+    return papplSystemGetHostName(system, name.data(), name.size()) == nullptr ? "localhost" : name.data();
+}
+
 System systemFor(const ServiceRequest &request)
 {
     const pappl_soptions_t options = PAPPL_SOPTIONS_MULTI_QUEUE | PAPPL_SOPTIONS_WEB_INTERFACE |
@@ -108,6 +115,8 @@ System systemFor(const ServiceRequest &request)
         throw io::Refusal("the server cannot be set up");
     if (request.listen.empty())
         papplSystemSetDNSSDName(system.get(), nullptr);  // nobody else can print on it
+    else
+        cupsSetServerCredentials((request.state / "ssl").c_str(), hostName(system.get()).c_str(), 1);
     askForPassword(system.get(), request);
     return system;
 }

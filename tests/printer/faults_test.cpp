@@ -93,7 +93,10 @@ TEST(PrinterFaultsTest, LoseNoJob)
     std::map<std::string, std::pair<int, int>> counts;
     for (const NamedFault &fault : faults) {
         FaultyRun run;
-        const std::vector<std::string> wrong = tryWith(fault.fault, run);
+        std::vector<std::string> wrong = tryWith(fault.fault, run);
+        // On a busy machine one takes too long once; one that does not end repeats that.
+        if (run.status == -SIGALRM)
+            wrong = tryWith(fault.fault, run);
         EXPECT_EQ(wrong, std::vector<std::string>()) << fault.name << "\nsaid: " << run.err;
         for (const std::string &row : {fault.kind, std::string("all")}) {
             ++counts[row].first;

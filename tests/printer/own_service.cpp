@@ -1,5 +1,6 @@
 #include "printer/own_service.h"
 
+#include <fstream>
 #include <stdexcept>
 
 #include "support/command.h"
@@ -38,7 +39,9 @@ OwnService::OwnService(const fs::path &folder, std::vector<std::string> options,
                                               films()};
     process_ =
         std::make_unique<printing_tests::Started>(joined(joined(before, command), options), folder_ / "log");
-    process_->waitFor([this] { return acceptsAtLocalPort(port()); });
+    // Not by asking it: it may be where this process cannot reach it.
+    const std::string address = "http://localhost:" + std::to_string(port()) + "/films\n";
+    process_->waitFor([&] { return log().find(address) != std::string::npos; });
 }
 
 void OwnService::waitFor(int job, ipp_jstate_t state, const std::string &queue) const
@@ -49,6 +52,19 @@ void OwnService::waitFor(int job, ipp_jstate_t state, const std::string &queue) 
             throw std::runtime_error("job " + std::to_string(job) + " ended otherwise: " + messageOf(job, queue));
         return now == state;
     });
+}
+
+pid_t printerIn(const fs::path &folder)
+{
+    for (const fs::directory_entry &entry : fs::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename();
+        std::ifstream file(entry.path() / "cmdline", std::ios::binary);
+        const std::string words((std::istreambuf_iterator<char>(file)), {});
+        const std::string program = words.substr(0, words.find('\0'));
+        if (program.ends_with("/riders-printer") && words.find((folder / "state").string()) != words.npos)
+            return std::stoi(name);
+    }
+    return 0;
 }
 
 std::map<std::string, std::string> filmsIn(const fs::path &folder)

@@ -48,6 +48,8 @@ private:
     std::unique_ptr<printing_tests::Started> process_;
 };
 
+// The printer's process whose files are in that folder; 0 where there is none.
+pid_t printerIn(const std::filesystem::path &folder);
 // The films below the folder: the file's name without its folder, and its bytes.
 std::map<std::string, std::string> filmsIn(const std::filesystem::path &folder);
 // What `riders film` makes of that document under that title.

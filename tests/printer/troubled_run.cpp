@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <thread>
 
 #include "printer/own_service.h"
@@ -27,20 +26,6 @@ void waitFor(Condition condition)
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(kMostSeconds);
     while (!condition() && std::chrono::steady_clock::now() < end)
         usleep(5000);
-}
-
-// The printer whose files are in that folder; 0 where there is none.
-pid_t printerIn(const fs::path &folder)
-{
-    for (const fs::directory_entry &entry : fs::directory_iterator("/proc")) {
-        const std::string name = entry.path().filename();
-        std::ifstream file(entry.path() / "cmdline", std::ios::binary);
-        const std::string words((std::istreambuf_iterator<char>(file)), {});
-        const std::string program = words.substr(0, words.find('\0'));
-        if (program.ends_with("/riders-printer") && words.find((folder / "state").string()) != words.npos)
-            return std::stoi(name);
-    }
-    return 0;
 }
 
 std::string recordIn(const fs::path &folder)
@@ -124,9 +109,14 @@ void TroubledRun::send(const std::function<bool()> &goesOn)
     if (!accepted())
         return;
     const fs::path kept = folder_ / "state/jobs" / ("films-" + std::to_string(answer_.job));
+    const auto begin = std::chrono::steady_clock::now();
     waitFor([&] {
         const std::string record = recordIn(kept);
-        return !goesOn() || has(record, "state=made") || has(record, "state=failed");
+        if (!goesOn() || has(record, "state=made") || has(record, "state=failed"))
+            return true;
+        // It may be unable to write that down.
+        return std::chrono::steady_clock::now() - begin > std::chrono::seconds(3) &&
+               client_.stateOf(answer_.job) > IPP_JSTATE_PROCESSING;
     });
 }
 

@@ -9,7 +9,8 @@ printer_packages=(libpappl-dev zlib1g-dev bubblewrap)
 test_packages=(libgtest-dev xvfb xauth xdotool xclip x11-apps weston imagemagick
                groff enscript a2ps libcairo2-dev librsvg2-bin poppler-utils gnuplot-nox netpbm psutils qpdf mupdf-tools
                chromium cups-daemon cups-client cups-filters cups-ipp-utils printer-driver-gutenprint xfsprogs btrfs-progs
-               mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin)
+               mandoc bash-completion zsh fish desktop-file-utils appstream shared-mime-info xdg-utils libglib2.0-bin
+               curl iproute2)
 fuzz_packages=(clang libclang-rt-14-dev lld)
 package_packages=(debhelper dpkg-dev lintian librsvg2-bin)
 check_packages=(clang clang-tidy cppcheck shellcheck libgtest-dev libcairo2-dev)
