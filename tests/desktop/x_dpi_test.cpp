@@ -13,7 +13,8 @@ namespace {
 class XResources {
 public:
     explicit XResources(const std::string &text)
-        : library_(dlopen("libX11.so.6", RTLD_LAZY)), display_(call<void *>("XOpenDisplay", nullptr))
+        : library_(dlopen("libX11.so.6", RTLD_LAZY)),
+          display_(call<void *>("XOpenDisplay", static_cast<const char *>(nullptr)))
     {
         if (!display_)
             throw std::runtime_error("the X display cannot be opened");
@@ -55,12 +56,15 @@ std::string sizeOfWindow()
 TEST(XftDpi, MakesTheWindowLarger)
 {
     const desktop::DisplayServer display("2560x1440x24");
-    {
-        const XResources none("*color: red\n");
-        EXPECT_EQ(sizeOfWindow(), "800x600\n");
-    }
     const XResources twice("Xft.antialias:\t1\nXft.dpi:\t192\n");
     EXPECT_EQ(sizeOfWindow(), "1600x1200\n");
+}
+
+TEST(XftDpi, IsNotMadeUp)
+{
+    const desktop::DisplayServer display("2560x1440x24");
+    const XResources others("*color: red\n");
+    EXPECT_EQ(sizeOfWindow(), "800x600\n");
 }
 
 }  // namespace
