@@ -2,6 +2,7 @@
 // second that it waits for another.
 #include <algorithm>
 #include <chrono>
+#include <stdexcept>
 #include <thread>
 
 #include "app/job_view.h"
@@ -23,6 +24,8 @@ void waitForPictures(JobView &view, Clock::time_point start)
         view.lookAtWork(1 + std::chrono::duration_cast<Ticks>(Clock::now() - start).count());
         std::this_thread::sleep_for(std::chrono::milliseconds(16));
     } while (view.busy());
+    if (!view.problem().empty() || !view.dotsWith())
+        throw std::runtime_error("nothing is shown: " + view.problem());
 }
 
 double secondsUntilShown(JobView &view, const std::function<void()> &choose)

@@ -170,7 +170,7 @@ void DotsWindow::drawDots(const Sample &sample) const
     for (std::size_t i = 0; i < kTints.size(); ++i) {
         const int top = kTintsTop + static_cast<int>(i) * kTintStep;
         drawPicture(sample.tints[i], kMargin, top, sample.enlargement);
-        drawLine(std::to_string(kTints[i]) + "%", kMargin + kTintWidth + 3, top + kTintHeight / 2 + 4);
+        drawLine(std::to_string(kTints[i]) + " %", kMargin + kTintWidth + 3, top + kTintHeight / 2 + 4);
     }
 }
 

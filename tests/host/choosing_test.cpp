@@ -220,7 +220,7 @@ TEST_F(Choosing, DotsGoWithTheDialogBeforeAFileIsSaved)
 TEST_F(Choosing, TheDotsAreSeen)
 {
     for (const int depth : {1, 32}) {
-        trace.clear();
+        restart();
         user.resizeDisplay(800, 600);
         user.setDepth(depth);
         openSettings();

@@ -52,6 +52,12 @@ std::vector<std::string> picturesOf(const fs::path &script)
     return names;
 }
 
+// For windows and windows_twice, files_windows: others show the lists of their folder.
+fs::path moreFilesFor(const std::string &script)
+{
+    return scripts / ("files_" + script.substr(0, script.find('_')));
+}
+
 class Pictures : public ::testing::TestWithParam<std::string> {};
 
 }  // namespace
@@ -61,6 +67,8 @@ TEST_P(Pictures, AreWhatIsKept)
     TemporaryFolder work;
     const fs::path script = scripts / (GetParam() + ".play");
     fs::copy(scripts / "files", work / "there", fs::copy_options::recursive);
+    if (const fs::path more = moreFilesFor(GetParam()); fs::exists(more))
+        fs::copy(more, work / "there", fs::copy_options::recursive);
     riders::play::PlayRequest request;
     request.script = script;
     request.plugin = fs::path(RIDERS_BINARY_DIR) / "riders.so";
