@@ -32,11 +32,12 @@ protected:
                          "", folder.path());
     }
 
+    // The window leaves the resolution to the printer, which has this one.
     std::vector<BitPlate> rendered(const fs::path &document)
     {
         fs::create_directory(folder / "rendered");
         const CommandResult result = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pbmraw",
-                                                 "-r600", "-sOutputFile=rendered/%d.pbm", document},
+                                                 "-r1200x600", "-sOutputFile=rendered/%d.pbm", document},
                                                 "", folder.path());
         EXPECT_EQ(result.status, 0) << result.out << result.err;
         std::vector<BitPlate> pages;
@@ -63,7 +64,7 @@ TEST_P(WindowTest, LeadsFromADrawingToPrintedFilms)
     const CommandResult shown = runRiders({"show", "drawing.riders"}, "", folder.path());
     EXPECT_EQ(shown.out, std::string("drawing.riders: a riders file\n  all plates ") + GetParam().screen + "\n");
     const CommandResult kept = runRiders(
-        {"film", "drawing.pdf", "--riders", "drawing.riders", "--dpi", "600", "-o", "kept", "--quiet"}, "",
+        {"film", "drawing.pdf", "--riders", "drawing.riders", "--dpi", "1200x600", "-o", "kept", "--quiet"}, "",
         folder.path());
     ASSERT_EQ(kept.status, 0) << kept.err;
     const BitPlate films[] = {readFilm(folder / "kept/drawing_p01_Cyan.tif"),
@@ -72,7 +73,7 @@ TEST_P(WindowTest, LeadsFromADrawingToPrintedFilms)
     const auto copies = static_cast<std::size_t>(GetParam().copies);
     ASSERT_EQ(printed.size(), 2 * copies);
     for (std::size_t i = 0; i < printed.size(); ++i)
-        EXPECT_EQ(differentPixels(printed[i], films[i / copies]), 0) << "sheet " << i;
+        EXPECT_EQ(differentPixels(printed[i], films[i % 2]), 0) << "sheet " << i;
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, WindowTest,
