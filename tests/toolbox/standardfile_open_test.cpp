@@ -1,6 +1,7 @@
 #include "toolbox/standardfile_fixture.h"
 
 #include "toolbox/files.h"
+#include "toolbox/host/listed_files.h"
 
 namespace {
 
@@ -265,6 +266,23 @@ TEST_F(OpenDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
     }
     EXPECT_FALSE(met);
     expectNothingLeft();
+}
+
+TEST_F(OpenDialog, HostMayLeaveFilesOut)
+{
+    for (const char *name : {"a", "b", "c"})
+        writeFile(here() / name, "text\n");
+    fs::create_directory(here() / "folder");
+    toolbox::setListedFiles([](const fs::path &file) { return file.filename() != "b"; });
+    user.then([] {
+        EXPECT_EQ(names(), (std::vector<std::string>{"folder/", "a", "c"}));
+        toolbox::setListedFiles({});
+        toolbox::listFilesAgain();
+        EXPECT_EQ(names(), (std::vector<std::string>{"folder/", "a", "b", "c"}));
+    });
+    user.cancelFile();
+    EXPECT_FALSE(open().good);
+    toolbox::listFilesAgain();  // nothing is open
 }
 
 }  // namespace
