@@ -270,15 +270,12 @@ TEST_F(OpenDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
 
 TEST_F(OpenDialog, HostMayLeaveFilesOut)
 {
-    for (const char *name : {"a", "b", "c"})
-        writeFile(here() / name, "text\n");
-    fs::create_directory(here() / "folder");
-    toolbox::setListedFiles([](const fs::path &file) { return file.filename() != "b"; });
+    toolbox::setListedFiles([](const fs::path &file) { return file.filename() != "beta"; });
     user.then([] {
-        EXPECT_EQ(names(), (std::vector<std::string>{"folder/", "a", "c"}));
+        EXPECT_EQ(names(), (std::vector<std::string>{"sub/", "alpha"}));
         toolbox::setListedFiles({});
         toolbox::listFilesAgain();
-        EXPECT_EQ(names(), (std::vector<std::string>{"folder/", "a", "b", "c"}));
+        EXPECT_EQ(names(), (std::vector<std::string>{"sub/", "alpha", "beta"}));
     });
     user.cancelFile();
     EXPECT_FALSE(open().good);
