@@ -239,6 +239,23 @@ TEST_F(Play, WhatCannotBeWrittenIsSaidInWords)
     }
 }
 
+TEST_F(Play, TraceIsWrittenOverATraceAndOverNothingElse)
+{
+    writeFile(folder / "photo", "not a trace");
+    writeFile(folder / "session.play", "start\n");
+    const auto trace = [this](std::vector<std::string> more) {
+        more.insert(more.begin(), {"play", "session.play", "--preferences", "p", "--trace", "photo"});
+        return runRiders(more, {}, folder.path());
+    };
+    EXPECT_EQ(trace({}).err,
+              "riders play: photo: exists and is no trace; name another file, or replace it with --force\n");
+    EXPECT_EQ(contentsOf(folder / "photo"), "not a trace");
+    EXPECT_EQ(trace({"--force"}).status, 0);
+    const std::string first = contentsOf(folder / "photo");
+    EXPECT_EQ(trace({}).status, 0);
+    EXPECT_EQ(contentsOf(folder / "photo"), first);
+}
+
 TEST_F(Play, TheSameSessionGivesTheSameTraceTwice)
 {
     play(makeScript);

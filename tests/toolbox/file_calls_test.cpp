@@ -3,6 +3,7 @@
 
 #include "support/toolbox_test.h"
 #include "toolbox/files.h"
+#include "toolbox/host/removal.h"
 
 using namespace toolbox;
 namespace fs = std::filesystem;
@@ -298,6 +299,26 @@ TEST_F(FileTest, DeleteRemovesBothForks)
     EXPECT_FALSE(fs::exists(folder / "a"));
     EXPECT_FALSE(hasCompanion("a"));
     EXPECT_EQ(FSDelete(P("a"), 0), fnfErr);
+}
+
+TEST_F(FileTest, HostMayKeepWhatIsDeleted)
+{
+    writeFile(folder / "a", "text");
+    fs::path asked;
+    bool keep = true;
+    toolbox::setRemoval([&](const fs::path &file) {
+        asked = file;
+        return keep;
+    });
+    EXPECT_EQ(FSDelete(P("a"), 0), noErr);
+    EXPECT_EQ(asked, folder / "a");
+    EXPECT_TRUE(fs::exists(folder / "a"));
+    EXPECT_EQ(FSDelete(P("not there"), 0), fnfErr);
+    EXPECT_EQ(asked, folder / "a") << "only what can be deleted";
+    keep = false;
+    EXPECT_EQ(FSDelete(P("a"), 0), noErr);
+    EXPECT_FALSE(fs::exists(folder / "a"));
+    toolbox::setRemoval({});
 }
 
 TEST_F(FileTest, DeleteLeavesWhatIsLockedOrOpen)

@@ -2,6 +2,7 @@
 #include "toolbox/host/opened_file.h"
 
 #include "toolbox/files.h"
+#include "toolbox/host/listed_files.h"
 
 namespace {
 
@@ -280,6 +281,20 @@ TEST_F(OpenDialog, FullMemoryAnywhereLeavesADialogThatCanBeCancelledOrNone)
     }
     EXPECT_FALSE(met);
     expectNothingLeft();
+}
+
+TEST_F(OpenDialog, HostMayLeaveFilesOut)
+{
+    toolbox::setListedFiles([](const fs::path &file) { return file.filename() != "beta"; });
+    user.then([] {
+        EXPECT_EQ(names(), (std::vector<std::string>{"sub/", "alpha"}));
+        toolbox::setListedFiles({});
+        toolbox::listFilesAgain();
+        EXPECT_EQ(names(), (std::vector<std::string>{"sub/", "alpha", "beta"}));
+    });
+    user.cancelFile();
+    EXPECT_FALSE(open().good);
+    toolbox::listFilesAgain();  // nothing is open
 }
 
 }  // namespace

@@ -40,6 +40,25 @@ TEST_F(SaveDialog, StartsWithPromptAndWholeNameSelected)
     EXPECT_EQ(plain(reply.fName), "untitled");
 }
 
+TEST_F(SaveDialog, HostMayProposeAnotherNameAndFolder)
+{
+    fs::create_directory(here() / "jobs");
+    toolbox::proposeToSave(here() / "jobs/poster.riders");
+    user.then([] {
+        auto *dialog = reinterpret_cast<DialogPeek>(FrontWindow());
+        EXPECT_EQ((**dialog->textH).selStart, 0);
+        EXPECT_EQ((**dialog->textH).selEnd, 6) << "all but the ending";
+    });
+    user.key("return");
+    EXPECT_EQ(chosen(save()), here() / "jobs/poster.riders");
+    toolbox::proposeToSave("plain");
+    user.key("return");
+    EXPECT_EQ(chosen(save()), here() / "jobs/plain") << "where the last file was saved";
+    toolbox::proposeToSave({});
+    user.key("return");
+    EXPECT_EQ(plain(save().fName), "untitled");
+}
+
 // The message that ends a session in which memory runs out at the step that
 // plans it.
 std::string endOf(const std::function<void()> &session)

@@ -1,14 +1,13 @@
 // SFPGetFile: a file to open.
 #include <algorithm>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "files/directory.h"
 #include "standardfile/file_dialog.h"
 #include "standardfile/folders_used.h"
+#include "standardfile/listed_files.h"
 #include "standardfile/opened_file.h"
-#include "toolbox/host/listed_files.h"
 #include "toolbox/host/text.h"
 
 namespace fs = std::filesystem;
@@ -17,8 +16,6 @@ namespace toolbox::standardfile {
 namespace {
 
 constexpr std::uint32_t typingPause = 60;
-
-ListedFilesProc listedFiles;
 
 class OpenDialog : public FileDialog {
 public:
@@ -61,14 +58,14 @@ bool OpenDialog::wanted(const fs::path &folder, const files::FolderEntry &entry)
     setPascal(name, entry.macName);
     if (fileFilter_ && fileFilter_(name))
         return false;
-    return !listedFiles || listedFiles(folder / entry.linuxName);
+    return !listedFiles() || listedFiles()(folder / entry.linuxName);
 }
 
 std::vector<Row> OpenDialog::rowsOf(const fs::path &folder) const
 {
     std::vector<Row> rows;
     // The host looks at each file itself.
-    const auto types = allTypes_ && listedFiles ? files::FolderTypes::leftOut : files::FolderTypes::included;
+    const auto types = allTypes_ && listedFiles() ? files::FolderTypes::leftOut : files::FolderTypes::included;
     for (const files::FolderEntry &entry : files::listFolder(folder, files::FolderOrder::foldersFirst, types))
         if (wanted(folder, entry))
             rows.push_back({entry.macName, entry.linuxName, entry.isFolder, true, entry.type});
@@ -99,11 +96,6 @@ bool OpenDialog::key(std::uint8_t character, std::uint16_t modifiers, std::uint3
 
 }  // namespace
 }  // namespace toolbox::standardfile
-
-void toolbox::setListedFiles(ListedFilesProc wanted)
-{
-    standardfile::listedFiles = std::move(wanted);
-}
 
 using namespace toolbox;
 using namespace toolbox::standardfile;
