@@ -219,7 +219,8 @@ void Document::showView()
     const viewing::Dots *with = view_.dotsWith();
     const std::string at = " (" + words(Words::dpi, {std::to_string(view_.dpi())}) + ")";
     setItemText(dialog_, pageText, pageWords());
-    setItemText(dialog_, withCaption, words(view_.hasRiders() || showsRiders() ? Words::withRiders : Words::asItIs) + at);
+    setItemText(dialog_, withCaption,
+                words(view_.hasRiders() || showsRiders() ? Words::withRiders : Words::asItIs) + at);
     setItemText(dialog_, withoutCaption, view_.dotsWithout() ? words(Words::withoutRiders) : "");
     const std::string problem = inPlainWords(view_.problem(), job_.parent_path());
     setParagraph(dialog_, verdictText, !problem.empty() ? problem : with ? verdictOn(*with, view_.dpi()) : "");

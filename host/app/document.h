@@ -79,8 +79,8 @@ private:
     std::string pageWords() const;
     // Asks for a name, does it, and shows the resulting job. False when the person thinks better of it.
     bool save(bool with, const std::function<bool(const std::filesystem::path &out)> &write);
-    // A job so large that it takes a while is saved by the program's own command, which can be stopped: `arguments`
-    // of it. False where it was.
+    // A job so large that it takes a while is saved by the program's own command, which can be stopped:
+    // `arguments` of it. False where it was.
     bool saveBeside(const std::filesystem::path &out, std::vector<std::string> arguments) const;
     bool takesAWhile() const;
     std::filesystem::path proposedName(bool with) const;

@@ -110,7 +110,8 @@ std::string Errand::howFar() const
         return {};
     if (told.pages == 0)
         return words(Words::readingPage, {std::to_string(told.done + 1)}) + ", ";
-    return words(Words::pageOf, {std::to_string(std::min(told.done + 1, told.pages)), std::to_string(told.pages)}) +
+    return words(Words::pageOf,
+                 {std::to_string(std::min(told.done + 1, told.pages)), std::to_string(told.pages)}) +
            ", ";
 }
 
@@ -127,7 +128,8 @@ bool Errand::filter(DialogPtr dialog, const EventRecord &event, int16_t *itemHit
         work_.takeResult();
         if (const std::uint32_t now = TickCount(); now - shown_ >= kSecond) {
             shown_ = now;
-            setItemText(dialog, timeText, howFar() + words(Words::seconds, {std::to_string((now - begun_) / kSecond)}));
+            setItemText(dialog, timeText,
+                        howFar() + words(Words::seconds, {std::to_string((now - begun_) / kSecond)}));
         }
         return over_;
     }

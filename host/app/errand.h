@@ -21,8 +21,8 @@ public:
     // `waits`: for sessions in which no real time passes.
     explicit Errand(bool waits) : waits_(waits) {}
 
-    // Runs one of the program's own commands as a process, with that argument list, in that folder, and shows which
-    // page it is at. What it says is in said(): the last line of it where it fails.
+    // Runs one of the program's own commands as a process, with that argument list, in that folder, and shows
+    // which page it is at. What it says is in said(): the last line of it where it fails.
     End run(const std::string &title, const std::filesystem::path &program,
             const std::vector<std::string> &arguments, const std::filesystem::path &folder);
     // Runs anything else on another thread; what it throws as Refusal is said.

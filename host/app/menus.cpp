@@ -71,8 +71,8 @@ Menus::Menus(const std::vector<plugin::MenuCommand> &commands, const std::option
     DrawMenuBar();
 }
 
-// Under the heading of the first one: a plug-in has only one heading. After them what the program itself does with a
-// riders file.
+// Under the heading of the first one: a plug-in has only one heading. After them what the program itself does with
+// a riders file.
 void Menus::addCommands()
 {
     if (commands_.empty())

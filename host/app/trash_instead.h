@@ -6,9 +6,9 @@
 
 namespace riders::app {
 
-// While one of these exists, what the plug-in deletes for the person goes to the trash, after a question; where there
-// is no trash, it is deleted after another. Its own settings file is not asked about. The plug-in takes a file that
-// the person keeps for deleted, and says nothing.
+// While one of these exists, what the plug-in deletes for the person goes to the trash, after a question; where
+// there is no trash, it is deleted after another. Its own settings file is not asked about. The plug-in takes a
+// file that the person keeps for deleted, and says nothing.
 class TrashInstead {
 public:
     // Receives what was done, UTF-8.

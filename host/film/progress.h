@@ -9,8 +9,8 @@
 
 namespace riders::film {
 
-// On standard error, if that is a terminal and the line is wanted; or told to another process (io/progress_lines.h).
-// From any thread.
+// On standard error, if that is a terminal and the line is wanted; or told to another process
+// (io/progress_lines.h). From any thread.
 class Progress {
 public:
     explicit Progress(bool wanted);

@@ -21,8 +21,7 @@ bool wantsProgressLines()
 
 void tellProgress(int done, int pages)
 {
-    const std::string line =
-        std::string(kBeginning) + std::to_string(done) + " " + std::to_string(pages) + "\n";
+    const std::string line = std::string(kBeginning) + std::to_string(done) + " " + std::to_string(pages) + "\n";
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
 }
 

@@ -40,7 +40,8 @@ bool isOwnFolder(const fs::path &path)
     return status && S_ISDIR(status->st_mode) && status->st_uid == geteuid();
 }
 
-// The folder is then there, and nobody but the user may look into it. False where it cannot be made, or is another's.
+// The folder is then there, and nobody but the user may look into it. False where it cannot be made, or is
+// another's.
 bool makeOwnFolder(const fs::path &path)
 {
     constexpr mode_t mine = 0700;
@@ -60,8 +61,8 @@ fs::path homeTrash()
     return home && *home == '/' ? fs::path(home) / ".local/share/Trash" : fs::path();
 }
 
-// The one in the user's home, where that is on the same file system. The folder of the user's data is made where it
-// is missing, as the desktop would.
+// The one in the user's home, where that is on the same file system. The folder of the user's data is made where
+// it is missing, as the desktop would.
 std::optional<Trash> ownTrash(dev_t device)
 {
     const fs::path trash = homeTrash();

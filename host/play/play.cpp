@@ -35,7 +35,8 @@ void makeFolder(const std::filesystem::path &folder)
         throw plugin::PluginError("the folder " + folder.string() + " cannot be made: " + error.message());
 }
 
-// So that nobody loses a file by mistake. A trace begins with the plug-in's resources; an empty file holds nothing.
+// So that nobody loses a file by mistake. A trace begins with the plug-in's resources; an empty file holds
+// nothing.
 void refuseUnlessTrace(const std::filesystem::path &path)
 {
     constexpr std::string_view beginning = "file openResFile \"";
@@ -46,7 +47,8 @@ void refuseUnlessTrace(const std::filesystem::path &path)
     const io::OpenFile in = io::openOrdinaryFile(path);
     start.resize(io::readFully(in, start.data(), start.size()));
     if (!start.empty() && start != beginning)
-        throw io::Refusal(path.string() + ": exists and is no trace; name another file, or replace it with --force");
+        throw io::Refusal(path.string() +
+                          ": exists and is no trace; name another file, or replace it with --force");
 }
 
 // The trace file, or none.

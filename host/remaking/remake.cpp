@@ -86,10 +86,9 @@ void Change::keepPlates(const fs::path &made) const
         throw io::Refusal("the riders file that was made is not as expected; riders.so is not of this version");
     written.plates = before.plates;
     written.entries = before.entries;
-    std::copy_if(before.shapeNames.begin(), before.shapeNames.end(), std::back_inserter(written.shapeNames),
-                 [&](const reading::WrittenShapeName &name) {
-                     return name.plate != "*" || written.shape == before.shape;
-                 });
+    std::copy_if(
+        before.shapeNames.begin(), before.shapeNames.end(), std::back_inserter(written.shapeNames),
+        [&](const reading::WrittenShapeName &name) { return name.plate != "*" || written.shape == before.shape; });
     io::writeFile(made, reading::ridersOf(written));
 }
 

@@ -7,8 +7,8 @@
 
 namespace riders::remaking {
 
-// Puts the values into a settings file that the plug-in has written; all else in it stays. Throws io::Refusal where
-// it is not as this version writes it, or cannot be changed. The Toolbox must be started.
+// Puts the values into a settings file that the plug-in has written; all else in it stays. Throws io::Refusal
+// where it is not as this version writes it, or cannot be changed. The Toolbox must be started.
 void putIntoSettings(const std::filesystem::path &settings, const DialogValues &values);
 
 }  // namespace riders::remaking

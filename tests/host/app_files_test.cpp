@@ -99,7 +99,8 @@ TEST_F(AppFiles, RemovedOneIsInTheTrash)
     EXPECT_FALSE(fs::exists(folder / "film"));
     EXPECT_EQ(contentsOf(trashed("film")), riders);
     const std::string info = contentsOf(folder / "data/Trash/info/film.trashinfo");
-    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=" + (folder / "film").string() + "\nDeletionDate=20")) << info;
+    EXPECT_TRUE(info.starts_with("[Trash Info]\nPath=" + (folder / "film").string() + "\nDeletionDate=20"))
+        << info;
     EXPECT_EQ(info.size(), info.find("DeletionDate=") + 33) << info;
 }
 
@@ -113,7 +114,8 @@ TEST_F(AppFiles, KeptOneStays)
     run();
     EXPECT_TRUE(fs::exists(folder / "film"));
     EXPECT_FALSE(fs::exists(folder / "data/Trash/files/film"));
-    EXPECT_TRUE(fs::exists(folder / "preferences/Riders Preferences")) << "which is written anew without a question";
+    EXPECT_TRUE(fs::exists(folder / "preferences/Riders Preferences"))
+        << "which is written anew without a question";
 }
 
 // In memory, where a file takes the place that the trash would have.
@@ -121,8 +123,8 @@ TEST_F(AppFiles, WithoutTrashItIsAskedAboutAgain)
 {
     struct stat here, memory;
     const fs::path top = "/dev/shm/.Trash-" + std::to_string(geteuid());
-    if (stat(folder.path().c_str(), &here) != 0 || stat("/dev/shm", &memory) != 0 || here.st_dev == memory.st_dev ||
-        fs::exists(top))
+    if (stat(folder.path().c_str(), &here) != 0 || stat("/dev/shm", &memory) != 0 ||
+        here.st_dev == memory.st_dev || fs::exists(top))
         GTEST_SKIP() << "there is no file system without a trash here";
     const fs::path place = "/dev/shm/riders-trash-test-" + std::to_string(getpid());
     fs::create_directory(place);
@@ -158,8 +160,9 @@ TEST_F(AppFiles, NameInTheTrashIsTakenOnce)
     riders::io::moveToTrash(folder / "a b%\xC3\xA9.riders");
     EXPECT_EQ(contentsOf(trashed("a b%\xC3\xA9.riders")), "one");
     EXPECT_EQ(contentsOf(trashed("a b%\xC3\xA9.2.riders")), "two");
-    EXPECT_NE(contentsOf(folder / "data/Trash/info/a b%\xC3\xA9.2.riders.trashinfo").find("/a%20b%25%C3%A9.riders\n"),
-              std::string::npos);
+    EXPECT_NE(
+        contentsOf(folder / "data/Trash/info/a b%\xC3\xA9.2.riders.trashinfo").find("/a%20b%25%C3%A9.riders\n"),
+        std::string::npos);
     struct stat status;
     ASSERT_EQ(stat((folder / "data/Trash/files").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u);

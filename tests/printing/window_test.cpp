@@ -1,5 +1,5 @@
-// The whole way at the window, from a drawing program's PDF to films on a printer, as the kept sessions go it: with
-// keys alone, and with the mouse alone.
+// The whole way at the window, from a drawing program's PDF to films on a printer, as the kept sessions go it:
+// with keys alone, and with the mouse alone.
 #include "printing/ipp_printer.h"
 #include "printing/printing_test.h"
 
@@ -18,18 +18,18 @@ class WindowTest : public PrintingTest, public ::testing::WithParamInterface<Way
 protected:
     void SetUp() override
     {
-        const CommandResult made = runProgram({"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite",
-                                               "-o", "drawing.pdf", "job.ps"},
-                                              "", folder.path());
+        const CommandResult made = runProgram(
+            {"gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite", "-o", "drawing.pdf", "job.ps"},
+            "", folder.path());
         ASSERT_EQ(made.status, 0) << made.err;
     }
 
     CommandResult play()
     {
-        return runRiders({"play",
-                          RIDERS_SOURCE_DIR "/examples/sessions/printing/" + std::string(GetParam().session) + ".play",
-                          "--screen", "1024x768x32", "--preferences", "preferences", "--trace", "trace"},
-                         "", folder.path());
+        return runRiders(
+            {"play", RIDERS_SOURCE_DIR "/examples/sessions/printing/" + std::string(GetParam().session) + ".play",
+             "--screen", "1024x768x32", "--preferences", "preferences", "--trace", "trace"},
+            "", folder.path());
     }
 
     // The window leaves the resolution to the printer, which has this one.
