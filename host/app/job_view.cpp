@@ -227,8 +227,6 @@ void JobView::drawDots()
     dotsWork_.begin([=, this, compared = *compared_, folder = folder_](io::Beside &unwanted) {
         auto outcome = std::make_shared<Outcome<DrawnDots>>(outcomeOf<DrawnDots>([&] {
             DrawnDots drawn{viewing::drawDots(*wanted, unwanted), {}};
-            if (!compared.riders.empty() && viewing::frequencyMissed(drawn.with))
-                drawn.with.enoughDpi = viewing::enoughResolution(compared.riders, wanted->dpi, unwanted);
             if (compared.without) {
                 viewing::DotsWanted plain = *wanted;
                 plain.job = *compared.without;
@@ -243,6 +241,21 @@ void JobView::drawDots()
                 return;
             with_ = std::move(outcome->result->with);
             without_ = std::move(outcome->result->without);
+            if (!compared.riders.empty() && viewing::frequencyMissed(*with_))
+                findEnoughDpi();
+        };
+    });
+}
+
+// It takes several runs of the interpreter, and the dots are shown meanwhile.
+void JobView::findEnoughDpi()
+{
+    dotsWork_.begin([=, this, riders = compared_->riders, folder = folder_, dpi = dpi_](io::Beside &unwanted) {
+        auto outcome = std::make_shared<Outcome<int>>(
+            outcomeOf<int>([&] { return viewing::enoughResolution(riders, dpi, unwanted); }));
+        return [=, this] {
+            if (outcome->result && with_)
+                with_->enoughDpi = *outcome->result;
         };
     });
 }

@@ -66,6 +66,7 @@ public:
 private:
     void drawPage();
     void drawDots();
+    void findEnoughDpi();
     void wantPage();
     void wantDots();
     void keepLoupeOnPage();
