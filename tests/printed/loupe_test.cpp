@@ -245,6 +245,7 @@ TEST_F(LoupePageTest, ABrowserShowsTheFilmsDots)
     ZoomedPage dots(browser);
     EXPECT_EQ(dots.times(), 1);
     EXPECT_EQ(dots.wrong(all), 0);
+    browser.valueOf("(loupe.map.options.inertia = false, 1)");  // it would go on moving while it is looked at
     browser.drag(500, 400, 380, 330);
     browser.await("Math.abs(loupe.map.getCenter().lng - 600) < 1");
     browser.await(kShown);
