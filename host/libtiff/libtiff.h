@@ -25,6 +25,10 @@ struct Libtiff {
     decltype(&::TIFFReadScanline) readScanline = library("TIFFReadScanline");
     decltype(&::TIFFWriteScanline) writeScanline = library("TIFFWriteScanline");
     decltype(&::TIFFWriteRawStrip) writeRawStrip = library("TIFFWriteRawStrip");
+    decltype(&::TIFFTileSize) tileSize = library("TIFFTileSize");
+    decltype(&::TIFFComputeTile) computeTile = library("TIFFComputeTile");
+    decltype(&::TIFFReadEncodedTile) readEncodedTile = library("TIFFReadEncodedTile");
+    decltype(&::TIFFWriteRawTile) writeRawTile = library("TIFFWriteRawTile");
     decltype(&::TIFFWriteBufferSetup) writeBufferSetup = library("TIFFWriteBufferSetup");
     decltype(&::TIFFSetErrorHandler) setErrorHandler = library("TIFFSetErrorHandler");
     decltype(&::TIFFSetWarningHandler) setWarningHandler = library("TIFFSetWarningHandler");

@@ -1,18 +1,19 @@
 #include "plates/files/tiled_plate.h"
 
-#include <tiffio.h>
-
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 #include <vector>
 
 #include "io/refusal.h"
+#include "libtiff/libtiff.h"
 #include "plates/files/group4.h"
 #include "plates/files/plate_files.h"
 
 namespace riders::plates {
 namespace {
+
+using tiff::libtiff;
 
 constexpr std::size_t kTileRowBytes = kTiledSide / 8;
 
@@ -34,21 +35,21 @@ void copyTile(const std::vector<std::uint8_t> &tile, BitPlate &part, int left, i
 
 TiledPlateWriter::TiledPlateWriter(const std::filesystem::path &file, int width, int height,
                                    const std::string &words)
-    : name_(file), width_(width), tiff_(TIFFOpen(file.c_str(), "w8"), TIFFClose)
+    : name_(file), width_(width), tiff_(libtiff().open(file.c_str(), "w8"), libtiff().close)
 {
     if (!tiff_)
         throw io::Refusal(name_ + ": cannot be written");
     TIFF *out = tiff_.get();
-    TIFFSetField(out, TIFFTAG_IMAGEWIDTH, width);
-    TIFFSetField(out, TIFFTAG_IMAGELENGTH, height);
-    TIFFSetField(out, TIFFTAG_BITSPERSAMPLE, 1);
-    TIFFSetField(out, TIFFTAG_SAMPLESPERPIXEL, 1);
-    TIFFSetField(out, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
-    TIFFSetField(out, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB);
-    TIFFSetField(out, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
-    TIFFSetField(out, TIFFTAG_TILEWIDTH, kTiledSide);
-    TIFFSetField(out, TIFFTAG_TILELENGTH, kTiledSide);
-    TIFFSetField(out, TIFFTAG_IMAGEDESCRIPTION, words.c_str());
+    libtiff().setField(out, TIFFTAG_IMAGEWIDTH, width);
+    libtiff().setField(out, TIFFTAG_IMAGELENGTH, height);
+    libtiff().setField(out, TIFFTAG_BITSPERSAMPLE, 1);
+    libtiff().setField(out, TIFFTAG_SAMPLESPERPIXEL, 1);
+    libtiff().setField(out, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
+    libtiff().setField(out, TIFFTAG_FILLORDER, FILLORDER_MSB2LSB);
+    libtiff().setField(out, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+    libtiff().setField(out, TIFFTAG_TILEWIDTH, kTiledSide);
+    libtiff().setField(out, TIFFTAG_TILELENGTH, kTiledSide);
+    libtiff().setField(out, TIFFTAG_IMAGEDESCRIPTION, words.c_str());
 }
 
 void TiledPlateWriter::rows(const std::uint8_t *rows, std::size_t rowBytes, int count)
@@ -67,15 +68,15 @@ void TiledPlateWriter::rows(const std::uint8_t *rows, std::size_t rowBytes, int 
         }
         encoder.end();
         const std::string_view packed = encoder.bytes();
-        if (TIFFWriteRawTile(tiff_.get(), next_++, const_cast<char *>(packed.data()),
-                             static_cast<tmsize_t>(packed.size())) < 0)
+        if (libtiff().writeRawTile(tiff_.get(), next_++, const_cast<char *>(packed.data()),
+                                   static_cast<tmsize_t>(packed.size())) < 0)
             refuseToWrite(name_);
     }
 }
 
 void TiledPlateWriter::finish()
 {
-    if (!TIFFFlush(tiff_.get()))
+    if (!libtiff().flush(tiff_.get()))
         refuseToWrite(name_);
     tiff_.reset();
 }
@@ -83,16 +84,16 @@ void TiledPlateWriter::finish()
 PlatePart readPart(const std::filesystem::path &file, int left, int top, int width, int height)
 {
     silencePictures();
-    const std::unique_ptr<TIFF, decltype(&TIFFClose)> tiff(TIFFOpen(file.c_str(), "r"), TIFFClose);
+    const tiff::File tiff(libtiff().open(file.c_str(), "r"));
     TIFF *in = tiff.get();
     std::uint32_t columns = 0, rows = 0, side = 0;
     const char *words = nullptr;
     const auto refuse = [&] { throw io::Refusal(file.string() + ": is not a plate that can be read in parts"); };
-    if (!tiff || !TIFFGetField(in, TIFFTAG_IMAGEWIDTH, &columns) ||
-        !TIFFGetField(in, TIFFTAG_IMAGELENGTH, &rows) || !TIFFGetField(in, TIFFTAG_TILEWIDTH, &side) ||
+    if (!tiff || !libtiff().getField(in, TIFFTAG_IMAGEWIDTH, &columns) ||
+        !libtiff().getField(in, TIFFTAG_IMAGELENGTH, &rows) || !libtiff().getField(in, TIFFTAG_TILEWIDTH, &side) ||
         side != kTiledSide || columns > kLongestPlateSide || rows > kLongestPlateSide ||
-        TIFFTileSize(in) != static_cast<tmsize_t>(kTileRowBytes * kTiledSide) ||
-        !TIFFGetField(in, TIFFTAG_IMAGEDESCRIPTION, &words))
+        libtiff().tileSize(in) != static_cast<tmsize_t>(kTileRowBytes * kTiledSide) ||
+        !libtiff().getField(in, TIFFTAG_IMAGEDESCRIPTION, &words))
         refuse();
     const int right = std::min(left + width, static_cast<int>(columns)),
               bottom = std::min(top + height, static_cast<int>(rows));
@@ -103,8 +104,8 @@ PlatePart readPart(const std::filesystem::path &file, int left, int top, int wid
     for (int y = top; y < bottom; y += kTiledSide)
         for (int x = left; x < right; x += kTiledSide) {
             const std::uint32_t number =
-                TIFFComputeTile(in, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0, 0);
-            if (TIFFReadEncodedTile(in, number, tile.data(), static_cast<tmsize_t>(tile.size())) < 0)
+                libtiff().computeTile(in, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y), 0, 0);
+            if (libtiff().readEncodedTile(in, number, tile.data(), static_cast<tmsize_t>(tile.size())) < 0)
                 refuse();
             copyTile(tile, part.bits, x - left, y - top);
         }

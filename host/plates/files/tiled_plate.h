@@ -29,7 +29,7 @@ public:
 private:
     const std::string name_;
     const int width_;
-    std::unique_ptr<tiff, void (*)(tiff *)> tiff_;
+    std::unique_ptr<::tiff, void (*)(::tiff *)> tiff_;
     std::uint32_t next_ = 0;  // tile
 };
 
