@@ -1,4 +1,4 @@
-// The one name that the shared object exports.
+// The name by which the program opens the display that the shared object makes.
 #include "desktop/desktop_machine.h"
 #include "desktop_loader/module.h"
 
