@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +12,7 @@
 #include <thread>
 
 #include "io/json.h"
+#include "support/command.h"
 #include "toolbox/host/utf8.h"
 
 namespace {
@@ -68,6 +70,7 @@ std::string fromBase64(const std::string &text)
     dup2(none, STDOUT_FILENO);
     dup2(none, STDERR_FILENO);
     setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     const std::string folder = "--user-data-dir=" + profile;
     execlp("chromium", "chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
            "--no-first-run", "--disable-extensions", "--disable-background-networking", "--remote-debugging-pipe",
@@ -76,6 +79,11 @@ std::string fromBase64(const std::string &text)
 }
 
 }  // namespace
+
+bool Chromium::isInstalled()
+{
+    return runProgram({"sh", "-c", "command -v chromium"}).status == 0;
+}
 
 Chromium::Chromium(const std::filesystem::path &own, const std::string &url, int width, int height)
 {
@@ -167,9 +175,15 @@ std::string Chromium::valueOf(const std::string &script)
 void Chromium::await(const std::string &script)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (valueOf(script) != "true") {
+    for (std::string problem;; problem.clear()) {
+        try {
+            if (valueOf(script) == "true")
+                return;
+        } catch (const std::runtime_error &error) {
+            problem = error.what();  // a page that goes while it is asked
+        }
         if (std::chrono::steady_clock::now() > end)
-            throw std::runtime_error(script + " does not come true");
+            throw std::runtime_error(script + " does not come true " + problem);
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }
@@ -177,7 +191,8 @@ void Chromium::await(const std::string &script)
 void Chromium::open(const std::string &url)
 {
     call("Page.navigate", "{\"url\":" + jsonText(url) + "}");
-    await("document.readyState === 'complete'");
+    await("document.readyState === 'complete' && location.href.split('#')[0] === " +
+          jsonText(url.substr(0, url.find('#'))));
 }
 
 void Chromium::beDark()
@@ -187,8 +202,9 @@ void Chromium::beDark()
 
 void Chromium::press(const std::string &key)
 {
-    const bool isText = key.size() == 1;
+    const std::string text = key == "Enter" ? "\r" : key.size() == 1 ? key : "";
     const std::string code = key == "Tab"          ? "9"
+                             : key == "Enter"      ? "13"
                              : key == " "          ? "32"
                              : key == "+"          ? "187"
                              : key == "-"          ? "189"
@@ -196,10 +212,27 @@ void Chromium::press(const std::string &key)
                              : key == "ArrowDown"  ? "40"
                                                    : "0";
     const std::string words = ",\"key\":" + jsonText(key) + ",\"windowsVirtualKeyCode\":" + code + "}";
-    call("Input.dispatchKeyEvent",
-         (isText ? "{\"type\":\"keyDown\",\"text\":" + jsonText(key) : std::string("{\"type\":\"rawKeyDown\"")) +
-             words);
+    call("Input.dispatchKeyEvent", (text.empty() ? std::string("{\"type\":\"rawKeyDown\"")
+                                                 : "{\"type\":\"keyDown\",\"text\":" + jsonText(text)) +
+                                       words);
     call("Input.dispatchKeyEvent", "{\"type\":\"keyUp\"" + words);
+}
+
+void Chromium::tabTo(const std::string &words)
+{
+    constexpr int most = 40;
+    for (int tabs = 0; tabs < most; ++tabs) {
+        press("Tab");
+        if (valueOf("document.activeElement.textContent.trim() == '" + words +
+                    "' || document.activeElement.name == '" + words + "'") == "true")
+            return;
+    }
+    throw std::runtime_error("the keyboard does not reach " + words);
+}
+
+void Chromium::type(const std::string &text)
+{
+    call("Input.insertText", "{\"text\":" + jsonText(text) + "}");
 }
 
 void Chromium::mouse(const std::string &type, int x, int y)

@@ -9,8 +9,10 @@
 
 class Chromium {
 public:
-    // Looks at the page, with such a window; its own files go into the folder. Throws std::runtime_error where
-    // there is no browser.
+    static bool isInstalled();
+
+    // Looks at the page, with such a window, narrow ones as a telephone's; its own files go into the folder. Ended
+    // with this, or with the test. Throws std::runtime_error where there is no browser.
     Chromium(const std::filesystem::path &own, const std::string &url, int width, int height);
     ~Chromium();
     Chromium(const Chromium &) = delete;
@@ -22,8 +24,12 @@ public:
     void await(const std::string &script);
     void open(const std::string &url);
     void beDark();
-    // A key by its name in scripts, as "Tab", "+" or " ".
+    // A key by its name in scripts, as "Tab", "Enter", "+" or " ".
     void press(const std::string &key);
+    // Goes on with Tab until what has the focus says that, or has that name. Throws where nothing does.
+    void tabTo(const std::string &words);
+    // Puts the text in where the focus is.
+    void type(const std::string &text);
     void drag(int x, int y, int toX, int toY);
     // The left button: mousePressed, mouseMoved or mouseReleased there.
     void mouse(const std::string &type, int x, int y);

@@ -1,5 +1,5 @@
 // The printer's pages in a real browser, by keyboard alone, at the size of a telephone.
-#include "printer/own_browser.h"
+#include "printed/chromium.h"
 #include "printer/own_service.h"
 
 namespace fs = std::filesystem;
@@ -11,15 +11,14 @@ class BrowserTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        if (!OwnBrowser::isInstalled())
+        if (!Chromium::isInstalled())
             GTEST_SKIP() << "chromium is not installed";
         writeFile(folder / "job.ps", kJob);
         writeFile(folder / "slow.ps", "%!PS\n{} loop\n");
         fs::create_directory(folder / "browser");
         service = std::make_unique<OwnService>(
             folder.path(), std::vector<std::string>{"--queue", "check:dpi=150,hold", "--sandbox", "never"});
-        browser = std::make_unique<OwnBrowser>(folder / "browser");
-        browser->becomeTelephone();
+        browser = std::make_unique<Chromium>(folder / "browser", at("/films"), 360, 740);
     }
 
     std::string at(const std::string &path) const
@@ -52,12 +51,12 @@ protected:
     }
     void waitForWords(const std::string &words) const
     {
-        browser->waitFor("document.body?.innerText.includes('" + words + "')");
+        browser->await("document.body?.innerText.includes('" + words + "')");
     }
 
     TemporaryFolder folder;
     std::unique_ptr<OwnService> service;
-    std::unique_ptr<OwnBrowser> browser;
+    std::unique_ptr<Chromium> browser;
 };
 
 TEST_F(BrowserTest, AHeldJobIsLookedAtReleasedAndMadeAgainWithOtherScreens)
@@ -71,12 +70,12 @@ TEST_F(BrowserTest, AHeldJobIsLookedAtReleasedAndMadeAgainWithOtherScreens)
     expectFits();
     EXPECT_EQ(browser->valueOf("document.querySelectorAll('a[download]').length"), "2");
     use("Look at the dots");
-    browser->waitFor("location.pathname.endsWith('proof.html') && document.readyState == 'complete'");
+    browser->await("location.pathname.endsWith('proof.html') && document.readyState == 'complete'");
     EXPECT_EQ(browser->valueOf("[...document.images].filter(i => i.loading != 'lazy' && !i.naturalWidth).length"),
               "0");
     browser->open(at("/films/job?job=check-1"));
     use("Release");
-    browser->waitFor(
+    browser->await(
         "document.readyState == 'complete' && !document.body?.innerText.includes('waiting for release')");
     EXPECT_EQ(filmsIn(service->films() / "check-1-poster"), filmsOf(kJob, "poster", {"--dpi=150"}));
     browser->tabTo("frequency");
@@ -84,7 +83,7 @@ TEST_F(BrowserTest, AHeldJobIsLookedAtReleasedAndMadeAgainWithOtherScreens)
     browser->tabTo("angle");
     browser->type("30");
     browser->press("Enter");
-    browser->waitFor("location.search == '?job=check-2'");
+    browser->await("location.search == '?job=check-2'");
     service->waitFor(2, IPP_JSTATE_COMPLETED, "check");
     waitForWords("made, waiting for release");  // the page has noticed by itself
     EXPECT_EQ(filmsIn(service->films() / ".held/check-2-poster"),
@@ -97,8 +96,8 @@ TEST_F(BrowserTest, AJobInWorkIsCanceledAndOneThatEndedPrintedAgain)
     service->waitFor(slow.job, IPP_JSTATE_PROCESSING, "check");
     browser->open(at("/films/job?job=check-1"));
     browser->tabTo("Cancel");
-    // Longer than it takes until the page asks how the job is: what has the focus keeps it.
-    usleep(3500000);
+    // The page asks how the job is, twice at least: what has the focus keeps it.
+    browser->await("performance.getEntriesByType('resource').filter(e => e.initiatorType == 'fetch').length > 1");
     EXPECT_EQ(browser->valueOf("document.activeElement.textContent"), "Cancel");
     browser->press("Enter");
     waitForWords("canceled");
@@ -107,7 +106,7 @@ TEST_F(BrowserTest, AJobInWorkIsCanceledAndOneThatEndedPrintedAgain)
     service->waitFor(quick.job, IPP_JSTATE_COMPLETED, "check");
     browser->open(at("/films/job?job=check-2"));
     use("Print again");
-    browser->waitFor("location.search == '?job=check-3'");
+    browser->await("location.search == '?job=check-3'");
     service->waitFor(3, IPP_JSTATE_COMPLETED, "check");
     EXPECT_EQ(filmsIn(service->films() / ".held/check-3-poster"),
               filmsIn(service->films() / ".held/check-2-poster"));

@@ -10,7 +10,7 @@ namespace riders::plates {
 namespace {
 
 // So many cells a side tell where the dots are; over more of them a screen that is a little off would blur.
-constexpr double kCells = 6;
+constexpr double kGridCells = 6;
 
 struct PixelWindow {
     int left, top, right, bottom;
@@ -69,7 +69,7 @@ std::optional<GridPoint> middleOfDot(const BitPlate &plate, double dpi, const Pl
     if (place.empty() || frequency <= 0)
         return std::nullopt;
     const double turn = angle * std::numbers::pi / 180, along = std::cos(turn), aside = std::sin(turn);
-    const PixelWindow window = middleOf(plate, dpi, place, kCells / frequency);
+    const PixelWindow window = middleOf(plate, dpi, place, kGridCells / frequency);
     const auto first = crestOf(plate, dpi, window, frequency * along, frequency * aside),
                second = crestOf(plate, dpi, window, -frequency * aside, frequency * along);
     if (!first || !second)
