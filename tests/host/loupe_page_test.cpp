@@ -10,7 +10,7 @@ namespace {
 
 namespace looking = riders::looking;
 
-constexpr looking::LoupeLinks kNone{"loupe/", "proof.html"};
+const looking::LoupeLinks kNone{"loupe/", "proof.html"};
 
 looking::LookFacts zoomed()
 {
