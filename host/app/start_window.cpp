@@ -148,20 +148,26 @@ StartWindow::Choice StartWindow::key(const EventRecord &event)
     }
 }
 
+// Any window's, whatever there was no memory for: until it is updated no other event comes.
+void StartWindow::update(WindowPtr window) const
+{
+    const InWindow port(window);
+    BeginUpdate(window);
+    if (window == window_ && buttons_[0] && buttons_[1])
+        draw();
+    EndUpdate(window);
+}
+
 StartWindow::Choice StartWindow::handle(const EventRecord &event)
 {
+    if (event.what == updateEvt) {
+        update(reinterpret_cast<WindowPtr>(event.message));
+        return Choice::none;
+    }
     if (!window_ || !buttons_[0] || !buttons_[1] || FrontWindow() != window_)
         return Choice::none;
     WindowPtr at = nullptr;
     switch (event.what) {
-    case updateEvt:
-        if (reinterpret_cast<WindowPtr>(event.message) == window_) {
-            const InWindow port(window_);
-            BeginUpdate(window_);
-            draw();
-            EndUpdate(window_);
-        }
-        return Choice::none;
     case mouseDown:
         return FindWindow(event.where, &at) == inContent && at == window_ ? press(event.where) : Choice::none;
     case keyDown:

@@ -26,6 +26,7 @@ public:
 
 private:
     void draw() const;
+    void update(WindowPtr window) const;
     void drawLine(const std::string &text, int16_t baseline) const;
     void drawFocus(int button) const;
     void moveFocus(int by);

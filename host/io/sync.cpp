@@ -60,13 +60,15 @@ void makeFolders(const fs::path &folder)
 }
 
 void syncTree(const fs::path &folder)
-{
+try {
     for (const fs::directory_entry &entry : fs::directory_iterator(folder))
         if (entry.is_directory() && !entry.is_symlink())
             syncTree(entry.path());
         else if (entry.is_regular_file() && !entry.is_symlink())
             syncPath(entry.path(), 0);
     syncFolder(folder);
+} catch (const fs::filesystem_error &error) {
+    refuseErrno(folder, error.code().value());
 }
 
 }  // namespace riders::io

@@ -116,11 +116,16 @@ pappl_job_t *JobLine::hand(const JobRecord &record, int number)
 
 void JobLine::takeUp()
 {
-    for (const JobRecord &record : store_.all())
+    const auto records = store_.all();
+    for (const JobRecord &record : records)
         if (record.state == JobState::accepted && hand(record, record.key.number) == nullptr)
             say(record.key.text() + " waits: there is no queue " + record.key.queue);
-    for (const Queue *const queue : queues_.all())
+    for (const Queue *const queue : queues_.all()) {
+        for (const JobRecord &record : records)
+            if (record.state != JobState::accepted && record.key.queue == queue->name)
+                removeUnfinished(record, *queue, request_.films);
         papplPrinterSetNextJobID(printerOf(system_, queue->name), store_.nextNumber(queue->name));
+    }
 }
 
 void JobLine::begin()

@@ -126,7 +126,9 @@ enum {
     takeOutButton = 3,
     settingsDialog = 16300,
     frequencyPopup = 4,
-    makeButton = 1
+    makeButton = 1,
+    trashQuestion = 1014,
+    moveButton = 1
 };
 
 void queueAtTheWindow(toolbox::ScriptedUser &user)
@@ -150,6 +152,9 @@ void queueAtTheWindow(toolbox::ScriptedUser &user)
     user.answerSave("Old film");
     user.chooseFromBar("Riders", "Remove Riders File...");
     user.answerOpen("film");
+    user.in(trashQuestion);
+    user.press(moveButton);
+    user.in(0);
     user.chooseFromBar("\x13", "About Riders...");
     user.key("return");
     user.chooseFromBar("File", "Quit");

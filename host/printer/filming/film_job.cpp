@@ -43,10 +43,15 @@ private:
     int descriptor_;
 };
 
+fs::path unfinishedIn(const fs::path &parent, const JobKey &key)
+{
+    return parent / (".riders-printer-" + key.text());
+}
+
 // What is not finished, in a hidden folder beside the films.
 class Unfinished {
 public:
-    Unfinished(const fs::path &parent, const JobKey &key) : folder_(parent / (".riders-printer-" + key.text()))
+    Unfinished(const fs::path &parent, const JobKey &key) : folder_(unfinishedIn(parent, key))
     {
         io::removeTree(folder_);
         if (mkdir(folder_.c_str(), 0700) != 0 || mkdir((folder_ / "temporary").c_str(), 0700) != 0)
@@ -227,6 +232,11 @@ fs::path folderOfFilms(const JobRecord &record, const Queue &queue, const fs::pa
     const std::string name = record.key.text() + "-" + nameOfFilms(record.title);
     const fs::path parent = parentOf(queue, films);
     return queue.hold ? parent / ".held" / name : parent / name;
+}
+
+void removeUnfinished(const JobRecord &record, const Queue &queue, const fs::path &films)
+{
+    io::removeTree(unfinishedIn(folderOfFilms(record, queue, films).parent_path(), record.key));
 }
 
 fs::path releaseFilms(const JobRecord &record, const Queue &queue, const fs::path &films)

@@ -44,6 +44,8 @@ std::string nameOfFilms(const std::string &title);
 // The folder in which the films of that job are.
 std::filesystem::path folderOfFilms(const JobRecord &record, const Queue &queue,
                                     const std::filesystem::path &films);
+// Removes what a process that was killed, or could not do so itself, has left of a finished job beside its films.
+void removeUnfinished(const JobRecord &record, const Queue &queue, const std::filesystem::path &films);
 // Puts films that were held where they belong. Throws io::Refusal.
 std::filesystem::path releaseFilms(const JobRecord &record, const Queue &queue,
                                    const std::filesystem::path &films);
