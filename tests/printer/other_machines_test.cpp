@@ -37,11 +37,12 @@ protected:
         whole.insert(whole.end(), command.begin(), command.end());
         return runProgram(whole, "", folder.path());
     }
-    std::string print(const std::string &scheme, const std::string &who) const
+    std::string print(const std::string &scheme, const std::string &who,
+                      const std::string &test = "print-job.test") const
     {
         return there({"ipptool", "-tv", "-f", folder / "job.ps",
                       scheme + "://" + who + kAddress + ":" + std::to_string(service->port()) + "/ipp/print/films",
-                      "print-job.test"})
+                      test})
             .out;
     }
 
@@ -51,8 +52,12 @@ protected:
 
 TEST_F(OtherMachinesTest, PrintWithThePasswordAndOverTlsOnly)
 {
-    for (const char *who : {"", "ada:wrong@"})
-        EXPECT_NE(print("ipps", who).find("client-error-not-authenticated"), std::string::npos) << who;
+    // Asked without a document: a refusal may cut off one that is still being sent, so that its words are lost.
+    for (const char *who : {"", "ada:wrong@"}) {
+        const std::string refused = print("ipps", who, "validate-job.test");
+        EXPECT_NE(refused.find("client-error-not-authenticated"), std::string::npos) << who << refused;
+        EXPECT_EQ(print("ipps", who).find("[PASS]"), std::string::npos) << who;
+    }
     const std::string printed = print("ipps", "ada:secret@");
     EXPECT_NE(printed.find("[PASS]"), std::string::npos) << printed;
     service->waitUntil([&] { return service->log().find("): made") != std::string::npos; });
